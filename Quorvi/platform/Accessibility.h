@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <variant>
+#include <vector>
+
+#include "QuorviCore/async/Scheduler.h"
+#include "QuorviCore/text/Utf16Range.h"
+
+namespace quorvi {
+
+// A reference to an element of some application's interface. Cheap to copy; two references are
+// equal when they name the same element.
+class AXElement {
+public:
+    struct Reference {
+        virtual ~Reference() = default;
+        virtual bool sameAs(const Reference& other) const = 0;
+    };
+
+    explicit AXElement(std::shared_ptr<const Reference> reference)
+        : reference_(std::move(reference)) {}
+
+    const Reference& reference() const { return *reference_; }
+    bool operator==(const AXElement& other) const { return reference_->sameAs(*other.reference_); }
+
+private:
+    std::shared_ptr<const Reference> reference_;
+};
+
+// The value of an attribute: a truth value, text (UTF-8), a range, an element or a list of them.
+using AXValue = std::variant<bool, std::string, Utf16Range, AXElement, std::vector<AXElement>>;
+
+// The desktop's accessibility interface. Queries block for at most their time-out, so they are made
+// on a background executor and never on the main thread; they are safe from any one thread at a
+// time. A query that fails, times out or finds no such attribute yields nothing; none throws.
+//
+// Attribute names, with the type of their value:
+//   "AXRole"               text: "AXTextField" (one line), "AXTextArea" (many lines), "AXComboBox",
+//                          "AXStaticText", "AXButton", "AXImage", "AXWindow", "AXGroup" for all else
+//   "AXSubrole"            text: "AXSecureTextField" for a password field, absent for others
+//   "AXFocused"            truth value
+//   "AXValue"              text: the whole content of a text element
+//   "AXSelectedTextRange"  range in UTF-16 units; the caret is a range of length 0
+//   "AXChildren"           elements
+//   "AXFocusedUIElement"   element, of an application or the whole system
+//   "AXFocusedWindow"      element, of an application
+//   "AXManualAccessibility" (set only) true asks an application to offer its interface in full
+class Accessibility {
+public:
+    virtual ~Accessibility() = default;
+
+    // Whether this process may use the interface: the accessibility bus answers and a global input
+    // hook can be installed. As last known; never blocks. Any thread.
+    virtual bool isTrusted() const = 0;
+
+    // Asks the desktop to switch accessibility on. Returns at once. Main thread.
+    virtual void requestTrust() = 0;
+
+    virtual AXElement applicationElement(pid_t pid) = 0;
+    virtual AXElement systemWideElement() = 0;
+
+    virtual std::optional<AXValue> attribute(const AXElement& element, std::string_view name,
+                                             Duration timeout) = 0;
+    virtual bool setAttribute(const AXElement& element, std::string_view name, bool value,
+                              Duration timeout) = 0;
+
+    // The process that owns the element.
+    virtual std::optional<pid_t> processIdentifier(const AXElement& element) = 0;
+};
+
+}  // namespace quorvi

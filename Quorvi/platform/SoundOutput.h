@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "QuorviCore/Bytes.h"
+
+namespace quorvi {
+
+// A short clip that is kept ready to play. Main thread; nothing blocks. A sound server that is away
+// makes a clip silent, never an error.
+class SoundClip {
+public:
+    virtual ~SoundClip() = default;
+    // Plays from the beginning, at `volume` (0 to 1) of full scale.
+    virtual void play(double volume) = 0;
+    virtual void stop() = 0;
+};
+
+class SoundOutput {
+public:
+    virtual ~SoundOutput() = default;
+    // Loads a 16-bit PCM WAV file.
+    virtual std::unique_ptr<SoundClip> load(const Bytes& wav) = 0;
+};
+
+}  // namespace quorvi

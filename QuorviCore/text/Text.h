@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+// Unicode text as the user sees it. Strings are UTF-8; malformed sequences count as U+FFFD. This
+// folder is the only place that includes ICU. All functions are pure and thread-safe.
+namespace quorvi::text {
+
+// Whether two texts are the same under Unicode canonical equivalence.
+bool equal(std::string_view a, std::string_view b);
+
+// Normalization Form C.
+std::string toNfc(std::string_view s);
+
+// Number of UTF-16 code units.
+std::int64_t utf16Length(std::string_view s);
+
+// Number of user-perceived characters (extended grapheme clusters).
+std::size_t characterCount(std::string_view s);
+
+// The first `count` user-perceived characters; the whole text when it has no more.
+std::string_view firstCharacters(std::string_view s, std::size_t count);
+
+// Without white space and line breaks (Unicode White_Space) at both ends.
+std::string_view trimmed(std::string_view s);
+
+// Whether any code point is Unicode White_Space.
+bool containsWhiteSpace(std::string_view s);
+
+// Full upper-casing, without regard to a locale.
+std::string upperCased(std::string_view s);
+
+// Whether the bytes are well-formed UTF-8.
+bool isValidUtf8(std::string_view s);
+
+}  // namespace quorvi::text

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+namespace quorvi {
+
+// A position and length in UTF-16 code units, the unit of every range that an accessibility
+// service or a field text is described with. Values come from other programs and may be negative.
+struct Utf16Range {
+    std::int64_t location = 0;
+    std::int64_t length = 0;
+
+    std::int64_t end() const { return location + length; }
+    bool operator==(const Utf16Range&) const = default;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <stop_token>
+#include <string>
+
+#include "QuorviCore/Bytes.h"
+#include "QuorviCore/async/Task.h"
+#include "QuorviCore/transcription/HttpTransport.h"
+#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/transcription/TranscriptionOptions.h"
+
+namespace quorvi {
+
+// Turns one finished recording into text by a single request to the speech-to-text service. Holds
+// no state of a request, so calls are independent. Main thread.
+class TranscriptionClient {
+public:
+    static constexpr std::size_t maximumAudioBytes = 23'999'999;
+
+    // `service` is the scheme and authority of the service, such as "https://api.openai.com",
+    // without a trailing slash; see serviceAddress().
+    TranscriptionClient(HttpTransport& transport, std::string service);
+
+    // The complete request, or QuorviError when the key or the audio can't be sent.
+    static HttpRequest request(const Bytes& audio, const std::string& apiKey,
+                               const TranscriptionOptions& options, const std::string& service);
+
+    // The recognised text. Throws QuorviError with the sentence to show, the transport's own error
+    // when no answer came, or Cancelled.
+    Task<std::string> transcribe(Bytes audio, std::string apiKey, TranscriptionOptions options,
+                                 std::stop_token stop);
+
+    // Opens the connection while the user is still speaking.
+    void openConnection();
+
+private:
+    HttpTransport& transport_;
+    std::string service_;
+};
+
+// The service to use: `configured` when it is a valid address ("https://host[:port]", or "http://"
+// for a loopback host only), the OpenAI API when it is empty. Throws QuorviError for anything else.
+std::string serviceAddress(const std::string& configured);
+
+}  // namespace quorvi
