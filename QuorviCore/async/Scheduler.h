@@ -29,7 +29,7 @@ private:
 
 // The main thread's event loop as the model sees it: the only source of time and the only way to
 // run something later. The production scheduler is real time; tests advance a virtual one.
-// Everything but post() is called on the main thread only.
+// after() and every() belong to the main thread; the rest is thread-safe.
 class Scheduler {
 public:
     virtual ~Scheduler() = default;

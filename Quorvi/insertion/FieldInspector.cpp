@@ -1,0 +1,182 @@
+#include "Quorvi/insertion/FieldInspector.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "QuorviCore/corrections/CorrectionContext.h"
+#include "QuorviCore/text/Text.h"
+#include "QuorviCore/transcription/QuorviError.h"
+
+namespace quorvi {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Duration applicationTimeout = 250ms;
+constexpr Duration fieldTimeout = 150ms;
+constexpr Duration searchTimeout = 50ms;
+constexpr Duration searchLimit = 150ms;
+constexpr std::size_t searchedElements = 64;
+constexpr std::size_t searchedDepth = 11;
+constexpr std::size_t searchedChildren = 48;
+
+bool isTextRole(const std::optional<std::string>& role) {
+    static constexpr std::array<std::string_view, 3> roles{"AXTextField", "AXTextArea", "AXComboBox"};
+    return role && std::ranges::find(roles, *role) != roles.end();
+}
+
+bool isLeafRole(const std::optional<std::string>& role) {
+    static constexpr std::array<std::string_view, 3> roles{"AXStaticText", "AXButton", "AXImage"};
+    return role && std::ranges::find(roles, *role) != roles.end();
+}
+
+template <class T>
+std::optional<T> valueAs(std::optional<AXValue> value) {
+    if (!value) return std::nullopt;
+    if (auto* typed = std::get_if<T>(&*value)) return std::move(*typed);
+    return std::nullopt;
+}
+
+[[noreturn]] void refuse(const char* sentence) { throw QuorviError::message(sentence); }
+
+}  // namespace
+
+InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
+    if (!accessibility_.isTrusted())
+        refuse("Enable Accessibility in Quorvi Settings to insert text.");
+    const auto frontmost = workspace_.frontmostApplication();
+    if (!frontmost)
+        refuse("Click the text field you want to dictate into, then use your shortcut.");
+
+    const auto application = accessibility_.applicationElement(frontmost->pid);
+    accessibility_.setAttribute(application, "AXManualAccessibility", true, applicationTimeout);
+
+    auto element = focusedElement(frontmost->pid);
+    std::optional<Utf16Range> selected;
+    if (element) {
+        if (isSecure(*element, applicationTimeout)) refuse("Select a regular text field to dictate.");
+        selected = selection(*element, applicationTimeout);
+        if (!selected && !isTextRole(role(*element, applicationTimeout))) element.reset();
+    }
+    if (!element && frontmost->pid == workspace_.ownPid())
+        refuse("Click a text field in your writing app first. Quorvi can stay in the menu bar.");
+
+    return {.pid = frontmost->pid,
+            .appName = frontmost->name.empty() ? "your app" : frontmost->name,
+            .window = focusedWindow(frontmost->pid),
+            .element = std::move(element),
+            .selection = selected,
+            .inputGeneration = inputGeneration};
+}
+
+void FieldInspector::validate(const InsertionTarget& target,
+                              std::uint64_t currentInputGeneration) const {
+    if (!accessibility_.isTrusted())
+        refuse("Accessibility access changed. Your transcript is ready to copy in Quorvi.");
+    const auto frontmost = workspace_.frontmostApplication();
+    if (!frontmost || frontmost->pid != target.pid ||
+        currentInputGeneration != target.inputGeneration)
+        refuse("The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
+    if (target.window && focusedWindow(target.pid) != target.window)
+        refuse("The active window changed. Your transcript is ready to copy in Quorvi.");
+
+    const auto element = focusedElement(target.pid);
+    if (element && isSecure(*element, applicationTimeout))
+        refuse("Select a regular text field. Your transcript is ready to copy in Quorvi.");
+    if (!target.element) return;
+    if (element != target.element)
+        refuse("The focused field changed. Your transcript is ready to copy in Quorvi.");
+    if (target.selection && selection(*element, applicationTimeout) != target.selection)
+        refuse("The text cursor moved. Your transcript is ready to copy in Quorvi.");
+}
+
+std::optional<std::string> FieldInspector::correctionField(const InsertionTarget& target,
+                                                           bool requireFocus) const {
+    if (!accessibility_.isTrusted()) return std::nullopt;
+    if (target.pid == workspace_.ownPid() || !target.element) return std::nullopt;
+    if (isSecure(*target.element, fieldTimeout)) return std::nullopt;
+    if (requireFocus && !hasFocus(target)) return std::nullopt;
+    auto value = valueAs<std::string>(
+        accessibility_.attribute(*target.element, "AXValue", fieldTimeout));
+    // A string never has more UTF-16 units than bytes, so only a long one needs counting.
+    if (value && value->size() > static_cast<std::size_t>(CorrectionContext::fieldLimit) &&
+        text::utf16Length(*value) > CorrectionContext::fieldLimit)
+        return std::nullopt;
+    return value;
+}
+
+bool FieldInspector::hasFocus(const InsertionTarget& target) const {
+    if (focusedElement(target.pid) != target.element) return false;
+    return !target.window || focusedWindow(target.pid) == target.window;
+}
+
+std::optional<AXElement> FieldInspector::focusedElement(pid_t pid) const {
+    const auto application = accessibility_.applicationElement(pid);
+    if (auto focused = valueAs<AXElement>(
+            accessibility_.attribute(application, "AXFocusedUIElement", applicationTimeout)))
+        return focusedTextElement(*focused);
+    const auto everything = accessibility_.systemWideElement();
+    auto focused = valueAs<AXElement>(
+        accessibility_.attribute(everything, "AXFocusedUIElement", applicationTimeout));
+    if (!focused || accessibility_.processIdentifier(*focused) != pid) return std::nullopt;
+    return focusedTextElement(*focused);
+}
+
+std::optional<AXElement> FieldInspector::focusedTextElement(const AXElement& start) const {
+    if (isTextRole(role(start, applicationTimeout)) || isSecure(start, applicationTimeout))
+        return start;
+
+    struct Candidate {
+        AXElement element;
+        std::size_t depth;
+    };
+    const auto deadline = clock_.now() + searchLimit;
+    std::vector<Candidate> stack{{start, 0}};
+    for (std::size_t examined = 0; !stack.empty();) {
+        const Candidate candidate = std::move(stack.back());
+        stack.pop_back();
+        if (examined == searchedElements || clock_.now() >= deadline) break;
+        const auto itsRole = role(candidate.element, searchTimeout);
+        if (isTextRole(itsRole) || isSecure(candidate.element, searchTimeout)) {
+            if (valueAs<bool>(accessibility_.attribute(candidate.element, "AXFocused", searchTimeout)) ==
+                true)
+                return candidate.element;
+        } else if (candidate.depth <= searchedDepth && !isLeafRole(itsRole)) {
+            const auto children = valueAs<std::vector<AXElement>>(
+                accessibility_.attribute(candidate.element, "AXChildren", searchTimeout));
+            if (children) {
+                const auto skipped =
+                    children->size() - std::min(children->size(), searchedChildren);
+                for (auto i = skipped; i < children->size(); ++i)
+                    stack.push_back({(*children)[i], candidate.depth + 1});
+            }
+        }
+        ++examined;
+    }
+    return start;
+}
+
+std::optional<AXElement> FieldInspector::focusedWindow(pid_t pid) const {
+    return valueAs<AXElement>(accessibility_.attribute(accessibility_.applicationElement(pid),
+                                                       "AXFocusedWindow", applicationTimeout));
+}
+
+std::optional<Utf16Range> FieldInspector::selection(const AXElement& element,
+                                                    Duration timeout) const {
+    return valueAs<Utf16Range>(accessibility_.attribute(element, "AXSelectedTextRange", timeout));
+}
+
+std::optional<std::string> FieldInspector::role(const AXElement& element, Duration timeout) const {
+    return valueAs<std::string>(accessibility_.attribute(element, "AXRole", timeout));
+}
+
+bool FieldInspector::isSecure(const AXElement& element, Duration timeout) const {
+    return valueAs<std::string>(accessibility_.attribute(element, "AXSubrole", timeout)) ==
+           "AXSecureTextField";
+}
+
+}  // namespace quorvi

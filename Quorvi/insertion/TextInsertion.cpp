@@ -1,0 +1,202 @@
+#include "Quorvi/insertion/TextInsertion.h"
+
+#include <utility>
+
+#include "Quorvi/insertion/PasteKeyboard.h"
+#include "QuorviCore/text/Text.h"
+#include "QuorviCore/transcription/QuorviError.h"
+
+namespace quorvi {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Duration pollInterval = 50ms;
+constexpr int modifierPolls = 40;
+constexpr Duration verificationWindow = 900ms;
+
+// Gives the clipboard back however the insertion ends, also when its frame is destroyed.
+class ClipboardGuard {
+public:
+    explicit ClipboardGuard(TranscriptClipboard& clipboard) : clipboard_(clipboard) {}
+    ~ClipboardGuard() { clipboard_.restore(); }
+    ClipboardGuard(const ClipboardGuard&) = delete;
+    ClipboardGuard& operator=(const ClipboardGuard&) = delete;
+
+private:
+    TranscriptClipboard& clipboard_;
+};
+
+}  // namespace
+
+// One insertion under way.
+struct TextInsertion::Paste {
+    std::string text;
+    InsertionTarget target;
+    Request request;
+
+    std::optional<std::string> fieldBefore;
+    std::optional<CorrectionContext> expected;  // from the field before the paste
+    std::optional<CorrectionContext> verified;  // from the field after it
+    std::int64_t lengthAfter = -1;
+    std::string outcome;  // reported when nothing was verified
+
+    void report(const std::string& code, const Counts& counts = {}) const {
+        if (request.onLearningEvent) request.onLearningEvent(code, counts);
+    }
+};
+
+TextInsertion::TextInsertion(Environment environment)
+    : environment_(environment),
+      inspector_(environment.scheduler, environment.accessibility, environment.workspace),
+      clipboard_(environment.pasteboard) {}
+
+Task<InsertionTarget> TextInsertion::capture(std::uint64_t inputGeneration, std::stop_token stop) {
+    auto query = inBackground(
+        environment_.queries, environment_.scheduler,
+        [inspector = inspector_, inputGeneration] { return inspector.capture(inputGeneration); },
+        std::move(stop));
+    co_return co_await query;
+}
+
+Task<std::optional<std::string>> TextInsertion::correctionField(InsertionTarget target,
+                                                                bool requireFocus,
+                                                                std::stop_token stop) {
+    auto query = inBackground(
+        environment_.queries, environment_.scheduler,
+        [inspector = inspector_, target = std::move(target), requireFocus] {
+            return inspector.correctionField(target, requireFocus);
+        },
+        std::move(stop));
+    co_return co_await query;
+}
+
+Task<bool> TextInsertion::copyForManualPaste(std::string text, std::stop_token stop) {
+    auto copying = clipboard_.copyPermanently(std::move(text), std::move(stop));
+    co_return co_await copying;
+}
+
+bool TextInsertion::modifiersArePressed() const {
+    return PasteKeyboard::physicalModifiersArePressed(
+        [this](KeyCode key) { return environment_.keyState.keyIsDown(key); });
+}
+
+Task<std::optional<CorrectionContext>> TextInsertion::insert(std::string text,
+                                                             InsertionTarget target,
+                                                             Request request,
+                                                             std::stop_token stop) {
+    Paste paste{.text = std::move(text), .target = std::move(target), .request = std::move(request)};
+
+    auto released = waitForModifiers(stop);
+    co_await released;
+    auto firstCheck = validate(paste, stop);
+    co_await firstCheck;
+    if (modifiersArePressed())
+        throw QuorviError::message(
+            "A modifier key is still held. Release it and copy the transcript from Quorvi.");
+    auto before = readBefore(paste, stop);
+    co_await before;
+
+    clipboard_.restore();
+    const ClipboardGuard guard(clipboard_);
+    auto sending = sendPaste(paste, stop);
+    co_await sending;
+    auto arrival = watchArrival(paste, stop);
+    co_await arrival;
+    co_return std::move(paste.verified);
+}
+
+Task<void> TextInsertion::waitForModifiers(std::stop_token stop) {
+    for (int polls = 0; polls < modifierPolls && modifiersArePressed(); ++polls) {
+        auto pause = sleepFor(environment_.scheduler, pollInterval, stop);
+        co_await pause;
+    }
+}
+
+Task<void> TextInsertion::validate(const Paste& paste, std::stop_token stop) {
+    const auto generation = paste.request.currentInputGeneration();
+    auto query = inBackground(
+        environment_.queries, environment_.scheduler,
+        [inspector = inspector_, target = paste.target, generation] {
+            inspector.validate(target, generation);
+        },
+        std::move(stop));
+    co_await query;
+    // The user may have typed while the queries were under way.
+    if (paste.request.currentInputGeneration() != paste.target.inputGeneration)
+        throw QuorviError::message(
+            "The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
+}
+
+Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
+    const auto& selection = paste.target.selection;
+    if (!paste.request.learnCorrections) {
+        paste.outcome = selection ? "paste.beforeUnavailable" : "paste.noSelection";
+        co_return;
+    }
+    auto reading = correctionField(paste.target, true, std::move(stop));
+    paste.fieldBefore = co_await reading;
+    if (!selection) {
+        paste.outcome = "paste.noSelection";
+    } else if (!paste.fieldBefore) {
+        paste.outcome = "paste.beforeUnavailable";
+    } else {
+        paste.expected = CorrectionContext::make(*paste.fieldBefore, *selection, paste.text);
+        paste.outcome = paste.expected ? "paste.afterUnavailable" : "paste.invalidRange";
+        paste.report("paste.before", {{"length", text::utf16Length(*paste.fieldBefore)},
+                                      {"selection", selection->location},
+                                      {"selectedLength", selection->length},
+                                      {"transcriptLength", text::utf16Length(paste.text)}});
+    }
+}
+
+Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
+    auto taking = clipboard_.snapshot(stop);
+    auto backup = co_await taking;
+    const auto events = PasteKeyboard::pasteEvents(environment_.poster);
+    auto lastCheck = validate(paste, stop);
+    co_await lastCheck;
+    if (modifiersArePressed())
+        throw QuorviError::message(
+            "Release your modifier keys before inserting. Your transcript is ready to copy in "
+            "Quorvi.");
+    auto installing = clipboard_.installTemporary(paste.text, std::move(backup), stop);
+    co_await installing;
+    environment_.poster.post(events, paste.target.pid);
+}
+
+Task<void> TextInsertion::watchArrival(Paste& paste, std::stop_token stop) {
+    const bool learns = paste.request.learnCorrections;
+    const auto deadline = environment_.scheduler.now() + verificationWindow;
+    // The transcript stays on the clipboard for the whole window, also once it has arrived.
+    while (environment_.scheduler.now() < deadline) {
+        auto pause = sleepFor(environment_.scheduler, pollInterval, stop);
+        co_await pause;
+        if (!learns || paste.verified) continue;
+        auto reading = correctionField(paste.target, true, stop);
+        const auto after = co_await reading;
+        if (!after) continue;
+        paste.lengthAfter = text::utf16Length(*after);
+        paste.outcome = "paste.valueMismatch";
+        if (auto context = CorrectionContext::verified(paste.fieldBefore, paste.target.selection,
+                                                       paste.text, *after))
+            reportArrival(paste, std::move(*context));
+    }
+    if (!paste.verified && learns) {
+        const auto expectedLength =
+            paste.expected ? text::utf16Length(paste.expected->expectedField()) : -1;
+        paste.report(paste.outcome,
+                     {{"afterLength", paste.lengthAfter}, {"expectedLength", expectedLength}});
+    }
+}
+
+void TextInsertion::reportArrival(Paste& paste, CorrectionContext context) {
+    const bool asExpected =
+        paste.expected && text::equal(paste.expected->expectedField(), context.expectedField());
+    paste.report(asExpected ? "paste.verified" : "paste.verifiedWholeField");
+    paste.verified = std::move(context);
+    if (paste.request.onVerifiedPaste) paste.request.onVerifiedPaste(*paste.verified);
+}
+
+}  // namespace quorvi
