@@ -1,5 +1,6 @@
 #include "tests/fakes/VirtualScheduler.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvi {
@@ -52,7 +53,7 @@ void VirtualScheduler::advance(Duration by) {
             entries.emplace(Key{key.first + entry.period, key.second}, entry);
         entry.work();
     }
-    now_ = end;
+    now_ = std::max(now_, end);
 }
 
 }  // namespace quorvi

@@ -24,6 +24,8 @@ public:
     void settle();
     // Moves the clock, running each timer at its own time.
     void advance(Duration by);
+    // Time that passes inside a turn, as in a call that blocks: what falls due meanwhile runs late.
+    void elapse(Duration by) { now_ += by; }
 
 private:
     struct Entry {

@@ -1,0 +1,49 @@
+#include "Quorvi/system/MemoryKeyStore.h"
+
+#include <cstring>
+
+#include "QuorviCore/async/Async.h"
+#include "QuorviCore/text/Text.h"
+#include "QuorviCore/transcription/QuorviError.h"
+
+namespace quorvi {
+
+namespace {
+
+// The compiler may not leave this out, although nobody reads the bytes again.
+void wipe(std::string& secret) {
+    explicit_bzero(secret.data(), secret.size());
+    secret.clear();
+}
+
+}  // namespace
+
+MemoryKeyStore::~MemoryKeyStore() {
+    wipe(key_);
+}
+
+Task<std::string> MemoryKeyStore::read(std::stop_token stop) {
+    throwIfStopped(stop);
+    if (key_.empty())
+        throw QuorviError::message("Your API key is unavailable. Add it again in Settings.");
+    co_return key_;
+}
+
+Task<void> MemoryKeyStore::save(std::string key) {
+    const auto trimmed = text::trimmed(key);
+    const bool valid = !trimmed.empty() && !text::containsWhiteSpace(trimmed);
+    if (valid) {
+        wipe(key_);
+        key_ = trimmed;
+    }
+    wipe(key);
+    if (!valid) throw QuorviError::message("Enter a valid API key without spaces.");
+    co_return;
+}
+
+Task<void> MemoryKeyStore::remove() {
+    wipe(key_);
+    co_return;
+}
+
+}  // namespace quorvi

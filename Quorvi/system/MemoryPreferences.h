@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "Quorvi/platform/Preferences.h"
+
+namespace quorvi {
+
+// Preferences that are kept in memory only: for a run that is to leave no trace, and for tests.
+// Main thread; the values die with the object.
+class MemoryPreferences : public Preferences {
+public:
+    std::optional<std::string> string(std::string_view key) const override;
+    std::optional<bool> boolean(std::string_view key) const override;
+    std::optional<std::int64_t> integer(std::string_view key) const override;
+    std::optional<Bytes> bytes(std::string_view key) const override;
+    bool contains(std::string_view key) const override;
+
+    void setString(std::string_view key, std::string value) override;
+    void setBoolean(std::string_view key, bool value) override;
+    void setInteger(std::string_view key, std::int64_t value) override;
+    void setBytes(std::string_view key, Bytes value) override;
+    void remove(std::string_view key) override;
+
+    // Setting a value that is already there is no change.
+    [[nodiscard]] Subscription onChange(std::function<void()> observer) override;
+
+private:
+    using Value = std::variant<std::string, bool, std::int64_t, Bytes>;
+
+    template <class T>
+    std::optional<T> find(std::string_view key) const;
+    void set(std::string_view key, Value value);
+
+    std::map<std::string, Value, std::less<>> values_;
+    Observable changes_;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "Quorvi/platform/Accessibility.h"
+#include "tests/fakes/VirtualScheduler.h"
+
+namespace quorvi {
+
+// A desktop of elements that the test builds. A slow element lets virtual time pass inside the
+// query, as much as it takes and at most the time-out; one that hangs takes every time-out whole.
+class FakeAccessibility : public Accessibility {
+public:
+    struct Query {
+        std::string element;  // the name it was made with
+        std::string attribute;
+        Duration timeout{};
+        bool sets = false;
+    };
+
+    explicit FakeAccessibility(VirtualScheduler& scheduler);
+
+    bool isTrusted() const override { return trusted; }
+    void requestTrust() override { ++trustRequests; }
+    AXElement applicationElement(pid_t pid) override;
+    AXElement systemWideElement() override { return systemWide_; }
+    std::optional<AXValue> attribute(const AXElement& element, std::string_view name,
+                                     Duration timeout) override;
+    bool setAttribute(const AXElement& element, std::string_view name, bool value,
+                      Duration timeout) override;
+    std::optional<pid_t> processIdentifier(const AXElement& element) override;
+
+    // Building. `name` appears in the journal only.
+    AXElement make(pid_t pid, std::string role, std::string name = {});
+    // A focusable text element with a caret at the end of its text.
+    AXElement makeText(pid_t pid, std::string text, std::string role = "AXTextArea",
+                       std::string name = {});
+    void set(const AXElement& element, std::string_view name, AXValue value);
+    void unset(const AXElement& element, std::string_view name);
+    void append(const AXElement& parent, const AXElement& child);
+    // Moves the focus of the element's application, and of the whole system, to the element.
+    void focus(const AXElement& element);
+    void setWindow(pid_t pid, const AXElement& window);
+
+    // Replaces the selection of a text element and puts the caret behind the new text.
+    void type(const AXElement& element, std::string_view text);
+    std::string text(const AXElement& element) const;
+
+    // Time for each query of the element.
+    void setDelay(const AXElement& element, Duration delay);
+    void hang(const AXElement& element) { setDelay(element, Duration::max()); }
+
+    std::vector<std::string> queriesOf(std::string_view attribute) const;  // names of the elements
+
+    bool trusted = true;
+    int trustRequests = 0;
+    std::vector<Query> journal;
+    std::function<void(const Query&)> onQuery;  // before the element answers
+
+private:
+    struct Node;
+    struct Reference;
+    static Node& node(const AXElement& element);
+    bool answersIn(const Node& node, Duration timeout);
+
+    VirtualScheduler& scheduler_;
+    std::map<pid_t, AXElement> applications_;
+    AXElement systemWide_;
+};
+
+}  // namespace quorvi

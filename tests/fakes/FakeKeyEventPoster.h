@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "Quorvi/platform/KeyEventPoster.h"
+#include "QuorviCore/async/Scheduler.h"
+#include "tests/fakes/FakeKeyEventTap.h"
+
+namespace quorvi {
+
+// Writes down what is posted. In the turn after, the events reach the hook `tap`, when there is
+// one, and `onPost` stands in for the application that receives them.
+class FakeKeyEventPoster : public KeyEventPoster {
+public:
+    struct Post {
+        std::vector<TapEvent> events;
+        pid_t pid = 0;
+    };
+
+    explicit FakeKeyEventPoster(Scheduler& scheduler, FakeKeyEventTap* tap = nullptr)
+        : scheduler_(scheduler), tap_(tap) {}
+
+    bool isAvailable() const override { return available; }
+    void post(std::span<const TapEvent> events, pid_t pid) override {
+        posts.push_back({{events.begin(), events.end()}, pid});
+        scheduler_.post([this, sent = posts.back()] {
+            if (tap_)
+                for (const auto& event : sent.events) tap_->deliver(event);
+            if (onPost) onPost(sent);
+        });
+    }
+
+    bool available = true;
+    std::vector<Post> posts;
+    std::function<void(const Post&)> onPost;
+
+private:
+    Scheduler& scheduler_;
+    FakeKeyEventTap* tap_;
+};
+
+}  // namespace quorvi

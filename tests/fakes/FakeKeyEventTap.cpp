@@ -1,0 +1,144 @@
+#include "tests/fakes/FakeKeyEventTap.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvi {
+
+namespace {
+
+// The flags that a held modifier key contributes; 0 for any other key.
+std::uint64_t modifierFlags(KeyCode code) {
+    using namespace modifierFlag;
+    switch (code) {
+        case keyCode::leftControl:
+            return control | leftControl;
+        case keyCode::rightControl:
+            return control | rightControl;
+        case keyCode::leftShift:
+            return shift | leftShift;
+        case keyCode::rightShift:
+            return shift | rightShift;
+        case keyCode::leftOption:
+            return option | leftOption;
+        case keyCode::rightOption:
+            return option | rightOption;
+        case keyCode::leftCommand:
+            return command | leftCommand;
+        case keyCode::rightCommand:
+            return command | rightCommand;
+        case keyCode::fn:
+            return fn;
+        default:
+            return 0;
+    }
+}
+
+const char* name(TapVerdict verdict) {
+    return verdict == TapVerdict::swallow ? "swallow" : "pass";
+}
+
+}  // namespace
+
+bool FakeKeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler) {
+    if (refusing_) return false;
+    ++installs;
+    handler_ = std::move(handler);
+    valid_ = enabled_ = true;
+    return true;
+}
+
+void FakeKeyEventTap::remove() {
+    handler_ = nullptr;
+    valid_ = enabled_ = false;
+    declared_.clear();
+    heldBack_.clear();
+}
+
+std::uint64_t FakeKeyEventTap::flags() const {
+    std::uint64_t all = 0;
+    for (const auto code : keys_) all |= modifierFlags(code);
+    return all;
+}
+
+TapEvent FakeKeyEventTap::keyEvent(KeyCode code, bool down) const {
+    const auto type = modifierFlags(code) ? TapEventType::flagsChanged
+                      : down              ? TapEventType::keyDown
+                                          : TapEventType::keyUp;
+    return {.type = type, .keyCode = code, .flags = flags()};
+}
+
+TapEvent FakeKeyEventTap::buttonEvent(std::int64_t button, bool down) const {
+    using enum TapEventType;
+    const auto type = button == 0   ? (down ? leftMouseDown : leftMouseUp)
+                      : button == 1 ? (down ? rightMouseDown : rightMouseUp)
+                                    : (down ? otherMouseDown : otherMouseUp);
+    return {.type = type, .button = button, .flags = flags()};
+}
+
+void FakeKeyEventTap::press(KeyCode code) {
+    const bool isNew = keys_.insert(code).second;
+    if (isNew || !modifierFlags(code)) deliver(keyEvent(code, true));  // modifiers don't repeat
+}
+
+void FakeKeyEventTap::release(KeyCode code) {
+    if (keys_.erase(code) > 0) deliver(keyEvent(code, false));
+}
+
+void FakeKeyEventTap::tap(KeyCode code) {
+    press(code);
+    release(code);
+}
+
+void FakeKeyEventTap::pressButton(std::int64_t button) {
+    buttons_.insert(button);
+    deliver(buttonEvent(button, true));
+}
+
+void FakeKeyEventTap::releaseButton(std::int64_t button) {
+    if (buttons_.erase(button) > 0) deliver(buttonEvent(button, false));
+}
+
+void FakeKeyEventTap::click(std::int64_t button) {
+    pressButton(button);
+    releaseButton(button);
+}
+
+void FakeKeyEventTap::scroll() {
+    deliver({.type = TapEventType::scrollWheel, .flags = flags()});
+}
+
+TapVerdict FakeKeyEventTap::decide(const TapEvent& event) {
+    if (event.sourceUserData != 0) return TapVerdict::pass;
+    if (event.type == TapEventType::keyUp)
+        return heldBack_.erase(event.keyCode) > 0 ? TapVerdict::swallow : TapVerdict::pass;
+    if (event.type != TapEventType::keyDown) return TapVerdict::pass;
+    const SwallowedKey key{event.keyCode, event.flags & Hotkey::standardModifierMask};
+    if (std::ranges::find(declared_, key) != declared_.end()) heldBack_.insert(event.keyCode);
+    return heldBack_.contains(event.keyCode) ? TapVerdict::swallow : TapVerdict::pass;
+}
+
+void FakeKeyEventTap::deliver(const TapEvent& event) {
+    if (!isEnabled()) {
+        passed.push_back(event);
+        return;
+    }
+    const auto verdict = decide(event);
+    (verdict == TapVerdict::swallow ? swallowed : passed).push_back(event);
+    const auto handler = handler_;  // the handler may remove the hook
+    if (const auto said = handler(event); said != verdict)
+        contradictions.push_back("type " + std::to_string(static_cast<std::uint32_t>(event.type)) +
+                                 " key " + std::to_string(event.keyCode) + " flags " +
+                                 std::to_string(event.flags) + ": the list says " + name(verdict) +
+                                 ", the handler " + name(said));
+}
+
+void FakeKeyEventTap::disable(TapEventType reason) {
+    if (!isEnabled()) return;
+    enabled_ = false;
+    heldBack_.clear();
+    const auto handler = handler_;
+    handler({.type = reason});
+}
+
+}  // namespace quorvi

@@ -1,0 +1,126 @@
+#include "tests/fakes/FakePasteboard.h"
+
+#include <chrono>
+#include <utility>
+
+#include "QuorviCore/async/Future.h"
+#include "QuorviCore/transcription/QuorviError.h"
+
+namespace quorvi {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+PasteboardRepresentation representation(std::string type, std::string_view text) {
+    auto encoding = type;
+    return {std::move(type), std::move(encoding), 8,
+            std::make_shared<const Bytes>(text.begin(), text.end())};
+}
+
+}  // namespace
+
+std::vector<PasteboardItem> FakePasteboard::textItems(std::string text,
+                                                      TranscriptVisibility visibility) {
+    PasteboardItem item;
+    item.representations.push_back(representation("UTF8_STRING", text));
+    if (visibility == TranscriptVisibility::hiddenFromHistory)
+        item.representations.push_back(representation("x-kde-passwordManagerHint", "secret"));
+    return {item};
+}
+
+void FakePasteboard::enqueue(Job job) {
+    jobs_.push_back(std::move(job));
+    if (!std::exchange(busy_, true)) runNext();
+}
+
+void FakePasteboard::runNext() {
+    scheduler_.post([this, alive = std::weak_ptr(alive_)] {
+        if (alive.expired()) return;
+        if (jobs_.empty()) {
+            busy_ = false;
+            return;
+        }
+        auto job = std::move(jobs_.front());
+        jobs_.pop_front();
+        job([this] { runNext(); });
+    });
+}
+
+Task<std::vector<PasteboardItem>> FakePasteboard::read(std::stop_token stop) {
+    Promise<std::vector<PasteboardItem>> promise(scheduler_);
+    auto future = promise.future(std::move(stop));
+    enqueue([this, promise](std::function<void()> done) mutable {
+        if (!ownerHangs) {
+            journal.push_back("read");
+            promise.resolve(contents_);
+            return done();
+        }
+        hang_ = scheduler_.after(3s, [this, promise, done]() mutable {
+            journal.push_back("read failed");
+            promise.reject(std::make_exception_ptr(QuorviError::message(
+                "The clipboard is unavailable. Your transcript is ready to copy in Quorvi.")));
+            done();
+        });
+    });
+    co_return co_await future;
+}
+
+std::optional<std::int64_t> FakePasteboard::replace(std::vector<PasteboardItem> items,
+                                                    const char* entry) {
+    if (refusesWrites) {
+        journal.push_back("write refused");
+        return std::nullopt;
+    }
+    journal.push_back(entry);
+    contents_ = std::move(items);
+    return ++changeCount_;
+}
+
+Task<std::optional<std::int64_t>> FakePasteboard::writeItems(std::vector<PasteboardItem> items,
+                                                             const char* entry) {
+    Promise<std::optional<std::int64_t>> promise(scheduler_);
+    auto future = promise.future();
+    enqueue([this, promise, items = std::move(items), entry](std::function<void()> done) mutable {
+        promise.resolve(replace(std::move(items), entry));
+        done();
+    });
+    co_return co_await future;
+}
+
+Task<std::optional<std::int64_t>> FakePasteboard::write(std::vector<PasteboardItem> items) {
+    return writeItems(std::move(items), "write");
+}
+
+Task<std::optional<std::int64_t>> FakePasteboard::writeText(std::string text,
+                                                            TranscriptVisibility visibility) {
+    return writeItems(textItems(std::move(text), visibility), "write text");
+}
+
+void FakePasteboard::restore(std::int64_t expected, std::vector<PasteboardItem> items) {
+    enqueue([this, expected, items = std::move(items)](std::function<void()> done) mutable {
+        if (changeCount_ == expected)
+            replace(std::move(items), "restore");
+        else
+            journal.push_back("restore left alone");
+        done();
+    });
+}
+
+void FakePasteboard::copy(std::vector<PasteboardItem> items) {
+    contents_ = std::move(items);
+    ++changeCount_;
+}
+
+void FakePasteboard::copyText(std::string text) {
+    copy(textItems(std::move(text)));
+}
+
+std::string FakePasteboard::text() const {
+    for (const auto& item : contents_)
+        for (const auto& one : item.representations)
+            if (one.type == "UTF8_STRING") return {one.data->begin(), one.data->end()};
+    return {};
+}
+
+}  // namespace quorvi

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "Quorvi/platform/Pasteboard.h"
+#include "QuorviCore/async/Scheduler.h"
+
+namespace quorvi {
+
+// A clipboard in memory. Operations are done one at a time in the order of the calls, each in a
+// later turn of the scheduler, so that others get in between as they do on a real desktop.
+class FakePasteboard : public Pasteboard {
+public:
+    explicit FakePasteboard(Scheduler& scheduler) : scheduler_(scheduler) {}
+
+    std::int64_t changeCount() const override { return changeCount_; }
+    Task<std::vector<PasteboardItem>> read(std::stop_token stop) override;
+    Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items) override;
+    Task<std::optional<std::int64_t>> writeText(std::string text,
+                                                TranscriptVisibility visibility) override;
+    void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
+
+    // Another program copies, or clears the clipboard with no items.
+    void copy(std::vector<PasteboardItem> items);
+    void copyText(std::string text);
+
+    const std::vector<PasteboardItem>& contents() const { return contents_; }
+    std::string text() const;  // of the UTF8_STRING representation, empty when there is none
+
+    // Faults, in force until they are taken back. A hanging owner costs a read three seconds, and
+    // what was asked for after it waits as long.
+    bool refusesWrites = false;
+    bool ownerHangs = false;
+
+    // What was done, one line each: "read", "write", "write text", "write refused", "restore",
+    // "restore left alone", "read failed".
+    std::vector<std::string> journal;
+
+    static std::vector<PasteboardItem> textItems(
+        std::string text, TranscriptVisibility visibility = TranscriptVisibility::everywhere);
+
+private:
+    // A job calls its argument when the next one may begin.
+    using Job = std::function<void(std::function<void()> done)>;
+    void enqueue(Job job);
+    void runNext();
+    std::optional<std::int64_t> replace(std::vector<PasteboardItem> items, const char* entry);
+    Task<std::optional<std::int64_t>> writeItems(std::vector<PasteboardItem> items,
+                                                 const char* entry);
+
+    Scheduler& scheduler_;
+    std::vector<PasteboardItem> contents_;
+    std::int64_t changeCount_ = 0;
+    std::deque<Job> jobs_;
+    bool busy_ = false;
+    Timer hang_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace quorvi

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "Quorvi/platform/SystemPermissions.h"
+
+namespace quorvi {
+
+// Permissions that the test grants and refuses. A request for the microphone stays open until
+// answer() is called.
+class FakePermissions : public SystemPermissions {
+public:
+    MicrophoneAuthorization microphone() const override { return microphone_; }
+    void requestMicrophone(std::function<void()> answered) override {
+        ++microphoneRequests;
+        waiting_.push_back(std::move(answered));
+    }
+    void openPrivacyPane(PrivacyPane pane) override { openedPanes.push_back(pane); }
+
+    void setMicrophone(MicrophoneAuthorization authorization) { microphone_ = authorization; }
+    void answer(MicrophoneAuthorization authorization) {
+        microphone_ = authorization;
+        for (auto& answered : std::exchange(waiting_, {}))
+            if (answered) answered();
+    }
+
+    int microphoneRequests = 0;
+    std::vector<PrivacyPane> openedPanes;
+
+private:
+    MicrophoneAuthorization microphone_ = MicrophoneAuthorization::authorized;
+    std::vector<std::function<void()>> waiting_;
+};
+
+}  // namespace quorvi

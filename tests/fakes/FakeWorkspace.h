@@ -1,0 +1,40 @@
+#pragma once
+
+#include <mutex>
+
+#include "Quorvi/platform/Workspace.h"
+
+namespace quorvi {
+
+// A session whose active application and sleep the test decides.
+class FakeWorkspace : public Workspace {
+public:
+    static constexpr pid_t quorviPid = 4711;
+
+    std::optional<RunningApplication> frontmostApplication() const override {
+        std::lock_guard lock(mutex_);
+        return frontmost_;
+    }
+    pid_t ownPid() const override { return quorviPid; }
+    [[nodiscard]] Subscription onWillSleep(std::function<void()> observer) override {
+        return willSleep_.subscribe(std::move(observer));
+    }
+    [[nodiscard]] Subscription onDidWake(std::function<void()> observer) override {
+        return didWake_.subscribe(std::move(observer));
+    }
+
+    void setFrontmost(std::optional<RunningApplication> application) {
+        std::lock_guard lock(mutex_);
+        frontmost_ = std::move(application);
+    }
+    void sleep() { willSleep_.notify(); }
+    void wake() { didWake_.notify(); }
+
+private:
+    mutable std::mutex mutex_;
+    std::optional<RunningApplication> frontmost_;
+    Observable willSleep_;
+    Observable didWake_;
+};
+
+}  // namespace quorvi
