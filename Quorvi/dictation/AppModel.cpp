@@ -34,7 +34,8 @@ T stored(const Preferences& preferences, std::string_view key, Parse parse, T fa
 AppModel::AppModel(Environment environment)
     : environment_(std::move(environment)),
       hasKey_(environment_.keyStore.hasKey()),
-      recorder_(environment_.audioInput, environment_.disk, environment_.scheduler),
+      recorder_(environment_.audioInput, environment_.disk, environment_.scheduler,
+                environment_.recordings),
       sounds_(environment_.soundOutput),
       insertion_({environment_.scheduler, environment_.accessibilityQueries,
                   environment_.accessibility, environment_.workspace, environment_.pasteboard,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -53,6 +54,7 @@ public:
         CorrectionObserver& correctionObserver;
         std::function<AccountSync&()> accountSync;  // created on first use
         std::string service;                        // see serviceAddress()
+        std::filesystem::path recordings;           // folder of the recordings in progress
     };
 
     explicit AppModel(Environment environment);

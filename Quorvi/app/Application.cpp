@@ -1,0 +1,135 @@
+#include "Quorvi/app/Application.h"
+
+#include <QApplication>
+#include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "Quorvi/app/CommandLine.h"
+#include "Quorvi/app/LinuxDesktop.h"
+#include "Quorvi/app/QuitSignals.h"
+#include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/system/MemoryKeyStore.h"
+#include "Quorvi/system/MemoryPreferences.h"
+#include "Quorvi/ui/QtScheduler.h"
+#include "Quorvi/ui/RecordingPanel.h"
+#include "Quorvi/ui/StatusItem.h"
+
+namespace quorvi {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// How long quitting waits for the clipboard to be given back.
+constexpr auto quitPatience = 2s;
+
+// A value of the environment, taken out of it and overwritten there, so that no program started from
+// here inherits it and the process's environment no longer shows it.
+std::string takeFromEnvironment(const char* name) {
+    char* value = std::getenv(name);
+    if (!value) return {};
+    std::string taken = value;
+    explicit_bzero(value, taken.size());
+    unsetenv(name);
+    return taken;
+}
+
+// The program, put together. Members are in the order of dependence.
+class Application {
+public:
+    Application(QApplication& qt, const CommandLine& options)
+        : qt_(qt), desktop_(scheduler_), printStages_(options.printStages) {
+        auto key = takeFromEnvironment("QUORVI_API_KEY");
+        if (!key.empty()) {
+            savingKey_ = keyStore_.save(std::move(key));
+            savingKey_->start();
+        }
+        model_ = std::make_unique<AppModel>(environment());
+        if (options.shortcut) model_->setShortcut(*options.shortcut);
+        if (options.mode) model_->setMode(*options.mode);
+        panel_ = std::make_unique<RecordingPanel>(*model_);
+        statusItem_ = std::make_unique<StatusItem>(*model_, [this] { quit(); });
+        model_->showOverlay = [this] { panel_->present(); };
+        model_->hideOverlay = [this] { panel_->hide(); };
+        changes_ = model_->onChange([this] { modelChanged(); });
+        quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
+        modelChanged();
+    }
+
+    // Stops the work and leaves the event loop once the clipboard is back with its owner.
+    void quit() {
+        if (quitting_) return;
+        quitting_ = true;
+        model_->shutdown();
+        leaveWhenIdle(scheduler_.now() + quitPatience);
+    }
+
+private:
+    AppModel::Environment environment() {
+        const char* configured = std::getenv("QUORVI_SERVICE");
+        auto environment =
+            desktop_.environment(preferences_, keyStore_, history_, corrections_, observer_);
+        environment.accountSync = [this]() -> AccountSync& { return sync_; };
+        environment.service = serviceAddress(
+            configured ? configured : preferences_.string("service").value_or(""));
+        return environment;
+    }
+
+    void leaveWhenIdle(TimePoint latest) {
+        if (model_->isIdle() || scheduler_.now() >= latest) {
+            qt_.quit();
+            return;
+        }
+        leaving_ = scheduler_.after(20ms, [this, latest] { leaveWhenIdle(latest); });
+    }
+
+    void modelChanged() {
+        if (!printStages_) return;
+        std::string line(title(model_->stage()));
+        line += " | " + model_->message() + (model_->ready() ? " | ready" : " | not ready");
+        if (line == printed_) return;
+        printed_ = line;
+        std::printf("%s\n", line.c_str());
+        std::fflush(stdout);
+    }
+
+    QApplication& qt_;
+    QtScheduler scheduler_;
+    LinuxDesktop desktop_;
+    MemoryPreferences preferences_;
+    MemoryKeyStore keyStore_;
+    MemoryHistoryStore history_;
+    MemoryCorrectionStore corrections_;
+    NoCorrectionObserver observer_;
+    NoAccountSync sync_;
+    std::optional<Task<void>> savingKey_;
+    std::unique_ptr<AppModel> model_;
+    std::unique_ptr<RecordingPanel> panel_;
+    std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<QuitSignals> quitSignals_;
+    bool printStages_;
+    bool quitting_ = false;
+    std::string printed_;
+    Timer leaving_;
+    Subscription changes_;
+};
+
+}  // namespace
+
+int runApplication(QApplication& qt) {
+    const auto options = CommandLine::parse();
+    try {
+        Application application(qt, options);
+        return QApplication::exec();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quorvi: %s\n", error.what());
+        return 2;
+    }
+}
+
+}  // namespace quorvi

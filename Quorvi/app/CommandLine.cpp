@@ -1,0 +1,86 @@
+#include "Quorvi/app/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace quorvi {
+
+namespace {
+
+constexpr auto description =
+    "Dictation that works in every application: hold the shortcut, speak, let go.\n\n"
+    "Environment:\n"
+    "  QUORVI_API_KEY   the key for the speech service\n"
+    "  QUORVI_SERVICE   its address, when it is not the OpenAI API: https://host[:port],\n"
+    "                   or http:// for this machine itself\n\n"
+    "Exit status: 0 after Quit, 2 for a command line that makes no sense.";
+
+const std::array<std::pair<const char*, const Hotkey*>, 6> shortcuts{{
+    {"right-option", &Hotkey::rightOption},
+    {"left-control", &Hotkey::leftControl},
+    {"right-control", &Hotkey::rightControl},
+    {"f8", &Hotkey::f8},
+    {"f13", &Hotkey::f13},
+    {"command-shift-space", &Hotkey::commandShiftSpace},
+}};
+
+[[noreturn]] void complain(const QString& problem) {
+    std::fprintf(stderr, "quorvi: %s (see quorvi --help)\n", qPrintable(problem));
+    std::exit(2);
+}
+
+Hotkey parseShortcut(const QString& name) {
+    for (const auto& [known, shortcut] : shortcuts)
+        if (name == QLatin1String(known)) return *shortcut;
+    complain(QStringLiteral("unknown shortcut \"%1\"").arg(name));
+}
+
+DictationMode parseMode(const QString& name) {
+    const auto mode = dictationModeFromRawValue(name.toStdString());
+    if (!mode) complain(QStringLiteral("unknown mode \"%1\"").arg(name));
+    return *mode;
+}
+
+QString shortcutNames() {
+    QStringList names;
+    for (const auto& [name, shortcut] : shortcuts) names << QLatin1String(name);
+    return names.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+CommandLine CommandLine::parse() {
+    const QCommandLineOption shortcut(
+        QStringLiteral("shortcut"),
+        QStringLiteral("The global shortcut: %1. Option is Alt, Command is the Super key.")
+            .arg(shortcutNames()),
+        QStringLiteral("name"));
+    const QCommandLineOption mode(QStringLiteral("mode"),
+                                  QStringLiteral("\"hold\" to talk, or press to \"toggle\"."),
+                                  QStringLiteral("mode"));
+    const QCommandLineOption stages(
+        QStringLiteral("print-stages"),
+        QStringLiteral("Print a line for each change of the dictation's stage. Never the text."));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QString::fromUtf8(description));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({shortcut, mode, stages});
+    if (!parser.parse(QCoreApplication::arguments())) complain(parser.errorText());
+    if (parser.isSet(QStringLiteral("help"))) parser.showHelp();
+    if (parser.isSet(QStringLiteral("version"))) parser.showVersion();
+    if (!parser.positionalArguments().isEmpty())
+        complain(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments()[0]));
+
+    CommandLine result;
+    if (parser.isSet(shortcut)) result.shortcut = parseShortcut(parser.value(shortcut));
+    if (parser.isSet(mode)) result.mode = parseMode(parser.value(mode));
+    result.printStages = parser.isSet(stages);
+    return result;
+}
+
+}  // namespace quorvi

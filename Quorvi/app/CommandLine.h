@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "QuorviCore/shortcut/DictationMode.h"
+
+namespace quorvi {
+
+// What the command line asks for. Options that are given override stored preferences.
+struct CommandLine {
+    std::optional<Hotkey> shortcut;
+    std::optional<DictationMode> mode;
+    bool printStages = false;
+
+    // Parses the application's arguments; prints the help, the version or a complaint and ends the
+    // process where that is what they come to.
+    static CommandLine parse();
+};
+
+}  // namespace quorvi

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "Quorvi/dictation/AppModel.h"
+
+namespace quorvi {
+
+// The program's icon in the desktop's tray, with its menu. Follows the controller.
+class StatusItem {
+public:
+    StatusItem(AppModel& model, std::function<void()> quit);
+
+private:
+    // What the icon and the menu depend on; they are rebuilt only when it changes.
+    struct Shown {
+        DictationStage stage;
+        DictationMode mode;
+        std::string shortcut;
+        bool hasTranscript;
+        bool operator==(const Shown&) const = default;
+    };
+
+    void refresh();
+    void rebuildMenu();
+    void showMenu(QSystemTrayIcon::ActivationReason reason);
+
+    AppModel& model_;
+    std::function<void()> quit_;
+    QMenu menu_;
+    QSystemTrayIcon icon_;
+    std::optional<Shown> shown_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

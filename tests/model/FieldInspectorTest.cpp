@@ -1,0 +1,208 @@
+#include "Quorvi/insertion/FieldInspector.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/FakeAccessibility.h"
+#include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/VirtualScheduler.h"
+
+namespace quorvi {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr pid_t editor = 100;
+constexpr pid_t other = 200;
+
+class FieldInspectorTest : public testing::Test {
+protected:
+    FieldInspectorTest() {
+        workspace.setFrontmost(RunningApplication{editor, "Editor"});
+        accessibility.setWindow(editor, window);
+        accessibility.focus(field);
+    }
+
+    std::string captureError() {
+        try {
+            inspector.capture(0);
+        } catch (const std::exception& e) {
+            return e.what();
+        }
+        return "";
+    }
+    std::string validateError(const InsertionTarget& target, std::uint64_t generation = 0) {
+        try {
+            inspector.validate(target, generation);
+        } catch (const std::exception& e) {
+            return e.what();
+        }
+        return "";
+    }
+
+    VirtualScheduler scheduler;
+    FakeAccessibility accessibility{scheduler};
+    FakeWorkspace workspace;
+    FieldInspector inspector{scheduler, accessibility, workspace};
+    AXElement window = accessibility.make(editor, "AXWindow", "window");
+    AXElement field = accessibility.makeText(editor, "Hello ", "AXTextArea", "field");
+};
+
+constexpr auto copyHint = " Your transcript is ready to copy in Quorvi.";
+
+TEST_F(FieldInspectorTest, CapturesTheFocusedFieldWithItsWindowAndCaret) {
+    const auto target = inspector.capture(7);
+    EXPECT_EQ(target.pid, editor);
+    EXPECT_EQ(target.appName, "Editor");
+    EXPECT_EQ(target.window, window);
+    EXPECT_EQ(target.element, field);
+    EXPECT_EQ(target.selection, (Utf16Range{6, 0}));
+    EXPECT_EQ(target.inputGeneration, 7u);
+    EXPECT_EQ(validateError(target, 7), "");
+
+    workspace.setFrontmost(RunningApplication{editor, ""});
+    EXPECT_EQ(inspector.capture(0).appName, "your app");
+}
+
+TEST_F(FieldInspectorTest, RefusesToCaptureWithTheReason) {
+    accessibility.set(field, "AXSubrole", std::string("AXSecureTextField"));
+    EXPECT_EQ(captureError(), "Select a regular text field to dictate.");
+
+    workspace.setFrontmost(std::nullopt);
+    EXPECT_EQ(captureError(),
+              "Click the text field you want to dictate into, then use your shortcut.");
+
+    workspace.setFrontmost(RunningApplication{FakeWorkspace::quorviPid, "Quorvi"});
+    EXPECT_EQ(captureError(),
+              "Click a text field in your writing app first. Quorvi can stay in the menu bar.");
+
+    accessibility.trusted = false;
+    EXPECT_EQ(captureError(), "Enable Accessibility in Quorvi Settings to insert text.");
+}
+
+TEST_F(FieldInspectorTest, FindsTheTextElementInsideAFocusedGroup) {
+    const auto group = accessibility.make(editor, "AXGroup", "group");
+    const auto inner = accessibility.make(editor, "AXGroup", "inner");
+    const auto label = accessibility.make(editor, "AXStaticText", "label");
+    accessibility.append(group, inner);
+    accessibility.append(inner, field);
+    accessibility.append(inner, label);
+    accessibility.set(field, "AXFocused", true);
+    accessibility.focus(group);
+    EXPECT_EQ(inspector.capture(0).element, field);
+
+    accessibility.set(field, "AXSubrole", std::string("AXSecureTextField"));
+    EXPECT_EQ(captureError(), "Select a regular text field to dictate.") << "found by the search";
+    accessibility.unset(field, "AXSubrole");
+
+    accessibility.set(field, "AXFocused", false);
+    EXPECT_EQ(inspector.capture(0).element, std::nullopt) << "the group has no selection";
+}
+
+TEST_F(FieldInspectorTest, TheSearchKeepsItsBudgets) {
+    const auto group = accessibility.make(editor, "AXGroup", "group");
+    accessibility.set(field, "AXFocused", true);
+
+    // Too deep: the field stands below the thirteenth level.
+    auto parent = group;
+    for (int depth = 0; depth < 13; ++depth) {
+        const auto child = accessibility.make(editor, "AXGroup");
+        accessibility.append(parent, child);
+        parent = child;
+    }
+    accessibility.append(parent, field);
+    accessibility.focus(group);
+    EXPECT_EQ(inspector.capture(0).element, std::nullopt);
+
+    // Before the last 48 children.
+    const auto wide = accessibility.make(editor, "AXGroup", "wide");
+    accessibility.append(wide, field);
+    for (int i = 0; i < 48; ++i) accessibility.append(wide, accessibility.make(editor, "AXGroup"));
+    accessibility.focus(wide);
+    EXPECT_EQ(inspector.capture(0).element, std::nullopt);
+
+    // The 65th element, after 64 that were examined.
+    const auto many = accessibility.make(editor, "AXGroup", "many");
+    const auto first = accessibility.make(editor, "AXGroup", "first");
+    accessibility.append(first, field);
+    accessibility.append(many, first);
+    for (int i = 0; i < 47; ++i) {
+        const auto child = accessibility.make(editor, "AXGroup");
+        accessibility.append(many, child);
+        if (i < 16) accessibility.append(child, accessibility.make(editor, "AXGroup"));
+    }
+    accessibility.focus(many);
+    EXPECT_EQ(inspector.capture(0).element, std::nullopt);
+
+    // Elements that answer slowly use the time up.
+    const auto slow = accessibility.make(editor, "AXGroup", "slow");
+    for (int i = 0; i < 5; ++i) {
+        const auto child = i == 0 ? field : accessibility.make(editor, "AXGroup");
+        if (i > 0) accessibility.setDelay(child, 45ms);
+        accessibility.append(slow, child);
+    }
+    accessibility.focus(slow);
+    EXPECT_EQ(inspector.capture(0).element, std::nullopt);
+}
+
+TEST_F(FieldInspectorTest, AButtonIsNoDestinationButItsApplicationIs) {
+    const auto button = accessibility.make(editor, "AXButton", "button");
+    accessibility.focus(button);
+    const auto target = inspector.capture(0);
+    EXPECT_EQ(target.element, std::nullopt);
+    EXPECT_EQ(target.selection, std::nullopt);
+    accessibility.focus(field);
+    EXPECT_EQ(validateError(target), "") << "any field of the same window will do";
+}
+
+TEST_F(FieldInspectorTest, ValidationNamesWhatChanged) {
+    const auto target = inspector.capture(3);
+    EXPECT_EQ(validateError(target, 4), std::string("The destination changed while dictating.") + copyHint);
+
+    accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0});
+    EXPECT_EQ(validateError(target, 3), std::string("The text cursor moved.") + copyHint);
+
+    const auto second = accessibility.makeText(editor, "");
+    accessibility.focus(second);
+    EXPECT_EQ(validateError(target, 3), std::string("The focused field changed.") + copyHint);
+    accessibility.set(second, "AXSubrole", std::string("AXSecureTextField"));
+    EXPECT_EQ(validateError(target, 3), std::string("Select a regular text field.") + copyHint);
+
+    accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
+    EXPECT_EQ(validateError(target, 3), std::string("The active window changed.") + copyHint);
+
+    workspace.setFrontmost(RunningApplication{other, "Other"});
+    EXPECT_EQ(validateError(target, 3), std::string("The destination changed while dictating.") + copyHint);
+
+    accessibility.trusted = false;
+    EXPECT_EQ(validateError(target, 3), std::string("Accessibility access changed.") + copyHint);
+}
+
+TEST_F(FieldInspectorTest, ReadsTheFieldWithinItsLimit) {
+    const auto target = inspector.capture(0);
+    EXPECT_EQ(inspector.correctionField(target, true), "Hello ");
+    accessibility.set(field, "AXValue", std::string(100'000, 'x'));
+    EXPECT_TRUE(inspector.correctionField(target, true));
+    accessibility.set(field, "AXValue", std::string(100'001, 'x'));
+    EXPECT_FALSE(inspector.correctionField(target, true));
+    std::string greek;
+    for (int i = 0; i < 60'000; ++i) greek += "α";
+    accessibility.set(field, "AXValue", greek);
+    EXPECT_TRUE(inspector.correctionField(target, true)) << "units are counted, not bytes";
+
+    accessibility.focus(accessibility.makeText(editor, ""));
+    EXPECT_FALSE(inspector.correctionField(target, true));
+    EXPECT_TRUE(inspector.correctionField(target, false));
+    accessibility.set(field, "AXSubrole", std::string("AXSecureTextField"));
+    EXPECT_FALSE(inspector.correctionField(target, false));
+}
+
+TEST_F(FieldInspectorTest, AHungApplicationYieldsNothingAndDoesNotThrow) {
+    accessibility.hang(accessibility.applicationElement(editor));
+    accessibility.hang(accessibility.systemWideElement());
+    const auto target = inspector.capture(0);
+    EXPECT_EQ(target.element, std::nullopt);
+    EXPECT_EQ(target.window, std::nullopt);
+}
+
+}  // namespace
+}  // namespace quorvi

@@ -1,0 +1,260 @@
+#include "Quorvi/insertion/TextInsertion.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "Quorvi/insertion/PasteKeyboard.h"
+#include "QuorviCore/async/TaskScope.h"
+#include "QuorviCore/text/Text.h"
+#include "tests/fakes/FakeAccessibility.h"
+#include "tests/fakes/FakeKeyEventPoster.h"
+#include "tests/fakes/FakePasteboard.h"
+#include "tests/fakes/FakeWorkspace.h"
+
+namespace quorvi {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr pid_t editor = 100;
+
+class TextInsertionTest : public testing::Test {
+protected:
+    TextInsertionTest() {
+        workspace.setFrontmost(RunningApplication{editor, "Editor"});
+        accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
+        accessibility.focus(field);
+        accessibility.set(field, "AXSelectedTextRange", Utf16Range{6, 0});
+        poster.onPost = [this](const auto&) {
+            pastedFrom = pasteboard.text();
+            if (receives) accessibility.type(field, pastedFrom);
+        };
+        pasteboard.copyText("mine");
+        scheduler.settle();
+    }
+
+    static Task<void> run(TextInsertionTest* self, std::string text, InsertionTarget target,
+                          std::stop_token stop) {
+        TextInsertion::Request request{
+            .learnCorrections = self->learns,
+            .onVerifiedPaste = [self](const CorrectionContext&) { self->log("verified"); },
+            .onLearningEvent =
+                [self](const std::string& code, const TextInsertion::Counts& counts) {
+                    std::string line = code;
+                    for (const auto& [key, value] : counts)
+                        line += " " + key + "=" + std::to_string(value);
+                    self->log(line);
+                },
+            .currentInputGeneration = [self] { return self->generation; }};
+        auto inserting = self->insertion.insert(std::move(text), std::move(target),
+                                                std::move(request), stop);
+        try {
+            self->context = co_await inserting;
+            self->log("inserted");
+        } catch (const std::exception& error) {
+            self->log(error.what());
+        }
+    }
+
+    void begin(std::string text = "big ") {
+        target = FieldInspector(scheduler, accessibility, workspace).capture(generation);
+        task = scope.start(
+            [this, &text](std::stop_token stop) { return run(this, std::move(text), target, stop); });
+        scheduler.settle();
+    }
+    void log(std::string line) { lines.push_back(std::move(line)); }
+    std::string lastLine() const { return lines.empty() ? "" : lines.back(); }
+
+    VirtualScheduler scheduler;
+    TurnExecutor executor{scheduler};
+    FakeAccessibility accessibility{scheduler};
+    FakeWorkspace workspace;
+    FakePasteboard pasteboard{scheduler};
+    FakeKeyEventTap keyboard;
+    FakeKeyEventPoster poster{scheduler};
+    TextInsertion insertion{{scheduler, executor, accessibility, workspace, pasteboard, poster, keyboard}};
+    AXElement field = accessibility.makeText(editor, "Hello world");
+    InsertionTarget target;
+    bool learns = true;
+    bool receives = true;
+    std::uint64_t generation = 0;
+    std::string pastedFrom;
+    std::optional<CorrectionContext> context;
+    std::vector<std::string> lines;
+    TaskHandle task;
+    TaskScope scope{scheduler};
+};
+
+TEST_F(TextInsertionTest, PastesVerifiesAndGivesTheClipboardBackAfterTheWindow) {
+    begin();
+    ASSERT_EQ(poster.posts.size(), 1u);
+    EXPECT_EQ(poster.posts[0].pid, editor);
+    for (const auto& event : poster.posts[0].events)
+        EXPECT_EQ(event.sourceUserData, quorviPasteEventMarker);
+    EXPECT_EQ(pastedFrom, "big ");
+    EXPECT_EQ(accessibility.text(field), "Hello big world");
+    bool hinted = false;
+    for (const auto& representation : pasteboard.contents().at(0).representations)
+        hinted |= representation.type == "x-kde-passwordManagerHint";
+    EXPECT_TRUE(hinted) << "clipboard managers are told to leave it out";
+
+    scheduler.advance(850ms);
+    EXPECT_EQ(pasteboard.text(), "big ") << "kept for the whole window";
+    scheduler.advance(100ms);
+    EXPECT_EQ(pasteboard.text(), "mine");
+    EXPECT_EQ(lines, (std::vector<std::string>{
+                         "paste.before length=11 selectedLength=0 selection=6 transcriptLength=4",
+                         "paste.verified", "verified", "inserted"}));
+    ASSERT_TRUE(context);
+    EXPECT_EQ(context->prefix(), "Hello ");
+    EXPECT_EQ(context->suffix(), "world");
+}
+
+TEST_F(TextInsertionTest, WithoutLearningTheFieldIsNeverRead) {
+    learns = false;
+    begin();
+    scheduler.advance(1s);
+    EXPECT_EQ(lines, std::vector<std::string>{"inserted"});
+    EXPECT_FALSE(context);
+    EXPECT_TRUE(accessibility.queriesOf("AXValue").empty());
+    EXPECT_EQ(pasteboard.text(), "mine");
+}
+
+TEST_F(TextInsertionTest, ReportsWhyAPasteCouldNotBeVerified) {
+    receives = false;
+    begin();
+    scheduler.advance(1s);
+    EXPECT_EQ(lines[1], "paste.valueMismatch afterLength=11 expectedLength=15");
+
+    lines.clear();
+    accessibility.unset(field, "AXValue");
+    begin();
+    scheduler.advance(1s);
+    EXPECT_EQ(lines[0], "paste.beforeUnavailable afterLength=-1 expectedLength=-1");
+
+    lines.clear();
+    accessibility.set(field, "AXValue", std::string("short"));
+    begin();
+    scheduler.advance(1s);
+    EXPECT_EQ(lines[1], "paste.invalidRange afterLength=5 expectedLength=-1");
+
+    lines.clear();
+    receives = true;
+    accessibility.set(field, "AXValue", std::string());
+    accessibility.unset(field, "AXSelectedTextRange");
+    begin("whole");
+    accessibility.set(field, "AXValue", std::string("whole"));
+    scheduler.advance(1s);
+    EXPECT_EQ(lines[0], "paste.verifiedWholeField");
+    EXPECT_EQ(lastLine(), "inserted");
+}
+
+TEST_F(TextInsertionTest, WaitsForModifiersToBeReleasedAndGivesUpAfterTwoSeconds) {
+    keyboard.install([](const TapEvent&) { return TapVerdict::pass; });
+    keyboard.setEnabled(true);
+    keyboard.press(keyCode::leftShift);
+    begin();
+    scheduler.advance(1s);
+    EXPECT_TRUE(poster.posts.empty());
+    keyboard.release(keyCode::leftShift);
+    scheduler.advance(50ms);
+    EXPECT_EQ(poster.posts.size(), 1u);
+    scheduler.advance(1s);
+
+    accessibility.set(field, "AXSelectedTextRange", Utf16Range{0, 0});
+    keyboard.press(keyCode::rightOption);
+    pasteboard.journal.clear();
+    begin();
+    scheduler.advance(2s);
+    EXPECT_EQ(lastLine(),
+              "A modifier key is still held. Release it and copy the transcript from Quorvi.");
+    EXPECT_TRUE(pasteboard.journal.empty()) << "the clipboard was not touched";
+}
+
+TEST_F(TextInsertionTest, TypingAtAnyMomentBeforeThePasteStopsIt) {
+    const auto changed =
+        "The destination changed while dictating. Your transcript is ready to copy in Quorvi.";
+    for (const auto* attribute : {"AXFocusedWindow", "AXSelectedTextRange", "AXValue"}) {
+        lines.clear();
+        poster.posts.clear();
+        accessibility.onQuery = [this, attribute](const FakeAccessibility::Query& query) {
+            if (query.attribute == attribute && task.isCancelled() == false && !target.appName.empty())
+                ++generation;
+        };
+        const auto before = generation;
+        begin();
+        scheduler.advance(1s);
+        accessibility.onQuery = nullptr;
+        if (generation == before) continue;
+        EXPECT_EQ(lastLine(), changed) << "typed during a query for " << attribute;
+        EXPECT_TRUE(poster.posts.empty());
+        EXPECT_EQ(pasteboard.text(), "mine");
+    }
+}
+
+TEST_F(TextInsertionTest, ANewerCopyOfTheUserWins) {
+    begin();
+    scheduler.advance(200ms);
+    pasteboard.copyText("newer");
+    scheduler.advance(1s);
+    EXPECT_EQ(pasteboard.text(), "newer");
+}
+
+TEST_F(TextInsertionTest, CancellingAtAnyMomentGivesTheClipboardBackAndPastesNothingLater) {
+    for (auto moment : {0ms, 50ms, 400ms, 850ms}) {
+        poster.posts.clear();
+        lines.clear();
+        begin();
+        scheduler.advance(moment);
+        task.cancel();
+        scheduler.settle();
+        EXPECT_EQ(pasteboard.text(), "mine") << moment.count() << " ms after the paste";
+        EXPECT_NE(lastLine(), "inserted");
+        accessibility.set(field, "AXValue", std::string("Hello world"));
+        accessibility.set(field, "AXSelectedTextRange", Utf16Range{6, 0});
+    }
+    keyboard.install([](const TapEvent&) { return TapVerdict::pass; });
+    keyboard.setEnabled(true);
+    keyboard.press(keyCode::leftShift);
+    begin();
+    task.cancel();
+    poster.posts.clear();
+    keyboard.release(keyCode::leftShift);
+    scheduler.advance(3s);
+    EXPECT_TRUE(poster.posts.empty());
+}
+
+TEST_F(TextInsertionTest, ClipboardTroubleIsReportedAndLosesNothing) {
+    const auto unavailable =
+        "The clipboard is unavailable. Your transcript is ready to copy in Quorvi.";
+    pasteboard.refusesWrites = true;
+    begin();
+    EXPECT_EQ(lastLine(), unavailable);
+    EXPECT_EQ(pasteboard.text(), "mine");
+    pasteboard.refusesWrites = false;
+
+    pasteboard.ownerHangs = true;
+    begin();
+    scheduler.advance(5s);
+    EXPECT_EQ(lastLine(), unavailable);
+    EXPECT_TRUE(poster.posts.empty());
+    pasteboard.ownerHangs = false;
+
+    poster.available = false;
+    begin();
+    EXPECT_EQ(lastLine(), "Could not send Paste. Your transcript is ready to copy in Quorvi.");
+    EXPECT_EQ(pasteboard.text(), "mine");
+}
+
+TEST_F(TextInsertionTest, AnEmptyClipboardIsEmptyAgainAfterwards) {
+    pasteboard.copy({});
+    begin();
+    EXPECT_EQ(pasteboard.text(), "big ");
+    scheduler.advance(1s);
+    EXPECT_TRUE(pasteboard.contents().empty());
+}
+
+}  // namespace
+}  // namespace quorvi
