@@ -26,7 +26,7 @@ namespace quorvi {
 template <class T>
 class Future;
 
-namespace detail {
+namespace internal {
 
 template <class T>
 struct FutureState {
@@ -55,33 +55,33 @@ struct FutureState {
     }
 };
 
-}  // namespace detail
+}  // namespace internal
 
 template <class T>
 class Promise {
 public:
     explicit Promise(Scheduler& scheduler)
-        : state_(std::make_shared<detail::FutureState<T>>(scheduler)) {}
+        : state_(std::make_shared<internal::FutureState<T>>(scheduler)) {}
 
     // The first outcome counts; later ones are ignored. Thread-safe.
     template <class... V>
     void resolve(V&&... value) {
-        using State = detail::FutureState<T>;
+        using State = internal::FutureState<T>;
         State::template settle<1>(state_, typename State::Value(std::forward<V>(value)...));
     }
     void reject(std::exception_ptr error) {
-        detail::FutureState<T>::template settle<2>(state_, std::move(error));
+        internal::FutureState<T>::template settle<2>(state_, std::move(error));
     }
 
     Future<T> future(std::stop_token stop = {}) { return Future<T>(state_, std::move(stop)); }
 
 private:
-    std::shared_ptr<detail::FutureState<T>> state_;
+    std::shared_ptr<internal::FutureState<T>> state_;
 };
 
 template <class T>
 class [[nodiscard]] Future {
-    using State = detail::FutureState<T>;
+    using State = internal::FutureState<T>;
     struct OnStop {
         std::shared_ptr<State> state;
         void operator()() const {

@@ -59,7 +59,7 @@ private:
     Handle handle_;
 };
 
-namespace detail {
+namespace internal {
 
 struct PromiseBase {
     std::coroutine_handle<> waiting;
@@ -78,10 +78,10 @@ struct PromiseBase {
     Final final_suspend() const noexcept { return {}; }
 };
 
-}  // namespace detail
+}  // namespace internal
 
 template <class T>
-struct Task<T>::promise_type : detail::PromiseBase {
+struct Task<T>::promise_type : internal::PromiseBase {
     std::variant<std::monostate, T, std::exception_ptr> result;
 
     Task get_return_object() { return Task{Handle::from_promise(*this)}; }
@@ -97,7 +97,7 @@ struct Task<T>::promise_type : detail::PromiseBase {
 };
 
 template <>
-struct Task<void>::promise_type : detail::PromiseBase {
+struct Task<void>::promise_type : internal::PromiseBase {
     std::exception_ptr error;
 
     Task get_return_object() { return Task{Handle::from_promise(*this)}; }

@@ -7,6 +7,7 @@
 #include "QuorviCore/async/Task.h"
 #include "QuorviCore/transcription/HttpTransport.h"
 #include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/transcription/ServiceAddress.h"
 #include "QuorviCore/transcription/TranscriptionOptions.h"
 
 namespace quorvi {
@@ -37,9 +38,5 @@ private:
     HttpTransport& transport_;
     std::string service_;
 };
-
-// The service to use: `configured` when it is a valid address ("https://host[:port]", or "http://"
-// for a loopback host only), the OpenAI API when it is empty. Throws QuorviError for anything else.
-std::string serviceAddress(const std::string& configured);
 
 }  // namespace quorvi

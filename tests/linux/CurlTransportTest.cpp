@@ -1,0 +1,299 @@
+#include "Quorvi/platform/linux/CurlTransport.h"
+
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/linux/support/Await.h"
+#include "tests/linux/support/TlsServer.h"
+
+namespace quorvi {
+namespace {
+
+using namespace std::chrono_literals;
+using test::await;
+using test::Running;
+using test::TestAuthority;
+using test::TlsServer;
+
+HttpRequest get(const std::string& url) {
+    return {.method = "GET", .url = url, .headers = {}, .body = {}};
+}
+
+HttpRequest post(const std::string& url, Bytes body) {
+    return {.method = "POST", .url = url, .headers = {}, .body = std::move(body)};
+}
+
+std::string text(const std::optional<HttpResponse>& response) {
+    return response ? std::string(response->body.begin(), response->body.end()) : "(no response)";
+}
+
+std::size_t countOf(const std::string& needle, const std::string& haystack) {
+    std::size_t count = 0;
+    for (auto at = haystack.find(needle); at != haystack.npos; at = haystack.find(needle, at + 1))
+        ++count;
+    return count;
+}
+
+Bytes pattern(std::size_t size) {
+    Bytes bytes(size);
+    for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<std::uint8_t>(i * 31 + i / 251);
+    return bytes;
+}
+
+// A loopback port that is bound: with listen() it accepts connections that nobody ever answers,
+// without it every connection is refused.
+class BoundPort {
+public:
+    explicit BoundPort(bool listens) : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        auto* generic = reinterpret_cast<sockaddr*>(&address);
+        socklen_t size = sizeof address;
+        bind(socket_, generic, size);
+        getsockname(socket_, generic, &size);
+        port_ = ntohs(address.sin_port);
+        if (listens) listen(socket_, 8);
+    }
+    ~BoundPort() { close(socket_); }
+    std::string url(const std::string& scheme) const {
+        return scheme + "://127.0.0.1:" + std::to_string(port_) + "/";
+    }
+
+private:
+    int socket_;
+    int port_ = 0;
+};
+
+// The authority and the usual server are made once: each takes a third of a second.
+class CurlTransportTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        authority = std::make_unique<TestAuthority>();
+        authority->issue("server", "IP:127.0.0.1,DNS:localhost");
+    }
+    static void TearDownTestSuite() { authority.reset(); }
+
+    std::optional<HttpResponse> send(HttpRequest request) {
+        Running<HttpResponse> running(transport->send(std::move(request), {}));
+        EXPECT_TRUE(await(scheduler, running));
+        failure = running.failure();
+        return running.value();
+    }
+    // Read over a transport of its own, whose connections the tested one can't use.
+    std::string journal() {
+        Running<HttpResponse> running(observer.send(get(server.url("/stats")), {}));
+        EXPECT_TRUE(await(scheduler, running));
+        return text(running.value());
+    }
+    std::size_t connections() {
+        const auto told = journal();
+        const std::string key = "\"connections\": ";
+        return std::stoul(told.substr(told.find(key) + key.size()));
+    }
+    void waitForRequest(const std::string& line) {
+        while (countOf(line, journal()) == 0) scheduler.runFor(5ms);
+    }
+
+    static std::unique_ptr<TestAuthority> authority;
+    LoopScheduler scheduler;
+    TlsServer server{*authority, "server"};
+    std::unique_ptr<CurlTransport> transport =
+        std::make_unique<CurlTransport>(scheduler, authority->caFile());
+    CurlTransport observer{scheduler, authority->caFile()};
+    std::string failure;
+};
+std::unique_ptr<TestAuthority> CurlTransportTest::authority;
+
+TEST_F(CurlTransportTest, RequestArrivesWholeAndWithoutWaitingForContinue) {
+    auto request = post(server.url("/tell"), pattern(2'000'000));
+    request.headers = {{"Authorization", "Bearer sk-test"}};
+    const auto response = send(std::move(request));
+    ASSERT_TRUE(response) << failure;
+    EXPECT_EQ(response->status, 200);
+    EXPECT_EQ(text(response),
+              R"({"bytes": 2000000, "expect": "none", "authorization": "Bearer sk-test"})");
+}
+
+TEST_F(CurlTransportTest, LargeBodiesPassByteForByteInBothDirections) {
+    const auto body = pattern(20'000'000);
+    const auto echoed = send(post(server.url("/echo"), body));
+    ASSERT_TRUE(echoed) << failure;
+    EXPECT_TRUE(echoed->body == body);
+    const auto large = send(get(server.url("/large")));
+    ASSERT_TRUE(large) << failure;
+    EXPECT_EQ(large->body.size(), 256u * 20 * 4096);
+}
+
+TEST_F(CurlTransportTest, AnswerWithoutEndIsGivenUp) {
+    EXPECT_FALSE(send(get(server.url("/endless"))));
+    EXPECT_EQ(failure, "The answer of the speech service was too large.");
+}
+
+TEST_F(CurlTransportTest, OnlyAValidCertificateForTheHostIsTrusted) {
+    const std::string distrust =
+        "The speech service could not be trusted. Its certificate is not valid.";
+    authority->issue("elsewhere", "DNS:speech.example");
+    authority->issue("expired", "IP:127.0.0.1", -1);
+    for (const std::string name : {"elsewhere", "expired"}) {
+        TlsServer other(*authority, name);
+        EXPECT_FALSE(send(get(other.url("/stats")))) << name;
+        EXPECT_EQ(failure, distrust) << name;
+    }
+    transport = std::make_unique<CurlTransport>(scheduler);  // trusts only the system's authorities
+    EXPECT_FALSE(send(get(server.url("/stats"))));
+    EXPECT_EQ(failure, distrust);
+    TestAuthority stranger;
+    transport = std::make_unique<CurlTransport>(scheduler, stranger.caFile());
+    EXPECT_FALSE(send(get(server.url("/stats"))));
+    EXPECT_EQ(failure, distrust);
+}
+
+TEST_F(CurlTransportTest, ServerThatCannotBeReachedIsReportedInASentence) {
+    const BoundPort closed(false);
+    EXPECT_FALSE(send(get(closed.url("https"))));
+    EXPECT_EQ(failure, "The speech service could not be reached. The connection was refused.");
+
+    EXPECT_FALSE(send(get("https://speech.invalid/")));
+    EXPECT_EQ(
+        failure,
+        "The speech service could not be found. Check your internet connection and try again.");
+}
+
+TEST_F(CurlTransportTest, PeerThatBreaksTheExchangeIsReported) {
+    const std::string lost = "The connection to the speech service was lost. Please try again.";
+    EXPECT_FALSE(send(get(server.url("/cut"))));
+    EXPECT_EQ(failure, lost);
+    EXPECT_FALSE(send(get(server.url("/silent"))));
+    EXPECT_EQ(failure, lost);
+
+    // An answer that is not HTTP is an answer without a status.
+    const auto garbage = send(get(server.url("/garbage")));
+    ASSERT_TRUE(garbage) << failure;
+    EXPECT_EQ(garbage->status, 0);
+}
+
+TEST_F(CurlTransportTest, PeerThatStopsAnsweringTimesOut) {
+    const std::string late = "The speech service did not answer in time. Please try again.";
+    const BoundPort mute(true);
+    const std::string urls[] = {server.url("/never"), server.url("/stalls"), mute.url("https")};
+    std::vector<std::unique_ptr<Running<HttpResponse>>> all;
+    for (const auto& url : urls) {
+        auto request = get(url);
+        request.timeout = 1s;
+        auto task = transport->send(std::move(request), {});
+        all.push_back(std::make_unique<Running<HttpResponse>>(std::move(task)));
+    }
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        ASSERT_TRUE(await(scheduler, *all[i]));
+        EXPECT_EQ(all[i]->failure(), late) << urls[i];
+    }
+}
+
+TEST_F(CurlTransportTest, RedirectsAndCookiesAreNotFollowed) {
+    const auto moved = send(get(server.url("/redirect")));
+    ASSERT_TRUE(moved) << failure;
+    EXPECT_EQ(moved->status, 302);
+    EXPECT_EQ(text(moved), "moved");
+    EXPECT_EQ(countOf("/target", journal()), 0u);
+    EXPECT_EQ(text(send(get(server.url("/cookie")))), "none");
+    EXPECT_EQ(text(send(get(server.url("/cookie")))), "none");
+}
+
+TEST_F(CurlTransportTest, HeaderWithALineBreakIsNotSent) {
+    auto request = get(server.url("/tell"));
+    request.headers = {{"Authorization", "Bearer a\r\nX-Other: b"}};
+    EXPECT_FALSE(send(std::move(request)));
+    EXPECT_NE(failure, "");
+    EXPECT_EQ(countOf("/tell", journal()), 0u);
+}
+
+TEST_F(CurlTransportTest, RequestUsesTheConnectionOpenedBefore) {
+    transport->openConnection(server.url("/opened"));
+    waitForRequest("HEAD /opened");
+    const auto before = connections();
+    ASSERT_TRUE(send(post(server.url("/tell"), pattern(50'000)))) << failure;
+    EXPECT_EQ(connections(), before);
+}
+
+TEST_F(CurlTransportTest, OneConnectionIsOpenedAtATimeAndTheRequestDoesNotWaitForIt) {
+    // The server answers the HEAD only after a POST.
+    for (int i = 0; i < 5; ++i) transport->openConnection(server.url("/held"));
+    waitForRequest("HEAD /held");
+    ASSERT_TRUE(send(post(server.url("/tell"), pattern(50'000)))) << failure;
+    EXPECT_EQ(countOf("HEAD /held", journal()), 1u);
+}
+
+TEST_F(CurlTransportTest, OpenedConnectionThatTheServerClosedIsReplaced) {
+    transport->openConnection(server.url("/once"));
+    waitForRequest("HEAD /once");
+    const auto response = send(post(server.url("/tell"), pattern(50'000)));
+    ASSERT_TRUE(response) << failure;
+    EXPECT_EQ(response->status, 200);
+}
+
+TEST_F(CurlTransportTest, FailureToOpenAConnectionShowsOnlyInTheRequest) {
+    const BoundPort closed(false);
+    transport->openConnection(closed.url("https"));
+    transport->openConnection("no address at all");
+    EXPECT_TRUE(send(get(server.url("/stats")))) << failure;
+}
+
+TEST_F(CurlTransportTest, StopEndsTheRequestAndLeavesTheOthersAlone) {
+    std::stop_source stop;
+    Running<HttpResponse> stopped(transport->send(get(server.url("/never")), stop.get_token()));
+    Running<HttpResponse> other(transport->send(post(server.url("/tell"), pattern(9)), {}));
+    waitForRequest("GET /never");
+    EXPECT_FALSE(stopped.ended());
+    stop.request_stop();
+    ASSERT_TRUE(await(scheduler, stopped));
+    EXPECT_TRUE(stopped.cancelled());
+    ASSERT_TRUE(await(scheduler, other));
+    EXPECT_TRUE(other.value()) << other.failure();
+
+    // A stop that comes first sends nothing at all.
+    Running<HttpResponse> late(transport->send(get(server.url("/late")), stop.get_token()));
+    EXPECT_TRUE(late.cancelled());
+    EXPECT_EQ(countOf("/late", journal()), 0u);
+}
+
+TEST_F(CurlTransportTest, ManyRequestsAtOnceKeepTheirAnswersApart) {
+    std::vector<std::unique_ptr<Running<HttpResponse>>> all;
+    for (std::size_t i = 1; i <= 24; ++i) {
+        auto task = transport->send(post(server.url("/echo"), pattern(i * 10'000)), {});
+        all.push_back(std::make_unique<Running<HttpResponse>>(std::move(task)));
+    }
+    for (std::size_t i = 1; i <= all.size(); ++i) {
+        ASSERT_TRUE(await(scheduler, *all[i - 1]));
+        ASSERT_TRUE(all[i - 1]->value()) << all[i - 1]->failure();
+        EXPECT_TRUE(all[i - 1]->value()->body == pattern(i * 10'000)) << i;
+    }
+}
+
+TEST_F(CurlTransportTest, DestructionEndsWhatIsUnderWay) {
+    std::stop_source stop;
+    const BoundPort mute(true);
+    Running<HttpResponse> waiting(transport->send(get(server.url("/never")), stop.get_token()));
+    Running<HttpResponse> handshaking(transport->send(get(mute.url("https")), stop.get_token()));
+    waitForRequest("GET /never");
+    auto abandoned =
+        std::make_unique<Running<HttpResponse>>(transport->send(get(server.url("/large")), {}));
+    transport->openConnection(server.url("/held"));
+    transport.reset();
+    abandoned.reset();
+    stop.request_stop();
+    ASSERT_TRUE(await(scheduler, waiting));
+    ASSERT_TRUE(await(scheduler, handshaking));
+    EXPECT_TRUE(waiting.cancelled());
+    EXPECT_TRUE(handshaking.cancelled());
+}
+
+}  // namespace
+}  // namespace quorvi
