@@ -12,7 +12,8 @@ endif()
 
 add_library(quorvi_options INTERFACE)
 target_compile_options(quorvi_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast)
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
+    -Wno-missing-field-initializers)  # designated initialisers leave out what has a default
 target_include_directories(quorvi_options INTERFACE ${PROJECT_SOURCE_DIR})
 if(QUORVI_SANITIZE)
     add_compile_options(-fsanitize=${QUORVI_SANITIZE} -fno-omit-frame-pointer)

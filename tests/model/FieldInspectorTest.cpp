@@ -39,6 +39,12 @@ protected:
         return "";
     }
 
+    // The application names a group as focused; inside it, the field has the focus.
+    void focusThrough(const AXElement& group) {
+        accessibility.focus(group);
+        accessibility.set(field, "AXFocused", true);
+    }
+
     VirtualScheduler scheduler;
     FakeAccessibility accessibility{scheduler};
     FakeWorkspace workspace;
@@ -86,8 +92,7 @@ TEST_F(FieldInspectorTest, FindsTheTextElementInsideAFocusedGroup) {
     accessibility.append(group, inner);
     accessibility.append(inner, field);
     accessibility.append(inner, label);
-    accessibility.set(field, "AXFocused", true);
-    accessibility.focus(group);
+    focusThrough(group);
     EXPECT_EQ(inspector.capture(0).element, field);
 
     accessibility.set(field, "AXSubrole", std::string("AXSecureTextField"));
@@ -98,50 +103,61 @@ TEST_F(FieldInspectorTest, FindsTheTextElementInsideAFocusedGroup) {
     EXPECT_EQ(inspector.capture(0).element, std::nullopt) << "the group has no selection";
 }
 
-TEST_F(FieldInspectorTest, TheSearchKeepsItsBudgets) {
-    const auto group = accessibility.make(editor, "AXGroup", "group");
-    accessibility.set(field, "AXFocused", true);
-
-    // Too deep: the field stands below the thirteenth level.
-    auto parent = group;
-    for (int depth = 0; depth < 13; ++depth) {
-        const auto child = accessibility.make(editor, "AXGroup");
-        accessibility.append(parent, child);
-        parent = child;
+TEST_F(FieldInspectorTest, TheSearchGoesTwelveLevelsDown) {
+    for (int levels : {11, 12}) {
+        const auto top = accessibility.make(editor, "AXGroup", "top");
+        auto parent = top;
+        for (int level = 0; level < levels; ++level) {
+            const auto child = accessibility.make(editor, "AXGroup");
+            accessibility.append(parent, child);
+            parent = child;
+        }
+        accessibility.append(parent, field);
+        focusThrough(top);
+        EXPECT_EQ(inspector.capture(0).element.has_value(), levels == 11) << levels;
     }
-    accessibility.append(parent, field);
-    accessibility.focus(group);
-    EXPECT_EQ(inspector.capture(0).element, std::nullopt);
+}
 
-    // Before the last 48 children.
-    const auto wide = accessibility.make(editor, "AXGroup", "wide");
-    accessibility.append(wide, field);
-    for (int i = 0; i < 48; ++i) accessibility.append(wide, accessibility.make(editor, "AXGroup"));
-    accessibility.focus(wide);
-    EXPECT_EQ(inspector.capture(0).element, std::nullopt);
-
-    // The 65th element, after 64 that were examined.
-    const auto many = accessibility.make(editor, "AXGroup", "many");
-    const auto first = accessibility.make(editor, "AXGroup", "first");
-    accessibility.append(first, field);
-    accessibility.append(many, first);
-    for (int i = 0; i < 47; ++i) {
-        const auto child = accessibility.make(editor, "AXGroup");
-        accessibility.append(many, child);
-        if (i < 16) accessibility.append(child, accessibility.make(editor, "AXGroup"));
+TEST_F(FieldInspectorTest, TheSearchLooksAtTheLastChildrenAndAtSoManyElements) {
+    for (int after : {47, 48}) {
+        const auto wide = accessibility.make(editor, "AXGroup", "wide");
+        accessibility.append(wide, field);
+        for (int i = 0; i < after; ++i)
+            accessibility.append(wide, accessibility.make(editor, "AXGroup"));
+        focusThrough(wide);
+        EXPECT_EQ(inspector.capture(0).element.has_value(), after == 47) << after << " children";
     }
-    accessibility.focus(many);
-    EXPECT_EQ(inspector.capture(0).element, std::nullopt);
-
-    // Elements that answer slowly use the time up.
-    const auto slow = accessibility.make(editor, "AXGroup", "slow");
-    for (int i = 0; i < 5; ++i) {
-        const auto child = i == 0 ? field : accessibility.make(editor, "AXGroup");
-        if (i > 0) accessibility.setDelay(child, 45ms);
-        accessibility.append(slow, child);
+    // The start, the later children and theirs are examined before the first child's field.
+    for (int before : {63, 64}) {
+        const auto many = accessibility.make(editor, "AXGroup", "many");
+        accessibility.append(many, field);
+        int examined = 1;
+        for (int i = 0; i < 40 && examined < before; ++i) {
+            const auto child = accessibility.make(editor, "AXGroup");
+            accessibility.append(many, child);
+            ++examined;
+            if (examined < before) {
+                accessibility.append(child, accessibility.make(editor, "AXGroup"));
+                ++examined;
+            }
+        }
+        focusThrough(many);
+        EXPECT_EQ(inspector.capture(0).element.has_value(), before == 63) << before << " before it";
     }
-    accessibility.focus(slow);
-    EXPECT_EQ(inspector.capture(0).element, std::nullopt);
+}
+
+TEST_F(FieldInspectorTest, TheSearchEndsWhenItsTimeIsUp) {
+    for (int slowOnes : {1, 4}) {
+        const auto slow = accessibility.make(editor, "AXGroup", "slow");
+        accessibility.append(slow, field);
+        for (int i = 0; i < slowOnes; ++i) {
+            const auto child = accessibility.make(editor, "AXGroup");
+            accessibility.setDelay(child, 45ms);
+            accessibility.append(slow, child);
+        }
+        focusThrough(slow);
+        EXPECT_EQ(inspector.capture(0).element.has_value(), slowOnes == 1) << slowOnes;
+    }
 }
 
 TEST_F(FieldInspectorTest, AButtonIsNoDestinationButItsApplicationIs) {

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+
+#include "Quorvi/dictation/AppModel.h"
+
+namespace quorvi {
+
+// The adapters of a Linux desktop, put together. Lives on the main thread, outlives the controller
+// that stands on it, and ends its threads when it is destroyed.
+class LinuxDesktop {
+public:
+    explicit LinuxDesktop(Scheduler& scheduler);
+    ~LinuxDesktop();
+    LinuxDesktop(const LinuxDesktop&) = delete;
+    LinuxDesktop& operator=(const LinuxDesktop&) = delete;
+
+    // What a controller stands on, with the caller's stores. The caller adds the service, and the
+    // synchronisation.
+    AppModel::Environment environment(Preferences& preferences, KeyStore& keyStore,
+                                      HistoryStore& history, CorrectionStore& corrections,
+                                      CorrectionObserver& correctionObserver);
+
+private:
+    struct Adapters;
+    Scheduler& scheduler_;
+    std::unique_ptr<Adapters> adapters_;
+};
+
+}  // namespace quorvi
