@@ -155,7 +155,9 @@ const std::vector<std::string> spaces{" ",      " ",      "  ",     "\t",     "\
 class Generator {
 public:
     explicit Generator(unsigned seed) : random_(seed) {
-        letters_ = sample(letters, 2 + below(5));
+        // Phrases that repeat their words overlap themselves and each other.
+        if (one(3)) wordLength_ = 1;
+        letters_ = sample(letters, wordLength_ == 1 ? 2 : 2 + below(5));
         symbols_ = sample(symbols, 1 + below(3));
         spaces_ = sample(spaces, 1 + below(2));
     }
@@ -215,7 +217,7 @@ private:
     }
     std::string word() {
         std::string result;
-        for (std::size_t n = 1 + below(3); n > 0; --n) result += any(letters_);
+        for (std::size_t n = 1 + below(wordLength_); n > 0; --n) result += any(letters_);
         return result;
     }
     std::string phrase() {
@@ -249,6 +251,7 @@ private:
     }
 
     std::mt19937 random_;
+    std::size_t wordLength_ = 3;
     std::vector<std::string> letters_, symbols_, spaces_;
 };
 
