@@ -263,7 +263,7 @@ unsigned fromEnvironment(const char* name, unsigned otherwise) {
 // More rounds from another seed: QUORVI_SEED=… QUORVI_ROUNDS=… core_tests
 TEST(TextCorrectionsDifferential, RandomRulesGiveWhatTheirRegularExpressionsGive) {
     const unsigned seed = fromEnvironment("QUORVI_SEED", 1);
-    const unsigned rounds = fromEnvironment("QUORVI_ROUNDS", 160);
+    const unsigned rounds = fromEnvironment("QUORVI_ROUNDS", 100);
     std::size_t changed = 0;
     for (unsigned round = seed; round < seed + rounds && !HasFailure(); ++round) {
         Generator generator(round);
