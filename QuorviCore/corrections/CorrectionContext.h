@@ -16,8 +16,8 @@ public:
 
     // The context of pasting `transcript` over `selection` of the field; nothing when the field is
     // over the limit, the transcript empty, or the range not one of whole characters in the field.
-    static std::optional<CorrectionContext> make(std::string_view fieldBefore,
-                                                 Utf16Range selection, std::string transcript);
+    static std::optional<CorrectionContext> make(std::string_view fieldBefore, Utf16Range selection,
+                                                 std::string transcript);
 
     // Whether a field read after the paste shows the transcript where it was expected.
     static std::optional<CorrectionContext> verified(const std::optional<std::string>& fieldBefore,
@@ -38,7 +38,9 @@ public:
 
 private:
     CorrectionContext(std::string prefix, std::string transcript, std::string suffix)
-        : prefix_(std::move(prefix)), transcript_(std::move(transcript)), suffix_(std::move(suffix)) {}
+        : prefix_(std::move(prefix)),
+          transcript_(std::move(transcript)),
+          suffix_(std::move(suffix)) {}
 
     std::string prefix_;
     std::string transcript_;

@@ -18,7 +18,7 @@ struct TextCorrection {
     std::string replacement;  // written exactly as it stands
     bool isEnabled = true;
     bool learnedAutomatically = false;
-    Date updatedAt;
+    Date updatedAt{};  // set at every save
 
     // What is wrong with the rule, as a sentence for the user; nothing when it is acceptable.
     std::optional<std::string> validationMessage() const;

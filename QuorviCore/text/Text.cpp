@@ -1,90 +1,80 @@
 #include "QuorviCore/text/Text.h"
 
-#include <unicode/brkiter.h>
-#include <unicode/normalizer2.h>
-#include <unicode/uchar.h>
-#include <unicode/unistr.h>
-#include <unicode/utext.h>
-#include <unicode/utf8.h>
+#include <algorithm>
 
-#include <memory>
-#include <stdexcept>
+#include "QuorviCore/text/GraphemeIterator.h"
+#include "QuorviCore/text/Icu.h"
+#include "QuorviCore/text/Utf8Bytes.h"
 
 namespace quorvi::text {
 
+using icuText::fromUtf8;
+
 namespace {
 
-const icu::Normalizer2& nfc() {
-    static const icu::Normalizer2* instance = [] {
-        UErrorCode status = U_ZERO_ERROR;
-        const auto* n = icu::Normalizer2::getNFCInstance(status);
-        if (U_FAILURE(status)) throw std::runtime_error("The Unicode data could not be loaded.");
-        return n;
-    }();
-    return *instance;
-}
-
-icu::UnicodeString toUnicode(std::string_view s) {
-    return icu::UnicodeString::fromUTF8(icu::StringPiece(s.data(), static_cast<int32_t>(s.size())));
-}
-
-bool isAscii(std::string_view s) {
-    for (unsigned char c : s)
-        if (c >= 0x80) return false;
-    return true;
-}
-
-// Calls visit(end offset in bytes) at every character boundary after the start, until it says stop.
-template <class Visit>
-void forEachCharacterEnd(std::string_view s, Visit visit) {
-    thread_local std::unique_ptr<icu::BreakIterator> iterator = [] {
-        UErrorCode status = U_ZERO_ERROR;
-        std::unique_ptr<icu::BreakIterator> it(
-            icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-        if (U_FAILURE(status)) throw std::runtime_error("The Unicode data could not be loaded.");
-        return it;
-    }();
-    UErrorCode status = U_ZERO_ERROR;
-    UText view = UTEXT_INITIALIZER;
-    utext_openUTF8(&view, s.data(), static_cast<int64_t>(s.size()), &status);
-    iterator->setText(&view, status);
-    if (U_SUCCESS(status)) {
-        for (int32_t end = iterator->next(); end != icu::BreakIterator::DONE; end = iterator->next())
-            if (!visit(static_cast<std::size_t>(end))) break;
-    }
-    utext_close(&view);
+// Whether the decompositions before and after the offset are independent of each other.
+bool isNormalizationBoundary(std::string_view s, std::size_t offset) {
+    if (offset == 0 || offset == s.size()) return true;
+    if (isContinuation(s[offset])) return false;
+    return icuText::nfd().hasBoundaryBefore(icuText::next(s, offset));
 }
 
 }  // namespace
 
 bool equal(std::string_view a, std::string_view b) {
     if (a == b) return true;
-    if (isAscii(a) && isAscii(b)) return false;
+    // Only what lies between the common start and the common end needs normalising.
+    std::size_t start = sharedLeadingBytes(a, b);
+    while (!(isNormalizationBoundary(a, start) && isNormalizationBoundary(b, start))) --start;
+    a.remove_prefix(start);
+    b.remove_prefix(start);
+    std::size_t end = sharedTrailingBytes(a, b, std::min(a.size(), b.size()));
+    while (
+        !(isNormalizationBoundary(a, a.size() - end) && isNormalizationBoundary(b, b.size() - end)))
+        --end;
+    a.remove_suffix(end);
+    b.remove_suffix(end);
+    if (isAscii(a) && isAscii(b)) return a == b;
     return toNfc(a) == toNfc(b);
 }
 
-std::string toNfc(std::string_view s) {
-    if (isAscii(s)) return std::string(s);
+bool isNfc(std::string_view s) {
+    if (isAscii(s)) return true;
+    if (!isValidUtf8(s)) return false;
     UErrorCode status = U_ZERO_ERROR;
-    std::string result;
-    nfc().normalize(toUnicode(s), status).toUTF8String(result);
-    return result;
+    const icu::StringPiece piece(s.data(), static_cast<int32_t>(s.size()));
+    return icuText::nfc().isNormalizedUTF8(piece, status) && U_SUCCESS(status);
+}
+
+std::string toNfc(std::string_view s) {
+    if (isNfc(s)) return std::string(s);
+    UErrorCode status = U_ZERO_ERROR;
+    return icuText::toUtf8(icuText::nfc().normalize(fromUtf8(s), status));
+}
+
+std::string wellFormed(std::string_view s) {
+    return isValidUtf8(s) ? std::string(s) : icuText::toUtf8(fromUtf8(s));
 }
 
 std::int64_t utf16Length(std::string_view s) {
     std::int64_t units = 0;
-    const auto size = static_cast<int32_t>(s.size());
-    for (int32_t i = 0; i < size;) {
-        UChar32 c;
-        U8_NEXT_OR_FFFD(s.data(), i, size, c);
-        units += U16_LENGTH(c);
+    for (std::size_t i = 0; i < s.size();) {
+        const std::size_t run = asciiPrefix(s.substr(i));
+        i += run;
+        units += static_cast<std::int64_t>(run);
+        if (i < s.size()) units += U16_LENGTH(icuText::next(s, i));
     }
     return units;
 }
 
 std::size_t characterCount(std::string_view s) {
+    if (isAscii(s)) {
+        std::size_t count = s.size();
+        for (std::size_t at = s.find("\r\n"); at != s.npos; at = s.find("\r\n", at + 2)) --count;
+        return count;
+    }
     std::size_t count = 0;
-    forEachCharacterEnd(s, [&](std::size_t) { return ++count, true; });
+    GraphemeIterator(s).forEachEnd([&](std::size_t) { return ++count, true; });
     return count;
 }
 
@@ -93,54 +83,31 @@ std::string_view firstCharacters(std::string_view s, std::size_t count) {
     if (s.size() <= count) return s;
     std::size_t seen = 0;
     std::size_t cut = 0;
-    forEachCharacterEnd(s, [&](std::size_t end) { return cut = end, ++seen < count; });
+    GraphemeIterator(s).forEachEnd([&](std::size_t end) { return cut = end, ++seen < count; });
     return s.substr(0, cut);
 }
 
 std::string_view trimmed(std::string_view s) {
-    const auto size = static_cast<int32_t>(s.size());
-    int32_t begin = 0;
-    while (begin < size) {
-        int32_t next = begin;
-        UChar32 c;
-        U8_NEXT_OR_FFFD(s.data(), next, size, c);
-        if (!u_isUWhiteSpace(c)) break;
-        begin = next;
-    }
-    int32_t end = size;
-    while (end > begin) {
-        int32_t previous = end;
-        UChar32 c;
-        do {
-            --previous;
-        } while (previous > begin && U8_IS_TRAIL(s[static_cast<std::size_t>(previous)]));
-        int32_t after = previous;
-        U8_NEXT_OR_FFFD(s.data(), after, end, c);
-        if (!u_isUWhiteSpace(c)) break;
-        end = previous;
-    }
-    return s.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < s.size() && u_isUWhiteSpace(icuText::next(s, i));) begin = i;
+    std::size_t end = s.size();
+    for (std::size_t i = end; i > begin && u_isUWhiteSpace(icuText::previous(s, i));) end = i;
+    return s.substr(begin, end - begin);
 }
 
 bool containsWhiteSpace(std::string_view s) {
-    const auto size = static_cast<int32_t>(s.size());
-    for (int32_t i = 0; i < size;) {
-        UChar32 c;
-        U8_NEXT_OR_FFFD(s.data(), i, size, c);
-        if (u_isUWhiteSpace(c)) return true;
-    }
+    for (std::size_t i = 0; i < s.size();)
+        if (u_isUWhiteSpace(icuText::next(s, i))) return true;
     return false;
 }
 
 std::string upperCased(std::string_view s) {
-    std::string result;
-    toUnicode(s).toUpper(icu::Locale::getRoot()).toUTF8String(result);
-    return result;
+    return icuText::toUtf8(fromUtf8(s).toUpper(icu::Locale::getRoot()));
 }
 
 bool isValidUtf8(std::string_view s) {
     const auto size = static_cast<int32_t>(s.size());
-    for (int32_t i = 0; i < size;) {
+    for (auto i = static_cast<int32_t>(asciiPrefix(s)); i < size;) {
         UChar32 c;
         U8_NEXT(s.data(), i, size, c);
         if (c < 0) return false;

@@ -15,6 +15,12 @@ bool equal(std::string_view a, std::string_view b);
 // Normalization Form C.
 std::string toNfc(std::string_view s);
 
+// Whether the text is well-formed and in Form C already.
+bool isNfc(std::string_view s);
+
+// The text with U+FFFD in the place of every malformed sequence.
+std::string wellFormed(std::string_view s);
+
 // Number of UTF-16 code units.
 std::int64_t utf16Length(std::string_view s);
 

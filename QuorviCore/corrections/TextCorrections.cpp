@@ -1,0 +1,154 @@
+#include "QuorviCore/corrections/TextCorrections.h"
+
+#include <algorithm>
+
+#include "QuorviCore/corrections/PhraseTrie.h"
+#include "QuorviCore/text/Text.h"
+#include "QuorviCore/text/Tokens.h"
+
+namespace quorvi {
+
+struct TextCorrections::Prepared {
+    std::vector<TextCorrection> rules;
+    PhraseTrie phrases;
+};
+
+namespace {
+
+// Kept for each thread, since fresh pages cost more than the work on them.
+struct Scratch {
+    text::Tokens tokens;
+    std::vector<std::uint32_t> numbers;  // of the tokens, as the trie knows them
+    std::vector<std::uint32_t>
+        overlapEnds;                     // for each self-overlapping phrase: end of its last match
+    std::vector<std::uint32_t> applied;  // rules in order of first use
+};
+
+Scratch& scratch() {
+    thread_local Scratch kept;
+    return kept;
+}
+
+// The matches of all phrases in one text, from left to right. A phrase matches whole words only: a
+// letter, mark, number or underscore may stand neither before nor behind it.
+class Matcher {
+public:
+    Matcher(const PhraseTrie& phrases, Scratch& s)
+        : phrases_(phrases), tokens_(s.tokens.all()), numbers_(s.numbers), ends_(s.overlapEnds) {
+        numbers_.clear();
+        for (const auto& token : tokens_) numbers_.push_back(phrases_.tokenNumber(s.tokens, token));
+        ends_.assign(phrases_.overlapCount(), 0);
+    }
+
+    struct Match {
+        std::uint32_t rule = PhraseTrie::none;
+        std::size_t end = 0;  // token behind it
+    };
+
+    // Whether text that a match has taken must be searched as well: there a phrase can have a match
+    // that excludes a later one of its own.
+    bool looksInsideMatches() const { return !ends_.empty(); }
+
+    // The longest match that begins at a token.
+    Match longestAt(std::size_t start) {
+        Match best;
+        if (numbers_[start] == PhraseTrie::none || joinsWord(start)) return best;
+        std::uint32_t node = phrases_.root(numbers_[start]);
+        for (std::size_t end = start + 1; node != PhraseTrie::none; ++end) {
+            if (accepts(phrases_.node(node), start, end)) best = {phrases_.node(node).rule, end};
+            if (end == tokens_.size() || numbers_[end] == PhraseTrie::none) break;
+            node = phrases_.child(node, numbers_[end], tokens_[end].followsSpace);
+        }
+        return best;
+    }
+
+private:
+    // Whether a symbol at `at` stands directly behind a word.
+    bool joinsWord(std::size_t at) const {
+        return at > 0 && tokens_[at - 1].isWord && !tokens_[at].isWord && !tokens_[at].followsSpace;
+    }
+    bool accepts(const PhraseTrie::Node& node, std::size_t start, std::size_t end) {
+        if (node.rule == PhraseTrie::none) return false;
+        if (end < tokens_.size() && tokens_[end].isWord && !tokens_[end].followsSpace) return false;
+        if (node.overlap == PhraseTrie::none) return true;
+        if (start < ends_[node.overlap]) return false;
+        ends_[node.overlap] = static_cast<std::uint32_t>(end);
+        return true;
+    }
+
+    const PhraseTrie& phrases_;
+    std::span<const text::Token> tokens_;
+    std::vector<std::uint32_t>& numbers_;
+    std::vector<std::uint32_t>& ends_;
+};
+
+void noteApplied(const std::vector<TextCorrection>& rules, std::uint32_t rule,
+                 std::vector<std::uint32_t>& applied) {
+    const auto isKnown = [&](std::uint32_t other) {
+        return other == rule || rules[other].id == rules[rule].id;
+    };
+    if (std::ranges::find(applied, rule) == applied.end() && std::ranges::none_of(applied, isKnown))
+        applied.push_back(rule);
+}
+
+}  // namespace
+
+TextCorrections::TextCorrections() {
+    static const auto empty = std::make_shared<const Prepared>();
+    prepared_ = empty;
+}
+
+TextCorrections::TextCorrections(std::vector<TextCorrection> rules) {
+    auto prepared = std::make_shared<Prepared>();
+    prepared->rules = std::move(rules);
+    prepared->phrases.reserve(prepared->rules.size());
+    auto& tokens = scratch().tokens;
+    for (std::uint32_t i = 0; i < prepared->rules.size(); ++i) {
+        const auto& rule = prepared->rules[i];
+        if (!rule.isEnabled || rule.validationMessage()) continue;
+        if (text::isNfc(rule.original))
+            tokens.assign(rule.original);
+        else
+            tokens.assign(text::toNfc(rule.original));
+        prepared->phrases.insert(tokens, i);
+    }
+    prepared_ = std::move(prepared);
+}
+
+const std::vector<TextCorrection>& TextCorrections::rules() const {
+    return prepared_->rules;
+}
+
+TextCorrections::Result TextCorrections::applying(std::string_view transcript) const {
+    std::string normalized;
+    std::string_view text = transcript;
+    if (!text::isNfc(transcript)) text = normalized = text::toNfc(transcript);
+
+    Scratch& s = scratch();
+    s.tokens.assign(text);
+    s.applied.clear();
+    const auto tokens = s.tokens.all();
+    Matcher matcher(prepared_->phrases, s);
+    Result result;
+    std::size_t copied = 0;  // bytes of the text that the output covers
+    std::size_t cursor = 0;  // the token behind the last replaced match
+    for (std::size_t i = 0; i < tokens.size(); ++i) {
+        const auto match = matcher.longestAt(i);
+        if (match.rule == PhraseTrie::none || i < cursor) continue;
+        if (s.applied.empty()) result.text.reserve(text.size() + text.size() / 4);
+        noteApplied(prepared_->rules, match.rule, s.applied);
+        result.text += text.substr(copied, tokens[i].begin - copied);
+        result.text += prepared_->rules[match.rule].replacement;
+        cursor = match.end;
+        copied = tokens[cursor - 1].end;
+        if (!matcher.looksInsideMatches()) i = cursor - 1;
+    }
+    if (s.applied.empty()) return {std::string(transcript), {}};
+    result.text += text.substr(copied);
+    result.appliedRules.reserve(s.applied.size());
+    for (const std::uint32_t rule : s.applied)
+        result.appliedRules.push_back(prepared_->rules[rule]);
+    return result;
+}
+
+}  // namespace quorvi

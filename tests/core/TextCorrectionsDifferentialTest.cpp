@@ -1,0 +1,356 @@
+#include <gtest/gtest.h>
+#include <unicode/locid.h>
+#include <unicode/unistr.h>
+
+#include <cstdlib>
+#include <map>
+#include <random>
+#include <set>
+
+#include "QuorviCore/corrections/TextCorrections.h"
+#include "QuorviCore/text/Text.h"
+#include "QuorviCore/text/Tokens.h"
+#include "tests/core/LiteralRules.h"
+
+namespace quorvi {
+namespace {
+
+using namespace std::string_literals;
+using test::LiteralRules;
+
+TextCorrection rule(std::string original, std::string replacement) {
+    return {.original = std::move(original), .replacement = std::move(replacement)};
+}
+
+// Bytes that a terminal can show without changing them.
+std::string visible(std::string_view s) {
+    std::string result = "\"";
+    for (const char c : s) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte > 0x20 && byte < 0x7F && c != '\\' && c != '"') {
+            result += c;
+        } else if (c == ' ') {
+            result += ' ';
+        } else {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\x%02X", byte);
+            result += escaped;
+        }
+    }
+    return result + "\"";
+}
+
+std::string described(const std::vector<TextCorrection>& rules) {
+    std::string result;
+    for (const auto& r : rules)
+        result += "\n  " + visible(r.original) + " -> " + visible(r.replacement) +
+                  (r.isEnabled ? "" : " (disabled)") + " id " + r.id.substr(0, 8);
+    return result;
+}
+
+std::string utf8(const icu::UnicodeString& s) {
+    std::string result;
+    s.toUTF8String(result);
+    return result;
+}
+
+icu::UnicodeString utf16(std::string_view s) {
+    return icu::UnicodeString::fromUTF8({s.data(), static_cast<int32_t>(s.size())});
+}
+
+void expectSame(const std::vector<TextCorrection>& rules, const TextCorrections& prepared,
+                LiteralRules& literal, const std::string& text, const std::string& name) {
+    const auto actual = prepared.applying(text);
+    const auto expected = literal.applying(text);
+    EXPECT_TRUE(actual.text == expected.text && actual.appliedRules == expected.appliedRules)
+        << name << "\ntext " << visible(text) << "\nexpected " << visible(expected.text)
+        << described(expected.appliedRules) << "\nactual " << visible(actual.text)
+        << described(actual.appliedRules) << "\nrules" << described(rules);
+}
+
+const std::vector<std::string> letters{"a",       "A",       "s",
+                                       "S",       "ss",      "SS",
+                                       "ß",       "ẞ",       "ſ",
+                                       "ﬁ",       "fi",      "FI",
+                                       "f",       "ﬀ",       "ﬆ",
+                                       "st",      "ſt",      "k",
+                                       "K",       "\u212A",  "µ",
+                                       "μ",       "Μ",       "ς",
+                                       "σ",       "Σ",       "ᾳ",
+                                       "αι",      "ΑΙ",      "ᾼ",
+                                       "ŉ",       "ʼn",      "ʼN",
+                                       "n",       "\u0345",  "ι",
+                                       "Ι",       "\u1FBE",  "i",
+                                       "I",       "ı",       "İ",
+                                       "i\u0307", "\u0390",  "\u1FD3",
+                                       "Ϊ\u0301", "ϊ\u0301", "ι\u0308\u0301",
+                                       "é",       "e\u0301", "É",
+                                       "E\u0301", "e",       "\u0301",
+                                       "\u0308",  "\u0316",  "ό",
+                                       "Ό",       "\u2126",  "ω",
+                                       "\u212B",  "å",       "Å",
+                                       "ǰ",       "J\u030C", "և",
+                                       "եւ",      "ԵՒ",      "\u10A0",
+                                       "\u2D00",  "\u1C90",  "\u10D0",
+                                       "\u13A0",  "\uAB70",  "𐐀",
+                                       "𐐨",       "Ⅷ",       "ⅷ",
+                                       "1",       "٣",       "_",
+                                       "²",       "ª",       "ʰ",
+                                       "가",      "각",      "\u1100",
+                                       "\u1161",  "\u11A8",  "漢",
+                                       "\uF900",  "豈",      "क\u094D\u0937",
+                                       "ᾈ",       "ἀι",      "ᾀ",
+                                       "ΰ",       "\u1E96",  "h\u0331"};
+const std::vector<std::string> symbols{".",
+                                       ",",
+                                       "-",
+                                       "+",
+                                       "(",
+                                       ")",
+                                       "[",
+                                       "]",
+                                       "\\",
+                                       "^",
+                                       "$",
+                                       "|",
+                                       "*",
+                                       "?",
+                                       "{",
+                                       "}",
+                                       "#",
+                                       "&",
+                                       "/",
+                                       "\"",
+                                       "'",
+                                       "’",
+                                       "!",
+                                       "😀",
+                                       "👨‍👩‍👧",
+                                       "🇬🇷",
+                                       "€",
+                                       "\u200D",
+                                       "\uFEFF",
+                                       "\u200B",
+                                       "\u00AD",
+                                       "\uFFFD",
+                                       "\0"s,
+                                       "Ⓐ",
+                                       "ⓐ",
+                                       "\u037E",
+                                       "\u1FEF",
+                                       "\u180E",
+                                       "\x1C",
+                                       "\xFF",
+                                       "\xC3",
+                                       "\xED\xA0\x80",
+                                       "\xF0\x9F",
+                                       "\xED\xBF\xBF",
+                                       "\xE2\x82",
+                                       "\x80"};
+const std::vector<std::string> spaces{" ",      " ",      "  ",     "\t",     "\n",
+                                      "\r\n",   "\u00A0", "\u2003", "\u2000", "\u3000",
+                                      "\u0085", "\u2028", "\v",     "\u1680"};
+
+// Rules and texts over a small alphabet drawn anew for every list, so that they meet often.
+class Generator {
+public:
+    explicit Generator(unsigned seed) : random_(seed) {
+        // Phrases that repeat their words overlap themselves and each other.
+        if (one(3)) wordLength_ = 1;
+        letters_ = sample(letters, wordLength_ == 1 ? 2 : 2 + below(5));
+        symbols_ = sample(symbols, 1 + below(3));
+        spaces_ = sample(spaces, 1 + below(2));
+    }
+
+    std::vector<TextCorrection> rules() {
+        std::vector<TextCorrection> result;
+        for (std::size_t n = 1 + below(12); n > 0; --n) {
+            auto r = rule(phrase(), "<" + std::to_string(result.size()) + ">");
+            if (!result.empty() && one(6)) r.original = variant(any(result).original);
+            if (!result.empty() && one(12)) r.id = any(result).id;
+            if (one(15)) r.isEnabled = false;
+            if (one(20)) r.original = any(spaces_);
+            if (one(25)) r.replacement = " \n";
+            if (one(25)) r.replacement = any(letters_) + " " + r.original;
+            if (one(40)) r.original += std::string(160, 'x');
+            result.push_back(r);
+        }
+        return result;
+    }
+
+    std::string text(const std::vector<TextCorrection>& rules) {
+        std::string result;
+        for (std::size_t n = below(14); n > 0; --n) {
+            switch (below(6)) {
+                case 0:
+                    result += word();
+                    break;
+                case 1:
+                    result += any(symbols_);
+                    break;
+                case 2:
+                    result += any(spaces_);
+                    break;
+                case 3:
+                    result += any(rules).original;
+                    break;
+                default:
+                    result += variant(any(rules).original);
+                    break;
+            }
+            if (!one(3)) result += any(spaces_);
+        }
+        return result;
+    }
+
+private:
+    std::size_t below(std::size_t n) { return static_cast<std::size_t>(random_() % n); }
+    bool one(std::size_t in) { return below(in) == 0; }
+    template <class T>
+    const T& any(const std::vector<T>& from) {
+        return from[below(from.size())];
+    }
+    std::vector<std::string> sample(const std::vector<std::string>& from, std::size_t n) {
+        std::vector<std::string> result;
+        while (n-- > 0) result.push_back(any(from));
+        return result;
+    }
+    std::string word() {
+        std::string result;
+        for (std::size_t n = 1 + below(wordLength_); n > 0; --n) result += any(letters_);
+        return result;
+    }
+    std::string phrase() {
+        std::string result = one(8) ? any(spaces_) : "";
+        for (std::size_t n = 1 + below(4); n > 0; --n) {
+            if (one(5)) result += any(symbols_);
+            if (!one(8)) result += word();
+            if (one(5)) result += any(symbols_);
+            if (n > 1) result += any(spaces_);
+        }
+        return result;
+    }
+    // The same phrase as somebody else would write it.
+    std::string variant(const std::string& phrase) {
+        icu::UnicodeString s = utf16(phrase);
+        UErrorCode status = U_ZERO_ERROR;
+        switch (below(6)) {
+            case 0:
+                return utf8(s.toUpper(icu::Locale::getRoot()));
+            case 1:
+                return utf8(s.toLower(icu::Locale::getRoot()));
+            case 2:
+                return utf8(s.foldCase());
+            case 3:
+                return utf8(icu::Normalizer2::getNFDInstance(status)->normalize(s, status));
+            case 4:
+                return utf8(s.findAndReplace(u" ", u"\t \n"));
+            default:
+                return phrase;
+        }
+    }
+
+    std::mt19937 random_;
+    std::size_t wordLength_ = 3;
+    std::vector<std::string> letters_, symbols_, spaces_;
+};
+
+unsigned fromEnvironment(const char* name, unsigned otherwise) {
+    const char* value = std::getenv(name);
+    return value ? static_cast<unsigned>(std::strtoul(value, nullptr, 10)) : otherwise;
+}
+
+// More rounds from another seed: QUORVI_SEED=… QUORVI_ROUNDS=… core_tests
+TEST(TextCorrectionsDifferential, RandomRulesGiveWhatTheirRegularExpressionsGive) {
+    const unsigned seed = fromEnvironment("QUORVI_SEED", 1);
+    const unsigned rounds = fromEnvironment("QUORVI_ROUNDS", 100);
+    std::size_t changed = 0;
+    for (unsigned round = seed; round < seed + rounds && !HasFailure(); ++round) {
+        Generator generator(round);
+        const auto rules = generator.rules();
+        const TextCorrections prepared(rules);
+        LiteralRules literal(rules);
+        for (int n = 0; n < 60 && !HasFailure(); ++n) {
+            const std::string text = generator.text(rules);
+            expectSame(rules, prepared, literal, text, "seed " + std::to_string(round));
+            changed += !prepared.applying(text).appliedRules.empty();
+        }
+    }
+    EXPECT_GT(changed, rounds * 15) << "the texts hardly meet the rules";
+}
+
+TEST(TextCorrectionsDifferential, MarksOfEveryCodePointAreThoseOfTheRegularExpressions) {
+    icu::UnicodeString all;
+    for (UChar32 c = 0; c <= 0x10FFFF; ++c)
+        if (!U_IS_SURROGATE(c)) all.append(c);
+    const auto matching = [&all](const char16_t* pattern) {
+        UErrorCode status = U_ZERO_ERROR;
+        icu::RegexMatcher matcher(pattern, all, UREGEX_CASE_INSENSITIVE, status);
+        std::vector<bool> result(0x110000);
+        while (matcher.find(status))
+            result[static_cast<std::size_t>(all.char32At(matcher.start(status)))] = true;
+        return result;
+    };
+    const auto isWord = matching(u"[\\p{L}\\p{M}\\p{N}_]");
+    const auto isSpace = matching(u"\\s");
+    text::Tokens tokens;
+    for (UChar32 c = 0; c <= 0x10FFFF && !HasFailure(); ++c) {
+        if (U_IS_SURROGATE(c)) continue;
+        const auto index = static_cast<std::size_t>(c);
+        tokens.assign(utf8(c));
+        ASSERT_EQ(tokens.all().empty(), isSpace[index]) << std::hex << c;
+        if (isSpace[index]) continue;
+        const auto token = tokens.all().front();
+        ASSERT_EQ(token.isWord, isWord[index]) << std::hex << c;
+        icu::UnicodeString folded(c);
+        folded.foldCase();
+        ASSERT_EQ(tokens.folded(token), utf8(folded)) << std::hex << c;
+        // Cutting before folding and folding before cutting must be the same.
+        for (int32_t i = 0; i < folded.length(); i = folded.moveIndex32(i, 1))
+            ASSERT_EQ(isWord[static_cast<std::size_t>(folded.char32At(i))], isWord[index])
+                << std::hex << c;
+    }
+}
+
+TEST(TextCorrectionsDifferential, EveryCasePairMatchesLikeTheRegularExpressions) {
+    std::map<icu::UnicodeString, std::vector<icu::UnicodeString>> families;
+    for (UChar32 c = 0; c <= 0x10FFFF; ++c) {
+        icu::UnicodeString folded(c);
+        if (!U_IS_SURROGATE(c) && folded.foldCase() != icu::UnicodeString(c))
+            families[folded].emplace_back(c);
+    }
+    const auto check = [](const icu::UnicodeString& phrase, const icu::UnicodeString& text) {
+        const std::vector<TextCorrection> rules{rule(utf8(phrase), "<>")};
+        LiteralRules literal(rules);
+        expectSame(rules, TextCorrections(rules), literal, utf8(text), "case pair");
+    };
+    // One-to-one pairs share patterns, since compiling one takes milliseconds; each expansion is
+    // searched on its own, as the first and as a later character of a phrase.
+    icu::UnicodeString sources;
+    icu::UnicodeString targets;
+    int pairs = 0;
+    for (const auto& [folded, members] : families) {
+        icu::UnicodeString everyForm = folded;
+        for (const auto& member : members) everyForm += u" x" + member + u" " + member;
+        if (folded.countChar32() > 1) {
+            everyForm += u" x" + folded + u" " + icu::UnicodeString(folded.char32At(0));
+            check(members.front(), everyForm);
+            check(folded, everyForm);
+            check(u"x" + members.back(), everyForm);
+            continue;
+        }
+        for (const auto& member : members) {
+            sources += member + u" ";
+            targets += folded + u" ";
+            if (++pairs % 70 != 0) continue;
+            check(sources, targets);
+            check(targets, sources + u"- " + targets);
+            sources.remove();
+            targets.remove();
+        }
+    }
+    check(sources, targets);
+}
+
+}  // namespace
+}  // namespace quorvi
