@@ -14,6 +14,8 @@ struct AudioSettings {
     int sampleRate = 44'100;  // Hz
     int channels = 1;
     int bitRate = 64'000;  // bit/s, AAC in an MPEG-4 container
+
+    bool operator==(const AudioSettings&) const = default;
 };
 
 enum class CaptureEnd {

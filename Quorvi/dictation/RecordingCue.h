@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "QuorviCore/Bytes.h"
+
+namespace quorvi {
+
+// How the recording sounds are voiced. Stored by its raw value, for the start and for the stop cue.
+enum class RecordingSoundStyle { classic, soft, chime, click, silent };
+
+inline constexpr std::array allRecordingSoundStyles{
+    RecordingSoundStyle::classic, RecordingSoundStyle::soft, RecordingSoundStyle::chime,
+    RecordingSoundStyle::click, RecordingSoundStyle::silent};
+
+std::string_view rawValue(RecordingSoundStyle style);
+std::string_view title(RecordingSoundStyle style);
+std::optional<RecordingSoundStyle> recordingSoundStyleFromRawValue(std::string_view raw);
+
+// The two moments of a recording that are marked by a sound.
+enum class RecordingCue { start, stop };
+
+inline constexpr std::array allRecordingCues{RecordingCue::start, RecordingCue::stop};
+inline constexpr int recordingCueSampleRate = 44'100;
+
+std::string_view rawValue(RecordingCue cue);
+
+// The sound itself: its length in seconds, its mono samples, and those samples as a complete WAV
+// file. A silent cue has no samples. Pure, callable on any thread.
+double duration(RecordingCue cue, RecordingSoundStyle style = RecordingSoundStyle::classic);
+std::vector<std::int16_t> samples(RecordingCue cue,
+                                  RecordingSoundStyle style = RecordingSoundStyle::classic);
+Bytes wavData(RecordingCue cue, RecordingSoundStyle style = RecordingSoundStyle::classic);
+
+}  // namespace quorvi

@@ -1,0 +1,94 @@
+#include "Quorvi/dictation/RecordingFolder.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+#include <system_error>
+
+#include "QuorviCore/transcription/QuorviError.h"
+
+namespace quorvi::recordings {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class Descriptor {
+public:
+    explicit Descriptor(int fd) : fd_(fd) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    int get() const { return fd_; }
+
+private:
+    int fd_;
+};
+
+QuorviError failure(const std::string& what, int error) {
+    return QuorviError::message(what + ": " + std::generic_category().message(error) + ".");
+}
+
+// The folder itself, never what a link of that name leads to.
+Descriptor openFolder(const fs::path& folder) {
+    return Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+bool isOwn(const Descriptor& folder, struct stat& info) {
+    return folder.get() >= 0 && ::fstat(folder.get(), &info) == 0 && info.st_uid == ::geteuid();
+}
+
+}  // namespace
+
+void prepareFolder(const fs::path& folder) {
+    const std::string what = "The folder for recordings could not be created";
+    std::error_code error;
+    fs::create_directories(folder.parent_path(), error);
+    if (error) throw failure(what, error.value());
+    if (::mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) throw failure(what, errno);
+
+    const auto opened = openFolder(folder);
+    struct stat info {};
+    if (!isOwn(opened, info))
+        throw QuorviError::message("The folder for recordings, " + folder.string() +
+                                   ", is not a folder of your own. Remove it and try again.");
+    if ((info.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO)) != S_IRWXU &&
+        ::fchmod(opened.get(), S_IRWXU) != 0)
+        throw failure("The folder for recordings could not be made private", errno);
+}
+
+Bytes read(const fs::path& file) {
+    const std::string what = "The recording could not be read";
+    const Descriptor opened(::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    struct stat info {};
+    if (opened.get() < 0 || ::fstat(opened.get(), &info) != 0) throw failure(what, errno);
+    Bytes bytes(static_cast<std::size_t>(info.st_size));
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const auto count = ::read(opened.get(), bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) throw failure(what, errno);
+        if (count == 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    bytes.resize(done);
+    return bytes;
+}
+
+void removeAll(const fs::path& folder) {
+    struct stat info {};
+    if (!isOwn(openFolder(folder), info)) return;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->path().extension() == ".m4a") fs::remove(entry->path(), ignored);
+    }
+}
+
+}  // namespace quorvi::recordings

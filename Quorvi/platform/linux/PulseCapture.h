@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+
+#include "Quorvi/platform/AudioCapture.h"
+#include "Quorvi/platform/linux/CaptureSession.h"
+
+namespace quorvi {
+
+// One recording, as the main thread sees it; the work is done by its CaptureSession. Main thread.
+class PulseCapture : public AudioCapture {
+public:
+    PulseCapture(PulseConnection& connection, Scheduler& scheduler, Executor& encoder,
+                 std::shared_ptr<SpareAacWriter> spare);
+    ~PulseCapture() override;
+
+    Task<void> record(std::filesystem::path file, AudioSettings settings,
+                      std::stop_token stop) override;
+    void stop() override;
+    Task<void> finished() override;
+    double currentTime() const override;
+    float averagePower() override;
+
+private:
+    void ended(CaptureEnd end);
+
+    Scheduler& scheduler_;
+    std::shared_ptr<CaptureSession> session_;
+    bool running_ = false;
+    int sampleRate_ = AudioSettings{}.sampleRate;
+};
+
+}  // namespace quorvi
