@@ -1,0 +1,50 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <string>
+
+#include "Quorvi/platform/Pasteboard.h"
+#include "QuorviCore/async/Scheduler.h"
+
+namespace quorvi {
+
+// The CLIPBOARD selection of an X server. Everything happens on a thread with a connection of its
+// own, so an owner that is slow or hangs holds up neither the main thread nor the programs that
+// read from us. The thread starts with the object and ends with it; what we offered is gone then.
+// The PRIMARY selection is never touched, and contents stay in memory.
+//
+// Without a server operations fail, and each later one tries to connect again; the change count
+// then grows by one, since nobody knows what was missed.
+class X11Pasteboard : public Pasteboard {
+public:
+    struct Options {
+        std::string display;                               // empty: $DISPLAY
+        Duration progressLimit = std::chrono::seconds(1);  // an owner's silence that ends a read
+        Duration totalLimit = std::chrono::seconds(3);     // time for a whole read
+    };
+
+    explicit X11Pasteboard(Scheduler& scheduler);
+    X11Pasteboard(Scheduler& scheduler, Options options);
+    ~X11Pasteboard() override;
+
+    std::int64_t changeCount() const override { return changeCount_; }
+    Task<std::vector<PasteboardItem>> read(std::stop_token stop) override;
+    Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items) override;
+    Task<std::optional<std::int64_t>> writeText(std::string text,
+                                                TranscriptVisibility visibility) override;
+    void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
+
+private:
+    class Worker;
+
+    Scheduler& scheduler_;
+    std::atomic<std::int64_t> changeCount_{0};
+    std::unique_ptr<Worker> worker_;
+};
+
+// The representations in which a text is offered: UTF-8 under its usual names, Latin-1 where that
+// can hold it, and on request the mark that keeps it out of clipboard histories.
+PasteboardItem x11TextItem(std::string_view text, TranscriptVisibility visibility);
+
+}  // namespace quorvi

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "QuorviCore/Bytes.h"
+#include "QuorviCore/async/Scheduler.h"
+
+struct xcb_connection_t;
+
+namespace quorvi {
+
+// What a window's property holds.
+struct X11Property {
+    std::uint32_t type = 0;  // 0 when there is no such property
+    int format = 8;
+    Bytes data;  // units of 16 and 32 bits in this machine's byte order
+};
+
+// An event of the clipboard traffic, decoded. Fields that a kind doesn't name are 0.
+struct X11SelectionEvent {
+    enum class Kind {
+        request,          // somebody (window) asks us for target into property
+        reply,            // an owner has answered our request: target, property, time
+        propertySet,      // window, property
+        propertyDeleted,  // window, property
+        windowDestroyed,  // window
+        ownerChanged      // window is the new owner or 0, time that of its ownership
+    };
+    Kind kind = Kind::request;
+    std::uint32_t window = 0;
+    std::uint32_t target = 0;
+    std::uint32_t property = 0;
+    std::uint32_t time = 0;
+};
+
+// The X server went away, or was never there.
+struct X11ConnectionLost {};
+
+// A connection to the X server for clipboard traffic only, with one unmapped window. It speaks XCB
+// because there errors and the loss of the server stay with the connection: Xlib's handlers belong
+// to the whole process, in which the toolkit and the keyboard hook use Xlib as well, and Xlib ends
+// the process when a server dies. Used by one thread, that of the clipboard. Every operation throws
+// X11ConnectionLost once the server is gone.
+class X11SelectionConnection {
+public:
+    using Handler = std::function<void(const X11SelectionEvent&)>;
+
+    // `wakeFd` becoming readable ends a wait; it is emptied then. An empty `display` is $DISPLAY.
+    X11SelectionConnection(const std::string& display, int wakeFd);
+    ~X11SelectionConnection();
+    X11SelectionConnection(const X11SelectionConnection&) = delete;
+    X11SelectionConnection& operator=(const X11SelectionConnection&) = delete;
+
+    // Called for every event, in order, inside wait() and sync().
+    void setHandler(Handler handler) { handler_ = std::move(handler); }
+
+    std::uint32_t window() const { return window_; }
+    std::uint32_t clipboard() const { return clipboard_; }
+
+    // Atoms and their names, remembered; a list costs one round trip.
+    std::uint32_t atom(const std::string& name);
+    std::vector<std::uint32_t> atoms(const std::vector<std::string>& names);
+    std::vector<std::string> names(const std::vector<std::uint32_t>& atoms);
+
+    // Handles the events that are there; without any, waits for some until `limit`.
+    void wait(TimePoint limit);
+    // Handles everything that the server did up to now.
+    void sync();
+    void flush();
+
+    // The server's time now, for the ownership of a selection. Handles events meanwhile.
+    std::uint32_t serverTime();
+
+    std::uint32_t clipboardOwner();
+    void setClipboardOwner(std::uint32_t window, std::uint32_t time);
+    void convertClipboard(std::uint32_t target, std::uint32_t property, std::uint32_t time);
+
+    // Reads a property whole and deletes it.
+    X11Property takeProperty(std::uint32_t window, std::uint32_t property);
+    X11Property readProperty(std::uint32_t window, std::uint32_t property);
+    void deleteProperty(std::uint32_t window, std::uint32_t property);
+    void setProperty(std::uint32_t window, std::uint32_t property, std::uint32_t type, int format,
+                     std::span<const std::uint8_t> data);
+    // Whether to hear of another client's window: its properties and its end.
+    void watch(std::uint32_t window, bool on);
+    // Tells a requestor of the outcome; property 0 is a refusal.
+    void answer(const X11SelectionEvent& request, std::uint32_t property);
+
+private:
+    void check() const;
+    bool dispatchQueued();
+    void dispatch(const void* event);
+    X11Property property(std::uint32_t window, std::uint32_t property, bool remove);
+
+    struct Free {
+        void operator()(xcb_connection_t* connection) const;
+    };
+    std::unique_ptr<xcb_connection_t, Free> connection_;
+    int wakeFd_;
+    Handler handler_;
+    std::uint32_t window_ = 0;
+    std::uint32_t clipboard_ = 0;
+    std::uint32_t timeProbe_ = 0;
+    std::uint32_t probedTime_ = 0;
+    int firstXFixesEvent_ = 0;
+    std::map<std::string, std::uint32_t> atoms_;
+    std::map<std::uint32_t, std::string> names_;
+};
+
+}  // namespace quorvi
