@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+
+#include "Quorvi/platform/Workspace.h"
+#include "QuorviCore/async/Scheduler.h"
+
+namespace quorvi {
+
+// The session as the window manager and logind describe it. A thread of its own keeps the frontmost
+// application up to date from the window manager's properties and listens for sleep and wake;
+// questions are answered from what it last learnt. Created and destroyed on the main thread; the
+// scheduler must outlive it. A lost X connection is tried again every second.
+class X11Workspace final : public Workspace {
+public:
+    explicit X11Workspace(Scheduler& scheduler);
+    ~X11Workspace() override;
+
+    std::optional<RunningApplication> frontmostApplication() const override;
+    pid_t ownPid() const override;
+    [[nodiscard]] Subscription onWillSleep(std::function<void()> observer) override;
+    [[nodiscard]] Subscription onDidWake(std::function<void()> observer) override;
+
+private:
+    struct Signals;
+    class Watcher;
+
+    std::shared_ptr<Signals> signals_;
+    std::unique_ptr<Watcher> watcher_;
+};
+
+}  // namespace quorvi

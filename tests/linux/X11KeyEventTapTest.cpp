@@ -1,0 +1,468 @@
+#include "Quorvi/platform/linux/X11KeyEventTap.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <set>
+
+#include "Quorvi/platform/linux/X11KeyMap.h"
+#include "tests/linux/support/KeyWindow.h"
+#include "tests/linux/support/NestedServer.h"
+#include "tests/linux/support/TapRecorder.h"
+#include "tests/linux/support/TestUser.h"
+
+namespace quorvi::test {
+namespace {
+
+using Type = TapEventType;
+
+constexpr KeyCode codeA = 0, codeD = 2, codeF8 = 100, codeX = 7;
+
+void useLayout(const std::string& arguments) {
+    ASSERT_EQ(std::system(("setxkbmap " + arguments).c_str()), 0);
+}
+
+class X11KeyEventTapTest : public testing::Test {
+protected:
+    void SetUp() override {
+        useLayout("-option '' us");
+        ASSERT_TRUE(window.show());
+        ASSERT_TRUE(recorder.install());
+    }
+    void TearDown() override {
+        // Whatever a failed test left pressed.
+        for (const auto keycode : {key::leftControl, key::leftAlt, key::f8, key::escape, key::a})
+            user.release(keycode);
+    }
+
+    // Declares the keys and waits until the grabs are in force: commands are carried out in order,
+    // so an own event that has come back was posted after them.
+    void swallow(std::vector<SwallowedKey> keys) {
+        recorder.tap.setSwallowed(std::move(keys));
+        settle();
+    }
+    void settle() {
+        const std::vector<TapEvent> marker{
+            {.type = Type::keyDown, .keyCode = 90, .sourceUserData = 7},
+            {.type = Type::keyUp, .keyCode = 90, .sourceUserData = 7}};
+        const auto before = recorder.events.size();
+        recorder.tap.post(marker, 0);
+        ASSERT_TRUE(recorder.waitForEvents(before + 2));
+        recorder.events.resize(before);
+        window.forget();
+    }
+
+    KeyWindow window;
+    TestUser user;
+    TapRecorder recorder;
+};
+
+TEST_F(X11KeyEventTapTest, ReportsEveryKindOfEventWithTheFlagsAfterIt) {
+    user.press(key::leftShift);
+    user.press(key::a);
+    user.release(key::a);
+    user.press(key::rightControl);
+    user.release(key::leftShift);
+    user.release(key::rightControl);
+    user.chord({key::leftSuper}, key::d);
+    user.click(1);
+    user.click(3);
+    user.click(2);
+    user.click(9);
+    user.click(4);
+    user.click(7);
+    ASSERT_TRUE(recorder.waitForEvents(20));
+    const std::vector<TapEvent> expected{
+        {.type = Type::flagsChanged, .keyCode = 56, .flags = 0x20002},
+        {.type = Type::keyDown, .keyCode = codeA, .flags = 0x20002},
+        {.type = Type::keyUp, .keyCode = codeA, .flags = 0x20002},
+        {.type = Type::flagsChanged, .keyCode = 62, .flags = 0x62002},
+        {.type = Type::flagsChanged, .keyCode = 56, .flags = 0x42000},
+        {.type = Type::flagsChanged, .keyCode = 62},
+        {.type = Type::flagsChanged, .keyCode = 55, .flags = 0x100008},
+        {.type = Type::keyDown, .keyCode = codeD, .flags = 0x100008},
+        {.type = Type::keyUp, .keyCode = codeD, .flags = 0x100008},
+        {.type = Type::flagsChanged, .keyCode = 55},
+        {.type = Type::leftMouseDown, .button = 0},
+        {.type = Type::leftMouseUp, .button = 0},
+        {.type = Type::rightMouseDown, .button = 1},
+        {.type = Type::rightMouseUp, .button = 1},
+        {.type = Type::otherMouseDown, .button = 2},
+        {.type = Type::otherMouseUp, .button = 2},
+        {.type = Type::otherMouseDown, .button = 4},
+        {.type = Type::otherMouseUp, .button = 4},
+        {.type = Type::scrollWheel},
+        {.type = Type::scrollWheel},
+    };
+    EXPECT_EQ(recorder.events, expected);
+}
+
+TEST_F(X11KeyEventTapTest, ALoneRightAltIsSeenOnItsSideAndStillReachesTheApplication) {
+    for (const char* layout : {"us", "de", "'us(altgr-intl)'"}) {
+        useLayout(layout);
+        settle();
+        user.press(key::rightAlt);
+        ASSERT_TRUE(recorder.waitForEvents(1)) << layout;
+        EXPECT_TRUE(recorder.tap.keyIsDown(61)) << layout;
+        EXPECT_FALSE(recorder.tap.keyIsDown(58)) << layout;
+        user.release(key::rightAlt);
+        ASSERT_TRUE(recorder.waitForEvents(2)) << layout;
+        EXPECT_FALSE(recorder.tap.keyIsDown(61)) << layout;
+        const std::vector<TapEvent> expected{
+            {.type = Type::flagsChanged, .keyCode = 61, .flags = 0x80040},
+            {.type = Type::flagsChanged, .keyCode = 61}};
+        EXPECT_EQ(recorder.events, expected) << layout;
+        EXPECT_TRUE(window.waitForKeys({{key::rightAlt, true}, {key::rightAlt, false}})) << layout;
+        recorder.events.clear();
+    }
+}
+
+TEST_F(X11KeyEventTapTest, CapsLockShowsInTheFlagsOfItsOwnEventsAndOfLaterOnes) {
+    user.tap(key::capsLock);
+    user.tap(key::a);
+    user.tap(key::capsLock);
+    ASSERT_TRUE(recorder.waitForEvents(6));
+    EXPECT_EQ(recorder.events[0].keyCode, 57);
+    EXPECT_EQ(recorder.events[0].type, Type::flagsChanged);
+    EXPECT_EQ(recorder.events[1].flags, 0x10000u);
+    EXPECT_EQ(recorder.events[2].flags, 0x10000u);
+    EXPECT_EQ(recorder.events[5].flags, 0u);
+}
+
+TEST_F(X11KeyEventTapTest, ReportsTheSamePhysicalKeysUnderEveryLayout) {
+    const std::vector<KeyCode> expected{codeA, 1, codeX, 9, 24, 41, 10, 83, 123, 50};
+    for (const char* layout : {"us", "gr", "'de(neo)'", "'us(dvorak)'", "ru"}) {
+        useLayout(layout);
+        settle();
+        user.type({key::a, key::s, key::x, key::v, 21, 47, 94, key::keypad1, key::arrowLeft, 49});
+        ASSERT_TRUE(recorder.waitForEvents(20)) << layout;
+        for (std::size_t i = 0; i < expected.size(); ++i)
+            EXPECT_EQ(recorder.events[2 * i].keyCode, expected[i]) << layout << ", key " << i;
+        recorder.events.clear();
+    }
+}
+
+TEST_F(X11KeyEventTapTest, KeysMovedByTheUsersOptionsCountAsWhatTheyHaveBecome) {
+    useLayout("us -option ctrl:nocaps -option altwin:swap_alt_win");
+    recorder.scheduler.runFor(std::chrono::milliseconds(300));
+    settle();
+    user.press(key::capsLock);
+    user.press(key::leftAlt);
+    ASSERT_TRUE(recorder.waitForEvents(2));
+    EXPECT_EQ(recorder.events[0].flags, 0x40001u);
+    EXPECT_EQ(recorder.events[1].flags, 0x140009u);
+    user.release(key::leftAlt);
+    user.release(key::capsLock);
+    swallow({{codeD, modifierFlag::command}});
+    user.chord({key::leftAlt}, key::d);
+    ASSERT_TRUE(recorder.waitForType(Type::keyUp, codeD));
+    EXPECT_EQ(recorder.count(Type::keyDown, codeD), 1);
+    user.tap(key::x);
+    EXPECT_TRUE(window.waitForKey({key::x, false}));
+    const auto keys = window.keys();
+    EXPECT_EQ(std::count(keys.begin(), keys.end(), KeyWindow::Key{key::d, true}), 0);
+}
+
+TEST_F(X11KeyEventTapTest, SwallowsACombinationWithItsRepeatsWhateverTheLocks) {
+    swallow({{codeD, modifierFlag::control | modifierFlag::option}});
+    for (const bool locked : {false, true}) {
+        if (locked) {
+            user.tap(key::capsLock);
+            user.tap(key::numLock);
+        }
+        window.forget();
+        recorder.events.clear();
+        user.press(key::leftControl);
+        user.press(key::rightAlt);
+        user.press(key::d);
+        // The press, and at least three repeats.
+        ASSERT_TRUE(recorder.waitUntil([&] { return recorder.count(Type::keyDown, codeD) >= 4; }));
+        EXPECT_EQ(recorder.count(Type::keyUp, codeD), 0);
+        user.release(key::d);
+        user.release(key::rightAlt);
+        user.release(key::leftControl);
+        user.tap(key::x);
+        ASSERT_TRUE(recorder.waitForType(Type::keyUp, codeX));
+        EXPECT_EQ(recorder.count(Type::keyUp, codeD), 1);
+        EXPECT_TRUE(window.waitForKey({key::x, false}));
+        for (const auto& received : window.keys()) EXPECT_NE(received.keycode, key::d) << locked;
+    }
+    user.tap(key::capsLock);
+    user.tap(key::numLock);
+}
+
+TEST_F(X11KeyEventTapTest, TheSameKeyWithOtherModifiersPasses) {
+    swallow({{codeD, modifierFlag::control}});
+    user.tap(key::d);
+    user.chord({key::leftControl, key::leftShift}, key::d);
+    EXPECT_TRUE(window.waitForKeys({{key::d, true},
+                                    {key::d, false},
+                                    {key::leftControl, true},
+                                    {key::leftShift, true},
+                                    {key::d, true},
+                                    {key::d, false},
+                                    {key::leftControl, false},
+                                    {key::leftShift, false}}));
+}
+
+TEST_F(X11KeyEventTapTest, OtherKeysTypedWhileASwallowedKeyIsHeldArrive) {
+    swallow({{codeF8, 0}, {keyCode::escape, 0}});
+    user.press(key::f8);
+    user.type({key::a, key::s});
+    user.release(key::f8);
+    user.tap(key::x);
+    ASSERT_TRUE(recorder.waitForType(Type::keyUp, codeX));
+    ASSERT_TRUE(window.waitForKey({key::x, false}));
+    std::vector<std::uint8_t> pressed;
+    for (const auto& received : window.keys())
+        if (received.down) pressed.push_back(received.keycode);
+    EXPECT_EQ(pressed, (std::vector<std::uint8_t>{key::a, key::s, key::x}));
+    EXPECT_EQ(recorder.count(Type::keyDown, codeF8), 1);
+    EXPECT_EQ(recorder.count(Type::keyUp, codeF8), 1);
+
+    // A second declared key, pressed during the hold, is kept from the application, too.
+    window.forget();
+    user.press(key::f8);
+    user.tap(key::escape);
+    user.release(key::f8);
+    user.tap(key::x);
+    EXPECT_TRUE(window.waitForKey({key::x, false}));
+    EXPECT_EQ(window.keys(), (std::vector<KeyWindow::Key>{{key::x, true}, {key::x, false}}));
+}
+
+TEST_F(X11KeyEventTapTest, EscapeIsSwallowedOnlyWhileDeclared) {
+    user.tap(key::escape);
+    ASSERT_TRUE(window.waitForKeys({{key::escape, true}, {key::escape, false}}));
+    swallow({{keyCode::escape, 0}});
+    user.tap(key::escape);
+    user.chord({key::leftShift}, key::escape);
+    ASSERT_TRUE(window.waitForKeys({{key::leftShift, true},
+                                    {key::escape, true},
+                                    {key::escape, false},
+                                    {key::leftShift, false}}));
+    swallow({});
+    user.tap(key::escape);
+    EXPECT_TRUE(window.waitForKeys({{key::escape, true}, {key::escape, false}}));
+    EXPECT_TRUE(recorder.waitUntil([&] { return recorder.count(Type::keyUp, 53) == 4; }));
+}
+
+TEST_F(X11KeyEventTapTest, AKeyHeldSinceBeforeItsDeclarationStaysTheApplications) {
+    user.press(key::escape);
+    ASSERT_TRUE(window.waitForKey({key::escape, true}));
+    swallow({{keyCode::escape, 0}});
+    // Repeats go on reaching the window: each is a release and a press to this window.
+    ASSERT_TRUE(window.waitFor([&] { return window.keys().size() >= 6; }));
+    user.release(key::escape);
+    ASSERT_TRUE(recorder.waitForType(Type::keyUp, 53));
+    ASSERT_TRUE(window.waitFor([&] { return !window.keys().back().down; }));
+    EXPECT_EQ(recorder.count(Type::keyDown, 53), 1);
+    // The next press is a new one.
+    window.forget();
+    user.tap(key::escape);
+    user.tap(key::x);
+    EXPECT_TRUE(window.waitForKeys({{key::x, true}, {key::x, false}}));
+}
+
+TEST_F(X11KeyEventTapTest, TheGrabFollowsTheFocusToOtherWindowsAndBack) {
+    swallow({{codeF8, 0}});
+    for (int round = 0; round < 3; ++round) {
+        KeyWindow other("Other");
+        ASSERT_TRUE(other.show());
+        settle();
+        user.tap(key::f8);
+        user.tap(key::a);
+        EXPECT_TRUE(other.waitForKeys({{key::a, true}, {key::a, false}}));
+    }  // the window is destroyed with the grab on it
+    ASSERT_TRUE(window.focus());
+    settle();
+    user.tap(key::f8);
+    user.tap(key::x);
+    EXPECT_TRUE(window.waitForKeys({{key::x, true}, {key::x, false}}));
+    EXPECT_TRUE(recorder.waitUntil([&] { return recorder.count(Type::keyUp, codeF8) == 4; }));
+}
+
+TEST_F(X11KeyEventTapTest, AKeyThatAnotherProgramHasGrabbedIsReportedAllTheSame) {
+    X11Connection other;
+    xcb_grab_key(other.get(), 0, window.window(), XCB_MOD_MASK_ANY, key::f8, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    other.synchronise();
+    swallow({{codeF8, 0}, {keyCode::escape, 0}});
+    user.tap(key::f8);
+    user.tap(key::escape);
+    user.tap(key::a);
+    ASSERT_TRUE(recorder.waitForType(Type::keyUp, codeA));
+    EXPECT_EQ(recorder.count(Type::keyDown, codeF8), 1);
+    EXPECT_TRUE(window.waitForKeys({{key::a, true}, {key::a, false}}));
+    EXPECT_TRUE(recorder.tap.isValid());
+}
+
+TEST_F(X11KeyEventTapTest, WhileDisabledNothingIsReportedOrSwallowedButKeysAreTracked) {
+    swallow({{codeF8, 0}});
+    recorder.tap.setEnabled(false);
+    EXPECT_FALSE(recorder.tap.isEnabled());
+    EXPECT_TRUE(recorder.tap.isValid());
+    recorder.tap.setSwallowed({{codeF8, 0}, {keyCode::escape, 0}});
+    user.press(key::a);
+    ASSERT_TRUE(recorder.waitUntil([&] { return recorder.tap.keyIsDown(codeA); }));
+    user.tap(key::f8);
+    EXPECT_TRUE(window.waitForKey({key::f8, true}));
+    recorder.tap.setEnabled(true);
+    EXPECT_TRUE(recorder.tap.keyIsDown(codeA));
+    settle();
+    EXPECT_TRUE(recorder.events.empty());
+    user.release(key::a);
+    user.tap(key::f8);
+    user.tap(key::x);
+    ASSERT_TRUE(recorder.waitForType(Type::keyUp, codeX));
+    EXPECT_FALSE(recorder.tap.keyIsDown(codeA));
+    EXPECT_EQ(recorder.count(Type::keyDown, codeF8), 1);
+    ASSERT_TRUE(window.waitForKey({key::x, false}));
+    for (const auto& received : window.keys()) EXPECT_NE(received.keycode, key::f8);
+}
+
+TEST_F(X11KeyEventTapTest, KeysAndButtonsHeldWhenItIsInstalledAreKnownAtOnce) {
+    recorder.tap.remove();
+    EXPECT_FALSE(recorder.tap.isValid());
+    user.press(key::rightAlt);
+    ASSERT_TRUE(recorder.install());
+    EXPECT_TRUE(recorder.tap.keyIsDown(61));
+    user.pressButton(3);
+    ASSERT_TRUE(recorder.waitForEvents(1));
+    EXPECT_EQ(recorder.events[0].flags, 0x80040u);
+    EXPECT_TRUE(recorder.tap.buttonIsDown(1));
+    EXPECT_FALSE(recorder.tap.buttonIsDown(0));
+    user.releaseButton(3);
+    user.release(key::rightAlt);
+    ASSERT_TRUE(recorder.waitForEvents(3));
+    EXPECT_FALSE(recorder.tap.keyIsDown(61));
+    EXPECT_FALSE(recorder.tap.buttonIsDown(1));
+}
+
+TEST_F(X11KeyEventTapTest, AHandlerMayRemoveTheHookThatCallsIt) {
+    int calls = 0;
+    ASSERT_TRUE(recorder.tap.install([&](const TapEvent&) {
+        ++calls;
+        recorder.tap.remove();
+        return TapVerdict::pass;
+    }));
+    user.type({key::a, key::s});
+    ASSERT_TRUE(recorder.waitUntil([&] { return calls > 0; }));
+    recorder.scheduler.runFor(std::chrono::milliseconds(100));
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(X11KeyEventTapTest, KeepsOrderAndLosesNothingWhileTheMainThreadIsBusy) {
+    swallow({{codeF8, 0}});
+    for (int i = 0; i < 300; ++i) {
+        user.tap(key::a);
+        user.tap(key::f8);
+    }
+    // Nothing has run on the main thread so far; the application has its keys already.
+    EXPECT_TRUE(window.waitFor([&] { return window.keys().size() == 600; }));
+    ASSERT_TRUE(recorder.waitForEvents(1200));
+    for (std::size_t i = 0; i < 1200; ++i) {
+        EXPECT_EQ(recorder.events[i].type, i % 2 == 0 ? Type::keyDown : Type::keyUp);
+        EXPECT_EQ(recorder.events[i].keyCode, i % 4 < 2 ? codeA : codeF8);
+    }
+}
+
+TEST(X11KeyEventTap, SurvivesTheServersEndAndIsRevivedOnAnother) {
+    const std::string original = std::getenv("DISPLAY");
+    {
+        TapRecorder recorder;
+        NestedServer first;
+        ASSERT_FALSE(first.display().empty());
+        setenv("DISPLAY", first.display().c_str(), 1);
+        ASSERT_TRUE(recorder.install());
+        first.kill();
+        ASSERT_TRUE(recorder.waitForEvents(1));
+        EXPECT_EQ(recorder.events[0].type, Type::tapDisabledByUserInput);
+        EXPECT_FALSE(recorder.tap.isValid());
+        EXPECT_FALSE(recorder.tap.isEnabled());
+        EXPECT_FALSE(recorder.install());
+
+        NestedServer second;
+        setenv("DISPLAY", second.display().c_str(), 1);
+        ASSERT_TRUE(recorder.install());
+        EXPECT_TRUE(recorder.tap.isEnabled());
+        TestUser user(second.display());
+        user.tap(key::a);
+        EXPECT_TRUE(recorder.waitForType(Type::keyUp, codeA));
+    }
+    unsetenv("DISPLAY");
+    TapRecorder without;
+    EXPECT_FALSE(without.install());
+    setenv("DISPLAY", original.c_str(), 1);
+}
+
+TEST(X11KeyEventTap, KillingTheProcessThatHoldsAKeyLeavesTheKeyboardUsable) {
+    int ready[2];
+    ASSERT_EQ(pipe(ready), 0);
+    KeyWindow window;
+    ASSERT_TRUE(window.show());
+    const auto child = fork();
+    if (child == 0) {
+        TapRecorder recorder;
+        const bool installed = recorder.install();
+        recorder.tap.setSwallowed({{codeF8, 0}});
+        const std::vector<TapEvent> marker{{.type = Type::keyDown, .keyCode = 90},
+                                           {.type = Type::keyUp, .keyCode = 90}};
+        recorder.tap.post(marker, 0);
+        const auto say = [&](bool yes) { return write(ready[1], yes ? "y" : "n", 1) == 1; };
+        bool told = say(installed && recorder.waitForEvents(2));
+        told = told && say(recorder.waitForType(Type::keyDown, codeF8));
+        recorder.scheduler.runFor(std::chrono::minutes(5));
+        _exit(told ? 0 : 1);
+    }
+    const auto hear = [&] {
+        char answer = 0;
+        return read(ready[0], &answer, 1) == 1 && answer == 'y';
+    };
+    TestUser user;
+    ASSERT_TRUE(hear());
+    window.forget();
+    user.press(key::f8);
+    ASSERT_TRUE(hear());
+    EXPECT_TRUE(window.keys().empty());
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    user.type({key::a, key::s});
+    EXPECT_TRUE(window.waitForKey({key::s, false}));
+    user.release(key::f8);
+    user.tap(key::f8);
+    EXPECT_TRUE(window.waitForKey({key::f8, true}));
+    close(ready[0]);
+    close(ready[1]);
+}
+
+TEST(X11KeyMap, EveryKeyOfAFullKeyboardHasItsOwnCode) {
+    std::set<KeyCode> codes;
+    int keys = 0;
+    // Esc to keypad point, the ISO key with F11 and F12, keypad Enter to right Alt, Home to Delete,
+    // the Windows keys and Menu, F13 to F20.
+    for (const auto& [first, last] :
+         {std::pair{9, 91}, {94, 96}, {104, 106}, {108, 108}, {110, 119}, {133, 135}, {191, 198}}) {
+        for (int keycode = first; keycode <= last; ++keycode) {
+            if (keycode == 78) continue;  // Scroll Lock, which no Mac has
+            const auto position = static_cast<XKeycode>(keycode);
+            const auto code = keyCodeOfPosition(position);
+            EXPECT_LT(code, firstForeignKeyCode) << keycode;
+            EXPECT_EQ(positionOfKeyCode(code), position) << keycode;
+            codes.insert(code);
+            ++keys;
+        }
+    }
+    EXPECT_EQ(codes.size(), static_cast<std::size_t>(keys));
+    EXPECT_EQ(keyCodeOfPosition(108), keyCode::rightOption);
+    EXPECT_EQ(keyCodeOfPosition(134), keyCode::rightCommand);
+    EXPECT_EQ(keyCodeOfPosition(66), capsLockKeyCode);
+    EXPECT_EQ(keyCodeOfPosition(107), 0x100 + 107);
+    EXPECT_EQ(positionOfKeyCode(0x100 + 107), 107);
+    EXPECT_EQ(positionOfKeyCode(keyCode::fn), 0);
+}
+
+}  // namespace
+}  // namespace quorvi::test

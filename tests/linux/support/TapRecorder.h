@@ -1,0 +1,67 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <ostream>
+#include <vector>
+
+#include "Quorvi/platform/KeyEventTap.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/X11KeyEventTap.h"
+
+namespace quorvi {
+
+inline bool operator==(const TapEvent& a, const TapEvent& b) {
+    return a.type == b.type && a.keyCode == b.keyCode && a.button == b.button &&
+           a.flags == b.flags && a.sourceUserData == b.sourceUserData;
+}
+
+inline void PrintTo(const TapEvent& event, std::ostream* out) {
+    *out << "{type " << static_cast<std::uint32_t>(event.type) << " key " << event.keyCode
+         << " button " << event.button << " flags 0x" << std::hex << event.flags << " data 0x"
+         << event.sourceUserData << std::dec << "}";
+}
+
+}  // namespace quorvi
+
+namespace quorvi::test {
+
+// An installed input hook whose handler writes down every event, and the main thread's loop.
+class TapRecorder {
+public:
+    LoopScheduler scheduler;
+    X11KeyEventTap tap{scheduler};
+    std::vector<TapEvent> events;
+
+    bool install() {
+        return tap.install([this](const TapEvent& event) {
+            events.push_back(event);
+            return TapVerdict::pass;
+        });
+    }
+
+    bool waitUntil(const std::function<bool()>& condition) {
+        return scheduler.runUntil(condition, std::chrono::seconds(20));
+    }
+    bool waitForEvents(std::size_t count) {
+        return waitUntil([&] { return events.size() >= count; });
+    }
+
+    // Until the hook has seen a key press of this code (and a release of it, if asked for).
+    bool waitForType(TapEventType type, KeyCode keyCode) {
+        return waitUntil([&] {
+            for (const auto& event : events)
+                if (event.type == type && event.keyCode == keyCode) return true;
+            return false;
+        });
+    }
+
+    int count(TapEventType type, KeyCode keyCode) const {
+        int result = 0;
+        for (const auto& event : events)
+            result += event.type == type && event.keyCode == keyCode ? 1 : 0;
+        return result;
+    }
+};
+
+}  // namespace quorvi::test
