@@ -1,0 +1,131 @@
+#include "Quorvi/platform/linux/AtspiFocusFinder.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quorvi::atspi {
+namespace {
+
+constexpr std::size_t walkLimit = 1'000;  // objects; an editor shows some hundred
+constexpr int matchLimit = 32;
+
+// How well an object fits what the user types into. A focused row, tab or panel may stand beside
+// the focused field of the same window.
+int rank(Role role, States states) {
+    if (isSecure(role) || states.has(State::editable)) return 2;
+    return role == Role::terminal ? 1 : 0;
+}
+
+}  // namespace
+
+std::optional<ObjectRef> AtspiFocusFinder::focusedObjectOf(pid_t pid, TimePoint deadline) {
+    for (const auto& bus : peers_.namesOf(pid, deadline))
+        if (auto object = focusedIn(bus, deadline)) return object;
+    return std::nullopt;
+}
+
+std::optional<ObjectRef> AtspiFocusFinder::focusedObject(TimePoint deadline) {
+    if (const auto active = tracker_.activeApplication())
+        if (auto object = focusedIn(*active, deadline)) return object;
+    const auto window = activeWindowIn(peers_.allNames(deadline), deadline);
+    return window ? focusedIn(window->bus, deadline) : std::nullopt;
+}
+
+std::optional<ObjectRef> AtspiFocusFinder::activeWindowOf(pid_t pid, TimePoint deadline) {
+    return activeWindowIn(peers_.namesOf(pid, deadline), deadline);
+}
+
+std::optional<ObjectRef> AtspiFocusFinder::focusedIn(const std::string& bus, TimePoint deadline) {
+    for (const auto& candidate : describe(tracker_.focusedOf(bus), deadline))
+        if (canHoldFocus(candidate.role, candidate.states)) return candidate.object;
+    const auto window = activeWindowIn({bus}, deadline);
+    return window ? search(*window, deadline) : std::nullopt;
+}
+
+std::optional<ObjectRef> AtspiFocusFinder::activeWindowIn(const std::vector<std::string>& names,
+                                                          TimePoint deadline) {
+    std::vector<ObjectRef> tracked;
+    for (const auto& name : names)
+        if (auto window = tracker_.activeWindowOf(name)) tracked.push_back(std::move(*window));
+    for (const auto& candidate : describe(tracked, deadline))
+        if (candidate.states.has(State::active)) return candidate.object;
+
+    std::vector<ObjectRef> roots;
+    for (const auto& name : names) roots.push_back({name, rootPath});
+    for (const auto& candidate : describe(childrenOf(roots, deadline), deadline))
+        if (candidate.states.has(State::active)) return candidate.object;
+    return std::nullopt;
+}
+
+std::optional<ObjectRef> AtspiFocusFinder::search(const ObjectRef& window, TimePoint deadline) {
+    auto found = matches(window, deadline);
+    if (found.empty()) found = walk(window, deadline);
+    const auto best =
+        std::max_element(found.begin(), found.end(), [](const Candidate& a, const Candidate& b) {
+            return rank(a.role, a.states) < rank(b.role, b.states);
+        });
+    return best == found.end() ? std::nullopt : std::optional(best->object);
+}
+
+std::vector<AtspiFocusFinder::Candidate> AtspiFocusFinder::matches(const ObjectRef& window,
+                                                                   TimePoint deadline) {
+    const auto objects = readObjects(peers_.call(
+        {window, collectionInterface, "GetMatches", matchesWithState(State::focused, matchLimit)},
+        deadline));
+    if (!objects) return {};
+    auto found = describe(*objects, deadline);
+    std::erase_if(found, [](const Candidate& c) { return !canHoldFocus(c.role, c.states); });
+    return found;
+}
+
+std::vector<AtspiFocusFinder::Candidate> AtspiFocusFinder::walk(const ObjectRef& window,
+                                                                TimePoint deadline) {
+    std::vector<Candidate> found;
+    std::vector<ObjectRef> level{window};
+    std::size_t visited = 0;
+    while (!level.empty() && visited < walkLimit) {
+        level.resize(std::min(level.size(), walkLimit - visited));
+        visited += level.size();
+        std::vector<ObjectRef> parents;
+        for (const auto& candidate : describe(level, deadline)) {
+            if (canHoldFocus(candidate.role, candidate.states)) found.push_back(candidate);
+            // What is not on the screen, such as closed menus and hidden pages, has no focus.
+            if (candidate.states.has(State::showing) && candidate.role != Role::staticText)
+                parents.push_back(candidate.object);
+        }
+        level = childrenOf(parents, deadline);
+    }
+    return found;
+}
+
+std::vector<AtspiFocusFinder::Candidate> AtspiFocusFinder::describe(
+    const std::vector<ObjectRef>& objects, TimePoint deadline) {
+    std::vector<Call> calls;
+    for (const auto& object : objects) {
+        calls.push_back({object, accessibleInterface, "GetRole", arguments()});
+        calls.push_back({object, accessibleInterface, "GetState", arguments()});
+    }
+    const auto replies = peers_.callAll(std::move(calls), deadline);
+    std::vector<Candidate> described;
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        const auto role = readUnsigned(replies[2 * i]);
+        const auto states = readStates(replies[2 * i + 1]);
+        if (role && states) described.push_back({objects[i], static_cast<Role>(*role), *states});
+    }
+    return described;
+}
+
+std::vector<ObjectRef> AtspiFocusFinder::childrenOf(const std::vector<ObjectRef>& objects,
+                                                    TimePoint deadline) {
+    std::vector<Call> calls;
+    for (const auto& object : objects)
+        calls.push_back({object, accessibleInterface, "GetChildren", arguments()});
+    std::vector<ObjectRef> children;
+    for (const auto& reply : peers_.callAll(std::move(calls), deadline))
+        if (auto some = readObjects(reply))
+            std::copy_if(some->begin(), some->end(), std::back_inserter(children),
+                         [](const ObjectRef& child) { return !child.isNull(); });
+    return children;
+}
+
+}  // namespace quorvi::atspi

@@ -1,0 +1,261 @@
+#include "Quorvi/platform/linux/AtspiAccessibility.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "support/EditorProcess.h"
+#include "support/FieldReader.h"
+#include "support/DesktopUser.h"
+
+namespace quorvi {
+namespace {
+
+using namespace testing;
+
+constexpr const char* greekAndEmoji = "αβγ😀 hello\nsecond";
+
+class AtspiFields : public ::testing::Test {
+protected:
+    void connect() {
+        accessibility_ = std::make_unique<AtspiAccessibility>([] { return true; });
+        reader_ = std::make_unique<FieldReader>(*accessibility_);
+        ASSERT_TRUE(eventually([&] { return accessibility_->isTrusted(); }));
+    }
+    // Starts an application and waits for its window; nothing is connected yet unless a test did.
+    void start(const std::vector<std::string>& command) {
+        application_ = std::make_unique<EditorProcess>(command);
+        ASSERT_TRUE(user_.waitForWindowOf(application_->pid())) << command.front();
+    }
+    pid_t pid() const { return application_->pid(); }
+
+    TestFolder folder_;
+    DesktopUser user_;
+    std::unique_ptr<AtspiAccessibility> accessibility_;
+    std::unique_ptr<FieldReader> reader_;
+    std::unique_ptr<EditorProcess> application_;
+};
+
+struct Editor {
+    const char* name;
+    std::vector<std::string> (*command)(const std::string& file);
+};
+
+std::vector<std::string> qtFields(const std::string&) { return {QUORVI_QT_FIELDS}; }
+
+class AtspiEditor : public AtspiFields, public ::testing::WithParamInterface<Editor> {};
+
+INSTANTIATE_TEST_SUITE_P(Editors, AtspiEditor,
+                         ::testing::Values(Editor{"mousepad", mousepad},
+                                           Editor{"gnomeTextEditor", gnomeTextEditor},
+                                           Editor{"featherpad", featherpad},
+                                           Editor{"qt6", qtFields}),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_P(AtspiEditor, FindsAFieldThatHadTheFocusBeforeTheProgramStarted) {
+    start(GetParam().command(folder_.write("note.txt", greekAndEmoji)));
+    connect();
+    const auto field = reader_->waitForFocus(pid(), "AXTextArea");
+    ASSERT_TRUE(field);
+    EXPECT_FALSE(reader_->isSecure(*field));
+    EXPECT_EQ(reader_->get<bool>(*field, "AXFocused"), true);
+    EXPECT_EQ(reader_->value(*field), greekAndEmoji);
+    EXPECT_EQ(accessibility_->processIdentifier(*field), pid());
+
+    const auto everywhere =
+        reader_->get<AXElement>(accessibility_->systemWideElement(), "AXFocusedUIElement");
+    ASSERT_TRUE(everywhere);
+    EXPECT_TRUE(*everywhere == *field);
+
+    const auto window = reader_->window(pid());
+    ASSERT_TRUE(window);
+    EXPECT_EQ(reader_->role(*window), "AXWindow");
+    EXPECT_TRUE(window == reader_->window(pid()));
+    EXPECT_FALSE(*window == *field);
+}
+
+TEST_P(AtspiEditor, CountsCaretAndSelectionInUtf16Units) {
+    connect();
+    start(GetParam().command(folder_.write("note.txt", greekAndEmoji)));
+    const auto field = reader_->waitForFocus(pid(), "AXTextArea");
+    ASSERT_TRUE(field);
+    user_.press({XK_Control_L, XK_Home});
+    EXPECT_TRUE(reader_->waitForSelection(*field, {0, 0}));
+    user_.press({XK_End});
+    EXPECT_TRUE(reader_->waitForSelection(*field, {11, 0}));
+    user_.press({XK_Shift_L, XK_Home});
+    EXPECT_TRUE(reader_->waitForSelection(*field, {0, 11}));
+    user_.press({XK_Home});
+    for (int i = 0; i < 3; ++i) user_.press({XK_Right});
+    user_.press({XK_Shift_L, XK_Right});
+    EXPECT_TRUE(reader_->waitForSelection(*field, {3, 2}));
+
+    user_.press({XK_Control_L, XK_End});
+    EXPECT_TRUE(reader_->waitForSelection(*field, {18, 0}));
+    user_.type("typed");
+    EXPECT_TRUE(reader_->waitForValue(*field, std::string(greekAndEmoji) + "typed"));
+    EXPECT_TRUE(reader_->waitForSelection(*field, {23, 0}));
+}
+
+TEST_P(AtspiEditor, AnElementOutlivesItsApplication) {
+    connect();
+    start(GetParam().command(folder_.write("note.txt", greekAndEmoji)));
+    const auto field = reader_->waitForFocus(pid(), "AXTextArea");
+    ASSERT_TRUE(field);
+    const auto deadPid = pid();
+    application_->kill();
+    EXPECT_TRUE(eventually([&] { return !reader_->value(*field); }));
+    EXPECT_FALSE(reader_->selection(*field));
+    EXPECT_EQ(reader_->role(*field), "");
+    EXPECT_TRUE(eventually([&] { return !reader_->focused(deadPid); }));
+    EXPECT_FALSE(reader_->window(deadPid));
+    EXPECT_TRUE(*field == *field);
+}
+
+TEST_F(AtspiFields, TabVisitsEveryKindOfQtField) {
+    connect();
+    start({QUORVI_QT_FIELDS});
+    ASSERT_TRUE(reader_->waitForFocus(pid(), "AXTextArea"));
+
+    user_.press({XK_Tab});
+    const auto line = reader_->waitForFocus(pid(), "AXTextField");
+    ASSERT_TRUE(line);
+    EXPECT_EQ(reader_->value(*line), "αβ😀γ");
+    EXPECT_FALSE(reader_->isSecure(*line));
+
+    user_.press({XK_Tab});
+    ASSERT_TRUE(eventually([&] {
+        const auto field = reader_->focused(pid());
+        return field && reader_->isSecure(*field);
+    }));
+    const auto password = reader_->focused(pid());
+    EXPECT_EQ(reader_->role(*password), "AXTextField");
+    EXPECT_FALSE(reader_->value(*password));
+    EXPECT_FALSE(reader_->selection(*password));
+
+    user_.press({XK_Tab});
+    const auto readOnly = reader_->waitForFocus(pid(), "AXStaticText");
+    ASSERT_TRUE(readOnly);
+    EXPECT_EQ(reader_->value(*readOnly), "fixed");
+
+    user_.press({XK_Tab});
+    const auto choice = reader_->waitForFocus(pid(), "AXComboBox");
+    ASSERT_TRUE(choice);
+    EXPECT_EQ(reader_->value(*choice), "chosen");
+    user_.press({XK_End});
+    EXPECT_TRUE(reader_->waitForSelection(*choice, {6, 0}));
+
+    user_.press({XK_Tab});
+    const auto button = reader_->waitForFocus(pid(), "AXButton");
+    ASSERT_TRUE(button);
+    EXPECT_FALSE(reader_->selection(*button));
+}
+
+TEST_F(AtspiFields, LabelsAreNoTextFields) {
+    connect();
+    start({"zenity", "--entry", "--text", "Read me", "--entry-text", "αβ😀γ"});
+    const auto entry = reader_->waitForFocus(pid(), "AXTextField");
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(reader_->value(*entry), "αβ😀γ");
+    EXPECT_TRUE(reader_->waitForSelection(*entry, {0, 5}));
+    const auto window = reader_->window(pid());
+    ASSERT_TRUE(window);
+    const auto label = reader_->find(*window, "AXStaticText");
+    ASSERT_TRUE(label);
+    EXPECT_EQ(reader_->value(*label), "Read me");
+    EXPECT_FALSE(reader_->selection(*label));
+}
+
+TEST_F(AtspiFields, AGtkPasswordIsRecognisedAndNeverRead) {
+    connect();
+    start({"zenity", "--password"});
+    const auto password = reader_->waitForFocus(pid(), "AXTextField");
+    ASSERT_TRUE(password);
+    user_.type("secret");
+    EXPECT_TRUE(reader_->isSecure(*password));
+    EXPECT_FALSE(reader_->value(*password));
+    EXPECT_FALSE(reader_->selection(*password));
+}
+
+TEST_F(AtspiFields, ATerminalIsATextAreaWithoutReadableText) {
+    connect();
+    start({"xfce4-terminal", "--disable-server"});
+    const auto terminal = reader_->waitForFocus(pid(), "AXTextArea");
+    ASSERT_TRUE(terminal);
+    EXPECT_FALSE(reader_->value(*terminal));
+    EXPECT_FALSE(reader_->selection(*terminal));
+}
+
+TEST_F(AtspiFields, FocusFollowsTheActiveWindow) {
+    connect();
+    start(mousepad(folder_.write("first.txt", "first")));
+    const auto field = reader_->waitForFocus(pid(), "AXTextArea");
+    ASSERT_TRUE(field);
+    const auto window = reader_->window(pid());
+    const auto firstWindow = user_.activeWindow();
+
+    EditorProcess second(featherpad(folder_.write("second.txt", "second")));
+    ASSERT_TRUE(user_.waitForWindowOf(second.pid()));
+    const auto secondField = reader_->waitForFocus(second.pid(), "AXTextArea");
+    ASSERT_TRUE(secondField);
+    EXPECT_FALSE(*secondField == *field);
+    EXPECT_TRUE(eventually([&] { return !reader_->window(pid()); }));
+    const auto everywhere = [&] {
+        return reader_->get<AXElement>(accessibility_->systemWideElement(), "AXFocusedUIElement");
+    };
+    EXPECT_TRUE(eventually([&] { return everywhere() == secondField; }));
+
+    user_.activate(firstWindow);
+    EXPECT_TRUE(eventually([&] { return everywhere() == field; }));
+    EXPECT_TRUE(eventually([&] { return reader_->window(pid()) == window; }));
+    EXPECT_TRUE(reader_->focused(pid()) == field);
+}
+
+TEST_F(AtspiFields, TextsBeyondTheLimitAreNotRead) {
+    connect();
+    start(mousepad(folder_.write("long.txt", std::string(100'000, 'x'))));
+    const auto field = reader_->waitForFocus(pid(), "AXTextArea");
+    ASSERT_TRUE(field);
+    EXPECT_TRUE(reader_->waitForValue(*field, std::string(100'000, 'x')));
+    user_.type("y");
+    EXPECT_TRUE(eventually([&] { return !reader_->value(*field); }));
+    EXPECT_TRUE(reader_->waitForSelection(*field, {1, 0}));
+}
+
+TEST_F(AtspiFields, AHungApplicationCostsACaptureOneTimeoutAndRecovers) {
+    connect();
+    start(mousepad(folder_.write("note.txt", "text")));
+    const auto field = reader_->waitForFocus(pid(), "AXTextArea");
+    ASSERT_TRUE(field);
+    application_->stop();
+
+    // Were each of these queries to wait, they would take ten seconds.
+    using namespace std::chrono_literals;
+    const auto application = accessibility_->applicationElement(pid());
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(accessibility_->attribute(application, "AXFocusedUIElement", 1s));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(accessibility_->attribute(*field, "AXRole", 1s));
+        EXPECT_FALSE(accessibility_->attribute(*field, "AXValue", 1s));
+        EXPECT_FALSE(accessibility_->attribute(application, "AXFocusedWindow", 1s));
+    }
+    const auto taken = std::chrono::steady_clock::now() - start;
+    RecordProperty("milliseconds",
+                   static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(taken).count()));
+    EXPECT_EQ(accessibility_->processIdentifier(*field), pid());
+
+    application_->resume();
+    EXPECT_TRUE(reader_->waitForValue(*field, "text"));
+    EXPECT_TRUE(reader_->waitForFocus(pid(), "AXTextArea") == field);
+}
+
+TEST_F(AtspiFields, ManualAccessibilityHasNoCounterpart) {
+    connect();
+    EXPECT_FALSE(accessibility_->setAttribute(accessibility_->applicationElement(getpid()),
+                                              "AXManualAccessibility", true,
+                                              std::chrono::milliseconds(250)));
+}
+
+}  // namespace
+}  // namespace quorvi

@@ -1,0 +1,37 @@
+// A window with one field of each kind, for tests that need a Qt 6 application. The Tab key goes
+// through them from top to bottom; the editor has the focus at the start.
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QWidget window;
+    window.setWindowTitle(QStringLiteral("Qt fields"));
+    QVBoxLayout layout(&window);
+
+    QPlainTextEdit editor(QString::fromUtf8("αβγ😀 hello\nsecond"));
+    editor.setTabChangesFocus(true);
+    QLineEdit line(QString::fromUtf8("αβ😀γ"));
+    QLineEdit password(QStringLiteral("secret"));
+    password.setEchoMode(QLineEdit::Password);
+    QLineEdit readOnly(QStringLiteral("fixed"));
+    readOnly.setReadOnly(true);
+    QComboBox choice;
+    choice.setEditable(true);
+    choice.addItem(QStringLiteral("chosen"));
+    QPushButton button(QStringLiteral("Press"));
+    QLabel label(QStringLiteral("A label"));
+    for (QWidget* widget : {static_cast<QWidget*>(&editor), static_cast<QWidget*>(&line),
+                            static_cast<QWidget*>(&password), static_cast<QWidget*>(&readOnly),
+                            static_cast<QWidget*>(&choice), static_cast<QWidget*>(&button),
+                            static_cast<QWidget*>(&label)})
+        layout.addWidget(widget);
+    window.show();
+    editor.setFocus();
+    return application.exec();
+}
