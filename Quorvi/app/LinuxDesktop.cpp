@@ -1,0 +1,82 @@
+#include "Quorvi/app/LinuxDesktop.h"
+
+#include <atomic>
+#include <filesystem>
+
+#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/CurlTransport.h"
+#include "Quorvi/platform/linux/PulseAudioInput.h"
+#include "Quorvi/platform/linux/PulseConnection.h"
+#include "Quorvi/platform/linux/PulsePermissions.h"
+#include "Quorvi/platform/linux/PulseSoundOutput.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/X11InputSupport.h"
+#include "Quorvi/platform/linux/X11KeyEventPoster.h"
+#include "Quorvi/platform/linux/X11KeyEventTap.h"
+#include "Quorvi/platform/linux/X11Pasteboard.h"
+#include "Quorvi/platform/linux/X11Workspace.h"
+
+namespace quorvi {
+
+// In the order of dependence; the executors end last, so that a deletion asked for at the end is
+// still done.
+struct LinuxDesktop::Adapters {
+    explicit Adapters(Scheduler& scheduler)
+        : tap(scheduler),
+          poster(tap),
+          accessibility([this] { return inputHookIsPossible.load(); }),
+          workspace(scheduler),
+          pasteboard(scheduler),
+          sound(scheduler),
+          audioInput(sound, scheduler),
+          soundOutput(sound),
+          permissions(sound, scheduler),
+          transport(scheduler) {
+        disk.run([this] { inputHookIsPossible = x11InputHookIsPossible(); });
+    }
+
+    std::atomic<bool> inputHookIsPossible{false};
+    SerialExecutor accessibilityQueries{"accessibility"};
+    SerialExecutor disk{"disk"};
+    X11KeyEventTap tap;
+    X11KeyEventPoster poster;
+    AtspiAccessibility accessibility;
+    X11Workspace workspace;
+    X11Pasteboard pasteboard;
+    PulseConnection sound;
+    PulseAudioInput audioInput;
+    PulseSoundOutput soundOutput;
+    PulsePermissions permissions;
+    CurlTransport transport;
+};
+
+LinuxDesktop::LinuxDesktop(Scheduler& scheduler)
+    : scheduler_(scheduler), adapters_(std::make_unique<Adapters>(scheduler)) {}
+
+LinuxDesktop::~LinuxDesktop() = default;
+
+AppModel::Environment LinuxDesktop::environment(Preferences& preferences, KeyStore& keyStore,
+                                                HistoryStore& history, CorrectionStore& corrections,
+                                                CorrectionObserver& correctionObserver) {
+    auto& a = *adapters_;
+    return {.scheduler = scheduler_,
+            .accessibilityQueries = a.accessibilityQueries,
+            .disk = a.disk,
+            .tap = a.tap,
+            .poster = a.poster,
+            .accessibility = a.accessibility,
+            .workspace = a.workspace,
+            .pasteboard = a.pasteboard,
+            .audioInput = a.audioInput,
+            .soundOutput = a.soundOutput,
+            .permissions = a.permissions,
+            .preferences = preferences,
+            .keyStore = keyStore,
+            .transport = a.transport,
+            .history = history,
+            .corrections = corrections,
+            .correctionObserver = correctionObserver,
+            .recordings = std::filesystem::temp_directory_path() / "VeskRecordings"};
+}
+
+}  // namespace quorvi

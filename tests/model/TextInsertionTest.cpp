@@ -138,7 +138,7 @@ TEST_F(TextInsertionTest, ReportsWhyAPasteCouldNotBeVerified) {
     accessibility.set(field, "AXValue", std::string("short"));
     begin();
     scheduler.advance(1s);
-    EXPECT_EQ(lines[1], "paste.invalidRange afterLength=5 expectedLength=-1");
+    EXPECT_EQ(lines[1], "paste.valueMismatch afterLength=5 expectedLength=-1");
 
     lines.clear();
     receives = true;
