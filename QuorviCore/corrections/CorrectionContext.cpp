@@ -31,20 +31,6 @@ std::optional<Surroundings> surroundings(std::string_view field, Utf16Range sele
     return Surroundings{field.substr(0, *begin), field.substr(end)};
 }
 
-bool isExpected(const Surroundings& around, std::string_view transcript, std::string_view field) {
-    const std::size_t prefix = around.prefix.size();
-    const std::size_t size = prefix + transcript.size() + around.suffix.size();
-    if (field.size() == size && field.starts_with(around.prefix) &&
-        field.ends_with(around.suffix) && field.substr(prefix, transcript.size()) == transcript)
-        return true;
-    std::string expected;
-    expected.reserve(size);
-    expected += around.prefix;
-    expected += transcript;
-    expected += around.suffix;
-    return text::equal(expected, field);
-}
-
 // What lies between whole leading and trailing characters of the field, compared as bytes.
 std::optional<std::string_view> between(std::string_view field, std::string_view prefix,
                                         std::string_view suffix) {
@@ -74,7 +60,7 @@ std::optional<CorrectionContext> CorrectionContext::verified(
     if (!fieldBefore || transcript.empty()) return std::nullopt;
     if (selection) {
         const auto around = surroundings(*fieldBefore, *selection);
-        if (around && isExpected(*around, transcript, fieldAfter))
+        if (around && text::equalJoined(around->prefix, transcript, around->suffix, fieldAfter))
             return CorrectionContext(std::string(around->prefix), std::move(transcript),
                                      std::string(around->suffix));
     }

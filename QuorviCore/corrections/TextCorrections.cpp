@@ -1,6 +1,7 @@
 #include "QuorviCore/corrections/TextCorrections.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "QuorviCore/corrections/PhraseTrie.h"
 #include "QuorviCore/text/Text.h"
@@ -15,13 +16,18 @@ struct TextCorrections::Prepared {
 
 namespace {
 
+struct Applied {
+    std::uint32_t rule;
+    std::size_t idHash;
+};
+
 // Kept for each thread, since fresh pages cost more than the work on them.
 struct Scratch {
     text::Tokens tokens;
     std::vector<std::uint32_t> numbers;  // of the tokens, as the trie knows them
     std::vector<std::uint32_t>
-        overlapEnds;                     // for each self-overlapping phrase: end of its last match
-    std::vector<std::uint32_t> applied;  // rules in order of first use
+        overlapEnds;               // for each self-overlapping phrase: end of its last match
+    std::vector<Applied> applied;  // in order of first use
 };
 
 Scratch& scratch() {
@@ -83,12 +89,13 @@ private:
 };
 
 void noteApplied(const std::vector<TextCorrection>& rules, std::uint32_t rule,
-                 std::vector<std::uint32_t>& applied) {
-    const auto isKnown = [&](std::uint32_t other) {
-        return other == rule || rules[other].id == rules[rule].id;
+                 std::vector<Applied>& applied) {
+    const std::string& id = rules[rule].id;
+    const std::size_t hash = std::hash<std::string>{}(id);
+    const auto isSame = [&](const Applied& other) {
+        return other.idHash == hash && rules[other.rule].id == id;
     };
-    if (std::ranges::find(applied, rule) == applied.end() && std::ranges::none_of(applied, isKnown))
-        applied.push_back(rule);
+    if (std::ranges::none_of(applied, isSame)) applied.push_back({rule, hash});
 }
 
 }  // namespace
@@ -146,8 +153,8 @@ TextCorrections::Result TextCorrections::applying(std::string_view transcript) c
     if (s.applied.empty()) return {std::string(transcript), {}};
     result.text += text.substr(copied);
     result.appliedRules.reserve(s.applied.size());
-    for (const std::uint32_t rule : s.applied)
-        result.appliedRules.push_back(prepared_->rules[rule]);
+    for (const Applied& applied : s.applied)
+        result.appliedRules.push_back(prepared_->rules[applied.rule]);
     return result;
 }
 

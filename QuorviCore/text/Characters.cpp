@@ -35,20 +35,15 @@ std::optional<std::size_t> offsetOfUtf16(std::string_view s, std::int64_t units)
     if (units < 0) return std::nullopt;
     std::size_t i = 0;
     std::int64_t left = units;
-    while (left > 0) {
-        if (i == s.size()) return std::nullopt;
-        if (static_cast<unsigned char>(s[i]) < 0x80) {
-            const auto reach = std::min(
-                s.size() - i, static_cast<std::size_t>(std::min<std::int64_t>(left, 1 << 30)));
-            const std::size_t run = asciiPrefix(s.substr(i, reach));
-            i += run;
-            left -= static_cast<std::int64_t>(run);
-        } else {
-            left -= U16_LENGTH(icuText::next(s, i));
-        }
+    while (left > 0 && i < s.size()) {
+        for (; left > 0 && i < s.size() && isPairOfBytes(s, i); i += 2) --left;
+        const auto reach = std::min(s.size() - i, static_cast<std::size_t>(left));
+        const std::size_t run = asciiPrefix(s.substr(i, reach));
+        i += run;
+        left -= static_cast<std::int64_t>(run);
+        if (run == 0 && left > 0 && i < s.size()) left -= U16_LENGTH(icuText::next(s, i));
     }
-    if (left < 0) return std::nullopt;
-    return i;
+    return left == 0 ? std::optional(i) : std::nullopt;
 }
 
 bool isCharacterBoundary(std::string_view s, std::size_t offset) {

@@ -12,11 +12,14 @@ using icuText::fromUtf8;
 
 namespace {
 
-// Whether the decompositions before and after the offset are independent of each other.
+// Whether the decomposition of what stands at the offset is independent of what is before it. True
+// only at the beginning of a code point.
+bool beginsDecomposition(std::string_view s, std::size_t offset) {
+    return !isContinuation(s[offset]) && icuText::nfd().hasBoundaryBefore(icuText::next(s, offset));
+}
+
 bool isNormalizationBoundary(std::string_view s, std::size_t offset) {
-    if (offset == 0 || offset == s.size()) return true;
-    if (isContinuation(s[offset])) return false;
-    return icuText::nfd().hasBoundaryBefore(icuText::next(s, offset));
+    return offset == 0 || offset == s.size() || beginsDecomposition(s, offset);
 }
 
 }  // namespace
@@ -35,7 +38,32 @@ bool equal(std::string_view a, std::string_view b) {
     a.remove_suffix(end);
     b.remove_suffix(end);
     if (isAscii(a) && isAscii(b)) return a == b;
+    // Decomposing changes the number of bytes by a factor of three at most, up or down.
+    constexpr std::size_t largestFactor = 9;
+    if (a.size() > largestFactor * b.size() || b.size() > largestFactor * a.size()) return false;
     return toNfc(a) == toNfc(b);
+}
+
+bool equalJoined(std::string_view prefix, std::string_view middle, std::string_view suffix,
+                 std::string_view whole) {
+    std::size_t start = sharedLeadingBytes(prefix, whole);
+    const auto isCut = [&] {
+        return start < prefix.size() && start < whole.size() &&
+               beginsDecomposition(prefix, start) && beginsDecomposition(whole, start);
+    };
+    while (start > 0 && !isCut()) --start;
+    prefix.remove_prefix(start);
+    whole.remove_prefix(start);
+    std::size_t end = sharedTrailingBytes(suffix, whole, std::min(suffix.size(), whole.size()));
+    while (end > 0 && !beginsDecomposition(suffix, suffix.size() - end)) --end;
+    suffix.remove_suffix(end);
+    whole.remove_suffix(end);
+    std::string joined;
+    joined.reserve(prefix.size() + middle.size() + suffix.size());
+    joined += prefix;
+    joined += middle;
+    joined += suffix;
+    return equal(joined, whole);
 }
 
 bool isNfc(std::string_view s) {
@@ -59,10 +87,11 @@ std::string wellFormed(std::string_view s) {
 std::int64_t utf16Length(std::string_view s) {
     std::int64_t units = 0;
     for (std::size_t i = 0; i < s.size();) {
+        for (; i < s.size() && isPairOfBytes(s, i); i += 2) ++units;
         const std::size_t run = asciiPrefix(s.substr(i));
         i += run;
         units += static_cast<std::int64_t>(run);
-        if (i < s.size()) units += U16_LENGTH(icuText::next(s, i));
+        if (run == 0 && i < s.size()) units += U16_LENGTH(icuText::next(s, i));
     }
     return units;
 }

@@ -12,6 +12,10 @@ namespace quorvi::text {
 // Whether two texts are the same under Unicode canonical equivalence.
 bool equal(std::string_view a, std::string_view b);
 
+// Whether three parts joined are the same as one text, without joining what is obviously the same.
+bool equalJoined(std::string_view prefix, std::string_view middle, std::string_view suffix,
+                 std::string_view whole);
+
 // Normalization Form C.
 std::string toNfc(std::string_view s);
 

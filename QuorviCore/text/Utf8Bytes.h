@@ -41,6 +41,12 @@ inline bool isContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
+// Whether a well-formed sequence of two bytes starts here: Greek and Cyrillic consist of them.
+inline bool isPairOfBytes(std::string_view s, std::size_t i) {
+    const auto lead = static_cast<unsigned char>(s[i]);
+    return lead >= 0xC2 && lead <= 0xDF && i + 1 < s.size() && isContinuation(s[i + 1]);
+}
+
 // Number of bytes that two texts share at the start, and of those among the last `limit` that they
 // share at the end.
 inline std::size_t sharedLeadingBytes(std::string_view a, std::string_view b) {

@@ -204,8 +204,25 @@ TEST(CorrectionLearning, FindsTheSharedCharactersOfHostileTexts) {
                 << "seed " << seed;
         }
         ASSERT_EQ(text::equal(start + "x" + a, start + "x" + b), a == b) << "seed " << seed;
+        ASSERT_EQ(text::equalJoined(start, b, end, a),
+                  text::toNfc(start + b + end) == text::toNfc(a))
+            << "seed " << seed;
+        const std::string joined = some(2) + start + a + end;
+        ASSERT_EQ(text::equalJoined(start, a, end, joined),
+                  text::toNfc(start + a + end) == text::toNfc(joined))
+            << "seed " << seed;
         ASSERT_TRUE(text::equal(start + end, text::toNfc(start + end))) << "seed " << seed;
     }
+}
+
+TEST(Text, IsEqualToItsEquivalentsOfAnyLength) {
+    EXPECT_TRUE(text::equal(repeated("\u1FEF", 50), repeated("`", 50)));
+    EXPECT_TRUE(text::equal(repeated("\u0390", 50), repeated("ι\u0308\u0301", 50)));
+    EXPECT_TRUE(text::equal("\U0001D160", "\U0001D158\U0001D165\U0001D16E"));
+    EXPECT_TRUE(text::equal("a\xFFz", "a\uFFFDz"));
+    EXPECT_FALSE(text::equal("", "\u0301"));
+    EXPECT_FALSE(text::equal("e\u0301\u0316", "e\u0316"));
+    EXPECT_TRUE(text::equal("e\u0301\u0316", "e\u0316\u0301"));
 }
 
 TEST(Transliteration, LeavesLatinTextAloneAndReadsOtherScripts) {
