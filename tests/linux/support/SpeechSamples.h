@@ -4,7 +4,7 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libavutil/channel_layout.h>
-#include <libavutil/opt.h>
+#include <libavutil/log.h>
 }
 
 #include <cstdint>
@@ -44,6 +44,7 @@ namespace internal {
 class M4aWriter {
 public:
     explicit M4aWriter(int rate) {
+        av_log_set_level(AV_LOG_ERROR);
         check(avformat_alloc_output_context2(&format_, nullptr, "ipod", nullptr));
         check(avio_open_dyn_buf(&format_->pb));
         const auto* encoder = avcodec_find_encoder(AV_CODEC_ID_AAC);
