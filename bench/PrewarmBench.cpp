@@ -1,0 +1,87 @@
+// What opening the connection while the user still speaks is worth, over a link with a round trip
+// of 80 ms, and how fast a request that is under way is given up. Needs root, for the link.
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "Quorvi/platform/linux/CurlTransport.h"
+#include "bench/DelayedLink.h"
+#include "bench/Figure.h"
+#include "tests/linux/support/Await.h"
+#include "tests/linux/support/TlsServer.h"
+
+namespace {
+
+using namespace quorvi;
+using namespace std::chrono_literals;
+
+constexpr int rounds = 15;
+
+// One POST of the size of a short dictation, timed up to the whole answer. Every round has a
+// transport of its own, so nothing is left over from the round before.
+double postMilliseconds(LoopScheduler& scheduler, const test::TestAuthority& authority,
+                        const test::TlsServer& server, bool opensBefore) {
+    CurlTransport transport(scheduler, authority.caFile());
+    if (opensBefore) {
+        transport.openConnection(server.url("/"));
+        scheduler.runFor(800ms);  // the user speaks
+    }
+    HttpRequest request;
+    request.method = "POST";
+    request.url = server.url("/tell");
+    request.body.resize(50'000);
+    const double begin = bench::millisecondsNow();
+    test::Running<HttpResponse> running(transport.send(std::move(request), {}));
+    if (!test::await(scheduler, running) || !running.value())
+        throw std::runtime_error("the request failed: " + running.failure());
+    return bench::millisecondsNow() - begin;
+}
+
+// From the stop to the resumption of the coroutine that waits for the answer.
+double cancelMilliseconds(LoopScheduler& scheduler, CurlTransport& transport,
+                          const test::TlsServer& server) {
+    HttpRequest request;
+    request.url = server.url("/never");
+    std::stop_source stop;
+    test::Running<HttpResponse> running(transport.send(std::move(request), stop.get_token()));
+    scheduler.runFor(400ms);  // connected, and waiting for the answer
+    const double begin = bench::millisecondsNow();
+    stop.request_stop();
+    if (!test::await(scheduler, running) || !running.cancelled())
+        throw std::runtime_error("the request was not cancelled");
+    return bench::millisecondsNow() - begin;
+}
+
+void run() {
+    const test::TestAuthority authority;
+    authority.issue("server", std::string("IP:") + bench::DelayedLink::farAddress);
+    bench::DelayedLink link(40ms);
+    const test::TlsServer server(authority, "server", bench::DelayedLink::farAddress);
+    link.enterNearSide();
+
+    LoopScheduler scheduler;
+    std::vector<double> cold, opened, cancelled;
+    for (int i = 0; i < rounds; ++i) {
+        cold.push_back(postMilliseconds(scheduler, authority, server, false));
+        opened.push_back(postMilliseconds(scheduler, authority, server, true));
+    }
+    CurlTransport transport(scheduler, authority.caFile());
+    for (int i = 0; i < rounds; ++i)
+        cancelled.push_back(cancelMilliseconds(scheduler, transport, server));
+    bench::figure("prewarm", bench::median(opened), "ms", bench::median(cold));
+    bench::figure("http_cancel", bench::median(cancelled), "ms");
+}
+
+}  // namespace
+
+int main() {
+    try {
+        run();
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "PrewarmBench: %s\n", error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,146 @@
+#include "tools/speech-service/Options.h"
+
+#include <getopt.h>
+
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+
+#include "QuorviCore/Wipe.h"
+#include "QuorviCore/text/Text.h"
+
+namespace quorvi::speech {
+
+const char* const usage =
+    R"(usage: quorvi-speech-service [OPTION…]
+
+Turns recordings into text without a network, behind the interface of the speech-to-text service
+that Quorvi uses. Set Quorvi's service address to the one this program prints. English only.
+
+  --listen ADDRESS    loopback address to listen on (127.0.0.1)
+  --port N            port to listen on; 0, the default, chooses a free one
+  --key-file FILE     accept only the API key in FILE
+  --grammar FILE      expect only what the JSGF grammar in FILE allows
+  --sentences FILE    expect only the sentences in FILE, one a line
+  --model FOLDER      folder of the acoustic model, the language model and the dictionary
+  --punctuate         return sentences instead of lower-case words
+  --delay-ms N        wait N milliseconds before each recognition
+  --help              print this and exit
+
+The key may also stand in the environment variable QUORVI_SPEECH_SERVICE_KEY. Without one every key
+is accepted unless it begins with "bad". When requests are accepted, the line "listening on URL" is
+printed. SIGTERM or SIGINT ends the program.
+
+Exit codes: 0 ended by a signal, 1 could not start, 2 bad usage.
+)";
+
+namespace {
+
+std::string contentsOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string contents(std::istreambuf_iterator<char>(file), {});
+    if (!file.is_open() || file.bad()) {
+        throw std::runtime_error("The file " + path + " could not be read.");
+    }
+    return contents;
+}
+
+int number(const char* option, const char* text, int maximum) {
+    int value = 0;
+    const auto* end = text + std::strlen(text);
+    const auto [stopped, error] = std::from_chars(text, end, value);
+    if (error != std::errc() || stopped != end || value < 0 || value > maximum) {
+        throw UsageError(std::string(option) + " needs a number between 0 and " +
+                         std::to_string(maximum) + ".");
+    }
+    return value;
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        const auto end = std::min(text.find('\n', begin), text.size());
+        const auto line = text::trimmed(std::string_view(text).substr(begin, end - begin));
+        if (!line.empty()) lines.emplace_back(line);
+        begin = end + 1;
+    }
+    return lines;
+}
+
+std::string keyIn(std::string contents) {
+    std::string key(text::trimmed(contents));
+    wipe(contents);
+    if (key.empty()) throw std::runtime_error("The key file is empty.");
+    return key;
+}
+
+// Taken out of the environment, where other programs of the user could read it.
+std::string keyOfEnvironment() {
+    constexpr const char* name = "QUORVI_SPEECH_SERVICE_KEY";
+    char* value = std::getenv(name);
+    if (!value) return {};
+    std::string key = value;
+    wipe(value, key.size());
+    unsetenv(name);
+    return key;
+}
+
+}  // namespace
+
+std::optional<Options> parseOptions(int argc, char** argv) {
+    enum : int { listen = 1, port, keyFile, grammar, sentences, model, punctuate, delay, help };
+    static const option known[] = {{"listen", required_argument, nullptr, listen},
+                                   {"port", required_argument, nullptr, port},
+                                   {"key-file", required_argument, nullptr, keyFile},
+                                   {"grammar", required_argument, nullptr, grammar},
+                                   {"sentences", required_argument, nullptr, sentences},
+                                   {"model", required_argument, nullptr, model},
+                                   {"punctuate", no_argument, nullptr, punctuate},
+                                   {"delay-ms", required_argument, nullptr, delay},
+                                   {"help", no_argument, nullptr, help},
+                                   {nullptr, 0, nullptr, 0}};
+    Options options;
+    options.key = keyOfEnvironment();
+    for (int found; (found = getopt_long(argc, argv, "", known, nullptr)) != -1;) {
+        switch (found) {
+            case listen:
+                options.listen = optarg;
+                break;
+            case port:
+                options.port = number("--port", optarg, 65535);
+                break;
+            case keyFile:
+                options.key = keyIn(contentsOf(optarg));
+                break;
+            case grammar:
+                options.grammar = contentsOf(optarg);
+                break;
+            case sentences:
+                options.sentences = linesOf(contentsOf(optarg));
+                break;
+            case model:
+                options.modelFolder = optarg;
+                break;
+            case punctuate:
+                options.punctuates = true;
+                break;
+            case delay:
+                options.delay = std::chrono::milliseconds(number("--delay-ms", optarg, 600'000));
+                break;
+            case help:
+                return std::nullopt;
+            default:
+                throw UsageError("See --help for the options.");
+        }
+    }
+    if (optind < argc) throw UsageError("Only options are understood; see --help.");
+    if (!options.grammar.empty() && !options.sentences.empty()) {
+        throw UsageError("--grammar and --sentences exclude each other.");
+    }
+    return options;
+}
+
+}  // namespace quorvi::speech

@@ -1,0 +1,160 @@
+#include "tools/speech-service/Recognizer.h"
+
+extern "C" {
+#include <pocketsphinx.h>
+#include <sphinxbase/err.h>
+}
+
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+#include "tools/speech-service/AudioDecoder.h"
+
+namespace quorvi::speech {
+
+namespace {
+
+struct FreeConfiguration {
+    void operator()(cmd_ln_t* configuration) const { cmd_ln_free_r(configuration); }
+};
+
+bool isLetter(char c) {
+    return c >= 'a' && c <= 'z';
+}
+
+// The words of a sentence as the dictionary spells them; punctuation and grammar signs fall away.
+std::vector<std::string> wordsOf(const std::string& sentence) {
+    std::vector<std::string> words(1);
+    for (char c : sentence) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+        const bool isWordSign = c == '\'' || c == '-';
+        if (isLetter(c) || (c >= '0' && c <= '9') || (isWordSign && !words.back().empty())) {
+            words.back() += c;
+        } else if (!words.back().empty()) {
+            words.emplace_back();
+        }
+    }
+    for (auto& word : words)
+        while (!word.empty() && (word.back() == '\'' || word.back() == '-')) word.pop_back();
+    std::erase(words, "");
+    return words;
+}
+
+// How much to recognise at once: everything, or up to the quietest moment of a long recording's
+// next seconds. Pieces bound the memory of the search and the time until a stop is heeded.
+std::size_t pieceLength(std::span<const std::int16_t> samples) {
+    constexpr std::size_t longest = 15 * sampleRate;
+    constexpr std::size_t shortest = 8 * sampleRate;
+    constexpr std::size_t window = sampleRate / 5;
+    if (samples.size() <= longest) return samples.size();
+    std::size_t cut = longest;
+    std::int64_t quietest = std::numeric_limits<std::int64_t>::max();
+    for (std::size_t begin = shortest; begin + window <= longest; begin += window / 4) {
+        std::int64_t energy = 0;
+        for (const std::int64_t sample : samples.subspan(begin, window)) energy += sample * sample;
+        if (energy < quietest) {
+            quietest = energy;
+            cut = begin + window / 2;
+        }
+    }
+    return cut;
+}
+
+}  // namespace
+
+struct Recognizer::Decoder {
+    ps_decoder_t* ps = nullptr;
+    ~Decoder() { ps_free(ps); }
+};
+
+Recognizer::Recognizer(const Options& options)
+    : decoder_(std::make_unique<Decoder>()), punctuates_(options.punctuates) {
+    err_set_logfp(nullptr);
+    const auto in = [&](const char* name) { return options.modelFolder + "/" + name; };
+    const bool isFree = options.grammar.empty() && options.sentences.empty();
+    const std::unique_ptr<cmd_ln_t, FreeConfiguration> configuration(
+        cmd_ln_init(nullptr, ps_args(), TRUE, "-hmm", in("en-us").c_str(), "-dict",
+                    in("cmudict-en-us.dict").c_str(), isFree ? "-lm" : nullptr,
+                    in("en-us.lm.bin").c_str(), nullptr));
+    decoder_->ps = configuration ? ps_init(configuration.get()) : nullptr;
+    if (!decoder_->ps) {
+        throw std::runtime_error("The model in " + options.modelFolder + " could not be loaded.");
+    }
+    if (!isFree) {
+        useGrammar(options.grammar.empty() ? grammarFor(options.sentences) : options.grammar);
+    }
+}
+
+Recognizer::~Recognizer() = default;
+
+void Recognizer::useGrammar(const std::string& jsgf) {
+    if (ps_set_jsgf_string(decoder_->ps, "grammar", jsgf.c_str()) != 0 ||
+        ps_set_search(decoder_->ps, "grammar") != 0) {
+        throw std::runtime_error(
+            "The grammar could not be used: it is malformed, or the dictionary lacks a word of "
+            "it.");
+    }
+}
+
+std::string Recognizer::grammarFor(const std::vector<std::string>& sentences) {
+    std::string jsgf = "#JSGF V1.0;\ngrammar sentences;\npublic <sentence> = ";
+    bool isFirst = true;
+    for (const auto& sentence : sentences) {
+        const auto words = wordsOf(sentence);
+        if (words.empty()) continue;
+        if (!std::exchange(isFirst, false)) jsgf += " | ";
+        for (const auto& word : words) {
+            char* phones = ps_lookup_word(decoder_->ps, word.c_str());
+            if (!phones) {
+                throw std::runtime_error("The dictionary lacks the word \"" + word +
+                                         "\" of the "
+                                         "sentence \"" +
+                                         sentence + "\".");
+            }
+            ckd_free(phones);
+            jsgf += word + " ";
+        }
+    }
+    return jsgf + ";\n";
+}
+
+std::string Recognizer::recognize(const std::vector<std::int16_t>& samples,
+                                  const std::function<bool()>& isWanted) {
+    std::string text;
+    std::span<const std::int16_t> left = samples;
+    while (!left.empty() && isWanted()) {
+        const auto piece = left.first(pieceLength(left));
+        left = left.subspan(piece.size());
+        const auto words = recognizePiece(piece);
+        if (!text.empty() && !words.empty()) text += ' ';
+        text += words;
+    }
+    return punctuates_ ? punctuated(text) : text;
+}
+
+std::string Recognizer::recognizePiece(std::span<const std::int16_t> samples) {
+    auto* ps = decoder_->ps;
+    if (ps_start_utt(ps) != 0) throw std::runtime_error("The recogniser could not be started.");
+    // Given as a whole, the piece is levelled by its own mean, which the recogniser hears better by
+    // than by the running mean of a stream.
+    ps_process_raw(ps, samples.data(), samples.size(), FALSE, TRUE);
+    ps_end_utt(ps);
+    const char* words = ps_get_hyp(ps, nullptr);
+    return words ? words : "";
+}
+
+std::string punctuated(const std::string& words) {
+    if (words.empty()) return words;
+    std::string sentence = words;
+    for (std::size_t i = 0; i < sentence.size(); ++i) {
+        const bool begins = i == 0 || sentence[i - 1] == ' ';
+        const bool ends = i + 1 == sentence.size() || !isLetter(sentence[i + 1]);
+        if (i == 0 || (sentence[i] == 'i' && begins && ends))
+            sentence[i] =
+                static_cast<char>(isLetter(sentence[i]) ? sentence[i] - 'a' + 'A' : sentence[i]);
+    }
+    return sentence + ".";
+}
+
+}  // namespace quorvi::speech
