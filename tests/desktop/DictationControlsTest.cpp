@@ -1,0 +1,127 @@
+#include <cstdlib>
+
+#include "tests/desktop/Desk.h"
+
+namespace quorvi::test {
+namespace {
+
+using quorvi::testing::mousepad;
+
+class Controls : public Desk {
+protected:
+    void SetUp() override {
+        field = open(mousepad(folder.write("note.txt", "")));
+        ASSERT_TRUE(field);
+    }
+    void TearDown() override { std::system("setxkbmap us"); }
+
+    void layout(const char* command) {
+        ASSERT_EQ(std::system(command), 0);
+        wait(std::chrono::milliseconds(300));  // toolkits reload the keymap in their own time
+    }
+    // Nothing but the sentence: no key of ours has leaked into the editor.
+    void expectSentence() {
+        EXPECT_EQ(model->stage(), DictationStage::success) << model->message();
+        EXPECT_TRUE(untilText(*field, writtenSentence)) << reader.value(*field).value_or("");
+    }
+
+    std::optional<AXElement> field;
+};
+
+TEST_F(Controls, HoldingRightAltAlone) {
+    startQuorvi();
+    model->setShortcut(Hotkey::rightOption);
+    user.press(key::rightAlt);
+    ASSERT_TRUE(untilStage(DictationStage::recording));
+    speak();
+    user.release(key::rightAlt);
+    ASSERT_TRUE(until([this] { return isBusy(model->stage()); })) << model->message();
+    ASSERT_TRUE(untilDone());
+    expectSentence();
+
+    // A combination with it is the application's, and starts nothing.
+    user.press(key::rightAlt);
+    user.tap(key::a);
+    wait(std::chrono::milliseconds(500));
+    user.release(key::rightAlt);
+    EXPECT_EQ(model->stage(), DictationStage::success);
+}
+
+TEST_F(Controls, TappingTheShortcutToStartAndToFinish) {
+    startQuorvi();
+    model->setMode(DictationMode::toggle);
+    model->setShortcut(Hotkey::rightControl);
+    user.tap(key::rightControl);
+    ASSERT_TRUE(untilStage(DictationStage::recording));
+    speak();
+    user.tap(key::rightControl);
+    ASSERT_TRUE(until([this] { return isBusy(model->stage()); })) << model->message();
+    ASSERT_TRUE(untilDone());
+    expectSentence();
+}
+
+TEST_F(Controls, AHeldCombinationRepeatsWithoutReachingTheEditor) {
+    startQuorvi();
+    model->setShortcut({0, modifierFlag::control | modifierFlag::shift, "⌃⇧A"});
+    ASSERT_EQ(std::system("xset r rate 100 50"), 0);
+    user.press(key::leftControl);
+    user.press(key::leftShift);
+    user.press(key::a);
+    ASSERT_TRUE(untilStage(DictationStage::recording)) << model->message();
+    speak();
+    EXPECT_EQ(model->stage(), DictationStage::recording) << "a repeat looked like a release";
+    user.release(key::a);
+    ASSERT_TRUE(until([this] { return isBusy(model->stage()); })) << model->message();
+    user.release(key::leftShift);
+    user.release(key::leftControl);
+    ASSERT_TRUE(untilDone());
+    expectSentence();
+}
+
+TEST_F(Controls, EscapeCancelsAndNeverReachesTheEditor) {
+    copy("mine");
+    startQuorvi();
+    user.press(key::f8);
+    ASSERT_TRUE(untilStage(DictationStage::recording));
+    user.tap(key::escape);
+    ASSERT_TRUE(untilStage(DictationStage::idle));
+    EXPECT_EQ(model->message(), "Cancelled. Ready for your next dictation.");
+    user.release(key::f8);
+    wait(std::chrono::milliseconds(200));
+    EXPECT_EQ(clipboard(), "mine");
+
+    // While it is being inserted: the text is there, and the clipboard comes back at once.
+    user.press(key::f8);
+    ASSERT_TRUE(untilStage(DictationStage::recording));
+    speak();
+    user.release(key::f8);
+    ASSERT_TRUE(untilStage(DictationStage::inserting));
+    user.tap(key::escape);
+    ASSERT_TRUE(untilStage(DictationStage::idle));
+    EXPECT_TRUE(until([] { return clipboard() == "mine"; }));
+
+    dictate();
+    EXPECT_EQ(model->stage(), DictationStage::success) << model->message();
+}
+
+TEST_F(Controls, PastesUnderEveryLayout) {
+    startQuorvi();
+    model->setShortcut(Hotkey::f8);
+    for (const char* command :
+         {"setxkbmap gr", "setxkbmap us,gr -option grp:alt_shift_toggle", "setxkbmap ru",
+          "setxkbmap us -variant dvorak", "setxkbmap de -variant neo"}) {
+        layout(command);
+        dictate();
+        EXPECT_EQ(model->stage(), DictationStage::success) << command << ": " << model->message();
+        EXPECT_TRUE(untilText(*field, writtenSentence))
+            << command << ": " << reader.value(*field).value_or("(unreadable)");
+        // Empty the editor for the next one.
+        layout("setxkbmap us");
+        user.chord({key::leftControl}, key::a);
+        user.tap(119);  // Delete
+        ASSERT_TRUE(untilText(*field, ""));
+    }
+}
+
+}  // namespace
+}  // namespace quorvi::test
