@@ -3,6 +3,8 @@
 extern "C" {
 #include <pocketsphinx.h>
 #include <sphinxbase/err.h>
+#include <sphinxbase/fsg_model.h>
+#include <sphinxbase/jsgf.h>
 }
 
 #include <limits>
@@ -17,6 +19,11 @@ namespace {
 
 struct FreeConfiguration {
     void operator()(cmd_ln_t* configuration) const { cmd_ln_free_r(configuration); }
+};
+
+struct FreeGrammar {
+    void operator()(jsgf_t* grammar) const { jsgf_grammar_free(grammar); }
+    void operator()(fsg_model_t* automaton) const { fsg_model_free(automaton); }
 };
 
 bool isLetter(char c) {
@@ -88,12 +95,18 @@ Recognizer::Recognizer(const Options& options)
 
 Recognizer::~Recognizer() = default;
 
+// Step by step, since the recogniser's own short cut leaks the parsed grammar.
 void Recognizer::useGrammar(const std::string& jsgf) {
-    if (ps_set_jsgf_string(decoder_->ps, "grammar", jsgf.c_str()) != 0 ||
-        ps_set_search(decoder_->ps, "grammar") != 0) {
-        throw std::runtime_error(
-            "The grammar could not be used: it is malformed, or the dictionary lacks a word of "
-            "it.");
+    auto* ps = decoder_->ps;
+    const std::unique_ptr<jsgf_t, FreeGrammar> grammar(jsgf_parse_string(jsgf.c_str(), nullptr));
+    auto* rule = grammar ? jsgf_get_public_rule(grammar.get()) : nullptr;
+    if (!rule) throw std::runtime_error("The grammar is malformed or has no public rule.");
+    const auto weight = static_cast<float>(cmd_ln_float_r(ps_get_config(ps), "-lw"));
+    const std::unique_ptr<fsg_model_t, FreeGrammar> automaton(
+        jsgf_build_fsg(grammar.get(), rule, ps_get_logmath(ps), weight));
+    if (!automaton || ps_set_fsg(ps, "grammar", automaton.get()) != 0 ||
+        ps_set_search(ps, "grammar") != 0) {
+        throw std::runtime_error("The dictionary lacks a word of the grammar.");
     }
 }
 
