@@ -210,12 +210,20 @@ void X11InputSession::handleKey(XKeycode keycode, bool down, std::uint32_t time,
     } else {
         pressed_.change(keycode, down, time, sequence);
         grabs_.noteRaw(keycode, down, time);
-        // The lock state follows the key's event; asking for it is exact whatever the layout makes
-        // of the key.
-        if (code == capsLockKeyCode) readLocks();
+        if (layout_.isCapsLock(keycode)) foreseeCapsLock(down);
     }
     event.flags = flags();
     report(event);
+}
+
+// The change of the lock state is announced after the key event that makes it, and asking the
+// server would tell its state of now. So what the key does is done here first: pressing it locks,
+// and releasing it unlocks if it was locked before.
+void X11InputSession::foreseeCapsLock(bool down) {
+    if (down)
+        wasCapsLocked_ = std::exchange(capsLocked_, true);
+    else
+        capsLocked_ = !wasCapsLocked_;
 }
 
 void X11InputSession::handleButton(std::uint32_t number, bool down, std::uint32_t sequence) {
@@ -359,11 +367,12 @@ void X11InputSession::postNow(const std::vector<TapEvent>& events, pid_t pid) {
     }
     xcb_ungrab_server(c);
     raw_.synchronise();
+    // The grabs are in force again before our events are reported.
+    if (enabled_) grabs_.resume();
     processRawEvents();
-    // Keys that the user holds make no event. Nothing that comes later can be ours.
+    // A key that was down already makes no event. Nothing that comes later can be ours.
     ownEvents_.clear();
     ownFlags_ = 0;
-    if (enabled_) grabs_.resume();
 }
 
 }  // namespace quorvi

@@ -69,6 +69,7 @@ private:
     bool processRawEvents();
     void handleGeneric(const xcb_ge_generic_event_t& event);
     void handleKey(XKeycode keycode, bool down, std::uint32_t time, std::uint32_t sequence);
+    void foreseeCapsLock(bool down);
     void handleButton(std::uint32_t number, bool down, std::uint32_t sequence);
     void handleXkb(const xcb_generic_event_t& event);
     void handleRepeat(XKeycode keycode, std::uint32_t time);
@@ -91,6 +92,7 @@ private:
     std::uint8_t xkbEvent_ = 0;
     bool enabled_ = true;
     bool capsLocked_ = false;
+    bool wasCapsLocked_ = false;  // before Caps Lock was pressed
     std::uint64_t ownFlags_ = 0;  // of the keys that our own events hold
     std::vector<OwnEvent> ownEvents_;
     std::optional<Clock::time_point> nextReseed_;

@@ -11,17 +11,18 @@ namespace quorvi {
 namespace {
 
 constexpr std::uint32_t numLockSymbol = 0xFF7F;
+constexpr std::uint32_t capsLockSymbol = 0xFFE5;
 constexpr std::uint32_t scrollLockSymbol = 0xFF14;
 
 // Keys that users move about with layout options. A level shift (AltGr, or the layers of a layout
 // like Neo) is not among them: it stays the key of its position.
 constexpr std::pair<std::uint32_t, KeyCode> movableKeys[] = {
-    {0xFFE1, keyCode::leftShift},    {0xFFE2, keyCode::rightShift},
-    {0xFFE3, keyCode::leftControl},  {0xFFE4, keyCode::rightControl},
-    {0xFFE5, capsLockKeyCode},       {0xFFE9, keyCode::leftOption},
-    {0xFFEA, keyCode::rightOption},  {0xFFE7, keyCode::leftOption},
-    {0xFFE8, keyCode::rightOption},  {0xFFEB, keyCode::leftCommand},
-    {0xFFEC, keyCode::rightCommand}, {0xFF1B, keyCode::escape},
+    {0xFFE1, keyCode::leftShift},      {0xFFE2, keyCode::rightShift},
+    {0xFFE3, keyCode::leftControl},    {0xFFE4, keyCode::rightControl},
+    {capsLockSymbol, capsLockKeyCode}, {0xFFE9, keyCode::leftOption},
+    {0xFFEA, keyCode::rightOption},    {0xFFE7, keyCode::leftOption},
+    {0xFFE8, keyCode::rightOption},    {0xFFEB, keyCode::leftCommand},
+    {0xFFEC, keyCode::rightCommand},   {0xFF1B, keyCode::escape},
 };
 
 // Above the keys of a keyboard lie the server's stand-ins for virtual modifiers, which nobody
@@ -108,6 +109,10 @@ std::uint32_t X11Layout::Key::plainSymbol(int group) const {
     }
     const auto index = static_cast<std::size_t>(group * width);
     return index < symbols.size() ? symbols[index] : 0;
+}
+
+bool X11Layout::isCapsLock(XKeycode keycode) const {
+    return keys_[keycode].plainSymbol(0) == capsLockSymbol;
 }
 
 XKeycode X11Layout::keycodeFor(KeyCode keyCode) const {

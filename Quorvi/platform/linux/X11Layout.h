@@ -26,6 +26,8 @@ public:
     // place of Caps Lock, swapped Alt and Super): then the key that it has been made into.
     KeyCode keyCodeOf(XKeycode keycode) const { return codes_[keycode]; }
 
+    bool isCapsLock(XKeycode keycode) const;
+
     // A key that acts as `keyCode`; the one at its own position when it still does.
     XKeycode keycodeFor(KeyCode keyCode) const;
     std::vector<XKeycode> keycodesFor(KeyCode keyCode) const;

@@ -8,6 +8,8 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <iostream>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +25,9 @@ public:
         std::uint8_t keycode;
         bool down;
         bool operator==(const Key&) const = default;
+        friend void PrintTo(const Key& key, std::ostream* out) {
+            *out << static_cast<int>(key.keycode) << (key.down ? " down" : " up");
+        }
     };
 
     explicit KeyWindow(const std::string& className = "KeyWindow", const std::string& display = {})
@@ -46,31 +51,24 @@ public:
     // window then, too.
     bool show() {
         auto* c = connection_.get();
-        xcb_map_window(c, window_);
-        xcb_flush(c);
-        if (!waitFor([this] { return mapped_; })) return false;
-        return focus();
+        for (int attempt = 0; attempt < 10; ++attempt) {
+            xcb_map_window(c, window_);
+            if (!hasWindowManager()) requestFocus();
+            xcb_flush(c);
+            if (waitFor([this] { return isFocused(); }, std::chrono::seconds(2))) return true;
+            // A window manager that is just starting overlooks a window that appears right then.
+            xcb_unmap_window(c, window_);
+        }
+        return false;
     }
 
     // Takes the focus as a program may that was asked to by its user.
     bool focus() {
-        auto* c = connection_.get();
-        if (!hasWindowManager()) {
-            xcb_set_input_focus(c, XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
-            xcb_flush(c);
-            return waitFor([this] { return focused_; });
+        for (int attempt = 0; attempt < 20; ++attempt) {
+            if (waitFor([this] { return isFocused(); }, std::chrono::seconds(1))) return true;
+            requestFocus();
         }
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = window_;
-        message.type = connection_.atom("_NET_ACTIVE_WINDOW");
-        message.data.data32[0] = 2;  // on behalf of the user
-        xcb_send_event(c, 0, connection_.root(),
-                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                       reinterpret_cast<const char*>(&message));
-        xcb_flush(c);
-        return waitFor([this] { return focused_ && activeWindow() == window_; });
+        return false;
     }
 
     xcb_window_t window() const { return window_; }
@@ -87,16 +85,24 @@ public:
         keys_.clear();
     }
 
+    // Whether exactly these arrive.
     bool waitForKeys(const std::vector<Key>& expected) {
-        return waitFor([&] { return keys_ == expected; });
+        if (waitFor([&] { return keys_ == expected; })) return true;
+        for (const auto& key : keys_) {
+            PrintTo(key, &std::cerr);
+            std::cerr << ", ";
+        }
+        std::cerr << "arrived\n";
+        return false;
     }
     bool waitForKey(Key key) {
         return waitFor([&] { return std::find(keys_.begin(), keys_.end(), key) != keys_.end(); });
     }
 
     // Reads events until the condition holds; false after a generous limit.
-    bool waitFor(const std::function<bool()>& condition) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    bool waitFor(const std::function<bool()>& condition,
+                 std::chrono::seconds limit = std::chrono::seconds(20)) {
+        const auto end = std::chrono::steady_clock::now() + limit;
         for (;;) {
             readEvents();
             if (condition()) return true;
@@ -107,6 +113,29 @@ public:
     }
 
 private:
+    bool isFocused() const {
+        return focused_ && (!hasWindowManager() || activeWindow() == window_);
+    }
+
+    void requestFocus() {
+        auto* c = connection_.get();
+        if (!hasWindowManager()) {
+            xcb_set_input_focus(c, XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
+            xcb_flush(c);
+            return;
+        }
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = window_;
+        message.type = connection_.atom("_NET_ACTIVE_WINDOW");
+        message.data.data32[0] = 2;  // on behalf of the user
+        xcb_send_event(c, 0, connection_.root(),
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       reinterpret_cast<const char*>(&message));
+        xcb_flush(c);
+    }
+
     void readEvents() {
         while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
             const auto type = xcbEventType(*event);
@@ -114,7 +143,6 @@ private:
                 keys_.push_back(
                     {reinterpret_cast<const xcb_key_press_event_t*>(event.get())->detail,
                      type == XCB_KEY_PRESS});
-            if (type == XCB_MAP_NOTIFY) mapped_ = true;
             if (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) noteFocus(*event);
         }
     }
@@ -144,7 +172,6 @@ private:
     X11Connection connection_;
     xcb_window_t window_ = XCB_NONE;
     std::vector<Key> keys_;
-    bool mapped_ = false;
     bool focused_ = false;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <ostream>
@@ -40,14 +41,29 @@ public:
         });
     }
 
+    // Waits until everything that was asked of the hook so far is in force: it works in order, so
+    // an event of its own that has come back was posted after the rest. Types F20.
+    bool settle() {
+        constexpr std::int64_t mark = 0x5E771E;
+        constexpr KeyCode f20 = 90;
+        const std::vector<TapEvent> marked{
+            {.type = TapEventType::keyDown, .keyCode = f20, .sourceUserData = mark},
+            {.type = TapEventType::keyUp, .keyCode = f20, .sourceUserData = mark}};
+        tap.post(marked, 0);
+        const auto isMarked = [](const TapEvent& event) { return event.sourceUserData == mark; };
+        const bool settled =
+            waitUntil([&] { return std::count_if(events.begin(), events.end(), isMarked) == 2; });
+        std::erase_if(events, isMarked);
+        return settled;
+    }
+
     bool waitUntil(const std::function<bool()>& condition) {
-        return scheduler.runUntil(condition, std::chrono::seconds(20));
+        return scheduler.runUntil(condition, std::chrono::seconds(5));
     }
     bool waitForEvents(std::size_t count) {
         return waitUntil([&] { return events.size() >= count; });
     }
 
-    // Until the hook has seen a key press of this code (and a release of it, if asked for).
     bool waitForType(TapEventType type, KeyCode keyCode) {
         return waitUntil([&] {
             for (const auto& event : events)
