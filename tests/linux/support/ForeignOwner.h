@@ -41,6 +41,8 @@ class ForeignOwner {
 public:
     struct Manners {
         std::chrono::milliseconds delay{0};  // before each answer
+        std::string delayedType = {};        // only this one is delayed
+        std::string refusedType = {};        // offered, but refused when asked for
         bool silent = false;                 // never answers
         std::size_t pieceSize = 100'000;     // more than this goes in pieces
         int dyingPiece = -1;                 // disconnects instead of sending this piece
@@ -58,6 +60,7 @@ public:
         for (const auto& item : items)
             for (const auto& one : item.representations)
                 offers_.emplace_back(atomOf(connection_, one.type), one);
+        if (!manners_.delayedType.empty()) delayed_ = atomOf(connection_, manners_.delayedType);
         own(!offers_.empty());
         thread_ = std::thread([this] { work(); });
     }
@@ -123,7 +126,8 @@ private:
         ++requests_;
         if (manners_.silent) return;
         pollfd wake{wakeFd_, POLLIN, 0};
-        if (delay_ > 0 && poll(&wake, 1, static_cast<int>(delay_.load())) > 0) return;
+        const bool slow = manners_.delayedType.empty() || request.target == delayed_;
+        if (slow && delay_ > 0 && poll(&wake, 1, static_cast<int>(delay_.load())) > 0) return;
         union {
             xcb_selection_notify_event_t event;
             char bytes[32];
@@ -145,7 +149,7 @@ private:
             return true;
         }
         for (const auto& [atom, content] : offers_) {
-            if (atom != request.target) continue;
+            if (atom != request.target || content.type == manners_.refusedType) continue;
             if (content.data->size() > manners_.pieceSize) {
                 const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
                 xcb_change_window_attributes(connection_, request.requestor, XCB_CW_EVENT_MASK,
@@ -192,7 +196,7 @@ private:
     std::atomic<int> requests_{0};
     std::atomic<bool> ending_{false};
     int wakeFd_;
-    std::uint32_t window_ = 0, clipboard_ = 0, targets_ = 0, incr_ = 0;
+    std::uint32_t window_ = 0, clipboard_ = 0, targets_ = 0, incr_ = 0, delayed_ = 0;
     std::vector<std::pair<std::uint32_t, PasteboardRepresentation>> offers_;
     std::vector<Transfer> transfers_;
     std::thread thread_;
