@@ -37,9 +37,21 @@ std::optional<ObjectRef> AtspiFocusFinder::activeWindowOf(pid_t pid, TimePoint d
 
 std::optional<ObjectRef> AtspiFocusFinder::focusedIn(const std::string& bus, TimePoint deadline) {
     for (const auto& candidate : describe(tracker_.focusedOf(bus), deadline))
-        if (canHoldFocus(candidate.role, candidate.states)) return candidate.object;
+        if (canHoldFocus(candidate.role, candidate.states)) return innermost(candidate, deadline);
     const auto window = activeWindowIn({bus}, deadline);
-    return window ? search(*window, deadline) : std::nullopt;
+    if (!window) return std::nullopt;
+    auto object = search(*window, deadline);
+    if (object) tracker_.found(*object);
+    return object;
+}
+
+// Qt's editable combo box takes the focus for the line inside it, which has the text.
+ObjectRef AtspiFocusFinder::innermost(const Candidate& focused, TimePoint deadline) {
+    if (focused.role == Role::comboBox && !focused.states.has(State::editable))
+        for (const auto& child : describe(childrenOf({focused.object}, deadline), deadline))
+            if (canHoldFocus(child.role, child.states) && child.states.has(State::editable))
+                return child.object;
+    return focused.object;
 }
 
 std::optional<ObjectRef> AtspiFocusFinder::activeWindowIn(const std::vector<std::string>& names,
@@ -89,8 +101,7 @@ std::vector<AtspiFocusFinder::Candidate> AtspiFocusFinder::walk(const ObjectRef&
         std::vector<ObjectRef> parents;
         for (const auto& candidate : describe(level, deadline)) {
             if (canHoldFocus(candidate.role, candidate.states)) found.push_back(candidate);
-            // What is not on the screen, such as closed menus and hidden pages, has no focus.
-            if (candidate.states.has(State::showing) && candidate.role != Role::staticText)
+            if (mayContainFocus(candidate.role, candidate.states))
                 parents.push_back(candidate.object);
         }
         level = childrenOf(parents, deadline);
