@@ -228,27 +228,18 @@ TEST_F(AtspiFields, TextsBeyondTheLimitAreNotRead) {
     EXPECT_TRUE(reader_->waitForSelection(*field, {1, 0}));
 }
 
-TEST_F(AtspiFields, AHungApplicationCostsACaptureOneTimeoutAndRecovers) {
+TEST_F(AtspiFields, AHungApplicationYieldsNothingAndRecovers) {
+    using namespace std::chrono_literals;
     connect();
     start(mousepad(folder_.write("note.txt", "text")));
     const auto field = reader_->waitForFocus(pid(), "AXTextArea");
     ASSERT_TRUE(field);
     application_->stop();
-
-    // Were each of these queries to wait, they would take ten seconds.
-    using namespace std::chrono_literals;
     const auto application = accessibility_->applicationElement(pid());
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(accessibility_->attribute(application, "AXFocusedUIElement", 1s));
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_FALSE(accessibility_->attribute(*field, "AXRole", 1s));
-        EXPECT_FALSE(accessibility_->attribute(*field, "AXValue", 1s));
-        EXPECT_FALSE(accessibility_->attribute(application, "AXFocusedWindow", 1s));
-    }
-    const auto taken = std::chrono::steady_clock::now() - start;
-    RecordProperty(
-        "milliseconds",
-        static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(taken).count()));
+    EXPECT_FALSE(accessibility_->attribute(application, "AXFocusedUIElement", 250ms));
+    EXPECT_FALSE(accessibility_->attribute(application, "AXFocusedWindow", 250ms));
+    EXPECT_FALSE(accessibility_->attribute(*field, "AXRole", 50ms));
+    EXPECT_FALSE(accessibility_->attribute(*field, "AXValue", 150ms));
     EXPECT_EQ(accessibility_->processIdentifier(*field), pid());
 
     application_->resume();
