@@ -13,8 +13,7 @@ namespace {
 
 using namespace testing;
 
-// One browser for all tests of this file, for it takes seconds to start; each test loads the page
-// anew by itself and goes to its field with the Tab key.
+// A page with fields in a browser of its own.
 class WebFields : public ::testing::Test {
 protected:
     void open(const std::string& body) {
@@ -26,7 +25,6 @@ protected:
     }
     pid_t pid() const { return browser_->pid(); }
 
-    // Tab goes on until the field with this text has the focus.
     std::optional<AXElement> focusWithValue(const std::string& value) {
         std::optional<AXElement> field;
         eventually([&] {
@@ -58,6 +56,8 @@ TEST_F(WebFields, TabVisitsEveryKindOfField) {
     user_.press({XK_Shift_L, XK_Left});
     user_.press({XK_Shift_L, XK_Left});
     EXPECT_TRUE(reader_.waitForSelection(*line, {2, 3}));
+    user_.press({XK_Shift_L, XK_Home});
+    EXPECT_TRUE(reader_.waitForSelection(*line, {0, 5}));
     const auto window = reader_.window(pid());
     ASSERT_TRUE(window);
     EXPECT_EQ(reader_.role(*window), "AXWindow");
@@ -99,6 +99,9 @@ TEST_F(WebFields, AnEditableRegionReadsAsLinesThatFitItsSelection) {
     EXPECT_TRUE(reader_.waitForSelection(*region, {0, 0}));
     user_.press({XK_End});
     EXPECT_TRUE(reader_.waitForSelection(*region, {6, 0}));
+    user_.press({XK_Shift_L, XK_Left});
+    EXPECT_TRUE(reader_.waitForSelection(*region, {5, 1}));
+    user_.press({XK_End});
     user_.press({XK_Right});
     EXPECT_TRUE(reader_.waitForSelection(*region, {7, 0}));
     user_.press({XK_Right});
@@ -128,8 +131,11 @@ TEST_F(WebFields, FocusMovesBetweenThePageAndTheBrowsersOwnField) {
         const auto field = reader_.focused(pid());
         return field && !(*field == *inPage) && reader_.role(*field) == "AXTextField";
     }));
-    user_.press({XK_F6});
-    for (int i = 0; i < 3 && reader_.focused(pid()) != inPage; ++i) user_.press({XK_F6});
+    for (int i = 0; i < 8 && reader_.focused(pid()) != inPage; ++i) {
+        const auto before = reader_.focused(pid());
+        user_.press({XK_F6});
+        ASSERT_TRUE(eventually([&] { return reader_.focused(pid()) != before; }));
+    }
     EXPECT_TRUE(eventually([&] { return reader_.focused(pid()) == inPage; }));
 }
 

@@ -1,8 +1,8 @@
 #include "Quorvi/platform/linux/AtspiText.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "Quorvi/platform/linux/AtspiChromium.h"
 #include "Quorvi/platform/linux/AtspiRichText.h"
 #include "QuorviCore/text/Text.h"
 
@@ -80,6 +80,12 @@ std::optional<Utf16Range> AtspiText::selection(const ObjectRef& object, TimePoin
         return rich ? rich->selection : std::nullopt;
     }
     auto span = found->selected;
+    if (span && peers_.isChromium(found->object.bus, deadline)) {
+        const auto whole = textBetween(found->object, 0, -1, deadline);
+        if (!whole) return std::nullopt;
+        span = selectionFromChromium(*span, found->caret.value_or(-1), *whole);
+        if (!span) return std::nullopt;
+    }
     if (!span) {
         if (!found->caret || *found->caret < 0) return std::nullopt;
         span = Span{*found->caret, *found->caret};
