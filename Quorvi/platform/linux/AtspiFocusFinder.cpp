@@ -1,6 +1,7 @@
 #include "Quorvi/platform/linux/AtspiFocusFinder.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace quorvi::atspi {
@@ -64,7 +65,10 @@ std::optional<ObjectRef> AtspiFocusFinder::activeWindowIn(const std::vector<std:
 
     std::vector<ObjectRef> roots;
     for (const auto& name : names) roots.push_back({name, rootPath});
-    for (const auto& candidate : describe(childrenOf(roots, deadline), deadline))
+    // One hung application among many must not use up the time of the others.
+    const auto now = std::chrono::steady_clock::now();
+    const auto limit = names.size() > 1 ? now + (deadline - now) / 2 : deadline;
+    for (const auto& candidate : describe(childrenOf(roots, limit), deadline))
         if (candidate.states.has(State::active)) return candidate.object;
     return std::nullopt;
 }
