@@ -1,6 +1,7 @@
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 
 #include <chrono>
+#include <type_traits>
 #include <utility>
 
 #include "Quorvi/platform/linux/AtspiBus.h"
@@ -45,14 +46,17 @@ AXElement elementOf(ObjectRef object) {
     return AXElement(std::make_shared<ObjectReference>(std::move(object)));
 }
 
-// Wraps what was found into the port's type.
+// Wraps what was found into the port's type, built in place: g++ 12 takes a moved temporary variant
+// for uninitialised under the sanitizers.
 template <class T>
 std::optional<AXValue> valueOf(std::optional<T> found) {
-    if (!found) return std::nullopt;
+    std::optional<AXValue> value;
+    if (!found) return value;
     if constexpr (std::is_same_v<T, ObjectRef>)
-        return elementOf(std::move(*found));
+        value.emplace(std::in_place_type<AXElement>, elementOf(std::move(*found)));
     else
-        return AXValue(std::move(*found));
+        value.emplace(std::in_place_type<T>, std::move(*found));
+    return value;
 }
 
 }  // namespace
@@ -99,13 +103,12 @@ std::optional<AXValue> AtspiAccessibility::Impl::ofObject(const ObjectRef& objec
     if (name == "AXRole") return valueOf(role(object, deadline));
     if (name == "AXSubrole") {
         const auto found = readUnsigned(ask("GetRole"));
-        if (found && isSecure(static_cast<Role>(*found))) return std::string("AXSecureTextField");
-        return std::nullopt;
+        const bool secure = found && isSecure(static_cast<Role>(*found));
+        return valueOf(secure ? std::optional<std::string>("AXSecureTextField") : std::nullopt);
     }
     if (name == "AXFocused") {
         const auto states = readStates(ask("GetState"));
-        if (!states) return std::nullopt;
-        return states->has(State::focused);
+        return valueOf(states ? std::optional(states->has(State::focused)) : std::nullopt);
     }
     if (name == "AXValue") return valueOf(text.value(object, deadline));
     if (name == "AXSelectedTextRange") return valueOf(text.selection(object, deadline));
@@ -131,11 +134,12 @@ std::optional<AXValue> AtspiAccessibility::Impl::children(const ObjectRef& objec
                                                           TimePoint deadline) {
     auto found = readObjects(
         peers.call({object, accessibleInterface, "GetChildren", arguments()}, deadline));
+    std::optional<std::vector<AXElement>> elements;
     if (!found) return std::nullopt;
-    std::vector<AXElement> elements;
+    elements.emplace();
     for (auto& child : *found)
-        if (!child.isNull()) elements.push_back(elementOf(std::move(child)));
-    return elements;
+        if (!child.isNull()) elements->push_back(elementOf(std::move(child)));
+    return valueOf(std::move(elements));
 }
 
 AtspiAccessibility::AtspiAccessibility(std::function<bool()> canInstallTap)

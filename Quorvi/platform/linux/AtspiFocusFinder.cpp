@@ -1,6 +1,7 @@
 #include "Quorvi/platform/linux/AtspiFocusFinder.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace quorvi::atspi {
@@ -37,9 +38,21 @@ std::optional<ObjectRef> AtspiFocusFinder::activeWindowOf(pid_t pid, TimePoint d
 
 std::optional<ObjectRef> AtspiFocusFinder::focusedIn(const std::string& bus, TimePoint deadline) {
     for (const auto& candidate : describe(tracker_.focusedOf(bus), deadline))
-        if (canHoldFocus(candidate.role, candidate.states)) return candidate.object;
+        if (canHoldFocus(candidate.role, candidate.states)) return innermost(candidate, deadline);
     const auto window = activeWindowIn({bus}, deadline);
-    return window ? search(*window, deadline) : std::nullopt;
+    if (!window) return std::nullopt;
+    auto object = search(*window, deadline);
+    if (object) tracker_.found(*object);
+    return object;
+}
+
+// Qt's editable combo box takes the focus for the line inside it, which has the text.
+ObjectRef AtspiFocusFinder::innermost(const Candidate& focused, TimePoint deadline) {
+    if (focused.role == Role::comboBox && !focused.states.has(State::editable))
+        for (const auto& child : describe(childrenOf({focused.object}, deadline), deadline))
+            if (canHoldFocus(child.role, child.states) && child.states.has(State::editable))
+                return child.object;
+    return focused.object;
 }
 
 std::optional<ObjectRef> AtspiFocusFinder::activeWindowIn(const std::vector<std::string>& names,
@@ -52,7 +65,10 @@ std::optional<ObjectRef> AtspiFocusFinder::activeWindowIn(const std::vector<std:
 
     std::vector<ObjectRef> roots;
     for (const auto& name : names) roots.push_back({name, rootPath});
-    for (const auto& candidate : describe(childrenOf(roots, deadline), deadline))
+    // One hung application among many must not use up the time of the others.
+    const auto now = std::chrono::steady_clock::now();
+    const auto limit = names.size() > 1 ? now + (deadline - now) / 2 : deadline;
+    for (const auto& candidate : describe(childrenOf(roots, limit), deadline))
         if (candidate.states.has(State::active)) return candidate.object;
     return std::nullopt;
 }
@@ -89,8 +105,7 @@ std::vector<AtspiFocusFinder::Candidate> AtspiFocusFinder::walk(const ObjectRef&
         std::vector<ObjectRef> parents;
         for (const auto& candidate : describe(level, deadline)) {
             if (canHoldFocus(candidate.role, candidate.states)) found.push_back(candidate);
-            // What is not on the screen, such as closed menus and hidden pages, has no focus.
-            if (candidate.states.has(State::showing) && candidate.role != Role::staticText)
+            if (mayContainFocus(candidate.role, candidate.states))
                 parents.push_back(candidate.object);
         }
         level = childrenOf(parents, deadline);

@@ -17,7 +17,7 @@ namespace quorvi::atspi {
 // one thread at a time.
 class AtspiFocusFinder {
 public:
-    AtspiFocusFinder(AtspiPeers& peers, const AtspiFocusTracker& tracker)
+    AtspiFocusFinder(AtspiPeers& peers, AtspiFocusTracker& tracker)
         : peers_(peers), tracker_(tracker) {}
 
     std::optional<ObjectRef> focusedObjectOf(pid_t pid, TimePoint deadline);
@@ -37,13 +37,14 @@ private:
     std::optional<ObjectRef> activeWindowIn(const std::vector<std::string>& names,
                                             TimePoint deadline);
     std::optional<ObjectRef> search(const ObjectRef& window, TimePoint deadline);
+    ObjectRef innermost(const Candidate& focused, TimePoint deadline);
     std::vector<Candidate> matches(const ObjectRef& window, TimePoint deadline);
     std::vector<Candidate> walk(const ObjectRef& window, TimePoint deadline);
     std::vector<Candidate> describe(const std::vector<ObjectRef>& objects, TimePoint deadline);
     std::vector<ObjectRef> childrenOf(const std::vector<ObjectRef>& objects, TimePoint deadline);
 
     AtspiPeers& peers_;
-    const AtspiFocusTracker& tracker_;
+    AtspiFocusTracker& tracker_;
 };
 
 }  // namespace quorvi::atspi

@@ -20,6 +20,14 @@ void AtspiFocusTracker::focusChanged(const ObjectRef& object, bool focused) {
     if (objects.size() > rememberedObjects) objects.pop_back();
 }
 
+void AtspiFocusTracker::found(const ObjectRef& object) {
+    std::lock_guard lock(mutex_);
+    auto& objects = peers_[object.bus].focused;
+    if (std::find(objects.begin(), objects.end(), object) != objects.end()) return;
+    if (objects.size() == rememberedObjects) objects.pop_back();
+    objects.push_back(object);
+}
+
 void AtspiFocusTracker::windowActiveChanged(const ObjectRef& window, bool active) {
     std::lock_guard lock(mutex_);
     auto& peer = peers_[window.bus];

@@ -18,6 +18,8 @@ class AtspiFocusTracker {
 public:
     void focusChanged(const ObjectRef& object, bool focused);
     void windowActiveChanged(const ObjectRef& window, bool active);
+    // An object that was found to have the focus without an event; any event is newer.
+    void found(const ObjectRef& object);
     void peerLeft(const std::string& bus);
     void clear();
 

@@ -11,9 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// How long a hung application is left alone, and the shortest wait that makes it count as hung: a
-// query's last call may have had only what its earlier ones left over.
-constexpr Duration restAfterTimeout = 250ms;
+// The shortest wait that makes an application count as hung: a query's last call may have had only
+// what its earlier ones left over.
 constexpr Duration shortestFairWait = 40ms;
 
 TimePoint clockNow() {
@@ -115,7 +114,7 @@ std::vector<Variant> AtspiPeers::callAll(std::vector<Call> calls, TimePoint dead
     const auto end = clockNow();
     if (end - start >= shortestFairWait)
         for (std::size_t i = 0; i < calls.size(); ++i)
-            if (batch.timedOut[i]) rest(calls[i].object.bus, end + restAfterTimeout);
+            if (batch.timedOut[i]) rest(calls[i].object.bus, end + restAfterTimeout_);
     return std::move(batch.replies);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <chrono>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -29,7 +30,9 @@ Call propertyCall(const ObjectRef& object, const char* interface, const char* na
 // forgetAll() may be called from any other.
 class AtspiPeers {
 public:
-    explicit AtspiPeers(const AtspiBus& bus) : bus_(bus) {}
+    explicit AtspiPeers(const AtspiBus& bus,
+                        Duration restAfterTimeout = std::chrono::milliseconds(250))
+        : bus_(bus), restAfterTimeout_(restAfterTimeout) {}
 
     // One reply for each call, in order; null for those that failed or came too late.
     std::vector<Variant> callAll(std::vector<Call> calls, TimePoint deadline);
@@ -59,6 +62,7 @@ private:
     void rest(const std::string& bus, TimePoint until);
 
     const AtspiBus& bus_;
+    const Duration restAfterTimeout_;
     std::mutex mutex_;  // guards peers_
     std::map<std::string, Peer> peers_;
 };

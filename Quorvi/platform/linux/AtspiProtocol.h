@@ -30,6 +30,7 @@ struct ObjectRef {
 enum class Role : std::uint32_t {
     invalid = 0,
     alert = 2,
+    checkMenuItem = 8,
     comboBox = 11,
     dialog = 16,
     fileChooser = 19,
@@ -39,8 +40,12 @@ enum class Role : std::uint32_t {
     label = 29,
     list = 31,
     listItem = 32,
+    menu = 33,
+    menuItem = 35,
     passwordText = 40,
     pushButton = 43,
+    radioMenuItem = 45,
+    scrollBar = 48,
     spinButton = 52,
     table = 55,
     tableCell = 56,
@@ -74,6 +79,8 @@ enum class State : unsigned {
     multiLine = 17,
     showing = 25,
     singleLine = 26,
+    visible = 30,
+    readOnly = 43,
 };
 
 struct States {

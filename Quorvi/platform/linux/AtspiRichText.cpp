@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "Quorvi/platform/linux/AtspiChromium.h"
 #include "Quorvi/platform/linux/AtspiRoles.h"
 #include "QuorviCore/text/Text.h"
 
@@ -22,6 +23,7 @@ struct Node {
     std::optional<std::string> text;
     std::int32_t caret = -1;
     std::optional<Span> selected;
+    bool selectionIsLost = false;
     bool countsUtf16 = false;
     std::vector<std::unique_ptr<Node>> embedded;
 };
@@ -82,7 +84,12 @@ private:
             node.countsUtf16 = readInteger(reply[1]).value_or(-1) == units;
             node.caret = readInteger(reply[2]).value_or(-1);
             if (readInteger(reply[3]).value_or(0) > 0) node.selected = readSpan(reply[4]);
-            if (chromium_) dropPlaceholderBreak(*node.text);
+            if (!chromium_) continue;
+            if (node.selected) {
+                node.selected = selectionFromChromium(*node.selected, node.caret, *node.text);
+                node.selectionIsLost = !node.selected;
+            }
+            dropPlaceholderBreak(*node.text);
         }
         return true;
     }
@@ -136,6 +143,7 @@ class Flattener {
 public:
     RichText take() {
         RichText rich{std::move(text_), std::nullopt};
+        if (lost_) return rich;
         if (start_)
             rich.selection = Utf16Range{*start_, end_ - *start_};
         else if (caret_)
@@ -148,6 +156,7 @@ public:
         const std::string_view text = *node.text;
         const Span selected = selection ? node.selected.value_or(Span{}) : Span{};
         const std::int32_t caretAt = caret ? node.caret : -1;
+        lost_ = lost_ || (selection && node.selectionIsLost);
         std::int32_t offset = 0;
         std::size_t embedded = 0;
         bool needsBreak = false;
@@ -188,6 +197,7 @@ private:
     std::optional<std::int64_t> caret_;
     std::optional<std::int64_t> start_;
     std::int64_t end_ = 0;
+    bool lost_ = false;  // there is a selection, but not to be told where
 };
 
 }  // namespace
@@ -200,10 +210,6 @@ std::optional<RichText> readRichText(AtspiPeers& peers, const ObjectRef& object,
     Flattener flattener;
     flattener.add(root, true, true);
     return flattener.take();
-}
-
-void dropPlaceholderBreak(std::string& text) {
-    if (text.ends_with('\n')) text.pop_back();
 }
 
 }  // namespace quorvi::atspi

@@ -20,8 +20,4 @@ struct RichText {
 std::optional<RichText> readRichText(AtspiPeers& peers, const ObjectRef& object,
                                      TimePoint deadline);
 
-// Chromium ends an editable text with a line break that only holds the last line open; it goes
-// with the first character typed there.
-void dropPlaceholderBreak(std::string& text);
-
 }  // namespace quorvi::atspi

@@ -18,8 +18,11 @@ bool isSecure(Role role) {
 }
 
 bool isEditableText(const Description& object) {
-    if (!object.states.has(State::editable) || !object.offers(textInterface)) return false;
-    return object.states.has(State::focusable) || object.states.has(State::focused);
+    const auto& states = object.states;
+    // Qt says of a read-only field that it is editable and read-only.
+    if (!states.has(State::editable) || states.has(State::readOnly)) return false;
+    if (!object.offers(textInterface)) return false;
+    return states.has(State::focusable) || states.has(State::focused);
 }
 
 bool canHoldFocus(Role role, States states) {
@@ -28,12 +31,28 @@ bool canHoldFocus(Role role, States states) {
     return role != Role::documentWeb || states.has(State::editable);
 }
 
+bool mayContainFocus(Role role, States states) {
+    switch (role) {
+        case Role::staticText:
+        case Role::label:
+        case Role::scrollBar:
+            return false;
+        case Role::menu:
+        case Role::menuItem:
+        case Role::checkMenuItem:
+        case Role::radioMenuItem:
+            return states.has(State::showing);
+        default:
+            // GTK 4 never says that anything is showing.
+            return states.has(State::showing) || states.has(State::visible);
+    }
+}
+
 std::string_view accessibilityRole(const Description& object) {
     const bool editable = isEditableText(object);
     switch (object.role) {
         case Role::comboBox:
-            // Qt's editable combo box holds the focus for the line inside it and has no text.
-            return editable || object.states.has(State::editable) ? "AXComboBox" : "AXGroup";
+            return editable ? "AXComboBox" : "AXGroup";
         case Role::passwordText:
             return "AXTextField";
         case Role::terminal:

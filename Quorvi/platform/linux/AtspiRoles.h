@@ -30,6 +30,10 @@ bool isEditableText(const Description& object);
 // carry the state besides the element inside them.
 bool canHoldFocus(Role role, States states);
 
+// Whether the focus may be somewhere below it: closed menus, which are most of an editor's objects,
+// and what is not on the screen are not looked into.
+bool mayContainFocus(Role role, States states);
+
 // The value of "AXRole".
 std::string_view accessibilityRole(const Description& object);
 

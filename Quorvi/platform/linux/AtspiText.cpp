@@ -1,8 +1,8 @@
 #include "Quorvi/platform/linux/AtspiText.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "Quorvi/platform/linux/AtspiChromium.h"
 #include "Quorvi/platform/linux/AtspiRichText.h"
 #include "QuorviCore/text/Text.h"
 
@@ -15,15 +15,18 @@ constexpr std::size_t byteLimit = 400'000;
 
 }  // namespace
 
-std::optional<AtspiText::Facts> AtspiText::facts(const ObjectRef& object, TimePoint deadline) {
+std::optional<AtspiText::Facts> AtspiText::readableFacts(const ObjectRef& object, Wanted wanted,
+                                                         TimePoint deadline) {
     std::vector<Call> calls;
     calls.push_back({object, accessibleInterface, "GetRole", arguments()});
     calls.push_back({object, accessibleInterface, "GetState", arguments()});
     calls.push_back({object, accessibleInterface, "GetInterfaces", arguments()});
     calls.push_back(propertyCall(object, textInterface, "CharacterCount"));
-    calls.push_back(propertyCall(object, textInterface, "CaretOffset"));
-    calls.push_back({object, textInterface, "GetNSelections", arguments()});
-    calls.push_back({object, textInterface, "GetSelection", arguments(0)});
+    if (wanted == Wanted::selection) {
+        calls.push_back(propertyCall(object, textInterface, "CaretOffset"));
+        calls.push_back({object, textInterface, "GetNSelections", arguments()});
+        calls.push_back({object, textInterface, "GetSelection", arguments(0)});
+    }
     const auto replies = peers_.callAll(std::move(calls), deadline);
 
     const auto role = readUnsigned(replies[0]);
@@ -31,21 +34,16 @@ std::optional<AtspiText::Facts> AtspiText::facts(const ObjectRef& object, TimePo
     auto interfaces = readTexts(replies[2]);
     if (!role || !states || !interfaces) return std::nullopt;
     Facts facts{object, {static_cast<Role>(*role), *states, std::move(*interfaces)}, {}, {}, {}};
-    facts.count = readInteger(replies[3]);
-    facts.caret = readInteger(replies[4]);
-    // GTK 4 answers GetSelection with an error while there is none, others with 0..0.
-    if (readInteger(replies[5]).value_or(0) > 0) facts.selected = readSpan(replies[6]);
-    return facts;
-}
-
-std::optional<AtspiText::Facts> AtspiText::readableFacts(const ObjectRef& object,
-                                                         TimePoint deadline) {
-    auto found = facts(object, deadline);
-    if (!found) return std::nullopt;
-    const auto role = found->description.role;
-    if (isSecure(role) || role == Role::terminal || !found->description.offers(textInterface))
+    if (isSecure(facts.description.role) || facts.description.role == Role::terminal ||
+        !facts.description.offers(textInterface))
         return std::nullopt;
-    return found;
+    facts.count = readInteger(replies[3]);
+    if (wanted == Wanted::selection) {
+        facts.caret = readInteger(replies[4]);
+        // GTK 4 answers GetSelection with an error while there is none, others with 0..0.
+        if (readInteger(replies[5]).value_or(0) > 0) facts.selected = readSpan(replies[6]);
+    }
+    return facts;
 }
 
 std::optional<std::string> AtspiText::textBetween(const ObjectRef& object, std::int32_t start,
@@ -56,7 +54,7 @@ std::optional<std::string> AtspiText::textBetween(const ObjectRef& object, std::
 }
 
 std::optional<std::string> AtspiText::value(const ObjectRef& object, TimePoint deadline) {
-    const auto found = readableFacts(object, deadline);
+    const auto found = readableFacts(object, Wanted::value, deadline);
     if (!found || !found->count || *found->count > countLimit) return std::nullopt;
     auto text = textBetween(found->object, 0, *found->count == 0 ? 0 : -1, deadline);
     if (!text || text->size() > byteLimit) return std::nullopt;
@@ -72,7 +70,7 @@ std::optional<std::string> AtspiText::value(const ObjectRef& object, TimePoint d
 }
 
 std::optional<Utf16Range> AtspiText::selection(const ObjectRef& object, TimePoint deadline) {
-    const auto found = readableFacts(object, deadline);
+    const auto found = readableFacts(object, Wanted::selection, deadline);
     // Chromium has a caret in everything, buttons included.
     if (!found || !isEditableText(found->description)) return std::nullopt;
     if (found->description.offers(hypertextInterface) && found->count.value_or(0) <= countLimit) {
@@ -80,6 +78,12 @@ std::optional<Utf16Range> AtspiText::selection(const ObjectRef& object, TimePoin
         return rich ? rich->selection : std::nullopt;
     }
     auto span = found->selected;
+    if (span && peers_.isChromium(found->object.bus, deadline)) {
+        const auto whole = textBetween(found->object, 0, -1, deadline);
+        if (!whole) return std::nullopt;
+        span = selectionFromChromium(*span, found->caret.value_or(-1), *whole);
+        if (!span) return std::nullopt;
+    }
     if (!span) {
         if (!found->caret || *found->caret < 0) return std::nullopt;
         span = Span{*found->caret, *found->caret};

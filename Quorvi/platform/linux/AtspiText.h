@@ -23,6 +23,7 @@ public:
     std::optional<Utf16Range> selection(const ObjectRef& object, TimePoint deadline);
 
 private:
+    enum class Wanted { value, selection };
     struct Facts {
         ObjectRef object;
         Description description;
@@ -31,8 +32,7 @@ private:
         std::optional<Span> selected;
     };
 
-    std::optional<Facts> facts(const ObjectRef& object, TimePoint deadline);
-    std::optional<Facts> readableFacts(const ObjectRef& object, TimePoint deadline);
+    std::optional<Facts> readableFacts(const ObjectRef& object, Wanted wanted, TimePoint deadline);
     std::optional<std::string> textBetween(const ObjectRef& object, std::int32_t start,
                                            std::int32_t end, TimePoint deadline);
 

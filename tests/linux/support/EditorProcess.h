@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/wait.h>
+#include <unistd.h>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -9,9 +11,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 namespace quorvi::testing {
@@ -112,9 +112,14 @@ inline std::vector<std::string> featherpad(const std::string& file) {
     return {"featherpad", "--standalone", file};
 }
 inline std::vector<std::string> chromium(const std::string& page, const TestFolder& profile) {
-    return {"chromium", "--no-sandbox", "--force-renderer-accessibility", "--disable-gpu",
-            "--no-first-run", "--disable-background-networking",
-            "--user-data-dir=" + profile.path().string(), "file://" + page};
+    return {"chromium",
+            "--no-sandbox",
+            "--force-renderer-accessibility",
+            "--disable-gpu",
+            "--no-first-run",
+            "--disable-background-networking",
+            "--user-data-dir=" + profile.path().string(),
+            "file://" + page};
 }
 
 }  // namespace quorvi::testing

@@ -4,15 +4,18 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QWidget window;
+    QMainWindow window;
     window.setWindowTitle(QStringLiteral("Qt fields"));
-    QVBoxLayout layout(&window);
+    QWidget fields;
+    window.setCentralWidget(&fields);
+    QVBoxLayout layout(&fields);
 
     QPlainTextEdit editor(QString::fromUtf8("αβγ😀 hello\nsecond"));
     editor.setTabChangesFocus(true);

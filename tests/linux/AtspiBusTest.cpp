@@ -1,0 +1,133 @@
+#include "Quorvi/platform/linux/AtspiBus.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <string>
+
+#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/AtspiPeers.h"
+#include "support/EditorProcess.h"
+#include "support/FieldReader.h"
+#include "support/TestUser.h"
+
+namespace quorvi {
+namespace {
+
+using namespace atspi;
+using namespace testing;
+using namespace std::chrono_literals;
+
+struct NoObserver : BusObserver {
+    void focusChanged(const ObjectRef&, bool) override {}
+    void windowActiveChanged(const ObjectRef&, bool) override {}
+    void peerLeft(const std::string&) override {}
+    void busLost() override {}
+};
+
+std::string outputOf(const std::string& command) {
+    std::string output;
+    std::FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) return output;
+    char buffer[256];
+    while (std::fgets(buffer, sizeof buffer, pipe)) output += buffer;
+    pclose(pipe);
+    return output;
+}
+
+// The process that provides the accessibility bus; 0 while there is none.
+pid_t launcherPid() {
+    const auto answer = outputOf(
+        "gdbus call --session -d org.freedesktop.DBus -o /org/freedesktop/DBus "
+        "-m org.freedesktop.DBus.GetConnectionUnixProcessID org.a11y.Bus 2>/dev/null");
+    const auto digits = answer.find_first_of("0123456789", answer.find("uint32") + 6);
+    return digits == std::string::npos ? 0 : std::stoi(answer.substr(digits));
+}
+
+void setEnabled(bool enabled) {
+    outputOf(std::string("gdbus call --session -d org.a11y.Bus -o /org/a11y/bus -m "
+                         "org.freedesktop.DBus.Properties.Set org.a11y.Status IsEnabled '<") +
+             (enabled ? "true" : "false") + ">'");
+}
+
+TEST(AtspiBus, TrustFollowsTheDesktopsSwitchAndTheHook) {
+    std::atomic<bool> hook = true;
+    AtspiAccessibility accessibility([&] { return hook.load(); });
+    ASSERT_TRUE(eventually([&] { return accessibility.isTrusted(); }));
+    hook = false;
+    EXPECT_FALSE(accessibility.isTrusted());
+    hook = true;
+    EXPECT_TRUE(accessibility.isTrusted());
+
+    setEnabled(false);
+    EXPECT_TRUE(eventually([&] { return !accessibility.isTrusted(); }));
+    accessibility.requestTrust();
+    EXPECT_TRUE(eventually([&] { return accessibility.isTrusted(); }));
+}
+
+TEST(AtspiBus, TrustEndsWithTheBusAndReturnsWithIt) {
+    AtspiAccessibility accessibility([] { return true; });
+    FieldReader reader(accessibility);
+    TestUser user;
+    ASSERT_TRUE(eventually([&] { return accessibility.isTrusted(); }));
+    const auto launcher = launcherPid();
+    ASSERT_GT(launcher, 0);
+
+    // The launcher ends with the bus that it started.
+    const auto bus = outputOf("pgrep -P " + std::to_string(launcher));
+    ASSERT_FALSE(bus.empty());
+    ::kill(std::stoi(bus), SIGKILL);
+    EXPECT_TRUE(eventually([&] { return !accessibility.isTrusted(); }));
+    EXPECT_FALSE(reader.focused(getpid()));
+
+    accessibility.requestTrust();
+    ASSERT_TRUE(eventually([&] { return accessibility.isTrusted(); }));
+    const TestFolder folder;
+    EditorProcess editor(mousepad(folder.write("note.txt", "after")));
+    ASSERT_TRUE(user.waitForWindowOf(editor.pid()));
+    const auto field = reader.waitForFocus(editor.pid(), "AXTextArea");
+    ASSERT_TRUE(field);
+    EXPECT_EQ(reader.value(*field), "after");
+}
+
+TEST(AtspiPeers, AnApplicationThatTimedOutIsLeftAloneForAWhile) {
+    NoObserver observer;
+    AtspiBus bus(observer);
+    AtspiPeers patient(bus, 0ms);
+    AtspiPeers offended(bus, 24h);
+    ASSERT_TRUE(eventually([&] { return bus.isUsable(); }));
+
+    TestUser user;
+    const TestFolder folder;
+    EditorProcess editor(mousepad(folder.write("note.txt", "text")));
+    ASSERT_TRUE(user.waitForWindowOf(editor.pid()));
+    const auto soon = [] { return std::chrono::steady_clock::now() + 20s; };
+    std::vector<std::string> names;
+    ASSERT_TRUE(eventually([&] {
+        names = patient.namesOf(editor.pid(), soon());
+        return !names.empty();
+    }));
+    const auto answers = [&](AtspiPeers& peers, TimePoint deadline) {
+        return peers.call({{names[0], rootPath}, accessibleInterface, "GetRole", arguments()},
+                          deadline) != nullptr;
+    };
+    EXPECT_TRUE(answers(patient, soon()));
+    EXPECT_TRUE(answers(offended, soon()));
+
+    editor.stop();
+    for (auto* peers : {&patient, &offended})
+        EXPECT_FALSE(answers(*peers, std::chrono::steady_clock::now() + 100ms));
+    editor.resume();
+    EXPECT_TRUE(answers(patient, soon()));
+    EXPECT_FALSE(answers(offended, soon()));
+    // The bus itself is asked all the same, and what was held against a name ends with it.
+    EXPECT_EQ(offended.process(names[0], soon()), editor.pid());
+    offended.forget(names[0]);
+    EXPECT_TRUE(answers(offended, soon()));
+}
+
+}  // namespace
+}  // namespace quorvi
