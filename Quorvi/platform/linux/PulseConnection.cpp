@@ -204,7 +204,7 @@ PulseConnection::PulseConnection(Scheduler& scheduler, std::string server)
 
 PulseConnection::~PulseConnection() {
     run([impl = impl_.get()] { impl->end(); });
-    impl_->thread.reset();
+    impl_->thread->finish();
 }
 
 std::optional<bool> PulseConnection::hasMicrophone() const {

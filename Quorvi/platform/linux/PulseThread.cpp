@@ -83,13 +83,18 @@ PulseThread::PulseThread() : impl_(std::make_unique<Impl>()) {
 }
 
 PulseThread::~PulseThread() {
+    finish();
+    pa_mainloop_free(impl_->loop);
+}
+
+void PulseThread::finish() {
+    if (!impl_->thread.joinable()) return;
     {
         std::lock_guard lock(impl_->mutex);
         impl_->ending = true;
     }
     pa_mainloop_wakeup(impl_->loop);
     impl_->thread.join();
-    pa_mainloop_free(impl_->loop);
 }
 
 void PulseThread::run(std::function<void()> job) {
