@@ -1,0 +1,158 @@
+// One dictation, end to end, as a user would make it, inside a private headless desktop: starts the
+// offline speech service, a text editor and Quorvi itself, holds the shortcut, speaks a sentence
+// into the virtual microphone, lets go, and reads the text back from the editor.
+//
+//   quorvi-demo BIN-FOLDER OUTPUT-FOLDER
+//
+// Prints each step with its time. Exit status 0 only if the text arrived and the clipboard was given
+// back.
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <string>
+
+#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "tests/linux/support/EditorProcess.h"
+#include "tests/linux/support/FieldReader.h"
+#include "tests/linux/support/ServerProcess.h"
+#include "tests/linux/support/TestUser.h"
+
+namespace quorvi::test {
+namespace {
+
+constexpr auto sentence = "the weather is nice today";
+constexpr auto expected = "The weather is nice today.";
+constexpr auto ownClipboard = "what the user had copied before";
+
+using quorvi::testing::EditorProcess;
+using quorvi::testing::eventually;
+
+class Demo {
+public:
+    Demo(std::filesystem::path bin, std::filesystem::path output)
+        : bin_(std::move(bin)), output_(std::move(output)) {
+        std::filesystem::create_directories(output_);
+    }
+
+    bool run() {
+        startService();
+        openEditor();
+        fillClipboard();
+        startQuorvi();
+        dictate();
+        return report();
+    }
+
+private:
+    void step(const std::string& text) const {
+        const auto now = std::chrono::steady_clock::now() - begin_;
+        std::printf("%7.3f s  %s\n", std::chrono::duration<double>(now).count(), text.c_str());
+        std::fflush(stdout);
+    }
+
+    void startService() {
+        const auto sentences = folder_.write("sentences", std::string(sentence) + "\n");
+        service_.emplace(std::vector<std::string>{bin_ / "quorvi-speech-service", "--port", "0",
+                                                  "--punctuate", "--sentences", sentences});
+        const auto line = service_->readLine();
+        setenv("QUORVI_SERVICE", line.substr(line.rfind(' ') + 1).c_str(), 1);
+        setenv("QUORVI_API_KEY", "offline", 1);
+        step("offline speech service: " + line);
+    }
+
+    void openEditor() {
+        editor_.emplace(quorvi::testing::mousepad(folder_.write("note.txt", "")));
+        if (!eventually([this] {
+                field_ = reader_.focused(editor_->pid());
+                return field_ && reader_.role(*field_) == "AXTextArea";
+            }))
+            throw std::runtime_error("the editor showed no text field");
+        step("text editor: mousepad, an empty document, caret in it");
+    }
+
+    void fillClipboard() {
+        const auto file = folder_.write("clipboard", ownClipboard);
+        if (std::system(("xclip -selection clipboard -i '" + file + "'").c_str()) != 0)
+            throw std::runtime_error("xclip failed");
+        step(std::string("clipboard: \"") + ownClipboard + "\"");
+    }
+
+    void startQuorvi() {
+        quorvi_.emplace(std::vector<std::string>{bin_ / "quorvi", "--print-stages"});
+        unsetenv("QUORVI_API_KEY");
+        until("| ready");
+        step("Quorvi is ready");
+    }
+
+    void dictate() {
+        const auto speech = (folder_.path() / "speech.wav").string();
+        outputOf({"espeak-ng", "-v", "en-us+f2", "-s", "130", "-w", speech, sentence});
+        user_.press(key::rightAlt);
+        step("right Alt held down");
+        until("Listening");
+        step(std::string("speaking: \"") + sentence + "\"");
+        outputOf({"paplay", "-d", std::getenv("QUORVI_MIC_FEED"), speech});
+        picture("listening.png");
+        user_.release(key::rightAlt);
+        step("right Alt released");
+        until("Done");
+    }
+
+    // Prints Quorvi's own lines up to one that contains the text.
+    void until(const std::string& text) {
+        for (;;) {
+            const auto line = quorvi_->readLine();
+            step("    quorvi: " + line.substr(0, line.rfind(" | ")));
+            if (line.find(text) != line.npos) return;
+            if (line.find("Needs attention") == 0 || line.find("Ready to paste") == 0)
+                throw std::runtime_error("the dictation did not succeed");
+        }
+    }
+
+    void picture(const std::string& name) const {
+        outputOf({"import", "-window", "root", output_ / name});
+    }
+
+    bool report() {
+        picture("dictation.png");
+        const auto text = reader_.value(*field_).value_or("(unreadable)");
+        step("the editor holds: \"" + text + "\"");
+        const auto clipboard = outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o"});
+        step("the clipboard holds: \"" + clipboard + "\"");
+        step("picture: " + (output_ / "dictation.png").string());
+        const bool good = text == expected && clipboard == ownClipboard;
+        step(good ? "the text arrived and the clipboard is back as it was" : "FAILED");
+        return good;
+    }
+
+    std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+    std::filesystem::path bin_;
+    std::filesystem::path output_;
+    quorvi::testing::TestFolder folder_;
+    AtspiAccessibility accessibility_{[] { return true; }};
+    quorvi::testing::FieldReader reader_{accessibility_};
+    TestUser user_;
+    std::optional<ServerProcess> service_;
+    std::optional<EditorProcess> editor_;
+    std::optional<AXElement> field_;
+    std::optional<ServerProcess> quorvi_;
+};
+
+}  // namespace
+}  // namespace quorvi::test
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: quorvi-demo BIN-FOLDER OUTPUT-FOLDER\n");
+        return 2;
+    }
+    try {
+        return quorvi::test::Demo(argv[1], argv[2]).run() ? 0 : 1;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quorvi-demo: %s\n", error.what());
+        return 1;
+    }
+}
