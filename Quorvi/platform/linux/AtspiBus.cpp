@@ -95,7 +95,7 @@ struct AtspiBus::Impl {
                 static_cast<Impl*>(self)->launcherAppeared();
             },
             [](GDBusConnection*, const char*, gpointer self) {
-                static_cast<Impl*>(self)->enabled = false;
+                static_cast<Impl*>(self)->launcherVanished();
             },
             this, nullptr);
     }
@@ -113,6 +113,30 @@ struct AtspiBus::Impl {
         g_dbus_connection_call(session, busLauncher, busLauncherPath, interface, method, arguments,
                                nullptr, G_DBUS_CALL_FLAGS_NONE, launcherTimeoutMs, cancellable,
                                done, this);
+    }
+
+    // The request may reach a launcher that is about to end with its bus, answered or not. So it is
+    // made again, which starts another launcher, until a bus is there.
+    void enable() {
+        if (!session || enableTries == 0) return;
+        --enableTries;
+        callLauncher(
+            propertiesInterface, "Set",
+            g_variant_new("(ssv)", statusInterface, "IsEnabled", g_variant_new_boolean(TRUE)),
+            [](GObject* source, GAsyncResult* result, gpointer data) {
+                GError* error = nullptr;
+                Variant reply(
+                    g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error));
+                auto* self = static_cast<Impl*>(data);
+                if (!error && self->bus) self->enableTries = 0;
+                if (error && !isCancelled(error)) self->enable();
+                g_clear_error(&error);
+            });
+    }
+
+    void launcherVanished() {
+        enabled = false;
+        enable();
     }
 
     void launcherAppeared() {
@@ -178,6 +202,7 @@ struct AtspiBus::Impl {
         subscriptions[2] = subscribe(made, "org.freedesktop.DBus", "org.freedesktop.DBus",
                                      "NameOwnerChanged", nullptr, &Impl::ownerChanged);
         registerEvents(made);
+        enableTries = 0;
         std::lock_guard lock(mutex);
         bus.reset(made, Unref{});
     }
@@ -253,6 +278,7 @@ struct AtspiBus::Impl {
     GDBusConnection* session = nullptr;
     guint watch = 0;
     guint statusSubscription = 0;
+    int enableTries = 0;  // left, while asked to switch accessibility on
     gulong closedHandler = 0;
     guint subscriptions[3] = {};
     std::atomic<bool> enabled = false;
@@ -277,14 +303,8 @@ std::shared_ptr<GDBusConnection> AtspiBus::connection() const {
 
 void AtspiBus::enable() {
     impl_->invoke([](Impl& impl) {
-        if (!impl.session) return;
-        impl.callLauncher(
-            propertiesInterface, "Set",
-            g_variant_new("(ssv)", statusInterface, "IsEnabled", g_variant_new_boolean(TRUE)),
-            [](GObject* source, GAsyncResult* result, gpointer) {
-                Variant reply(
-                    g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
-            });
+        impl.enableTries = 3;
+        impl.enable();
     });
 }
 
