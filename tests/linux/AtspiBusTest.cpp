@@ -12,7 +12,7 @@
 #include "Quorvi/platform/linux/AtspiPeers.h"
 #include "support/EditorProcess.h"
 #include "support/FieldReader.h"
-#include "support/TestUser.h"
+#include "support/DesktopUser.h"
 
 namespace quorvi {
 namespace {
@@ -71,7 +71,7 @@ TEST(AtspiBus, TrustFollowsTheDesktopsSwitchAndTheHook) {
 TEST(AtspiBus, TrustEndsWithTheBusAndReturnsWithIt) {
     AtspiAccessibility accessibility([] { return true; });
     FieldReader reader(accessibility);
-    TestUser user;
+    DesktopUser user;
     ASSERT_TRUE(eventually([&] { return accessibility.isTrusted(); }));
     const auto launcher = launcherPid();
     ASSERT_GT(launcher, 0);
@@ -100,7 +100,7 @@ TEST(AtspiPeers, AnApplicationThatTimedOutIsLeftAloneForAWhile) {
     AtspiPeers offended(bus, 24h);
     ASSERT_TRUE(eventually([&] { return bus.isUsable(); }));
 
-    TestUser user;
+    DesktopUser user;
     const TestFolder folder;
     EditorProcess editor(mousepad(folder.write("note.txt", "text")));
     ASSERT_TRUE(user.waitForWindowOf(editor.pid()));

@@ -6,7 +6,7 @@
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 #include "support/EditorProcess.h"
 #include "support/FieldReader.h"
-#include "support/TestUser.h"
+#include "support/DesktopUser.h"
 
 namespace quorvi {
 namespace {
@@ -35,7 +35,7 @@ protected:
     }
 
     TestFolder folder_;
-    TestUser user_;
+    DesktopUser user_;
     std::string page_;
     AtspiAccessibility accessibility_{[] { return true; }};
     FieldReader reader_{accessibility_};
