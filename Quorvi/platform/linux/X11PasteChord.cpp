@@ -17,6 +17,7 @@ enum class ChordKind { controlV, controlShiftV, controlAltV };
 
 constexpr std::uint32_t symbolV = 'v';
 constexpr KeyCode keyCodeV = keyCode::v;
+constexpr KeyCode keyCodeInsert = 114;
 
 // Programs in which Control-V belongs to the program that runs inside. XTerm is among them for want
 // of anything better: as delivered it has no key that pastes the clipboard (Shift-Insert pastes the
@@ -114,20 +115,22 @@ int currentGroup(const X11Connection& connection) {
 
 X11PasteChord X11PasteChord::forActiveApplication(const X11Connection& connection,
                                                   const X11Layout& layout, pid_t pid) {
+    const auto kind = chordKind(connection, pid);
+    const auto key = layout.keyTyping(symbolV, currentGroup(connection));
     X11PasteChord chord;
-    chord.modifiers.push_back(layout.keycodeFor(keyCode::leftControl));
-    switch (chordKind(connection, pid)) {
-        case ChordKind::controlV:
-            break;
-        case ChordKind::controlShiftV:
-            chord.modifiers.push_back(layout.keycodeFor(keyCode::leftShift));
-            break;
-        case ChordKind::controlAltV:
-            chord.modifiers.push_back(layout.keycodeFor(keyCode::leftOption));
-            break;
+    if (kind == ChordKind::controlV && !key) {
+        // A keyboard that types no Latin letters at all: toolkits then know no Control-V, but the
+        // older chord has no letter in it.
+        chord.modifiers.push_back(layout.keycodeFor(keyCode::leftShift));
+        chord.key = positionOfKeyCode(keyCodeInsert);
+        return chord;
     }
-    chord.key =
-        layout.keyTyping(symbolV, currentGroup(connection)).value_or(positionOfKeyCode(keyCodeV));
+    chord.modifiers.push_back(layout.keycodeFor(keyCode::leftControl));
+    if (kind == ChordKind::controlShiftV)
+        chord.modifiers.push_back(layout.keycodeFor(keyCode::leftShift));
+    if (kind == ChordKind::controlAltV)
+        chord.modifiers.push_back(layout.keycodeFor(keyCode::leftOption));
+    chord.key = key.value_or(positionOfKeyCode(keyCodeV));
     return chord;
 }
 
