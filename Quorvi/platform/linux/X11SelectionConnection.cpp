@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <limits>
 
+#include "Quorvi/platform/linux/X11ConnectLock.h"
+
 namespace quorvi {
 
 namespace {
@@ -27,6 +29,11 @@ int pollTimeout(TimePoint limit) {
     return static_cast<int>(std::clamp<std::int64_t>(left, 0, 3'600'000));
 }
 
+xcb_connection_t* connect(const std::string& display) {
+    const auto lock = lockX11Connecting();
+    return xcb_connect(display.empty() ? nullptr : display.c_str(), nullptr);
+}
+
 }  // namespace
 
 void X11SelectionConnection::Free::operator()(xcb_connection_t* connection) const {
@@ -34,8 +41,7 @@ void X11SelectionConnection::Free::operator()(xcb_connection_t* connection) cons
 }
 
 X11SelectionConnection::X11SelectionConnection(const std::string& display, int wakeFd)
-    : connection_(xcb_connect(display.empty() ? nullptr : display.c_str(), nullptr)),
-      wakeFd_(wakeFd) {
+    : connection_(connect(display)), wakeFd_(wakeFd) {
     check();
     auto* c = connection_.get();
     const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
