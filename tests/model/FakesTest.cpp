@@ -1,8 +1,13 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
+#include <string>
 
+#include "QuorviCore/async/TaskScope.h"
 #include "tests/fakes/FakeAccessibility.h"
+#include "tests/fakes/FakeAudioInput.h"
 #include "tests/fakes/FakeKeyEventPoster.h"
 #include "tests/fakes/FakeKeyEventTap.h"
 #include "tests/fakes/VirtualScheduler.h"
@@ -56,6 +61,43 @@ TEST(FakeKeyEventPoster, PostedEventsReachTheTapInALaterTurnWithTheirMarker) {
     scheduler.settle();
     EXPECT_EQ(markers, std::vector<std::int64_t>{7});
     EXPECT_FALSE(keyboard.keyIsDown(keyCode::v));
+}
+
+Task<void> record(FakeAudioInput& input, std::filesystem::path file, std::string& outcome) {
+    auto capture = input.makeCapture();
+    capture->onEnded = [&](CaptureEnd) { outcome += "ended "; };
+    try {
+        auto recording = capture->record(file, {}, {});
+        co_await recording;
+        outcome += "recording ";
+        input.end(CaptureEnd::deviceLost);
+        auto finishing = capture->finished();
+        co_await finishing;
+        outcome += std::to_string(std::filesystem::file_size(file));
+    } catch (const std::exception& error) {
+        outcome += error.what();
+    }
+}
+
+TEST(FakeAudioInput, ALostDeviceIsReportedAndTheFileCanStillBeFinished) {
+    VirtualScheduler scheduler;
+    FakeAudioInput input(scheduler);
+    input.setRecording({1, 2, 3});
+    const auto file = std::filesystem::temp_directory_path() /
+                      ("fake-recording-" + std::to_string(getpid()) + ".m4a");
+    std::string lost, refused;
+    TaskScope scope(scheduler);
+    scope.start([&](std::stop_token) { return record(input, file, lost); });
+    scheduler.settle();
+    EXPECT_EQ(lost, "recording ended 3");
+    EXPECT_FALSE(input.isCapturing());
+    std::filesystem::remove(file);
+
+    input.failRecord("No microphone.");
+    scope.start([&](std::stop_token) { return record(input, file, refused); });
+    scheduler.settle();
+    EXPECT_EQ(refused, "No microphone.");
+    EXPECT_FALSE(std::filesystem::exists(file));
 }
 
 TEST(FakeAccessibility, ASlowElementCostsItsTimeAndAtMostTheTimeOut) {

@@ -130,10 +130,13 @@ void X11Pasteboard::Worker::perform(const Job& job) {
 }
 
 void X11Pasteboard::Worker::idle() {
-    try {
-        if (session_) return session_->wait();
-    } catch (const X11ConnectionLost&) {
-        session_.reset();
+    if (session_) {
+        try {
+            session_->wait();
+        } catch (const X11ConnectionLost&) {
+            session_.reset();  // the wait may have swallowed a wake-up: look at the queue again
+        }
+        return;
     }
     pollfd woken{wakeFd_, POLLIN, 0};
     poll(&woken, 1, -1);

@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <limits>
 
+#include "Quorvi/platform/linux/X11ConnectLock.h"
+
 namespace quorvi {
 
 namespace {
@@ -27,6 +29,11 @@ int pollTimeout(TimePoint limit) {
     return static_cast<int>(std::clamp<std::int64_t>(left, 0, 3'600'000));
 }
 
+xcb_connection_t* connect(const std::string& display) {
+    const auto lock = lockX11Connecting();
+    return xcb_connect(display.empty() ? nullptr : display.c_str(), nullptr);
+}
+
 }  // namespace
 
 void X11SelectionConnection::Free::operator()(xcb_connection_t* connection) const {
@@ -34,8 +41,7 @@ void X11SelectionConnection::Free::operator()(xcb_connection_t* connection) cons
 }
 
 X11SelectionConnection::X11SelectionConnection(const std::string& display, int wakeFd)
-    : connection_(xcb_connect(display.empty() ? nullptr : display.c_str(), nullptr)),
-      wakeFd_(wakeFd) {
+    : connection_(connect(display)), wakeFd_(wakeFd) {
     check();
     auto* c = connection_.get();
     const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
@@ -213,25 +219,40 @@ void X11SelectionConnection::convertClipboard(std::uint32_t target, std::uint32_
 }
 
 X11Property X11SelectionConnection::takeProperty(std::uint32_t window, std::uint32_t property) {
-    return this->property(window, property, true);
+    X11Property taken;
+    takeProperty(window, property, taken);
+    return taken;
+}
+
+bool X11SelectionConnection::takeProperty(std::uint32_t window, std::uint32_t property,
+                                          X11Property& whole) {
+    return this->property(window, property, true, whole);
 }
 
 X11Property X11SelectionConnection::readProperty(std::uint32_t window, std::uint32_t property) {
-    return this->property(window, property, false);
+    X11Property read;
+    this->property(window, property, false, read);
+    return read;
 }
 
-X11Property X11SelectionConnection::property(std::uint32_t window, std::uint32_t property,
-                                             bool remove) {
+bool X11SelectionConnection::property(std::uint32_t window, std::uint32_t property, bool remove,
+                                      X11Property& whole) {
     auto* c = connection_.get();
     constexpr auto everything = std::numeric_limits<std::uint32_t>::max() / 4;
     Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         c, xcb_get_property(c, remove, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, everything),
         nullptr));
     check();
-    if (!reply || reply->type == XCB_NONE) return {};
+    if (!reply || reply->type == XCB_NONE) return false;
     const auto* data = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
-    const auto size = static_cast<std::size_t>(xcb_get_property_value_length(reply.get()));
-    return {reply->type, reply->format, Bytes(data, data + size)};
+    const auto size = xcb_get_property_value_length(reply.get());
+    // The empty piece at the end of a transfer need not carry the type of the others.
+    if (whole.type == 0 || size > 0) {
+        whole.type = reply->type;
+        whole.format = reply->format;
+    }
+    whole.data.insert(whole.data.end(), data, data + size);
+    return true;
 }
 
 void X11SelectionConnection::deleteProperty(std::uint32_t window, std::uint32_t property) {

@@ -83,6 +83,8 @@ public:
 
     // Reads a property whole and deletes it.
     X11Property takeProperty(std::uint32_t window, std::uint32_t property);
+    // The same, adding its data to what `whole` has. False when there is no such property.
+    bool takeProperty(std::uint32_t window, std::uint32_t property, X11Property& whole);
     X11Property readProperty(std::uint32_t window, std::uint32_t property);
     void deleteProperty(std::uint32_t window, std::uint32_t property);
     void setProperty(std::uint32_t window, std::uint32_t property, std::uint32_t type, int format,
@@ -96,7 +98,7 @@ private:
     void check() const;
     bool dispatchQueued();
     void dispatch(const void* event);
-    X11Property property(std::uint32_t window, std::uint32_t property, bool remove);
+    bool property(std::uint32_t window, std::uint32_t property, bool remove, X11Property& whole);
 
     struct Free {
         void operator()(xcb_connection_t* connection) const;

@@ -135,14 +135,9 @@ X11Property X11SelectionReader::takePieces(std::size_t expected) {
     for (;;) {
         waitFor([this] { return request_.pieces > 0; });
         request_.pieces = 0;
-        const auto piece = connection_.takeProperty(connection_.window(), request_.property);
-        if (piece.type == 0) continue;
-        if (whole.type == 0) {
-            whole.type = piece.type;
-            whole.format = piece.format;
-        }
-        if (piece.data.empty()) return whole;
-        whole.data.insert(whole.data.end(), piece.data.begin(), piece.data.end());
+        const auto before = whole.data.size();
+        const bool set = connection_.takeProperty(connection_.window(), request_.property, whole);
+        if (set && whole.data.size() == before) return whole;
     }
 }
 

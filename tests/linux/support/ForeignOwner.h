@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "Quorvi/platform/Pasteboard.h"
+#include "Quorvi/platform/linux/X11ConnectLock.h"
 
 namespace quorvi::test {
 
@@ -27,6 +28,11 @@ struct FreeReply {
 };
 template <class T>
 using XReply = std::unique_ptr<T, FreeReply>;
+
+inline xcb_connection_t* connectToX() {
+    const auto lock = lockX11Connecting();
+    return xcb_connect(nullptr, nullptr);
+}
 
 inline std::uint32_t atomOf(xcb_connection_t* c, const std::string& name) {
     XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
@@ -50,7 +56,7 @@ public:
 
     explicit ForeignOwner(std::vector<PasteboardItem> items) : ForeignOwner(std::move(items), {}) {}
     ForeignOwner(std::vector<PasteboardItem> items, Manners manners)
-        : connection_(xcb_connect(nullptr, nullptr)),
+        : connection_(connectToX()),
           manners_(manners),
           delay_(manners.delay.count()),
           wakeFd_(eventfd(0, EFD_CLOEXEC)) {

@@ -15,7 +15,7 @@ namespace quorvi::test {
 // while it waits for an answer.
 class ForeignRequestor {
 public:
-    ForeignRequestor() : connection_(xcb_connect(nullptr, nullptr)) {
+    ForeignRequestor() : connection_(connectToX()) {
         const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
         const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
         window_ = xcb_generate_id(connection_);
