@@ -3,6 +3,8 @@
 #include "tests/desktop/Desk.h"
 #include "tests/linux/support/ForeignOwner.h"
 
+#include "tests/linux/support/DesktopUser.h"
+
 namespace quorvi::test {
 namespace {
 
@@ -85,10 +87,17 @@ TEST_F(BadDays, TheCaretMovedWhileTheServiceWorked) {
 }
 
 TEST_F(BadDays, AnotherWindowCameToTheFront) {
+    quorvi::testing::DesktopUser windows;
+    const auto first = windows.activeWindow();
+    EditorProcess other(mousepad(folder.write("other.txt", "")));
+    ASSERT_TRUE(windows.waitForWindowOf(other.pid()));
+    const auto second = windows.activeWindow();
+    windows.activate(first);
+    ASSERT_TRUE(windows.waitForWindowOf(editor->pid()));
     startQuorvi();
     record();
-    EditorProcess other(mousepad(folder.write("other.txt", "")));
-    ASSERT_TRUE(until([&] { return reader.focused(other.pid()).has_value(); }));
+    windows.activate(second);
+    ASSERT_TRUE(windows.waitForWindowOf(other.pid()));
     release();
     expectManualPaste();
     EXPECT_EQ(reader.value(*field), "");
