@@ -212,6 +212,7 @@ TEST_F(SpeechServiceTest, StoppedRequestDoesNotHoldUpTheNext) {
     std::stop_source stop;
     Running<std::string> stopped(client->transcribe(m4aOf(spoken("we need more time")), "sk-test",
                                                     options, stop.get_token()));
+    scheduler.runFor(std::chrono::milliseconds(100));  // most likely in the service's queue by now
     stop.request_stop();
     ASSERT_TRUE(await(scheduler, stopped));
     EXPECT_TRUE(stopped.cancelled());
