@@ -41,7 +41,7 @@ X11InputSession::X11InputSession(Sink sink, std::function<void()> onLost)
     : sink_(std::move(sink)),
       onLost_(std::move(onLost)),
       grabs_(
-          pressed_, [this](XKeycode keycode, std::uint32_t time) { handleRepeat(keycode, time); },
+          pressed_, [this](XKeycode keycode) { handleRepeat(keycode); },
           [this] {
               raw_.synchronise();
               processRawEvents();
@@ -209,7 +209,6 @@ void X11InputSession::handleKey(XKeycode keycode, bool down, std::uint32_t time,
         ownFlags_ = down ? ownFlags_ | flagsOfKey(code) : ownFlags_ & ~flagsOfKey(code);
     } else {
         pressed_.change(keycode, down, time, sequence);
-        grabs_.noteRaw(keycode, down, time);
         if (layout_.isCapsLock(keycode)) foreseeCapsLock(down);
     }
     event.flags = flags();
@@ -251,10 +250,7 @@ void X11InputSession::handleButton(std::uint32_t number, bool down, std::uint32_
     report(event);
 }
 
-void X11InputSession::handleRepeat(XKeycode keycode, std::uint32_t time) {
-    // The first press has been reported by its raw event; a repeat that was still on its way when
-    // the key went up is void.
-    if (!pressed_.isDown(keycode) || pressed_.pressTime(keycode) == time) return;
+void X11InputSession::handleRepeat(XKeycode keycode) {
     report(
         {.type = TapEventType::keyDown, .keyCode = layout_.keyCodeOf(keycode), .flags = flags()});
 }
@@ -315,8 +311,9 @@ void X11InputSession::readLocks() {
         capsLocked_ = (state->lockedMods & XCB_MOD_MASK_LOCK) != 0;
 }
 
-void X11InputSession::setEnabled(bool enabled) {
-    enqueue([this, enabled] {
+void X11InputSession::setEnabled(bool enabled, std::function<void()> whenDone) {
+    enqueue([this, enabled, whenDone = std::move(whenDone)] {
+        whenDone();
         if (enabled == enabled_) return;
         enabled_ = enabled;
         if (enabled) {
