@@ -3,17 +3,21 @@
 #include <poll.h>
 #include <xcb/xcb.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <mutex>
+#include <stop_token>
 #include <string>
-#include <utility>
+#include <thread>
 
 #include "Quorvi/platform/linux/X11Connection.h"
 
 namespace quorvi::test {
 
 // Owns the clipboard with one text and notices when somebody reads it: the proof that a paste was
-// understood by the application, at the moment it happens.
+// understood by the application, at the moment it happens. Serves requests on a thread of its own,
+// because some applications read twice.
 class TextClipboard {
 public:
     TextClipboard()
@@ -24,29 +28,38 @@ public:
         xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window_, connection_.root(), 0,
                           0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0,
                           nullptr);
+        thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
     }
 
-    void offer(std::string text) {
-        text_ = std::move(text);
+    void offer(const std::string& text) {
+        {
+            std::lock_guard lock(mutex_);
+            text_ = text;
+        }
         reads_ = 0;
         xcb_set_selection_owner(connection_.get(), window_, clipboard_, XCB_CURRENT_TIME);
         connection_.synchronise();
     }
 
-    // Serves requests until the text has been read; false after a generous limit.
-    bool waitForRead(std::chrono::seconds limit = std::chrono::seconds(20)) {
-        const auto end = std::chrono::steady_clock::now() + limit;
-        while (reads_ == 0 && std::chrono::steady_clock::now() < end) {
+    // Until the text has been read; false after a generous limit.
+    bool waitForRead() const {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (reads_ == 0 && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        return reads_ > 0;
+    }
+
+private:
+    void run(const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
             while (const auto event = ownXcb(xcb_poll_for_event(connection_.get())))
                 if (xcbEventType(*event) == XCB_SELECTION_REQUEST)
                     serve(*reinterpret_cast<const xcb_selection_request_event_t*>(event.get()));
             pollfd descriptor{connection_.fileDescriptor(), POLLIN, 0};
             poll(&descriptor, 1, 20);
         }
-        return reads_ > 0;
     }
 
-private:
     void serve(const xcb_selection_request_event_t& request) {
         auto* c = connection_.get();
         auto property = request.property;
@@ -55,6 +68,7 @@ private:
             xcb_change_property(c, XCB_PROP_MODE_REPLACE, request.requestor, property,
                                 XCB_ATOM_ATOM, 32, 2, offered);
         } else if (request.target == utf8_) {
+            std::lock_guard lock(mutex_);
             xcb_change_property(c, XCB_PROP_MODE_REPLACE, request.requestor, property, utf8_, 8,
                                 static_cast<std::uint32_t>(text_.size()), text_.data());
             ++reads_;
@@ -77,8 +91,10 @@ private:
     xcb_atom_t targets_;
     xcb_atom_t utf8_;
     xcb_window_t window_ = XCB_NONE;
+    std::mutex mutex_;  // guards text_
     std::string text_;
-    int reads_ = 0;
+    std::atomic<int> reads_{0};
+    std::jthread thread_;  // last: it ends before what it uses
 };
 
 }  // namespace quorvi::test
