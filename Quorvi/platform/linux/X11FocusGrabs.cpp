@@ -137,7 +137,8 @@ bool X11FocusGrabs::moveToFocus() {
 bool X11FocusGrabs::processEvents() {
     bool any = false;
     bool focusMayHaveMoved = false;
-    while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
+    for (auto event = ownXcb(xcb_poll_for_event(connection_.get())); event;
+         event = ownXcb(xcb_poll_for_queued_event(connection_.get()))) {
         any = true;
         switch (xcbEventType(*event)) {
             case XCB_KEY_PRESS:

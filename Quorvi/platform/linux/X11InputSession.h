@@ -67,7 +67,7 @@ private:
     void runDueWork();
     int millisecondsToDueWork() const;
 
-    bool processRawEvents();
+    void processRawEvents();
     void handleGeneric(const xcb_ge_generic_event_t& event);
     void handleKey(XKeycode keycode, bool down, std::uint32_t time, std::uint32_t sequence);
     void foreseeCapsLock(bool down);
