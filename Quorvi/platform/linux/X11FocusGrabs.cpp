@@ -24,12 +24,9 @@ void forEachSubset(std::uint16_t mask, Visit visit) {
 
 }  // namespace
 
-X11FocusGrabs::X11FocusGrabs(const X11PressedKeys& pressed,
-                             std::function<void(XKeycode, std::uint32_t)> onRepeat,
+X11FocusGrabs::X11FocusGrabs(const X11PressedKeys& pressed, std::function<void(XKeycode)> onRepeat,
                              std::function<void()> catchUp)
-    : pressed_(pressed), onRepeat_(std::move(onRepeat)), catchUp_(std::move(catchUp)) {
-    released_.set();
-}
+    : pressed_(pressed), onRepeat_(std::move(onRepeat)), catchUp_(std::move(catchUp)) {}
 
 bool X11FocusGrabs::start() {
     auto* c = connection_.get();
@@ -59,6 +56,9 @@ void X11FocusGrabs::setLayout(const X11Layout& layout) {
 
 void X11FocusGrabs::setSwallowed(std::vector<SwallowedKey> keys) {
     ungrabAll();
+    // What is left of presses whose release went elsewhere.
+    for (std::size_t keycode = 0; keycode < swallowed_.size(); ++keycode)
+        if (!pressed_.isDown(static_cast<XKeycode>(keycode))) swallowed_.reset(keycode);
     keys_ = std::move(keys);
     computeGrabs();
     grabAll();
@@ -134,20 +134,11 @@ bool X11FocusGrabs::moveToFocus() {
     return true;
 }
 
-void X11FocusGrabs::noteRaw(XKeycode keycode, bool down, std::uint32_t time) {
-    // A new press ends whatever was left of an earlier one whose release went elsewhere. The same
-    // press may have arrived on the grabbing connection first.
-    if (down && swallowTimes_[keycode] != time) {
-        swallowed_.reset(keycode);
-        if (activeKey_ == keycode) activeKey_ = 0;
-    }
-    released_.set(keycode, !down);
-}
-
 bool X11FocusGrabs::processEvents() {
     bool any = false;
     bool focusMayHaveMoved = false;
-    while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
+    for (auto event = ownXcb(xcb_poll_for_event(connection_.get())); event;
+         event = ownXcb(xcb_poll_for_queued_event(connection_.get()))) {
         any = true;
         switch (xcbEventType(*event)) {
             case XCB_KEY_PRESS:
@@ -180,31 +171,31 @@ bool X11FocusGrabs::isGrabbed(XKeycode keycode, std::uint16_t state) const {
     return std::find(grabs_.begin(), grabs_.end(), Grab{keycode, plain}) != grabs_.end();
 }
 
-// Whether the application has seen the key go down before it was declared: what arrives now is then
-// a repeat, and the rest of that press is the application's too.
-bool X11FocusGrabs::isRepeatOfVisiblePress(const xcb_key_press_event_t& event) const {
-    const auto looksLikeIt = [&] {
-        return pressed_.isDown(event.detail) && pressed_.pressTime(event.detail) != event.time;
-    };
-    if (!looksLikeIt()) return false;
-    catchUp_();  // a release and a new press may be on their way on the other connection
-    return looksLikeIt();
+// All reports of one press carry the same time, and each repeat a later one. The raw events may
+// have run ahead to the next press by now; they may also be behind, which only catchUp_ can tell.
+bool X11FocusGrabs::isRepeat(const xcb_key_press_event_t& event) const {
+    return pressed_.isDown(event.detail) &&
+           isLaterTime(event.time, pressed_.pressTime(event.detail));
 }
 
 void X11FocusGrabs::keyPress(const xcb_key_press_event_t& event) {
     const auto keycode = event.detail;
-    const bool repeats = swallowed_.test(keycode) && !released_.test(keycode);
-    if (!repeats) {
-        if (activeKey_ != 0 && changesFlags(layout_.keyCodeOf(keycode)))
-            return allow(XCB_ALLOW_SYNC_KEYBOARD);
-        const bool declared = activeKey_ == 0 || isGrabbed(keycode, event.state);
-        if (!declared || isRepeatOfVisiblePress(event)) return giveBack();
+    bool repeats = isRepeat(event);
+    if (repeats && !swallowed_.test(keycode)) {
+        catchUp_();
+        repeats = isRepeat(event);
+        // The application has seen this key go down before it was declared, or with other
+        // modifiers. The rest of that press is its own, too.
+        if (repeats) return giveBack();
+    }
+    if (!repeats && activeKey_ != 0) {
+        if (changesFlags(layout_.keyCodeOf(keycode))) return allow(XCB_ALLOW_SYNC_KEYBOARD);
+        if (!isGrabbed(keycode, event.state)) return giveBack();
     }
     if (activeKey_ == 0) activeKey_ = keycode;
     swallowed_.set(keycode);
-    swallowTimes_[keycode] = event.time;
     allow(XCB_ALLOW_SYNC_KEYBOARD);
-    if (repeats) onRepeat_(keycode, event.time);
+    if (repeats) onRepeat_(keycode);
 }
 
 void X11FocusGrabs::keyRelease(const xcb_key_release_event_t& event) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <bitset>
 #include <functional>
 #include <vector>
@@ -25,10 +24,9 @@ namespace quorvi {
 // Input thread only.
 class X11FocusGrabs {
 public:
-    // `onRepeat` hears of every auto-repeat of a swallowed key, given its keycode and the event's
-    // time. `catchUp` is asked to process all raw events that the server has sent.
-    X11FocusGrabs(const X11PressedKeys& pressed,
-                  std::function<void(XKeycode, std::uint32_t)> onRepeat,
+    // `onRepeat` hears of every auto-repeat of a swallowed key. `catchUp` is asked to process all
+    // raw events that the server has sent.
+    X11FocusGrabs(const X11PressedKeys& pressed, std::function<void(XKeycode)> onRepeat,
                   std::function<void()> catchUp);
 
     X11Connection& connection() { return connection_; }
@@ -46,9 +44,6 @@ public:
     // Processes what has arrived; false when there was nothing.
     bool processEvents();
 
-    // A physical press or release, for telling new presses from repeats.
-    void noteRaw(XKeycode keycode, bool down, std::uint32_t time);
-
 private:
     struct Grab {
         XKeycode keycode;
@@ -65,13 +60,13 @@ private:
     void keyPress(const xcb_key_press_event_t& event);
     void keyRelease(const xcb_key_release_event_t& event);
     bool isGrabbed(XKeycode keycode, std::uint16_t state) const;
-    bool isRepeatOfVisiblePress(const xcb_key_press_event_t& event) const;
+    bool isRepeat(const xcb_key_press_event_t& event) const;
     void allow(std::uint8_t mode);
     void giveBack();
 
     X11Connection connection_;
     const X11PressedKeys& pressed_;
-    std::function<void(XKeycode, std::uint32_t)> onRepeat_;
+    std::function<void(XKeycode)> onRepeat_;
     std::function<void()> catchUp_;
     X11Layout layout_;
     std::vector<SwallowedKey> keys_;
@@ -81,8 +76,6 @@ private:
     bool suspended_ = false;
     XKeycode activeKey_ = 0;      // the key whose grab is active
     std::bitset<256> swallowed_;  // keys whose press was swallowed
-    std::bitset<256> released_;   // keys whose last physical change was a release
-    std::array<std::uint32_t, 256> swallowTimes_{};  // of the latest swallowed press or repeat
 };
 
 }  // namespace quorvi

@@ -41,7 +41,7 @@ X11InputSession::X11InputSession(Sink sink, std::function<void()> onLost)
     : sink_(std::move(sink)),
       onLost_(std::move(onLost)),
       grabs_(
-          pressed_, [this](XKeycode keycode, std::uint32_t time) { handleRepeat(keycode, time); },
+          pressed_, [this](XKeycode keycode) { handleRepeat(keycode); },
           [this] {
               raw_.synchronise();
               processRawEvents();
@@ -103,11 +103,15 @@ bool X11InputSession::selectEvents() {
 }
 
 void X11InputSession::run() {
+    pollfd descriptors[] = {{raw_.fileDescriptor(), POLLIN, 0},
+                            {grabs_.connection().fileDescriptor(), POLLIN, 0},
+                            {wakeDescriptor_, POLLIN, POLLIN}};
     while (!ending_) {
-        runCommands();
+        if (descriptors[2].revents != 0) runCommands();
         runDueWork();
         // Raw events first: a repeat counts only while its key is known to be down.
-        while (processRawEvents() || grabs_.processEvents()) continue;
+        do processRawEvents();
+        while (grabs_.processEvents());
         xcb_flush(raw_.get());
         xcb_flush(grabs_.connection().get());
         if (!raw_.isAlive() || !grabs_.connection().isAlive()) {
@@ -115,9 +119,6 @@ void X11InputSession::run() {
             onLost_();
             return;
         }
-        pollfd descriptors[] = {{raw_.fileDescriptor(), POLLIN, 0},
-                                {grabs_.connection().fileDescriptor(), POLLIN, 0},
-                                {wakeDescriptor_, POLLIN, 0}};
         poll(descriptors, 3, millisecondsToDueWork());
     }
 }
@@ -162,18 +163,16 @@ int X11InputSession::millisecondsToDueWork() const {
     return std::max(0, static_cast<int>(left.count()));
 }
 
-bool X11InputSession::processRawEvents() {
-    bool any = false;
-    while (const auto event = ownXcb(xcb_poll_for_event(raw_.get()))) {
-        any = true;
+void X11InputSession::processRawEvents() {
+    // One read from the socket, then what it has brought: what comes later wakes the thread again.
+    for (auto event = ownXcb(xcb_poll_for_event(raw_.get())); event;
+         event = ownXcb(xcb_poll_for_queued_event(raw_.get()))) {
         const auto type = xcbEventType(*event);
-        if (type == XCB_GE_GENERIC) {
+        if (type == XCB_GE_GENERIC)
             handleGeneric(*reinterpret_cast<const xcb_ge_generic_event_t*>(event.get()));
-        } else if (type == xkbEvent_) {
+        else if (type == xkbEvent_)
             handleXkb(*event);
-        }
     }
-    return any;
 }
 
 void X11InputSession::handleGeneric(const xcb_ge_generic_event_t& event) {
@@ -209,7 +208,6 @@ void X11InputSession::handleKey(XKeycode keycode, bool down, std::uint32_t time,
         ownFlags_ = down ? ownFlags_ | flagsOfKey(code) : ownFlags_ & ~flagsOfKey(code);
     } else {
         pressed_.change(keycode, down, time, sequence);
-        grabs_.noteRaw(keycode, down, time);
         if (layout_.isCapsLock(keycode)) foreseeCapsLock(down);
     }
     event.flags = flags();
@@ -251,10 +249,7 @@ void X11InputSession::handleButton(std::uint32_t number, bool down, std::uint32_
     report(event);
 }
 
-void X11InputSession::handleRepeat(XKeycode keycode, std::uint32_t time) {
-    // The first press has been reported by its raw event; a repeat that was still on its way when
-    // the key went up is void.
-    if (!pressed_.isDown(keycode) || pressed_.pressTime(keycode) == time) return;
+void X11InputSession::handleRepeat(XKeycode keycode) {
     report(
         {.type = TapEventType::keyDown, .keyCode = layout_.keyCodeOf(keycode), .flags = flags()});
 }
@@ -315,8 +310,9 @@ void X11InputSession::readLocks() {
         capsLocked_ = (state->lockedMods & XCB_MOD_MASK_LOCK) != 0;
 }
 
-void X11InputSession::setEnabled(bool enabled) {
-    enqueue([this, enabled] {
+void X11InputSession::setEnabled(bool enabled, std::function<void()> whenDone) {
+    enqueue([this, enabled, whenDone = std::move(whenDone)] {
+        whenDone();
         if (enabled == enabled_) return;
         enabled_ = enabled;
         if (enabled) {

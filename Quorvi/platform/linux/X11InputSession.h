@@ -38,7 +38,8 @@ public:
 
     // All of these are called on the main thread and return at once.
     bool isAlive() const { return alive_; }
-    void setEnabled(bool enabled);
+    // `whenDone` is called on the input thread, in order with the events.
+    void setEnabled(bool enabled, std::function<void()> whenDone);
     void setSwallowed(std::vector<SwallowedKey> keys);
     void post(std::vector<TapEvent> events, pid_t pid);
     const X11PressedKeys& pressedKeys() const { return pressed_; }
@@ -66,13 +67,13 @@ private:
     void runDueWork();
     int millisecondsToDueWork() const;
 
-    bool processRawEvents();
+    void processRawEvents();
     void handleGeneric(const xcb_ge_generic_event_t& event);
     void handleKey(XKeycode keycode, bool down, std::uint32_t time, std::uint32_t sequence);
     void foreseeCapsLock(bool down);
     void handleButton(std::uint32_t number, bool down, std::uint32_t sequence);
     void handleXkb(const xcb_generic_event_t& event);
-    void handleRepeat(XKeycode keycode, std::uint32_t time);
+    void handleRepeat(XKeycode keycode);
     std::optional<OwnEvent> takeOwnEvent(XKeycode keycode, bool down, std::uint32_t sequence);
     void report(TapEvent event);
     std::uint64_t flags() const;

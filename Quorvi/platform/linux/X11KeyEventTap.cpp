@@ -15,13 +15,14 @@ struct X11KeyEventTap::Inbox : std::enable_shared_from_this<Inbox> {
     Scheduler& scheduler;
     // Main thread only. Shared, because a handler may remove the hook that is calling it.
     std::shared_ptr<std::function<TapVerdict(const TapEvent&)>> handler;
-    bool muted = false;
-    std::mutex mutex;  // guards the events, never held for long
+    std::mutex mutex;  // guards what follows, never held for long
     std::vector<TapEvent> events;
+    bool muted = false;  // from disabling until the input thread has enabled itself again
 
     void add(const TapEvent& event) {
         {
             std::lock_guard lock(mutex);
+            if (muted) return;
             events.push_back(event);
             if (events.size() > 1) return;  // a delivery is on its way
         }
@@ -33,8 +34,24 @@ struct X11KeyEventTap::Inbox : std::enable_shared_from_this<Inbox> {
     void deliver() {
         for (const auto& event : take()) {
             const auto current = handler;
-            if (current && !muted) (*current)(event);
+            if (current && !isMuted()) (*current)(event);
         }
+    }
+
+    void mute() {
+        std::lock_guard lock(mutex);
+        muted = true;
+        events.clear();
+    }
+
+    bool isMuted() {
+        std::lock_guard lock(mutex);
+        return muted;
+    }
+
+    void unmute() {
+        std::lock_guard lock(mutex);
+        muted = false;
     }
 
     std::vector<TapEvent> take() {
@@ -83,9 +100,10 @@ bool X11KeyEventTap::isEnabled() const {
 void X11KeyEventTap::setEnabled(bool enabled) {
     if (!session_ || enabled == enabled_) return;
     enabled_ = enabled;
-    session_->setEnabled(enabled);
-    inbox_->muted = !enabled;
-    inbox_->take();
+    if (!enabled) inbox_->mute();
+    session_->setEnabled(enabled, [inbox = inbox_, enabled] {
+        if (enabled) inbox->unmute();
+    });
 }
 
 void X11KeyEventTap::setSwallowed(std::vector<SwallowedKey> keys) {

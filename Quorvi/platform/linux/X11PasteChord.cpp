@@ -16,8 +16,7 @@ namespace {
 enum class ChordKind { controlV, controlShiftV, controlAltV };
 
 constexpr std::uint32_t symbolV = 'v';
-constexpr KeyCode keyCodeV = keyCode::v;
-constexpr KeyCode keyCodeInsert = 114;
+constexpr KeyCode insertKeyCode = 114;  // a Mac's Help key
 
 // Programs in which Control-V belongs to the program that runs inside. XTerm is among them for want
 // of anything better: as delivered it has no key that pastes the clipboard (Shift-Insert pastes the
@@ -116,21 +115,18 @@ int currentGroup(const X11Connection& connection) {
 X11PasteChord X11PasteChord::forActiveApplication(const X11Connection& connection,
                                                   const X11Layout& layout, pid_t pid) {
     const auto kind = chordKind(connection, pid);
+    const auto control = layout.keycodeFor(keyCode::leftControl);
+    const auto shift = layout.keycodeFor(keyCode::leftShift);
     const auto key = layout.keyTyping(symbolV, currentGroup(connection));
-    X11PasteChord chord;
     if (kind == ChordKind::controlV && !key) {
-        // A keyboard that types no Latin letters at all: toolkits then know no Control-V, but the
-        // older chord has no letter in it.
-        chord.modifiers.push_back(layout.keycodeFor(keyCode::leftShift));
-        chord.key = positionOfKeyCode(keyCodeInsert);
-        return chord;
+        // A lone Greek or Cyrillic layout: GTK finds no V in any group, so Control with the key in
+        // V's place does nothing there. All toolkits paste the clipboard with Shift-Insert, too.
+        return {{shift}, layout.keycodeFor(insertKeyCode)};
     }
-    chord.modifiers.push_back(layout.keycodeFor(keyCode::leftControl));
-    if (kind == ChordKind::controlShiftV)
-        chord.modifiers.push_back(layout.keycodeFor(keyCode::leftShift));
+    X11PasteChord chord{{control}, key.value_or(positionOfKeyCode(keyCode::v))};
+    if (kind == ChordKind::controlShiftV) chord.modifiers.push_back(shift);
     if (kind == ChordKind::controlAltV)
         chord.modifiers.push_back(layout.keycodeFor(keyCode::leftOption));
-    chord.key = key.value_or(positionOfKeyCode(keyCodeV));
     return chord;
 }
 

@@ -8,6 +8,11 @@
 
 namespace quorvi {
 
+// Server times count milliseconds and wrap around every seven weeks.
+inline bool isLaterTime(std::uint32_t time, std::uint32_t other) {
+    return static_cast<std::int32_t>(time - other) > 0;
+}
+
 // Which keys and mouse buttons are down. Written by the input thread; keyIsDown() and
 // buttonIsDown() are for any thread and take no lock.
 class X11PressedKeys {

@@ -1,0 +1,238 @@
+#include "Quorvi/platform/linux/X11KeyEventPoster.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include "Quorvi/platform/linux/X11ActiveApplication.h"
+#include "tests/linux/support/KeyWindow.h"
+#include "tests/linux/support/Program.h"
+#include "tests/linux/support/TapRecorder.h"
+#include "tests/linux/support/TestUser.h"
+#include "tests/linux/support/TextClipboard.h"
+
+namespace quorvi::test {
+namespace {
+
+using Type = TapEventType;
+
+constexpr std::int64_t marker = 0x51554F52;
+constexpr std::uint8_t dvorakV = 60, neoV = 25, insertKey = 118;
+
+const std::vector<TapEvent> commandV{
+    {.type = Type::flagsChanged,
+     .keyCode = 55,
+     .flags = modifierFlag::command,
+     .sourceUserData = marker},
+    {.type = Type::keyDown, .keyCode = 9, .flags = modifierFlag::command, .sourceUserData = marker},
+    {.type = Type::keyUp, .keyCode = 9, .flags = modifierFlag::command, .sourceUserData = marker},
+    {.type = Type::flagsChanged, .keyCode = 55, .sourceUserData = marker}};
+
+std::string contents(const std::string& path) {
+    std::ifstream file(path);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+class X11KeyEventPosterTest : public testing::Test {
+protected:
+    void SetUp() override {
+        useLayout("us");
+        ASSERT_FALSE(poster.isAvailable());
+        ASSERT_TRUE(recorder.install());
+        ASSERT_TRUE(poster.isAvailable());
+    }
+    void TearDown() override { useLayout("us"); }
+
+    void useLayout(const std::string& arguments) {
+        ASSERT_EQ(std::system(("setxkbmap -option '' " + arguments).c_str()), 0);
+    }
+    // Waits for a window of this class to be active, for at most 20 s.
+    bool waitForApplication(const std::string& name) {
+        const X11Connection connection;
+        X11ActiveApplication active(connection);
+        return recorder.waitUntil([&] {
+            recorder.scheduler.runFor(std::chrono::milliseconds(20));
+            const auto application = active.look();
+            return application && application->name == name;
+        });
+    }
+
+    // Saves in the editor until the file says what is expected.
+    bool waitForSaved(const std::string& path, const std::string& expected) {
+        return recorder.waitUntil([&] {
+            user.chord({key::leftControl}, key::s);
+            recorder.scheduler.runFor(std::chrono::milliseconds(200));
+            return contents(path) == expected;
+        });
+    }
+
+    std::vector<TapEvent> marked() const {
+        std::vector<TapEvent> result;
+        for (const auto& event : recorder.events)
+            if (event.sourceUserData == marker) result.push_back(event);
+        return result;
+    }
+
+    TapRecorder recorder;
+    X11KeyEventPoster poster{recorder.tap};
+    TestUser user;
+};
+
+TEST_F(X11KeyEventPosterTest, PastesIntoARealEditorUnderEveryLayoutAndLock) {
+    const auto path = std::filesystem::temp_directory_path() / "paste.txt";
+    std::ofstream(path).close();
+    const Program editor({"mousepad", "--disable-server", path});
+    ASSERT_TRUE(waitForApplication("Mousepad"));
+    TextClipboard clipboard;
+    std::string expected;
+    const auto paste = [&](const std::string& text) {
+        clipboard.offer(text);
+        poster.post(commandV, editor.pid());
+        EXPECT_TRUE(clipboard.waitForRead()) << text;
+        expected += text;
+    };
+    for (const std::string layout :
+         {"us", "gr", "us,gr", "ru", "ru,us", "'us(dvorak)'", "'de(neo)'", "fr"}) {
+        useLayout(layout);
+        paste("<" + layout + ">");
+    }
+    useLayout("us");
+    for (const auto lock : {key::capsLock, key::numLock}) {
+        user.tap(lock);
+        paste("<locked>");
+        user.tap(lock);
+    }
+    EXPECT_TRUE(waitForSaved(path, expected)) << contents(path);
+}
+
+TEST_F(X11KeyEventPosterTest, PastesIntoARealTerminalWithItsOwnChord) {
+    const auto path = std::filesystem::temp_directory_path() / "terminal.txt";
+    const Program terminal(
+        {"xfce4-terminal", "--disable-server", "-x", "sh", "-c", "cat > " + path.string()});
+    ASSERT_TRUE(recorder.waitUntil([&] {
+        recorder.scheduler.runFor(std::chrono::milliseconds(20));
+        return std::filesystem::exists(path);
+    }));
+    ASSERT_TRUE(waitForApplication("Xfce Terminal"));
+    TextClipboard clipboard;
+    for (const bool locked : {false, true}) {
+        const std::string text = locked ? "two" : "one";
+        clipboard.offer(text);
+        if (locked) user.tap(key::capsLock);
+        poster.post(commandV, terminal.pid());
+        EXPECT_TRUE(clipboard.waitForRead()) << text;
+        if (locked) user.tap(key::capsLock);
+        EXPECT_TRUE(recorder.waitUntil([&] {
+            user.tap(key::enter);
+            recorder.scheduler.runFor(std::chrono::milliseconds(200));
+            return contents(path).find(text + "\n") != std::string::npos;
+        })) << contents(path);
+    }
+}
+
+TEST_F(X11KeyEventPosterTest, TheWindowsClassAndTheLayoutChooseTheKeys) {
+    struct Row {
+        const char* className;
+        const char* layout;
+        std::vector<std::uint8_t> keys;
+    };
+    const Row rows[] = {
+        {"Editor", "us", {key::leftControl, key::v}},
+        {"Editor", "'us(dvorak)'", {key::leftControl, dvorakV}},
+        {"Editor", "'de(neo)'", {key::leftControl, neoV}},
+        {"Editor", "gr,us", {key::leftControl, key::v}},
+        {"Editor", "gr", {key::leftShift, insertKey}},
+        {"Editor", "us -option ctrl:swapcaps", {key::capsLock, key::v}},
+        {"Gnome-terminal", "us", {key::leftControl, key::leftShift, key::v}},
+        {"kitty", "'us(dvorak)'", {key::leftControl, key::leftShift, dvorakV}},
+        {"Alacritty", "gr", {key::leftControl, key::leftShift, key::v}},
+        {"URxvt", "us", {key::leftControl, key::leftAlt, key::v}},
+    };
+    for (const auto& row : rows) {
+        useLayout(row.layout);
+        KeyWindow window(row.className);
+        ASSERT_TRUE(window.show());
+        std::vector<KeyWindow::Key> expected;
+        for (const auto keycode : row.keys) expected.push_back({keycode, true});
+        for (auto keycode = row.keys.rbegin(); keycode != row.keys.rend(); ++keycode)
+            expected.push_back({*keycode, false});
+        poster.post(commandV, getpid());
+        EXPECT_TRUE(window.waitForKeys(expected)) << row.className << ' ' << row.layout;
+    }
+}
+
+TEST_F(X11KeyEventPosterTest, ReleasesAndRestoresItsGrabsAroundAPaste) {
+    KeyWindow window;
+    ASSERT_TRUE(window.show());
+    // The paste chord itself is the declared shortcut; then a declared key that is held meanwhile.
+    recorder.tap.setSwallowed({{keyCode::v, modifierFlag::control}, {100, 0}});
+    ASSERT_TRUE(recorder.settle());
+    window.forget();
+    user.press(key::f8);
+    ASSERT_TRUE(recorder.waitForType(Type::keyDown, 100));
+    poster.post(commandV, getpid());
+    ASSERT_TRUE(recorder.waitUntil([&] { return marked().size() == 4; }));
+    EXPECT_TRUE(window.waitForKey({key::v, true}));
+    EXPECT_TRUE(window.waitForKey({key::leftControl, false}));
+    user.release(key::f8);
+    window.forget();
+    user.chord({key::leftControl}, key::v);
+    user.tap(key::f8);
+    user.tap(key::a);
+    EXPECT_TRUE(window.waitForKeys(
+        {{key::leftControl, true}, {key::leftControl, false}, {key::a, true}, {key::a, false}}));
+}
+
+TEST_F(X11KeyEventPosterTest, OwnEventsAreToldFromTwoThousandForeignOnesOfTheSameKeys) {
+    KeyWindow window;
+    ASSERT_TRUE(window.show());
+    recorder.scheduler.runFor(std::chrono::milliseconds(100));
+    recorder.events.clear();
+    constexpr std::size_t foreignEvents = 2000, pastes = 100;
+    std::atomic<bool> flooding{true};
+    std::jthread flood([&] {
+        const X11Connection other;
+        auto* c = other.get();
+        for (std::size_t i = 0; i < foreignEvents; i += 2) {
+            // Never half a tap: a key that is down already could not be pressed by the paste.
+            const auto keycode = i % 4 == 0 ? key::v : key::leftControl;
+            xcb_grab_server(c);
+            for (const auto type : {XCB_KEY_PRESS, XCB_KEY_RELEASE})
+                xcb_test_fake_input(c, static_cast<std::uint8_t>(type), keycode, XCB_CURRENT_TIME,
+                                    XCB_NONE, 0, 0, 0);
+            xcb_ungrab_server(c);
+            other.synchronise();
+        }
+        flooding = false;
+    });
+    std::size_t posted = 0;
+    while (posted < pastes) {
+        poster.post(commandV, getpid());
+        ++posted;
+        EXPECT_TRUE(recorder.waitUntil([&] { return marked().size() >= 4 * posted; }));
+    }
+    EXPECT_TRUE(recorder.waitUntil(
+        [&] { return !flooding && recorder.events.size() >= foreignEvents + 4 * pastes; }));
+    const auto own = marked();
+    ASSERT_EQ(own.size(), 4 * pastes);
+    EXPECT_EQ(recorder.events.size() - own.size(), foreignEvents);
+    for (std::size_t i = 0; i < own.size(); i += 4) {
+        EXPECT_EQ(own[i].keyCode, 59);
+        EXPECT_EQ(own[i].flags, 0x40001u);
+        EXPECT_EQ(own[i + 1].type, Type::keyDown);
+        EXPECT_EQ(own[i + 1].keyCode, 9);
+        EXPECT_EQ(own[i + 2].type, Type::keyUp);
+        EXPECT_EQ(own[i + 3].keyCode, 59);
+        EXPECT_EQ(own[i + 3].flags, 0u);
+    }
+}
+
+}  // namespace
+}  // namespace quorvi::test
