@@ -15,7 +15,9 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libavutil/channel_layout.h>
+#include <libavutil/dict.h>
 #include <libavutil/error.h>
+#include <libavutil/log.h>
 #include <libavutil/mem.h>
 }
 
@@ -102,6 +104,7 @@ struct AacFileWriter::Impl {
     std::int64_t position = 0;   // of the frame's first sample
 
     explicit Impl(AudioSettings settings) {
+        av_log_set_level(AV_LOG_ERROR);
         const auto* encoder = avcodec_find_encoder(AV_CODEC_ID_AAC);
         if (!encoder) throw QuorviError::message("This system has no AAC encoder.");
         codec.reset(avcodec_alloc_context3(encoder));
@@ -120,9 +123,9 @@ struct AacFileWriter::Impl {
         check(av_frame_get_buffer(frame.get(), 0), cannotEncode);
     }
 
-    void open() {
+    void open(const std::filesystem::path& path) {
         AVFormatContext* made = nullptr;
-        check(avformat_alloc_output_context2(&made, nullptr, "ipod", nullptr), cannotCreate);
+        check(avformat_alloc_output_context2(&made, nullptr, "ipod", path.c_str()), cannotCreate);
         format.reset(made);
         io.reset(avio_alloc_context(static_cast<unsigned char*>(av_malloc(bufferSize)), bufferSize,
                                     1, &file, nullptr, &OutputFile::write, &OutputFile::seek));
@@ -130,7 +133,12 @@ struct AacFileWriter::Impl {
         stream = avformat_new_stream(format.get(), nullptr);
         stream->time_base = codec->time_base;
         check(avcodec_parameters_from_context(stream->codecpar, codec.get()), cannotCreate);
-        check(avformat_write_header(format.get(), nullptr), cannotCreate);
+        // The usual time scale of milliseconds would cut the sound down to a whole number of them.
+        AVDictionary* options = nullptr;
+        av_dict_set_int(&options, "movie_timescale", codec->sample_rate, 0);
+        const int written = avformat_write_header(format.get(), &options);
+        av_dict_free(&options);
+        check(written, cannotCreate);
     }
 
     void write(std::span<const std::int16_t> samples) {
@@ -183,7 +191,7 @@ AacFileWriter::~AacFileWriter() = default;
 void AacFileWriter::open(const std::filesystem::path& file) {
     impl_->file.create(file);
     try {
-        impl_->open();
+        impl_->open(file);
     } catch (...) {
         std::error_code ignored;
         std::filesystem::remove(file, ignored);

@@ -53,8 +53,17 @@ void CaptureSession::stop() {
 void CaptureSession::giveUp() {
     connection_.run([self = shared_from_this()] {
         self->stopping_ = true;
+        self->finishing_ = true;
         self->closeStream();
         self->encoder_.run([self] { self->removeFile(); });
+    });
+}
+
+void CaptureSession::endNow() {
+    connection_.run([self = shared_from_this()] {
+        self->stopping_ = true;
+        self->closeStream();
+        self->finishFile();
     });
 }
 
@@ -136,11 +145,7 @@ void CaptureSession::encode() {
 
 void CaptureSession::encodingFailed() {
     reportEnd(CaptureEnd::encodingError);
-    connection_.run([self = shared_from_this()] {
-        self->stopping_ = true;
-        self->closeStream();
-        self->finishFile();
-    });
+    endNow();
 }
 
 void CaptureSession::complete() {

@@ -34,6 +34,9 @@ public:
     void stop();
     // Ends a recording that never came to run and removes its file.
     void giveUp();
+    // Ends the recording with what has arrived. After the sound thread has run this, nothing more
+    // is asked of the encoder.
+    void endNow();
     std::function<void(CaptureEnd)> onEnded;
 
     Promise<void> started;   // the file is open and the first samples are there

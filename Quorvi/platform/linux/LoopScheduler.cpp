@@ -36,7 +36,9 @@ struct LoopScheduler::TimerNode : Timer::Node {
 LoopScheduler::LoopScheduler() : timers_(std::make_shared<Timers>()) {}
 LoopScheduler::~LoopScheduler() = default;
 
-TimePoint LoopScheduler::now() const { return std::chrono::steady_clock::now(); }
+TimePoint LoopScheduler::now() const {
+    return std::chrono::steady_clock::now();
+}
 
 Date LoopScheduler::date() const {
     const auto since = std::chrono::system_clock::now().time_since_epoch();
@@ -70,7 +72,8 @@ bool LoopScheduler::runTurn(TimePoint limit) {
     {
         std::unique_lock lock(mutex_);
         auto until = limit;
-        if (!timers_->entries.empty()) until = std::min(until, timers_->entries.begin()->first.first);
+        if (!timers_->entries.empty())
+            until = std::min(until, timers_->entries.begin()->first.first);
         wake_.wait_until(lock, until, [this] { return !posted_.empty(); });
         if (!posted_.empty()) {
             work = std::move(posted_.front());

@@ -1,5 +1,8 @@
 #include "Quorvi/platform/linux/PulseAudioInput.h"
 
+#include <future>
+#include <utility>
+
 #include "Quorvi/platform/linux/AacFileWriter.h"
 #include "Quorvi/platform/linux/PulseCapture.h"
 
@@ -8,10 +11,19 @@ namespace quorvi {
 PulseAudioInput::PulseAudioInput(PulseConnection& connection, Scheduler& scheduler)
     : connection_(connection), scheduler_(scheduler), spare_(std::make_shared<SpareAacWriter>()) {}
 
-PulseAudioInput::~PulseAudioInput() = default;
+PulseAudioInput::~PulseAudioInput() {
+    for (const auto& weak : sessions_)
+        if (const auto session = weak.lock()) session->endNow();
+    std::promise<void> done;
+    connection_.run([&done] { done.set_value(); });
+    done.get_future().wait();
+}
 
 std::unique_ptr<AudioCapture> PulseAudioInput::makeCapture() {
-    return std::make_unique<PulseCapture>(connection_, scheduler_, encoder_, spare_);
+    std::erase_if(sessions_, [](const auto& weak) { return weak.expired(); });
+    auto session = std::make_shared<CaptureSession>(connection_, scheduler_, encoder_, spare_);
+    sessions_.push_back(session);
+    return std::make_unique<PulseCapture>(std::move(session));
 }
 
 void PulseAudioInput::prepare() {

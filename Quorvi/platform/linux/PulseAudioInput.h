@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "Quorvi/platform/AudioCapture.h"
 #include "Quorvi/platform/linux/PulseConnection.h"
@@ -8,6 +9,7 @@
 
 namespace quorvi {
 
+class CaptureSession;
 class SpareAacWriter;
 
 // The microphone as the sound server offers it, recorded as AAC. A capture is worked on by three
@@ -29,6 +31,7 @@ private:
     Scheduler& scheduler_;
     std::shared_ptr<SpareAacWriter> spare_;  // encoder thread
     SerialExecutor encoder_{"encoder"};
+    std::vector<std::weak_ptr<CaptureSession>> sessions_;
 };
 
 }  // namespace quorvi

@@ -24,10 +24,7 @@ private:
 
 }  // namespace
 
-PulseCapture::PulseCapture(PulseConnection& connection, Scheduler& scheduler, Executor& encoder,
-                           std::shared_ptr<SpareAacWriter> spare)
-    : scheduler_(scheduler),
-      session_(std::make_shared<CaptureSession>(connection, scheduler, encoder, std::move(spare))) {
+PulseCapture::PulseCapture(std::shared_ptr<CaptureSession> session) : session_(std::move(session)) {
     session_->onEnded = [this](CaptureEnd end) { ended(end); };
 }
 

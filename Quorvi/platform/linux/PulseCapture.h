@@ -10,8 +10,7 @@ namespace quorvi {
 // One recording, as the main thread sees it; the work is done by its CaptureSession. Main thread.
 class PulseCapture : public AudioCapture {
 public:
-    PulseCapture(PulseConnection& connection, Scheduler& scheduler, Executor& encoder,
-                 std::shared_ptr<SpareAacWriter> spare);
+    explicit PulseCapture(std::shared_ptr<CaptureSession> session);
     ~PulseCapture() override;
 
     Task<void> record(std::filesystem::path file, AudioSettings settings,
@@ -24,7 +23,6 @@ public:
 private:
     void ended(CaptureEnd end);
 
-    Scheduler& scheduler_;
     std::shared_ptr<CaptureSession> session_;
     bool running_ = false;
     int sampleRate_ = AudioSettings{}.sampleRate;

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "Quorvi/platform/linux/PulseStreamRelease.h"
+
 namespace quorvi {
 
 namespace {
@@ -63,11 +65,7 @@ PulseRecordStream::~PulseRecordStream() {
         pa_operation_cancel(awaited_);
         pa_operation_unref(awaited_);
     }
-    if (!stream_) return;
-    pa_stream_set_state_callback(stream_, nullptr, nullptr);
-    pa_stream_set_read_callback(stream_, nullptr, nullptr);
-    if (PA_STREAM_IS_GOOD(pa_stream_get_state(stream_))) pa_stream_disconnect(stream_);
-    pa_stream_unref(stream_);
+    if (stream_) releaseStream(stream_);
 }
 
 void PulseRecordStream::begin() {

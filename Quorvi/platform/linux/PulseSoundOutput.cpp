@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "Quorvi/platform/linux/PulseStreamRelease.h"
 #include "Quorvi/platform/linux/WavFile.h"
 
 namespace quorvi {
@@ -114,11 +115,7 @@ private:
 
     void drop() {
         idle_.cancel();
-        auto* former = std::exchange(stream_, nullptr);
-        if (!former) return;
-        pa_stream_set_state_callback(former, nullptr, nullptr);
-        if (PA_STREAM_IS_GOOD(pa_stream_get_state(former))) pa_stream_disconnect(former);
-        pa_stream_unref(former);
+        if (auto* former = std::exchange(stream_, nullptr)) releaseStream(former);
     }
 
     bool hasFormatOf(const PcmSound& sound) const {

@@ -1,7 +1,10 @@
 #include "Quorvi/platform/linux/PulseThread.h"
 
 #include <pthread.h>
+#include <pulse/mainloop-api.h>
 #include <pulse/mainloop.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <deque>
@@ -35,7 +38,30 @@ struct PulseThread::Impl {
     std::shared_ptr<Timers> timers = std::make_shared<Timers>();
     std::uint64_t lastTimer = 0;
     pa_mainloop* loop = pa_mainloop_new();
+    // pa_mainloop_wakeup() is forgotten when it comes just before a poll is prepared; a descriptor
+    // that the poll watches is not.
+    int woken = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
+    pa_io_event* wakeEvent = nullptr;
     std::thread thread;
+
+    Impl() {
+        auto* api = pa_mainloop_get_api(loop);
+        wakeEvent = api->io_new(api, woken, PA_IO_EVENT_INPUT, &Impl::awake, nullptr);
+    }
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
+    ~Impl() {
+        pa_mainloop_get_api(loop)->io_free(wakeEvent);
+        pa_mainloop_free(loop);
+        ::close(woken);
+    }
+
+    void wake() const { eventfd_write(woken, 1); }
+
+    static void awake(pa_mainloop_api*, pa_io_event*, int fd, pa_io_event_flags_t, void*) {
+        eventfd_t count = 0;
+        eventfd_read(fd, &count);
+    }
 
     // False when the thread is to end and nothing is left to do.
     bool runJobs() {
@@ -93,7 +119,7 @@ void PulseThread::finish() {
         std::lock_guard lock(impl_->mutex);
         impl_->ending = true;
     }
-    pa_mainloop_wakeup(impl_->loop);
+    impl_->wake();
     impl_->thread.join();
 }
 
@@ -102,7 +128,7 @@ void PulseThread::run(std::function<void()> job) {
         std::lock_guard lock(impl_->mutex);
         impl_->jobs.push_back(std::move(job));
     }
-    pa_mainloop_wakeup(impl_->loop);
+    impl_->wake();
 }
 
 pa_mainloop_api* PulseThread::api() const {

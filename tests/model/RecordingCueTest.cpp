@@ -1,0 +1,124 @@
+#include "Quorvi/dictation/RecordingCue.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "Quorvi/dictation/RecordingSounds.h"
+#include "tests/fakes/FakeSound.h"
+
+namespace quorvi {
+namespace {
+
+using Style = RecordingSoundStyle;
+
+TEST(RecordingCue, EveryClipHasItsLengthItsLimitsAndSilentEnds) {
+    struct Row {
+        Style style;
+        std::size_t start, stop;
+    };
+    for (const auto& row : {Row{Style::classic, 3748, 4189}, Row{Style::soft, 3087, 3528},
+                            Row{Style::chime, 3748, 4189}, Row{Style::click, 1984, 2425}}) {
+        SCOPED_TRACE(title(row.style));
+        EXPECT_EQ(samples(RecordingCue::start, row.style).size(), row.start);
+        EXPECT_EQ(samples(RecordingCue::stop, row.style).size(), row.stop);
+        for (auto cue : allRecordingCues) {
+            const auto clip = samples(cue, row.style);
+            const auto [lowest, highest] = std::ranges::minmax(clip);
+            EXPECT_EQ(clip.front(), 0);
+            EXPECT_EQ(clip.back(), 0);
+            EXPECT_LE(std::max<int>(highest, -lowest), 14'000);
+            EXPECT_GE(std::max<int>(highest, -lowest), row.style == Style::click ? 3'800 : 12'000);
+        }
+    }
+    EXPECT_TRUE(samples(RecordingCue::start, Style::silent).empty());
+    EXPECT_EQ(duration(RecordingCue::stop, Style::silent), 0);
+    EXPECT_EQ(samples(RecordingCue::stop), samples(RecordingCue::stop, Style::classic));
+}
+
+// The pitch around a place of the clip, from the distance of its zero crossings.
+double pitch(const std::vector<std::int16_t>& clip, double from, double to) {
+    double first = -1, last = -1;
+    int periods = -1;
+    const auto at = [&](double share) {
+        return static_cast<std::size_t>(share * static_cast<double>(clip.size()));
+    };
+    for (auto i = at(from) + 1; i < at(to); ++i) {
+        if (clip[i - 1] >= 0 || clip[i] < 0) continue;
+        last = static_cast<double>(i) - clip[i] / static_cast<double>(clip[i] - clip[i - 1]);
+        if (++periods == 0) first = last;
+    }
+    return periods * 44'100 / (last - first);
+}
+
+TEST(RecordingCue, TheStartRisesAndTheStopFalls) {
+    const auto start = samples(RecordingCue::start);
+    EXPECT_NEAR(pitch(start, 0.1, 0.3), 780 + 0.2 * 320, 20);
+    EXPECT_NEAR(pitch(start, 0.7, 0.9), 780 + 0.8 * 320, 20);
+    const auto stop = samples(RecordingCue::stop);
+    EXPECT_GT(pitch(stop, 0.1, 0.4), pitch(stop, 0.6, 0.9) + 50);
+}
+
+TEST(RecordingCue, TheClickDiesAwayAndTheOthersAreSymmetric) {
+    const auto loudest = [](const auto& clip) {
+        const auto peak = std::ranges::max_element(clip, {}, [](int s) { return std::abs(s); });
+        return static_cast<double>(peak - clip.begin()) / static_cast<double>(clip.size());
+    };
+    EXPECT_LT(loudest(samples(RecordingCue::start, Style::click)), 0.42);
+    EXPECT_NEAR(loudest(samples(RecordingCue::start, Style::soft)), 0.5, 0.05);
+}
+
+TEST(RecordingCue, TheWavFileDescribesItsSamples) {
+    const Bytes expected = {'R', 'I', 'F',  'F',  0x6C, 0x1D, 0,    0,    'W',  'A', 'V',
+                            'E', 'f', 'm',  't',  ' ',  16,   0,    0,    0,    1,   0,
+                            1,   0,   0x44, 0xAC, 0,    0,    0x88, 0x58, 1,    0,   2,
+                            0,   16,  0,    'd',  'a',  't',  'a',  0x48, 0x1D, 0,   0};
+    const auto wav = wavData(RecordingCue::start);
+    ASSERT_EQ(wav.size(), 44U + 7496U);
+    EXPECT_EQ(Bytes(wav.begin(), wav.begin() + 44), expected);
+    const auto clip = samples(RecordingCue::start);
+    for (std::size_t i = 0; i < clip.size(); ++i)
+        ASSERT_EQ(clip[i], static_cast<std::int16_t>(wav[44 + 2 * i] | wav[45 + 2 * i] << 8)) << i;
+
+    const auto silent = wavData(RecordingCue::stop, Style::silent);
+    ASSERT_EQ(silent.size(), 44U);
+    EXPECT_EQ(silent[4], 36);
+    EXPECT_EQ(silent[40], 0);
+}
+
+TEST(RecordingCue, StylesAreFoundByTheirRawValues) {
+    for (auto style : allRecordingSoundStyles)
+        EXPECT_EQ(recordingSoundStyleFromRawValue(rawValue(style)), style);
+    EXPECT_EQ(recordingSoundStyleFromRawValue("Classic"), std::nullopt);
+    EXPECT_EQ(title(Style::chime), "Chime");
+}
+
+using Journal = std::vector<std::string>;
+
+TEST(RecordingSounds, AClipIsLoadedOnceAndReplacesTheOneThatSounds) {
+    audiofakes::FakeSoundOutput output;
+    RecordingSounds sounds(output);
+    sounds.play(RecordingCue::start, true, Style::soft);
+    sounds.play(RecordingCue::start, true, Style::soft);
+    sounds.play(RecordingCue::stop, true, Style::soft);
+    sounds.play(RecordingCue::stop, true, Style::click);
+    EXPECT_EQ(output.journal, (Journal{"play 1 at 0.5", "stop 1", "play 1 at 0.5", "stop 1",
+                                       "play 2 at 0.5", "stop 2", "play 3 at 0.5"}));
+    EXPECT_EQ(output.loaded, (std::vector{wavData(RecordingCue::start, Style::soft),
+                                          wavData(RecordingCue::stop, Style::soft),
+                                          wavData(RecordingCue::stop, Style::click)}));
+}
+
+TEST(RecordingSounds, ACueThatIsOffLeavesTheSoundingOneAlone) {
+    audiofakes::FakeSoundOutput output;
+    RecordingSounds sounds(output);
+    sounds.play(RecordingCue::start, false, Style::soft);
+    sounds.play(RecordingCue::start, true, Style::soft);
+    sounds.play(RecordingCue::stop, false, Style::soft);
+    sounds.play(RecordingCue::stop, true, Style::silent);
+    EXPECT_EQ(output.journal, (Journal{"play 1 at 0.5"}));
+}
+
+}  // namespace
+}  // namespace quorvi
