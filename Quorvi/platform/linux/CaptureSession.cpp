@@ -70,9 +70,14 @@ void CaptureSession::endNow() {
 // Sound thread.
 
 void CaptureSession::openStream(AudioSettings settings) {
+    // A stream that is given up lives one turn longer and may outlive the session.
     PulseRecordStream::Events events;
-    events.samples = [this](std::span<const std::int16_t> samples) { take(samples); };
-    events.ended = [this] { streamEnded(); };
+    events.samples = [weak = weak_from_this()](std::span<const std::int16_t> samples) {
+        if (const auto self = weak.lock()) self->take(samples);
+    };
+    events.ended = [weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->streamEnded();
+    };
     stream_ = std::make_shared<PulseRecordStream>(connection_, settings, std::move(events));
     stream_->begin();
 }

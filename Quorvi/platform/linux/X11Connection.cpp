@@ -1,10 +1,15 @@
 #include "Quorvi/platform/linux/X11Connection.h"
 
+#include "Quorvi/platform/linux/X11ConnectLock.h"
+
 namespace quorvi {
 
 X11Connection::X11Connection(const std::string& display) {
     int screenNumber = 0;
-    connection_ = xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber);
+    {
+        const auto lock = lockX11Connecting();
+        connection_ = xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber);
+    }
     if (!isAlive()) return;
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
     for (; screenNumber > 0 && screens.rem > 1; --screenNumber) xcb_screen_next(&screens);
