@@ -110,7 +110,6 @@ PulseThread::PulseThread() : impl_(std::make_unique<Impl>()) {
 
 PulseThread::~PulseThread() {
     finish();
-    pa_mainloop_free(impl_->loop);
 }
 
 void PulseThread::finish() {
