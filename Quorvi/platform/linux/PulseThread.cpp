@@ -108,7 +108,10 @@ PulseThread::PulseThread() : impl_(std::make_unique<Impl>()) {
     pthread_setname_np(impl_->thread.native_handle(), "sound");
 }
 
-PulseThread::~PulseThread() {
+PulseThread::~PulseThread() { end(); }
+
+void PulseThread::end() {
+    if (!impl_->thread.joinable()) return;
     {
         std::lock_guard lock(impl_->mutex);
         impl_->ending = true;

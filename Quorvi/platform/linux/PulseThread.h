@@ -13,8 +13,7 @@ namespace quorvi {
 // thread-safe, and with a thread of its own no other thread ever waits for a lock that is held
 // while libpulse works. It sleeps while there is nothing to do.
 //
-// run() is for any thread, the rest for the sound thread itself. The destructor, on the thread that
-// made it, runs the jobs that are queued and ends the thread.
+// run() is for any thread until the sound thread has ended, the rest for the sound thread itself.
 class PulseThread {
 public:
     PulseThread();
@@ -23,6 +22,9 @@ public:
     PulseThread& operator=(const PulseThread&) = delete;
 
     void run(std::function<void()> job);
+    // On the thread that made it, as does the destructor: runs the jobs that are queued, and those
+    // that they queue, and ends the thread.
+    void end();
 
     pa_mainloop_api* api() const;
     [[nodiscard]] Timer after(Duration delay, std::function<void()> work);
