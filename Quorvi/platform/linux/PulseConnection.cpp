@@ -61,10 +61,10 @@ struct PulseConnection::Impl {
     bool querying = false;
     bool outdated = false;  // something changed while querying
 
-    std::unique_ptr<PulseThread> thread = std::make_unique<PulseThread>();
+    PulseThread thread;
 
     void begin() {
-        watch = std::make_unique<PulseServerWatch>(thread->api(), socket, [this] {
+        watch = std::make_unique<PulseServerWatch>(thread.api(), socket, [this] {
             if (context) return;
             pause = firstPause;
             connect();
@@ -82,7 +82,7 @@ struct PulseConnection::Impl {
     void connect() {
         if (context) return;
         retry.cancel();
-        context = pa_context_new(thread->api(), "Quorvi");
+        context = pa_context_new(thread.api(), "Quorvi");
         pa_context_set_state_callback(context, &Impl::stateChanged, this);
         pa_context_set_subscribe_callback(context, &Impl::somethingChanged, this);
         const char* address = server.empty() ? nullptr : server.c_str();
@@ -104,7 +104,7 @@ struct PulseConnection::Impl {
         if (!context) return;
         dropContext();
         show(false);
-        retry = thread->after(pause, [this] { connect(); });
+        retry = thread.after(pause, [this] { connect(); });
         pause = std::min(2 * pause, longestPause);
         answer(false);
     }
@@ -121,7 +121,7 @@ struct PulseConnection::Impl {
         } else if (!PA_CONTEXT_IS_GOOD(state)) {
             // libpulse goes on to fail the context's streams, so the context may only go later.
             self->ready = false;
-            self->thread->run([self, context] {
+            self->thread.run([self, context] {
                 if (self->context == context) self->lost();
             });
         }
@@ -204,7 +204,8 @@ PulseConnection::PulseConnection(Scheduler& scheduler, std::string server)
 
 PulseConnection::~PulseConnection() {
     run([impl = impl_.get()] { impl->end(); });
-    impl_->thread->finish();
+    // The jobs of the end still use the connection.
+    impl_->thread.end();
 }
 
 std::optional<bool> PulseConnection::hasMicrophone() const {
@@ -227,11 +228,11 @@ void PulseConnection::refresh(std::function<void()> answered) {
 }
 
 void PulseConnection::run(std::function<void()> job) {
-    impl_->thread->run(std::move(job));
+    impl_->thread.run(std::move(job));
 }
 
 Timer PulseConnection::after(Duration delay, std::function<void()> work) {
-    return impl_->thread->after(delay, std::move(work));
+    return impl_->thread.after(delay, std::move(work));
 }
 
 pa_context* PulseConnection::context() const {

@@ -108,11 +108,9 @@ PulseThread::PulseThread() : impl_(std::make_unique<Impl>()) {
     pthread_setname_np(impl_->thread.native_handle(), "sound");
 }
 
-PulseThread::~PulseThread() {
-    finish();
-}
+PulseThread::~PulseThread() { end(); }
 
-void PulseThread::finish() {
+void PulseThread::end() {
     if (!impl_->thread.joinable()) return;
     {
         std::lock_guard lock(impl_->mutex);

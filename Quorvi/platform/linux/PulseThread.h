@@ -13,9 +13,7 @@ namespace quorvi {
 // thread-safe, and with a thread of its own no other thread ever waits for a lock that is held
 // while libpulse works. It sleeps while there is nothing to do.
 //
-// run() is for any thread, api() and after() for the sound thread itself. finish(), also part of the
-// destructor and on the thread that made the object, runs the jobs that are queued and ends the
-// thread; those jobs may still use the object.
+// run() is for any thread until the sound thread has ended, the rest for the sound thread itself.
 class PulseThread {
 public:
     PulseThread();
@@ -24,7 +22,9 @@ public:
     PulseThread& operator=(const PulseThread&) = delete;
 
     void run(std::function<void()> job);
-    void finish();
+    // On the thread that made it, as does the destructor: runs the jobs that are queued, and those
+    // that they queue, and ends the thread.
+    void end();
 
     pa_mainloop_api* api() const;
     [[nodiscard]] Timer after(Duration delay, std::function<void()> work);

@@ -17,7 +17,7 @@ namespace quorvi::testing {
 class Process {
 public:
     Process() = default;
-    // `settings` are NAME=value and are added to this program's environment.
+    // `settings` change this program's environment for it: NAME=value, or first "-u", NAME.
     explicit Process(std::vector<std::string> command,
                      const std::vector<std::string>& settings = {}) {
         command.insert(command.begin(), settings.begin(), settings.end());

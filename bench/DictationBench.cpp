@@ -1,0 +1,240 @@
+// What the user waits for, in a private desktop with a real text editor (mousepad), sound server and
+// clipboard. The speech service answers at once, so its own time is not in the figures.
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <numbers>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Quorvi/app/LinuxDesktop.h"
+#include "Quorvi/dictation/RecordingCue.h"
+#include "Quorvi/insertion/PasteKeyboard.h"
+#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/system/MemoryKeyStore.h"
+#include "Quorvi/system/MemoryPreferences.h"
+#include "bench/Figure.h"
+#include "tests/linux/support/EditorProcess.h"
+#include "tests/linux/support/FieldReader.h"
+#include "tests/linux/support/TestUser.h"
+
+namespace quorvi::bench {
+namespace {
+
+using namespace std::chrono_literals;
+using quorvi::testing::EditorProcess;
+using quorvi::testing::TestFolder;
+
+constexpr int rounds = 15;
+
+// Answers every request with the text it is given, in the same turn.
+class InstantService : public HttpTransport {
+public:
+    Task<HttpResponse> send(HttpRequest, std::stop_token) override {
+        const auto body = "{\"text\":\"" + text + "\"}";
+        co_return HttpResponse{200, Bytes(body.begin(), body.end())};
+    }
+    void openConnection(std::string) override {}
+
+    std::string text;
+};
+
+// Notes when the paste keystroke comes back from the X server.
+class WatchedTap : public KeyEventTap {
+public:
+    explicit WatchedTap(KeyEventTap& tap) : tap_(tap) {}
+    bool install(std::function<TapVerdict(const TapEvent&)> handler) override {
+        return tap_.install([this, handler = std::move(handler)](const TapEvent& event) {
+            if (event.sourceUserData == quorviPasteEventMarker && pastedAt == 0)
+                pastedAt = millisecondsNow();
+            return handler(event);
+        });
+    }
+    void remove() override { tap_.remove(); }
+    bool isValid() const override { return tap_.isValid(); }
+    bool isEnabled() const override { return tap_.isEnabled(); }
+    void setEnabled(bool enabled) override { tap_.setEnabled(enabled); }
+    void setSwallowed(std::vector<SwallowedKey> keys) override { tap_.setSwallowed(std::move(keys)); }
+    bool keyIsDown(KeyCode key) const override { return tap_.keyIsDown(key); }
+    bool buttonIsDown(std::int64_t button) const override { return tap_.buttonIsDown(button); }
+
+    double pastedAt = 0;
+
+private:
+    KeyEventTap& tap_;
+};
+
+// Lets the benchmark see when the first samples are there.
+class WatchedInput : public AudioInput {
+public:
+    explicit WatchedInput(AudioInput& input) : input_(input) {}
+    std::unique_ptr<AudioCapture> makeCapture() override {
+        auto capture = input_.makeCapture();
+        current = capture.get();
+        return capture;
+    }
+    void prepare() override { input_.prepare(); }
+
+    AudioCapture* current = nullptr;
+
+private:
+    AudioInput& input_;
+};
+
+class Bench {
+public:
+    Bench() : reader_(lookingGlass_) {
+        keyStore_.save("key").start();
+        auto environment =
+            desktop_.environment(preferences_, keyStore_, history_, corrections_, observer_);
+        tap_.emplace(environment.tap);
+        input_.emplace(environment.audioInput);
+        AppModel::Environment watched{environment.scheduler,   environment.accessibilityQueries,
+                                      environment.disk,        *tap_,
+                                      environment.poster,      environment.accessibility,
+                                      environment.workspace,   environment.pasteboard,
+                                      *input_,                 environment.soundOutput,
+                                      environment.permissions, preferences_,
+                                      keyStore_,               service_,
+                                      history_,                corrections_,
+                                      observer_,               [this]() -> AccountSync& { return sync_; },
+                                      "https://speech.example", environment.recordings};
+        editor_.emplace(quorvi::testing::mousepad(folder_.write("note.txt", "")));
+        playTone();
+        model_ = std::make_unique<AppModel>(std::move(watched));
+        model_->setShortcut(Hotkey::f8);
+        model_->setMode(DictationMode::toggle);
+        until([this] { return model_->ready(); });
+        until([this] {
+            field_ = reader_.focused(editor_->pid());
+            return field_ && reader_.role(*field_) == "AXTextArea";
+        });
+    }
+
+    void run() {
+        std::vector<double> toSample, toPaste, toVisible, longToVisible, typed;
+        for (int round = 0; round <= rounds; ++round) {
+            const auto measured = dictate("the weather is nice today number " + std::to_string(round));
+            if (round == 0) continue;  // caches are filled
+            toSample.push_back(measured.toSample);
+            toPaste.push_back(measured.toPaste);
+            toVisible.push_back(measured.toVisible);
+        }
+        std::string text;
+        while (text.size() < 500) text += "abcdefghi ";
+        for (int round = 0; round < 5; ++round) longToVisible.push_back(dictate(text).toVisible);
+        for (int round = 0; round < 3; ++round) typed.push_back(type(text));
+        figure("press_to_sample", median(toSample), "ms");
+        figure("release_to_paste", median(toPaste), "ms");
+        figure("release_to_visible", median(toVisible), "ms");
+        figure("paste_vs_typing", median(longToVisible), "ms", median(typed));
+    }
+
+    ~Bench() {
+        model_->shutdown();
+        until([this] { return model_->isIdle(); });
+    }
+
+private:
+    struct Times {
+        double toSample, toPaste, toVisible;
+    };
+
+    void until(const std::function<bool()>& condition) {
+        const auto tick = scheduler_.every(1ms, [] {});
+        if (!scheduler_.runUntil(condition, 30s)) {
+            std::fprintf(stderr, "the desktop did not answer; %s; the field holds \"%s\"\n",
+                         model_ ? model_->message().c_str() : "no controller",
+                         field_ ? reader_.value(*field_).value_or("(unreadable)").c_str() : "");
+            std::exit(1);
+        }
+    }
+
+    // A tone that the microphone hears all the time.
+    void playTone() {
+        Bytes wav = wavData(RecordingCue::start, RecordingSoundStyle::silent);
+        const std::uint32_t seconds = 300;
+        const std::uint32_t size = seconds * 44'100 * 2;
+        for (int i = 0; i < 4; ++i) {
+            wav[static_cast<std::size_t>(4 + i)] = static_cast<std::uint8_t>((36 + size) >> (8 * i));
+            wav[static_cast<std::size_t>(40 + i)] = static_cast<std::uint8_t>(size >> (8 * i));
+        }
+        for (std::uint32_t i = 0; i < size / 2; ++i) {
+            const auto sample = static_cast<std::int16_t>(
+                8000 * std::sin(2 * std::numbers::pi * 440 * i / 44'100));
+            wav.push_back(static_cast<std::uint8_t>(sample));
+            wav.push_back(static_cast<std::uint8_t>(sample >> 8));
+        }
+        const auto file = folder_.write("tone.wav", std::string(wav.begin(), wav.end()));
+        tone_.emplace(std::vector<std::string>{"paplay", "-d", getenv("QUORVI_MIC_FEED"), file});
+    }
+
+    void emptyEditor() {
+        user_.chord({test::key::leftControl}, test::key::a);
+        user_.tap(119);  // Delete
+        until([this] { return reader_.value(*field_) == ""; });
+    }
+
+    Times dictate(const std::string& text) {
+        emptyEditor();
+        service_.text = text;
+        tap_->pastedAt = 0;
+        input_->current = nullptr;
+        Times times{};
+
+        auto begin = millisecondsNow();
+        user_.tap(test::key::f8);
+        until([this] { return input_->current && input_->current->currentTime() > 0; });
+        times.toSample = millisecondsNow() - begin;
+        until([this] { return model_->stage() == DictationStage::recording; });
+        scheduler_.runFor(600ms);
+
+        begin = millisecondsNow();
+        user_.tap(test::key::f8);
+        until([this] { return tap_->pastedAt > 0; });
+        times.toPaste = tap_->pastedAt - begin;
+        until([&] { return reader_.value(*field_) == text; });
+        times.toVisible = millisecondsNow() - begin;
+        until([this] { return !isActive(model_->stage()); });
+        return times;
+    }
+
+    double type(const std::string& text) {
+        emptyEditor();
+        const auto begin = millisecondsNow();
+        if (std::system(("xdotool type '" + text + "'").c_str()) != 0) std::exit(1);
+        until([&] { return reader_.value(*field_) == text; });
+        return millisecondsNow() - begin;
+    }
+
+    LoopScheduler scheduler_;
+    LinuxDesktop desktop_{scheduler_};
+    MemoryPreferences preferences_;
+    MemoryKeyStore keyStore_;
+    MemoryHistoryStore history_;
+    MemoryCorrectionStore corrections_;
+    NoCorrectionObserver observer_;
+    NoAccountSync sync_;
+    InstantService service_;
+    std::optional<WatchedTap> tap_;
+    std::optional<WatchedInput> input_;
+    std::unique_ptr<AppModel> model_;
+
+    AtspiAccessibility lookingGlass_{[] { return true; }};
+    quorvi::testing::FieldReader reader_;
+    TestFolder folder_;
+    test::TestUser user_;
+    std::optional<EditorProcess> editor_;
+    std::optional<EditorProcess> tone_;
+    std::optional<AXElement> field_;
+};
+
+}  // namespace
+}  // namespace quorvi::bench
+
+int main() {
+    quorvi::bench::Bench().run();
+}

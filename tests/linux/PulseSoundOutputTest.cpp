@@ -1,0 +1,144 @@
+#include "Quorvi/platform/linux/PulseSoundOutput.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "Quorvi/dictation/RecordingCue.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "QuorviCore/transcription/QuorviError.h"
+#include "tests/linux/support/SoundServer.h"
+#include "tests/linux/support/SpeakerEar.h"
+
+namespace quorvi {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::Samples;
+using testing::SoundServer;
+using testing::SpeakerEar;
+
+constexpr auto limit = 20s;
+
+int loudest(const Samples& samples) {
+    int peak = 0;
+    for (int sample : samples) peak = std::max(peak, std::abs(sample));
+    return peak;
+}
+
+// How alike a clip and the sound that starts at a place are, from -1 to 1.
+double likeness(const std::vector<std::int16_t>& clip, const Samples& heard, std::size_t at) {
+    double product = 0, a = 0, b = 0;
+    for (std::size_t i = 0; i < clip.size(); ++i) {
+        const double x = clip[i], y = at + i < heard.size() ? heard[at + i] : 0;
+        product += x * y, a += x * x, b += y * y;
+    }
+    return b > 0 ? product / std::sqrt(a * b) : 0;
+}
+
+double bestLikeness(const std::vector<std::int16_t>& clip, const Samples& heard) {
+    double best = -1;
+    for (std::size_t at = 0; at < heard.size(); ++at)
+        best = std::max(best, likeness(clip, heard, at));
+    return best;
+}
+
+class PulseSoundOutputTest : public ::testing::Test {
+protected:
+    PulseSoundOutputTest() {
+        scheduler.runUntil([&] { return connection.hasMicrophone().has_value(); }, limit);
+    }
+    bool isPaused() const {
+        const auto inputs = server.pactl("list sink-inputs");
+        return inputs.find("Corked: no") == std::string::npos;
+    }
+    // The sound has begun and 300 ms without any have followed.
+    Samples sounded(const SpeakerEar& ear) {
+        testing::eventually([&] { return !ear.sound().empty(); });
+        testing::eventually([&] {
+            const auto all = ear.heard();
+            constexpr std::size_t quiet = 13'230;
+            return all.size() > quiet && loudest(Samples(all.end() - quiet, all.end())) <= 20;
+        });
+        return ear.sound();
+    }
+
+    SoundServer server;
+    LoopScheduler scheduler;
+    PulseConnection connection{scheduler, server.address()};
+    PulseSoundOutput output{connection};
+};
+
+TEST_F(PulseSoundOutputTest, ACueIsHeardWholeAtHalfVolumeAndAgainTheSecondTime) {
+    const auto clip = samples(RecordingCue::start);
+    const auto sound = output.load(wavData(RecordingCue::start));
+    for (int round = 0; round < 3; ++round) {
+        const SpeakerEar ear(server.address());
+        sound->play(0.5);
+        const auto heard = sounded(ear);
+        EXPECT_NEAR(loudest(heard), 7000, 200) << round;
+        EXPECT_LE(heard.size(), clip.size()) << round;
+        EXPECT_GT(bestLikeness(clip, ear.heard()), 0.99) << round;
+    }
+    EXPECT_TRUE(testing::eventually([&] { return isPaused(); }));
+}
+
+TEST_F(PulseSoundOutputTest, PlayingAgainRestartsInsteadOfOverlapping) {
+    const auto clip = samples(RecordingCue::stop, RecordingSoundStyle::chime);
+    const auto sound = output.load(wavData(RecordingCue::stop, RecordingSoundStyle::chime));
+    const SpeakerEar ear(server.address());
+    sound->play(0.5);
+    ASSERT_TRUE(testing::eventually([&] { return !ear.sound().empty(); }));
+    sound->play(0.5);
+    const auto heard = sounded(ear);
+    EXPECT_LE(loudest(heard), 7100);
+    EXPECT_LT(heard.size(), 2 * clip.size());
+    EXPECT_GT(bestLikeness(clip, ear.heard()), 0.99);
+}
+
+TEST_F(PulseSoundOutputTest, AClipThatIsStoppedFallsSilentAndOthersGoOn) {
+    std::vector<std::int16_t> tone(4 * 44'100);
+    for (std::size_t i = 0; i < tone.size(); ++i)
+        tone[i] = static_cast<std::int16_t>(10'000 * std::sin(static_cast<double>(i) * 0.06));
+    auto wav = wavData(RecordingCue::start, RecordingSoundStyle::silent);
+    const auto size = static_cast<std::uint32_t>(2 * tone.size());
+    for (int i = 0; i < 4; ++i)
+        wav[40 + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(size >> (8 * i));
+    for (auto s : tone)
+        for (int part : {s & 0xFF, s >> 8 & 0xFF}) wav.push_back(static_cast<std::uint8_t>(part));
+    const auto sound = output.load(wav);
+    const auto other = output.load(wavData(RecordingCue::start));
+
+    const SpeakerEar ear(server.address());
+    sound->play(1);
+    ASSERT_TRUE(testing::eventually([&] { return loudest(ear.sound()) > 9'500; }));
+    other->stop();
+    sound->stop();
+    EXPECT_TRUE(testing::eventually([&] { return isPaused(); }));
+    EXPECT_LT(sounded(ear).size(), tone.size());
+}
+
+TEST_F(PulseSoundOutputTest, WithoutAServerAClipIsSilentAndSoundsAgainWhenThereIsOne) {
+    const auto sound = output.load(wavData(RecordingCue::start));
+    server.kill();
+    sound->play(0.5);
+    sound->stop();
+    ASSERT_TRUE(scheduler.runUntil([&] { return connection.hasMicrophone() == false; }, limit));
+    sound->play(0.5);
+    server.start();
+    ASSERT_TRUE(scheduler.runUntil([&] { return connection.hasMicrophone() == true; }, limit));
+    const SpeakerEar ear(server.address());
+    sound->play(0.5);
+    EXPECT_NEAR(loudest(sounded(ear)), 7000, 200);
+}
+
+TEST_F(PulseSoundOutputTest, OnlyPcmWavFilesAreLoaded) {
+    auto wav = wavData(RecordingCue::start);
+    wav[20] = 3;
+    EXPECT_THROW(output.load(wav), QuorviError);
+    EXPECT_THROW(output.load(Bytes(wav.begin(), wav.begin() + 20)), QuorviError);
+    EXPECT_THROW(output.load({}), QuorviError);
+}
+
+}  // namespace
+}  // namespace quorvi
