@@ -6,6 +6,15 @@
 
 namespace quorvi {
 
+namespace {
+
+using namespace std::chrono_literals;
+
+// The state of a key is known a moment before its event is delivered here.
+constexpr Duration deliveryTime = 50ms;
+
+}  // namespace
+
 GlobalHotkey::GlobalHotkey(Scheduler& scheduler, KeyEventTap& tap,
                            const Accessibility& accessibility, Duration modifierHoldDelay)
     : scheduler_(scheduler),
@@ -52,6 +61,7 @@ void GlobalHotkey::stop() {
 
 void GlobalHotkey::reset() {
     holdTimer_.cancel();
+    reconcileTimer_.cancel();
     modifierGesture_ = {};
     latch_.reset();
     escapeIsConsumed_ = false;
@@ -96,13 +106,25 @@ void GlobalHotkey::refreshTrackedInput() {
 
 void GlobalHotkey::reconcilePhysicalInput() {
     refreshTrackedInput();
-    if (suspended_) return;
+    if (suspended_ || (!missesShortcutRelease() && !missesEscapeRelease())) return;
+    reconcileTimer_ = scheduler_.after(deliveryTime, [this] { repairMissedReleases(); });
+}
+
+bool GlobalHotkey::missesShortcutRelease() const {
     const bool held = shortcut_.isModifier() ? modifierGesture_.isPressed() : latch_.isDown;
-    if (held && !tap_.keyIsDown(shortcut_.keyCode)) {
+    return held && !tap_.keyIsDown(shortcut_.keyCode);
+}
+
+bool GlobalHotkey::missesEscapeRelease() const {
+    return escapeIsConsumed_ && !tap_.keyIsDown(keyCode::escape);
+}
+
+void GlobalHotkey::repairMissedReleases() {
+    if (missesShortcutRelease()) {
         reset();
         queueInterruption();
     }
-    if (escapeIsConsumed_ && !tap_.keyIsDown(keyCode::escape)) escapeIsConsumed_ = false;
+    if (missesEscapeRelease()) escapeIsConsumed_ = false;
 }
 
 TapVerdict GlobalHotkey::handle(const TapEvent& event) {

@@ -34,7 +34,8 @@ public:
     void stop();
     bool isRunning() const;
 
-    // Notices that a held shortcut, or a swallowed Escape, was released without an event.
+    // Notices that a held shortcut, or a swallowed Escape, was released without an event. The event
+    // may still be on its way, so what looks missed is looked at again a moment later.
     void reconcilePhysicalInput();
 
     const Hotkey& shortcut() const { return shortcut_; }
@@ -70,6 +71,9 @@ private:
     void holdTimerFired();
     void reset();
     void refreshTrackedInput();
+    bool missesShortcutRelease() const;
+    bool missesEscapeRelease() const;
+    void repairMissedReleases();
     void declareSwallowedKeys();
     void queue(Callback callback);
     void queueInterruption();
@@ -89,6 +93,7 @@ private:
     HotkeyLatch latch_;
     ModifierHotkeyGesture modifierGesture_;
     Timer holdTimer_;
+    Timer reconcileTimer_;
     std::set<KeyCode> pressedKeys_;
     std::set<std::int64_t> pressedButtons_;
     bool escapeIsConsumed_ = false;

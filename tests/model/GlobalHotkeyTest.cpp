@@ -195,9 +195,22 @@ TEST_F(GlobalHotkeyTest, AReleaseThatWasMissedIsNoticedByTheHealthCheck) {
     keyboard.release(f8);
     keyboard.setEnabled(true);
     EXPECT_TRUE(hotkey.start());
+    scheduler.advance(100ms);
     EXPECT_EQ(takeHeard(), Heard{"interruption"});
     keyboard.press(f8);
     EXPECT_EQ(takeHeard(), Heard{"press"});
+}
+
+TEST_F(GlobalHotkeyTest, AReleaseThatIsStillOnItsWayIsNotMissed) {
+    hotkey.setShortcut(Hotkey::f8);
+    keyboard.press(f8);
+    keyboard.setEnabled(false);
+    keyboard.release(f8);  // known to the hook, not delivered yet
+    keyboard.setEnabled(true);
+    EXPECT_TRUE(hotkey.start());
+    keyboard.deliver({TapEventType::keyUp, f8});
+    scheduler.advance(1s);
+    EXPECT_EQ(takeHeard(), (Heard{"press", "release"}));
 }
 
 TEST_F(GlobalHotkeyTest, WithoutTrustThereIsNoTap) {
