@@ -1,10 +1,21 @@
 #include "Quorvi/platform/linux/X11Connection.h"
 
+#include <mutex>
+
 namespace quorvi {
+namespace {
+
+// libXau finds the authority file's name in a static buffer, so connecting is not thread-safe.
+std::mutex connecting;
+
+}  // namespace
 
 X11Connection::X11Connection(const std::string& display) {
     int screenNumber = 0;
-    connection_ = xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber);
+    {
+        std::lock_guard lock(connecting);
+        connection_ = xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber);
+    }
     if (!isAlive()) return;
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
     for (; screenNumber > 0 && screens.rem > 1; --screenNumber) xcb_screen_next(&screens);
