@@ -333,6 +333,9 @@ void X11InputSession::post(std::vector<TapEvent> events, pid_t pid) {
 }
 
 void X11InputSession::postNow(const std::vector<TapEvent>& events, pid_t pid) {
+    // The layout may have changed a moment ago.
+    raw_.synchronise();
+    processRawEvents();
     if (layoutDue_) reloadLayout();
     const auto chord = X11PasteChord::forActiveApplication(raw_, layout_, pid);
     // With a grab of ours active, our own events would come back to us instead of going to the

@@ -33,6 +33,7 @@ public:
           signals_(std::move(signals)),
           context_(g_main_context_new()),
           loop_(g_main_loop_new(context_, FALSE)),
+          connection_(std::make_unique<X11Connection>()),
           thread_([this] { run(); }) {
         pthread_setname_np(thread_.native_handle(), "quorvi-session");
     }
@@ -57,7 +58,7 @@ private:
     void run() {
         {
             LogindSleepSignals sleep(context_, [this](bool sleeping) { announce(sleeping); });
-            connect();
+            watch();
             g_main_loop_run(loop_);
         }
         disconnect();
@@ -65,8 +66,7 @@ private:
         while (g_main_context_iteration(context_, FALSE)) continue;
     }
 
-    void connect() {
-        connection_ = std::make_unique<X11Connection>();
+    void watch() {
         if (!connection_->isAlive()) return retryLater();
         active_ = std::make_unique<X11ActiveApplication>(*connection_);
         constexpr std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -100,7 +100,9 @@ private:
     void retryLater() {
         disconnect();
         callInLoop(reconnectMilliseconds, [](gpointer self) -> gboolean {
-            static_cast<Watcher*>(self)->connect();
+            auto* watcher = static_cast<Watcher*>(self);
+            watcher->connection_ = std::make_unique<X11Connection>();
+            watcher->watch();
             return G_SOURCE_REMOVE;
         });
     }
@@ -152,7 +154,9 @@ private:
     std::weak_ptr<Signals> signals_;
     GMainContext* context_;
     GMainLoop* loop_;
-    std::unique_ptr<X11Connection> connection_;  // these three belong to the thread
+    // These three belong to the thread. The first connection is made before it starts, while no
+    // toolkit can be connecting at the same time (libXau is not thread-safe).
+    std::unique_ptr<X11Connection> connection_;
     std::unique_ptr<X11ActiveApplication> active_;
     GSource* input_ = nullptr;
     mutable std::mutex mutex_;  // guards frontmost_ only
