@@ -52,11 +52,13 @@ public:
         model_ = std::make_unique<AppModel>(environment());
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
-        panel_ = std::make_unique<RecordingPanel>(*model_);
+        panel_ = std::make_unique<RecordingPanel>(
+            *model_, [this] { return desktop_.isComposited(); });
         statusItem_ = std::make_unique<StatusItem>(*model_, [this] { quit(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
         changes_ = model_->onChange([this] { modelChanged(); });
+        permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
         quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
         modelChanged();
     }
@@ -117,6 +119,7 @@ private:
     std::string printed_;
     Timer leaving_;
     Subscription changes_;
+    Subscription permissions_;
 };
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "Quorvi/platform/linux/PulsePermissions.h"
 #include "Quorvi/platform/linux/PulseSoundOutput.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/X11Compositing.h"
 #include "Quorvi/platform/linux/X11InputSupport.h"
 #include "Quorvi/platform/linux/X11KeyEventPoster.h"
 #include "Quorvi/platform/linux/X11KeyEventTap.h"
@@ -21,10 +22,11 @@ namespace quorvi {
 // In the order of dependence; the executors end last, so that a deletion asked for at the end is
 // still done.
 struct LinuxDesktop::Adapters {
-    explicit Adapters(Scheduler& scheduler)
+    // `permissionsChanged` may be called on any thread.
+    Adapters(Scheduler& scheduler, const std::function<void()>& permissionsChanged)
         : tap(scheduler),
           poster(tap),
-          accessibility([this] { return inputHookIsPossible.load(); }),
+          accessibility([this] { return inputHookIsPossible.load(); }, permissionsChanged),
           workspace(scheduler),
           pasteboard(scheduler),
           sound(scheduler),
@@ -32,10 +34,16 @@ struct LinuxDesktop::Adapters {
           soundOutput(sound),
           permissions(sound, scheduler),
           transport(scheduler) {
-        disk.run([this] { inputHookIsPossible = x11InputHookIsPossible(); });
+        microphoneChanges = sound.changed().subscribe(permissionsChanged);
+        disk.run([this, permissionsChanged] {
+            inputHookIsPossible = x11InputHookIsPossible();
+            composited = x11IsComposited();
+            permissionsChanged();
+        });
     }
 
     std::atomic<bool> inputHookIsPossible{false};
+    std::atomic<bool> composited{false};
     SerialExecutor accessibilityQueries{"accessibility"};
     SerialExecutor disk{"disk"};
     X11KeyEventTap tap;
@@ -48,12 +56,25 @@ struct LinuxDesktop::Adapters {
     PulseSoundOutput soundOutput;
     PulsePermissions permissions;
     CurlTransport transport;
+    Subscription microphoneChanges;
 };
 
 LinuxDesktop::LinuxDesktop(Scheduler& scheduler)
-    : scheduler_(scheduler), adapters_(std::make_unique<Adapters>(scheduler)) {}
+    : scheduler_(scheduler),
+      adapters_(std::make_unique<Adapters>(
+          scheduler, [this, &scheduler, alive = std::weak_ptr<bool>(alive_)] {
+              scheduler.post([this, alive] {
+                  if (!alive.expired()) permissionsChanged_.notify();
+              });
+          })) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
+
+bool LinuxDesktop::isComposited() {
+    auto& adapters = *adapters_;
+    adapters.disk.run([&adapters] { adapters.composited = x11IsComposited(); });
+    return adapters.composited;
+}
 
 AppModel::Environment LinuxDesktop::environment(Preferences& preferences, KeyStore& keyStore,
                                                 HistoryStore& history, CorrectionStore& corrections,

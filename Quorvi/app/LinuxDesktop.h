@@ -21,9 +21,19 @@ public:
                                       HistoryStore& history, CorrectionStore& corrections,
                                       CorrectionObserver& correctionObserver);
 
+    // Told when the desktop has granted or withdrawn something: accessibility, a microphone.
+    [[nodiscard]] Subscription onPermissionsChanged(std::function<void()> observer) {
+        return permissionsChanged_.subscribe(std::move(observer));
+    }
+
+    // Whether windows can be translucent, as last known; asks for a fresh look. Never blocks.
+    bool isComposited();
+
 private:
     struct Adapters;
     Scheduler& scheduler_;
+    Observable permissionsChanged_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for what is posted here
     std::unique_ptr<Adapters> adapters_;
 };
 

@@ -1,5 +1,6 @@
 #include "Quorvi/ui/RecordingPanel.h"
 
+#include <QBitmap>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QPainter>
@@ -18,6 +19,7 @@ namespace {
 
 constexpr QSize panelSize(316, 92);
 constexpr int shadowMargin = 8;
+constexpr double capsuleRadius = 22;
 constexpr int screenMargin = 28;  // between the panel and the bottom of the usable screen
 constexpr double barWeights[] = {7, 12, 17, 10, 15, 9, 19};
 constexpr double barWidth = 3;
@@ -25,6 +27,10 @@ constexpr double barGap = 3;
 
 QString qt(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QRectF capsuleOf(const QRect& panel) {
+    return QRectF(panel).adjusted(shadowMargin, shadowMargin, -shadowMargin, -shadowMargin);
 }
 
 bool usesTwoLines(DictationStage stage) {
@@ -43,17 +49,18 @@ void paintCapsule(QPainter& painter, const QRectF& capsule, const ThemePalette& 
         painter.setBrush(QColor(0, 0, 0, 5));
         const double spread = ring - 1;
         painter.drawRoundedRect(capsule.adjusted(-spread, -spread + 2, spread, spread + 1),
-                                22 + spread, 22 + spread);
+                                capsuleRadius + spread, capsuleRadius + spread);
     }
     QLinearGradient surface(capsule.topLeft(), capsule.bottomRight());
     surface.setColorAt(0, colors.surfaceTop);
     surface.setColorAt(1, colors.surfaceBottom);
     painter.setBrush(surface);
     painter.setPen(Qt::NoPen);
-    painter.drawRoundedRect(capsule, 22, 22);
+    painter.drawRoundedRect(capsule, capsuleRadius, capsuleRadius);
     painter.setBrush(colors.wash);
     painter.setPen(QPen(colors.border, 1));
-    painter.drawRoundedRect(capsule.adjusted(0.5, 0.5, -0.5, -0.5), 21.5, 21.5);
+    painter.drawRoundedRect(capsule.adjusted(0.5, 0.5, -0.5, -0.5), capsuleRadius - 0.5,
+                            capsuleRadius - 0.5);
 }
 
 void paintMeter(QPainter& painter, QPointF leftMiddle, double level, const QColor& accent) {
@@ -69,10 +76,11 @@ void paintMeter(QPainter& painter, QPointF leftMiddle, double level, const QColo
 
 }  // namespace
 
-RecordingPanel::RecordingPanel(AppModel& model)
+RecordingPanel::RecordingPanel(AppModel& model, std::function<bool()> isComposited)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                            Qt::WindowDoesNotAcceptFocus),
       model_(model),
+      isComposited_(std::move(isComposited)),
       copyButton_(this) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
@@ -95,6 +103,7 @@ RecordingPanel::RecordingPanel(AppModel& model)
 
 void RecordingPanel::present() {
     place();
+    applyShape();
     show();
     raise();
     refresh();
@@ -106,6 +115,22 @@ void RecordingPanel::place() {
     if (!screen) return;
     const QRect usable = screen->availableGeometry();
     move(usable.center().x() - width() / 2, usable.bottom() - screenMargin - height());
+}
+
+// Without a compositor nothing is translucent: the window is cut to the capsule and has no shadow.
+void RecordingPanel::applyShape() {
+    if (isComposited_()) {
+        clearMask();
+        return;
+    }
+    QBitmap shape(size());
+    shape.fill(Qt::color0);
+    QPainter painter(&shape);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::color1);
+    painter.drawRoundedRect(capsuleOf(rect()), capsuleRadius, capsuleRadius);
+    painter.end();
+    setMask(shape);
 }
 
 void RecordingPanel::refresh() {
@@ -131,8 +156,7 @@ void RecordingPanel::paintEvent(QPaintEvent*) {
     const auto colors = ThemePalette::of(theme, palette());
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF capsule =
-        QRectF(rect()).adjusted(shadowMargin, shadowMargin, -shadowMargin, -shadowMargin);
+    const QRectF capsule = capsuleOf(rect());
     paintCapsule(painter, capsule, colors);
     paintStageIcon(painter, QRectF(capsule.left() + 18, capsule.top() + 15, 20, 20), stage,
                    ThemePalette::stateAccent(theme, stage, colors.accent));
@@ -161,6 +185,7 @@ void RecordingPanel::paintEvent(QPaintEvent*) {
         painter.drawText(QRectF(left, capsule.top() + 31, right - left, 16), Qt::AlignVCenter,
                          metrics.elidedText(message, Qt::ElideRight, right - left));
         paintMeter(painter, QPointF(left, capsule.top() + 57), model_.level(), colors.accent);
+        painter.setPen(colors.secondaryInk);
         painter.drawText(QRectF(left, capsule.top() + 49, right - left, 16),
                          Qt::AlignVCenter | Qt::AlignRight, QStringLiteral("Esc to cancel"));
     } else if (usesTwoLines(stage)) {

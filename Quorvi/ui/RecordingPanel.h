@@ -2,6 +2,7 @@
 
 #include <QToolButton>
 #include <QWidget>
+#include <functional>
 
 #include "Quorvi/dictation/AppModel.h"
 
@@ -12,7 +13,8 @@ namespace quorvi {
 // it offers a button. Redraws when the controller changes, and only while it is visible.
 class RecordingPanel : public QWidget {
 public:
-    explicit RecordingPanel(AppModel& model);
+    // `isComposited` says whether windows can be translucent at the moment.
+    RecordingPanel(AppModel& model, std::function<bool()> isComposited);
 
     // Shows the panel on the screen with the mouse pointer.
     void present();
@@ -24,8 +26,10 @@ private:
     void refresh();
     void acceptMouse(bool accept);
     void place();
+    void applyShape();
 
     AppModel& model_;
+    std::function<bool()> isComposited_;
     QToolButton copyButton_;
     Subscription changes_;
 };

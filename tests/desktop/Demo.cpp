@@ -13,6 +13,7 @@
 #include <fstream>
 #include <optional>
 #include <string>
+#include <thread>
 
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 #include "tests/linux/support/EditorProcess.h"
@@ -94,8 +95,10 @@ private:
         step("right Alt held down");
         until("Listening");
         step(std::string("speaking: \"") + sentence + "\"");
-        outputOf({"paplay", "-d", std::getenv("QUORVI_MIC_FEED"), speech});
+        ServerProcess voice({"paplay", "-d", std::getenv("QUORVI_MIC_FEED"), speech});
+        std::this_thread::sleep_for(std::chrono::milliseconds(900));
         picture("listening.png");
+        if (voice.wait() != 0) throw std::runtime_error("paplay failed");
         user_.release(key::rightAlt);
         step("right Alt released");
         until("Done");

@@ -62,7 +62,8 @@ std::optional<AXValue> valueOf(std::optional<T> found) {
 }  // namespace
 
 struct AtspiAccessibility::Impl : BusObserver {
-    explicit Impl(std::function<bool()> tap) : canInstallTap(std::move(tap)) {}
+    Impl(std::function<bool()> tap, std::function<void()> trustChanged)
+        : canInstallTap(std::move(tap)), onTrustChanged(std::move(trustChanged)) {}
 
     void focusChanged(const ObjectRef& object, bool focused) override {
         tracker.focusChanged(object, focused);
@@ -78,6 +79,9 @@ struct AtspiAccessibility::Impl : BusObserver {
         tracker.clear();
         peers.forgetAll();
     }
+    void usabilityChanged() override {
+        if (onTrustChanged) onTrustChanged();
+    }
 
     std::optional<AXValue> ofObject(const ObjectRef& object, std::string_view name,
                                     TimePoint deadline);
@@ -85,6 +89,7 @@ struct AtspiAccessibility::Impl : BusObserver {
     std::optional<std::string> role(const ObjectRef& object, TimePoint deadline);
 
     std::function<bool()> canInstallTap;
+    std::function<void()> onTrustChanged;
     AtspiFocusTracker tracker;
     // The bus's thread reports to the two members around it, so it ends before them: peers only
     // keeps a reference to the bus and may be made first.
@@ -142,8 +147,9 @@ std::optional<AXValue> AtspiAccessibility::Impl::children(const ObjectRef& objec
     return valueOf(std::move(elements));
 }
 
-AtspiAccessibility::AtspiAccessibility(std::function<bool()> canInstallTap)
-    : impl_(std::make_unique<Impl>(std::move(canInstallTap))) {}
+AtspiAccessibility::AtspiAccessibility(std::function<bool()> canInstallTap,
+                                       std::function<void()> onTrustChanged)
+    : impl_(std::make_unique<Impl>(std::move(canInstallTap), std::move(onTrustChanged))) {}
 
 AtspiAccessibility::~AtspiAccessibility() = default;
 

@@ -13,8 +13,10 @@ namespace quorvi {
 class AtspiAccessibility : public Accessibility {
 public:
     // `canInstallTap` says whether a global input hook is possible; called on any thread, it must
-    // not block.
-    explicit AtspiAccessibility(std::function<bool()> canInstallTap);
+    // not block. `onTrustChanged`, optional, is told on a thread of the adapter's when isTrusted()
+    // may say something else.
+    explicit AtspiAccessibility(std::function<bool()> canInstallTap,
+                                std::function<void()> onTrustChanged = nullptr);
     ~AtspiAccessibility() override;
 
     bool isTrusted() const override;

@@ -135,8 +135,12 @@ struct AtspiBus::Impl {
     }
 
     void launcherVanished() {
-        enabled = false;
+        setEnabled(false);
         enable();
+    }
+
+    void setEnabled(bool on) {
+        if (enabled.exchange(on) != on) observer.usabilityChanged();
     }
 
     void launcherAppeared() {
@@ -161,9 +165,9 @@ struct AtspiBus::Impl {
                          if (!reply) return;
                          GVariant* value = nullptr;
                          g_variant_get(reply.get(), "(v)", &value);
-                         static_cast<Impl*>(self)->enabled =
+                         static_cast<Impl*>(self)->setEnabled(
                              g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) &&
-                             g_variant_get_boolean(value);
+                             g_variant_get_boolean(value));
                          g_variant_unref(value);
                      });
     }
@@ -203,8 +207,11 @@ struct AtspiBus::Impl {
                                      "NameOwnerChanged", nullptr, &Impl::ownerChanged);
         registerEvents(made);
         enableTries = 0;
-        std::lock_guard lock(mutex);
-        bus.reset(made, Unref{});
+        {
+            std::lock_guard lock(mutex);
+            bus.reset(made, Unref{});
+        }
+        observer.usabilityChanged();
     }
 
     guint subscribe(GDBusConnection* made, const char* sender, const char* interface,
@@ -236,6 +243,7 @@ struct AtspiBus::Impl {
         for (guint id : subscriptions) g_dbus_connection_signal_unsubscribe(dropped.get(), id);
         g_dbus_connection_close(dropped.get(), nullptr, nullptr, nullptr);
         observer.busLost();
+        observer.usabilityChanged();
     }
 
     static void focusEvent(GDBusConnection*, const char* sender, const char* path, const char*,

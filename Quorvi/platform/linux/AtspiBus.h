@@ -18,6 +18,8 @@ public:
     virtual void windowActiveChanged(const ObjectRef& window, bool active) = 0;
     virtual void peerLeft(const std::string& bus) = 0;
     virtual void busLost() = 0;
+    // isUsable() may say something else now.
+    virtual void usabilityChanged() {}
 };
 
 // The connection to the accessibility bus: finds it through the session bus, follows its coming

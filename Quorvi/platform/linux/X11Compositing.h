@@ -1,0 +1,9 @@
+#pragma once
+
+namespace quorvi {
+
+// Whether a compositing manager runs on the display named in the environment, so that windows can
+// be translucent. Waits for the X server; any thread.
+bool x11IsComposited();
+
+}  // namespace quorvi
