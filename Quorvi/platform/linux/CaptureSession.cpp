@@ -70,9 +70,12 @@ void CaptureSession::endNow() {
 // Sound thread.
 
 void CaptureSession::openStream(AudioSettings settings) {
+    // The stream keeps its session until it has ended or is closed.
     PulseRecordStream::Events events;
-    events.samples = [this](std::span<const std::int16_t> samples) { take(samples); };
-    events.ended = [this] { streamEnded(); };
+    events.samples = [self = shared_from_this()](std::span<const std::int16_t> samples) {
+        self->take(samples);
+    };
+    events.ended = [self = shared_from_this()] { self->streamEnded(); };
     stream_ = std::make_shared<PulseRecordStream>(connection_, settings, std::move(events));
     stream_->begin();
 }
