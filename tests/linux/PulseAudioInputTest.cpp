@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "Quorvi/dictation/AudioRecorder.h"
 #include "tests/linux/support/DecodedSound.h"
 #include "tests/linux/support/MicrophoneUser.h"
 #include "tests/linux/support/SoundServer.h"
@@ -146,6 +147,39 @@ TEST_F(PulseAudioInputTest, NeverWritesThroughALinkOrOverAFile) {
     EXPECT_TRUE(user.error.value().starts_with("The recording could not be created: "));
     EXPECT_FALSE(user.record(precious));
     EXPECT_EQ(std::filesystem::file_size(precious), 4U);
+}
+
+Task<void> dictate(AudioRecorder& recorder, Scheduler& scheduler, std::optional<Bytes>& result,
+                   std::stop_token stop) {
+    auto starting = recorder.start(stop);
+    co_await starting;
+    auto speaking = sleepFor(scheduler, 300ms, stop);
+    co_await speaking;
+    auto finishing = recorder.finish(stop);
+    result = co_await finishing;
+}
+
+TEST_F(PulseAudioInputTest, ARecorderHandsOverAWholeFileAndLeavesNone) {
+    const auto recordings = folder.path() / "VeskRecordings";
+    std::optional<Bytes> bytes;
+    {
+        SerialExecutor disk("disk");
+        AudioRecorder recorder(user.input, disk, user.scheduler, recordings);
+        TaskScope tasks(user.scheduler);
+        tasks.start(
+            [&](std::stop_token stop) { return dictate(recorder, user.scheduler, bytes, stop); });
+        ASSERT_TRUE(user.scheduler.runUntil([&] { return bytes.has_value(); }, 30s));
+        // Another one is under way when the program ends.
+        std::optional<Bytes> never;
+        tasks.start(
+            [&](std::stop_token stop) { return dictate(recorder, user.scheduler, never, stop); });
+        user.scheduler.runFor(150ms);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(recordings));
+    std::ofstream(file, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes->data()),
+               static_cast<std::streamsize>(bytes->size()));
+    EXPECT_GT(DecodedSound(file).declaredSeconds, 0.25);
 }
 
 }  // namespace

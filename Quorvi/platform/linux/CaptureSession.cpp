@@ -70,14 +70,12 @@ void CaptureSession::endNow() {
 // Sound thread.
 
 void CaptureSession::openStream(AudioSettings settings) {
-    // A stream that is given up lives one turn longer and may outlive the session.
+    // The stream keeps its session until it has ended or is closed.
     PulseRecordStream::Events events;
-    events.samples = [weak = weak_from_this()](std::span<const std::int16_t> samples) {
-        if (const auto self = weak.lock()) self->take(samples);
+    events.samples = [self = shared_from_this()](std::span<const std::int16_t> samples) {
+        self->take(samples);
     };
-    events.ended = [weak = weak_from_this()] {
-        if (const auto self = weak.lock()) self->streamEnded();
-    };
+    events.ended = [self = shared_from_this()] { self->streamEnded(); };
     stream_ = std::make_shared<PulseRecordStream>(connection_, settings, std::move(events));
     stream_->begin();
 }
