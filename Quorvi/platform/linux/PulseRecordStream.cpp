@@ -15,12 +15,15 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int fragmentsPerSecond = 100;
+constexpr int fragmentsPerSecond = 200;
 // Time for the first samples: a headset that has to change its profile takes up to 2 s.
 constexpr Duration startLimit = 4s;
 // A device that delivers nothing for this long is suspended or gone.
 constexpr Duration silenceLimit = 2s;
-// The last samples arrive in well under a millisecond from a server that is alive.
+// What the device is just collecting is complete with the fragment after this; a device that
+// delivers none is not waited for.
+constexpr Duration lastFragmentLimit = 25ms;
+// A server that is alive then answers in well under a millisecond.
 constexpr Duration drainLimit = 250ms;
 
 }  // namespace
@@ -39,7 +42,9 @@ struct PulseRecordStream::Callbacks {
     }
 
     static void dataArrived(pa_stream*, std::size_t, void* data) {
-        static_cast<PulseRecordStream*>(data)->read();
+        auto* self = static_cast<PulseRecordStream*>(data);
+        self->read();
+        if (self->draining_ && !self->ended_) self->pause();
     }
 
     // Samples that were on their way while the stream was stopped may arrive after the answer to
@@ -134,6 +139,11 @@ void PulseRecordStream::expectData(Duration limit) {
 void PulseRecordStream::drain() {
     if (ended_ || std::exchange(draining_, true)) return;
     if (!stream_ || pa_stream_get_state(stream_) != PA_STREAM_READY) return end();
+    limit_ = connection_.after(lastFragmentLimit, [this] { pause(); });
+}
+
+void PulseRecordStream::pause() {
+    if (std::exchange(pausing_, true)) return;
     limit_ = connection_.after(drainLimit, [this] { end(); });
     await(pa_stream_cork(stream_, 1, &Callbacks::stopped, this));
 }

@@ -37,6 +37,7 @@ private:
 
     void connect();
     void read();
+    void pause();
     void expectData(Duration limit);
     void await(pa_operation* operation);
     void end();
@@ -49,6 +50,7 @@ private:
     Timer limit_;
     TimePoint dataDue_{};
     bool draining_ = false;
+    bool pausing_ = false;
     bool ended_ = false;
 };
 
