@@ -166,7 +166,8 @@ private:
     Task<void> process(Dictation dictation, std::stop_token stop);
     Task<std::string> transcribe(Dictation dictation, std::stop_token stop);
     Recognition correct(const Dictation& dictation, const std::string& transcript);
-    Task<void> insert(Dictation dictation, Recognition recognition, std::stop_token stop);
+    Task<void> insert(Dictation dictation, Recognition recognition,
+                      TranscriptClipboard::Copy clipboard, std::stop_token stop);
     TextInsertion::Request insertionRequest(const Dictation& dictation,
                                             std::vector<TextCorrection> appliedRules,
                                             const std::stop_token& stop);

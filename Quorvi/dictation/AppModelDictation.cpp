@@ -128,6 +128,8 @@ void AppModel::finish() {
 }
 
 Task<void> AppModel::process(Dictation dictation, std::stop_token stop) {
+    auto copying = insertion_.copyClipboardAhead(stop);
+    copying.start();
     std::string transcript;
     std::optional<std::string> problem;
     try {
@@ -142,7 +144,9 @@ Task<void> AppModel::process(Dictation dictation, std::stop_token stop) {
         co_return;
     }
     auto recognition = correct(dictation, transcript);
-    auto inserting = insert(std::move(dictation), std::move(recognition), stop);
+    auto clipboard = co_await copying;
+    auto inserting =
+        insert(std::move(dictation), std::move(recognition), std::move(clipboard), stop);
     co_await inserting;
 }
 
@@ -189,13 +193,15 @@ TextInsertion::Request AppModel::insertionRequest(const Dictation& dictation,
     return request;
 }
 
-Task<void> AppModel::insert(Dictation dictation, Recognition recognition, std::stop_token stop) {
+Task<void> AppModel::insert(Dictation dictation, Recognition recognition,
+                            TranscriptClipboard::Copy clipboard, std::stop_token stop) {
     auto& corrections = environment_.corrections;
     const auto& app = dictation.target.appName;
     if (corrections.learnsAutomatically())
         corrections.setLearningStatus("Checking automatic learning in " + app + "…");
 
     auto request = insertionRequest(dictation, std::move(recognition.appliedRules), stop);
+    request.clipboard = std::move(clipboard);
     bool pasted = false;
     bool verified = false;
     try {

@@ -152,7 +152,7 @@ Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
 }
 
 Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
-    auto taking = clipboard_.snapshot(stop);
+    auto taking = clipboard_.snapshot(std::move(paste.request.clipboard), stop);
     auto backup = co_await taking;
     const auto events = PasteKeyboard::pasteEvents(environment_.poster);
     auto lastCheck = validate(paste, stop);

@@ -42,12 +42,19 @@ public:
         std::function<void(const CorrectionContext&)> onVerifiedPaste;          // optional
         std::function<void(const std::string& code, const Counts&)> onLearningEvent;  // optional
         std::function<std::uint64_t()> currentInputGeneration;
+        std::optional<TranscriptClipboard::Copy> clipboard;  // made ahead, optional
     };
 
     explicit TextInsertion(Environment environment);
 
     // The destination that has the focus now. Throws QuorviError with the sentence to show.
     Task<InsertionTarget> capture(std::uint64_t inputGeneration, std::stop_token stop);
+
+    // Copies the user's clipboard while there is time, for the insertion that is coming: a large or
+    // slow one then costs the user nothing. Throws nothing but Cancelled.
+    Task<TranscriptClipboard::Copy> copyClipboardAhead(std::stop_token stop) {
+        return clipboard_.copyAhead(std::move(stop));
+    }
 
     // Pastes the text into the target. Yields the context of a verified paste, nothing when the
     // arrival could not be confirmed, which is no error. Throws QuorviError when nothing was

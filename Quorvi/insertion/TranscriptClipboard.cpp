@@ -7,7 +7,23 @@
 
 namespace quorvi {
 
-Task<TranscriptClipboard::Items> TranscriptClipboard::snapshot(std::stop_token stop) {
+Task<TranscriptClipboard::Copy> TranscriptClipboard::copyAhead(std::stop_token stop) {
+    Copy copy{.changeCount = pasteboard_.changeCount()};
+    auto reading = pasteboard_.read(std::move(stop));
+    try {
+        copy.items = co_await reading;
+    } catch (const std::exception&) {
+        copy.failure = std::current_exception();
+    }
+    co_return copy;
+}
+
+Task<TranscriptClipboard::Items> TranscriptClipboard::snapshot(std::optional<Copy> ahead,
+                                                               std::stop_token stop) {
+    if (ahead && ahead->changeCount == pasteboard_.changeCount()) {
+        if (ahead->failure) std::rethrow_exception(ahead->failure);
+        co_return std::move(ahead->items);
+    }
     auto reading = pasteboard_.read(std::move(stop));
     co_return co_await reading;
 }
@@ -43,7 +59,7 @@ Task<bool> TranscriptClipboard::copyPermanently(std::string text, std::stop_toke
     // kept by anyone, so only a failed write would need it.
     std::optional<Items> before;
     try {
-        auto reading = snapshot(stop);
+        auto reading = snapshot(std::nullopt, stop);
         before = co_await reading;
     } catch (const QuorviError&) {
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -18,10 +19,21 @@ class TranscriptClipboard {
 public:
     using Items = std::vector<PasteboardItem>;
 
+    // What was on the clipboard at a change count, or why it could not be copied.
+    struct Copy {
+        std::int64_t changeCount = 0;
+        Items items;
+        std::exception_ptr failure;
+    };
+
     explicit TranscriptClipboard(Pasteboard& pasteboard) : pasteboard_(pasteboard) {}
 
-    // A deep copy of the clipboard. Throws QuorviError when its owner doesn't answer.
-    Task<Items> snapshot(std::stop_token stop);
+    // Copies the clipboard ahead of a snapshot() that is coming. Throws nothing but Cancelled.
+    Task<Copy> copyAhead(std::stop_token stop);
+
+    // A deep copy of the clipboard, the one made ahead as long as the clipboard is still the same.
+    // Throws QuorviError when its owner doesn't answer.
+    Task<Items> snapshot(std::optional<Copy> ahead, std::stop_token stop);
 
     // Puts the text there for the time of a paste. Throws QuorviError when that is not possible;
     // the clipboard is then as it was. A stop while it is being put there takes it back at once and

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <deque>
 #include <filesystem>
 #include <string>
@@ -324,6 +325,22 @@ TEST_F(DictationTest, ADictationStartedDuringACancelledOneIsItsOwn) {
     EXPECT_EQ(model->stage(), Stage::success);
     ASSERT_EQ(history.records().size(), 1u);
     EXPECT_EQ(history.records()[0].text, "second");
+}
+
+TEST_F(DictationTest, TheClipboardIsCopiedWhileTheServiceWorksAndAgainOnlyIfItChanges) {
+    dictate();
+    const auto reads = [this] { return std::ranges::count(pasteboard.journal, "read"); };
+    EXPECT_EQ(reads(), 1);
+    scheduler.advance(2s);
+    EXPECT_EQ(reads(), 1);
+    EXPECT_EQ(pasteboard.text(), "mine");
+
+    accessibility.set(field, "AXSelectedTextRange", Utf16Range{0, 0});
+    dictate();
+    pasteboard.copyText("newer");
+    scheduler.advance(2s);
+    EXPECT_EQ(reads(), 3);
+    EXPECT_EQ(pasteboard.text(), "newer");
 }
 
 TEST_F(DictationTest, ARefusedInsertionLeavesTheTextOnTheClipboard) {
