@@ -43,7 +43,8 @@ QString elapsedText(double seconds) {
     return QStringLiteral("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
 
-void paintCapsule(QPainter& painter, const QRectF& capsule, const ThemePalette& colors) {
+void paintCapsule(QPainter& painter, const QRectF& capsule, const ThemePalette& colors,
+                  const QColor& border) {
     for (int ring = shadowMargin; ring > 0; --ring) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(QColor(0, 0, 0, 5));
@@ -58,7 +59,7 @@ void paintCapsule(QPainter& painter, const QRectF& capsule, const ThemePalette& 
     painter.setPen(Qt::NoPen);
     painter.drawRoundedRect(capsule, capsuleRadius, capsuleRadius);
     painter.setBrush(colors.wash);
-    painter.setPen(QPen(colors.border, 1));
+    painter.setPen(QPen(border, 1));
     painter.drawRoundedRect(capsule.adjusted(0.5, 0.5, -0.5, -0.5), capsuleRadius - 0.5,
                             capsuleRadius - 0.5);
 }
@@ -157,7 +158,9 @@ void RecordingPanel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF capsule = capsuleOf(rect());
-    paintCapsule(painter, capsule, colors);
+    // Cut out of the desktop without a shadow, the capsule needs a line around it.
+    const bool isCut = !mask().isEmpty();
+    paintCapsule(painter, capsule, colors, isCut ? colors.secondaryInk : colors.border);
     paintStageIcon(painter, QRectF(capsule.left() + 18, capsule.top() + 15, 20, 20), stage,
                    ThemePalette::stateAccent(theme, stage, colors.accent));
 
