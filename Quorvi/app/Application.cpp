@@ -63,12 +63,12 @@ public:
         modelChanged();
     }
 
-    // Stops the work and leaves the event loop once the clipboard is back with its owner.
+    // Stops the work and leaves the event loop once the clipboard is in other hands.
     void quit() {
         if (quitting_) return;
         quitting_ = true;
         model_->shutdown();
-        leaveWhenIdle(scheduler_.now() + quitPatience);
+        tasks_.start([this](std::stop_token stop) { return leave(stop); });
     }
 
 private:
@@ -82,12 +82,16 @@ private:
         return environment;
     }
 
-    void leaveWhenIdle(TimePoint latest) {
-        if (model_->isIdle() || scheduler_.now() >= latest) {
-            qt_.quit();
-            return;
+    Task<void> leave(std::stop_token stop) {
+        const auto latest = scheduler_.now() + quitPatience;
+        while (!model_->isIdle() && scheduler_.now() < latest) {
+            auto pause = sleepFor(scheduler_, 5ms, stop);
+            co_await pause;
         }
-        leaving_ = scheduler_.after(20ms, [this, latest] { leaveWhenIdle(latest); });
+        const auto folder = QCoreApplication::applicationDirPath().toStdString();
+        auto leaving = desktop_.leaveClipboard(folder + "/quorvi-clipboard-keeper");
+        co_await leaving;
+        qt_.quit();
     }
 
     void modelChanged() {
@@ -117,9 +121,9 @@ private:
     bool printStages_;
     bool quitting_ = false;
     std::string printed_;
-    Timer leaving_;
     Subscription changes_;
     Subscription permissions_;
+    TaskScope tasks_{scheduler_};
 };
 
 }  // namespace

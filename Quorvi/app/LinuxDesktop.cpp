@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/ClipboardHandover.h"
 #include "Quorvi/platform/linux/CurlTransport.h"
 #include "Quorvi/platform/linux/PulseAudioInput.h"
 #include "Quorvi/platform/linux/PulseConnection.h"
@@ -18,6 +19,16 @@
 #include "Quorvi/platform/linux/X11Workspace.h"
 
 namespace quorvi {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// How long quitting waits for another program to take the clipboard.
+constexpr Duration handoverPatience = 1s;
+constexpr Duration handoverStep = 5ms;
+
+}  // namespace
 
 // In the order of dependence; the executors end last, so that a deletion asked for at the end is
 // still done.
@@ -69,6 +80,20 @@ LinuxDesktop::LinuxDesktop(Scheduler& scheduler)
           })) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
+
+Task<void> LinuxDesktop::leaveClipboard(std::string keeper) {
+    auto& pasteboard = adapters_->pasteboard;
+    auto asking = pasteboard.offered();
+    const auto items = co_await asking;
+    if (items.empty()) co_return;
+    const auto ours = pasteboard.changeCount();
+    if (!startClipboardKeeper(keeper, items)) co_return;
+    const auto latest = scheduler_.now() + handoverPatience;
+    while (pasteboard.changeCount() == ours && scheduler_.now() < latest) {
+        auto pause = sleepFor(scheduler_, handoverStep, {});
+        co_await pause;
+    }
+}
 
 bool LinuxDesktop::isComposited() {
     auto& adapters = *adapters_;

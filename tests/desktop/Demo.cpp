@@ -125,8 +125,13 @@ private:
         step("the editor holds: \"" + text + "\"");
         const auto clipboard = outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o"});
         step("the clipboard holds: \"" + clipboard + "\"");
+        kill(quorvi_->pid(), SIGTERM);
+        quorvi_->wait();
+        const auto after = outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o"});
+        step("after quitting Quorvi, it still holds: \"" + after + "\"");
         step("picture: " + (output_ / "dictation.png").string());
-        const bool good = text == expected && clipboard == ownClipboard;
+        const bool good =
+            text == expected && clipboard == ownClipboard && after == ownClipboard;
         step(good ? "the text arrived and the clipboard is back as it was" : "FAILED");
         return good;
     }

@@ -57,10 +57,15 @@ void X11ClipboardSession::ownerChanged(const X11SelectionEvent& event) {
     server_.stopServing();
 }
 
-std::vector<PasteboardItem> X11ClipboardSession::read(const std::function<bool()>& abandoned) {
+std::vector<PasteboardItem> X11ClipboardSession::offered() {
     connection_.sync();
-    if (server_.item()) return {*server_.item()};
-    return reader_.read(abandoned);
+    if (!server_.item()) return {};
+    return {*server_.item()};
+}
+
+std::vector<PasteboardItem> X11ClipboardSession::read(const std::function<bool()>& abandoned) {
+    auto own = offered();
+    return own.empty() ? reader_.read(abandoned) : own;
 }
 
 std::optional<std::int64_t> X11ClipboardSession::take(std::vector<PasteboardItem> items,

@@ -28,6 +28,9 @@ public:
     std::optional<std::int64_t> write(std::vector<PasteboardItem> items);
     void restore(std::int64_t expected, std::vector<PasteboardItem> items);
 
+    // What we offer; empty when the clipboard is not ours.
+    std::vector<PasteboardItem> offered();
+
     // Serves others until `wakeFd` is written to.
     void wait();
 

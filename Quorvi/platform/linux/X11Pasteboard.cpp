@@ -171,6 +171,17 @@ Task<std::vector<PasteboardItem>> X11Pasteboard::read(std::stop_token stop) {
     co_return co_await future;
 }
 
+Task<std::vector<PasteboardItem>> X11Pasteboard::offered() {
+    using Items = std::vector<PasteboardItem>;
+    Promise<Items> promise(scheduler_);
+    auto future = promise.future();
+    worker_->enqueue({[promise](X11ClipboardSession& session) mutable {
+                          promise.resolve(session.offered());
+                      },
+                      [promise]() mutable { promise.resolve(Items{}); }});
+    co_return co_await future;
+}
+
 Task<std::optional<std::int64_t>> X11Pasteboard::write(std::vector<PasteboardItem> items) {
     Promise<std::optional<std::int64_t>> promise(scheduler_);
     auto future = promise.future();

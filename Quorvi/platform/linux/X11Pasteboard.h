@@ -35,6 +35,10 @@ public:
                                                 TranscriptVisibility visibility) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
+    // What this program itself offers, empty when the clipboard is another's: what would be gone
+    // when the program ends.
+    Task<std::vector<PasteboardItem>> offered();
+
 private:
     class Worker;
 
