@@ -1,17 +1,16 @@
 #include "Quorvi/app/Application.h"
 
 #include <QApplication>
-#include <QTimer>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
-#include <optional>
 #include <string>
+#include <utility>
 
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/LinuxDesktop.h"
 #include "Quorvi/app/QuitSignals.h"
+#include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
@@ -28,27 +27,11 @@ using namespace std::chrono_literals;
 // How long quitting waits for the clipboard to be given back.
 constexpr auto quitPatience = 2s;
 
-// A value of the environment, taken out of it and overwritten there, so that no program started from
-// here inherits it and the process's environment no longer shows it.
-std::string takeFromEnvironment(const char* name) {
-    char* value = std::getenv(name);
-    if (!value) return {};
-    std::string taken = value;
-    explicit_bzero(value, taken.size());
-    unsetenv(name);
-    return taken;
-}
-
 // The program, put together. Members are in the order of dependence.
 class Application {
 public:
-    Application(QApplication& qt, const CommandLine& options)
+    Application(QApplication& qt, const CommandLine& options, std::string apiKey)
         : qt_(qt), desktop_(scheduler_), printStages_(options.printStages) {
-        auto key = takeFromEnvironment("QUORVI_API_KEY");
-        if (!key.empty()) {
-            savingKey_ = keyStore_.save(std::move(key));
-            savingKey_->start();
-        }
         model_ = std::make_unique<AppModel>(environment());
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
@@ -60,6 +43,8 @@ public:
         changes_ = model_->onChange([this] { modelChanged(); });
         permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
         quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
+        if (!apiKey.empty())
+            tasks_.start([this, &apiKey](std::stop_token) { return keepKey(std::move(apiKey)); });
         modelChanged();
     }
 
@@ -67,6 +52,8 @@ public:
     void quit() {
         if (quitting_) return;
         quitting_ = true;
+        permissions_ = {};
+        statusItem_->hide();
         model_->shutdown();
         tasks_.start([this](std::stop_token stop) { return leave(stop); });
     }
@@ -80,6 +67,12 @@ private:
         environment.service = serviceAddress(
             configured ? configured : preferences_.string("service").value_or(""));
         return environment;
+    }
+
+    Task<void> keepKey(std::string apiKey) {
+        auto saving = model_->saveKey(std::move(apiKey));
+        if (!co_await saving)
+            std::fprintf(stderr, "quorvi: QUORVI_API_KEY: %s\n", model_->keyMessage().c_str());
     }
 
     Task<void> leave(std::stop_token stop) {
@@ -113,7 +106,6 @@ private:
     MemoryCorrectionStore corrections_;
     NoCorrectionObserver observer_;
     NoAccountSync sync_;
-    std::optional<Task<void>> savingKey_;
     std::unique_ptr<AppModel> model_;
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;
@@ -128,10 +120,15 @@ private:
 
 }  // namespace
 
-int runApplication(QApplication& qt) {
+int runApplication(QApplication& qt, std::string apiKey) {
     const auto options = CommandLine::parse();
+    const SingleInstance instance;
+    if (!instance.isFirst()) {
+        std::fprintf(stderr, "quorvi: Quorvi is running already.\n");
+        return 0;
+    }
     try {
-        Application application(qt, options);
+        Application application(qt, options, std::move(apiKey));
         return QApplication::exec();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "quorvi: %s\n", error.what());

@@ -17,7 +17,8 @@ constexpr auto description =
     "  QUORVI_API_KEY   the key for the speech service\n"
     "  QUORVI_SERVICE   its address, when it is not the OpenAI API: https://host[:port],\n"
     "                   or http:// for this machine itself\n\n"
-    "Exit status: 0 after Quit, 2 for a command line that makes no sense.";
+    "Exit status: 0 after Quit or when Quorvi is running already, 1 without a display, 2 for a\n"
+    "command line or a service address that makes no sense.";
 
 const std::array<std::pair<const char*, const Hotkey*>, 6> shortcuts{{
     {"right-option", &Hotkey::rightOption},

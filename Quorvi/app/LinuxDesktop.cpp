@@ -30,8 +30,8 @@ constexpr Duration handoverStep = 5ms;
 
 }  // namespace
 
-// In the order of dependence; the executors end last, so that a deletion asked for at the end is
-// still done.
+// In the order of dependence: an executor ends before the adapters that its jobs use. The disk's ends
+// last, so that a deletion asked for at the end is still done.
 struct LinuxDesktop::Adapters {
     // `permissionsChanged` may be called on any thread.
     Adapters(Scheduler& scheduler, const std::function<void()>& permissionsChanged)
@@ -46,7 +46,7 @@ struct LinuxDesktop::Adapters {
           permissions(sound, scheduler),
           transport(scheduler) {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);
-        disk.run([this, permissionsChanged] {
+        probes.run([this, permissionsChanged] {
             inputHookIsPossible = x11InputHookIsPossible();
             composited = x11IsComposited();
             permissionsChanged();
@@ -55,12 +55,12 @@ struct LinuxDesktop::Adapters {
 
     std::atomic<bool> inputHookIsPossible{false};
     std::atomic<bool> composited{false};
-    SerialExecutor accessibilityQueries{"accessibility"};
     SerialExecutor disk{"disk"};
     X11KeyEventTap tap;
     X11KeyEventPoster poster;
     AtspiAccessibility accessibility;
     X11Workspace workspace;
+    SerialExecutor accessibilityQueries{"accessibility"};
     X11Pasteboard pasteboard;
     PulseConnection sound;
     PulseAudioInput audioInput;
@@ -68,6 +68,7 @@ struct LinuxDesktop::Adapters {
     PulsePermissions permissions;
     CurlTransport transport;
     Subscription microphoneChanges;
+    SerialExecutor probes{"probes"};
 };
 
 LinuxDesktop::LinuxDesktop(Scheduler& scheduler)
@@ -97,7 +98,7 @@ Task<void> LinuxDesktop::leaveClipboard(std::string keeper) {
 
 bool LinuxDesktop::isComposited() {
     auto& adapters = *adapters_;
-    adapters.disk.run([&adapters] { adapters.composited = x11IsComposited(); });
+    adapters.probes.run([&adapters] { adapters.composited = x11IsComposited(); });
     return adapters.composited;
 }
 

@@ -1,12 +1,57 @@
 #include <QApplication>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "Quorvi/app/Application.h"
+#include "Quorvi/app/CommandLine.h"
+
+namespace {
+
+// A value of the environment, taken out of it and overwritten there, so that no program started from
+// here inherits it and the process's environment no longer shows it. To be called before there are
+// other threads, which may be reading the environment.
+std::string takeFromEnvironment(const char* name) {
+    char* value = std::getenv(name);
+    if (!value) return {};
+    std::string taken = value;
+    explicit_bzero(value, taken.size());
+    unsetenv(name);
+    return taken;
+}
+
+// Whether the command line only asks for something to read, which needs no desktop.
+bool asksToRead(int argc, char** argv) {
+    return std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
+        return argument == "--help" || argument == "-h" || argument == "--help-all" ||
+               argument == "--version" || argument == "-v";
+    });
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
+    auto apiKey = takeFromEnvironment("QUORVI_API_KEY");
+    QCoreApplication::setApplicationName(QStringLiteral("Quorvi"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUORVI_VERSION));
+    if (asksToRead(argc, argv)) {
+        const QCoreApplication reading(argc, argv);
+        quorvi::CommandLine::parse();
+        return 0;
+    }
+    const char* display = std::getenv("DISPLAY");
+    if (!display || !*display) {
+        std::fprintf(stderr, "quorvi: There is no X display. Start Quorvi on a desktop.\n");
+        return 1;
+    }
+    // On a Wayland desktop the indicator, like the input hook, works through XWayland.
+    if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "xcb", 1);
     QApplication qt(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Quorvi"));
-    QApplication::setApplicationVersion(QStringLiteral(QUORVI_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("quorvi"));
     QApplication::setQuitOnLastWindowClosed(false);
-    return quorvi::runApplication(qt);
+    return quorvi::runApplication(qt, std::move(apiKey));
 }

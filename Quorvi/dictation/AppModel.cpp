@@ -161,6 +161,7 @@ void AppModel::refreshKey() {
 }
 
 void AppModel::refreshPermissions() {
+    if (shutDown_) return;
     refreshKey();
     set(microphoneAllowed_,
         environment_.permissions.microphone() == MicrophoneAuthorization::authorized);
@@ -239,6 +240,7 @@ void AppModel::resetDictation() {
 }
 
 void AppModel::shutdown() {
+    shutDown_ = true;
     environment_.accountSync().shutdown();
     cancel();
     hotkey_.stop();

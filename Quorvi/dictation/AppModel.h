@@ -221,6 +221,7 @@ private:
     SessionID sessionID_ = 0;  // replaced at every start and cancel
     // The destination is being captured and the microphone opened; the stage is not yet recording.
     bool starting_ = false;
+    bool shutDown_ = false;
     std::optional<InsertionTarget> target_;
     double cueMeterIgnoreUntil_ = 0;  // seconds of recording
     int audibleFrames_ = 0;

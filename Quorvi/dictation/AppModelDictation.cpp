@@ -33,7 +33,7 @@ void AppModel::shortcutTransition(bool down) {
 }
 
 void AppModel::start() {
-    if (isActive(stage_) || starting_) return;
+    if (isActive(stage_) || starting_ || shutDown_) return;
     set(canCopyFromOverlay_, false);
     refreshPermissions();
     if (!ready()) {
@@ -164,10 +164,14 @@ Task<std::string> AppModel::transcribe(Dictation dictation, std::stop_token stop
 AppModel::Recognition AppModel::correct(const Dictation& dictation, const std::string& transcript) {
     auto corrected = dictation.rules.applying(transcript);
     lastTranscript_ = corrected.text;
-    // Saved before it is inserted: a failed paste still leaves the words in the history.
-    environment_.history.record(corrected.text, dictation.duration, dictation.target.appName,
-                                std::string(rawValue(dictation.options.language)),
-                                dictation.options.model, environment_.scheduler.date());
+    // Saved before it is inserted: a failed paste still leaves the words in the history. A history
+    // that fails reports it by itself and must not keep the words from the user.
+    try {
+        environment_.history.record(corrected.text, dictation.duration, dictation.target.appName,
+                                    std::string(rawValue(dictation.options.language)),
+                                    dictation.options.model, environment_.scheduler.date());
+    } catch (const std::exception&) {
+    }
     stage_ = DictationStage::inserting;
     message_ = "Inserting into " + dictation.target.appName + "…";
     changed();

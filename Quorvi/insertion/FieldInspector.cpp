@@ -145,7 +145,9 @@ std::optional<AXElement> FieldInspector::focusedTextElement(const AXElement& sta
             if (valueAs<bool>(accessibility_.attribute(candidate.element, "AXFocused", searchTimeout)) ==
                 true)
                 return candidate.element;
-        } else if (candidate.depth <= searchedDepth && !isLeafRole(itsRole)) {
+            continue;  // costs nothing of the budget, nor is it searched into
+        }
+        if (candidate.depth <= searchedDepth && !isLeafRole(itsRole)) {
             const auto children = valueAs<std::vector<AXElement>>(
                 accessibility_.attribute(candidate.element, "AXChildren", searchTimeout));
             if (children) {

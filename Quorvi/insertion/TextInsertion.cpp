@@ -123,10 +123,25 @@ Task<void> TextInsertion::validate(const Paste& paste, std::stop_token stop) {
         },
         std::move(stop));
     co_await query;
-    // The user may have typed while the queries were under way.
-    if (paste.request.currentInputGeneration() != paste.target.inputGeneration)
+    refuseChangedInput(paste);
+}
+
+// The user may have typed or clicked while a query, or the clipboard, was waited for.
+void TextInsertion::refuseChangedInput(const Paste& paste) const {
+    const auto frontmost = environment_.workspace.frontmostApplication();
+    if (paste.request.currentInputGeneration() != paste.target.inputGeneration || !frontmost ||
+        frontmost->pid != paste.target.pid)
         throw QuorviError::message(
             "The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
+}
+
+// The last look before the keystroke; costs nothing and waits for nothing.
+void TextInsertion::refuseLateChanges(const Paste& paste) const {
+    refuseChangedInput(paste);
+    if (modifiersArePressed())
+        throw QuorviError::message(
+            "Release your modifier keys before inserting. Your transcript is ready to copy in "
+            "Quorvi.");
 }
 
 Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
@@ -157,12 +172,10 @@ Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
     const auto events = PasteKeyboard::pasteEvents(environment_.poster);
     auto lastCheck = validate(paste, stop);
     co_await lastCheck;
-    if (modifiersArePressed())
-        throw QuorviError::message(
-            "Release your modifier keys before inserting. Your transcript is ready to copy in "
-            "Quorvi.");
+    refuseLateChanges(paste);
     auto installing = clipboard_.installTemporary(paste.text, std::move(backup), stop);
     co_await installing;
+    refuseLateChanges(paste);
     environment_.poster.post(events, paste.target.pid);
 }
 

@@ -81,6 +81,8 @@ private:
     Task<void> sendPaste(Paste& paste, std::stop_token stop);
     Task<void> watchArrival(Paste& paste, std::stop_token stop);
     void reportArrival(Paste& paste, CorrectionContext context);
+    void refuseChangedInput(const Paste& paste) const;
+    void refuseLateChanges(const Paste& paste) const;
     bool modifiersArePressed() const;
 
     Environment environment_;

@@ -13,17 +13,15 @@ Task<TranscriptClipboard::Copy> TranscriptClipboard::copyAhead(std::stop_token s
     try {
         copy.items = co_await reading;
     } catch (const std::exception&) {
-        copy.failure = std::current_exception();
+        // The owner may answer when it counts; the snapshot asks again.
     }
     co_return copy;
 }
 
 Task<TranscriptClipboard::Items> TranscriptClipboard::snapshot(std::optional<Copy> ahead,
                                                                std::stop_token stop) {
-    if (ahead && ahead->changeCount == pasteboard_.changeCount()) {
-        if (ahead->failure) std::rethrow_exception(ahead->failure);
-        co_return std::move(ahead->items);
-    }
+    if (ahead && ahead->items && ahead->changeCount == pasteboard_.changeCount())
+        co_return std::move(*ahead->items);
     auto reading = pasteboard_.read(std::move(stop));
     co_return co_await reading;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -19,11 +18,10 @@ class TranscriptClipboard {
 public:
     using Items = std::vector<PasteboardItem>;
 
-    // What was on the clipboard at a change count, or why it could not be copied.
+    // What was on the clipboard at a change count; nothing when its owner didn't answer.
     struct Copy {
         std::int64_t changeCount = 0;
-        Items items;
-        std::exception_ptr failure;
+        std::optional<Items> items;
     };
 
     explicit TranscriptClipboard(Pasteboard& pasteboard) : pasteboard_(pasteboard) {}

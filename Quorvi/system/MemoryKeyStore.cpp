@@ -1,22 +1,11 @@
 #include "Quorvi/system/MemoryKeyStore.h"
 
-#include <cstring>
-
+#include "QuorviCore/Wipe.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
-
-namespace {
-
-// The compiler may not leave this out, although nobody reads the bytes again.
-void wipe(std::string& secret) {
-    explicit_bzero(secret.data(), secret.size());
-    secret.clear();
-}
-
-}  // namespace
 
 MemoryKeyStore::~MemoryKeyStore() {
     wipe(key_);

@@ -136,13 +136,15 @@ void RecordingPanel::applyShape() {
 
 void RecordingPanel::refresh() {
     const bool offersCopy = model_.canCopyFromOverlay() && !model_.lastTranscript().empty();
+    if (offersCopy && !copyButton_.isVisible()) {
+        const auto colors = ThemePalette::of(model_.recordingTheme(), palette());
+        copyButton_.setStyleSheet(
+            QStringLiteral("QToolButton { color: %1; background: transparent; border: 1px solid "
+                           "%1; border-radius: 15px; font-weight: 600; }")
+                .arg(colors.accent.name()));
+    }
     copyButton_.setVisible(offersCopy);
-    const auto colors = ThemePalette::of(model_.recordingTheme(), palette());
-    copyButton_.setStyleSheet(
-        QStringLiteral("QToolButton { color: %1; background: transparent; border: 1px solid %1; "
-                       "border-radius: 15px; font-weight: 600; }")
-            .arg(colors.accent.name()));
-    setToolTip(qt(model_.message()));
+    if (toolTip() != qt(model_.message())) setToolTip(qt(model_.message()));
     acceptMouse(offersCopy);
     update();
 }

@@ -15,6 +15,8 @@ class StatusItem {
 public:
     StatusItem(AppModel& model, std::function<void()> quit);
 
+    void hide() { icon_.hide(); }
+
 private:
     // What the icon and the menu depend on; they are rebuilt only when it changes.
     struct Shown {

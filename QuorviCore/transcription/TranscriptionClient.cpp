@@ -119,8 +119,11 @@ HttpRequest TranscriptionClient::request(const Bytes& audio, const std::string& 
     HttpRequest request;
     request.method = "POST";
     request.url = service + "/v1/audio/transcriptions";
-    request.headers = {{"Authorization", "Bearer " + apiKey},
-                       {"Content-Type", "multipart/form-data; boundary=" + body.boundary()}};
+    // Put in place, not copied from a list: no second copy of the key is left behind.
+    request.headers.reserve(2);
+    request.headers.emplace_back("Authorization", "Bearer " + apiKey);
+    request.headers.emplace_back("Content-Type",
+                                 "multipart/form-data; boundary=" + body.boundary());
     request.body = body.takeData();
     request.timeout = std::chrono::seconds(60);
     return request;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -192,6 +193,24 @@ TEST_F(TextInsertionTest, TypingAtAnyMomentBeforeThePasteStopsIt) {
         EXPECT_TRUE(poster.posts.empty());
         EXPECT_EQ(pasteboard.text(), "mine");
     }
+}
+
+TEST_F(TextInsertionTest, InputWhileTheClipboardIsWrittenStopsThePasteAndGivesItBack) {
+    int looks = 0;
+    accessibility.onQuery = [&](const FakeAccessibility::Query& query) {
+        // The caret is looked at by both validations; after the second comes the write.
+        if (query.attribute != "AXSelectedTextRange" || target.appName.empty() || ++looks != 2)
+            return;
+        scheduler.post([this] { scheduler.post([this] { ++generation; }); });
+    };
+    begin();
+    scheduler.advance(1s);
+    EXPECT_EQ(generation, 1u);
+    EXPECT_TRUE(poster.posts.empty());
+    EXPECT_EQ(lastLine(),
+              "The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
+    EXPECT_EQ(std::ranges::count(pasteboard.journal, "write text"), 1) << "it was the write";
+    EXPECT_EQ(pasteboard.text(), "mine");
 }
 
 TEST_F(TextInsertionTest, ANewerCopyOfTheUserWins) {

@@ -4,6 +4,7 @@
 #include <xcb/res.h>
 
 #include <cctype>
+#include <filesystem>
 #include <fstream>
 #include <string_view>
 
@@ -32,6 +33,12 @@ std::string desktopEntryName(const std::string& instance, const std::string& cla
         const char* declared = g_desktop_app_info_get_startup_wm_class(info);
         if (declared != nullptr && (className == declared || instance == declared))
             name = g_app_info_get_name(G_APP_INFO(info));
+    }
+    // GTK names a window after its program.
+    for (GList* item = all; item != nullptr && name.empty(); item = item->next) {
+        const char* program = g_app_info_get_executable(G_APP_INFO(item->data));
+        if (program != nullptr && instance == std::filesystem::path(program).filename())
+            name = g_app_info_get_name(G_APP_INFO(item->data));
     }
     g_list_free_full(all, g_object_unref);
     return name;
@@ -113,10 +120,20 @@ std::string X11ActiveApplication::nameOf(xcb_window_t window, pid_t pid) {
     const auto windowClass = classOf(window);
     const auto& [instance, className] = windowClass;
     if (className.empty() && instance.empty()) return commandOf(pid);
-    auto& name = names_[windowClass];
-    if (name.empty()) name = desktopEntryName(instance, className);
+    const auto known = names_.find(windowClass);
+    if (known != names_.end()) return known->second;
+    unnamed_ = windowClass;
+    return className.empty() ? instance : className;
+}
+
+bool X11ActiveApplication::lookUpName() {
+    const auto windowClass = std::exchange(unnamed_, std::nullopt);
+    if (!windowClass) return false;
+    const auto& [instance, className] = *windowClass;
+    auto name = desktopEntryName(instance, className);
     if (name.empty()) name = className.empty() ? instance : className;
-    return name;
+    names_.emplace(*windowClass, std::move(name));
+    return true;
 }
 
 }  // namespace quorvi

@@ -22,6 +22,10 @@ public:
     // Nothing when no window is active or it tells no process.
     std::optional<RunningApplication> look();
 
+    // Looks up the display name that the last look() had to do without; true when there is one now.
+    // Reads the installed applications, so it may take a while.
+    bool lookUpName();
+
 private:
     XcbPointer<xcb_get_property_reply_t> property(xcb_window_t window, xcb_atom_t name,
                                                   xcb_atom_t type, std::uint32_t words) const;
@@ -35,7 +39,9 @@ private:
     xcb_atom_t activeWindowAtom_;
     xcb_atom_t processAtom_;
     bool canAskForClients_;
-    std::map<std::pair<std::string, std::string>, std::string> names_;  // by window class
+    using WindowClass = std::pair<std::string, std::string>;
+    std::map<WindowClass, std::string> names_;
+    std::optional<WindowClass> unnamed_;
 };
 
 }  // namespace quorvi

@@ -85,13 +85,22 @@ PasteboardItem X11SelectionReader::readOwner() {
     const auto offered = targets();
     const auto names = connection_.names(offered);
     PasteboardItem item;
+    bool silent = false;
     for (std::size_t i = 0; i < offered.size(); ++i) {
-        auto content = fetch(offered[i]);
+        std::optional<X11Property> content;
+        try {
+            content = fetch(offered[i]);
+        } catch (const X11OwnerSilent&) {
+            // A picture that its owner converts too slowly must not cost the user the rest.
+            silent = true;
+            if (std::chrono::steady_clock::now() >= end_) break;
+        }
         if (!content) continue;
         const auto encoding = connection_.names({content->type});
         item.representations.push_back({names[i], encoding[0], content->format,
                                         std::make_shared<const Bytes>(std::move(content->data))});
     }
+    if (silent && item.representations.empty()) throw X11OwnerSilent{};
     return item;
 }
 

@@ -129,7 +129,11 @@ private:
                    active_->activeWindowAtom();
     }
 
-    void update() { remember(active_->look()); }
+    // Which application it is counts at once; its name may take longer.
+    void update() {
+        remember(active_->look());
+        if (active_->lookUpName()) remember(active_->look());
+    }
 
     void remember(std::optional<RunningApplication> application) {
         std::lock_guard lock(mutex_);
