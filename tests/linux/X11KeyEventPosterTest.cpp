@@ -59,6 +59,8 @@ protected:
         X11ActiveApplication active(connection);
         return recorder.waitUntil([&] {
             recorder.scheduler.runFor(std::chrono::milliseconds(20));
+            active.look();
+            active.lookUpName();
             const auto application = active.look();
             return application && application->name == name;
         });
