@@ -35,8 +35,8 @@ public:
         model_ = std::make_unique<AppModel>(environment());
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
-        panel_ = std::make_unique<RecordingPanel>(
-            *model_, [this] { return desktop_.isComposited(); });
+        panel_ =
+            std::make_unique<RecordingPanel>(*model_, [this] { return desktop_.isComposited(); });
         statusItem_ = std::make_unique<StatusItem>(*model_, [this] { quit(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
@@ -64,8 +64,8 @@ private:
         auto environment =
             desktop_.environment(preferences_, keyStore_, history_, corrections_, observer_);
         environment.accountSync = [this]() -> AccountSync& { return sync_; };
-        environment.service = serviceAddress(
-            configured ? configured : preferences_.string("service").value_or(""));
+        environment.service =
+            serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
         return environment;
     }
 

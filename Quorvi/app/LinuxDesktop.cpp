@@ -30,8 +30,8 @@ constexpr Duration handoverStep = 5ms;
 
 }  // namespace
 
-// In the order of dependence: an executor ends before the adapters that its jobs use. The disk's ends
-// last, so that a deletion asked for at the end is still done.
+// In the order of dependence: an executor ends before the adapters that its jobs use. The disk's
+// ends last, so that a deletion asked for at the end is still done.
 struct LinuxDesktop::Adapters {
     // `permissionsChanged` may be called on any thread.
     Adapters(Scheduler& scheduler, const std::function<void()>& permissionsChanged)
@@ -73,12 +73,13 @@ struct LinuxDesktop::Adapters {
 
 LinuxDesktop::LinuxDesktop(Scheduler& scheduler)
     : scheduler_(scheduler),
-      adapters_(std::make_unique<Adapters>(
-          scheduler, [this, &scheduler, alive = std::weak_ptr<bool>(alive_)] {
-              scheduler.post([this, alive] {
-                  if (!alive.expired()) permissionsChanged_.notify();
-              });
-          })) {}
+      adapters_(std::make_unique<Adapters>(scheduler,
+                                           [this, &scheduler, alive = std::weak_ptr<bool>(alive_)] {
+                                               scheduler.post([this, alive] {
+                                                   if (!alive.expired())
+                                                       permissionsChanged_.notify();
+                                               });
+                                           })) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
 

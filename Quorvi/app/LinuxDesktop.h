@@ -26,9 +26,9 @@ public:
         return permissionsChanged_.subscribe(std::move(observer));
     }
 
-    // Hands what this program still offers on the clipboard over to `keeper`, a program that goes on
-    // offering it, so that quitting takes nothing from the user. Resumes when that is done, or when
-    // it is clear that it can't be.
+    // Hands what this program still offers on the clipboard over to `keeper`, a program that goes
+    // on offering it, so that quitting takes nothing from the user. Resumes when that is done, or
+    // when it is clear that it can't be.
     Task<void> leaveClipboard(std::string keeper);
 
     // Whether windows can be translucent, as last known; asks for a fresh look. Never blocks.

@@ -12,9 +12,9 @@
 
 namespace {
 
-// A value of the environment, taken out of it and overwritten there, so that no program started from
-// here inherits it and the process's environment no longer shows it. To be called before there are
-// other threads, which may be reading the environment.
+// A value of the environment, taken out of it and overwritten there, so that no program started
+// from here inherits it and the process's environment no longer shows it. To be called before there
+// are other threads, which may be reading the environment.
 std::string takeFromEnvironment(const char* name) {
     char* value = std::getenv(name);
     if (!value) return {};

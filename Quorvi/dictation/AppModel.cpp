@@ -234,9 +234,9 @@ void AppModel::resetDictation() {
     cancel();
     hotkey_.stop();
     refreshPermissions();
-    set(message_, std::string(ready()
-                      ? "Dictation reset. Click a text field and hold your shortcut again."
-                      : "Dictation reset. Check permissions and API key setup in Settings."));
+    set(message_,
+        std::string(ready() ? "Dictation reset. Click a text field and hold your shortcut again."
+                            : "Dictation reset. Check permissions and API key setup in Settings."));
 }
 
 void AppModel::shutdown() {

@@ -17,8 +17,7 @@ constexpr double startCueLength = 0.18;
 constexpr float speechThreshold = -48;  // dB relative to full scale
 constexpr int leastAudibleFrames = 2;
 
-constexpr auto noSpeech =
-    "No audible speech detected. Hold the key a little longer and try again.";
+constexpr auto noSpeech = "No audible speech detected. Hold the key a little longer and try again.";
 constexpr auto copied = "Text copied — press ⌘V in any text field.";
 
 }  // namespace
@@ -26,9 +25,14 @@ constexpr auto copied = "Text copied — press ⌘V in any text field.";
 void AppModel::shortcutTransition(bool down) {
     const bool recording = stage_ == DictationStage::recording || starting_;
     switch (dictationAction(mode(), down, recording, isBusy(stage_))) {
-        case DictationAction::start: start(); break;
-        case DictationAction::finish: finish(); break;
-        case DictationAction::none: break;
+        case DictationAction::start:
+            start();
+            break;
+        case DictationAction::finish:
+            finish();
+            break;
+        case DictationAction::none:
+            break;
     }
 }
 
@@ -37,14 +41,16 @@ void AppModel::start() {
     set(canCopyFromOverlay_, false);
     refreshPermissions();
     if (!ready()) {
-        fail("Open Quorvi from the menu bar, then Settings to finish API key and permission setup.");
+        fail(
+            "Open Quorvi from the menu bar, then Settings to finish API key and permission setup.");
         return;
     }
     environment_.correctionObserver.stop(true);
     const auto session = ++sessionID_;
     starting_ = true;
     recorder_.prepare();
-    startTask_ = tasks_.start([this, session](std::stop_token stop) { return begin(session, stop); });
+    startTask_ =
+        tasks_.start([this, session](std::stop_token stop) { return begin(session, stop); });
 }
 
 Task<void> AppModel::begin(SessionID session, std::stop_token stop) {
@@ -117,12 +123,11 @@ void AppModel::finish() {
     level_ = 0;
     message_ = "Converting speech to text…";
     changed();
-    Dictation dictation{
-        .session = sessionID_,
-        .target = *target_,
-        .options = {DictationLanguage::automatic, transcriptionModel_, vocabulary_},
-        .rules = environment_.corrections.rules(),
-        .duration = duration};
+    Dictation dictation{.session = sessionID_,
+                        .target = *target_,
+                        .options = {DictationLanguage::automatic, transcriptionModel_, vocabulary_},
+                        .rules = environment_.corrections.rules(),
+                        .duration = duration};
     uploadTask_ = tasks_.start(
         [this, &dictation](std::stop_token stop) { return process(std::move(dictation), stop); });
 }
@@ -187,8 +192,8 @@ TextInsertion::Request AppModel::insertionRequest(const Dictation& dictation,
     request.onVerifiedPaste = [this, stop, session = dictation.session, target = dictation.target,
                                rules = std::move(appliedRules)](const CorrectionContext& context) {
         if (!isCurrent(session, stop)) return;
-        environment_.correctionObserver.start(context, target, environment_.corrections, rules, true,
-                                              [this] { return hotkey_.inputGeneration(); });
+        environment_.correctionObserver.start(context, target, environment_.corrections, rules,
+                                              true, [this] { return hotkey_.inputGeneration(); });
     };
     request.onLearningEvent = [this, app = dictation.target.appName](
                                   const std::string& code, const TextInsertion::Counts& counts) {

@@ -16,13 +16,21 @@ constexpr Texts texts[] = {
     {"paper", "Paper", "Warm ivory, ink lettering, and terracotta accents."},
 };
 
-const Texts& of(RecordingTheme theme) { return texts[static_cast<std::size_t>(theme)]; }
+const Texts& of(RecordingTheme theme) {
+    return texts[static_cast<std::size_t>(theme)];
+}
 
 }  // namespace
 
-std::string_view rawValue(RecordingTheme theme) { return of(theme).raw; }
-std::string_view title(RecordingTheme theme) { return of(theme).title; }
-std::string_view detail(RecordingTheme theme) { return of(theme).detail; }
+std::string_view rawValue(RecordingTheme theme) {
+    return of(theme).raw;
+}
+std::string_view title(RecordingTheme theme) {
+    return of(theme).title;
+}
+std::string_view detail(RecordingTheme theme) {
+    return of(theme).detail;
+}
 
 std::optional<RecordingTheme> recordingThemeFromRawValue(std::string_view raw) {
     for (auto theme : allRecordingThemes)

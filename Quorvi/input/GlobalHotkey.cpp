@@ -22,9 +22,13 @@ GlobalHotkey::GlobalHotkey(Scheduler& scheduler, KeyEventTap& tap,
       accessibility_(accessibility),
       modifierHoldDelay_(modifierHoldDelay) {}
 
-GlobalHotkey::~GlobalHotkey() { stop(); }
+GlobalHotkey::~GlobalHotkey() {
+    stop();
+}
 
-bool GlobalHotkey::isRunning() const { return installed_ && tap_.isValid() && tap_.isEnabled(); }
+bool GlobalHotkey::isRunning() const {
+    return installed_ && tap_.isValid() && tap_.isEnabled();
+}
 
 bool GlobalHotkey::start() {
     if (installed_ && tap_.isValid()) {
@@ -136,7 +140,8 @@ TapVerdict GlobalHotkey::handle(const TapEvent& event) {
             tap_.setEnabled(true);
             queueInterruption();
             return TapVerdict::pass;
-        default: break;
+        default:
+            break;
     }
     if (event.sourceUserData == quorviPasteEventMarker) return TapVerdict::pass;
 
@@ -156,7 +161,8 @@ TapVerdict GlobalHotkey::handle(const TapEvent& event) {
         case TapEventType::scrollWheel:
             if (!suspended_) apply(modifierGesture_.chord());
             return TapVerdict::pass;
-        default: return handleKey(event);
+        default:
+            return handleKey(event);
     }
 }
 
@@ -226,7 +232,9 @@ void GlobalHotkey::apply(ModifierHotkeyGesture::Action action) {
     using Action = ModifierHotkeyGesture::Action;
     if (!modifierGesture_.isPending()) holdTimer_.cancel();
     switch (action) {
-        case Action::arm: armHoldTimer(); break;
+        case Action::arm:
+            armHoldTimer();
+            break;
         case Action::finish:
         case Action::toggle:
             queue([this, down = action == Action::toggle] {
@@ -239,7 +247,8 @@ void GlobalHotkey::apply(ModifierHotkeyGesture::Action action) {
             });
             break;
         case Action::none:
-        case Action::start: break;
+        case Action::start:
+            break;
     }
 }
 

@@ -25,7 +25,8 @@ constexpr std::size_t searchedDepth = 11;
 constexpr std::size_t searchedChildren = 48;
 
 bool isTextRole(const std::optional<std::string>& role) {
-    static constexpr std::array<std::string_view, 3> roles{"AXTextField", "AXTextArea", "AXComboBox"};
+    static constexpr std::array<std::string_view, 3> roles{"AXTextField", "AXTextArea",
+                                                           "AXComboBox"};
     return role && std::ranges::find(roles, *role) != roles.end();
 }
 
@@ -41,7 +42,9 @@ std::optional<T> valueAs(std::optional<AXValue> value) {
     return std::nullopt;
 }
 
-[[noreturn]] void refuse(const char* sentence) { throw QuorviError::message(sentence); }
+[[noreturn]] void refuse(const char* sentence) {
+    throw QuorviError::message(sentence);
+}
 
 }  // namespace
 
@@ -58,7 +61,8 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
     auto element = focusedElement(frontmost->pid);
     std::optional<Utf16Range> selected;
     if (element) {
-        if (isSecure(*element, applicationTimeout)) refuse("Select a regular text field to dictate.");
+        if (isSecure(*element, applicationTimeout))
+            refuse("Select a regular text field to dictate.");
         selected = selection(*element, applicationTimeout);
         if (!selected && !isTextRole(role(*element, applicationTimeout))) element.reset();
     }
@@ -80,7 +84,8 @@ void FieldInspector::validate(const InsertionTarget& target,
     const auto frontmost = workspace_.frontmostApplication();
     if (!frontmost || frontmost->pid != target.pid ||
         currentInputGeneration != target.inputGeneration)
-        refuse("The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
+        refuse(
+            "The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
     if (target.window && focusedWindow(target.pid) != target.window)
         refuse("The active window changed. Your transcript is ready to copy in Quorvi.");
 
@@ -100,8 +105,8 @@ std::optional<std::string> FieldInspector::correctionField(const InsertionTarget
     if (target.pid == workspace_.ownPid() || !target.element) return std::nullopt;
     if (isSecure(*target.element, fieldTimeout)) return std::nullopt;
     if (requireFocus && !hasFocus(target)) return std::nullopt;
-    auto value = valueAs<std::string>(
-        accessibility_.attribute(*target.element, "AXValue", fieldTimeout));
+    auto value =
+        valueAs<std::string>(accessibility_.attribute(*target.element, "AXValue", fieldTimeout));
     // A string never has more UTF-16 units than bytes, so only a long one needs counting.
     if (value && value->size() > static_cast<std::size_t>(CorrectionContext::fieldLimit) &&
         text::utf16Length(*value) > CorrectionContext::fieldLimit)
@@ -142,8 +147,8 @@ std::optional<AXElement> FieldInspector::focusedTextElement(const AXElement& sta
         if (examined == searchedElements || clock_.now() >= deadline) break;
         const auto itsRole = role(candidate.element, searchTimeout);
         if (isTextRole(itsRole) || isSecure(candidate.element, searchTimeout)) {
-            if (valueAs<bool>(accessibility_.attribute(candidate.element, "AXFocused", searchTimeout)) ==
-                true)
+            if (valueAs<bool>(accessibility_.attribute(candidate.element, "AXFocused",
+                                                       searchTimeout)) == true)
                 return candidate.element;
             continue;  // costs nothing of the budget, nor is it searched into
         }

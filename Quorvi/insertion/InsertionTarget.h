@@ -1,9 +1,9 @@
 #pragma once
 
+#include <sys/types.h>
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <sys/types.h>
 
 #include "Quorvi/platform/Accessibility.h"
 #include "QuorviCore/text/Utf16Range.h"

@@ -86,7 +86,8 @@ Task<std::optional<CorrectionContext>> TextInsertion::insert(std::string text,
                                                              InsertionTarget target,
                                                              Request request,
                                                              std::stop_token stop) {
-    Paste paste{.text = std::move(text), .target = std::move(target), .request = std::move(request)};
+    Paste paste{
+        .text = std::move(text), .target = std::move(target), .request = std::move(request)};
 
     auto released = waitForModifiers(stop);
     co_await released;

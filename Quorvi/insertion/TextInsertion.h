@@ -39,7 +39,7 @@ public:
     // What one insertion needs of its caller, besides the text and where it goes.
     struct Request {
         bool learnCorrections = false;  // read the field before and after, to verify the paste
-        std::function<void(const CorrectionContext&)> onVerifiedPaste;          // optional
+        std::function<void(const CorrectionContext&)> onVerifiedPaste;                // optional
         std::function<void(const std::string& code, const Counts&)> onLearningEvent;  // optional
         std::function<std::uint64_t()> currentInputGeneration;
         std::optional<TranscriptClipboard::Copy> clipboard;  // made ahead, optional

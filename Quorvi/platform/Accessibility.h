@@ -1,10 +1,10 @@
 #pragma once
 
+#include <sys/types.h>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 #include <variant>
 #include <vector>
 
@@ -41,7 +41,8 @@ using AXValue = std::variant<bool, std::string, Utf16Range, AXElement, std::vect
 //
 // Attribute names, with the type of their value:
 //   "AXRole"               text: "AXTextField" (one line), "AXTextArea" (many lines), "AXComboBox",
-//                          "AXStaticText", "AXButton", "AXImage", "AXWindow", "AXGroup" for all else
+//                          "AXStaticText", "AXButton", "AXImage", "AXWindow", "AXGroup" for all
+//                          else
 //   "AXSubrole"            text: "AXSecureTextField" for a password field, absent for others
 //   "AXFocused"            truth value
 //   "AXValue"              text: the whole content of a text element

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <span>
 #include <sys/types.h>
+#include <span>
 
 #include "Quorvi/platform/KeyEventTap.h"
 

@@ -27,9 +27,9 @@ enum class TapEventType : std::uint32_t {
 // One event of the login session's input devices.
 struct TapEvent {
     TapEventType type = TapEventType::keyDown;
-    KeyCode keyCode = 0;              // of a keyboard event; auto-repeat is a further keyDown
-    std::int64_t button = 0;          // of a mouse event: 0 left, 1 right, 2 middle, 3 and up others
-    std::uint64_t flags = 0;          // modifierFlag bits after the event, sides included
+    KeyCode keyCode = 0;      // of a keyboard event; auto-repeat is a further keyDown
+    std::int64_t button = 0;  // of a mouse event: 0 left, 1 right, 2 middle, 3 and up others
+    std::uint64_t flags = 0;  // modifierFlag bits after the event, sides included
     std::int64_t sourceUserData = 0;  // the marker of a synthesised event, else 0
 };
 

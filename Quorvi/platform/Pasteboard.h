@@ -33,7 +33,7 @@ struct PasteboardItem {
 };
 
 enum class TranscriptVisibility {
-    everywhere,       // a text like any other
+    everywhere,         // a text like any other
     hiddenFromHistory,  // marked so that clipboard managers keep it out of their history
 };
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <sys/types.h>
 #include <functional>
 #include <optional>
 #include <string>
-#include <sys/types.h>
 
 #include "QuorviCore/async/Observable.h"
 

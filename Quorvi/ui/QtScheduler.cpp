@@ -31,7 +31,9 @@ private:
 
 }  // namespace
 
-TimePoint QtScheduler::now() const { return std::chrono::steady_clock::now(); }
+TimePoint QtScheduler::now() const {
+    return std::chrono::steady_clock::now();
+}
 
 Date QtScheduler::date() const {
     const auto since = std::chrono::system_clock::now().time_since_epoch();

@@ -96,7 +96,8 @@ RecordingPanel::RecordingPanel(AppModel& model, std::function<bool()> isComposit
     copyButton_.setCursor(Qt::PointingHandCursor);
     copyButton_.setGeometry(panelSize.width() - shadowMargin - 66, 30, 54, 30);
     copyButton_.hide();
-    QObject::connect(&copyButton_, &QToolButton::clicked, this, [this] { model_.copyTranscript(); });
+    QObject::connect(&copyButton_, &QToolButton::clicked, this,
+                     [this] { model_.copyTranscript(); });
     changes_ = model_.onChange([this] {
         if (isVisible()) refresh();
     });

@@ -69,13 +69,23 @@ void paintStageIcon(QPainter& painter, const QRectF& bounds, DictationStage stag
     painter.scale(bounds.width() / grid, bounds.height() / grid);
     switch (stage) {
         case DictationStage::idle:
-        case DictationStage::recording: paintMicrophone(painter, color); break;
+        case DictationStage::recording:
+            paintMicrophone(painter, color);
+            break;
         case DictationStage::transcribing:
-        case DictationStage::inserting: paintDots(painter, color); break;
+        case DictationStage::inserting:
+            paintDots(painter, color);
+            break;
         case DictationStage::success:
-        case DictationStage::learned: paintTick(painter, color); break;
-        case DictationStage::clipboard: paintClipboard(painter, color); break;
-        case DictationStage::failure: paintExclamation(painter, color); break;
+        case DictationStage::learned:
+            paintTick(painter, color);
+            break;
+        case DictationStage::clipboard:
+            paintClipboard(painter, color);
+            break;
+        case DictationStage::failure:
+            paintExclamation(painter, color);
+            break;
     }
     painter.restore();
 }

@@ -71,7 +71,8 @@ void StatusItem::rebuildMenu() {
     const auto line = [this](const QString& text) { menu_.addAction(text)->setEnabled(false); };
     const auto action = [this](const char* text, std::function<void()> effect) {
         auto* added = menu_.addAction(QString::fromUtf8(text));
-        QObject::connect(added, &QAction::triggered, added, [effect = std::move(effect)] { effect(); });
+        QObject::connect(added, &QAction::triggered, added,
+                         [effect = std::move(effect)] { effect(); });
         return added;
     };
     line(QStringLiteral("Quorvi · ") + qt(title(stage)));
@@ -79,8 +80,9 @@ void StatusItem::rebuildMenu() {
     menu_.addSeparator();
     if (stage == DictationStage::recording) action("Stop && insert", [this] { model_.finish(); });
     if (isActive(stage)) action("Cancel dictation", [this] { model_.cancel(); });
-    action("Copy last transcript", [this] { model_.copyTranscript(); })
-        ->setEnabled(!model_.lastTranscript().empty());
+    action("Copy last transcript", [this] {
+        model_.copyTranscript();
+    })->setEnabled(!model_.lastTranscript().empty());
     action("Reset dictation", [this] { model_.resetDictation(); });
     menu_.addSeparator();
     action("Quit Quorvi", quit_);

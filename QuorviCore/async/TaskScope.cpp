@@ -33,7 +33,8 @@ TaskHandle TaskScope::start(const std::function<Task<void>(std::stop_token)>& ma
     std::stop_source stop;
     std::weak_ptr<std::list<Running>> running = running_;
     auto remove = [running, id] {
-        if (auto list = running.lock()) list->remove_if([id](const Running& r) { return r.id == id; });
+        if (auto list = running.lock())
+            list->remove_if([id](const Running& r) { return r.id == id; });
     };
     auto task = supervise(scheduler_, make(stop.get_token()), std::move(remove));
     running_->push_back({id, stop, std::move(task)});

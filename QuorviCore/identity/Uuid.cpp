@@ -7,7 +7,9 @@ namespace quorvi {
 
 namespace {
 constexpr char hexDigits[] = "0123456789ABCDEF";
-bool isHyphenPosition(std::size_t i) { return i == 8 || i == 13 || i == 18 || i == 23; }
+bool isHyphenPosition(std::size_t i) {
+    return i == 8 || i == 13 || i == 18 || i == 23;
+}
 }  // namespace
 
 std::string newUuid() {
@@ -15,7 +17,8 @@ std::string newUuid() {
     std::array<unsigned char, 16> bytes{};
     for (std::size_t i = 0; i < bytes.size(); i += 4) {
         const unsigned word = entropy();
-        for (std::size_t k = 0; k < 4; ++k) bytes[i + k] = static_cast<unsigned char>(word >> (8 * k));
+        for (std::size_t k = 0; k < 4; ++k)
+            bytes[i + k] = static_cast<unsigned char>(word >> (8 * k));
     }
     bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);
     bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);
@@ -32,7 +35,8 @@ std::string newUuid() {
 bool isUuid(const std::string& s) {
     if (s.size() != 36) return false;
     for (std::size_t i = 0; i < s.size(); ++i) {
-        if (isHyphenPosition(i) ? s[i] != '-' : std::string(hexDigits).find(s[i]) == std::string::npos)
+        if (isHyphenPosition(i) ? s[i] != '-'
+                                : std::string(hexDigits).find(s[i]) == std::string::npos)
             return false;
     }
     return true;

@@ -40,9 +40,10 @@ const ModifierKey* findModifier(KeyCode code) {
 }
 
 constexpr std::array<std::pair<KeyCode, std::string_view>, 20> functionKeyNames{{
-    {122, "F1"},  {120, "F2"},  {99, "F3"},   {118, "F4"},  {96, "F5"},   {97, "F6"},  {98, "F7"},
-    {100, "F8"},  {101, "F9"},  {109, "F10"}, {103, "F11"}, {111, "F12"}, {105, "F13"}, {107, "F14"},
-    {113, "F15"}, {106, "F16"}, {64, "F17"},  {79, "F18"},  {80, "F19"},  {90, "F20"},
+    {122, "F1"},  {120, "F2"},  {99, "F3"},   {118, "F4"},  {96, "F5"},
+    {97, "F6"},   {98, "F7"},   {100, "F8"},  {101, "F9"},  {109, "F10"},
+    {103, "F11"}, {111, "F12"}, {105, "F13"}, {107, "F14"}, {113, "F15"},
+    {106, "F16"}, {64, "F17"},  {79, "F18"},  {80, "F19"},  {90, "F20"},
 }};
 
 }  // namespace
@@ -54,7 +55,9 @@ const Hotkey Hotkey::f8{100, 0, "F8"};
 const Hotkey Hotkey::f13{105, 0, "F13"};
 const Hotkey Hotkey::commandShiftSpace{49, modifierFlag::command | modifierFlag::shift, "⇧⌘Space"};
 
-bool Hotkey::isModifier() const { return findModifier(keyCode) != nullptr; }
+bool Hotkey::isModifier() const {
+    return findModifier(keyCode) != nullptr;
+}
 
 std::uint64_t Hotkey::deviceModifierMask() const {
     const auto* key = findModifier(keyCode);
@@ -68,10 +71,14 @@ bool Hotkey::isSoleModifier(std::uint64_t flags) const {
 
 std::optional<Hotkey> Hotkey::standaloneModifier(KeyCode code) {
     switch (code) {
-        case quorvi::keyCode::leftControl: return leftControl;
-        case quorvi::keyCode::rightOption: return rightOption;
-        case quorvi::keyCode::rightControl: return rightControl;
-        default: return std::nullopt;
+        case quorvi::keyCode::leftControl:
+            return leftControl;
+        case quorvi::keyCode::rightOption:
+            return rightOption;
+        case quorvi::keyCode::rightControl:
+            return rightControl;
+        default:
+            return std::nullopt;
     }
 }
 
@@ -129,7 +136,8 @@ std::optional<Hotkey> Hotkey::fromJson(std::string_view json) {
 }
 
 std::optional<std::string_view> functionKeyName(KeyCode code) {
-    const auto* found = std::ranges::find(functionKeyNames, code, &std::pair<KeyCode, std::string_view>::first);
+    const auto* found =
+        std::ranges::find(functionKeyNames, code, &std::pair<KeyCode, std::string_view>::first);
     if (found == functionKeyNames.end()) return std::nullopt;
     return found->second;
 }

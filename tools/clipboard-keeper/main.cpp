@@ -41,9 +41,7 @@ bool takeClipboard(X11Pasteboard& pasteboard, LoopScheduler& scheduler,
     bool done = false;
     bool taken = false;
     TaskScope scope(scheduler);
-    scope.start([&](std::stop_token) {
-        return offer(pasteboard, std::move(items), done, taken);
-    });
+    scope.start([&](std::stop_token) { return offer(pasteboard, std::move(items), done, taken); });
     scheduler.runUntil([&] { return done; }, 10s);
     return taken;
 }

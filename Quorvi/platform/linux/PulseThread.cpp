@@ -108,7 +108,9 @@ PulseThread::PulseThread() : impl_(std::make_unique<Impl>()) {
     pthread_setname_np(impl_->thread.native_handle(), "sound");
 }
 
-PulseThread::~PulseThread() { end(); }
+PulseThread::~PulseThread() {
+    end();
+}
 
 void PulseThread::end() {
     if (!impl_->thread.joinable()) return;

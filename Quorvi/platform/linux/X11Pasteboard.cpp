@@ -175,10 +175,9 @@ Task<std::vector<PasteboardItem>> X11Pasteboard::offered() {
     using Items = std::vector<PasteboardItem>;
     Promise<Items> promise(scheduler_);
     auto future = promise.future();
-    worker_->enqueue({[promise](X11ClipboardSession& session) mutable {
-                          promise.resolve(session.offered());
-                      },
-                      [promise]() mutable { promise.resolve(Items{}); }});
+    worker_->enqueue(
+        {[promise](X11ClipboardSession& session) mutable { promise.resolve(session.offered()); },
+         [promise]() mutable { promise.resolve(Items{}); }});
     co_return co_await future;
 }
 
