@@ -44,10 +44,10 @@ bool GlobalHotkey::start() {
     }
     if (installed_) stop();
     if (!accessibility_.isTrusted()) return false;
+    declareSwallowedKeys();
     if (!tap_.install([this](const TapEvent& event) { return handle(event); })) return false;
     installed_ = true;
     refreshTrackedInput();
-    declareSwallowedKeys();
     tap_.setEnabled(true);
     return isRunning();
 }
@@ -94,7 +94,6 @@ void GlobalHotkey::setCancelEnabled(bool enabled) {
 }
 
 void GlobalHotkey::declareSwallowedKeys() {
-    if (!installed_) return;
     std::vector<SwallowedKey> keys;
     if (!suspended_) {
         if (!shortcut_.isModifier()) keys.push_back({shortcut_.keyCode, shortcut_.modifiers});

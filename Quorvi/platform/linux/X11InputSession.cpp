@@ -27,10 +27,13 @@ constexpr auto layoutSettleTime = std::chrono::milliseconds(50);
 
 }  // namespace
 
-std::unique_ptr<X11InputSession> X11InputSession::start(Sink sink, std::function<void()> onLost) {
+std::unique_ptr<X11InputSession> X11InputSession::start(Sink sink, std::function<void()> onLost,
+                                                        std::vector<SwallowedKey> swallowed) {
     std::unique_ptr<X11InputSession> session(
         new X11InputSession(std::move(sink), std::move(onLost)));
     if (!session->connect()) return nullptr;
+    session->grabs_.setSwallowed(std::move(swallowed));
+    session->grabs_.connection().synchronise();
     session->alive_ = true;
     session->thread_ = std::thread([s = session.get()] { s->run(); });
     pthread_setname_np(session->thread_.native_handle(), "quorvi-input");

@@ -33,7 +33,9 @@ public:
 
     // Null when there is no server or it lacks an extension. `onLost` is called on the input
     // thread, once, when the connection breaks.
-    static std::unique_ptr<X11InputSession> start(Sink sink, std::function<void()> onLost);
+    // Keys that are to be swallowed are held back from the first moment on.
+    static std::unique_ptr<X11InputSession> start(Sink sink, std::function<void()> onLost,
+                                                  std::vector<SwallowedKey> swallowed);
     ~X11InputSession();
 
     // All of these are called on the main thread and return at once.

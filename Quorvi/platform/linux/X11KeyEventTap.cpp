@@ -73,9 +73,8 @@ bool X11KeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler)
         std::make_shared<std::function<TapVerdict(const TapEvent&)>>(std::move(handler));
     auto session = X11InputSession::start(
         [inbox](const TapEvent& event) { inbox->add(event); },
-        [inbox] { inbox->add({.type = TapEventType::tapDisabledByUserInput}); });
+        [inbox] { inbox->add({.type = TapEventType::tapDisabledByUserInput}); }, swallowed_);
     if (!session) return false;
-    session->setSwallowed(swallowed_);
     inbox_ = std::move(inbox);
     session_ = std::move(session);
     enabled_ = true;

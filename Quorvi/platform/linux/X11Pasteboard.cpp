@@ -164,7 +164,9 @@ Task<std::vector<PasteboardItem>> X11Pasteboard::read(std::stop_token stop) {
         } catch (const X11OwnerSilent&) {
             promise.reject(unavailable());
         } catch (const Cancelled&) {
-            promise.reject(unavailable());  // heard by nobody, unless the thread is ending
+            // The reader's stop reaches this thread before its future, or the thread is ending.
+            promise.reject(stop.stop_requested() ? std::make_exception_ptr(Cancelled{})
+                                                 : unavailable());
         }
     };
     worker.enqueue({std::move(run), [promise]() mutable { promise.reject(unavailable()); }});

@@ -33,8 +33,10 @@ public:
           signals_(std::move(signals)),
           context_(g_main_context_new()),
           loop_(g_main_loop_new(context_, FALSE)),
-          connection_(std::make_unique<X11Connection>()),
-          thread_([this] { run(); }) {
+          connection_(std::make_unique<X11Connection>()) {
+        // So that the application is known as soon as the workspace exists.
+        if (connection_->isAlive()) remember(X11ActiveApplication(*connection_).look());
+        thread_ = std::thread([this] { run(); });
         pthread_setname_np(thread_.native_handle(), "quorvi-session");
     }
 
