@@ -8,7 +8,7 @@
 #include "QuorviCore/async/Scheduler.h"
 #include "tests/fakes/FakeKeyEventTap.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // Writes down what is posted. In the turn after, the events reach the hook `tap`, when there is
 // one, and `onPost` stands in for the application that receives them.
@@ -41,4 +41,4 @@ private:
     FakeKeyEventTap* tap_;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test
