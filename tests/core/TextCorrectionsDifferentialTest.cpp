@@ -64,7 +64,8 @@ const auto letters = split(
     "\u10A0 \u2D00 \u1C90 \u10D0 \u13A0 \uAB70 𐐀 𐐨 Ⅷ ⅷ 1 ٣ _ ² ª ʰ 가 각 \u1100 \u1161 "
     "\u11A8 漢 \uF900 豈 क\u094D\u0937 ᾈ ἀι ᾀ ΰ \u1E96 h\u0331"s);
 const auto symbols = split(
-    ". , - + ( ) [ ] \\ ^ $ | * ? { } # & / \" ' ’ ! 😀 👨‍👩‍👧 🇬🇷 € \u200D \uFEFF "
+    ". , - + ( ) [ ] \\ ^ $ | * ? { } # & / \" ' ’ ! 😀 👨‍👩‍👧 🇬🇷 € \u200D "
+    "\uFEFF "
     "\u200B "
     "\u00AD \uFFFD \0 Ⓐ ⓐ \u037E \u1FEF \u180E \x1C \xFF \xC3 \xED\xA0\x80 \xF0\x9F "
     "\xED\xBF\xBF \xE2\x82 \x80"s);

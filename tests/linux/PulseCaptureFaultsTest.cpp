@@ -116,16 +116,22 @@ public:
 };
 
 TEST_F(PulseCaptureFaults, ADiskThatFillsUpEndsTheRecordingWithAnEncodingError) {
-    const SmallDisk disk("16k");
-    ASSERT_TRUE(disk.mounted);
     SoundServer server;
-    MicrophoneUser user(server.address());
-    const auto playing = server.play(noise(20));
-    ASSERT_TRUE(user.record(disk.folder.path() / "recording.m4a")) << user.error;
-    ASSERT_TRUE(user.waitForEnd());
-    EXPECT_EQ(user.ends, std::vector{CaptureEnd::encodingError});
-    EXPECT_FALSE(user.stop());
-    EXPECT_EQ(user.error, "The recording could not be written: No space left on device.");
+    std::string error;
+    // A microphone that the machine starves is lost before the disk is full.
+    for (int attempt = 0; attempt < 4 && error.empty(); ++attempt) {
+        const SmallDisk disk("16k");
+        ASSERT_TRUE(disk.mounted);
+        MicrophoneUser user(server.address());
+        const auto playing = server.play(noise(20));
+        ASSERT_TRUE(user.record(disk.folder.path() / "recording.m4a")) << user.error;
+        ASSERT_TRUE(user.waitForEnd());
+        if (user.ends == std::vector{CaptureEnd::deviceLost}) continue;
+        EXPECT_EQ(user.ends, std::vector{CaptureEnd::encodingError});
+        EXPECT_FALSE(user.stop());
+        error = user.error;
+    }
+    EXPECT_EQ(error, "The recording could not be written: No space left on device.");
 }
 
 TEST_F(PulseCaptureFaults, AFullDiskRefusesTheRecordingWithItsReason) {

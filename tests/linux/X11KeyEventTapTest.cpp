@@ -1,16 +1,10 @@
 #include "Quorvi/platform/linux/X11KeyEventTap.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <set>
 
-#include "Quorvi/platform/linux/X11KeyMap.h"
 #include "tests/support/KeyWindow.h"
-#include "tests/support/Process.h"
 #include "tests/support/TapRecorder.h"
 #include "tests/support/TestUser.h"
 
@@ -358,97 +352,6 @@ TEST_F(X11KeyEventTapTest, KeepsOrderAndLosesNothingWhileTheMainThreadIsBusy) {
         EXPECT_EQ(recorder.events[i].type, i % 2 == 0 ? Type::keyDown : Type::keyUp);
         EXPECT_EQ(recorder.events[i].keyCode, i % 4 < 2 ? codeA : codeF8);
     }
-}
-
-TEST(X11KeyEventTap, SurvivesTheServersEndAndIsRevivedOnAnother) {
-    const std::string original = std::getenv("DISPLAY");
-    {
-        TapRecorder recorder;
-        NestedServer first;
-        ASSERT_FALSE(first.display().empty());
-        setenv("DISPLAY", first.display().c_str(), 1);
-        ASSERT_TRUE(recorder.install());
-        first.kill();
-        ASSERT_TRUE(recorder.waitForEvents(1));
-        EXPECT_EQ(recorder.events[0].type, Type::tapDisabledByUserInput);
-        EXPECT_FALSE(recorder.tap.isValid());
-        EXPECT_FALSE(recorder.tap.isEnabled());
-        EXPECT_FALSE(recorder.install());
-
-        NestedServer second;
-        setenv("DISPLAY", second.display().c_str(), 1);
-        ASSERT_TRUE(recorder.install());
-        EXPECT_TRUE(recorder.tap.isEnabled());
-        TestUser user(second.display());
-        user.tap(key::a);
-        EXPECT_TRUE(recorder.waitForType(Type::keyUp, codeA));
-    }
-    unsetenv("DISPLAY");
-    TapRecorder without;
-    EXPECT_FALSE(without.install());
-    setenv("DISPLAY", original.c_str(), 1);
-}
-
-TEST(X11KeyEventTap, KillingTheProcessThatHoldsAKeyLeavesTheKeyboardUsable) {
-    int ready[2];
-    ASSERT_EQ(pipe(ready), 0);
-    KeyWindow window;
-    ASSERT_TRUE(window.show());
-    const auto child = fork();
-    if (child == 0) {
-        TapRecorder recorder;
-        const bool installed = recorder.install();
-        recorder.tap.setSwallowed({{codeF8, 0}});
-        const auto say = [&](bool yes) { return write(ready[1], yes ? "y" : "n", 1) == 1; };
-        bool told = say(installed && recorder.settle());
-        told = told && say(recorder.waitForType(Type::keyDown, codeF8));
-        recorder.scheduler.runFor(std::chrono::minutes(5));
-        _exit(told ? 0 : 1);
-    }
-    const auto hear = [&] {
-        char answer = 0;
-        return read(ready[0], &answer, 1) == 1 && answer == 'y';
-    };
-    TestUser user;
-    ASSERT_TRUE(hear());
-    window.forget();
-    user.press(key::f8);
-    ASSERT_TRUE(hear());
-    EXPECT_TRUE(window.keys().empty());
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    user.type({key::a, key::s});
-    EXPECT_TRUE(window.waitForKey({key::s, false}));
-    user.release(key::f8);
-    user.tap(key::f8);
-    EXPECT_TRUE(window.waitForKey({key::f8, true}));
-    close(ready[0]);
-    close(ready[1]);
-}
-
-TEST(X11KeyMap, EveryKeyOfAFullKeyboardHasItsOwnCode) {
-    std::set<KeyCode> codes;
-    std::size_t keys = 0;
-    // Esc to keypad point, the ISO key with F11 and F12, keypad Enter to right Alt, Home to Delete,
-    // the Windows keys and Menu, F13 to F20; but not Scroll Lock, which no Mac has.
-    for (const auto& [first, last] : {std::pair{9, 77},
-                                      {79, 91},
-                                      {94, 96},
-                                      {104, 106},
-                                      {108, 108},
-                                      {110, 119},
-                                      {133, 135},
-                                      {191, 198}})
-        for (int keycode = first; keycode <= last; ++keycode, ++keys) {
-            const auto code = keyCodeOfPosition(static_cast<XKeycode>(keycode));
-            EXPECT_LT(code, firstForeignKeyCode) << keycode;
-            EXPECT_EQ(positionOfKeyCode(code), keycode);
-            codes.insert(code);
-        }
-    EXPECT_EQ(codes.size(), keys);
-    EXPECT_EQ(keyCodeOfPosition(107), 0x100 + 107);
-    EXPECT_EQ(positionOfKeyCode(0x100 + 107), 107);
-    EXPECT_EQ(positionOfKeyCode(keyCode::fn), 0);
 }
 
 }  // namespace

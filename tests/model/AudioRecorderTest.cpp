@@ -1,7 +1,6 @@
 #include "Quorvi/dictation/AudioRecorder.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>

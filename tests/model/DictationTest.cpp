@@ -42,26 +42,6 @@ TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     EXPECT_EQ(model->stage(), Stage::success) << "the stage stays";
 }
 
-TEST_F(DictationTest, AHeldModifierAndATappedOneDriveItToo) {
-    model->setShortcut(Hotkey::rightOption);
-    keyboard.press(keyCode::rightOption);
-    scheduler.advance(1300ms);
-    EXPECT_EQ(model->stage(), Stage::recording);
-    keyboard.release(keyCode::rightOption);
-    scheduler.advance(2s);
-    EXPECT_EQ(model->stage(), Stage::success);
-
-    moveCaret();
-    model->setMode(DictationMode::toggle);
-    keyboard.tap(keyCode::rightOption);
-    scheduler.advance(1s);
-    EXPECT_EQ(model->stage(), Stage::recording);
-    keyboard.tap(keyCode::rightOption);
-    scheduler.advance(2s);
-    EXPECT_EQ(model->stage(), Stage::success);
-    EXPECT_EQ(history.records().size(), 2u);
-}
-
 TEST_F(DictationTest, TheStartCueItselfIsNotTakenForSpeech) {
     // Loud while the cue sounds, silent afterwards.
     microphone.levels = ([](double seconds) { return seconds < 0.18 ? -10.0F : -70.0F; });

@@ -53,23 +53,6 @@ TEST_F(DictationTest, ARefusedInsertionLeavesTheTextOnTheClipboard) {
     EXPECT_EQ(pasteboard.text(), "Hello there");
 }
 
-TEST_F(DictationTest, FailuresOfTheServiceShowTheirSentence) {
-    service.status = 401;
-    dictate();
-    scheduler.advance(1s);
-    EXPECT_EQ(model->stage(), Stage::failure);
-    EXPECT_EQ(model->message(), "Your API key was rejected. Replace it in Settings.");
-    scheduler.advance(6s);
-    EXPECT_EQ(overlay, "hidden");
-
-    service.status = 200;
-    service.body = "<html>";
-    dictate();
-    scheduler.advance(1s);
-    EXPECT_EQ(model->message(), "The transcription service returned an unreadable result.");
-    EXPECT_TRUE(history.records().empty());
-}
-
 TEST_F(DictationTest, WithoutWhatItNeedsItSaysSo) {
     const auto notReady =
         "Open Quorvi from the menu bar, then Settings to finish API key and permission setup.";

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 
 #include "Quorvi/dictation/RecordingSounds.h"
 #include "tests/fakes/FakeSoundOutput.h"

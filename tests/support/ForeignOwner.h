@@ -36,7 +36,6 @@ public:
     ForeignOwner(std::vector<PasteboardItem> items, Manners manners)
         : connection_(std::in_place),
           manners_(std::move(manners)),
-          delay_(manners_.delay.count()),
           wakeFd_(eventfd(0, EFD_CLOEXEC)) {
         targets_ = connection_->atom("TARGETS");
         incr_ = connection_->atom("INCR");
@@ -56,7 +55,6 @@ public:
         close(wakeFd_);
     }
 
-    void setDelay(std::chrono::milliseconds delay) { delay_ = delay.count(); }
     int requests() const { return requests_; }
     int reads() const { return reads_; }  // requests that were answered with what is offered
 
@@ -106,7 +104,7 @@ private:
         pollfd wake{wakeFd_, POLLIN, 0};
         const bool slow = manners_.delayedType.empty() ||
                           request.target == connection_->atom(manners_.delayedType);
-        if (slow && delay_ > 0 && poll(&wake, 1, static_cast<int>(delay_.load())) > 0) return;
+        if (slow && poll(&wake, 1, static_cast<int>(manners_.delay.count())) > 0) return;
         union {
             xcb_selection_notify_event_t event;
             char bytes[32];
@@ -172,7 +170,6 @@ private:
 
     std::optional<X11Connection> connection_;
     Manners manners_;
-    std::atomic<std::int64_t> delay_;
     std::atomic<int> requests_{0}, reads_{0};
     std::atomic<bool> ending_{false};
     int wakeFd_;

@@ -3,7 +3,6 @@
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
