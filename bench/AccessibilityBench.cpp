@@ -10,14 +10,15 @@
 #include "Quorvi/platform/linux/AtspiBus.h"
 #include "Quorvi/platform/linux/AtspiPeers.h"
 #include "bench/Figure.h"
-#include "tests/linux/support/EditorProcess.h"
-#include "tests/linux/support/FieldReader.h"
+#include "tests/support/Editors.h"
+#include "tests/support/FieldReader.h"
+#include "tests/support/Process.h"
 
 namespace quorvi {
 namespace {
 
 using namespace atspi;
-using namespace quorvi::testing;
+using namespace quorvi::test;
 using namespace std::chrono_literals;
 
 constexpr int rounds = 300;
@@ -76,7 +77,7 @@ struct Subject {
     AtspiAccessibility accessibility{[] { return true; }};
     FieldReader reader{accessibility};
     PlainCalls plain;
-    EditorProcess editor;
+    Process editor;
     std::optional<AXElement> field;
     std::optional<ObjectRef> object;
 };

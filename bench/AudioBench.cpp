@@ -10,7 +10,7 @@
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "bench/Figure.h"
-#include "tests/linux/support/Process.h"
+#include "tests/support/Process.h"
 
 namespace quorvi {
 namespace {
@@ -74,7 +74,7 @@ Run record(LoopScheduler& scheduler, AudioInput& input, Duration length) {
 }
 
 void measure() {
-    const testing::Process noise(
+    const test::Process noise(
         {"pacat", "-p", "-d", "mic_feed", "--raw", "--rate=44100", "--channels=1", "/dev/urandom"});
     LoopScheduler scheduler;
     PulseConnection connection(scheduler);

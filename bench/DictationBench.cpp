@@ -17,16 +17,15 @@
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "bench/Figure.h"
-#include "tests/linux/support/EditorProcess.h"
-#include "tests/linux/support/FieldReader.h"
-#include "tests/linux/support/TestUser.h"
+#include "tests/support/Editors.h"
+#include "tests/support/FieldReader.h"
+#include "tests/support/Process.h"
+#include "tests/support/TestUser.h"
 
 namespace quorvi::bench {
 namespace {
 
 using namespace std::chrono_literals;
-using quorvi::testing::EditorProcess;
-using quorvi::testing::TestFolder;
 
 constexpr int rounds = 15;
 
@@ -102,7 +101,7 @@ public:
                                       history_,                corrections_,
                                       observer_,               [this]() -> AccountSync& { return sync_; },
                                       "https://speech.example", environment.recordings};
-        editor_.emplace(quorvi::testing::mousepad(folder_.write("note.txt", "")));
+        editor_.emplace(test::mousepad(folder_.write("note.txt", "")));
         playTone();
         model_ = std::make_unique<AppModel>(std::move(watched));
         model_->setShortcut(Hotkey::f8);
@@ -225,11 +224,11 @@ private:
     std::unique_ptr<AppModel> model_;
 
     AtspiAccessibility lookingGlass_{[] { return true; }};
-    quorvi::testing::FieldReader reader_;
-    TestFolder folder_;
+    test::FieldReader reader_;
+    test::TestFolder folder_;
     test::TestUser user_;
-    std::optional<EditorProcess> editor_;
-    std::optional<EditorProcess> tone_;
+    std::optional<test::Process> editor_;
+    std::optional<test::Process> tone_;
     std::optional<AXElement> field_;
 };
 

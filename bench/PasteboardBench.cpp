@@ -9,8 +9,8 @@
 #include "Quorvi/platform/linux/LoopScheduler.h"
 #include "Quorvi/platform/linux/X11Pasteboard.h"
 #include "bench/Figure.h"
-#include "tests/linux/support/ForeignOwner.h"
-#include "tests/linux/support/ForeignRequestor.h"
+#include "tests/support/ForeignOwner.h"
+#include "tests/support/ForeignRequestor.h"
 
 namespace quorvi {
 namespace {

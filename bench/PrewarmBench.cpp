@@ -7,10 +7,11 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/CurlTransport.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
 #include "bench/DelayedLink.h"
 #include "bench/Figure.h"
-#include "tests/linux/support/Await.h"
-#include "tests/linux/support/TlsServer.h"
+#include "tests/support/TlsServer.h"
+#include "tests/support/Waiting.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "QuorviCore/corrections/TextCorrections.h"
 #include "QuorviCore/text/Tokens.h"
 #include "bench/Figure.h"
-#include "tests/core/LiteralRules.h"
+#include "tests/support/LiteralRules.h"
 
 namespace quorvi::bench {
 namespace {

@@ -14,8 +14,8 @@
 #include "Quorvi/platform/linux/X11Connection.h"
 #include "Quorvi/platform/linux/X11KeyEventTap.h"
 #include "bench/Figure.h"
-#include "tests/linux/support/KeyWindow.h"
-#include "tests/linux/support/TestUser.h"
+#include "tests/support/KeyWindow.h"
+#include "tests/support/TestUser.h"
 
 // What the input hook costs: the processor time that its thread spends on one event, system calls
 // included, and how long an event takes from the keyboard to the handler on the main thread. The

@@ -7,95 +7,70 @@
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/Waiting.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 using namespace std::chrono_literals;
 
-struct Journal {
-    std::vector<std::string> lines;
-};
-
-Task<int> slowAnswer(Scheduler& scheduler, std::stop_token stop) {
-    auto pause = sleepFor(scheduler, 10ms, stop);
+Task<int> slowAnswer(Scheduler& scheduler) {
+    auto pause = sleepFor(scheduler, 10ms, {});
     co_await pause;
     co_return 42;
 }
 
-Task<void> twoAnswers(Scheduler& scheduler, Journal& journal, std::stop_token stop) {
-    auto first = slowAnswer(scheduler, stop);
-    auto second = slowAnswer(scheduler, stop);
+Task<int> twoAnswers(Scheduler& scheduler) {
+    auto first = slowAnswer(scheduler);
+    auto second = slowAnswer(scheduler);
     first.start();
     second.start();
-    const int sum = co_await first + co_await second;
-    journal.lines.push_back("sum " + std::to_string(sum));
+    co_return co_await first + co_await second;
 }
 
-Task<void> sleepThenWrite(Scheduler& scheduler, Journal& journal, std::stop_token stop) {
+Task<void> sleepThenWrite(Scheduler& scheduler, std::string& journal, std::stop_token stop) {
     struct Ending {
-        Journal& journal;
-        ~Ending() { journal.lines.push_back("frame gone"); }
+        std::string& journal;
+        ~Ending() { journal += "frame gone"; }
     } ending{journal};
     auto pause = sleepFor(scheduler, 1s, stop);
     co_await pause;
-    journal.lines.push_back("woke");
-}
-
-Task<void> failing(Executor& executor, Scheduler& scheduler, Journal& journal) {
-    auto job = inBackground(executor, scheduler, []() -> int { throw std::runtime_error("no"); });
-    try {
-        co_await job;
-    } catch (const std::exception& e) {
-        journal.lines.push_back(e.what());
-    }
+    journal += "woke, ";
 }
 
 TEST(Async, TasksStartedSideBySideTakeTheTimeOfOne) {
     VirtualScheduler scheduler;
-    Journal journal;
-    TaskScope scope(scheduler);
-    scope.start([&](std::stop_token stop) { return twoAnswers(scheduler, journal, stop); });
+    const Running<int> running(twoAnswers(scheduler));
     scheduler.advance(9ms);
-    EXPECT_TRUE(journal.lines.empty());
+    EXPECT_FALSE(running.ended());
     scheduler.advance(1ms);
-    EXPECT_EQ(journal.lines, std::vector<std::string>{"sum 84"});
-    EXPECT_TRUE(scope.isEmpty());
+    EXPECT_EQ(running.value(), 84);
 }
 
-TEST(Async, CancellingEndsATaskInALaterTurnAndItNeverWakes) {
-    VirtualScheduler scheduler;
-    Journal journal;
-    TaskScope scope(scheduler);
-    auto handle =
-        scope.start([&](std::stop_token stop) { return sleepThenWrite(scheduler, journal, stop); });
-    handle.cancel();
-    EXPECT_TRUE(journal.lines.empty());
-    scheduler.advance(2s);
-    EXPECT_EQ(journal.lines, std::vector<std::string>{"frame gone"});
-}
-
-TEST(Async, AScopeTakesItsFramesWithItAndLateResultsAreDropped) {
-    VirtualScheduler scheduler;
-    Journal journal;
-    {
-        TaskScope scope(scheduler);
-        scope.start(
+TEST(Async, CancellingEndsATaskInALaterTurnAndDroppingItsScopeAtOnceAndItNeverWakes) {
+    for (const bool dropped : {false, true}) {
+        VirtualScheduler scheduler;
+        std::string journal;
+        auto scope = std::make_unique<TaskScope>(scheduler);
+        auto handle = scope->start(
             [&](std::stop_token stop) { return sleepThenWrite(scheduler, journal, stop); });
+        if (dropped)
+            scope.reset();
+        else
+            handle.cancel();
+        EXPECT_EQ(journal, dropped ? "frame gone" : "");
+        scheduler.advance(2s);
+        EXPECT_EQ(journal, "frame gone");
     }
-    EXPECT_EQ(journal.lines, std::vector<std::string>{"frame gone"});
-    scheduler.advance(2s);
-    EXPECT_EQ(journal.lines.size(), 1u);
 }
 
 TEST(Async, AnExceptionOfABackgroundJobReachesTheAwaiter) {
     VirtualScheduler scheduler;
     TurnExecutor executor(scheduler);
-    Journal journal;
-    TaskScope scope(scheduler);
-    scope.start([&](std::stop_token) { return failing(executor, scheduler, journal); });
+    const Running<int> running(
+        inBackground(executor, scheduler, []() -> int { throw std::runtime_error("no"); }));
     scheduler.settle();
-    EXPECT_EQ(journal.lines, std::vector<std::string>{"no"});
+    EXPECT_EQ(running.failure(), "no");
 }
 
 TEST(Observable, ObserversMayComeAndGoWhileBeingTold) {
@@ -113,4 +88,4 @@ TEST(Observable, ObserversMayComeAndGoWhileBeingTold) {
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -9,7 +9,7 @@
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/text/Transliteration.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 constexpr Date now{7.5e8};
@@ -232,4 +232,4 @@ TEST(Transliteration, LeavesLatinTextAloneAndReadsOtherScripts) {
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -2,10 +2,8 @@
 
 #include "QuorviCore/shortcut/Gestures.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
-
-using Action = ModifierHotkeyGesture::Action;
 
 TEST(Hotkey, IsSoleModifierOnlyWhenNothingElseIsHeldOnEitherSide) {
     struct Row {
@@ -14,9 +12,12 @@ TEST(Hotkey, IsSoleModifierOnlyWhenNothingElseIsHeldOnEitherSide) {
         bool expected;
     };
     const Row rows[] = {
-        {"right Option", 0x80040, true},        {"left Option", 0x80020, false},
-        {"both Options", 0x80060, false},       {"with Shift", 0xA0040, false},
-        {"with Fn", 0x880040, false},           {"with Caps Lock", 0x90040, true},
+        {"right Option", 0x80040, true},
+        {"left Option", 0x80020, false},
+        {"both Options", 0x80060, false},
+        {"with Shift", 0xA0040, false},
+        {"with Fn", 0x880040, false},
+        {"with Caps Lock", 0x90040, true},
         {"device bit without family", 0x40, false},
     };
     for (const auto& row : rows)
@@ -27,9 +28,10 @@ TEST(Hotkey, IsSoleModifierOnlyWhenNothingElseIsHeldOnEitherSide) {
 
 TEST(Hotkey, SurvivesStorageAndRefusesWhatIsNoShortcut) {
     EXPECT_EQ(Hotkey::fromJson(Hotkey::commandShiftSpace.toJson()), Hotkey::commandShiftSpace);
-    for (const char* broken :
-         {"", "{", "[]", "{\"keyCode\":61,\"modifiers\":0}", "{\"keyCode\":\"61\",\"modifiers\":0,\"label\":\"x\"}",
-          "{\"keyCode\":65536,\"modifiers\":0,\"label\":\"x\"}", "{\"keyCode\":1,\"modifiers\":-1,\"label\":\"x\"}"})
+    for (const char* broken : {"", "{", "[]", "{\"keyCode\":61,\"modifiers\":0}",
+                               "{\"keyCode\":\"61\",\"modifiers\":0,\"label\":\"x\"}",
+                               "{\"keyCode\":65536,\"modifiers\":0,\"label\":\"x\"}",
+                               "{\"keyCode\":1,\"modifiers\":-1,\"label\":\"x\"}"})
         EXPECT_EQ(Hotkey::fromJson(broken), std::nullopt) << broken;
 }
 
@@ -42,77 +44,6 @@ TEST(Hotkey, KeyCombinationsNeedAModifierOrAFunctionKey) {
     EXPECT_EQ(Hotkey::keyCombination(49, command, " "), (Hotkey{49, command, "⌘Space"}));
     EXPECT_EQ(Hotkey::keyCombination(200, option, std::nullopt)->label, "⌥Key 200");
     EXPECT_EQ(Hotkey::keyCombination(2, control | option | command, "ß")->label, "⌃⌥⌘SS");
-}
-
-// Every row of the transition table, phase by phase.
-TEST(ModifierGesture, FollowsItsTransitionTable) {
-    using Phase = ModifierHotkeyGesture::Phase;
-    struct Row {
-        Phase before;
-        const char* operation;
-        DictationMode mode;
-        Phase after;
-        Action action;
-    };
-    constexpr auto hold = DictationMode::hold;
-    constexpr auto toggle = DictationMode::toggle;
-    const Row rows[] = {
-        {Phase::idle, "press", hold, Phase::pending, Action::arm},
-        {Phase::idle, "press", toggle, Phase::pending, Action::none},
-        {Phase::idle, "press not eligible", hold, Phase::chord, Action::none},
-        {Phase::pending, "press", hold, Phase::pending, Action::none},
-        {Phase::active, "press", hold, Phase::active, Action::none},
-        {Phase::chord, "press", hold, Phase::chord, Action::none},
-        {Phase::pending, "press not eligible", hold, Phase::chord, Action::none},
-        {Phase::active, "press not eligible", hold, Phase::chord, Action::cancel},
-        {Phase::idle, "chord", hold, Phase::idle, Action::none},
-        {Phase::pending, "chord", hold, Phase::chord, Action::none},
-        {Phase::active, "chord", hold, Phase::chord, Action::cancel},
-        {Phase::pending, "elapsed", hold, Phase::active, Action::start},
-        {Phase::idle, "elapsed", hold, Phase::idle, Action::none},
-        {Phase::chord, "elapsed", hold, Phase::chord, Action::none},
-        {Phase::active, "release", hold, Phase::idle, Action::finish},
-        {Phase::pending, "release", toggle, Phase::idle, Action::toggle},
-        {Phase::pending, "release", hold, Phase::idle, Action::none},
-        {Phase::chord, "release", toggle, Phase::idle, Action::none},
-        {Phase::idle, "release", toggle, Phase::idle, Action::none},
-    };
-    for (const auto& row : rows) {
-        ModifierHotkeyGesture gesture{row.before};
-        const std::string operation = row.operation;
-        const auto action = operation == "press"                ? gesture.press(true, row.mode)
-                            : operation == "press not eligible" ? gesture.press(false, row.mode)
-                            : operation == "chord"              ? gesture.chord()
-                            : operation == "elapsed"            ? gesture.holdElapsed()
-                                                                : gesture.release(row.mode);
-        const auto name = operation + " in phase " + std::to_string(static_cast<int>(row.before));
-        EXPECT_EQ(action, row.action) << name;
-        EXPECT_EQ(gesture.phase, row.after) << name;
-    }
-}
-
-TEST(HotkeyLatch, DropsAutoRepeatAndReleasesWithoutAPress) {
-    HotkeyLatch latch;
-    EXPECT_EQ(latch.transition(false), std::nullopt);
-    EXPECT_EQ(latch.transition(true), true);
-    EXPECT_EQ(latch.transition(true), std::nullopt);
-    EXPECT_EQ(latch.transition(false), false);
-}
-
-TEST(DictationAction, FollowsModeDirectionAndStage) {
-    constexpr auto hold = DictationMode::hold;
-    constexpr auto toggle = DictationMode::toggle;
-    for (auto mode : allDictationModes)
-        for (bool down : {false, true})
-            for (bool recording : {false, true})
-                EXPECT_EQ(dictationAction(mode, down, recording, true), DictationAction::none);
-    EXPECT_EQ(dictationAction(hold, true, false, false), DictationAction::start);
-    EXPECT_EQ(dictationAction(hold, true, true, false), DictationAction::none);
-    EXPECT_EQ(dictationAction(hold, false, true, false), DictationAction::finish);
-    EXPECT_EQ(dictationAction(hold, false, false, false), DictationAction::none);
-    EXPECT_EQ(dictationAction(toggle, true, false, false), DictationAction::start);
-    EXPECT_EQ(dictationAction(toggle, true, true, false), DictationAction::finish);
-    EXPECT_EQ(dictationAction(toggle, false, true, false), DictationAction::none);
 }
 
 TEST(ShortcutCapture, ChoosesAModifierPressedAndReleasedAlone) {
@@ -133,4 +64,4 @@ TEST(ShortcutCapture, ChoosesAModifierPressedAndReleasedAlone) {
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -3,48 +3,31 @@
 #include <unicode/unistr.h>
 
 #include <cstdlib>
+#include <iterator>
 #include <map>
 #include <random>
-#include <set>
+#include <sstream>
 
 #include "QuorviCore/corrections/TextCorrections.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/text/Tokens.h"
-#include "tests/core/LiteralRules.h"
+#include "tests/support/LiteralRules.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 using namespace std::string_literals;
-using test::LiteralRules;
 
 TextCorrection rule(std::string original, std::string replacement) {
     return {.original = std::move(original), .replacement = std::move(replacement)};
 }
 
-// Bytes that a terminal can show without changing them.
-std::string visible(std::string_view s) {
-    std::string result = "\"";
-    for (const char c : s) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte > 0x20 && byte < 0x7F && c != '\\' && c != '"') {
-            result += c;
-        } else if (c == ' ') {
-            result += ' ';
-        } else {
-            char escaped[8];
-            std::snprintf(escaped, sizeof escaped, "\\x%02X", byte);
-            result += escaped;
-        }
-    }
-    return result + "\"";
-}
-
 std::string described(const std::vector<TextCorrection>& rules) {
     std::string result;
     for (const auto& r : rules)
-        result += "\n  " + visible(r.original) + " -> " + visible(r.replacement) +
-                  (r.isEnabled ? "" : " (disabled)") + " id " + r.id.substr(0, 8);
+        result += "\n  " + testing::PrintToString(r.original) + " -> " +
+                  testing::PrintToString(r.replacement) + (r.isEnabled ? "" : " (disabled)") +
+                  " id " + r.id.substr(0, 8);
     return result;
 }
 
@@ -63,90 +46,29 @@ void expectSame(const std::vector<TextCorrection>& rules, const TextCorrections&
     const auto actual = prepared.applying(text);
     const auto expected = literal.applying(text);
     EXPECT_TRUE(actual.text == expected.text && actual.appliedRules == expected.appliedRules)
-        << name << "\ntext " << visible(text) << "\nexpected " << visible(expected.text)
-        << described(expected.appliedRules) << "\nactual " << visible(actual.text)
-        << described(actual.appliedRules) << "\nrules" << described(rules);
+        << name << "\ntext " << testing::PrintToString(text) << "\nexpected "
+        << testing::PrintToString(expected.text) << described(expected.appliedRules) << "\nactual "
+        << testing::PrintToString(actual.text) << described(actual.appliedRules) << "\nrules"
+        << described(rules);
 }
 
-const std::vector<std::string> letters{"a",       "A",       "s",
-                                       "S",       "ss",      "SS",
-                                       "ß",       "ẞ",       "ſ",
-                                       "ﬁ",       "fi",      "FI",
-                                       "f",       "ﬀ",       "ﬆ",
-                                       "st",      "ſt",      "k",
-                                       "K",       "\u212A",  "µ",
-                                       "μ",       "Μ",       "ς",
-                                       "σ",       "Σ",       "ᾳ",
-                                       "αι",      "ΑΙ",      "ᾼ",
-                                       "ŉ",       "ʼn",      "ʼN",
-                                       "n",       "\u0345",  "ι",
-                                       "Ι",       "\u1FBE",  "i",
-                                       "I",       "ı",       "İ",
-                                       "i\u0307", "\u0390",  "\u1FD3",
-                                       "Ϊ\u0301", "ϊ\u0301", "ι\u0308\u0301",
-                                       "é",       "e\u0301", "É",
-                                       "E\u0301", "e",       "\u0301",
-                                       "\u0308",  "\u0316",  "ό",
-                                       "Ό",       "\u2126",  "ω",
-                                       "\u212B",  "å",       "Å",
-                                       "ǰ",       "J\u030C", "և",
-                                       "եւ",      "ԵՒ",      "\u10A0",
-                                       "\u2D00",  "\u1C90",  "\u10D0",
-                                       "\u13A0",  "\uAB70",  "𐐀",
-                                       "𐐨",       "Ⅷ",       "ⅷ",
-                                       "1",       "٣",       "_",
-                                       "²",       "ª",       "ʰ",
-                                       "가",      "각",      "\u1100",
-                                       "\u1161",  "\u11A8",  "漢",
-                                       "\uF900",  "豈",      "क\u094D\u0937",
-                                       "ᾈ",       "ἀι",      "ᾀ",
-                                       "ΰ",       "\u1E96",  "h\u0331"};
-const std::vector<std::string> symbols{".",
-                                       ",",
-                                       "-",
-                                       "+",
-                                       "(",
-                                       ")",
-                                       "[",
-                                       "]",
-                                       "\\",
-                                       "^",
-                                       "$",
-                                       "|",
-                                       "*",
-                                       "?",
-                                       "{",
-                                       "}",
-                                       "#",
-                                       "&",
-                                       "/",
-                                       "\"",
-                                       "'",
-                                       "’",
-                                       "!",
-                                       "😀",
-                                       "👨‍👩‍👧",
-                                       "🇬🇷",
-                                       "€",
-                                       "\u200D",
-                                       "\uFEFF",
-                                       "\u200B",
-                                       "\u00AD",
-                                       "\uFFFD",
-                                       "\0"s,
-                                       "Ⓐ",
-                                       "ⓐ",
-                                       "\u037E",
-                                       "\u1FEF",
-                                       "\u180E",
-                                       "\x1C",
-                                       "\xFF",
-                                       "\xC3",
-                                       "\xED\xA0\x80",
-                                       "\xF0\x9F",
-                                       "\xED\xBF\xBF",
-                                       "\xE2\x82",
-                                       "\x80"};
+std::vector<std::string> split(const std::string& words) {
+    std::istringstream stream(words);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+const auto letters = split(
+    "a A s S ss SS ß ẞ ſ ﬁ fi FI f ﬀ ﬆ st ſt k K \u212A µ μ Μ ς σ Σ ᾳ αι ΑΙ ᾼ ŉ ʼn ʼN n "
+    "\u0345 ι Ι \u1FBE i I ı İ i\u0307 \u0390 \u1FD3 Ϊ\u0301 ϊ\u0301 ι\u0308\u0301 é "
+    "e\u0301 É E\u0301 e \u0301 \u0308 \u0316 ό Ό \u2126 ω \u212B å Å ǰ J\u030C և եւ ԵՒ "
+    "\u10A0 \u2D00 \u1C90 \u10D0 \u13A0 \uAB70 𐐀 𐐨 Ⅷ ⅷ 1 ٣ _ ² ª ʰ 가 각 \u1100 \u1161 "
+    "\u11A8 漢 \uF900 豈 क\u094D\u0937 ᾈ ἀι ᾀ ΰ \u1E96 h\u0331"s);
+const auto symbols = split(
+    ". , - + ( ) [ ] \\ ^ $ | * ? { } # & / \" ' ’ ! 😀 👨‍👩‍👧 🇬🇷 € \u200D "
+    "\uFEFF "
+    "\u200B "
+    "\u00AD \uFFFD \0 Ⓐ ⓐ \u037E \u1FEF \u180E \x1C \xFF \xC3 \xED\xA0\x80 \xF0\x9F "
+    "\xED\xBF\xBF \xE2\x82 \x80"s);
 const std::vector<std::string> spaces{" ",      " ",      "  ",     "\t",     "\n",
                                       "\r\n",   "\u00A0", "\u2003", "\u2000", "\u3000",
                                       "\u0085", "\u2028", "\v",     "\u1680"};
@@ -353,4 +275,4 @@ TEST(TextCorrectionsDifferential, EveryCasePairMatchesLikeTheRegularExpressions)
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

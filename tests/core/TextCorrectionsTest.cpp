@@ -9,7 +9,7 @@
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/transcription/QuorviError.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 TextCorrection rule(std::string original, std::string replacement) {
@@ -20,12 +20,6 @@ std::string repeated(std::string_view s, int times) {
     std::string result;
     while (times-- > 0) result += s;
     return result;
-}
-
-std::vector<std::string> replacements(const TextCorrections::Result& result) {
-    std::vector<std::string> names;
-    for (const auto& r : result.appliedRules) names.push_back(r.replacement);
-    return names;
 }
 
 TEST(TextCorrection, SaysWhatIsWrongWithAPhrase) {
@@ -53,82 +47,29 @@ TEST(TextCorrection, MatchKeysForgetCaseAndSpacingButNotAccents) {
     EXPECT_EQ(key(" \n"), "");
 }
 
-TEST(TextCorrections, ReturnTheTextByteForByteWhenNothingMatches) {
-    const std::string decomposed = "cafe\u0301 \xFF";
-    for (const auto& rules :
-         {TextCorrections{}, TextCorrections{std::vector{rule("tea", "coffee")}}}) {
-        const auto result = rules.applying(decomposed);
-        EXPECT_EQ(result.text, decomposed);
-        EXPECT_TRUE(result.appliedRules.empty());
-        EXPECT_EQ(rules.apply(""), "");
-    }
-}
-
-TEST(TextCorrections, GiveAllTextInFormCAsSoonAsAnythingMatches) {
-    const TextCorrections rules({rule("tea", "te\u0301")});
-    EXPECT_EQ(rules.apply("cafe\u0301 tea \xFF"), "café te\u0301 \uFFFD");
-}
-
-TEST(TextCorrections, MatchWholeWordsInAnyCaseAndSpacing) {
+// A few readable rows; the comparison with regular expressions covers the rest.
+TEST(TextCorrections, ReplaceWholeWordsInAnyCaseAndSpacing) {
     const TextCorrections rules({rule("russet manor", "Russet Miner"), rule("λόγος", "ratio"),
-                                 rule("a+b", "sum"), rule("(x)", "ex"), rule(".net", "dotnet")});
+                                 rule(".net", "dotnet"), rule("new", "New"),
+                                 rule("new york", "New York"), rule("a", "b"), rule("b", "a a"),
+                                 rule("y b y", "Y"), rule("x y", "X")});
     const struct {
         const char* text;
         const char* expected;
     } rows[] = {
         {"RUSSET   manor,", "Russet Miner,"},
         {"(russet\u00A0\nmanor)", "(Russet Miner)"},
-        {"russetmanor russet manor_2 xrusset manor 1russet manor",
-         "russetmanor russet manor_2 xrusset manor 1russet manor"},
-        {"russet manor\u0301", "russet manor\u0301"},
+        {"russetmanor russet manor_2 russet manor\u0301",
+         "russetmanor russet manor_2 russet manor\u0301"},
         {"ΛΌΓΟΣ, λόγοσ λόγους", "ratio, ratio λόγους"},
-        {"a+b aab a+bc", "sum aab a+bc"},
-        {"(X)(x) f(x) x", "exex f(x) x"},
         {"use .NET, not asp.net", "use dotnet, not asp.net"},
+        {"new york, new", "New York, New"},          // the longer match wins
+        {"a b a", "b a a b"},                        // a replacement is not searched again
+        {"x y b y b y", "X a a y a a y"},            // a lost match excludes the next one
+        {"cafe\u0301 \xFF", "cafe\u0301 \xFF"},      // byte for byte
+        {"cafe\u0301 \xFF new", "café \uFFFD New"},  // form C as soon as anything matches
     };
     for (const auto& row : rows) EXPECT_EQ(rules.apply(row.text), row.expected) << row.text;
-}
-
-TEST(TextCorrections, PreferTheLongerMatchThenTheEarlierRule) {
-    const TextCorrections rules({rule("new", "New"), rule("new york", "New York"),
-                                 rule("york city", "YC"), rule("NEW YORK", "never")});
-    const auto result = rules.applying("new york city, new new york");
-    EXPECT_EQ(result.text, "New York city, New New York");
-    EXPECT_EQ(replacements(result), (std::vector<std::string>{"New York", "New"}));
-}
-
-TEST(TextCorrections, NeverSearchAReplacementAgain) {
-    const TextCorrections rules({rule("a", "b"), rule("b", "a a")});
-    const auto result = rules.applying("a b a");
-    EXPECT_EQ(result.text, "b a a b");
-    EXPECT_EQ(result.appliedRules.size(), 2U);
-}
-
-// The matches of one phrase exclude each other before phrases compete: the match of "b a b" that
-// lost to "x b" still excludes the one that overlaps it.
-TEST(TextCorrections, ALostMatchStillExcludesTheNextOneOfItsPhrase) {
-    const TextCorrections rules({rule("b a b", "B"), rule("x b", "X")});
-    EXPECT_EQ(rules.apply("x b a b a b"), "X a b a b");
-    EXPECT_EQ(rules.apply("b a b a b"), "B a b");
-    EXPECT_EQ(TextCorrections({rule("- -", "=")}).apply("- - - -"), "= =");
-}
-
-TEST(TextCorrections, SkipDisabledAndInvalidRules) {
-    auto disabled = rule("one", "1");
-    disabled.isEnabled = false;
-    const TextCorrections rules(
-        {disabled, rule(" ", "2"), rule("three", " "), rule("four", std::string(161, '4'))});
-    EXPECT_EQ(rules.apply("one two three four"), "one two three four");
-    EXPECT_EQ(rules.rules().size(), 4U);
-}
-
-TEST(TextCorrections, ReportRulesOfOneIdentityOnce) {
-    auto first = rule("one", "1");
-    auto second = rule("two", "2");
-    second.id = first.id;
-    const auto result = TextCorrections({second, first}).applying("one two one");
-    EXPECT_EQ(result.text, "1 2 1");
-    EXPECT_EQ(replacements(result), std::vector<std::string>{"1"});
 }
 
 TEST(TextCorrections, ServeSeveralThreadsAndOutliveTheirSource) {
@@ -161,6 +102,15 @@ TEST(TextCorrectionCoding, SurvivesStorageWithEveryBit) {
     const std::vector rules{r, rule("a", "b")};
     EXPECT_EQ(decodeCorrections(encodeCorrections(rules)), rules);
     EXPECT_EQ(decodeCorrections("[]"), std::vector<TextCorrection>{});
+    // Others may order the keys differently, add some, and write identities in lower case.
+    r = rule("😀", "r");
+    r.id = "6C67A4E1-35AB-43E6-AB6F-46D06D4DA217";
+    EXPECT_EQ(
+        decodeCorrection(
+            " {\"x\":[{}],\"updatedAt\":0,\"replacement\":\"r\",\"original\":\"\\ud83d\\ude00\","
+            "\"learnedAutomatically\":false,\"isEnabled\":true,"
+            "\"id\":\"6c67a4e1-35ab-43e6-ab6f-46d06d4da217\"} "),
+        r);
 }
 
 TEST(TextCorrectionCoding, WritesOneCanonicalForm) {
@@ -174,17 +124,6 @@ TEST(TextCorrectionCoding, WritesOneCanonicalForm) {
               "\"updatedAt\":0.1}");
     r.updatedAt = {std::numeric_limits<double>::infinity()};
     EXPECT_THROW(encodeCorrections({r}), QuorviError);
-}
-
-TEST(TextCorrectionCoding, AcceptsOtherOrdersUnknownKeysAndLowerCaseIdentities) {
-    const auto decoded = decodeCorrection(
-        " {\"x\":[{}],\"updatedAt\":5,\"replacement\":\"r\",\"original\":\"\\ud83d\\ude00\","
-        "\"learnedAutomatically\":true,\"isEnabled\":false,"
-        "\"id\":\"6c67a4e1-35ab-43e6-ab6f-46d06d4da217\"} ");
-    ASSERT_TRUE(decoded);
-    EXPECT_EQ(decoded->id, "6C67A4E1-35AB-43E6-AB6F-46D06D4DA217");
-    EXPECT_EQ(decoded->original, "😀");
-    EXPECT_EQ(decoded->updatedAt, Date{5});
 }
 
 TEST(TextCorrectionCoding, RefusesWhatIsNoRuleAsAWhole) {
@@ -220,4 +159,4 @@ TEST(TextCorrectionCoding, RefusesWhatIsNoRuleAsAWhole) {
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -4,22 +4,21 @@
 //
 //   quorvi-demo BIN-FOLDER OUTPUT-FOLDER
 //
-// Prints each step with its time. Exit status 0 only if the text arrived and the clipboard was given
-// back.
+// Prints each step with its time. Exit status 0 only if the text arrived and the clipboard was
+// given back.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <thread>
 
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
-#include "tests/linux/support/EditorProcess.h"
-#include "tests/linux/support/FieldReader.h"
-#include "tests/linux/support/ServerProcess.h"
-#include "tests/linux/support/TestUser.h"
+#include "tests/support/Editors.h"
+#include "tests/support/FieldReader.h"
+#include "tests/support/Process.h"
+#include "tests/support/TestUser.h"
 
 namespace quorvi::test {
 namespace {
@@ -27,9 +26,6 @@ namespace {
 constexpr auto sentence = "the weather is nice today";
 constexpr auto expected = "The weather is nice today.";
 constexpr auto ownClipboard = "what the user had copied before";
-
-using quorvi::testing::EditorProcess;
-using quorvi::testing::eventually;
 
 class Demo {
 public:
@@ -56,33 +52,29 @@ private:
 
     void startService() {
         const auto sentences = folder_.write("sentences", std::string(sentence) + "\n");
-        service_.emplace(std::vector<std::string>{bin_ / "quorvi-speech-service", "--port", "0",
-                                                  "--punctuate", "--sentences", sentences});
-        const auto line = service_->readLine();
+        service_ = Process({bin_ / "quorvi-speech-service", "--port", "0", "--punctuate",
+                            "--sentences", sentences});
+        const auto line = service_.readLine();
         setenv("QUORVI_SERVICE", line.substr(line.rfind(' ') + 1).c_str(), 1);
         setenv("QUORVI_API_KEY", "offline", 1);
         step("offline speech service: " + line);
     }
 
     void openEditor() {
-        editor_.emplace(quorvi::testing::mousepad(folder_.write("note.txt", "")));
-        if (!eventually([this] {
-                field_ = reader_.focused(editor_->pid());
-                return field_ && reader_.role(*field_) == "AXTextArea";
-            }))
-            throw std::runtime_error("the editor showed no text field");
+        editor_ = Process(mousepad(folder_.write("note.txt", "")));
+        field_ = reader_.waitForFocus(editor_.pid(), "AXTextArea");
+        if (!field_) throw std::runtime_error("the editor showed no text field");
         step("text editor: mousepad, an empty document, caret in it");
     }
 
     void fillClipboard() {
-        const auto file = folder_.write("clipboard", ownClipboard);
-        if (std::system(("xclip -selection clipboard -i '" + file + "'").c_str()) != 0)
-            throw std::runtime_error("xclip failed");
+        shell("xclip -selection clipboard -i " + folder_.write("clipboard", ownClipboard) +
+              " >/dev/null");
         step(std::string("clipboard: \"") + ownClipboard + "\"");
     }
 
     void startQuorvi() {
-        quorvi_.emplace(std::vector<std::string>{bin_ / "quorvi", "--print-stages"});
+        quorvi_ = Process({bin_ / "quorvi", "--print-stages"});
         unsetenv("QUORVI_API_KEY");
         until("| ready");
         step("Quorvi is ready");
@@ -95,7 +87,7 @@ private:
         step("right Alt held down");
         until("Listening");
         step(std::string("speaking: \"") + sentence + "\"");
-        ServerProcess voice({"paplay", "-d", std::getenv("QUORVI_MIC_FEED"), speech});
+        Process voice({"paplay", "-d", std::getenv("QUORVI_MIC_FEED"), speech});
         std::this_thread::sleep_for(std::chrono::milliseconds(900));
         picture("listening.png");
         if (voice.wait() != 0) throw std::runtime_error("paplay failed");
@@ -107,7 +99,7 @@ private:
     // Prints Quorvi's own lines up to one that contains the text.
     void until(const std::string& text) {
         for (;;) {
-            const auto line = quorvi_->readLine();
+            const auto line = quorvi_.readLine();
             step("    quorvi: " + line.substr(0, line.rfind(" | ")));
             if (line.find(text) != line.npos) return;
             if (line.find("Needs attention") == 0 || line.find("Ready to paste") == 0)
@@ -123,10 +115,11 @@ private:
         picture("dictation.png");
         const auto text = reader_.value(*field_).value_or("(unreadable)");
         step("the editor holds: \"" + text + "\"");
-        const auto clipboard = outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o"});
+        const auto clipboard =
+            outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o"});
         step("the clipboard holds: \"" + clipboard + "\"");
-        kill(quorvi_->pid(), SIGTERM);
-        quorvi_->wait();
+        kill(quorvi_.pid(), SIGTERM);
+        quorvi_.wait();
         const auto after = outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o"});
         step("after quitting Quorvi, it still holds: \"" + after + "\"");
         step("picture: " + (output_ / "dictation.png").string());
@@ -139,14 +132,14 @@ private:
     std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
     std::filesystem::path bin_;
     std::filesystem::path output_;
-    quorvi::testing::TestFolder folder_;
+    TestFolder folder_;
     AtspiAccessibility accessibility_{[] { return true; }};
-    quorvi::testing::FieldReader reader_{accessibility_};
+    FieldReader reader_{accessibility_};
     TestUser user_;
-    std::optional<ServerProcess> service_;
-    std::optional<EditorProcess> editor_;
+    Process service_;
+    Process editor_;
     std::optional<AXElement> field_;
-    std::optional<ServerProcess> quorvi_;
+    Process quorvi_;
 };
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
@@ -14,10 +12,10 @@
 #include "Quorvi/platform/linux/LoopScheduler.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
-#include "tests/linux/support/EditorProcess.h"
-#include "tests/linux/support/FieldReader.h"
-#include "tests/linux/support/ServerProcess.h"
-#include "tests/linux/support/TestUser.h"
+#include "tests/support/Editors.h"
+#include "tests/support/FieldReader.h"
+#include "tests/support/Process.h"
+#include "tests/support/TestUser.h"
 
 namespace quorvi::test {
 
@@ -27,25 +25,24 @@ inline constexpr auto writtenSentence = "The weather is nice today.";
 // The offline speech service, knowing the sentence that is spoken.
 class SpeechService {
 public:
-    SpeechService() {
-        std::ofstream(sentences_) << spokenSentence << "\n";
-        process_ = std::make_unique<ServerProcess>(std::vector<std::string>{
-            QUORVI_SPEECH_SERVICE, "--port", "0", "--punctuate", "--sentences", sentences_});
-        const auto line = process_->readLine();
+    explicit SpeechService(const std::string& program = QUORVI_SPEECH_SERVICE)
+        : process_({program, "--port", "0", "--punctuate", "--sentences",
+                    folder_.write("sentences", std::string(spokenSentence) + "\n")}) {
+        const auto line = process_.readLine();
         address_ = line.substr(line.rfind(' ') + 1);
     }
     const std::string& address() const { return address_; }
-    void end() { process_.reset(); }
+    void end() { process_.kill(); }
 
 private:
-    std::string sentences_ = std::filesystem::temp_directory_path() / "sentences";
-    std::unique_ptr<ServerProcess> process_;
+    TestFolder folder_;
+    Process process_;
     std::string address_;
 };
 
 // A user's desk: the real controller on the real adapters, a keyboard, a voice, and somebody who
 // looks at the fields of other programs. The main thread's loop runs inside the waiting functions.
-class Desk : public ::testing::Test {
+class Desk : public testing::Test {
 protected:
     static void SetUpTestSuite() {
         service = std::make_unique<SpeechService>();
@@ -56,7 +53,7 @@ protected:
 
     Desk() : desktop_(std::make_unique<LinuxDesktop>(scheduler)), reader(lookingGlass_) {
         keyStore.save("sk-test").start();
-        preferences.setString("mode", "hold");
+        useShortcut(Hotkey::f8);
     }
     ~Desk() override {
         if (!model) return;
@@ -67,6 +64,13 @@ protected:
         EXPECT_EQ(recordingsLeft(), 0) << "a recording outlived its dictation";
     }
 
+    // Before Quorvi starts, so that it holds the key back from its first moment on.
+    void useShortcut(const Hotkey& shortcut, DictationMode mode = DictationMode::hold) {
+        const auto json = shortcut.toJson();
+        preferences.setBytes("hotkey", Bytes(json.begin(), json.end()));
+        preferences.setString("mode", std::string(rawValue(mode)));
+    }
+
     // Starts Quorvi and waits until it is ready to dictate.
     void startQuorvi(std::string address = {}) {
         auto environment =
@@ -75,15 +79,10 @@ protected:
         environment.service =
             serviceAddress(address.empty() ? service->address() : std::move(address));
         model = std::make_unique<AppModel>(std::move(environment));
-        model->setShortcut(Hotkey::f8);
         ASSERT_TRUE(until([this] { return model->ready(); })) << "Quorvi did not become ready";
     }
 
-    // Runs the loop until the condition holds; false when that takes longer than a test may hang.
-    bool until(const std::function<bool()>& condition) {
-        const auto tick = scheduler.every(std::chrono::milliseconds(10), [] {});
-        return scheduler.runUntil(condition, std::chrono::seconds(60));
-    }
+    bool until(const std::function<bool()>& condition) { return test::until(scheduler, condition); }
     bool untilStage(DictationStage stage) {
         return until([&] { return model->stage() == stage; });
     }
@@ -95,34 +94,41 @@ protected:
 
     // Speaks the sentence into the virtual microphone, to its end.
     void speak() {
-        EditorProcess playing({"paplay", "-d", getenv("QUORVI_MIC_FEED"), voice});
-        int status = 0;
-        ASSERT_TRUE(until([&] { return waitpid(playing.pid(), &status, WNOHANG) != 0; }));
+        Process playing({"paplay", "-d", getenv("QUORVI_MIC_FEED"), voice});
+        ASSERT_TRUE(until([&] { return playing.hasEnded(); }));
         wait(std::chrono::milliseconds(150));
     }
 
-    // One dictation with the key held, up to its end.
-    void dictate() {
-        user.press(key::f8);
+    void record(std::uint8_t keycode = key::f8) {
+        user.press(keycode);
         ASSERT_TRUE(untilStage(DictationStage::recording)) << model->message();
         speak();
-        user.release(key::f8);
-        ASSERT_TRUE(until([this] { return isBusy(model->stage()); })) << model->message();
+    }
+    void release(std::uint8_t keycode = key::f8) {
+        user.release(keycode);
+        ASSERT_TRUE(until([this] { return model->stage() != DictationStage::recording; }));
+    }
+    // One dictation with the key held, up to its end.
+    void dictate(std::uint8_t keycode = key::f8) {
+        record(keycode);
+        release(keycode);
         ASSERT_TRUE(untilDone());
+    }
+    // Nothing but the sentence between the two: no key of ours has leaked into the field.
+    void expectSentence(const AXElement& field, const std::string& before = {},
+                        const std::string& after = {}) {
+        EXPECT_EQ(model->stage(), DictationStage::success) << model->message();
+        EXPECT_TRUE(untilText(field, before + writtenSentence + after))
+            << reader.value(field).value_or("(unreadable)");
     }
 
     // Starts a program, waits for its field to have the focus, and yields the field.
     std::optional<AXElement> open(const std::vector<std::string>& command,
                                   std::string_view role = "AXTextArea") {
-        editor = std::make_unique<quorvi::testing::EditorProcess>(command);
-        const auto pid = editor->pid();
-        std::optional<AXElement> field;
-        const bool found = until([&] {
-            const auto focused = reader.focused(pid);
-            if (focused && reader.role(*focused) == role) field = focused;
-            return field.has_value();
-        });
-        if (!found) ADD_FAILURE() << command.front() << " shows no " << role;
+        editor = Process(command);
+        user.bringToFront(editor.pid());
+        const auto field = reader.waitForFocus(editor.pid(), role);
+        if (!field) ADD_FAILURE() << command.front() << " shows no " << role;
         return field;
     }
     bool untilText(const AXElement& field, std::string_view text) {
@@ -132,22 +138,14 @@ protected:
     static std::string clipboard(const std::string& target = "UTF8_STRING") {
         return outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o", "-t", target});
     }
-    static void copy(const std::string& text) {
-        std::ofstream(std::filesystem::temp_directory_path() / "copied", std::ios::binary) << text;
-        ASSERT_EQ(std::system("xclip -selection clipboard -i \"$TMPDIR/copied\""), 0);
+    void copy(const std::string& text) {
+        shell("xclip -selection clipboard -i " + folder.write("copied", text) + " >/dev/null");
     }
-    static int recordingsLeft() {
-        int count = 0;
-        std::error_code ignored;
-        for (std::filesystem::directory_iterator
-                 entry(std::filesystem::temp_directory_path() / "VeskRecordings", ignored),
-             end;
-             entry != end; ++entry)
-            ++count;
-        return count;
+    static std::ptrdiff_t recordingsLeft() {
+        const auto recordings = std::filesystem::temp_directory_path() / "VeskRecordings";
+        if (!std::filesystem::exists(recordings)) return 0;
+        return std::distance(std::filesystem::directory_iterator(recordings), {});
     }
-
-    using EditorProcess = quorvi::testing::EditorProcess;
 
     static inline std::unique_ptr<SpeechService> service;
     static inline std::string voice;
@@ -163,10 +161,10 @@ protected:
     std::unique_ptr<AppModel> model;
 
     AtspiAccessibility lookingGlass_{[] { return true; }};
-    quorvi::testing::FieldReader reader;
-    quorvi::testing::TestFolder folder;
+    FieldReader reader;
+    TestFolder folder;
     TestUser user;
-    std::unique_ptr<EditorProcess> editor;
+    Process editor;
 };
 
 }  // namespace quorvi::test

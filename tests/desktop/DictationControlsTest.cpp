@@ -1,11 +1,7 @@
-#include <cstdlib>
-
 #include "tests/desktop/Desk.h"
 
 namespace quorvi::test {
 namespace {
-
-using quorvi::testing::mousepad;
 
 class Controls : public Desk {
 protected:
@@ -13,31 +9,20 @@ protected:
         field = open(mousepad(folder.write("note.txt", "")));
         ASSERT_TRUE(field);
     }
-    void TearDown() override { std::system("setxkbmap us"); }
+    void TearDown() override { shell("setxkbmap us"); }
 
     void layout(const char* command) {
-        ASSERT_EQ(std::system(command), 0);
+        shell(command);
         wait(std::chrono::milliseconds(300));  // toolkits reload the keymap in their own time
     }
-    // Nothing but the sentence: no key of ours has leaked into the editor.
-    void expectSentence() {
-        EXPECT_EQ(model->stage(), DictationStage::success) << model->message();
-        EXPECT_TRUE(untilText(*field, writtenSentence)) << reader.value(*field).value_or("");
-    }
-
     std::optional<AXElement> field;
 };
 
 TEST_F(Controls, HoldingRightAltAlone) {
+    useShortcut(Hotkey::rightOption);
     startQuorvi();
-    model->setShortcut(Hotkey::rightOption);
-    user.press(key::rightAlt);
-    ASSERT_TRUE(untilStage(DictationStage::recording));
-    speak();
-    user.release(key::rightAlt);
-    ASSERT_TRUE(until([this] { return isBusy(model->stage()); })) << model->message();
-    ASSERT_TRUE(untilDone());
-    expectSentence();
+    dictate(key::rightAlt);
+    expectSentence(*field);
 
     // A combination with it is the application's, and starts nothing.
     user.press(key::rightAlt);
@@ -48,34 +33,30 @@ TEST_F(Controls, HoldingRightAltAlone) {
 }
 
 TEST_F(Controls, TappingTheShortcutToStartAndToFinish) {
+    useShortcut(Hotkey::rightControl, DictationMode::toggle);
     startQuorvi();
-    model->setMode(DictationMode::toggle);
-    model->setShortcut(Hotkey::rightControl);
     user.tap(key::rightControl);
     ASSERT_TRUE(untilStage(DictationStage::recording));
     speak();
     user.tap(key::rightControl);
     ASSERT_TRUE(until([this] { return isBusy(model->stage()); })) << model->message();
     ASSERT_TRUE(untilDone());
-    expectSentence();
+    expectSentence(*field);
 }
 
 TEST_F(Controls, AHeldCombinationRepeatsWithoutReachingTheEditor) {
+    useShortcut({0, modifierFlag::control | modifierFlag::shift, "⌃⇧A"});
     startQuorvi();
-    model->setShortcut({0, modifierFlag::control | modifierFlag::shift, "⌃⇧A"});
-    ASSERT_EQ(std::system("xset r rate 100 50"), 0);
+    shell("xset r rate 100 50");
     user.press(key::leftControl);
     user.press(key::leftShift);
-    user.press(key::a);
-    ASSERT_TRUE(untilStage(DictationStage::recording)) << model->message();
-    speak();
+    record(key::a);
     EXPECT_EQ(model->stage(), DictationStage::recording) << "a repeat looked like a release";
-    user.release(key::a);
-    ASSERT_TRUE(until([this] { return isBusy(model->stage()); })) << model->message();
+    release(key::a);
     user.release(key::leftShift);
     user.release(key::leftControl);
     ASSERT_TRUE(untilDone());
-    expectSentence();
+    expectSentence(*field);
 }
 
 TEST_F(Controls, EscapeCancelsAndNeverReachesTheEditor) {
@@ -91,9 +72,7 @@ TEST_F(Controls, EscapeCancelsAndNeverReachesTheEditor) {
     EXPECT_EQ(clipboard(), "mine");
 
     // While it is being inserted: the text is there, and the clipboard comes back at once.
-    user.press(key::f8);
-    ASSERT_TRUE(untilStage(DictationStage::recording));
-    speak();
+    record();
     user.release(key::f8);
     ASSERT_TRUE(untilStage(DictationStage::inserting));
     user.tap(key::escape);
@@ -106,19 +85,17 @@ TEST_F(Controls, EscapeCancelsAndNeverReachesTheEditor) {
 
 TEST_F(Controls, PastesUnderEveryLayout) {
     startQuorvi();
-    model->setShortcut(Hotkey::f8);
     for (const char* command :
          {"setxkbmap gr", "setxkbmap us,gr -option grp:alt_shift_toggle", "setxkbmap ru",
           "setxkbmap us -variant dvorak", "setxkbmap de -variant neo"}) {
         layout(command);
         dictate();
-        EXPECT_EQ(model->stage(), DictationStage::success) << command << ": " << model->message();
-        EXPECT_TRUE(untilText(*field, writtenSentence))
-            << command << ": " << reader.value(*field).value_or("(unreadable)");
+        SCOPED_TRACE(command);
+        expectSentence(*field);
         // Empty the editor for the next one.
         layout("setxkbmap us");
         user.chord({key::leftControl}, key::a);
-        user.tap(119);  // Delete
+        user.tap(key::remove);
         ASSERT_TRUE(untilText(*field, ""));
     }
 }

@@ -6,7 +6,7 @@
 
 #include "QuorviCore/text/Text.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 struct FakeAccessibility::Node {
     std::string name;
@@ -156,4 +156,4 @@ std::vector<std::string> FakeAccessibility::queriesOf(std::string_view attribute
     return names;
 }
 
-}  // namespace quorvi
+}  // namespace quorvi::test

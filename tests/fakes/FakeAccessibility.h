@@ -8,7 +8,7 @@
 #include "Quorvi/platform/Accessibility.h"
 #include "tests/fakes/VirtualScheduler.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // A desktop of elements that the test builds. A slow element lets virtual time pass inside the
 // query, as much as it takes and at most the time-out; one that hangs takes every time-out whole.
@@ -71,4 +71,4 @@ private:
     AXElement systemWide_;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -1,47 +1,106 @@
 #pragma once
 
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "Quorvi/platform/AudioCapture.h"
-#include "QuorviCore/Bytes.h"
-#include "QuorviCore/async/Scheduler.h"
+#include "QuorviCore/async/Async.h"
+#include "QuorviCore/transcription/QuorviError.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // A microphone on the scheduler's clock. A recording is a small real file, so that the life of the
-// file can be tested; its content is `recording`. What is set applies to captures that exist, too.
-// Captures may outlive the input.
+// file can be tested. What is set applies to captures that exist, too. Outlives its captures.
 class FakeAudioInput : public AudioInput {
 public:
-    explicit FakeAudioInput(Scheduler& scheduler);
+    explicit FakeAudioInput(Scheduler& scheduler) : scheduler_(scheduler) {}
 
-    std::unique_ptr<AudioCapture> makeCapture() override;
+    std::unique_ptr<AudioCapture> makeCapture() override {
+        ++captures;
+        return std::make_unique<Capture>(*this);
+    }
     void prepare() override { ++prepares; }
 
     // The level in dB at a time since the capture began.
-    void setLevel(float decibels);
-    void setLevels(std::function<float(double seconds)> levels);
-    void setStartDelay(Duration delay);   // until record() resumes
-    void setFinishDelay(Duration delay);  // until finished() completes
-    void setRecording(Bytes content);
-    void failRecord(std::optional<std::string> sentence);
-    void failFinish(std::optional<std::string> sentence);
+    std::function<float(double seconds)> levels = [](double) { return -20.0F; };
+    void setLevel(float decibels) {
+        levels = [decibels](double) { return decibels; };
+    }
+    std::string content = "sound";             // what a finished file holds
+    std::optional<std::string> recordFailure;  // record() throws this
+    std::optional<std::string> finishFailure;  // finished() throws this
+    bool startsAtOnce = true;                  // otherwise a start ends only by being cancelled
 
-    bool isCapturing() const;  // whether any capture is recording now
-    // Ends the capture that is recording, as a lost device or a full disk does.
-    void end(CaptureEnd reason);
-
+    bool isCapturing() const { return active_ != nullptr; }
+    // Tells the end of the capture that is recording, as a lost device or a full disk does.
+    void end(CaptureEnd reason) {
+        if (!active_) return;
+        const auto told = active_->onEnded;  // the owner may destroy the capture inside
+        active_->stop();
+        if (told) told(reason);
+    }
     int prepares = 0;
-    int captures() const;  // made so far
+    int captures = 0;  // made so far
 
 private:
-    struct Script;
-    class Capture;
+    class Capture : public AudioCapture {
+    public:
+        explicit Capture(FakeAudioInput& input) : input_(input) {}
+        ~Capture() override { stop(); }
 
-    std::shared_ptr<Script> script_;
+        Task<void> record(std::filesystem::path file, AudioSettings,
+                          std::stop_token stop) override {
+            auto turn = sleepFor(input_.scheduler_, Duration::zero(), stop);
+            co_await turn;
+            if (input_.recordFailure) throw QuorviError::message(*input_.recordFailure);
+            struct Abandoned {
+                std::filesystem::path file;
+                ~Abandoned() {
+                    if (!file.empty()) std::filesystem::remove(file);
+                }
+            } abandoned{file};
+            std::ofstream(file, std::ios::binary).close();
+            auto opening =
+                sleepFor(input_.scheduler_,
+                         input_.startsAtOnce ? Duration::zero() : Duration::max() / 2, stop);
+            co_await opening;
+            abandoned.file.clear();
+            file_ = std::move(file);
+            began_ = input_.scheduler_.now();
+            input_.active_ = this;
+        }
+        void stop() override {
+            if (input_.active_ != this) return;
+            ended_ = input_.scheduler_.now();
+            input_.active_ = nullptr;
+        }
+        Task<void> finished() override {
+            auto turn = sleepFor(input_.scheduler_, Duration::zero(), {});
+            co_await turn;
+            if (input_.finishFailure) throw QuorviError::message(*input_.finishFailure);
+            std::ofstream(file_) << input_.content;
+        }
+        double currentTime() const override {
+            const auto end = ended_.value_or(input_.scheduler_.now());
+            return std::chrono::duration<double>(end - began_.value_or(end)).count();
+        }
+        float averagePower() override {
+            return input_.active_ == this ? input_.levels(currentTime()) : -160.0F;
+        }
+
+    private:
+        FakeAudioInput& input_;
+        std::filesystem::path file_;
+        std::optional<TimePoint> began_, ended_;
+    };
+
+    Scheduler& scheduler_;
+    Capture* active_ = nullptr;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

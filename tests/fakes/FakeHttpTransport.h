@@ -1,50 +1,41 @@
 #pragma once
 
-#include <deque>
-#include <exception>
-#include <functional>
-#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "QuorviCore/async/Future.h"
+#include "QuorviCore/async/Async.h"
 #include "QuorviCore/transcription/HttpTransport.h"
+#include "QuorviCore/transcription/QuorviError.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
-// A transport that answers from a script. An answer given while a request waits goes to the request
-// that has waited longest; otherwise it is kept for the next one. Without an answer a request waits
-// until it is stopped.
+// A service that answers each request after a while, as its fields say at that moment.
 class FakeHttpTransport : public HttpTransport {
 public:
     explicit FakeHttpTransport(Scheduler& scheduler) : scheduler_(scheduler) {}
 
-    Task<HttpResponse> send(HttpRequest request, std::stop_token stop) override;
+    Task<HttpResponse> send(HttpRequest request, std::stop_token stop) override {
+        requests.push_back(std::move(request));
+        auto travelling = sleepFor(scheduler_, answersAfter, deaf ? std::stop_token{} : stop);
+        co_await travelling;
+        if (failure) throw QuorviError::message(*failure);
+        co_return HttpResponse{status, Bytes(body.begin(), body.end())};
+    }
     void openConnection(std::string url) override { opened.push_back(std::move(url)); }
 
-    void answer(int status, const std::string& body = "");
-    // The request fails in transport with this sentence.
-    void fail(const std::string& sentence);
+    Duration answersAfter = std::chrono::milliseconds(500);
+    bool deaf = false;  // answers even when the request was cancelled
+    int status = 200;
+    std::string body = R"({"text":"hello there"})";
+    std::optional<std::string> failure;  // of the transport, instead of an answer
 
-    bool isWaiting() const;
-
-    // The journal.
     std::vector<HttpRequest> requests;
     std::vector<std::string> opened;  // URLs of openConnection()
-    int stopped = 0;                  // requests that ended by a stop
 
 private:
-    using Deliver = std::function<void(Promise<HttpResponse>&)>;
-    struct Waiting {
-        Promise<HttpResponse> promise;
-        std::weak_ptr<int> request;  // lives in the frame of the request's coroutine
-    };
-
-    void deliver(Deliver outcome);
-
     Scheduler& scheduler_;
-    std::deque<Deliver> script_;
-    std::deque<Waiting> waiting_;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

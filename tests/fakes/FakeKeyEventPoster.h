@@ -1,14 +1,13 @@
 #pragma once
 
 #include <functional>
-#include <utility>
 #include <vector>
 
 #include "Quorvi/platform/KeyEventPoster.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "tests/fakes/FakeKeyEventTap.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // Writes down what is posted. In the turn after, the events reach the hook `tap`, when there is
 // one, and `onPost` stands in for the application that receives them.
@@ -41,4 +40,4 @@ private:
     FakeKeyEventTap* tap_;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -1,37 +1,28 @@
 #include "tests/fakes/FakeKeyEventTap.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
-namespace quorvi {
+namespace quorvi::test {
 
 namespace {
 
 // The flags that a held modifier key contributes; 0 for any other key.
 std::uint64_t modifierFlags(KeyCode code) {
     using namespace modifierFlag;
-    switch (code) {
-        case keyCode::leftControl:
-            return control | leftControl;
-        case keyCode::rightControl:
-            return control | rightControl;
-        case keyCode::leftShift:
-            return shift | leftShift;
-        case keyCode::rightShift:
-            return shift | rightShift;
-        case keyCode::leftOption:
-            return option | leftOption;
-        case keyCode::rightOption:
-            return option | rightOption;
-        case keyCode::leftCommand:
-            return command | leftCommand;
-        case keyCode::rightCommand:
-            return command | rightCommand;
-        case keyCode::fn:
-            return fn;
-        default:
-            return 0;
-    }
+    static const std::map<KeyCode, std::uint64_t> all{
+        {keyCode::leftControl, control | leftControl},
+        {keyCode::rightControl, control | rightControl},
+        {keyCode::leftShift, shift | leftShift},
+        {keyCode::rightShift, shift | rightShift},
+        {keyCode::leftOption, option | leftOption},
+        {keyCode::rightOption, option | rightOption},
+        {keyCode::leftCommand, command | leftCommand},
+        {keyCode::rightCommand, command | rightCommand},
+        {keyCode::fn, fn}};
+    const auto found = all.find(code);
+    return found == all.end() ? 0 : found->second;
 }
 
 const char* name(TapVerdict verdict) {
@@ -41,7 +32,6 @@ const char* name(TapVerdict verdict) {
 }  // namespace
 
 bool FakeKeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler) {
-    if (refusing_) return false;
     ++installs;
     handler_ = std::move(handler);
     valid_ = enabled_ = true;
@@ -141,4 +131,4 @@ void FakeKeyEventTap::disable(TapEventType reason) {
     handler({.type = reason});
 }
 
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -7,7 +7,7 @@
 
 #include "Quorvi/platform/KeyEventTap.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // A keyboard and mouse in a test's hands, with the hook between them and the application. Flags
 // follow the modifier keys that are held, with their sides. Whether the application gets an event
@@ -41,9 +41,7 @@ public:
     // The system. A disabled hook is told so; what happens until it is enabled is missed.
     void disable(TapEventType reason = TapEventType::tapDisabledByTimeout);
     void invalidate() { valid_ = false; }
-    void refuseInstall(bool refuse) { refusing_ = refuse; }
 
-    const std::vector<SwallowedKey>& declared() const { return declared_; }
     int installs = 0;
     std::vector<TapEvent> passed;     // what the application received
     std::vector<TapEvent> swallowed;  // what it was spared
@@ -61,7 +59,6 @@ private:
     std::set<std::int64_t> buttons_;
     bool valid_ = false;
     bool enabled_ = false;
-    bool refusing_ = false;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

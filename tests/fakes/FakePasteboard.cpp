@@ -6,28 +6,9 @@
 #include "QuorviCore/async/Future.h"
 #include "QuorviCore/transcription/QuorviError.h"
 
-namespace quorvi {
-
-namespace {
+namespace quorvi::test {
 
 using namespace std::chrono_literals;
-
-PasteboardRepresentation representation(std::string type, std::string_view text) {
-    auto encoding = type;
-    return {std::move(type), std::move(encoding), 8,
-            std::make_shared<const Bytes>(text.begin(), text.end())};
-}
-
-}  // namespace
-
-std::vector<PasteboardItem> FakePasteboard::textItems(std::string text,
-                                                      TranscriptVisibility visibility) {
-    PasteboardItem item;
-    item.representations.push_back(representation("UTF8_STRING", text));
-    if (visibility == TranscriptVisibility::hiddenFromHistory)
-        item.representations.push_back(representation("x-kde-passwordManagerHint", "secret"));
-    return {item};
-}
 
 void FakePasteboard::enqueue(Job job) {
     jobs_.push_back(std::move(job));
@@ -94,7 +75,10 @@ Task<std::optional<std::int64_t>> FakePasteboard::write(std::vector<PasteboardIt
 
 Task<std::optional<std::int64_t>> FakePasteboard::writeText(std::string text,
                                                             TranscriptVisibility visibility) {
-    return writeItems(textItems(std::move(text), visibility), "write text");
+    auto items = textItems(text);
+    if (visibility == TranscriptVisibility::hiddenFromHistory)
+        items[0].representations.push_back(representation("x-kde-passwordManagerHint", "secret"));
+    return writeItems(std::move(items), "write text");
 }
 
 void FakePasteboard::restore(std::int64_t expected, std::vector<PasteboardItem> items) {
@@ -112,15 +96,4 @@ void FakePasteboard::copy(std::vector<PasteboardItem> items) {
     ++changeCount_;
 }
 
-void FakePasteboard::copyText(std::string text) {
-    copy(textItems(std::move(text)));
-}
-
-std::string FakePasteboard::text() const {
-    for (const auto& item : contents_)
-        for (const auto& one : item.representations)
-            if (one.type == "UTF8_STRING") return {one.data->begin(), one.data->end()};
-    return {};
-}
-
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/Pasteboard.h"
 #include "QuorviCore/async/Scheduler.h"
+#include "tests/support/PasteboardItems.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // A clipboard in memory. Operations are done one at a time in the order of the calls, each in a
 // later turn of the scheduler, so that others get in between as they do on a real desktop.
@@ -25,10 +25,10 @@ public:
 
     // Another program copies, or clears the clipboard with no items.
     void copy(std::vector<PasteboardItem> items);
-    void copyText(std::string text);
+    void copyText(std::string_view text) { copy(textItems(text)); }
 
     const std::vector<PasteboardItem>& contents() const { return contents_; }
-    std::string text() const;  // of the UTF8_STRING representation, empty when there is none
+    std::string text() const { return dataOf(contents_, "UTF8_STRING"); }
 
     // Faults, in force until they are taken back. A hanging owner costs a read three seconds, and
     // what was asked for after it waits as long.
@@ -38,9 +38,6 @@ public:
     // What was done, one line each: "read", "write", "write text", "write refused", "restore",
     // "restore left alone", "read failed".
     std::vector<std::string> journal;
-
-    static std::vector<PasteboardItem> textItems(
-        std::string text, TranscriptVisibility visibility = TranscriptVisibility::everywhere);
 
 private:
     // A job calls its argument when the next one may begin.
@@ -60,4 +57,4 @@ private:
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

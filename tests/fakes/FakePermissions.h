@@ -5,7 +5,7 @@
 
 #include "Quorvi/platform/SystemPermissions.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // Permissions that the test grants and refuses. A request for the microphone stays open until
 // answer() is called.
@@ -33,4 +33,4 @@ private:
     std::vector<std::function<void()>> waiting_;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -1,52 +1,37 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "Quorvi/platform/SoundOutput.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
-// Plays nothing and writes down what would have been heard. Clips may outlive the output.
+// Plays nothing and writes down what its clips are told. Clips are numbered from 1 in the order of
+// loading. Outlives them.
 class FakeSoundOutput : public SoundOutput {
 public:
-    struct Event {
-        enum class Kind { play, stop } kind = Kind::play;
-        int clip = 0;  // index into clips(), in the order of loading
-        double volume = 0;
-
-        bool operator==(const Event&) const = default;
-    };
+    std::vector<std::string> journal;  // "play 1 at 0.5", "stop 1"
+    std::vector<Bytes> loaded;
 
     std::unique_ptr<SoundClip> load(const Bytes& wav) override {
-        journal_->clips.push_back(wav);
-        return std::make_unique<Clip>(journal_, static_cast<int>(journal_->clips.size()) - 1);
+        loaded.push_back(wav);
+        return std::make_unique<Clip>(*this, std::to_string(loaded.size()));
     }
 
-    const std::vector<Bytes>& clips() const { return journal_->clips; }
-    const std::vector<Event>& events() const { return journal_->events; }
-    void forget() { journal_->events.clear(); }
-
 private:
-    struct Journal {
-        std::vector<Bytes> clips;
-        std::vector<Event> events;
-    };
-    class Clip : public SoundClip {
-    public:
-        Clip(std::shared_ptr<Journal> journal, int index)
-            : journal_(std::move(journal)), index_(index) {}
+    struct Clip : SoundClip {
+        Clip(FakeSoundOutput& o, std::string n) : output(o), name(std::move(n)) {}
         void play(double volume) override {
-            journal_->events.push_back({Event::Kind::play, index_, volume});
+            output.journal.push_back("play " + name + " at " + std::to_string(volume).substr(0, 3));
         }
-        void stop() override { journal_->events.push_back({Event::Kind::stop, index_, 0}); }
+        void stop() override { output.journal.push_back("stop " + name); }
 
-    private:
-        std::shared_ptr<Journal> journal_;
-        int index_;
+        FakeSoundOutput& output;
+        std::string name;
     };
-
-    std::shared_ptr<Journal> journal_ = std::make_shared<Journal>();
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

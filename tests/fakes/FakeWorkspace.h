@@ -4,7 +4,7 @@
 
 #include "Quorvi/platform/Workspace.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // A session whose active application and sleep the test decides.
 class FakeWorkspace : public Workspace {
@@ -37,4 +37,4 @@ private:
     Observable didWake_;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -3,14 +3,15 @@
 #include <algorithm>
 #include <utility>
 
-namespace quorvi {
+namespace quorvi::test {
 
 // Erases by identity: a repeating timer changes its due time while it lives.
 struct VirtualScheduler::Node : Timer::Node {
     Node(std::weak_ptr<Timers> t, std::uint64_t i) : timers(std::move(t)), id(i) {}
     ~Node() override {
         if (auto all = timers.lock())
-            std::erase_if(all->entries, [this](const auto& item) { return item.first.second == id; });
+            std::erase_if(all->entries,
+                          [this](const auto& item) { return item.first.second == id; });
     }
     std::weak_ptr<Timers> timers;
     std::uint64_t id;
@@ -34,7 +35,9 @@ Timer VirtualScheduler::schedule(Duration delay, Entry entry) {
     return Timer(std::make_unique<Node>(timers_, id));
 }
 
-void VirtualScheduler::settle() { advance(Duration::zero()); }
+void VirtualScheduler::settle() {
+    advance(Duration::zero());
+}
 
 void VirtualScheduler::advance(Duration by) {
     const auto end = now_ + by;
@@ -56,4 +59,4 @@ void VirtualScheduler::advance(Duration by) {
     now_ = std::max(now_, end);
 }
 
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -8,7 +8,7 @@
 #include "QuorviCore/async/Executor.h"
 #include "QuorviCore/async/Scheduler.h"
 
-namespace quorvi {
+namespace quorvi::test {
 
 // A clock that stands still until a test advances it: minutes of a dictation take milliseconds, and
 // every run takes the same turns in the same order.
@@ -55,4 +55,4 @@ private:
     Scheduler& scheduler_;
 };
 
-}  // namespace quorvi
+}  // namespace quorvi::test

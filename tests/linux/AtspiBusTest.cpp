@@ -5,20 +5,19 @@
 
 #include <atomic>
 #include <chrono>
-#include <cstdio>
 #include <string>
 
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/AtspiPeers.h"
-#include "support/EditorProcess.h"
-#include "support/FieldReader.h"
-#include "support/DesktopUser.h"
+#include "tests/support/Editors.h"
+#include "tests/support/FieldReader.h"
+#include "tests/support/Process.h"
+#include "tests/support/TestUser.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 using namespace atspi;
-using namespace testing;
 using namespace std::chrono_literals;
 
 struct NoObserver : BusObserver {
@@ -28,19 +27,9 @@ struct NoObserver : BusObserver {
     void busLost() override {}
 };
 
-std::string outputOf(const std::string& command) {
-    std::string output;
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return output;
-    char buffer[256];
-    while (std::fgets(buffer, sizeof buffer, pipe)) output += buffer;
-    pclose(pipe);
-    return output;
-}
-
 // The process that provides the accessibility bus; 0 while there is none.
 pid_t launcherPid() {
-    const auto answer = outputOf(
+    const auto answer = shell(
         "gdbus call --session -d org.freedesktop.DBus -o /org/freedesktop/DBus "
         "-m org.freedesktop.DBus.GetConnectionUnixProcessID org.a11y.Bus 2>/dev/null");
     const auto digits = answer.find_first_of("0123456789", answer.find("uint32") + 6);
@@ -48,9 +37,9 @@ pid_t launcherPid() {
 }
 
 void setEnabled(bool enabled) {
-    outputOf(std::string("gdbus call --session -d org.a11y.Bus -o /org/a11y/bus -m "
-                         "org.freedesktop.DBus.Properties.Set org.a11y.Status IsEnabled '<") +
-             (enabled ? "true" : "false") + ">'");
+    shell(std::string("gdbus call --session -d org.a11y.Bus -o /org/a11y/bus -m "
+                      "org.freedesktop.DBus.Properties.Set org.a11y.Status IsEnabled '<") +
+          (enabled ? "true" : "false") + ">'");
 }
 
 TEST(AtspiBus, TrustFollowsTheDesktopsSwitchAndTheHook) {
@@ -71,13 +60,13 @@ TEST(AtspiBus, TrustFollowsTheDesktopsSwitchAndTheHook) {
 TEST(AtspiBus, TrustEndsWithTheBusAndReturnsWithIt) {
     AtspiAccessibility accessibility([] { return true; });
     FieldReader reader(accessibility);
-    DesktopUser user;
+    TestUser user;
     ASSERT_TRUE(eventually([&] { return accessibility.isTrusted(); }));
     const auto launcher = launcherPid();
     ASSERT_GT(launcher, 0);
 
     // The launcher ends with the bus that it started.
-    const auto bus = outputOf("pgrep -P " + std::to_string(launcher));
+    const auto bus = shell("pgrep -P " + std::to_string(launcher));
     ASSERT_FALSE(bus.empty());
     ::kill(std::stoi(bus), SIGKILL);
     EXPECT_TRUE(eventually([&] { return !accessibility.isTrusted(); }));
@@ -86,7 +75,7 @@ TEST(AtspiBus, TrustEndsWithTheBusAndReturnsWithIt) {
     accessibility.requestTrust();
     ASSERT_TRUE(eventually([&] { return accessibility.isTrusted(); }));
     const TestFolder folder;
-    EditorProcess editor(mousepad(folder.write("note.txt", "after")));
+    Process editor(mousepad(folder.write("note.txt", "after")));
     ASSERT_TRUE(user.waitForWindowOf(editor.pid()));
     const auto field = reader.waitForFocus(editor.pid(), "AXTextArea");
     ASSERT_TRUE(field);
@@ -100,9 +89,9 @@ TEST(AtspiPeers, AnApplicationThatTimedOutIsLeftAloneForAWhile) {
     AtspiPeers offended(bus, 24h);
     ASSERT_TRUE(eventually([&] { return bus.isUsable(); }));
 
-    DesktopUser user;
+    TestUser user;
     const TestFolder folder;
-    EditorProcess editor(mousepad(folder.write("note.txt", "text")));
+    Process editor(mousepad(folder.write("note.txt", "text")));
     ASSERT_TRUE(user.waitForWindowOf(editor.pid()));
     const auto soon = [] { return std::chrono::steady_clock::now() + 20s; };
     std::vector<std::string> names;
@@ -117,10 +106,10 @@ TEST(AtspiPeers, AnApplicationThatTimedOutIsLeftAloneForAWhile) {
     EXPECT_TRUE(answers(patient, soon()));
     EXPECT_TRUE(answers(offended, soon()));
 
-    editor.stop();
+    editor.freeze();
     for (auto* peers : {&patient, &offended})
         EXPECT_FALSE(answers(*peers, std::chrono::steady_clock::now() + 100ms));
-    editor.resume();
+    editor.thaw();
     EXPECT_TRUE(answers(patient, soon()));
     EXPECT_FALSE(answers(offended, soon()));
     // The bus itself is asked all the same, and what was held against a name ends with it.
@@ -130,4 +119,4 @@ TEST(AtspiPeers, AnApplicationThatTimedOutIsLeftAloneForAWhile) {
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

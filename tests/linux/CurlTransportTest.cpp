@@ -10,17 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "tests/linux/support/Await.h"
-#include "tests/linux/support/TlsServer.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "tests/support/TlsServer.h"
+#include "tests/support/Waiting.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 using namespace std::chrono_literals;
-using test::await;
-using test::Running;
-using test::TestAuthority;
-using test::TlsServer;
 
 HttpRequest get(const std::string& url) {
     return {.method = "GET", .url = url, .headers = {}, .body = {}};
@@ -32,13 +29,6 @@ HttpRequest post(const std::string& url, Bytes body) {
 
 std::string text(const std::optional<HttpResponse>& response) {
     return response ? std::string(response->body.begin(), response->body.end()) : "(no response)";
-}
-
-std::size_t countOf(const std::string& needle, const std::string& haystack) {
-    std::size_t count = 0;
-    for (auto at = haystack.find(needle); at != haystack.npos; at = haystack.find(needle, at + 1))
-        ++count;
-    return count;
 }
 
 Bytes pattern(std::size_t size) {
@@ -99,7 +89,7 @@ protected:
         return std::stoul(told.substr(told.find(key) + key.size()));
     }
     void waitForRequest(const std::string& line) {
-        while (countOf(line, journal()) == 0) scheduler.runFor(5ms);
+        while (journal().find(line) == std::string::npos) scheduler.runFor(5ms);
     }
 
     static std::unique_ptr<TestAuthority> authority;
@@ -112,7 +102,7 @@ protected:
 };
 std::unique_ptr<TestAuthority> CurlTransportTest::authority;
 
-TEST_F(CurlTransportTest, RequestArrivesWholeAndWithoutWaitingForContinue) {
+TEST_F(CurlTransportTest, BodiesPassByteForByteInBothDirectionsWithoutWaitingForContinue) {
     auto request = post(server.url("/tell"), pattern(2'000'000));
     request.headers = {{"Authorization", "Bearer sk-test"}};
     const auto response = send(std::move(request));
@@ -120,21 +110,9 @@ TEST_F(CurlTransportTest, RequestArrivesWholeAndWithoutWaitingForContinue) {
     EXPECT_EQ(response->status, 200);
     EXPECT_EQ(text(response),
               R"({"bytes": 2000000, "expect": "none", "authorization": "Bearer sk-test"})");
-}
-
-TEST_F(CurlTransportTest, LargeBodiesPassByteForByteInBothDirections) {
-    const auto body = pattern(20'000'000);
-    const auto echoed = send(post(server.url("/echo"), body));
+    const auto echoed = send(post(server.url("/echo"), pattern(20'000'000)));
     ASSERT_TRUE(echoed) << failure;
-    EXPECT_TRUE(echoed->body == body);
-    const auto large = send(get(server.url("/large")));
-    ASSERT_TRUE(large) << failure;
-    EXPECT_EQ(large->body.size(), 256u * 20 * 4096);
-}
-
-TEST_F(CurlTransportTest, AnswerWithoutEndIsGivenUp) {
-    EXPECT_FALSE(send(get(server.url("/endless"))));
-    EXPECT_EQ(failure, "The answer of the speech service was too large.");
+    EXPECT_TRUE(echoed->body == pattern(20'000'000));
 }
 
 TEST_F(CurlTransportTest, OnlyAValidCertificateForTheHostIsTrusted) {
@@ -156,28 +134,35 @@ TEST_F(CurlTransportTest, OnlyAValidCertificateForTheHostIsTrusted) {
     EXPECT_EQ(failure, distrust);
 }
 
-TEST_F(CurlTransportTest, ServerThatCannotBeReachedIsReportedInASentence) {
+TEST_F(CurlTransportTest, AFailureIsReportedInASentence) {
     const BoundPort closed(false);
-    EXPECT_FALSE(send(get(closed.url("https"))));
-    EXPECT_EQ(failure, "The speech service could not be reached. The connection was refused.");
-
-    EXPECT_FALSE(send(get("https://speech.invalid/")));
-    EXPECT_EQ(
-        failure,
-        "The speech service could not be found. Check your internet connection and try again.");
-}
-
-TEST_F(CurlTransportTest, PeerThatBreaksTheExchangeIsReported) {
     const std::string lost = "The connection to the speech service was lost. Please try again.";
-    EXPECT_FALSE(send(get(server.url("/cut"))));
-    EXPECT_EQ(failure, lost);
-    EXPECT_FALSE(send(get(server.url("/silent"))));
-    EXPECT_EQ(failure, lost);
-
+    const std::pair<std::string, std::string> rows[] = {
+        {closed.url("https"),
+         "The speech service could not be reached. The connection was refused."},
+        {"https://speech.invalid/",
+         "The speech service could not be found. Check your internet connection and try again."},
+        {server.url("/cut"), lost},
+        {server.url("/silent"), lost},
+        {server.url("/endless"), "The answer of the speech service was too large."},
+    };
+    for (const auto& [url, sentence] : rows) {
+        EXPECT_FALSE(send(get(url))) << url;
+        EXPECT_EQ(failure, sentence) << url;
+    }
     // An answer that is not HTTP is an answer without a status.
     const auto garbage = send(get(server.url("/garbage")));
     ASSERT_TRUE(garbage) << failure;
     EXPECT_EQ(garbage->status, 0);
+    // A header with a line break isn't sent.
+    auto request = get(server.url("/tell"));
+    request.headers = {{"Authorization", "Bearer a\r\nX-Other: b"}};
+    EXPECT_FALSE(send(std::move(request)));
+    EXPECT_EQ(journal().find("/tell"), std::string::npos);
+    // What fails while a connection is opened shows only in the request.
+    transport->openConnection(closed.url("https"));
+    transport->openConnection("no address at all");
+    EXPECT_TRUE(send(get(server.url("/stats")))) << failure;
 }
 
 TEST_F(CurlTransportTest, PeerThatStopsAnsweringTimesOut) {
@@ -202,17 +187,9 @@ TEST_F(CurlTransportTest, RedirectsAndCookiesAreNotFollowed) {
     ASSERT_TRUE(moved) << failure;
     EXPECT_EQ(moved->status, 302);
     EXPECT_EQ(text(moved), "moved");
-    EXPECT_EQ(countOf("/target", journal()), 0u);
+    EXPECT_EQ(journal().find("/target"), std::string::npos);
     EXPECT_EQ(text(send(get(server.url("/cookie")))), "none");
     EXPECT_EQ(text(send(get(server.url("/cookie")))), "none");
-}
-
-TEST_F(CurlTransportTest, HeaderWithALineBreakIsNotSent) {
-    auto request = get(server.url("/tell"));
-    request.headers = {{"Authorization", "Bearer a\r\nX-Other: b"}};
-    EXPECT_FALSE(send(std::move(request)));
-    EXPECT_NE(failure, "");
-    EXPECT_EQ(countOf("/tell", journal()), 0u);
 }
 
 TEST_F(CurlTransportTest, RequestUsesTheConnectionOpenedBefore) {
@@ -238,7 +215,8 @@ TEST_F(CurlTransportTest, OneConnectionIsOpenedAtATimeAndTheRequestDoesNotWaitFo
     for (int i = 0; i < 5; ++i) transport->openConnection(server.url("/held"));
     waitForRequest("HEAD /held");
     ASSERT_TRUE(send(post(server.url("/tell"), pattern(50'000)))) << failure;
-    EXPECT_EQ(countOf("HEAD /held", journal()), 1u);
+    const auto told = journal();
+    EXPECT_EQ(told.find("HEAD /held"), told.rfind("HEAD /held")) << told;
 }
 
 TEST_F(CurlTransportTest, OpenedConnectionThatTheServerClosedIsReplaced) {
@@ -247,13 +225,6 @@ TEST_F(CurlTransportTest, OpenedConnectionThatTheServerClosedIsReplaced) {
     const auto response = send(post(server.url("/tell"), pattern(50'000)));
     ASSERT_TRUE(response) << failure;
     EXPECT_EQ(response->status, 200);
-}
-
-TEST_F(CurlTransportTest, FailureToOpenAConnectionShowsOnlyInTheRequest) {
-    const BoundPort closed(false);
-    transport->openConnection(closed.url("https"));
-    transport->openConnection("no address at all");
-    EXPECT_TRUE(send(get(server.url("/stats")))) << failure;
 }
 
 TEST_F(CurlTransportTest, StopEndsTheRequestAndLeavesTheOthersAlone) {
@@ -271,7 +242,7 @@ TEST_F(CurlTransportTest, StopEndsTheRequestAndLeavesTheOthersAlone) {
     // A stop that comes first sends nothing at all.
     Running<HttpResponse> late(transport->send(get(server.url("/late")), stop.get_token()));
     EXPECT_TRUE(late.cancelled());
-    EXPECT_EQ(countOf("/late", journal()), 0u);
+    EXPECT_EQ(journal().find("/late"), std::string::npos);
 }
 
 TEST_F(CurlTransportTest, ManyRequestsAtOnceKeepTheirAnswersApart) {
@@ -306,4 +277,4 @@ TEST_F(CurlTransportTest, DestructionEndsWhatIsUnderWay) {
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -2,20 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
 #include "Quorvi/platform/linux/LoopScheduler.h"
-#include "tests/linux/support/SoundServer.h"
+#include "tests/support/SoundServer.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::SoundServer;
-using testing::TemporaryFolder;
-
-constexpr auto limit = 20s;
 
 TEST(PulsePermissions, TheMicrophoneComesAndGoesByEvents) {
     SoundServer server;
@@ -24,7 +17,7 @@ TEST(PulsePermissions, TheMicrophoneComesAndGoesByEvents) {
     PulsePermissions permissions(connection, scheduler);
     EXPECT_EQ(permissions.microphone(), MicrophoneAuthorization::notDetermined);
     const auto becomes = [&](MicrophoneAuthorization expected) {
-        return scheduler.runUntil([&] { return permissions.microphone() == expected; }, limit);
+        return until(scheduler, [&] { return permissions.microphone() == expected; });
     };
     EXPECT_TRUE(becomes(MicrophoneAuthorization::authorized));
     server.pactl("unload-module module-remap-source");
@@ -46,7 +39,7 @@ TEST(PulsePermissions, ARequestIsAnsweredAlsoByAServerThatIsAwayOrFrozen) {
     const auto answered = [&] {
         const int before = answers;
         permissions.requestMicrophone([&] { ++answers; });
-        return scheduler.runUntil([&] { return answers > before; }, limit);
+        return until(scheduler, [&] { return answers > before; });
     };
     EXPECT_TRUE(answered());
     EXPECT_EQ(permissions.microphone(), MicrophoneAuthorization::denied);
@@ -63,81 +56,52 @@ TEST(PulsePermissions, ARequestIsAnsweredAlsoByAServerThatIsAwayOrFrozen) {
     EXPECT_EQ(answers, 4);
 }
 
-// Settings programs that write down how they were called.
+// Settings programs that write down how they were called, in a PATH of their own.
 class Desktop {
 public:
     Desktop(const std::string& name, const std::vector<std::string>& programs) {
+        const auto called = (folder_.path() / "called").string();
         for (const auto& program : programs) {
-            const auto path = folder_.path() / program;
-            std::ofstream(path) << "#!/bin/sh\necho \"${0##*/} $*\" >" << file().string()
-                                << ".new\n/bin/mv " << file().string() << ".new " << file().string()
-                                << "\n";
+            const auto path =
+                folder_.write(program, "#!/bin/sh\necho \"${0##*/} $*\" >" + called +
+                                           ".new\n/bin/mv " + called + ".new " + called + "\n");
             std::filesystem::permissions(path, std::filesystem::perms::owner_all);
         }
         ::setenv("PATH", (folder_.path().string() + ":/nowhere").c_str(), 1);
         ::setenv("XDG_CURRENT_DESKTOP", name.c_str(), 1);
     }
-    Desktop(const Desktop&) = delete;
-    Desktop& operator=(const Desktop&) = delete;
-    ~Desktop() {
-        ::setenv("PATH", path_.c_str(), 1);
-        ::setenv("XDG_CURRENT_DESKTOP", desktop_.c_str(), 1);
-    }
-
+    ~Desktop() { ::setenv("PATH", path_.c_str(), 1); }
     std::string opened() const {
-        testing::eventually([this] { return std::filesystem::exists(file()); });
-        std::ifstream stream(file());
-        std::string line;
-        std::getline(stream, line);
-        return line;
+        eventually([this] { return std::filesystem::exists(folder_.path() / "called"); });
+        return contentOf(folder_.path() / "called");
     }
 
 private:
-    std::filesystem::path file() const { return folder_.path() / "called"; }
-
-    TemporaryFolder folder_;
+    TestFolder folder_;
     std::string path_ = ::getenv("PATH");
-    std::string desktop_ = ::getenv("XDG_CURRENT_DESKTOP") ? ::getenv("XDG_CURRENT_DESKTOP") : "";
 };
 
 TEST(PulsePermissions, TheDesktopsOwnSettingsAreOpened) {
-    struct Row {
-        std::string desktop;
-        std::vector<std::string> installed;
-        PrivacyPane pane;
-        std::string opened;
-    };
     LoopScheduler scheduler;
     PulseConnection connection(scheduler, "unix:/nowhere");
     PulsePermissions permissions(connection, scheduler);
-    const std::vector<Row> rows{
-        {"ubuntu:GNOME",
-         {"pavucontrol", "gnome-control-center"},
-         PrivacyPane::microphone,
-         "gnome-control-center sound"},
-        {"KDE",
-         {"pavucontrol", "systemsettings"},
-         PrivacyPane::microphone,
-         "systemsettings kcm_pulseaudio"},
-        {"KDE", {"kcmshell5"}, PrivacyPane::accessibility, "kcmshell5 kcm_access"},
-        {"GNOME",
-         {"gnome-control-center"},
-         PrivacyPane::accessibility,
-         "gnome-control-center universal-access"},
-        {"OPENBOX",
-         {"mate-volume-control", "pavucontrol"},
-         PrivacyPane::microphone,
-         "pavucontrol --tab=4"},
+    const auto opened = [&](const char* name, const std::vector<std::string>& programs,
+                            PrivacyPane pane) {
+        const Desktop desktop(name, programs);
+        permissions.openPrivacyPane(pane);
+        return desktop.opened();
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.desktop + " " + row.opened);
-        const Desktop desktop(row.desktop, row.installed);
-        permissions.openPrivacyPane(row.pane);
-        EXPECT_EQ(desktop.opened(), row.opened);
-    }
+    using enum PrivacyPane;
+    EXPECT_EQ(opened("ubuntu:GNOME", {"pavucontrol", "gnome-control-center"}, microphone),
+              "gnome-control-center sound\n");
+    EXPECT_EQ(opened("KDE", {"pavucontrol", "systemsettings"}, microphone),
+              "systemsettings kcm_pulseaudio\n");
+    EXPECT_EQ(opened("KDE", {"kcmshell5"}, accessibility), "kcmshell5 kcm_access\n");
+    EXPECT_EQ(opened("OPENBOX", {"mate-volume-control", "pavucontrol"}, microphone),
+              "pavucontrol --tab=4\n");
     const Desktop bare("GNOME", {});
-    permissions.openPrivacyPane(PrivacyPane::microphone);
+    permissions.openPrivacyPane(microphone);
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -7,46 +7,32 @@
 #include "Quorvi/dictation/RecordingCue.h"
 #include "Quorvi/platform/linux/LoopScheduler.h"
 #include "QuorviCore/transcription/QuorviError.h"
-#include "tests/linux/support/SoundServer.h"
-#include "tests/linux/support/SpeakerEar.h"
+#include "tests/support/SoundServer.h"
+#include "tests/support/SpeakerEar.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::Samples;
-using testing::SoundServer;
-using testing::SpeakerEar;
 
-constexpr auto limit = 20s;
-
-int loudest(const Samples& samples) {
-    int peak = 0;
-    for (int sample : samples) peak = std::max(peak, std::abs(sample));
-    return peak;
-}
-
-// How alike a clip and the sound that starts at a place are, from -1 to 1.
-double likeness(const std::vector<std::int16_t>& clip, const Samples& heard, std::size_t at) {
-    double product = 0, a = 0, b = 0;
-    for (std::size_t i = 0; i < clip.size(); ++i) {
-        const double x = clip[i], y = at + i < heard.size() ? heard[at + i] : 0;
-        product += x * y, a += x * x, b += y * y;
-    }
-    return b > 0 ? product / std::sqrt(a * b) : 0;
-}
-
-double bestLikeness(const std::vector<std::int16_t>& clip, const Samples& heard) {
+// How alike the clip and the sound at its best place are, from -1 to 1.
+double likeness(const std::vector<std::int16_t>& clip, const Samples& heard) {
     double best = -1;
-    for (std::size_t at = 0; at < heard.size(); ++at)
-        best = std::max(best, likeness(clip, heard, at));
+    for (std::size_t at = 0; at < heard.size(); ++at) {
+        double product = 0, a = 0, b = 0;
+        for (std::size_t i = 0; i < clip.size(); ++i) {
+            const double x = clip[i], y = at + i < heard.size() ? heard[at + i] : 0;
+            product += x * y, a += x * x, b += y * y;
+        }
+        if (b > 0) best = std::max(best, product / std::sqrt(a * b));
+    }
     return best;
 }
 
-class PulseSoundOutputTest : public ::testing::Test {
+class PulseSoundOutputTest : public testing::Test {
 protected:
     PulseSoundOutputTest() {
-        scheduler.runUntil([&] { return connection.hasMicrophone().has_value(); }, limit);
+        until(scheduler, [&] { return connection.hasMicrophone().has_value(); });
     }
     bool isPaused() const {
         const auto inputs = server.pactl("list sink-inputs");
@@ -54,8 +40,8 @@ protected:
     }
     // The sound has begun and 300 ms without any have followed.
     Samples sounded(const SpeakerEar& ear) {
-        testing::eventually([&] { return !ear.sound().empty(); });
-        testing::eventually([&] {
+        eventually([&] { return !ear.sound().empty(); });
+        eventually([&] {
             const auto all = ear.heard();
             constexpr std::size_t quiet = 13'230;
             return all.size() > quiet && loudest(Samples(all.end() - quiet, all.end())) <= 20;
@@ -78,9 +64,9 @@ TEST_F(PulseSoundOutputTest, ACueIsHeardWholeAtHalfVolumeAndAgainTheSecondTime) 
         const auto heard = sounded(ear);
         EXPECT_NEAR(loudest(heard), 7000, 200) << round;
         EXPECT_LE(heard.size(), clip.size()) << round;
-        EXPECT_GT(bestLikeness(clip, ear.heard()), 0.99) << round;
+        EXPECT_GT(likeness(clip, ear.heard()), 0.99) << round;
     }
-    EXPECT_TRUE(testing::eventually([&] { return isPaused(); }));
+    EXPECT_TRUE(eventually([&] { return isPaused(); }));
 }
 
 TEST_F(PulseSoundOutputTest, PlayingAgainRestartsInsteadOfOverlapping) {
@@ -88,12 +74,12 @@ TEST_F(PulseSoundOutputTest, PlayingAgainRestartsInsteadOfOverlapping) {
     const auto sound = output.load(wavData(RecordingCue::stop, RecordingSoundStyle::chime));
     const SpeakerEar ear(server.address());
     sound->play(0.5);
-    ASSERT_TRUE(testing::eventually([&] { return !ear.sound().empty(); }));
+    ASSERT_TRUE(eventually([&] { return !ear.sound().empty(); }));
     sound->play(0.5);
     const auto heard = sounded(ear);
     EXPECT_LE(loudest(heard), 7100);
     EXPECT_LT(heard.size(), 2 * clip.size());
-    EXPECT_GT(bestLikeness(clip, ear.heard()), 0.99);
+    EXPECT_GT(likeness(clip, ear.heard()), 0.99);
 }
 
 TEST_F(PulseSoundOutputTest, AClipThatIsStoppedFallsSilentAndOthersGoOn) {
@@ -111,10 +97,10 @@ TEST_F(PulseSoundOutputTest, AClipThatIsStoppedFallsSilentAndOthersGoOn) {
 
     const SpeakerEar ear(server.address());
     sound->play(1);
-    ASSERT_TRUE(testing::eventually([&] { return loudest(ear.sound()) > 9'500; }));
+    ASSERT_TRUE(eventually([&] { return loudest(ear.sound()) > 9'500; }));
     other->stop();
     sound->stop();
-    EXPECT_TRUE(testing::eventually([&] { return isPaused(); }));
+    EXPECT_TRUE(eventually([&] { return isPaused(); }));
     EXPECT_LT(sounded(ear).size(), tone.size());
 }
 
@@ -123,10 +109,10 @@ TEST_F(PulseSoundOutputTest, WithoutAServerAClipIsSilentAndSoundsAgainWhenThereI
     server.kill();
     sound->play(0.5);
     sound->stop();
-    ASSERT_TRUE(scheduler.runUntil([&] { return connection.hasMicrophone() == false; }, limit));
+    ASSERT_TRUE(until(scheduler, [&] { return connection.hasMicrophone() == false; }));
     sound->play(0.5);
     server.start();
-    ASSERT_TRUE(scheduler.runUntil([&] { return connection.hasMicrophone() == true; }, limit));
+    ASSERT_TRUE(until(scheduler, [&] { return connection.hasMicrophone() == true; }));
     const SpeakerEar ear(server.address());
     sound->play(0.5);
     EXPECT_NEAR(loudest(sounded(ear)), 7000, 200);
@@ -141,4 +127,4 @@ TEST_F(PulseSoundOutputTest, OnlyPcmWavFilesAreLoaded) {
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -4,17 +4,13 @@
 
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <thread>
 
-#include "Quorvi/platform/linux/X11ActiveApplication.h"
-#include "tests/linux/support/KeyWindow.h"
-#include "tests/linux/support/Program.h"
-#include "tests/linux/support/TapRecorder.h"
-#include "tests/linux/support/TestUser.h"
-#include "tests/linux/support/TextClipboard.h"
+#include "tests/support/Editors.h"
+#include "tests/support/ForeignOwner.h"
+#include "tests/support/KeyWindow.h"
+#include "tests/support/Process.h"
+#include "tests/support/TapRecorder.h"
 
 namespace quorvi::test {
 namespace {
@@ -22,7 +18,7 @@ namespace {
 using Type = TapEventType;
 
 constexpr std::int64_t marker = 0x51554F52;
-constexpr std::uint8_t dvorakV = 60, neoV = 25, insertKey = 118;
+constexpr std::uint8_t dvorakV = 60, neoV = 25;
 
 const std::vector<TapEvent> commandV{
     {.type = Type::flagsChanged,
@@ -32,13 +28,6 @@ const std::vector<TapEvent> commandV{
     {.type = Type::keyDown, .keyCode = 9, .flags = modifierFlag::command, .sourceUserData = marker},
     {.type = Type::keyUp, .keyCode = 9, .flags = modifierFlag::command, .sourceUserData = marker},
     {.type = Type::flagsChanged, .keyCode = 55, .sourceUserData = marker}};
-
-std::string contents(const std::string& path) {
-    std::ifstream file(path);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
 
 class X11KeyEventPosterTest : public testing::Test {
 protected:
@@ -53,89 +42,63 @@ protected:
     void useLayout(const std::string& arguments) {
         ASSERT_EQ(std::system(("setxkbmap -option '' " + arguments).c_str()), 0);
     }
-    // Waits for a window of this class to be active, for at most 20 s.
-    bool waitForApplication(const std::string& name) {
-        const X11Connection connection;
-        X11ActiveApplication active(connection);
-        return recorder.waitUntil([&] {
-            recorder.scheduler.runFor(std::chrono::milliseconds(20));
-            active.look();
-            active.lookUpName();
-            const auto application = active.look();
-            return application && application->name == name;
-        });
+    // Pastes the text and waits until the application has read it.
+    bool paste(const std::string& text, pid_t pid) {
+        auto next = std::make_unique<ForeignOwner>(textItems(text));
+        clipboard = std::move(next);  // the former one goes afterwards: some read twice
+        poster.post(commandV, pid);
+        return eventually([&] { return clipboard->reads() > 0; });
     }
-
-    // Saves in the editor until the file says what is expected.
-    bool waitForSaved(const std::string& path, const std::string& expected) {
-        return recorder.waitUntil([&] {
-            user.chord({key::leftControl}, key::s);
-            recorder.scheduler.runFor(std::chrono::milliseconds(200));
-            return contents(path) == expected;
-        });
-    }
-
-    std::vector<TapEvent> marked() const {
-        std::vector<TapEvent> result;
-        for (const auto& event : recorder.events)
-            if (event.sourceUserData == marker) result.push_back(event);
-        return result;
-    }
-
+    TestFolder folder;
+    std::unique_ptr<ForeignOwner> clipboard;
     TapRecorder recorder;
     X11KeyEventPoster poster{recorder.tap};
     TestUser user;
 };
 
 TEST_F(X11KeyEventPosterTest, PastesIntoARealEditorUnderEveryLayoutAndLock) {
-    const auto path = std::filesystem::temp_directory_path() / "paste.txt";
-    std::ofstream(path).close();
-    const Program editor({"mousepad", "--disable-server", path});
-    ASSERT_TRUE(waitForApplication("Mousepad"));
-    TextClipboard clipboard;
+    const auto path = folder.write("paste.txt", "");
+    const Process editor(mousepad(path));
+    ASSERT_TRUE(user.waitForWindowOf(editor.pid()));
     std::string expected;
-    const auto paste = [&](const std::string& text) {
-        clipboard.offer(text);
-        poster.post(commandV, editor.pid());
-        EXPECT_TRUE(clipboard.waitForRead()) << text;
+    const auto check = [&](const std::string& text) {
+        EXPECT_TRUE(paste(text, editor.pid())) << text;
         expected += text;
     };
     for (const std::string layout :
          {"us", "gr", "us,gr", "ru", "ru,us", "'us(dvorak)'", "'de(neo)'", "fr"}) {
         useLayout(layout);
-        paste("<" + layout + ">");
+        check("<" + layout + ">");
     }
     useLayout("us");
     for (const auto lock : {key::capsLock, key::numLock}) {
         user.tap(lock);
-        paste("<locked>");
+        check("<locked>");
         user.tap(lock);
     }
-    EXPECT_TRUE(waitForSaved(path, expected)) << contents(path);
+    EXPECT_TRUE(recorder.waitUntil([&] {
+        user.chord({key::leftControl}, key::s);
+        recorder.scheduler.runFor(std::chrono::milliseconds(200));
+        return contentOf(path) == expected;
+    })) << contentOf(path);
 }
 
 TEST_F(X11KeyEventPosterTest, PastesIntoARealTerminalWithItsOwnChord) {
-    const auto path = std::filesystem::temp_directory_path() / "terminal.txt";
-    const Program terminal(
-        {"xfce4-terminal", "--disable-server", "-x", "sh", "-c", "cat > " + path.string()});
-    ASSERT_TRUE(recorder.waitUntil([&] {
-        recorder.scheduler.runFor(std::chrono::milliseconds(20));
-        return std::filesystem::exists(path);
-    }));
-    ASSERT_TRUE(waitForApplication("Xfce Terminal"));
-    TextClipboard clipboard;
+    const auto path = (folder.path() / "terminal.txt").string();
+    const Process terminal(
+        {"xfce4-terminal", "--disable-server", "-x", "sh", "-c", "cat > " + path});
+    ASSERT_TRUE(eventually([&] { return std::filesystem::exists(path); }));
+    ASSERT_TRUE(user.waitForWindowOf(terminal.pid()));
     for (const bool locked : {false, true}) {
         const std::string text = locked ? "two" : "one";
-        clipboard.offer(text);
         if (locked) user.tap(key::capsLock);
-        poster.post(commandV, terminal.pid());
-        EXPECT_TRUE(clipboard.waitForRead()) << text;
+        EXPECT_TRUE(paste(text, terminal.pid())) << text;
         if (locked) user.tap(key::capsLock);
         EXPECT_TRUE(recorder.waitUntil([&] {
             user.tap(key::enter);
             recorder.scheduler.runFor(std::chrono::milliseconds(200));
-            return contents(path).find(text + "\n") != std::string::npos;
-        })) << contents(path);
+            return contentOf(path).find(text + "\n") != std::string::npos;
+        })) << contentOf(path);
     }
 }
 
@@ -150,7 +113,7 @@ TEST_F(X11KeyEventPosterTest, TheWindowsClassAndTheLayoutChooseTheKeys) {
         {"Editor", "'us(dvorak)'", {key::leftControl, dvorakV}},
         {"Editor", "'de(neo)'", {key::leftControl, neoV}},
         {"Editor", "gr,us", {key::leftControl, key::v}},
-        {"Editor", "gr", {key::leftShift, insertKey}},
+        {"Editor", "gr", {key::leftShift, key::insert}},
         {"Editor", "us -option ctrl:swapcaps", {key::capsLock, key::v}},
         {"Gnome-terminal", "us", {key::leftControl, key::leftShift, key::v}},
         {"kitty", "'us(dvorak)'", {key::leftControl, key::leftShift, dvorakV}},
@@ -180,7 +143,7 @@ TEST_F(X11KeyEventPosterTest, ReleasesAndRestoresItsGrabsAroundAPaste) {
     user.press(key::f8);
     ASSERT_TRUE(recorder.waitForType(Type::keyDown, 100));
     poster.post(commandV, getpid());
-    ASSERT_TRUE(recorder.waitUntil([&] { return marked().size() == 4; }));
+    ASSERT_TRUE(recorder.waitUntil([&] { return recorder.marked(marker).size() == 4; }));
     EXPECT_TRUE(window.waitForKey({key::v, true}));
     EXPECT_TRUE(window.waitForKey({key::leftControl, false}));
     user.release(key::f8);
@@ -218,20 +181,20 @@ TEST_F(X11KeyEventPosterTest, OwnEventsAreToldFromTwoThousandForeignOnesOfTheSam
     while (posted < pastes) {
         poster.post(commandV, getpid());
         ++posted;
-        EXPECT_TRUE(recorder.waitUntil([&] { return marked().size() >= 4 * posted; }));
+        EXPECT_TRUE(
+            recorder.waitUntil([&] { return recorder.marked(marker).size() >= 4 * posted; }));
     }
     EXPECT_TRUE(recorder.waitUntil(
         [&] { return !flooding && recorder.events.size() >= foreignEvents + 4 * pastes; }));
-    const auto own = marked();
+    const auto own = recorder.marked(marker);
     ASSERT_EQ(own.size(), 4 * pastes);
     EXPECT_EQ(recorder.events.size() - own.size(), foreignEvents);
     for (std::size_t i = 0; i < own.size(); i += 4) {
         EXPECT_EQ(own[i].keyCode, 59);
         EXPECT_EQ(own[i].flags, 0x40001u);
         EXPECT_EQ(own[i + 1].type, Type::keyDown);
-        EXPECT_EQ(own[i + 1].keyCode, 9);
         EXPECT_EQ(own[i + 2].type, Type::keyUp);
-        EXPECT_EQ(own[i + 3].keyCode, 59);
+        EXPECT_EQ(own[i + 2].keyCode, 9);
         EXPECT_EQ(own[i + 3].flags, 0u);
     }
 }

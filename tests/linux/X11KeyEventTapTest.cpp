@@ -1,18 +1,12 @@
 #include "Quorvi/platform/linux/X11KeyEventTap.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdlib>
-#include <set>
 
-#include "Quorvi/platform/linux/X11KeyMap.h"
-#include "tests/linux/support/KeyWindow.h"
-#include "tests/linux/support/NestedServer.h"
-#include "tests/linux/support/TapRecorder.h"
-#include "tests/linux/support/TestUser.h"
+#include "tests/support/KeyWindow.h"
+#include "tests/support/TapRecorder.h"
+#include "tests/support/TestUser.h"
 
 namespace quorvi::test {
 namespace {
@@ -21,8 +15,30 @@ using Type = TapEventType;
 
 constexpr KeyCode codeA = 0, codeD = 2, codeF8 = 100, codeX = 7;
 
+constexpr std::uint64_t shift = 0x20002, control = 0x42000, command = 0x100008, option = 0x80040;
+
+TapEvent modifier(KeyCode code, std::uint64_t flags = 0) {
+    return {.type = Type::flagsChanged, .keyCode = code, .flags = flags};
+}
+TapEvent down(KeyCode code, std::uint64_t flags = 0) {
+    return {.type = Type::keyDown, .keyCode = code, .flags = flags};
+}
+TapEvent up(KeyCode code, std::uint64_t flags = 0) {
+    return {.type = Type::keyUp, .keyCode = code, .flags = flags};
+}
+TapEvent mouse(Type type, std::int64_t button = 0) {
+    return {.type = type, .button = button};
+}
+
 void useLayout(const std::string& arguments) {
     ASSERT_EQ(std::system(("setxkbmap " + arguments).c_str()), 0);
+}
+
+std::vector<KeyWindow::Key> taps(TestUser::Keys keycodes) {
+    std::vector<KeyWindow::Key> keys;
+    for (const auto keycode : keycodes)
+        for (const bool pressed : {true, false}) keys.push_back({keycode, pressed});
+    return keys;
 }
 
 class X11KeyEventTapTest : public testing::Test {
@@ -62,35 +78,28 @@ TEST_F(X11KeyEventTapTest, ReportsEveryKindOfEventWithTheFlagsAfterIt) {
     user.release(key::leftShift);
     user.release(key::rightControl);
     user.chord({key::leftSuper}, key::x);
-    user.click(1);
-    user.click(3);
-    user.click(2);
-    user.click(9);
-    user.click(4);
-    user.click(7);
+    for (const std::uint8_t button : {1, 3, 2, 9, 4, 7}) user.click(button);
     ASSERT_TRUE(recorder.waitForEvents(20));
-    const std::vector<TapEvent> expected{
-        {.type = Type::flagsChanged, .keyCode = 56, .flags = 0x20002},
-        {.type = Type::keyDown, .keyCode = codeA, .flags = 0x20002},
-        {.type = Type::keyUp, .keyCode = codeA, .flags = 0x20002},
-        {.type = Type::flagsChanged, .keyCode = 62, .flags = 0x62002},
-        {.type = Type::flagsChanged, .keyCode = 56, .flags = 0x42000},
-        {.type = Type::flagsChanged, .keyCode = 62},
-        {.type = Type::flagsChanged, .keyCode = 55, .flags = 0x100008},
-        {.type = Type::keyDown, .keyCode = codeX, .flags = 0x100008},
-        {.type = Type::keyUp, .keyCode = codeX, .flags = 0x100008},
-        {.type = Type::flagsChanged, .keyCode = 55},
-        {.type = Type::leftMouseDown, .button = 0},
-        {.type = Type::leftMouseUp, .button = 0},
-        {.type = Type::rightMouseDown, .button = 1},
-        {.type = Type::rightMouseUp, .button = 1},
-        {.type = Type::otherMouseDown, .button = 2},
-        {.type = Type::otherMouseUp, .button = 2},
-        {.type = Type::otherMouseDown, .button = 4},
-        {.type = Type::otherMouseUp, .button = 4},
-        {.type = Type::scrollWheel},
-        {.type = Type::scrollWheel},
-    };
+    const std::vector<TapEvent> expected{modifier(56, shift),
+                                         down(codeA, shift),
+                                         up(codeA, shift),
+                                         modifier(62, shift | control),
+                                         modifier(56, control),
+                                         modifier(62),
+                                         modifier(55, command),
+                                         down(codeX, command),
+                                         up(codeX, command),
+                                         modifier(55),
+                                         mouse(Type::leftMouseDown, 0),
+                                         mouse(Type::leftMouseUp, 0),
+                                         mouse(Type::rightMouseDown, 1),
+                                         mouse(Type::rightMouseUp, 1),
+                                         mouse(Type::otherMouseDown, 2),
+                                         mouse(Type::otherMouseUp, 2),
+                                         mouse(Type::otherMouseDown, 4),
+                                         mouse(Type::otherMouseUp, 4),
+                                         mouse(Type::scrollWheel),
+                                         mouse(Type::scrollWheel)};
     EXPECT_EQ(recorder.events, expected);
 }
 
@@ -105,24 +114,18 @@ TEST_F(X11KeyEventTapTest, ALoneRightAltIsSeenOnItsSideAndStillReachesTheApplica
         user.release(key::rightAlt);
         ASSERT_TRUE(recorder.waitForEvents(2)) << layout;
         EXPECT_FALSE(recorder.tap.keyIsDown(61)) << layout;
-        const std::vector<TapEvent> expected{
-            {.type = Type::flagsChanged, .keyCode = 61, .flags = 0x80040},
-            {.type = Type::flagsChanged, .keyCode = 61}};
-        EXPECT_EQ(recorder.events, expected) << layout;
-        EXPECT_TRUE(window.waitForKeys({{key::rightAlt, true}, {key::rightAlt, false}})) << layout;
+        EXPECT_EQ(recorder.events, (std::vector{modifier(61, option), modifier(61)})) << layout;
+        EXPECT_TRUE(window.waitForKeys(taps({key::rightAlt}))) << layout;
         recorder.events.clear();
     }
 }
 
 TEST_F(X11KeyEventTapTest, CapsLockShowsInTheFlagsOfItsOwnEventsAndOfLaterOnes) {
-    user.tap(key::capsLock);
-    user.tap(key::a);
-    user.tap(key::capsLock);
+    user.type({key::capsLock, key::a, key::capsLock});
     ASSERT_TRUE(recorder.waitForEvents(6));
     EXPECT_EQ(recorder.events[0].keyCode, 57);
     EXPECT_EQ(recorder.events[0].type, Type::flagsChanged);
-    EXPECT_EQ(recorder.events[1].flags, 0x10000u);
-    EXPECT_EQ(recorder.events[2].flags, 0x10000u);
+    EXPECT_EQ(recorder.events[2], down(codeA, 0x10000));
     EXPECT_EQ(recorder.events[5].flags, 0u);
 }
 
@@ -131,7 +134,7 @@ TEST_F(X11KeyEventTapTest, ReportsTheSamePhysicalKeysUnderEveryLayout) {
     for (const char* layout : {"us", "gr", "'de(neo)'", "'us(dvorak)'", "ru"}) {
         useLayout(layout);
         settle();
-        user.type({key::a, key::s, key::x, key::v, 21, 47, 94, key::keypad1, key::arrowLeft, 49});
+        user.type({key::a, key::s, key::x, key::v, 21, 47, 94, key::keypad1, key::left, 49});
         ASSERT_TRUE(recorder.waitForEvents(20)) << layout;
         for (std::size_t i = 0; i < expected.size(); ++i)
             EXPECT_EQ(recorder.events[2 * i].keyCode, expected[i]) << layout << ", key " << i;
@@ -156,7 +159,7 @@ TEST_F(X11KeyEventTapTest, KeysMovedByTheUsersOptionsCountAsWhatTheyHaveBecome) 
     ASSERT_TRUE(recorder.waitForType(Type::keyUp, codeA));
     EXPECT_EQ(recorder.count(Type::keyDown, codeX), 1);
     EXPECT_TRUE(window.waitForKey({key::a, false}));
-    for (const auto& received : window.keys()) EXPECT_NE(received.keycode, key::x);
+    EXPECT_FALSE(window.hasSeen(key::x));
 }
 
 TEST_F(X11KeyEventTapTest, SwallowsACombinationWithItsRepeatsWhateverTheLocks) {
@@ -181,24 +184,10 @@ TEST_F(X11KeyEventTapTest, SwallowsACombinationWithItsRepeatsWhateverTheLocks) {
         ASSERT_TRUE(recorder.waitForType(Type::keyUp, codeX));
         EXPECT_EQ(recorder.count(Type::keyUp, codeD), 1);
         EXPECT_TRUE(window.waitForKey({key::x, false}));
-        for (const auto& received : window.keys()) EXPECT_NE(received.keycode, key::d) << locked;
+        EXPECT_FALSE(window.hasSeen(key::d)) << locked;
     }
     user.tap(key::capsLock);
     user.tap(key::numLock);
-}
-
-TEST_F(X11KeyEventTapTest, TheSameKeyWithOtherModifiersPasses) {
-    swallow({{codeD, modifierFlag::control}});
-    user.tap(key::d);
-    user.chord({key::leftControl, key::leftShift}, key::d);
-    EXPECT_TRUE(window.waitForKeys({{key::d, true},
-                                    {key::d, false},
-                                    {key::leftControl, true},
-                                    {key::leftShift, true},
-                                    {key::d, true},
-                                    {key::d, false},
-                                    {key::leftControl, false},
-                                    {key::leftShift, false}}));
 }
 
 TEST_F(X11KeyEventTapTest, OtherKeysTypedWhileASwallowedKeyIsHeldArrive) {
@@ -222,13 +211,12 @@ TEST_F(X11KeyEventTapTest, OtherKeysTypedWhileASwallowedKeyIsHeldArrive) {
     user.tap(key::escape);
     user.release(key::f8);
     user.tap(key::x);
-    EXPECT_TRUE(window.waitForKey({key::x, false}));
-    EXPECT_EQ(window.keys(), (std::vector<KeyWindow::Key>{{key::x, true}, {key::x, false}}));
+    EXPECT_TRUE(window.waitForKeys(taps({key::x})));
 }
 
-TEST_F(X11KeyEventTapTest, EscapeIsSwallowedOnlyWhileDeclared) {
+TEST_F(X11KeyEventTapTest, AKeyIsSwallowedOnlyWhileDeclaredAndWithItsModifiersOnly) {
     user.tap(key::escape);
-    ASSERT_TRUE(window.waitForKeys({{key::escape, true}, {key::escape, false}}));
+    ASSERT_TRUE(window.waitForKeys(taps({key::escape})));
     swallow({{keyCode::escape, 0}});
     user.tap(key::escape);
     user.chord({key::leftShift}, key::escape);
@@ -236,9 +224,9 @@ TEST_F(X11KeyEventTapTest, EscapeIsSwallowedOnlyWhileDeclared) {
                                     {key::escape, true},
                                     {key::escape, false},
                                     {key::leftShift, false}}));
-    swallow({});
+    swallow({{keyCode::escape, modifierFlag::control}});
     user.tap(key::escape);
-    EXPECT_TRUE(window.waitForKeys({{key::escape, true}, {key::escape, false}}));
+    EXPECT_TRUE(window.waitForKeys(taps({key::escape})));
     EXPECT_TRUE(recorder.waitUntil([&] { return recorder.count(Type::keyUp, 53) == 4; }));
 }
 
@@ -256,7 +244,7 @@ TEST_F(X11KeyEventTapTest, AKeyHeldSinceBeforeItsDeclarationStaysTheApplications
     window.forget();
     user.tap(key::escape);
     user.tap(key::x);
-    EXPECT_TRUE(window.waitForKeys({{key::x, true}, {key::x, false}}));
+    EXPECT_TRUE(window.waitForKeys(taps({key::x})));
 }
 
 TEST_F(X11KeyEventTapTest, TheGrabFollowsTheFocusToOtherWindowsAndBack) {
@@ -268,13 +256,13 @@ TEST_F(X11KeyEventTapTest, TheGrabFollowsTheFocusToOtherWindowsAndBack) {
         other.forget();
         user.tap(key::f8);
         user.tap(key::a);
-        EXPECT_TRUE(other.waitForKeys({{key::a, true}, {key::a, false}}));
+        EXPECT_TRUE(other.waitForKeys(taps({key::a})));
     }  // the window is destroyed with the grab on it
     ASSERT_TRUE(window.focus());
     settle();
     user.tap(key::f8);
     user.tap(key::x);
-    EXPECT_TRUE(window.waitForKeys({{key::x, true}, {key::x, false}}));
+    EXPECT_TRUE(window.waitForKeys(taps({key::x})));
     EXPECT_TRUE(recorder.waitUntil([&] { return recorder.count(Type::keyUp, codeF8) == 4; }));
 }
 
@@ -289,7 +277,7 @@ TEST_F(X11KeyEventTapTest, AKeyThatAnotherProgramHasGrabbedIsReportedAllTheSame)
     user.tap(key::a);
     ASSERT_TRUE(recorder.waitForType(Type::keyUp, codeA));
     EXPECT_EQ(recorder.count(Type::keyDown, codeF8), 1);
-    EXPECT_TRUE(window.waitForKeys({{key::a, true}, {key::a, false}}));
+    EXPECT_TRUE(window.waitForKeys(taps({key::a})));
     EXPECT_TRUE(recorder.tap.isValid());
 }
 
@@ -317,7 +305,7 @@ TEST_F(X11KeyEventTapTest, WhileDisabledNothingIsReportedOrSwallowedButKeysAreTr
     EXPECT_FALSE(recorder.tap.keyIsDown(codeA));
     EXPECT_EQ(recorder.count(Type::keyDown, codeF8), 1);
     ASSERT_TRUE(window.waitForKey({key::d, false}));
-    for (const auto& received : window.keys()) EXPECT_NE(received.keycode, key::f8);
+    EXPECT_FALSE(window.hasSeen(key::f8));
 }
 
 TEST_F(X11KeyEventTapTest, KeysAndButtonsHeldWhenItIsInstalledAreKnownAtOnce) {
@@ -364,98 +352,6 @@ TEST_F(X11KeyEventTapTest, KeepsOrderAndLosesNothingWhileTheMainThreadIsBusy) {
         EXPECT_EQ(recorder.events[i].type, i % 2 == 0 ? Type::keyDown : Type::keyUp);
         EXPECT_EQ(recorder.events[i].keyCode, i % 4 < 2 ? codeA : codeF8);
     }
-}
-
-TEST(X11KeyEventTap, SurvivesTheServersEndAndIsRevivedOnAnother) {
-    const std::string original = std::getenv("DISPLAY");
-    {
-        TapRecorder recorder;
-        NestedServer first;
-        ASSERT_FALSE(first.display().empty());
-        setenv("DISPLAY", first.display().c_str(), 1);
-        ASSERT_TRUE(recorder.install());
-        first.kill();
-        ASSERT_TRUE(recorder.waitForEvents(1));
-        EXPECT_EQ(recorder.events[0].type, Type::tapDisabledByUserInput);
-        EXPECT_FALSE(recorder.tap.isValid());
-        EXPECT_FALSE(recorder.tap.isEnabled());
-        EXPECT_FALSE(recorder.install());
-
-        NestedServer second;
-        setenv("DISPLAY", second.display().c_str(), 1);
-        ASSERT_TRUE(recorder.install());
-        EXPECT_TRUE(recorder.tap.isEnabled());
-        TestUser user(second.display());
-        user.tap(key::a);
-        EXPECT_TRUE(recorder.waitForType(Type::keyUp, codeA));
-    }
-    unsetenv("DISPLAY");
-    TapRecorder without;
-    EXPECT_FALSE(without.install());
-    setenv("DISPLAY", original.c_str(), 1);
-}
-
-TEST(X11KeyEventTap, KillingTheProcessThatHoldsAKeyLeavesTheKeyboardUsable) {
-    int ready[2];
-    ASSERT_EQ(pipe(ready), 0);
-    KeyWindow window;
-    ASSERT_TRUE(window.show());
-    const auto child = fork();
-    if (child == 0) {
-        TapRecorder recorder;
-        const bool installed = recorder.install();
-        recorder.tap.setSwallowed({{codeF8, 0}});
-        const auto say = [&](bool yes) { return write(ready[1], yes ? "y" : "n", 1) == 1; };
-        bool told = say(installed && recorder.settle());
-        told = told && say(recorder.waitForType(Type::keyDown, codeF8));
-        recorder.scheduler.runFor(std::chrono::minutes(5));
-        _exit(told ? 0 : 1);
-    }
-    const auto hear = [&] {
-        char answer = 0;
-        return read(ready[0], &answer, 1) == 1 && answer == 'y';
-    };
-    TestUser user;
-    ASSERT_TRUE(hear());
-    window.forget();
-    user.press(key::f8);
-    ASSERT_TRUE(hear());
-    EXPECT_TRUE(window.keys().empty());
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    user.type({key::a, key::s});
-    EXPECT_TRUE(window.waitForKey({key::s, false}));
-    user.release(key::f8);
-    user.tap(key::f8);
-    EXPECT_TRUE(window.waitForKey({key::f8, true}));
-    close(ready[0]);
-    close(ready[1]);
-}
-
-TEST(X11KeyMap, EveryKeyOfAFullKeyboardHasItsOwnCode) {
-    std::set<KeyCode> codes;
-    int keys = 0;
-    // Esc to keypad point, the ISO key with F11 and F12, keypad Enter to right Alt, Home to Delete,
-    // the Windows keys and Menu, F13 to F20.
-    for (const auto& [first, last] :
-         {std::pair{9, 91}, {94, 96}, {104, 106}, {108, 108}, {110, 119}, {133, 135}, {191, 198}}) {
-        for (int keycode = first; keycode <= last; ++keycode) {
-            if (keycode == 78) continue;  // Scroll Lock, which no Mac has
-            const auto position = static_cast<XKeycode>(keycode);
-            const auto code = keyCodeOfPosition(position);
-            EXPECT_LT(code, firstForeignKeyCode) << keycode;
-            EXPECT_EQ(positionOfKeyCode(code), position) << keycode;
-            codes.insert(code);
-            ++keys;
-        }
-    }
-    EXPECT_EQ(codes.size(), static_cast<std::size_t>(keys));
-    EXPECT_EQ(keyCodeOfPosition(108), keyCode::rightOption);
-    EXPECT_EQ(keyCodeOfPosition(134), keyCode::rightCommand);
-    EXPECT_EQ(keyCodeOfPosition(66), capsLockKeyCode);
-    EXPECT_EQ(keyCodeOfPosition(107), 0x100 + 107);
-    EXPECT_EQ(positionOfKeyCode(0x100 + 107), 107);
-    EXPECT_EQ(positionOfKeyCode(keyCode::fn), 0);
 }
 
 }  // namespace

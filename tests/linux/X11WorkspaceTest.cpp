@@ -6,30 +6,22 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <thread>
 
 #include "Quorvi/platform/linux/LoopScheduler.h"
-#include "tests/linux/support/KeyWindow.h"
-#include "tests/linux/support/NestedServer.h"
-#include "tests/linux/support/Program.h"
+#include "tests/support/KeyWindow.h"
+#include "tests/support/Process.h"
 
 namespace quorvi::test {
 namespace {
 
 class X11WorkspaceTest : public testing::Test {
 protected:
-    bool waitUntil(const std::function<bool()>& condition) {
-        // The answer changes on another thread, so the loop is turned over now and then.
-        const auto tick = scheduler.every(std::chrono::milliseconds(10), [] {});
-        return scheduler.runUntil(condition, std::chrono::seconds(20));
-    }
     bool waitForFrontmost(const X11Workspace& workspace,
                           const std::optional<RunningApplication>& expected) {
-        return waitUntil([&] { return workspace.frontmostApplication() == expected; });
+        return until(scheduler, [&] { return workspace.frontmostApplication() == expected; });
     }
 
     LoopScheduler scheduler;
@@ -44,7 +36,7 @@ TEST_F(X11WorkspaceTest, FollowsTheActiveWindowFromProgramToProgram) {
     ASSERT_TRUE(window.show());
     ASSERT_TRUE(waitForFrontmost(workspace, RunningApplication{getpid(), "PlainProgram"}));
     {
-        const Program editor({"mousepad", "--disable-server"});
+        const Process editor({"mousepad", "--disable-server"});
         ASSERT_TRUE(waitForFrontmost(workspace, RunningApplication{editor.pid(), "Mousepad"}));
         // Any thread may ask while the answer changes.
         std::jthread asking([&](const std::stop_token& stop) {
@@ -56,7 +48,7 @@ TEST_F(X11WorkspaceTest, FollowsTheActiveWindowFromProgramToProgram) {
         for (int i = 0; i < 5; ++i) ASSERT_TRUE(window.focus());
         ASSERT_TRUE(waitForFrontmost(workspace, RunningApplication{getpid(), "PlainProgram"}));
     }
-    const Program terminal({"xfce4-terminal", "--disable-server"});
+    const Process terminal({"xfce4-terminal", "--disable-server"});
     ASSERT_TRUE(waitForFrontmost(workspace, RunningApplication{terminal.pid(), "Xfce Terminal"}));
 }
 
@@ -87,56 +79,48 @@ TEST_F(X11WorkspaceTest, FindsTheServerAgainAfterItHasGone) {
 // A bus of the test's own in the system bus's place, where anybody may own logind's name.
 class FakeSystemBus {
 public:
-    FakeSystemBus()
-        : directory_(std::filesystem::temp_directory_path() / "system-bus"),
-          address_("unix:path=" + (directory_ / "socket").string()) {
-        std::filesystem::create_directories(directory_);
-        std::ofstream(directory_ / "bus.conf")
-            << "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\""
-               " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
-               "<busconfig><type>system</type><listen>"
-            << address_
-            << "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-               "<allow receive_sender=\"*\"/><allow own=\"*\"/><allow user=\"*\"/>"
-               "</policy></busconfig>\n";
-        daemon_.emplace(
-            std::vector<std::string>{"dbus-daemon", "--nofork", "--nopidfile",
-                                     "--config-file=" + (directory_ / "bus.conf").string()});
-        while (!std::filesystem::exists(directory_ / "socket")) usleep(2000);
-        setenv("DBUS_SYSTEM_BUS_ADDRESS", address_.c_str(), 1);
+    FakeSystemBus() {
+        const auto address = "unix:path=" + (folder_.path() / "socket").string();
+        const auto config = folder_.write(
+            "bus.conf",
+            "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\""
+            " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
+            "<busconfig><type>system</type><listen>" +
+                address +
+                "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                "<allow receive_sender=\"*\"/><allow own=\"*\"/><allow user=\"*\"/>"
+                "</policy></busconfig>\n");
+        daemon_ = Process({"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + config});
+        eventually([&] { return std::filesystem::exists(folder_.path() / "socket"); });
+        setenv("DBUS_SYSTEM_BUS_ADDRESS", address.c_str(), 1);
     }
     ~FakeSystemBus() { unsetenv("DBUS_SYSTEM_BUS_ADDRESS"); }
 
     // Emits the signal as the owner of `name`.
-    static bool emit(const std::string& name, bool sleeping) {
-        GError* error = nullptr;
+    static void emit(const std::string& name, bool sleeping) {
         auto* bus = g_dbus_connection_new_for_address_sync(
             std::getenv("DBUS_SYSTEM_BUS_ADDRESS"),
             static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                               G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, &error);
-        if (bus == nullptr) return false;
+            nullptr, nullptr, nullptr);
+        ASSERT_NE(bus, nullptr);
         auto* owned = g_dbus_connection_call_sync(
             bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
             "RequestName", g_variant_new("(su)", name.c_str(), 0U), nullptr, G_DBUS_CALL_FLAGS_NONE,
-            -1, nullptr, &error);
-        bool sent = owned != nullptr;
-        if (owned != nullptr) g_variant_unref(owned);
-        sent = sent && g_dbus_connection_emit_signal(
-                           bus, nullptr, "/org/freedesktop/login1",
-                           "org.freedesktop.login1.Manager", "PrepareForSleep",
-                           g_variant_new("(b)", sleeping ? TRUE : FALSE), &error) != FALSE;
+            -1, nullptr, nullptr);
+        ASSERT_NE(owned, nullptr);
+        g_variant_unref(owned);
+        EXPECT_TRUE(g_dbus_connection_emit_signal(
+            bus, nullptr, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
+            "PrepareForSleep", g_variant_new("(b)", sleeping ? TRUE : FALSE), nullptr));
         g_dbus_connection_flush_sync(bus, nullptr, nullptr);
         g_dbus_connection_close_sync(bus, nullptr, nullptr);
         g_object_unref(bus);
-        g_clear_error(&error);
-        return sent;
     }
 
 private:
-    std::filesystem::path directory_;
-    std::string address_;
-    std::optional<Program> daemon_;
+    TestFolder folder_;
+    Process daemon_;
 };
 
 TEST_F(X11WorkspaceTest, TellsSleepAndWakeFromLogindAlone) {
@@ -146,21 +130,19 @@ TEST_F(X11WorkspaceTest, TellsSleepAndWakeFromLogindAlone) {
     auto sleep = workspace.onWillSleep([&] { heard += 's'; });
     const auto wake = workspace.onDidWake([&] { heard += 'w'; });
     // The workspace subscribes in the background; an impostor's signals never count.
-    ASSERT_TRUE(waitUntil([&] {
-        EXPECT_TRUE(FakeSystemBus::emit("org.example.Impostor", false));
-        EXPECT_TRUE(FakeSystemBus::emit("org.freedesktop.login1", true));
+    ASSERT_TRUE(until(scheduler, [&] {
+        FakeSystemBus::emit("org.example.Impostor", false);
+        FakeSystemBus::emit("org.freedesktop.login1", true);
         return !heard.empty();
     }));
     EXPECT_EQ(heard.find('w'), std::string::npos);
-    const auto sleeps = heard.size();
-    ASSERT_TRUE(FakeSystemBus::emit("org.freedesktop.login1", false));
-    ASSERT_TRUE(waitUntil([&] { return heard.find('w') != std::string::npos; }));
-    EXPECT_GE(heard.size(), sleeps + 1);
+    FakeSystemBus::emit("org.freedesktop.login1", false);
+    ASSERT_TRUE(until(scheduler, [&] { return heard.find('w') != std::string::npos; }));
     sleep = {};
     const auto before = std::count(heard.begin(), heard.end(), 's');
-    ASSERT_TRUE(FakeSystemBus::emit("org.freedesktop.login1", true));
-    ASSERT_TRUE(FakeSystemBus::emit("org.freedesktop.login1", false));
-    ASSERT_TRUE(waitUntil([&] { return std::count(heard.begin(), heard.end(), 'w') == 2; }));
+    FakeSystemBus::emit("org.freedesktop.login1", true);
+    FakeSystemBus::emit("org.freedesktop.login1", false);
+    ASSERT_TRUE(until(scheduler, [&] { return std::count(heard.begin(), heard.end(), 'w') == 2; }));
     EXPECT_EQ(std::count(heard.begin(), heard.end(), 's'), before);
 }
 

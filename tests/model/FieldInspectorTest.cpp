@@ -6,7 +6,7 @@
 #include "tests/fakes/FakeWorkspace.h"
 #include "tests/fakes/VirtualScheduler.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 using namespace std::chrono_literals;
@@ -23,22 +23,19 @@ protected:
     }
 
     std::string captureError() {
-        try {
-            inspector.capture(0);
-        } catch (const std::exception& e) {
-            return e.what();
-        }
-        return "";
+        return errorOf([&] { inspector.capture(0); });
     }
     std::string validateError(const InsertionTarget& target, std::uint64_t generation = 0) {
+        return errorOf([&] { inspector.validate(target, generation); });
+    }
+    static std::string errorOf(const std::function<void()>& attempt) {
         try {
-            inspector.validate(target, generation);
+            attempt();
         } catch (const std::exception& e) {
             return e.what();
         }
         return "";
     }
-
     // The application names a group as focused; inside it, the field has the focus.
     void focusThrough(const AXElement& group) {
         accessibility.focus(group);
@@ -103,60 +100,44 @@ TEST_F(FieldInspectorTest, FindsTheTextElementInsideAFocusedGroup) {
     EXPECT_EQ(inspector.capture(0).element, std::nullopt) << "the group has no selection";
 }
 
-TEST_F(FieldInspectorTest, TheSearchGoesTwelveLevelsDown) {
-    for (int levels : {11, 12}) {
-        const auto top = accessibility.make(editor, "AXGroup", "top");
-        auto parent = top;
-        for (int level = 0; level < levels; ++level) {
+TEST_F(FieldInspectorTest, TheSearchKeepsItsLimits) {
+    const auto found = [&](const AXElement& group) {
+        focusThrough(group);
+        return inspector.capture(0).element.has_value();
+    };
+    const auto groupWith = [&](int others, Duration delay = {}) {
+        const auto group = accessibility.make(editor, "AXGroup");
+        accessibility.append(group, field);
+        for (int i = 0; i < others; ++i) {
             const auto child = accessibility.make(editor, "AXGroup");
-            accessibility.append(parent, child);
-            parent = child;
+            accessibility.setDelay(child, delay);
+            accessibility.append(group, child);
         }
-        accessibility.append(parent, field);
-        focusThrough(top);
-        EXPECT_EQ(inspector.capture(0).element.has_value(), levels == 11) << levels;
+        return group;
+    };
+    for (int levels : {11, 12}) {
+        auto top = field;
+        for (int level = 0; level <= levels; ++level) {
+            const auto parent = accessibility.make(editor, "AXGroup");
+            accessibility.append(parent, top);
+            top = parent;
+        }
+        EXPECT_EQ(found(top), levels == 11) << levels << " levels down";
     }
-}
-
-TEST_F(FieldInspectorTest, TheSearchLooksAtTheLastChildrenAndAtSoManyElements) {
-    for (int after : {47, 48}) {
-        const auto wide = accessibility.make(editor, "AXGroup", "wide");
-        accessibility.append(wide, field);
-        for (int i = 0; i < after; ++i)
-            accessibility.append(wide, accessibility.make(editor, "AXGroup"));
-        focusThrough(wide);
-        EXPECT_EQ(inspector.capture(0).element.has_value(), after == 47) << after << " children";
-    }
+    EXPECT_TRUE(found(groupWith(47)));
+    EXPECT_FALSE(found(groupWith(48))) << "only the last children are looked at";
+    EXPECT_TRUE(found(groupWith(1, 45ms)));
+    EXPECT_FALSE(found(groupWith(4, 45ms))) << "the time is up";
     // The start, the later children and theirs are examined before the first child's field.
     for (int before : {63, 64}) {
-        const auto many = accessibility.make(editor, "AXGroup", "many");
-        accessibility.append(many, field);
-        int examined = 1;
-        for (int i = 0; i < 40 && examined < before; ++i) {
+        const auto many = groupWith(0);
+        for (int examined = 1; examined < before; ++examined) {
             const auto child = accessibility.make(editor, "AXGroup");
             accessibility.append(many, child);
-            ++examined;
-            if (examined < before) {
+            if (++examined < before)
                 accessibility.append(child, accessibility.make(editor, "AXGroup"));
-                ++examined;
-            }
         }
-        focusThrough(many);
-        EXPECT_EQ(inspector.capture(0).element.has_value(), before == 63) << before << " before it";
-    }
-}
-
-TEST_F(FieldInspectorTest, TheSearchEndsWhenItsTimeIsUp) {
-    for (int slowOnes : {1, 4}) {
-        const auto slow = accessibility.make(editor, "AXGroup", "slow");
-        accessibility.append(slow, field);
-        for (int i = 0; i < slowOnes; ++i) {
-            const auto child = accessibility.make(editor, "AXGroup");
-            accessibility.setDelay(child, 45ms);
-            accessibility.append(slow, child);
-        }
-        focusThrough(slow);
-        EXPECT_EQ(inspector.capture(0).element.has_value(), slowOnes == 1) << slowOnes;
+        EXPECT_EQ(found(many), before == 63) << before << " before it";
     }
 }
 
@@ -172,25 +153,30 @@ TEST_F(FieldInspectorTest, AButtonIsNoDestinationButItsApplicationIs) {
 
 TEST_F(FieldInspectorTest, ValidationNamesWhatChanged) {
     const auto target = inspector.capture(3);
-    EXPECT_EQ(validateError(target, 4), std::string("The destination changed while dictating.") + copyHint);
+    const auto error = [&](std::uint64_t generation = 3) {
+        const auto whole = validateError(target, generation);
+        EXPECT_TRUE(whole.ends_with(copyHint)) << whole;
+        return whole.substr(0, whole.size() - std::string_view(copyHint).size());
+    };
+    EXPECT_EQ(error(4), "The destination changed while dictating.");
 
     accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0});
-    EXPECT_EQ(validateError(target, 3), std::string("The text cursor moved.") + copyHint);
+    EXPECT_EQ(error(), "The text cursor moved.");
 
     const auto second = accessibility.makeText(editor, "");
     accessibility.focus(second);
-    EXPECT_EQ(validateError(target, 3), std::string("The focused field changed.") + copyHint);
+    EXPECT_EQ(error(), "The focused field changed.");
     accessibility.set(second, "AXSubrole", std::string("AXSecureTextField"));
-    EXPECT_EQ(validateError(target, 3), std::string("Select a regular text field.") + copyHint);
+    EXPECT_EQ(error(), "Select a regular text field.");
 
     accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
-    EXPECT_EQ(validateError(target, 3), std::string("The active window changed.") + copyHint);
+    EXPECT_EQ(error(), "The active window changed.");
 
     workspace.setFrontmost(RunningApplication{other, "Other"});
-    EXPECT_EQ(validateError(target, 3), std::string("The destination changed while dictating.") + copyHint);
+    EXPECT_EQ(error(), "The destination changed while dictating.");
 
     accessibility.trusted = false;
-    EXPECT_EQ(validateError(target, 3), std::string("Accessibility access changed.") + copyHint);
+    EXPECT_EQ(error(), "Accessibility access changed.");
 }
 
 TEST_F(FieldInspectorTest, ReadsTheFieldWithinItsLimit) {
@@ -221,4 +207,4 @@ TEST_F(FieldInspectorTest, AHungApplicationYieldsNothingAndDoesNotThrow) {
 }
 
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

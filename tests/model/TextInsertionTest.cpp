@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "Quorvi/insertion/PasteKeyboard.h"
-#include "QuorviCore/async/TaskScope.h"
 #include "QuorviCore/text/Text.h"
 #include "tests/fakes/FakeAccessibility.h"
 #include "tests/fakes/FakeKeyEventPoster.h"
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/fakes/FakeWorkspace.h"
+#include "tests/support/Waiting.h"
 
-namespace quorvi {
+namespace quorvi::test {
 namespace {
 
 using namespace std::chrono_literals;
@@ -36,37 +36,28 @@ protected:
         scheduler.settle();
     }
 
-    static Task<void> run(TextInsertionTest* self, std::string text, InsertionTarget target,
-                          std::stop_token stop) {
+    void begin(std::string text = "big ") {
+        lines.clear();
+        poster.posts.clear();
+        stop = {};
+        target = FieldInspector(scheduler, accessibility, workspace).capture(generation);
         TextInsertion::Request request{
-            .learnCorrections = self->learns,
-            .onVerifiedPaste = [self](const CorrectionContext&) { self->log("verified"); },
+            .learnCorrections = learns,
+            .onVerifiedPaste = [this](const CorrectionContext&) { log("verified"); },
             .onLearningEvent =
-                [self](const std::string& code, const TextInsertion::Counts& counts) {
+                [this](const std::string& code, const TextInsertion::Counts& counts) {
                     std::string line = code;
                     for (const auto& [key, value] : counts)
                         line += " " + key + "=" + std::to_string(value);
-                    self->log(line);
+                    log(line);
                 },
-            .currentInputGeneration = [self] { return self->generation; }};
-        auto inserting = self->insertion.insert(std::move(text), std::move(target),
-                                                std::move(request), stop);
-        try {
-            self->context = co_await inserting;
-            self->log("inserted");
-        } catch (const std::exception& error) {
-            self->log(error.what());
-        }
-    }
-
-    void begin(std::string text = "big ") {
-        target = FieldInspector(scheduler, accessibility, workspace).capture(generation);
-        task = scope.start(
-            [this, &text](std::stop_token stop) { return run(this, std::move(text), target, stop); });
+            .currentInputGeneration = [this] { return generation; }};
+        task.emplace(
+            insertion.insert(std::move(text), target, std::move(request), stop.get_token()));
         scheduler.settle();
     }
+    std::string outcome() const { return task->value() ? "inserted" : task->failure(); }
     void log(std::string line) { lines.push_back(std::move(line)); }
-    std::string lastLine() const { return lines.empty() ? "" : lines.back(); }
 
     VirtualScheduler scheduler;
     TurnExecutor executor{scheduler};
@@ -75,17 +66,17 @@ protected:
     FakePasteboard pasteboard{scheduler};
     FakeKeyEventTap keyboard;
     FakeKeyEventPoster poster{scheduler};
-    TextInsertion insertion{{scheduler, executor, accessibility, workspace, pasteboard, poster, keyboard}};
+    TextInsertion insertion{
+        {scheduler, executor, accessibility, workspace, pasteboard, poster, keyboard}};
     AXElement field = accessibility.makeText(editor, "Hello world");
     InsertionTarget target;
     bool learns = true;
     bool receives = true;
     std::uint64_t generation = 0;
     std::string pastedFrom;
-    std::optional<CorrectionContext> context;
     std::vector<std::string> lines;
-    TaskHandle task;
-    TaskScope scope{scheduler};
+    std::stop_source stop;
+    std::optional<Running<std::optional<CorrectionContext>>> task;
 };
 
 TEST_F(TextInsertionTest, PastesVerifiesAndGivesTheClipboardBackAfterTheWindow) {
@@ -107,49 +98,41 @@ TEST_F(TextInsertionTest, PastesVerifiesAndGivesTheClipboardBackAfterTheWindow) 
     EXPECT_EQ(pasteboard.text(), "mine");
     EXPECT_EQ(lines, (std::vector<std::string>{
                          "paste.before length=11 selectedLength=0 selection=6 transcriptLength=4",
-                         "paste.verified", "verified", "inserted"}));
-    ASSERT_TRUE(context);
-    EXPECT_EQ(context->prefix(), "Hello ");
-    EXPECT_EQ(context->suffix(), "world");
+                         "paste.verified", "verified"}));
+    ASSERT_TRUE(task->value() && *task->value());
+    EXPECT_EQ((*task->value())->prefix(), "Hello ");
+    EXPECT_EQ((*task->value())->suffix(), "world");
 }
 
 TEST_F(TextInsertionTest, WithoutLearningTheFieldIsNeverRead) {
     learns = false;
     begin();
     scheduler.advance(1s);
-    EXPECT_EQ(lines, std::vector<std::string>{"inserted"});
-    EXPECT_FALSE(context);
+    EXPECT_TRUE(lines.empty());
+    EXPECT_EQ(outcome(), "inserted");
+    EXPECT_FALSE(task->value()->has_value());
     EXPECT_TRUE(accessibility.queriesOf("AXValue").empty());
     EXPECT_EQ(pasteboard.text(), "mine");
 }
 
 TEST_F(TextInsertionTest, ReportsWhyAPasteCouldNotBeVerified) {
+    const auto lastLine = [this] {
+        begin();
+        scheduler.advance(1s);
+        return lines.back();
+    };
     receives = false;
-    begin();
-    scheduler.advance(1s);
-    EXPECT_EQ(lines[1], "paste.valueMismatch afterLength=11 expectedLength=15");
-
-    lines.clear();
+    EXPECT_EQ(lastLine(), "paste.valueMismatch afterLength=11 expectedLength=15");
     accessibility.unset(field, "AXValue");
-    begin();
-    scheduler.advance(1s);
-    EXPECT_EQ(lines[0], "paste.beforeUnavailable afterLength=-1 expectedLength=-1");
-
-    lines.clear();
+    EXPECT_EQ(lastLine(), "paste.beforeUnavailable afterLength=-1 expectedLength=-1");
     accessibility.set(field, "AXValue", std::string("short"));
-    begin();
-    scheduler.advance(1s);
-    EXPECT_EQ(lines[1], "paste.valueMismatch afterLength=5 expectedLength=-1");
-
-    lines.clear();
-    receives = true;
+    EXPECT_EQ(lastLine(), "paste.valueMismatch afterLength=5 expectedLength=-1");
     accessibility.set(field, "AXValue", std::string());
     accessibility.unset(field, "AXSelectedTextRange");
     begin("whole");
     accessibility.set(field, "AXValue", std::string("whole"));
     scheduler.advance(1s);
     EXPECT_EQ(lines[0], "paste.verifiedWholeField");
-    EXPECT_EQ(lastLine(), "inserted");
 }
 
 TEST_F(TextInsertionTest, WaitsForModifiersToBeReleasedAndGivesUpAfterTwoSeconds) {
@@ -169,7 +152,7 @@ TEST_F(TextInsertionTest, WaitsForModifiersToBeReleasedAndGivesUpAfterTwoSeconds
     pasteboard.journal.clear();
     begin();
     scheduler.advance(2s);
-    EXPECT_EQ(lastLine(),
+    EXPECT_EQ(outcome(),
               "A modifier key is still held. Release it and copy the transcript from Quorvi.");
     EXPECT_TRUE(pasteboard.journal.empty()) << "the clipboard was not touched";
 }
@@ -178,18 +161,15 @@ TEST_F(TextInsertionTest, TypingAtAnyMomentBeforeThePasteStopsIt) {
     const auto changed =
         "The destination changed while dictating. Your transcript is ready to copy in Quorvi.";
     for (const auto* attribute : {"AXFocusedWindow", "AXSelectedTextRange", "AXValue"}) {
-        lines.clear();
-        poster.posts.clear();
         accessibility.onQuery = [this, attribute](const FakeAccessibility::Query& query) {
-            if (query.attribute == attribute && task.isCancelled() == false && !target.appName.empty())
-                ++generation;
+            if (query.attribute == attribute && task && !target.appName.empty()) ++generation;
         };
         const auto before = generation;
         begin();
         scheduler.advance(1s);
         accessibility.onQuery = nullptr;
         if (generation == before) continue;
-        EXPECT_EQ(lastLine(), changed) << "typed during a query for " << attribute;
+        EXPECT_EQ(outcome(), changed) << "typed during a query for " << attribute;
         EXPECT_TRUE(poster.posts.empty());
         EXPECT_EQ(pasteboard.text(), "mine");
     }
@@ -207,30 +187,32 @@ TEST_F(TextInsertionTest, InputWhileTheClipboardIsWrittenStopsThePasteAndGivesIt
     scheduler.advance(1s);
     EXPECT_EQ(generation, 1u);
     EXPECT_TRUE(poster.posts.empty());
-    EXPECT_EQ(lastLine(),
+    EXPECT_EQ(outcome(),
               "The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
     EXPECT_EQ(std::ranges::count(pasteboard.journal, "write text"), 1) << "it was the write";
     EXPECT_EQ(pasteboard.text(), "mine");
 }
 
-TEST_F(TextInsertionTest, ANewerCopyOfTheUserWins) {
+TEST_F(TextInsertionTest, ANewerCopyOfTheUserWinsAndAnEmptyClipboardComesBackEmpty) {
     begin();
     scheduler.advance(200ms);
     pasteboard.copyText("newer");
     scheduler.advance(1s);
     EXPECT_EQ(pasteboard.text(), "newer");
+    pasteboard.copy({});
+    begin();
+    scheduler.advance(1s);
+    EXPECT_TRUE(pasteboard.contents().empty()) << "an empty clipboard is empty again";
 }
 
 TEST_F(TextInsertionTest, CancellingAtAnyMomentGivesTheClipboardBackAndPastesNothingLater) {
     for (auto moment : {0ms, 50ms, 400ms, 850ms}) {
-        poster.posts.clear();
-        lines.clear();
         begin();
         scheduler.advance(moment);
-        task.cancel();
+        stop.request_stop();
         scheduler.settle();
         EXPECT_EQ(pasteboard.text(), "mine") << moment.count() << " ms after the paste";
-        EXPECT_NE(lastLine(), "inserted");
+        EXPECT_NE(outcome(), "inserted");
         accessibility.set(field, "AXValue", std::string("Hello world"));
         accessibility.set(field, "AXSelectedTextRange", Utf16Range{6, 0});
     }
@@ -238,8 +220,7 @@ TEST_F(TextInsertionTest, CancellingAtAnyMomentGivesTheClipboardBackAndPastesNot
     keyboard.setEnabled(true);
     keyboard.press(keyCode::leftShift);
     begin();
-    task.cancel();
-    poster.posts.clear();
+    stop.request_stop();
     keyboard.release(keyCode::leftShift);
     scheduler.advance(3s);
     EXPECT_TRUE(poster.posts.empty());
@@ -250,30 +231,22 @@ TEST_F(TextInsertionTest, ClipboardTroubleIsReportedAndLosesNothing) {
         "The clipboard is unavailable. Your transcript is ready to copy in Quorvi.";
     pasteboard.refusesWrites = true;
     begin();
-    EXPECT_EQ(lastLine(), unavailable);
+    EXPECT_EQ(outcome(), unavailable);
     EXPECT_EQ(pasteboard.text(), "mine");
     pasteboard.refusesWrites = false;
 
     pasteboard.ownerHangs = true;
     begin();
     scheduler.advance(5s);
-    EXPECT_EQ(lastLine(), unavailable);
+    EXPECT_EQ(outcome(), unavailable);
     EXPECT_TRUE(poster.posts.empty());
     pasteboard.ownerHangs = false;
 
     poster.available = false;
     begin();
-    EXPECT_EQ(lastLine(), "Could not send Paste. Your transcript is ready to copy in Quorvi.");
+    EXPECT_EQ(outcome(), "Could not send Paste. Your transcript is ready to copy in Quorvi.");
     EXPECT_EQ(pasteboard.text(), "mine");
 }
 
-TEST_F(TextInsertionTest, AnEmptyClipboardIsEmptyAgainAfterwards) {
-    pasteboard.copy({});
-    begin();
-    EXPECT_EQ(pasteboard.text(), "big ");
-    scheduler.advance(1s);
-    EXPECT_TRUE(pasteboard.contents().empty());
-}
-
 }  // namespace
-}  // namespace quorvi
+}  // namespace quorvi::test

@@ -1,13 +1,6 @@
 #pragma once
 
-#include <stdlib.h>
-
-#include <filesystem>
-#include <fstream>
-#include <stdexcept>
-#include <string>
-
-#include "tests/linux/support/ServerProcess.h"
+#include "tests/support/Process.h"
 
 namespace quorvi::test {
 
@@ -15,19 +8,10 @@ namespace quorvi::test {
 class TestAuthority {
 public:
     TestAuthority() {
-        auto folder = (std::filesystem::temp_directory_path() / "quorvi-tls.XXXXXX").string();
-        if (!mkdtemp(folder.data())) throw std::runtime_error("no temporary folder");
-        folder_ = folder;
         outputOf({"openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256",
                   "-nodes", "-days", "2", "-subj", "/CN=Test authority", "-keyout", file("ca.key"),
                   "-out", file("ca.pem")});
     }
-    ~TestAuthority() {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-    TestAuthority(const TestAuthority&) = delete;
-    TestAuthority& operator=(const TestAuthority&) = delete;
 
     // Issues NAME.pem with NAME.key. `names` is a subjectAltName; `days` below zero lies in the
     // past.
@@ -35,17 +19,17 @@ public:
         outputOf({"openssl", "req", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256",
                   "-nodes", "-subj", "/CN=" + name, "-keyout", file(name + ".key"), "-out",
                   file(name + ".csr")});
-        std::ofstream(file(name + ".ext")) << "subjectAltName=" << names << "\n";
+        folder_.write(name + ".ext", "subjectAltName=" + names + "\n");
         outputOf({"openssl", "x509", "-req", "-in", file(name + ".csr"), "-CA", file("ca.pem"),
                   "-CAkey", file("ca.key"), "-CAcreateserial", "-days", std::to_string(days),
                   "-extfile", file(name + ".ext"), "-out", file(name + ".pem")});
     }
 
     std::string caFile() const { return file("ca.pem"); }
-    std::string file(const std::string& name) const { return folder_ / name; }
+    std::string file(const std::string& name) const { return folder_.path() / name; }
 
 private:
-    std::filesystem::path folder_;
+    TestFolder folder_;
 };
 
 // The HTTPS server of https_server.py with a certificate of the authority.
@@ -53,18 +37,16 @@ class TlsServer {
 public:
     TlsServer(const TestAuthority& authority, const std::string& certificate,
               const std::string& host = "127.0.0.1")
-        : process_({"/usr/bin/python3", "-I", script(), authority.file(certificate + ".pem"),
-                    authority.file(certificate + ".key"), host}),
+        : process_({"/usr/bin/python3", "-I",
+                    std::filesystem::path(__FILE__).replace_filename("https_server.py"),
+                    authority.file(certificate + ".pem"), authority.file(certificate + ".key"),
+                    host}),
           address_("https://" + host + ":" + process_.readLine()) {}
 
     std::string url(const std::string& path) const { return address_ + path; }
 
 private:
-    static std::string script() {
-        return std::filesystem::path(__FILE__).replace_filename("https_server.py");
-    }
-
-    ServerProcess process_;
+    Process process_;
     std::string address_;
 };
 

@@ -1,23 +1,20 @@
 #pragma once
 
-#include <chrono>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
 
-#include "EditorProcess.h"
 #include "Quorvi/platform/Accessibility.h"
+#include "tests/support/Waiting.h"
 
 namespace quorvi {
-
 inline void PrintTo(const Utf16Range& range, std::ostream* out) {
     *out << '{' << range.location << ", " << range.length << '}';
 }
-
 }  // namespace quorvi
 
-namespace quorvi::testing {
+namespace quorvi::test {
 
 // Reads attributes for a test, with time-outs that a busy machine does not reach.
 class FieldReader {
@@ -46,18 +43,25 @@ public:
     std::optional<AXElement> focused(pid_t pid) {
         return get<AXElement>(accessibility_.applicationElement(pid), "AXFocusedUIElement");
     }
+    std::optional<AXElement> focusedAnywhere() {
+        return get<AXElement>(accessibility_.systemWideElement(), "AXFocusedUIElement");
+    }
     std::optional<AXElement> window(pid_t pid) {
         return get<AXElement>(accessibility_.applicationElement(pid), "AXFocusedWindow");
     }
 
-    // The application's focused element once it has this role.
-    std::optional<AXElement> waitForFocus(pid_t pid, std::string_view wantedRole) {
+    // The application's focused element once it is as wanted; nothing after a generous limit.
+    std::optional<AXElement> waitFor(pid_t pid,
+                                     const std::function<bool(const AXElement&)>& wanted) {
         std::optional<AXElement> found;
-        eventually([&] {
-            found = focused(pid);
-            return found && role(*found) == wantedRole;
-        });
-        return found && role(*found) == wantedRole ? found : std::nullopt;
+        const bool good = eventually([&] { return (found = focused(pid)) && wanted(*found); });
+        return good ? found : std::nullopt;
+    }
+    std::optional<AXElement> waitForFocus(pid_t pid, std::string_view wantedRole) {
+        return waitFor(pid, [&](const AXElement& field) { return role(field) == wantedRole; });
+    }
+    std::optional<AXElement> waitForPassword(pid_t pid) {
+        return waitFor(pid, [&](const AXElement& field) { return isSecure(field); });
     }
     bool waitForSelection(const AXElement& element, Utf16Range wanted) {
         return eventually([&] { return selection(element) == wanted; });
@@ -70,9 +74,8 @@ public:
     std::optional<AXElement> find(const AXElement& element, std::string_view wantedRole,
                                   int depth = 12) {
         if (role(element) == wantedRole) return element;
-        if (depth == 0) return std::nullopt;
         const auto children = get<std::vector<AXElement>>(element, "AXChildren");
-        if (!children) return std::nullopt;
+        if (!children || depth == 0) return std::nullopt;
         for (const auto& child : *children)
             if (auto found = find(child, wantedRole, depth - 1)) return found;
         return std::nullopt;
@@ -82,4 +85,4 @@ private:
     Accessibility& accessibility_;
 };
 
-}  // namespace quorvi::testing
+}  // namespace quorvi::test

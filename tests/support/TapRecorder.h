@@ -1,28 +1,24 @@
 #pragma once
 
 #include <algorithm>
-#include <chrono>
-#include <functional>
 #include <ostream>
 #include <vector>
 
 #include "Quorvi/platform/KeyEventTap.h"
 #include "Quorvi/platform/linux/LoopScheduler.h"
 #include "Quorvi/platform/linux/X11KeyEventTap.h"
+#include "tests/support/Waiting.h"
 
 namespace quorvi {
-
 inline bool operator==(const TapEvent& a, const TapEvent& b) {
     return a.type == b.type && a.keyCode == b.keyCode && a.button == b.button &&
            a.flags == b.flags && a.sourceUserData == b.sourceUserData;
 }
-
 inline void PrintTo(const TapEvent& event, std::ostream* out) {
     *out << "{type " << static_cast<std::uint32_t>(event.type) << " key " << event.keyCode
          << " button " << event.button << " flags 0x" << std::hex << event.flags << " data 0x"
          << event.sourceUserData << std::dec << "}";
 }
-
 }  // namespace quorvi
 
 namespace quorvi::test {
@@ -40,42 +36,36 @@ public:
             return TapVerdict::pass;
         });
     }
-
     // Waits until everything that was asked of the hook so far is in force: it works in order, so
     // an event of its own that has come back was posted after the rest. Types F20.
     bool settle() {
         constexpr std::int64_t mark = 0x5E771E;
         constexpr KeyCode f20 = 90;
-        const std::vector<TapEvent> marked{
+        const std::vector<TapEvent> sent{
             {.type = TapEventType::keyDown, .keyCode = f20, .sourceUserData = mark},
             {.type = TapEventType::keyUp, .keyCode = f20, .sourceUserData = mark}};
-        tap.post(marked, 0);
-        const auto isMarked = [](const TapEvent& event) { return event.sourceUserData == mark; };
-        const bool settled =
-            waitUntil([&] { return std::count_if(events.begin(), events.end(), isMarked) == 2; });
-        std::erase_if(events, isMarked);
+        tap.post(sent, 0);
+        const bool settled = waitUntil([&] { return marked(mark).size() == 2; });
+        std::erase_if(events, [](const TapEvent& event) { return event.sourceUserData == mark; });
         return settled;
     }
 
-    bool waitUntil(const std::function<bool()>& condition) {
-        return scheduler.runUntil(condition, std::chrono::seconds(5));
-    }
+    bool waitUntil(const std::function<bool()>& condition) { return until(scheduler, condition); }
     bool waitForEvents(std::size_t count) {
         return waitUntil([&] { return events.size() >= count; });
     }
-
     bool waitForType(TapEventType type, KeyCode keyCode) {
-        return waitUntil([&] {
-            for (const auto& event : events)
-                if (event.type == type && event.keyCode == keyCode) return true;
-            return false;
+        return waitUntil([&] { return count(type, keyCode) > 0; });
+    }
+    std::ptrdiff_t count(TapEventType type, KeyCode keyCode) const {
+        return std::ranges::count_if(events, [&](const TapEvent& event) {
+            return event.type == type && event.keyCode == keyCode;
         });
     }
-
-    int count(TapEventType type, KeyCode keyCode) const {
-        int result = 0;
-        for (const auto& event : events)
-            result += event.type == type && event.keyCode == keyCode ? 1 : 0;
+    std::vector<TapEvent> marked(std::int64_t mark) const {
+        std::vector<TapEvent> result;
+        std::ranges::copy_if(events, std::back_inserter(result),
+                             [&](const TapEvent& event) { return event.sourceUserData == mark; });
         return result;
     }
 };

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-namespace quorvi::testing {
+namespace quorvi::test {
 
 // A tone whose pitch tells the time: it rises steadily, so the pitch at any moment of a recording
 // says which moment of the original was heard, and a missing or repeated piece shows as a jump.
@@ -43,4 +43,4 @@ struct Sweep {
     }
 };
 
-}  // namespace quorvi::testing
+}  // namespace quorvi::test

@@ -2,19 +2,13 @@
 
 #include <poll.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdint>
-#include <functional>
 #include <iostream>
 #include <ostream>
-#include <string>
-#include <string_view>
 #include <vector>
 
-#include "Quorvi/platform/linux/X11Connection.h"
+#include "tests/support/TestUser.h"
 
 namespace quorvi::test {
 
@@ -24,9 +18,10 @@ public:
     struct Key {
         std::uint8_t keycode;
         bool down;
+
         bool operator==(const Key&) const = default;
-        friend void PrintTo(const Key& key, std::ostream* out) {
-            *out << static_cast<int>(key.keycode) << (key.down ? " down" : " up");
+        friend std::ostream& operator<<(std::ostream& out, const Key& key) {
+            return out << static_cast<int>(key.keycode) << (key.down ? " down" : " up");
         }
     };
 
@@ -50,18 +45,16 @@ public:
     // Shows the window and waits until it has the focus. With a window manager it is the active
     // window then, too.
     bool show() {
-        auto* c = connection_.get();
         for (int attempt = 0; attempt < 10; ++attempt) {
-            xcb_map_window(c, window_);
+            xcb_map_window(connection_.get(), window_);
             if (!hasWindowManager()) requestFocus();
-            xcb_flush(c);
+            connection_.synchronise();
             if (waitFor([this] { return isFocused(); }, std::chrono::seconds(2))) return true;
             // A window manager that is just starting overlooks a window that appears right then.
-            xcb_unmap_window(c, window_);
+            xcb_unmap_window(connection_.get(), window_);
         }
         return false;
     }
-
     // Takes the focus as a program may that was asked to by its user.
     bool focus() {
         for (int attempt = 0; attempt < 20; ++attempt) {
@@ -84,21 +77,19 @@ public:
         keys();
         keys_.clear();
     }
-
     // Whether exactly these arrive.
     bool waitForKeys(const std::vector<Key>& expected) {
         if (waitFor([&] { return keys_ == expected; })) return true;
-        for (const auto& key : keys_) {
-            PrintTo(key, &std::cerr);
-            std::cerr << ", ";
-        }
+        for (const auto& key : keys_) std::cerr << key << ", ";
         std::cerr << "arrived\n";
         return false;
     }
     bool waitForKey(Key key) {
         return waitFor([&] { return std::find(keys_.begin(), keys_.end(), key) != keys_.end(); });
     }
-
+    bool hasSeen(std::uint8_t keycode) {
+        return std::ranges::any_of(keys(), [&](const Key& key) { return key.keycode == keycode; });
+    }
     // Reads events until the condition holds; false after a generous limit.
     bool waitFor(const std::function<bool()>& condition,
                  std::chrono::seconds limit = std::chrono::seconds(20)) {
@@ -113,29 +104,18 @@ public:
     }
 
 private:
+    std::uint32_t rootProperty(std::string_view name) const {
+        return propertyOf(connection_, connection_.root(), name);
+    }
+    bool hasWindowManager() const { return rootProperty("_NET_SUPPORTING_WM_CHECK") != XCB_NONE; }
     bool isFocused() const {
-        return focused_ && (!hasWindowManager() || activeWindow() == window_);
+        return focused_ && (!hasWindowManager() || rootProperty("_NET_ACTIVE_WINDOW") == window_);
     }
-
     void requestFocus() {
-        auto* c = connection_.get();
-        if (!hasWindowManager()) {
-            xcb_set_input_focus(c, XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
-            xcb_flush(c);
-            return;
-        }
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = window_;
-        message.type = connection_.atom("_NET_ACTIVE_WINDOW");
-        message.data.data32[0] = 2;  // on behalf of the user
-        xcb_send_event(c, 0, connection_.root(),
-                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                       reinterpret_cast<const char*>(&message));
-        xcb_flush(c);
+        if (hasWindowManager()) return activate(connection_, window_);
+        xcb_set_input_focus(connection_.get(), XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
+        xcb_flush(connection_.get());
     }
-
     void readEvents() {
         while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
             const auto type = xcbEventType(*event);
@@ -143,30 +123,12 @@ private:
                 keys_.push_back(
                     {reinterpret_cast<const xcb_key_press_event_t*>(event.get())->detail,
                      type == XCB_KEY_PRESS});
-            if (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) noteFocus(*event);
+            if (type != XCB_FOCUS_IN && type != XCB_FOCUS_OUT) continue;
+            const auto& focus = reinterpret_cast<const xcb_focus_in_event_t&>(*event);
+            const bool grab =
+                focus.mode == XCB_NOTIFY_MODE_GRAB || focus.mode == XCB_NOTIFY_MODE_UNGRAB;
+            if (!grab && focus.detail != XCB_NOTIFY_DETAIL_POINTER) focused_ = type == XCB_FOCUS_IN;
         }
-    }
-
-    void noteFocus(const xcb_generic_event_t& event) {
-        const auto& focus = reinterpret_cast<const xcb_focus_in_event_t&>(event);
-        if (focus.mode == XCB_NOTIFY_MODE_GRAB || focus.mode == XCB_NOTIFY_MODE_UNGRAB) return;
-        if (focus.detail != XCB_NOTIFY_DETAIL_POINTER)
-            focused_ = xcbEventType(event) == XCB_FOCUS_IN;
-    }
-
-    xcb_window_t windowProperty(xcb_window_t window, std::string_view name) const {
-        auto* c = connection_.get();
-        const auto cookie =
-            xcb_get_property(c, 0, window, connection_.atom(name), XCB_ATOM_WINDOW, 0, 1);
-        const auto reply = ownXcb(xcb_get_property_reply(c, cookie, nullptr));
-        if (!reply || xcb_get_property_value_length(reply.get()) < 4) return XCB_NONE;
-        return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
-    }
-    bool hasWindowManager() const {
-        return windowProperty(connection_.root(), "_NET_SUPPORTING_WM_CHECK") != XCB_NONE;
-    }
-    xcb_window_t activeWindow() const {
-        return windowProperty(connection_.root(), "_NET_ACTIVE_WINDOW");
     }
 
     X11Connection connection_;

@@ -9,7 +9,7 @@ extern "C" {
 #include <libavformat/avformat.h>
 }
 
-namespace quorvi::testing {
+namespace quorvi::test {
 
 // A sound file as a player would hear it, with what it says about itself.
 struct DecodedSound {
@@ -70,4 +70,4 @@ private:
     }
 };
 
-}  // namespace quorvi::testing
+}  // namespace quorvi::test

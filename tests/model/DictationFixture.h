@@ -1,0 +1,137 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/system/MemoryKeyStore.h"
+#include "Quorvi/system/MemoryPreferences.h"
+#include "tests/fakes/FakeAccessibility.h"
+#include "tests/fakes/FakeAudioInput.h"
+#include "tests/fakes/FakeHttpTransport.h"
+#include "tests/fakes/FakeKeyEventPoster.h"
+#include "tests/fakes/FakePasteboard.h"
+#include "tests/fakes/FakePermissions.h"
+#include "tests/fakes/FakeSoundOutput.h"
+#include "tests/fakes/FakeWorkspace.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::test {
+
+using namespace std::chrono_literals;
+using Stage = DictationStage;
+
+inline constexpr pid_t editor = 100;
+inline constexpr KeyCode f8 = 100;
+
+class JournalObserver : public CorrectionObserver {
+public:
+    void start(const CorrectionContext& context, const InsertionTarget&, CorrectionStore&,
+               std::vector<TextCorrection> applied, bool runTimer,
+               std::function<std::uint64_t()>) override {
+        journal.push_back("start " + context.transcript() + " " + std::to_string(applied.size()) +
+                          (runTimer ? "" : " untimed"));
+    }
+    void stop(bool remember) override { journal.push_back(remember ? "stop, remember" : "stop"); }
+    std::vector<std::string> journal;
+};
+
+// The controller on fakes of all ports, with an editor whose field holds "Dear " and a clipboard
+// that holds "mine".
+class DictationTest : public testing::Test {
+protected:
+    DictationTest() {
+        workspace.setFrontmost(RunningApplication{editor, "Editor"});
+        accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
+        accessibility.focus(field);
+        poster.onPost = [this](const auto&) { accessibility.type(field, pasteboard.text()); };
+        pasteboard.copyText("mine");
+        keyStore.save("sk-key").start();
+        makeModel();
+    }
+    ~DictationTest() override {
+        if (model) {
+            model->shutdown();
+            scheduler.advance(5s);
+            EXPECT_TRUE(model->isIdle());
+            model.reset();
+        }
+        scheduler.settle();
+        EXPECT_EQ(recordingsLeft(), 0) << "a recording outlived its dictation";
+        EXPECT_EQ(keyboard.contradictions, std::vector<std::string>{});
+    }
+
+    void makeModel() {
+        model.reset();
+        model = std::make_unique<AppModel>(
+            AppModel::Environment{scheduler,
+                                  executor,
+                                  executor,
+                                  keyboard,
+                                  poster,
+                                  accessibility,
+                                  workspace,
+                                  pasteboard,
+                                  microphone,
+                                  speaker,
+                                  permissions,
+                                  preferences,
+                                  keyStore,
+                                  service,
+                                  history,
+                                  corrections,
+                                  observer,
+                                  [this]() -> AccountSync& { return sync; },
+                                  "https://speech.example",
+                                  folder.path()});
+        model->showOverlay = [this] { overlay = "shown"; };
+        model->hideOverlay = [this] { overlay = "hidden"; };
+        model->setShortcut(Hotkey::f8);
+        settle();
+    }
+    void settle() { scheduler.advance(1ms); }
+    void dictate(Duration time = 1s) {
+        keyboard.press(f8);
+        scheduler.advance(time);
+        keyboard.release(f8);
+        settle();
+    }
+    std::ptrdiff_t recordingsLeft() const {
+        return std::distance(std::filesystem::directory_iterator(folder.path()), {});
+    }
+    std::ptrdiff_t cues() const {
+        return std::ranges::count_if(speaker.journal,
+                                     [](const auto& line) { return line.starts_with("play"); });
+    }
+    // So that the next dictation finds another caret.
+    void moveCaret() { accessibility.set(field, "AXSelectedTextRange", Utf16Range{0, 0}); }
+
+    const TestFolder folder;
+    VirtualScheduler scheduler;
+    TurnExecutor executor{scheduler};
+    FakeKeyEventTap keyboard;
+    FakeKeyEventPoster poster{scheduler, &keyboard};
+    FakeAccessibility accessibility{scheduler};
+    FakeWorkspace workspace;
+    FakePasteboard pasteboard{scheduler};
+    FakeAudioInput microphone{scheduler};
+    FakeSoundOutput speaker;
+    FakePermissions permissions;
+    MemoryPreferences preferences;
+    MemoryKeyStore keyStore;
+    FakeHttpTransport service{scheduler};
+    MemoryHistoryStore history;
+    MemoryCorrectionStore corrections{
+        {TextCorrection{.id = newUuid(), .original = "hello", .replacement = "Hello"}}};
+    JournalObserver observer;
+    NoAccountSync sync;
+    AXElement field = accessibility.makeText(editor, "Dear ");
+    std::string overlay;
+    std::unique_ptr<AppModel> model;
+};
+
+}  // namespace quorvi::test

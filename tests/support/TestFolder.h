@@ -1,0 +1,47 @@
+#pragma once
+
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace quorvi::test {
+
+// A new folder of the session's, gone with its owner.
+class TestFolder {
+public:
+    TestFolder() {
+        std::string pattern = std::filesystem::temp_directory_path() / "quorvi-test-XXXXXX";
+        if (!mkdtemp(pattern.data())) throw std::runtime_error("no folder for a test");
+        path_ = pattern;
+    }
+    ~TestFolder() {
+        std::error_code ignored;  // a dying program may still write there
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+    // The path of a new file.
+    std::string write(const std::string& name, std::string_view content) const {
+        std::ofstream(path_ / name, std::ios::binary) << content;
+        return path_ / name;
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+// The whole file, empty when there is none.
+inline std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+}  // namespace quorvi::test
