@@ -63,7 +63,11 @@ TEST_F(PulseAudioInputTest, NoPieceOfTheSoundIsMissingOrRepeated) {
     const DecodedSound sound(file);
     std::optional<double> former;
     int steady = 0, jumps = 0;
-    for (std::size_t at = 0; at + window <= sound.samples.size(); at += window) {
+    // The last frame of the encoder is filled up with silence beyond what was captured.
+    const auto captured =
+        static_cast<std::size_t>(std::llround(user.capture->currentTime() * Sweep::rate));
+    ASSERT_LE(captured, sound.samples.size());
+    for (std::size_t at = 0; at + window <= captured; at += window) {
         const auto position = Sweep::position(sound.samples.data() + at, window);
         if (position && former)
             ++(std::abs(*position - *former - window / Sweep::rate) < 0.004 ? steady : jumps);

@@ -88,7 +88,7 @@ TEST_F(X11KeyEventPosterTest, PastesIntoARealTerminalWithItsOwnChord) {
     const Process terminal(
         {"xfce4-terminal", "--disable-server", "-x", "sh", "-c", "cat > " + path});
     ASSERT_TRUE(eventually([&] { return std::filesystem::exists(path); }));
-    ASSERT_TRUE(user.waitForWindowOf(terminal.pid()));
+    ASSERT_TRUE(user.bringToFront(terminal.pid()));
     for (const bool locked : {false, true}) {
         const std::string text = locked ? "two" : "one";
         if (locked) user.tap(key::capsLock);

@@ -28,7 +28,7 @@ public:
     Samples heard() const {
         const auto bytes = contentOf(file_);
         Samples samples(bytes.size() / 2);
-        std::memcpy(samples.data(), bytes.data(), samples.size() * 2);
+        if (!samples.empty()) std::memcpy(samples.data(), bytes.data(), samples.size() * 2);
         return samples;
     }
     // What has sounded so far, without the silence around it.
