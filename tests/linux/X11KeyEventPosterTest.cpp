@@ -89,6 +89,12 @@ TEST_F(X11KeyEventPosterTest, PastesIntoARealTerminalWithItsOwnChord) {
         {"xfce4-terminal", "--disable-server", "-x", "sh", "-c", "cat > " + path});
     ASSERT_TRUE(eventually([&] { return std::filesystem::exists(path); }));
     ASSERT_TRUE(user.bringToFront(terminal.pid()));
+    // A window is active before the terminal in it takes keys; it does when a line of them arrives.
+    ASSERT_TRUE(recorder.waitUntil([&] {
+        user.tap(key::enter);
+        recorder.scheduler.runFor(std::chrono::milliseconds(200));
+        return !contentOf(path).empty();
+    }));
     for (const bool locked : {false, true}) {
         const std::string text = locked ? "two" : "one";
         if (locked) user.tap(key::capsLock);
