@@ -1,0 +1,140 @@
+#include "Quorvi/platform/linux/PosixFileStore.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+namespace quorvi {
+
+namespace {
+
+constexpr mode_t folderMode = 0700;
+constexpr mode_t fileMode = 0600;
+
+[[noreturn]] void fail(const char* what, const std::filesystem::path& path) {
+    throw std::system_error(errno, std::generic_category(), what + (' ' + path.string()));
+}
+
+// An open file, closed with the object.
+class Descriptor {
+public:
+    explicit Descriptor(int value) : value_(value) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (value_ >= 0) ::close(value_);
+    }
+    int get() const { return value_; }
+
+private:
+    int value_;
+};
+
+// A file with a name of its own that is gone again unless it was given its final name.
+class Draft {
+public:
+    explicit Draft(const std::filesystem::path& beside) : path_(beside.string() + ".XXXXXX") {
+        descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
+        if (descriptor_ < 0) fail("create", path_);
+    }
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+    ~Draft() {
+        ::close(descriptor_);
+        if (!path_.empty()) ::unlink(path_.c_str());
+    }
+
+    void write(std::string_view bytes) {
+        while (!bytes.empty()) {
+            const auto written = ::write(descriptor_, bytes.data(), bytes.size());
+            if (written < 0 && errno == EINTR) continue;
+            if (written < 0) fail("write", path_);
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        }
+    }
+    void sync() {
+        if (::fchmod(descriptor_, fileMode) != 0) fail("chmod", path_);
+        if (::fsync(descriptor_) != 0) fail("fsync", path_);
+    }
+    void moveTo(const std::filesystem::path& file) {
+        if (::rename(path_.c_str(), file.c_str()) != 0) fail("rename", file);
+        path_.clear();
+    }
+
+private:
+    std::string path_;
+    int descriptor_;
+};
+
+void makeFolder(const std::filesystem::path& folder) {
+    if (::mkdir(folder.c_str(), folderMode) != 0 && errno == ENOENT && folder.has_parent_path() &&
+        folder.parent_path() != folder) {
+        makeFolder(folder.parent_path());
+        if (::mkdir(folder.c_str(), folderMode) != 0 && errno != EEXIST) fail("mkdir", folder);
+    }
+}
+
+// A second name for the present content, put in the place of an older generation's in one step.
+void keepPrevious(const std::filesystem::path& file, const std::filesystem::path& previous) {
+    const auto link = previous.string() + ".link";
+    ::unlink(link.c_str());
+    if (::link(file.c_str(), link.c_str()) != 0) {
+        if (errno == ENOENT) return;  // the first generation has no previous one
+        fail("link", link);
+    }
+    if (::rename(link.c_str(), previous.c_str()) != 0) fail("rename", previous);
+}
+
+std::filesystem::path resolved(const std::filesystem::path& file) {
+    std::error_code error;
+    auto target = std::filesystem::canonical(file, error);
+    return error ? file : target;
+}
+
+}  // namespace
+
+std::optional<std::string> PosixFileStore::read(const std::filesystem::path& file) {
+    const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    if (descriptor.get() < 0) {
+        if (errno == ENOENT) return std::nullopt;
+        fail("open", file);
+    }
+    struct stat status {};
+    if (::fstat(descriptor.get(), &status) != 0) fail("stat", file);
+    std::string content(static_cast<std::size_t>(status.st_size), '\0');
+    std::size_t size = 0;
+    for (;;) {
+        if (size == content.size()) content.resize(size + 4096);
+        const auto got = ::read(descriptor.get(), content.data() + size, content.size() - size);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) fail("read", file);
+        if (got == 0) break;
+        size += static_cast<std::size_t>(got);
+    }
+    content.resize(size);
+    return content;
+}
+
+void PosixFileStore::replace(const std::filesystem::path& name,
+                             std::span<const std::string_view> parts,
+                             const std::filesystem::path& previous) {
+    const auto file = resolved(name);
+    const auto folder = file.parent_path();
+    makeFolder(folder);
+    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.get() < 0) fail("open", folder);
+    if (::fchmod(directory.get(), folderMode) != 0) fail("chmod", folder);
+
+    Draft draft(file);
+    for (const auto part : parts) draft.write(part);
+    draft.sync();
+    if (!previous.empty()) keepPrevious(file, folder / previous.filename());
+    draft.moveTo(file);
+    if (::fsync(directory.get()) != 0) fail("fsync", folder);
+}
+
+}  // namespace quorvi

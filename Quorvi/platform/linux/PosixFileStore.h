@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Quorvi/platform/FileStore.h"
+
+namespace quorvi {
+
+// Files on a local disk: a new file beside the old one, fsync, rename, fsync of the folder. A
+// symbolic link is followed, so that a file that the user keeps elsewhere stays there. Holds no
+// state; thread-safe.
+class PosixFileStore final : public FileStore {
+public:
+    std::optional<std::string> read(const std::filesystem::path& file) override;
+    void replace(const std::filesystem::path& file, std::span<const std::string_view> parts,
+                 const std::filesystem::path& previous = {}) override;
+};
+
+}  // namespace quorvi
