@@ -1,10 +1,10 @@
-// What the user waits for, in a private desktop with a real text editor (mousepad), sound server and
-// clipboard. The speech service answers at once, so its own time is not in the figures.
+// What the user waits for, in a private desktop with a real text editor (mousepad), sound server
+// and clipboard. The speech service answers at once, so its own time is not in the figures.
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <numbers>
-#include <cmath>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +17,7 @@
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "bench/Figure.h"
+#include "tests/fakes/FakeLocalKeyMonitor.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"
@@ -56,7 +57,9 @@ public:
     bool isValid() const override { return tap_.isValid(); }
     bool isEnabled() const override { return tap_.isEnabled(); }
     void setEnabled(bool enabled) override { tap_.setEnabled(enabled); }
-    void setSwallowed(std::vector<SwallowedKey> keys) override { tap_.setSwallowed(std::move(keys)); }
+    void setSwallowed(std::vector<SwallowedKey> keys) override {
+        tap_.setSwallowed(std::move(keys));
+    }
     bool keyIsDown(KeyCode key) const override { return tap_.keyIsDown(key); }
     bool buttonIsDown(std::int64_t button) const override { return tap_.buttonIsDown(button); }
 
@@ -87,20 +90,31 @@ class Bench {
 public:
     Bench() : reader_(lookingGlass_) {
         keyStore_.save("key").start();
-        auto environment =
-            desktop_.environment(preferences_, keyStore_, history_, corrections_, observer_);
+        auto environment = desktop_.environment(localKeys_, preferences_, keyStore_, history_,
+                                                corrections_, observer_);
         tap_.emplace(environment.tap);
         input_.emplace(environment.audioInput);
-        AppModel::Environment watched{environment.scheduler,   environment.accessibilityQueries,
-                                      environment.disk,        *tap_,
-                                      environment.poster,      environment.accessibility,
-                                      environment.workspace,   environment.pasteboard,
-                                      *input_,                 environment.soundOutput,
-                                      environment.permissions, preferences_,
-                                      keyStore_,               service_,
-                                      history_,                corrections_,
-                                      observer_,               [this]() -> AccountSync& { return sync_; },
-                                      "https://speech.example", environment.recordings};
+        AppModel::Environment watched{environment.scheduler,
+                                      environment.accessibilityQueries,
+                                      environment.disk,
+                                      *tap_,
+                                      environment.poster,
+                                      environment.accessibility,
+                                      environment.workspace,
+                                      environment.pasteboard,
+                                      *input_,
+                                      environment.soundOutput,
+                                      environment.permissions,
+                                      localKeys_,
+                                      preferences_,
+                                      keyStore_,
+                                      service_,
+                                      history_,
+                                      corrections_,
+                                      observer_,
+                                      [this]() -> AccountSync& { return sync_; },
+                                      "https://speech.example",
+                                      environment.recordings};
         editor_.emplace(test::mousepad(folder_.write("note.txt", "")));
         playTone();
         model_ = std::make_unique<AppModel>(std::move(watched));
@@ -116,7 +130,8 @@ public:
     void run() {
         std::vector<double> toSample, toPaste, toVisible, longToVisible, typed;
         for (int round = 0; round <= rounds; ++round) {
-            const auto measured = dictate("the weather is nice today number " + std::to_string(round));
+            const auto measured =
+                dictate("the weather is nice today number " + std::to_string(round));
             if (round == 0) continue;  // caches are filled
             toSample.push_back(measured.toSample);
             toPaste.push_back(measured.toPaste);
@@ -159,12 +174,13 @@ private:
         const std::uint32_t seconds = 300;
         const std::uint32_t size = seconds * 44'100 * 2;
         for (int i = 0; i < 4; ++i) {
-            wav[static_cast<std::size_t>(4 + i)] = static_cast<std::uint8_t>((36 + size) >> (8 * i));
+            wav[static_cast<std::size_t>(4 + i)] =
+                static_cast<std::uint8_t>((36 + size) >> (8 * i));
             wav[static_cast<std::size_t>(40 + i)] = static_cast<std::uint8_t>(size >> (8 * i));
         }
         for (std::uint32_t i = 0; i < size / 2; ++i) {
-            const auto sample = static_cast<std::int16_t>(
-                8000 * std::sin(2 * std::numbers::pi * 440 * i / 44'100));
+            const auto sample =
+                static_cast<std::int16_t>(8000 * std::sin(2 * std::numbers::pi * 440 * i / 44'100));
             wav.push_back(static_cast<std::uint8_t>(sample));
             wav.push_back(static_cast<std::uint8_t>(sample >> 8));
         }
@@ -212,6 +228,7 @@ private:
 
     LoopScheduler scheduler_;
     LinuxDesktop desktop_{scheduler_};
+    test::FakeLocalKeyMonitor localKeys_;
     MemoryPreferences preferences_;
     MemoryKeyStore keyStore_;
     MemoryHistoryStore history_;

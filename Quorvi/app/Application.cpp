@@ -9,6 +9,7 @@
 
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/LinuxDesktop.h"
+#include "Quorvi/app/QtKeyMonitor.h"
 #include "Quorvi/app/QuitSignals.h"
 #include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/dictation/AppModel.h"
@@ -62,7 +63,7 @@ private:
     AppModel::Environment environment() {
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =
-            desktop_.environment(preferences_, keyStore_, history_, corrections_, observer_);
+            desktop_.environment(localKeys_, preferences_, keyStore_, history_, corrections_, observer_);
         environment.accountSync = [this]() -> AccountSync& { return sync_; };
         environment.service =
             serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
@@ -100,6 +101,7 @@ private:
     QApplication& qt_;
     QtScheduler scheduler_;
     LinuxDesktop desktop_;
+    QtKeyMonitor localKeys_;
     MemoryPreferences preferences_;
     MemoryKeyStore keyStore_;
     MemoryHistoryStore history_;

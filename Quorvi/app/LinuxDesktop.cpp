@@ -103,7 +103,7 @@ bool LinuxDesktop::isComposited() {
     return adapters.composited;
 }
 
-AppModel::Environment LinuxDesktop::environment(Preferences& preferences, KeyStore& keyStore,
+AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys, Preferences& preferences, KeyStore& keyStore,
                                                 HistoryStore& history, CorrectionStore& corrections,
                                                 CorrectionObserver& correctionObserver) {
     auto& a = *adapters_;
@@ -118,6 +118,7 @@ AppModel::Environment LinuxDesktop::environment(Preferences& preferences, KeySto
             .audioInput = a.audioInput,
             .soundOutput = a.soundOutput,
             .permissions = a.permissions,
+            .localKeys = localKeys,
             .preferences = preferences,
             .keyStore = keyStore,
             .transport = a.transport,

@@ -15,9 +15,9 @@ public:
     LinuxDesktop(const LinuxDesktop&) = delete;
     LinuxDesktop& operator=(const LinuxDesktop&) = delete;
 
-    // What a controller stands on, with the caller's stores. The caller adds the service, and the
-    // synchronisation.
-    AppModel::Environment environment(Preferences& preferences, KeyStore& keyStore,
+    // What a controller stands on, with the caller's stores and windows. The caller adds the service,
+    // and the synchronisation.
+    AppModel::Environment environment(LocalKeyMonitor& localKeys, Preferences& preferences, KeyStore& keyStore,
                                       HistoryStore& history, CorrectionStore& corrections,
                                       CorrectionObserver& correctionObserver);
 

@@ -232,6 +232,7 @@ void AppModel::correctionLearned(const TextCorrection& rule) {
 
 void AppModel::resetDictation() {
     cancel();
+    endShortcutCapture();
     hotkey_.stop();
     refreshPermissions();
     set(message_,
@@ -243,6 +244,7 @@ void AppModel::shutdown() {
     shutDown_ = true;
     environment_.accountSync().shutdown();
     cancel();
+    endShortcutCapture();
     hotkey_.stop();
     permissionTimer_.cancel();
     environment_.history.flush();

@@ -18,6 +18,7 @@
 #include "Quorvi/input/GlobalHotkey.h"
 #include "Quorvi/insertion/TextInsertion.h"
 #include "Quorvi/platform/KeyStore.h"
+#include "Quorvi/platform/LocalKeyMonitor.h"
 #include "Quorvi/platform/Preferences.h"
 #include "Quorvi/platform/SystemPermissions.h"
 #include "Quorvi/sync/AccountSync.h"
@@ -46,6 +47,7 @@ public:
         AudioInput& audioInput;
         SoundOutput& soundOutput;
         SystemPermissions& permissions;
+        LocalKeyMonitor& localKeys;
         Preferences& preferences;
         KeyStore& keyStore;
         HttpTransport& transport;
@@ -130,6 +132,17 @@ public:
 
     void previewSound(RecordingCue cue);
 
+    // Pastes a sample sentence into the field that the user chooses within ten seconds, at once
+    // when the shortcut is pressed; with `learning`, one to try the learning of corrections on.
+    void armInsertionTest(bool learning = false);
+    bool insertionTestArmed() const { return insertionTestArmed_; }
+
+    // From the beginning to the end, the next suitable key press in a window of this program
+    // becomes the shortcut. Escape ends it without a change.
+    void beginShortcutCapture();
+    void endShortcutCapture();
+    bool isChoosingShortcut() const { return isChoosingShortcut_; }
+
     // Stops everything before the program quits. Tasks that still give the clipboard back are done
     // once isIdle() holds.
     void shutdown();
@@ -150,7 +163,7 @@ private:
         InsertionTarget target;
         TranscriptionOptions options;
         TextCorrections rules;
-        double duration;  // seconds
+        double duration = 0;  // seconds
     };
     struct Recognition {
         std::string text;
@@ -175,6 +188,10 @@ private:
     Task<void> offerManualPaste(std::string text, SessionID session, std::stop_token stop);
     Task<void> copyForUser(std::stop_token stop);
     void correctionLearned(const TextCorrection& rule);
+    Task<void> countDown(std::stop_token stop);
+    void runInsertionTest();
+    Task<void> insertSample(SessionID session, std::stop_token stop);
+    bool captureShortcut(const LocalKeyEvent& event);
     void refreshKey();
     void show();
     void hide();
@@ -197,6 +214,9 @@ private:
     std::string lastTranscript_;
     std::string keyMessage_;
     bool canCopyFromOverlay_ = false;
+    bool insertionTestArmed_ = false;
+    bool insertionTestLearning_ = false;
+    bool isChoosingShortcut_ = false;
     int selectedPage_ = 0;
     double elapsed_ = 0;
     double level_ = 0;
@@ -230,6 +250,9 @@ private:
     Timer dismissTimer_;
     TaskHandle startTask_;
     TaskHandle uploadTask_;
+    TaskHandle insertionTestTask_;  // the countdown
+    StandaloneModifierCapture modifierCapture_;
+    Subscription shortcutMonitor_;
     Subscription sleepObserver_;
     Subscription wakeObserver_;
     TaskScope tasks_;  // last: tasks end before what they use

@@ -23,6 +23,11 @@ constexpr auto copied = "Text copied — press ⌘V in any text field.";
 }  // namespace
 
 void AppModel::shortcutTransition(bool down) {
+    if (isChoosingShortcut_) return;
+    if (insertionTestArmed_) {
+        if (down) runInsertionTest();
+        return;
+    }
     const bool recording = stage_ == DictationStage::recording || starting_;
     switch (dictationAction(mode(), down, recording, isBusy(stage_))) {
         case DictationAction::start:
@@ -251,6 +256,8 @@ void AppModel::cancel() {
     starting_ = false;
     startTask_.cancel();
     uploadTask_.cancel();
+    insertionTestTask_.cancel();
+    insertionTestArmed_ = false;
     meterTimer_.cancel();
     dismissTimer_.cancel();
     recorder_.discard();

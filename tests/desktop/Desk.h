@@ -12,6 +12,7 @@
 #include "Quorvi/platform/linux/LoopScheduler.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
+#include "tests/fakes/FakeLocalKeyMonitor.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"
@@ -74,7 +75,7 @@ protected:
     // Starts Quorvi and waits until it is ready to dictate.
     void startQuorvi(std::string address = {}) {
         auto environment =
-            desktop_->environment(preferences, keyStore, history, corrections, observer);
+            desktop_->environment(localKeys, preferences, keyStore, history, corrections, observer);
         environment.accountSync = [this]() -> AccountSync& { return sync; };
         environment.service =
             serviceAddress(address.empty() ? service->address() : std::move(address));
@@ -152,6 +153,7 @@ protected:
 
     LoopScheduler scheduler;
     std::unique_ptr<LinuxDesktop> desktop_;
+    FakeLocalKeyMonitor localKeys;
     MemoryPreferences preferences;
     MemoryKeyStore keyStore;
     MemoryHistoryStore history;

@@ -14,6 +14,7 @@
 #include "tests/fakes/FakeAudioInput.h"
 #include "tests/fakes/FakeHttpTransport.h"
 #include "tests/fakes/FakeKeyEventPoster.h"
+#include "tests/fakes/FakeLocalKeyMonitor.h"
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/fakes/FakePermissions.h"
 #include "tests/fakes/FakeSoundOutput.h"
@@ -79,6 +80,7 @@ protected:
                                   microphone,
                                   speaker,
                                   permissions,
+                                  localKeys,
                                   preferences,
                                   keyStore,
                                   service,
@@ -121,6 +123,7 @@ protected:
     FakeAudioInput microphone{scheduler};
     FakeSoundOutput speaker;
     FakePermissions permissions;
+    FakeLocalKeyMonitor localKeys;
     MemoryPreferences preferences;
     MemoryKeyStore keyStore;
     FakeHttpTransport service{scheduler};

@@ -59,10 +59,31 @@ constexpr Tables makeTables() {
 
 constexpr Tables tables = makeTables();
 
+// Keys that users move about with layout options.
+constexpr std::pair<std::uint32_t, KeyCode> movableKeys[] = {
+    {0xFFE1, keyCode::leftShift},    {0xFFE2, keyCode::rightShift},
+    {0xFFE3, keyCode::leftControl},  {0xFFE4, keyCode::rightControl},
+    {0xFFE5, capsLockKeyCode},       {0xFFE9, keyCode::leftOption},
+    {0xFFEA, keyCode::rightOption},  {0xFFE7, keyCode::leftOption},
+    {0xFFE8, keyCode::rightOption},  {0xFFEB, keyCode::leftCommand},
+    {0xFFEC, keyCode::rightCommand}, {0xFF1B, keyCode::escape},
+};
+
+// Above the keys of a keyboard lie the server's stand-ins for virtual modifiers, which nobody
+// presses.
+constexpr XKeycode lastMovablePosition = 135;
+
 }  // namespace
 
 KeyCode keyCodeOfPosition(XKeycode keycode) {
     return tables.codes[keycode];
+}
+
+KeyCode keyCodeOfKey(XKeycode keycode, std::uint32_t symbol) {
+    if (keycode <= lastMovablePosition)
+        for (const auto& [movable, code] : movableKeys)
+            if (symbol == movable) return code;
+    return keyCodeOfPosition(keycode);
 }
 
 XKeycode positionOfKeyCode(KeyCode keyCode) {

@@ -18,6 +18,12 @@ inline constexpr KeyCode firstForeignKeyCode = 0x100;
 
 KeyCode keyCodeOfPosition(XKeycode keycode);
 
+// The key's code when it is known what it has been made into: its position, except where the user
+// moved a modifier or Escape to it (Control in the place of Caps Lock, swapped Alt and Super). A
+// level shift (AltGr, or the layers of a layout like Neo) stays the key of its position. `symbol`
+// is the X keysym that it types without further modifiers.
+KeyCode keyCodeOfKey(XKeycode keycode, std::uint32_t symbol);
+
 // The X keycode of a position; 0 when a PC keyboard has no such key.
 XKeycode positionOfKeyCode(KeyCode keyCode);
 

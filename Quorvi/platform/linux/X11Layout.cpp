@@ -14,21 +14,6 @@ constexpr std::uint32_t numLockSymbol = 0xFF7F;
 constexpr std::uint32_t capsLockSymbol = 0xFFE5;
 constexpr std::uint32_t scrollLockSymbol = 0xFF14;
 
-// Keys that users move about with layout options. A level shift (AltGr, or the layers of a layout
-// like Neo) is not among them: it stays the key of its position.
-constexpr std::pair<std::uint32_t, KeyCode> movableKeys[] = {
-    {0xFFE1, keyCode::leftShift},      {0xFFE2, keyCode::rightShift},
-    {0xFFE3, keyCode::leftControl},    {0xFFE4, keyCode::rightControl},
-    {capsLockSymbol, capsLockKeyCode}, {0xFFE9, keyCode::leftOption},
-    {0xFFEA, keyCode::rightOption},    {0xFFE7, keyCode::leftOption},
-    {0xFFE8, keyCode::rightOption},    {0xFFEB, keyCode::leftCommand},
-    {0xFFEC, keyCode::rightCommand},   {0xFF1B, keyCode::escape},
-};
-
-// Above the keys of a keyboard lie the server's stand-ins for virtual modifiers, which nobody
-// presses.
-constexpr int lastMovablePosition = 135;
-
 constexpr std::uint64_t families[] = {modifierFlag::shift, modifierFlag::control,
                                       modifierFlag::option, modifierFlag::command};
 
@@ -69,11 +54,9 @@ void X11Layout::readSymbols(const void* reply) {
         key.symbols.assign(symbols, symbols + all.data->nSyms);
         xcb_xkb_key_sym_map_next(&all);
     }
-    for (std::size_t keycode = 8; keycode <= lastMovablePosition; ++keycode) {
-        const auto symbol = keys_[keycode].plainSymbol(0);
-        for (const auto& [movable, code] : movableKeys)
-            if (symbol == movable) codes_[keycode] = code;
-    }
+    for (std::size_t keycode = 8; keycode < keys_.size(); ++keycode)
+        codes_[keycode] =
+            keyCodeOfKey(static_cast<XKeycode>(keycode), keys_[keycode].plainSymbol(0));
 }
 
 void X11Layout::readModifiers(const void* reply) {
