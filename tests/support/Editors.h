@@ -29,6 +29,7 @@ inline Command chromium(const std::string& body, const TestFolder& folder) {
             "--force-renderer-accessibility",
             "--disable-gpu",
             "--no-first-run",
+            "--password-store=basic",  // else an installed keyring asks for a password, with a grab
             "--disable-background-networking",
             "--user-data-dir=" + folder.path().string(),
             "file://" + page};
