@@ -88,7 +88,7 @@ public:
     Bench() : reader_(lookingGlass_) {
         keyStore_.save("key").start();
         auto environment =
-            desktop_.environment(preferences_, keyStore_, history_, corrections_, observer_);
+            desktop_.environment(preferences_, keyStore_, history_, corrections_);
         tap_.emplace(environment.tap);
         input_.emplace(environment.audioInput);
         AppModel::Environment watched{environment.scheduler,   environment.accessibilityQueries,
@@ -99,7 +99,7 @@ public:
                                       environment.permissions, preferences_,
                                       keyStore_,               service_,
                                       history_,                corrections_,
-                                      observer_,               [this]() -> AccountSync& { return sync_; },
+                                      [this]() -> AccountSync& { return sync_; },
                                       "https://speech.example", environment.recordings};
         editor_.emplace(test::mousepad(folder_.write("note.txt", "")));
         playTone();
@@ -215,8 +215,7 @@ private:
     MemoryPreferences preferences_;
     MemoryKeyStore keyStore_;
     MemoryHistoryStore history_;
-    MemoryCorrectionStore corrections_;
-    NoCorrectionObserver observer_;
+    CorrectionStore corrections_{preferences_, scheduler_};
     NoAccountSync sync_;
     InstantService service_;
     std::optional<WatchedTap> tap_;

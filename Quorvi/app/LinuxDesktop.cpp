@@ -104,8 +104,8 @@ bool LinuxDesktop::isComposited() {
 }
 
 AppModel::Environment LinuxDesktop::environment(Preferences& preferences, KeyStore& keyStore,
-                                                HistoryStore& history, CorrectionStore& corrections,
-                                                CorrectionObserver& correctionObserver) {
+                                                HistoryStore& history,
+                                                CorrectionStore& corrections) {
     auto& a = *adapters_;
     return {.scheduler = scheduler_,
             .accessibilityQueries = a.accessibilityQueries,
@@ -123,7 +123,6 @@ AppModel::Environment LinuxDesktop::environment(Preferences& preferences, KeySto
             .transport = a.transport,
             .history = history,
             .corrections = corrections,
-            .correctionObserver = correctionObserver,
             .recordings = std::filesystem::temp_directory_path() / "VeskRecordings"};
 }
 

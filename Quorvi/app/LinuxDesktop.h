@@ -18,8 +18,7 @@ public:
     // What a controller stands on, with the caller's stores. The caller adds the service, and the
     // synchronisation.
     AppModel::Environment environment(Preferences& preferences, KeyStore& keyStore,
-                                      HistoryStore& history, CorrectionStore& corrections,
-                                      CorrectionObserver& correctionObserver);
+                                      HistoryStore& history, CorrectionStore& corrections);
 
     // Told when the desktop has granted or withdrawn something: accessibility, a microphone.
     [[nodiscard]] Subscription onPermissionsChanged(std::function<void()> observer) {

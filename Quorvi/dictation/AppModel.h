@@ -51,7 +51,6 @@ public:
         HttpTransport& transport;
         HistoryStore& history;
         CorrectionStore& corrections;
-        CorrectionObserver& correctionObserver;
         std::function<AccountSync&()> accountSync;  // created on first use
         std::string service;                        // see serviceAddress()
         std::filesystem::path recordings;           // folder of the recordings in progress
@@ -130,10 +129,10 @@ public:
 
     void previewSound(RecordingCue cue);
 
-    // Stops everything before the program quits. Tasks that still give the clipboard back are done
-    // once isIdle() holds.
+    // Stops everything before the program quits. What still gives the clipboard back or learns
+    // from the last edit is done once isIdle() holds.
     void shutdown();
-    bool isIdle() const { return tasks_.isEmpty(); }
+    bool isIdle() const { return tasks_.isEmpty() && correctionObserver_.isIdle(); }
 
     // Installed by the application's shell.
     std::function<void()> showOverlay;
@@ -217,6 +216,7 @@ private:
     TextInsertion insertion_;
     GlobalHotkey hotkey_;
     TranscriptionClient client_;
+    CorrectionObserver correctionObserver_;
 
     SessionID sessionID_ = 0;  // replaced at every start and cancel
     // The destination is being captured and the microphone opened; the stage is not yet recording.
