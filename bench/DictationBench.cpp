@@ -90,8 +90,8 @@ class Bench {
 public:
     Bench() : reader_(lookingGlass_) {
         keyStore_.save("key").start();
-        auto environment = desktop_.environment(localKeys_, preferences_, keyStore_, history_,
-                                                corrections_, observer_);
+        auto environment =
+            desktop_.environment(localKeys_, preferences_, keyStore_, history_, corrections_);
         tap_.emplace(environment.tap);
         input_.emplace(environment.audioInput);
         AppModel::Environment watched{environment.scheduler,
@@ -111,7 +111,6 @@ public:
                                       service_,
                                       history_,
                                       corrections_,
-                                      observer_,
                                       [this]() -> AccountSync& { return sync_; },
                                       "https://speech.example",
                                       environment.recordings};
@@ -232,8 +231,7 @@ private:
     MemoryPreferences preferences_;
     MemoryKeyStore keyStore_;
     MemoryHistoryStore history_;
-    MemoryCorrectionStore corrections_;
-    NoCorrectionObserver observer_;
+    CorrectionStore corrections_{preferences_, scheduler_};
     NoAccountSync sync_;
     InstantService service_;
     std::optional<WatchedTap> tap_;

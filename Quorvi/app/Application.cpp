@@ -63,7 +63,7 @@ private:
     AppModel::Environment environment() {
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =
-            desktop_.environment(localKeys_, preferences_, keyStore_, history_, corrections_, observer_);
+            desktop_.environment(localKeys_, preferences_, keyStore_, history_, corrections_);
         environment.accountSync = [this]() -> AccountSync& { return sync_; };
         environment.service =
             serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
@@ -105,8 +105,7 @@ private:
     MemoryPreferences preferences_;
     MemoryKeyStore keyStore_;
     MemoryHistoryStore history_;
-    MemoryCorrectionStore corrections_;
-    NoCorrectionObserver observer_;
+    CorrectionStore corrections_{preferences_, scheduler_};
     NoAccountSync sync_;
     std::unique_ptr<AppModel> model_;
     std::unique_ptr<RecordingPanel> panel_;

@@ -103,9 +103,10 @@ bool LinuxDesktop::isComposited() {
     return adapters.composited;
 }
 
-AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys, Preferences& preferences, KeyStore& keyStore,
-                                                HistoryStore& history, CorrectionStore& corrections,
-                                                CorrectionObserver& correctionObserver) {
+AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
+                                                Preferences& preferences, KeyStore& keyStore,
+                                                HistoryStore& history,
+                                                CorrectionStore& corrections) {
     auto& a = *adapters_;
     return {.scheduler = scheduler_,
             .accessibilityQueries = a.accessibilityQueries,
@@ -124,7 +125,6 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys, Pref
             .transport = a.transport,
             .history = history,
             .corrections = corrections,
-            .correctionObserver = correctionObserver,
             .recordings = std::filesystem::temp_directory_path() / "VeskRecordings"};
 }
 

@@ -15,11 +15,11 @@ public:
     LinuxDesktop(const LinuxDesktop&) = delete;
     LinuxDesktop& operator=(const LinuxDesktop&) = delete;
 
-    // What a controller stands on, with the caller's stores and windows. The caller adds the service,
-    // and the synchronisation.
-    AppModel::Environment environment(LocalKeyMonitor& localKeys, Preferences& preferences, KeyStore& keyStore,
-                                      HistoryStore& history, CorrectionStore& corrections,
-                                      CorrectionObserver& correctionObserver);
+    // What a controller stands on, with the caller's stores and windows. The caller adds the
+    // service, and the synchronisation.
+    AppModel::Environment environment(LocalKeyMonitor& localKeys, Preferences& preferences,
+                                      KeyStore& keyStore, HistoryStore& history,
+                                      CorrectionStore& corrections);
 
     // Told when the desktop has granted or withdrawn something: accessibility, a microphone.
     [[nodiscard]] Subscription onPermissionsChanged(std::function<void()> observer) {

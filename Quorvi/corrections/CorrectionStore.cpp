@@ -1,26 +1,257 @@
 #include "Quorvi/corrections/CorrectionStore.h"
 
+#include <algorithm>
+#include <unordered_set>
 #include <utility>
+
+#include "Quorvi/corrections/TarnelCorrections.h"
+#include "QuorviCore/corrections/TextCorrectionCoding.h"
+#include "QuorviCore/text/Text.h"
+#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 
 namespace {
+
+constexpr auto rulesKey = "savedTextCorrections";
+constexpr auto learningKey = "learnCorrectionsAutomatically";
+constexpr auto seededKey = "tarnelCorrectionsSeeded";
+constexpr auto eventsKey = "correctionLearningDiagnostics";
 constexpr std::size_t keptEvents = 24;
+
+constexpr auto unreadable = "Saved corrections could not be opened. They have been left untouched.";
+
+std::string_view textOf(const Bytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-MemoryCorrectionStore::MemoryCorrectionStore(std::vector<TextCorrection> rules,
-                                             bool learnsAutomatically)
-    : rules_(std::move(rules)), learnsAutomatically_(learnsAutomatically) {}
+bool haveDistinctIds(const std::vector<TextCorrection>& rules) {
+    std::unordered_set<std::string_view> ids;
+    ids.reserve(rules.size());
+    return std::ranges::all_of(rules,
+                               [&ids](const auto& rule) { return ids.insert(rule.id).second; });
+}
 
-void MemoryCorrectionStore::setLearnsAutomatically(bool learns) {
+// Stricter than equality: also the stored form is the same.
+bool isIdentical(const TextCorrection& a, const TextCorrection& b) {
+    return a == b && a.original == b.original && a.replacement == b.replacement;
+}
+
+}  // namespace
+
+CorrectionStore::CorrectionStore(Preferences& defaults, Scheduler& clock)
+    : defaults_(defaults),
+      clock_(clock),
+      learnsAutomatically_(defaults.boolean(learningKey).value_or(true)) {
+    load();
+}
+
+void CorrectionStore::load() {
+    if (defaults_.isReadable() && !defaults_.contains(rulesKey)) {
+        persist({{.original = "Russet Miner",
+                  .replacement = "russetmanor",
+                  .updatedAt = clock_.date()}});
+        return;
+    }
+    const auto stored = defaults_.bytes(rulesKey);
+    auto rules = stored ? decodeCorrections(textOf(*stored)) : std::nullopt;
+    const auto isValid = [](const auto& rule) { return !rule.validationMessage(); };
+    if (!rules || !haveDistinctIds(*rules) || !std::ranges::all_of(*rules, isValid)) {
+        persistenceError_ = unreadable;
+        return;
+    }
+    for (const auto& rule : *rules) derived_.push_back(derive(rule));
+    rules_ = TextCorrections(*std::move(rules));
+}
+
+CorrectionStore::Derived CorrectionStore::derive(const TextCorrection& rule) {
+    return {.matchKey = TextCorrection::matchKey(rule.original), .json = encodeCorrection(rule)};
+}
+
+void CorrectionStore::refuseWhenLocked() const {
+    if (persistenceError_) throw QuorviError::message(*persistenceError_);
+}
+
+// Most changes concern one rule, and only that one is encoded.
+void CorrectionStore::persist(std::vector<TextCorrection> rules) {
+    refuseWhenLocked();
+    const auto& old = rules_.rules();
+    const auto [oldBegin, newBegin] = std::ranges::mismatch(old, rules, isIdentical);
+    auto oldEnd = old.end();
+    auto newEnd = rules.end();
+    while (oldEnd != oldBegin && newEnd != newBegin && isIdentical(oldEnd[-1], newEnd[-1])) {
+        --oldEnd;
+        --newEnd;
+    }
+    std::vector<Derived> changed;
+    for (auto rule = newBegin; rule != newEnd; ++rule) changed.push_back(derive(*rule));
+
+    auto derived = std::move(derived_);
+    const auto at = derived.erase(derived.begin() + (oldBegin - old.begin()),
+                                  derived.begin() + (oldEnd - old.begin()));
+    derived.insert(at, std::move_iterator(changed.begin()), std::move_iterator(changed.end()));
+    derived_ = std::move(derived);
+    defaults_.setBytes(rulesKey, encoded());
+    rules_ = TextCorrections(std::move(rules));
+    changes_.notify();
+}
+
+Bytes CorrectionStore::encoded() const {
+    std::size_t size = 2;
+    for (const auto& rule : derived_) size += rule.json.size() + 1;
+    Bytes result;
+    result.reserve(size);
+    result.push_back('[');
+    for (const auto& rule : derived_) {
+        if (result.size() > 1) result.push_back(',');
+        result.insert(result.end(), rule.json.begin(), rule.json.end());
+    }
+    result.push_back(']');
+    return result;
+}
+
+const TextCorrection* CorrectionStore::find(const std::string& id) const {
+    const auto& rules = rules_.rules();
+    const auto found = std::ranges::find(rules, id, &TextCorrection::id);
+    return found == rules.end() ? nullptr : &*found;
+}
+
+const TextCorrection* CorrectionStore::findPhrase(std::string_view matchKey,
+                                                  std::string_view exceptId) const {
+    for (std::size_t i = 0; i < derived_.size(); ++i)
+        if (derived_[i].matchKey == matchKey && rules_.rules()[i].id != exceptId)
+            return &rules_.rules()[i];
+    return nullptr;
+}
+
+void CorrectionStore::save(TextCorrection rule) {
+    refuseWhenLocked();
+    rule.original = text::trimmed(rule.original);
+    rule.replacement = text::trimmed(rule.replacement);
+    if (const auto problem = rule.validationMessage()) throw QuorviError::message(*problem);
+    if (findPhrase(TextCorrection::matchKey(rule.original), rule.id))
+        throw QuorviError::message(
+            "That phrase already has a correction. Edit its existing rule instead.");
+    rule.updatedAt = clock_.date();
+    auto rules = rules_.rules();
+    const auto existing = std::ranges::find(rules, rule.id, &TextCorrection::id);
+    if (existing != rules.end())
+        *existing = std::move(rule);
+    else
+        rules.insert(rules.begin(), std::move(rule));
+    persist(std::move(rules));
+}
+
+void CorrectionStore::setEnabled(const std::string& id, bool enabled) {
+    const auto* rule = find(id);
+    if (!rule) return;
+    auto copy = *rule;
+    copy.isEnabled = enabled;
+    save(std::move(copy));
+}
+
+void CorrectionStore::remove(const std::string& id) {
+    auto rules = rules_.rules();
+    std::erase_if(rules, [&id](const auto& rule) { return rule.id == id; });
+    persist(std::move(rules));
+}
+
+std::vector<TextCorrection> CorrectionStore::learn(
+    const TextCorrection& suggestion, const std::vector<TextCorrection>& appliedRules) {
+    if (!learnsAutomatically_ || persistenceError_) return {};
+    std::vector<std::string> saved;
+    const auto trySave = [&](TextCorrection rule) {
+        const auto id = rule.id;
+        try {
+            save(std::move(rule));
+            saved.push_back(id);
+        } catch (const std::exception& error) {
+            setLearningStatus(error.what());
+        }
+    };
+    for (const auto& applied : appliedRules) {
+        if (!applied.isEnabled || !text::equal(applied.replacement, suggestion.original)) continue;
+        const auto* rule = find(applied.id);
+        if (!rule || *rule != applied) continue;
+        auto retargeted = *rule;
+        retargeted.replacement = suggestion.replacement;
+        retargeted.learnedAutomatically = true;
+        trySave(std::move(retargeted));
+    }
+    if (!findPhrase(TextCorrection::matchKey(suggestion.original))) trySave(suggestion);
+
+    if (saved.empty()) {
+        explainNothingLearned(suggestion);
+        return {};
+    }
+    setLearningStatus("Remembered: " + suggestion.original + " → " + suggestion.replacement);
+    std::vector<TextCorrection> learned;
+    std::ranges::copy_if(rules_.rules(), std::back_inserter(learned), [&saved](const auto& rule) {
+        return std::ranges::find(saved, rule.id) != saved.end();
+    });
+    if (onLearned) onLearned(suggestion);
+    return learned;
+}
+
+void CorrectionStore::explainNothingLearned(const TextCorrection& suggestion) {
+    const auto* rule = findPhrase(TextCorrection::matchKey(suggestion.original));
+    if (!rule) return;
+    const bool isSame = rule->isEnabled && text::equal(rule->replacement, suggestion.replacement);
+    setLearningStatus(
+        isSame ? "This correction is already saved."
+               : "An existing rule controls this phrase. Edit or enable it in the list below.");
+}
+
+void CorrectionStore::installTarnelCorrectionsIfNeeded() {
+    if (persistenceError_ || defaults_.boolean(seededKey) == true) return;
+    auto rules = tarnelCorrections(clock_.date());
+    std::erase_if(rules, [this](const auto& rule) {
+        return findPhrase(TextCorrection::matchKey(rule.original)) != nullptr;
+    });
+    if (!rules.empty()) {
+        rules.insert(rules.end(), rules_.rules().begin(), rules_.rules().end());
+        try {
+            persist(std::move(rules));
+        } catch (const std::exception&) {
+        }
+    }
+    defaults_.setBoolean(seededKey, true);
+}
+
+void CorrectionStore::replaceFromSync(std::vector<TextCorrection> rules) {
+    if (persistenceError_ || rules == rules_.rules()) return;
+    try {
+        persist(std::move(rules));
+    } catch (const std::exception&) {
+    }
+}
+
+void CorrectionStore::setLearningStatus(std::string status) {
+    if (status == learningStatus_) return;
+    learningStatus_ = std::move(status);
+    changes_.notify();
+}
+
+void CorrectionStore::setLearnsAutomatically(bool learns) {
     learnsAutomatically_ = learns;
+    defaults_.setBoolean(learningKey, learns);
+    changes_.notify();
     if (onLearningChanged) onLearningChanged();
 }
 
-void MemoryCorrectionStore::recordLearningEvent(const std::string& code, const std::string& app,
-                                                const std::map<std::string, std::int64_t>& counts) {
-    if (events_.size() == keptEvents) events_.erase(events_.begin());
-    events_.push_back({code, app, counts});
+void CorrectionStore::recordLearningEvent(std::string_view code, std::string_view app,
+                                          const LearningEvent::Counts& counts) {
+    auto events = learningEvents();
+    events.push_back({clock_.date(), std::string(app), std::string(code), counts});
+    if (events.size() > keptEvents) events.erase(events.begin(), events.end() - keptEvents);
+    const auto json = encodeLearningEvents(events);
+    defaults_.setBytes(eventsKey, Bytes(json.begin(), json.end()));
+}
+
+std::vector<LearningEvent> CorrectionStore::learningEvents() const {
+    const auto stored = defaults_.bytes(eventsKey);
+    if (!stored) return {};
+    return decodeLearningEvents(textOf(*stored)).value_or(std::vector<LearningEvent>{});
 }
 
 }  // namespace quorvi

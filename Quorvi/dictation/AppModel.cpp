@@ -42,6 +42,16 @@ AppModel::AppModel(Environment environment)
                   environment_.poster, environment_.tap}),
       hotkey_(environment_.scheduler, environment_.tap, environment_.accessibility),
       client_(environment_.transport, environment_.service),
+      correctionObserver_(
+          environment_.scheduler, environment_.accessibilityQueries,
+          [inspector = FieldInspector(environment_.scheduler, environment_.accessibility,
+                                      environment_.workspace)](const auto& target, bool focused) {
+              return inspector.correctionField(target, focused);
+          },
+          [&workspace = environment_.workspace](pid_t pid) {
+              const auto frontmost = workspace.frontmostApplication();
+              return frontmost && frontmost->pid == pid;
+          }),
       tasks_(environment_.scheduler) {
     environment_.corrections.installTarnelCorrectionsIfNeeded();
     readPreferences();
@@ -84,9 +94,7 @@ void AppModel::readPreferences() {
 }
 
 void AppModel::wireCallbacks() {
-    environment_.corrections.onLearningChanged = [this] {
-        environment_.correctionObserver.stop(false);
-    };
+    environment_.corrections.onLearningChanged = [this] { correctionObserver_.stop(false); };
     environment_.corrections.onLearned = [this](const TextCorrection& rule) {
         correctionLearned(rule);
     };
@@ -222,7 +230,8 @@ void AppModel::previewSound(RecordingCue cue) {
 }
 
 void AppModel::correctionLearned(const TextCorrection& rule) {
-    if (isActive(stage_) || canCopyFromOverlay_ || stage_ == DictationStage::failure) return;
+    if (isActive(stage_) || starting_ || shutDown_) return;
+    if (canCopyFromOverlay_ || stage_ == DictationStage::failure) return;
     stage_ = DictationStage::learned;
     message_ = rule.original + " → " + rule.replacement;
     changed();

@@ -53,7 +53,6 @@ public:
         HttpTransport& transport;
         HistoryStore& history;
         CorrectionStore& corrections;
-        CorrectionObserver& correctionObserver;
         std::function<AccountSync&()> accountSync;  // created on first use
         std::string service;                        // see serviceAddress()
         std::filesystem::path recordings;           // folder of the recordings in progress
@@ -143,10 +142,10 @@ public:
     void endShortcutCapture();
     bool isChoosingShortcut() const { return isChoosingShortcut_; }
 
-    // Stops everything before the program quits. Tasks that still give the clipboard back are done
-    // once isIdle() holds.
+    // Stops everything before the program quits. What still gives the clipboard back or learns
+    // from the last edit is done once isIdle() holds.
     void shutdown();
-    bool isIdle() const { return tasks_.isEmpty(); }
+    bool isIdle() const { return tasks_.isEmpty() && correctionObserver_.isIdle(); }
 
     // Installed by the application's shell.
     std::function<void()> showOverlay;
@@ -237,6 +236,7 @@ private:
     TextInsertion insertion_;
     GlobalHotkey hotkey_;
     TranscriptionClient client_;
+    CorrectionObserver correctionObserver_;
 
     SessionID sessionID_ = 0;  // replaced at every start and cancel
     // The destination is being captured and the microphone opened; the stage is not yet recording.

@@ -50,7 +50,7 @@ void AppModel::start() {
             "Open Quorvi from the menu bar, then Settings to finish API key and permission setup.");
         return;
     }
-    environment_.correctionObserver.stop(true);
+    correctionObserver_.stop(true);
     const auto session = ++sessionID_;
     starting_ = true;
     recorder_.prepare();
@@ -197,8 +197,8 @@ TextInsertion::Request AppModel::insertionRequest(const Dictation& dictation,
     request.onVerifiedPaste = [this, stop, session = dictation.session, target = dictation.target,
                                rules = std::move(appliedRules)](const CorrectionContext& context) {
         if (!isCurrent(session, stop)) return;
-        environment_.correctionObserver.start(context, target, environment_.corrections, rules,
-                                              true, [this] { return hotkey_.inputGeneration(); });
+        correctionObserver_.start(context, target, environment_.corrections, rules, true,
+                                  [this] { return hotkey_.inputGeneration(); });
     };
     request.onLearningEvent = [this, app = dictation.target.appName](
                                   const std::string& code, const TextInsertion::Counts& counts) {
@@ -262,7 +262,7 @@ void AppModel::cancel() {
     dismissTimer_.cancel();
     recorder_.discard();
     insertion_.restoreClipboard();
-    environment_.correctionObserver.stop(false);
+    correctionObserver_.stop(false);
     target_.reset();
     hotkey_.setCancelEnabled(false);
     stage_ = DictationStage::idle;

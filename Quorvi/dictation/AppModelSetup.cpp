@@ -51,7 +51,7 @@ void AppModel::runInsertionTest() {
     if (!insertionTestArmed_) return;
     insertionTestTask_.cancel();
     insertionTestArmed_ = false;
-    environment_.correctionObserver.stop(true);
+    correctionObserver_.stop(true);
     // Busy from here on, so that the shortcut's release, or another press, starts nothing.
     stage_ = DictationStage::inserting;
     changed();

@@ -22,6 +22,10 @@ public:
     virtual std::optional<Bytes> bytes(std::string_view key) const = 0;
     virtual bool contains(std::string_view key) const = 0;
 
+    // False when what was stored could not be read as a whole. Every value then reads as absent,
+    // which must not be taken for a first launch.
+    virtual bool isReadable() const { return true; }
+
     virtual void setString(std::string_view key, std::string value) = 0;
     virtual void setBoolean(std::string_view key, bool value) = 0;
     virtual void setInteger(std::string_view key, std::int64_t value) = 0;

@@ -29,4 +29,10 @@ std::string TextCorrection::matchKey(std::string_view phrase) {
     return text::toNfc(text::caseFolded(text::withSingleSpaces(text::toNfc(phrase))));
 }
 
+bool TextCorrection::operator==(const TextCorrection& other) const {
+    return id == other.id && isEnabled == other.isEnabled &&
+           learnedAutomatically == other.learnedAutomatically && updatedAt == other.updatedAt &&
+           text::equal(original, other.original) && text::equal(replacement, other.replacement);
+}
+
 }  // namespace quorvi

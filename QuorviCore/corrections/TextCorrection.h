@@ -27,7 +27,8 @@ struct TextCorrection {
     // originals are equal.
     static std::string matchKey(std::string_view phrase);
 
-    bool operator==(const TextCorrection&) const = default;
+    // All fields are the same, the texts under canonical equivalence.
+    bool operator==(const TextCorrection& other) const;
 };
 
 }  // namespace quorvi

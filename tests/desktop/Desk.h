@@ -75,7 +75,7 @@ protected:
     // Starts Quorvi and waits until it is ready to dictate.
     void startQuorvi(std::string address = {}) {
         auto environment =
-            desktop_->environment(localKeys, preferences, keyStore, history, corrections, observer);
+            desktop_->environment(localKeys, preferences, keyStore, history, corrections);
         environment.accountSync = [this]() -> AccountSync& { return sync; };
         environment.service =
             serviceAddress(address.empty() ? service->address() : std::move(address));
@@ -157,8 +157,7 @@ protected:
     MemoryPreferences preferences;
     MemoryKeyStore keyStore;
     MemoryHistoryStore history;
-    MemoryCorrectionStore corrections;
-    NoCorrectionObserver observer;
+    CorrectionStore corrections{preferences, scheduler};
     NoAccountSync sync;
     std::unique_ptr<AppModel> model;
 

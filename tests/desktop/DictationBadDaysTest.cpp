@@ -185,7 +185,7 @@ TEST_F(BadDays, AccessibilityIsSwitchedOffAndOn) {
     EXPECT_EQ(
         model->message(),
         "Open Quorvi from the menu bar, then Settings to finish API key and permission setup.");
-    desktop_->environment(preferences, keyStore, history, corrections, observer)
+    desktop_->environment(localKeys, preferences, keyStore, history, corrections)
         .accessibility.requestTrust();
     EXPECT_TRUE(until([this] { return model->ready(); }));
 }

@@ -29,18 +29,6 @@ using Stage = DictationStage;
 inline constexpr pid_t editor = 100;
 inline constexpr KeyCode f8 = 100;
 
-class JournalObserver : public CorrectionObserver {
-public:
-    void start(const CorrectionContext& context, const InsertionTarget&, CorrectionStore&,
-               std::vector<TextCorrection> applied, bool runTimer,
-               std::function<std::uint64_t()>) override {
-        journal.push_back("start " + context.transcript() + " " + std::to_string(applied.size()) +
-                          (runTimer ? "" : " untimed"));
-    }
-    void stop(bool remember) override { journal.push_back(remember ? "stop, remember" : "stop"); }
-    std::vector<std::string> journal;
-};
-
 // The controller on fakes of all ports, with an editor whose field holds "Dear " and a clipboard
 // that holds "mine".
 class DictationTest : public testing::Test {
@@ -52,6 +40,7 @@ protected:
         poster.onPost = [this](const auto&) { accessibility.type(field, pasteboard.text()); };
         pasteboard.copyText("mine");
         keyStore.save("sk-key").start();
+        corrections.save({.original = "hello", .replacement = "Hello"});
         makeModel();
     }
     ~DictationTest() override {
@@ -86,7 +75,6 @@ protected:
                                   service,
                                   history,
                                   corrections,
-                                  observer,
                                   [this]() -> AccountSync& { return sync; },
                                   "https://speech.example",
                                   folder.path()});
@@ -109,6 +97,11 @@ protected:
         return std::ranges::count_if(speaker.journal,
                                      [](const auto& line) { return line.starts_with("play"); });
     }
+    std::vector<std::string> learningCodes() const {
+        std::vector<std::string> codes;
+        for (const auto& event : corrections.learningEvents()) codes.push_back(event.code);
+        return codes;
+    }
     // So that the next dictation finds another caret.
     void moveCaret() { accessibility.set(field, "AXSelectedTextRange", Utf16Range{0, 0}); }
 
@@ -128,9 +121,7 @@ protected:
     MemoryKeyStore keyStore;
     FakeHttpTransport service{scheduler};
     MemoryHistoryStore history;
-    MemoryCorrectionStore corrections{
-        {TextCorrection{.id = newUuid(), .original = "hello", .replacement = "Hello"}}};
-    JournalObserver observer;
+    CorrectionStore corrections{preferences, scheduler};
     NoAccountSync sync;
     AXElement field = accessibility.makeText(editor, "Dear ");
     std::string overlay;
