@@ -1,5 +1,6 @@
 // A window with one field of each kind, for tests that need a Qt 6 application. The Tab key goes
-// through them from top to bottom; the editor has the focus at the start.
+// through them from top to bottom; the editor has the focus at the start. With --empty it has no
+// text.
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -18,6 +19,7 @@ int main(int argc, char** argv) {
     QVBoxLayout layout(&fields);
 
     QPlainTextEdit editor(QString::fromUtf8("αβγ😀 hello\nsecond"));
+    if (application.arguments().contains(QStringLiteral("--empty"))) editor.clear();
     editor.setTabChangesFocus(true);
     QLineEdit line(QString::fromUtf8("αβ😀γ"));
     QLineEdit password(QStringLiteral("secret"));

@@ -22,7 +22,7 @@ inline constexpr std::uint8_t leftControl = 37, rightControl = 105, leftShift = 
 inline constexpr std::uint8_t leftAlt = 64, rightAlt = 108, leftSuper = 133;
 inline constexpr std::uint8_t capsLock = 66, numLock = 77, space = 65, enter = 36, f6 = 72, f8 = 74;
 inline constexpr std::uint8_t home = 110, end = 115, up = 111, down = 116, left = 113, right = 114;
-inline constexpr std::uint8_t keypad1 = 87, insert = 118, remove = 119;
+inline constexpr std::uint8_t keypad1 = 87, insert = 118, remove = 119, backspace = 22;
 }  // namespace key
 
 // A window or number that a property names; 0 when it names none.
