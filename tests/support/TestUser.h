@@ -17,7 +17,7 @@ namespace quorvi::test {
 
 // X keycodes of physical keys, as a person's keyboard sends them.
 namespace key {
-inline constexpr std::uint8_t escape = 9, a = 38, s = 39, d = 40, l = 46, v = 55, x = 53, tab = 23;
+inline constexpr std::uint8_t escape = 9, a = 38, k = 45, s = 39, d = 40, l = 46, v = 55, x = 53, tab = 23;
 inline constexpr std::uint8_t leftControl = 37, rightControl = 105, leftShift = 50;
 inline constexpr std::uint8_t leftAlt = 64, rightAlt = 108, leftSuper = 133;
 inline constexpr std::uint8_t capsLock = 66, numLock = 77, space = 65, enter = 36, f6 = 72, f8 = 74;
