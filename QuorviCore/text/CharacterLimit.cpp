@@ -16,7 +16,7 @@ public:
     void add(UChar32 c) {
         const int32_t kind = u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK);
         if (!joins(c, kind)) ++count_;
-        const bool continues = kind == U_GCB_EXTEND || kind == U_GCB_ZWJ;
+        const bool continues = (kind == U_GCB_EXTEND || kind == U_GCB_ZWJ) && last_ != U_GCB_ZWJ;
         if (!continues) isPictograph_ = u_hasBinaryProperty(c, UCHAR_EXTENDED_PICTOGRAPHIC) != 0;
         isOpenFlag_ = kind == U_GCB_REGIONAL_INDICATOR && !isOpenFlag_;
         last_ = kind;
@@ -34,7 +34,7 @@ private:
 
     std::size_t count_ = 0;
     int32_t last_ = U_GCB_CONTROL;  // as at the start of the text
-    bool isPictograph_ = false;     // the last code point that is no mark
+    bool isPictograph_ = false;     // and only marks and one joiner since
     bool isOpenFlag_ = false;
 };
 
