@@ -104,7 +104,8 @@ Bytes CorrectionStore::encoded() const {
     result.push_back('[');
     for (const auto& rule : derived_) {
         if (result.size() > 1) result.push_back(',');
-        result.insert(result.end(), rule.json.begin(), rule.json.end());
+        const auto* json = reinterpret_cast<const std::uint8_t*>(rule.json.data());
+        result.insert(result.end(), json, json + rule.json.size());
     }
     result.push_back(']');
     return result;

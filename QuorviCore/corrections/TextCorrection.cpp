@@ -6,21 +6,12 @@
 
 namespace quorvi {
 
-namespace {
-
-// A character takes at least a byte, so most phrases need no counting.
-bool isTooLong(std::string_view phrase) {
-    return phrase.size() > TextCorrection::phraseLimit &&
-           text::characterCount(phrase) > TextCorrection::phraseLimit;
-}
-
-}  // namespace
-
 std::optional<std::string> TextCorrection::validationMessage() const {
     const std::string_view from = text::trimmed(original);
     const std::string_view to = text::trimmed(replacement);
     if (from.empty() || to.empty()) return "Enter both the recognized phrase and its replacement.";
-    if (isTooLong(from) || isTooLong(to)) return "Keep each phrase within 160 characters.";
+    if (text::hasMoreCharacters(from, phraseLimit) || text::hasMoreCharacters(to, phraseLimit))
+        return "Keep each phrase within 160 characters.";
     return std::nullopt;
 }
 

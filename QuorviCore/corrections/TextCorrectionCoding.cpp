@@ -1,6 +1,7 @@
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 
 #include <rapidjson/document.h>
+#include <rapidjson/memorystream.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
@@ -104,11 +105,13 @@ std::optional<TextCorrection> read(const rapidjson::Value& value) {
     return rule;
 }
 
-// Hostile nesting costs memory of its own length and no stack.
+// Hostile nesting costs memory of its own length and no stack. The encoding is checked beforehand,
+// which takes a fraction of the time that the parser's own check does.
 bool parse(rapidjson::Document& document, std::string_view json) {
-    constexpr unsigned flags = rapidjson::kParseValidateEncodingFlag |
-                               rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
-    document.Parse<flags>(json.data(), json.size());
+    if (!text::isValidUtf8(json)) return false;
+    constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
+    rapidjson::MemoryStream stream(json.data(), json.size());
+    document.ParseStream<flags>(stream);
     return !document.HasParseError();
 }
 

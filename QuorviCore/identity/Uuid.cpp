@@ -10,6 +10,9 @@ constexpr char hexDigits[] = "0123456789ABCDEF";
 bool isHyphenPosition(std::size_t i) {
     return i == 8 || i == 13 || i == 18 || i == 23;
 }
+bool isHexDigit(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F');
+}
 }  // namespace
 
 std::string newUuid() {
@@ -35,9 +38,7 @@ std::string newUuid() {
 bool isUuid(const std::string& s) {
     if (s.size() != 36) return false;
     for (std::size_t i = 0; i < s.size(); ++i) {
-        if (isHyphenPosition(i) ? s[i] != '-'
-                                : std::string(hexDigits).find(s[i]) == std::string::npos)
-            return false;
+        if (isHyphenPosition(i) ? s[i] != '-' : !isHexDigit(s[i])) return false;
     }
     return true;
 }

@@ -31,6 +31,9 @@ std::int64_t utf16Length(std::string_view s);
 // Number of user-perceived characters (extended grapheme clusters).
 std::size_t characterCount(std::string_view s);
 
+// Whether characterCount() is above `limit`, without counting where less will do.
+bool hasMoreCharacters(std::string_view s, std::size_t limit);
+
 // The first `count` user-perceived characters; the whole text when it has no more.
 std::string_view firstCharacters(std::string_view s, std::size_t count);
 

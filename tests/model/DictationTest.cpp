@@ -162,6 +162,55 @@ TEST_F(DictationTest, ALearnedCorrectionIsShownUnlessSomethingMoreUrgentIs) {
     EXPECT_EQ(model->stage(), Stage::failure);
 }
 
+// What the user does after the paste, and how the watch then ends.
+TEST_F(DictationTest, AFixOfThePastedTextIsLearnedAndShown) {
+    const auto paste = [this] {
+        accessibility.set(field, "AXValue", std::string("Dear "));
+        accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0});
+        dictate();
+        scheduler.advance(2s);
+        ASSERT_EQ(learningCodes().back(), "observer.started");
+    };
+    const auto fix = [this](std::string text) {
+        accessibility.set(field, "AXValue", std::move(text));
+        keyboard.tap(0);
+    };
+    const auto newest = [this] { return corrections.rules().rules().front().replacement; };
+    paste();
+    fix("Dear Hello theer");
+    scheduler.advance(3s);
+    EXPECT_EQ(newest(), "theer");
+    EXPECT_EQ(model->stage(), Stage::learned);
+    EXPECT_EQ(model->message(), "there → theer");
+    EXPECT_EQ(overlay, "shown");
+
+    // The next dictation takes a last look; nothing is shown over it.
+    service.body = R"({"text":"hello wherever"})";
+    paste();
+    fix("Dear Hello whereever");
+    keyboard.press(f8);
+    settle();
+    EXPECT_EQ(newest(), "whereever");
+    EXPECT_EQ(model->stage(), Stage::recording);
+    keyboard.release(f8);
+    model->cancel();
+
+    const std::pair<const char*, std::function<void()>> endings[] = {
+        {"cancelled", [this] { model->cancel(); }},
+        {"learning switched", [this] { corrections.setLearnsAutomatically(true); }},
+        {"shut down", [this] { model->shutdown(); }}};
+    service.body = R"({"text":"hello oxygen"})";
+    for (const auto& [name, end] : endings) {
+        SCOPED_TRACE(name);
+        paste();
+        fix("Dear Hello oxygon");
+        scheduler.advance(1s);
+        end();
+        scheduler.advance(5s);
+        EXPECT_EQ(newest(), "whereever");
+    }
+}
+
 TEST_F(DictationTest, PreferencesAreKeptAndBrokenOnesFallBack) {
     model->setMode(DictationMode::toggle);
     model->setTranscriptionModel(TranscriptionModel::mini);

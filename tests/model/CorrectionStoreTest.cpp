@@ -1,0 +1,293 @@
+#include "Quorvi/corrections/CorrectionStore.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+
+#include "Quorvi/corrections/TarnelCorrections.h"
+#include "Quorvi/system/MemoryPreferences.h"
+#include "QuorviCore/corrections/TextCorrectionCoding.h"
+#include "QuorviCore/transcription/QuorviError.h"
+#include "tests/fakes/VirtualScheduler.h"
+
+namespace quorvi::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto rulesKey = "savedTextCorrections";
+constexpr auto locked = "Saved corrections could not be opened. They have been left untouched.";
+constexpr auto duplicate = "That phrase already has a correction. Edit its existing rule instead.";
+constexpr auto existing =
+    "An existing rule controls this phrase. Edit or enable it in the list below.";
+
+Bytes bytesOf(std::string_view s) {
+    return {s.begin(), s.end()};
+}
+
+struct UnreadablePreferences : MemoryPreferences {
+    bool isReadable() const override { return false; }
+};
+
+class CorrectionStoreTest : public testing::Test {
+protected:
+    explicit CorrectionStoreTest() { defaults.setBytes(rulesKey, bytesOf("[]")); }
+
+    TextCorrection add(std::string original, std::string replacement) {
+        TextCorrection rule{.original = std::move(original), .replacement = std::move(replacement)};
+        store().save(rule);
+        return store().rules().rules().front();
+    }
+    static std::string failureOf(const std::function<void()>& change) {
+        try {
+            change();
+        } catch (const QuorviError& error) {
+            return error.what();
+        }
+        return "";
+    }
+    // Made on first use, so that a test can prepare the preferences.
+    CorrectionStore& store() {
+        if (!store_) store_.emplace(defaults, clock);
+        return *store_;
+    }
+    std::string list() {
+        std::string result;
+        for (const auto& rule : store().rules().rules())
+            result += rule.original + ">" + rule.replacement + (rule.isEnabled ? ";" : " off;");
+        return result;
+    }
+    std::string storedJson() const {
+        const auto bytes = defaults.bytes(rulesKey);
+        return bytes ? std::string(bytes->begin(), bytes->end()) : "";
+    }
+
+    VirtualScheduler clock;
+    MemoryPreferences defaults;
+    std::optional<CorrectionStore> store_;
+};
+
+TEST_F(CorrectionStoreTest, AFirstLaunchStoresAnExampleThatALaterOneLoads) {
+    defaults.remove(rulesKey);
+    EXPECT_EQ(list(), "Russet Miner>russetmanor;");
+    EXPECT_EQ(store().rules().apply("a russet  miner."), "a russetmanor.");
+    const CorrectionStore later(defaults, clock);
+    EXPECT_EQ(later.rules().rules(), store().rules().rules());
+    EXPECT_EQ(later.persistenceError(), std::nullopt);
+}
+
+TEST_F(CorrectionStoreTest, UnreadableRulesLockTheStoreAndAreNeverOverwritten) {
+    const TextCorrection good{.original = "a", .replacement = "b"};
+    const TextCorrection empty{.original = "c", .replacement = " "};
+    const auto check = [&](const char* name, MemoryPreferences& preferences) {
+        SCOPED_TRACE(name);
+        const auto before = preferences.bytes(rulesKey);
+        CorrectionStore lockedStore(preferences, clock);
+        EXPECT_EQ(lockedStore.persistenceError(), locked);
+        EXPECT_EQ(failureOf([&] { lockedStore.save(good); }), locked);
+        EXPECT_EQ(failureOf([&] { lockedStore.remove(good.id); }), locked);
+        EXPECT_TRUE(lockedStore.learn(good, {}).empty());
+        lockedStore.replaceFromSync({good});
+        lockedStore.installTarnelCorrectionsIfNeeded();
+        EXPECT_TRUE(lockedStore.rules().rules().empty());
+        EXPECT_EQ(preferences.bytes(rulesKey), before);
+        EXPECT_FALSE(preferences.contains("tarnelCorrectionsSeeded"));
+    };
+    const std::pair<const char*, std::string> rows[] = {
+        {"the same id twice", encodeCorrections({good, good})},
+        {"an empty replacement", encodeCorrections({good, empty})},
+        {"no list", encodeCorrection(good)},
+        {"cut off", encodeCorrections({good}).substr(0, 40)},
+        {"nothing", ""}};
+    for (const auto& [name, json] : rows) {
+        defaults.setBytes(rulesKey, bytesOf(json));
+        check(name, defaults);
+    }
+    defaults.setString(rulesKey, "[]");
+    check("another type", defaults);
+    EXPECT_EQ(defaults.string(rulesKey), "[]");
+    UnreadablePreferences file;
+    check("the whole file", file);
+    EXPECT_FALSE(file.contains(rulesKey)) << "no first launch";
+}
+
+TEST_F(CorrectionStoreTest, SavingTrimsDatesAndPutsNewRulesInFrontAndEditsInPlace) {
+    const auto miner = add(" russet miner\n", "\tMiner ");
+    clock.advance(10s);
+    const auto oxygen = add("oxygen", "oxygon");
+    EXPECT_EQ(list(), "oxygen>oxygon;russet miner>Miner;");
+    EXPECT_EQ(oxygen.updatedAt, clock.date());
+
+    EXPECT_EQ(failureOf([&] { add("Russet  MINER ", "x"); }), duplicate);
+    EXPECT_EQ(failureOf([&] { add(" ", "x"); }),
+              "Enter both the recognized phrase and its replacement.");
+    EXPECT_EQ(failureOf([&] { add("x", std::string(161, 'x')); }),
+              "Keep each phrase within 160 characters.");
+    auto edited = miner;
+    edited.replacement = "Manor";
+    store().save(edited);
+    EXPECT_EQ(list(), "oxygen>oxygon;russet miner>Manor;");
+    EXPECT_EQ(store().rules().rules()[1].updatedAt, clock.date());
+
+    store().setEnabled(miner.id, false);
+    edited.original = "oxygen";
+    EXPECT_EQ(failureOf([&] { store().save(edited); }), duplicate);
+    store().setEnabled("none", true);
+    EXPECT_EQ(list(), "oxygen>oxygon;russet miner>Manor off;");
+
+    // Synchronisation may deliver two rules for one phrase.
+    store().replaceFromSync({{.id = newUuid(), .original = "tea", .replacement = "T"},
+                             {.original = "TEA", .replacement = "t", .isEnabled = false}});
+    const auto second = store().rules().rules()[1].id;
+    EXPECT_EQ(failureOf([&] { store().setEnabled(second, true); }), duplicate);
+}
+
+// Only what has changed is encoded; what is stored must still be the whole list.
+TEST_F(CorrectionStoreTest, AfterAnyChangesTheStoredListIsThePublishedOne) {
+    bool differed = false;
+    const auto changes = store().onChange(
+        [&] { differed = differed || storedJson() != encodeCorrections(store().rules().rules()); });
+    std::mt19937 random(3);
+    const auto phrase = [&] { return "word " + std::to_string(random() % 40); };
+    for (int round = 0; round < 600; ++round) {
+        auto rules = store().rules().rules();
+        const auto at = rules.empty() ? 0 : random() % rules.size();
+        const auto original = phrase();
+        const auto isTaken = std::ranges::count(rules, original, &TextCorrection::original) > 0;
+        switch (rules.empty() ? 0 : random() % 5) {
+            case 0:
+                EXPECT_EQ(failureOf([&] { add(original, phrase()); }), isTaken ? duplicate : "");
+                break;
+            case 1:
+                store().remove(rules[at].id);
+                break;
+            case 2:
+                store().setEnabled(rules[at].id, random() % 2 == 0);
+                break;
+            case 3:
+                rules[at].replacement = "e\u0301 \xFF";
+                store().save(rules[at]);
+                break;
+            default:
+                std::ranges::shuffle(rules, random);
+                if (!isTaken) rules[at].original = original;
+                store().replaceFromSync(rules);
+        }
+        ASSERT_EQ(storedJson(), encodeCorrections(store().rules().rules())) << round;
+    }
+    EXPECT_FALSE(differed) << "a change was published before it was stored";
+}
+
+TEST_F(CorrectionStoreTest, SynchronisationReplacesTheListOnlyWhenItDiffers) {
+    const auto rule = add("caf\u00E9", "Café");
+    int told = 0;
+    const auto changes = store().onChange([&] { ++told; });
+    auto same = rule;
+    same.original = "cafe\u0301";
+    store().replaceFromSync({same});
+    EXPECT_EQ(told, 0);
+    auto undated = rule;
+    undated.updatedAt.secondsSinceReferenceDate = std::numeric_limits<double>::infinity();
+    store().replaceFromSync({undated});
+    EXPECT_EQ(store().rules().rules(), std::vector{rule}) << "what can't be stored is refused";
+    store().replaceFromSync({});
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(storedJson(), "[]");
+}
+
+TEST_F(CorrectionStoreTest, LearnsANewRuleAndRetargetsTheOneThatWroteTheMistake) {
+    const auto wrong = add("russet manor", "Russet Miner");
+    const auto other = add("tea", "Russet Miner");
+    store().setEnabled(other.id, false);
+    std::vector<std::string> told;
+    store().onLearned = [&](const auto& rule) { told.push_back(rule.original); };
+    const TextCorrection suggestion{
+        .original = "Russet Miner", .replacement = "Russet Manor", .learnedAutomatically = true};
+
+    // Rules that are off, or are no longer as they were applied, stay what they are.
+    auto outdated = wrong;
+    outdated.learnedAutomatically = true;
+    EXPECT_EQ(store().learn(suggestion, {outdated, store().rules().rules()[0]}).size(), 1u);
+    store().remove(suggestion.id);
+
+    const auto learned = store().learn(suggestion, {wrong});
+    EXPECT_EQ(list(), "Russet Miner>Russet Manor;tea>Russet Miner off;russet manor>Russet Manor;");
+    ASSERT_EQ(learned.size(), 2u);
+    EXPECT_EQ(learned[0].id, suggestion.id);
+    EXPECT_EQ(learned[1].id, wrong.id);
+    EXPECT_TRUE(learned[1].learnedAutomatically);
+    EXPECT_EQ(store().learningStatus(), "Remembered: Russet Miner → Russet Manor");
+    EXPECT_EQ(told, (std::vector<std::string>{"Russet Miner", "Russet Miner"}));
+}
+
+TEST_F(CorrectionStoreTest, SaysWhyNothingWasLearned) {
+    const auto rule = add("oxygen", "caf\u00E9");
+    const TextCorrection same{.original = "OXYGEN", .replacement = "cafe\u0301"};
+    const TextCorrection different{.original = "oxygen", .replacement = "oxygon"};
+    EXPECT_TRUE(store().learn(same, {}).empty());
+    EXPECT_EQ(store().learningStatus(), "This correction is already saved.");
+    EXPECT_TRUE(store().learn(different, {}).empty());
+    EXPECT_EQ(store().learningStatus(), existing);
+    store().setLearningStatus("");
+    store().setEnabled(rule.id, false);
+    EXPECT_TRUE(store().learn(same, {}).empty());
+    EXPECT_EQ(store().learningStatus(), existing);
+
+    store().setLearnsAutomatically(false);
+    store().remove(rule.id);
+    EXPECT_TRUE(store().learn(different, {}).empty());
+    EXPECT_EQ(list(), "");
+}
+
+TEST_F(CorrectionStoreTest, TheSwitchIsKeptAndAWrongTypeReadsAsOn) {
+    EXPECT_TRUE(store().learnsAutomatically());
+    int changed = 0;
+    store().onLearningChanged = [&] { changed += store().learnsAutomatically() ? 10 : 1; };
+    store().setLearnsAutomatically(false);
+    EXPECT_EQ(changed, 1);
+    EXPECT_FALSE(CorrectionStore(defaults, clock).learnsAutomatically());
+    defaults.setString("learnCorrectionsAutomatically", "no");
+    EXPECT_TRUE(CorrectionStore(defaults, clock).learnsAutomatically());
+}
+
+TEST_F(CorrectionStoreTest, TheBrandRulesComeOnceAndFindTheWordInGreek) {
+    const auto brand = tarnelCorrections({});
+    ASSERT_EQ(brand.size(), 2u);
+    EXPECT_NE(TextCorrection::matchKey(brand[0].original),
+              TextCorrection::matchKey(brand[1].original));
+    EXPECT_EQ(TextCorrections(brand).apply("το ΤΆΝΕΛ, και δα\u0301νελ. Τάνελα;"),
+              "το tarnel, και tarnel. Τάνελα;");
+
+    const auto own = add("ΔΆΝΕΛ", "mine");
+    store().installTarnelCorrectionsIfNeeded();
+    EXPECT_EQ(list(), brand[0].original + ">tarnel;ΔΆΝΕΛ>mine;");
+    store().remove(brand[0].id);
+    store().installTarnelCorrectionsIfNeeded();
+    EXPECT_EQ(store().rules().rules(), std::vector{own}) << "what the user deleted stays away";
+
+    MemoryPreferences fresh;
+    CorrectionStore first(fresh, clock);
+    first.installTarnelCorrectionsIfNeeded();
+    ASSERT_EQ(first.rules().rules().size(), 3u);
+    EXPECT_EQ(first.rules().rules()[0].id, "6C67A4E1-35AB-43E6-AB6F-46D06D4DA217");
+    EXPECT_EQ(first.rules().rules()[1].id, "BC138878-2A27-42CA-B53B-062EB4548201");
+}
+
+TEST_F(CorrectionStoreTest, KeepsTheLast24LearningEventsAndForgivesABrokenLog) {
+    defaults.setBytes("correctionLearningDiagnostics", bytesOf(R"([{"code":"x"}])"));
+    EXPECT_TRUE(store().learningEvents().empty());
+    for (int i = 1; i <= 25; ++i) {
+        store().recordLearningEvent("code " + std::to_string(i), "Éditeur", {{"chars", i}});
+        clock.advance(100ms);
+    }
+    const auto events = CorrectionStore(defaults, clock).learningEvents();
+    ASSERT_EQ(events.size(), 24u);
+    EXPECT_EQ(events.front().code, "code 2");
+    EXPECT_EQ(events.back(),
+              (LearningEvent{{800'000'000.0 + 2.4}, "Éditeur", "code 25", {{"chars", 25}}}));
+}
+
+}  // namespace
+}  // namespace quorvi::test
