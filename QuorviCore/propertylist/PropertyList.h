@@ -34,6 +34,13 @@ struct PropertyList {
     using Value = std::variant<Null, bool, std::int64_t, WideInteger, double, Date, Bytes,
                                std::string, Uid, Array, Dictionary>;
 
+    PropertyList(Value v);
+    PropertyList(const PropertyList&);
+    PropertyList(PropertyList&&) noexcept;
+    PropertyList& operator=(const PropertyList&);
+    PropertyList& operator=(PropertyList&&) noexcept;
+    ~PropertyList();
+
     // A string is UTF-8. A lone UTF-16 surrogate of a file, which no UTF-8 can hold, is kept as the
     // three bytes that its code point would have.
     Value value;

@@ -177,8 +177,4 @@ std::string PropertyList::toBinary() const {
     return Writer().write(*this);
 }
 
-bool operator==(const PropertyList& a, const PropertyList& b) {
-    return a.value == b.value;
-}
-
 }  // namespace quorvi
