@@ -20,9 +20,9 @@ struct AppModel::SyncedSetting {
                                std::function<void(AppModel&, const T&)> set) {
         return {key,
                 [get = std::move(get)](const AppModel& model) -> std::optional<PreferenceValue> {
-                    auto current = get(model);
-                    if (!current) return std::nullopt;
-                    return PreferenceValue(std::in_place_type<T>, *std::move(current));
+                    std::optional<PreferenceValue> result;
+                    if (auto current = get(model)) result.emplace(*std::move(current));
+                    return result;
                 },
                 [set = std::move(set)](AppModel& model, const PreferenceValue& received) {
                     if (const auto* value = std::get_if<T>(&received)) set(model, *value);

@@ -346,6 +346,21 @@ TEST_F(PropertyListPreferencesTest, OfTwoProcessesAtOnceLoseNoKey) {
     }
 }
 
+TEST_F(PropertyListPreferencesTest, KeepTheirOwnNewerValueOverAnothersThatIsHeardOfLate) {
+    storeInFile({{"mode", {std::string("hold")}}});
+    Opened opened(file);
+    Opened other(file);
+    other.preferences.setString("mode", "other");
+    other.preferences.flush();
+    opened.preferences.setInteger("first write", 1);  // meets the other's value
+    ASSERT_TRUE(eventually([&] { return storedIn(file).contains("first write"); }));
+    opened.preferences.setString("mode", "own");
+    ASSERT_TRUE(
+        eventually([&] { return storedIn(file).at("mode") == PropertyList{std::string("own")}; }));
+    opened.preferences.flush();
+    EXPECT_EQ(opened.preferences.string("mode"), "own");
+}
+
 TEST(UserFolders, ComeFromTheEnvironmentAndIgnoreARelativePath) {
     ::setenv("HOME", "/home/somebody", 1);
     ::setenv("XDG_DATA_HOME", "/elsewhere/data", 1);
