@@ -13,11 +13,16 @@
 #include "Quorvi/app/QuitSignals.h"
 #include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/dictation/PreferenceKeys.h"
+#include "Quorvi/platform/linux/PosixFileStore.h"
+#include "Quorvi/platform/linux/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/UserFolders.h"
 #include "Quorvi/system/MemoryKeyStore.h"
-#include "Quorvi/system/MemoryPreferences.h"
 #include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/RecordingPanel.h"
 #include "Quorvi/ui/StatusItem.h"
+#include "QuorviCore/launch/LaunchPolicy.h"
 
 namespace quorvi {
 
@@ -28,11 +33,15 @@ using namespace std::chrono_literals;
 // How long quitting waits for the clipboard to be given back.
 constexpr auto quitPatience = 2s;
 
+constexpr auto preferencesFile = "preferences.plist";
+
 // The program, put together. Members are in the order of dependence.
 class Application {
 public:
     Application(QApplication& qt, const CommandLine& options, std::string apiKey)
         : qt_(qt), desktop_(scheduler_), printStages_(options.printStages) {
+        preferenceChanges_ = preferences_.onChange([this] { reportPreferences(); });
+        reportPreferences();
         model_ = std::make_unique<AppModel>(environment());
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
@@ -47,7 +56,11 @@ public:
         if (!apiKey.empty())
             tasks_.start([this, &apiKey](std::stop_token) { return keepKey(std::move(apiKey)); });
         modelChanged();
+        welcomeIsDue_ = noteLaunch();
     }
+
+    // Whether the user, who seems to be new, is to be shown how to begin.
+    bool welcomeIsDue() const { return welcomeIsDue_; }
 
     // Stops the work and leaves the event loop once the clipboard is in other hands.
     void quit() {
@@ -70,6 +83,21 @@ private:
         return environment;
     }
 
+    bool noteLaunch() {
+        const bool launchedBefore =
+            preferences_.boolean(preferenceKey::hasLaunched).value_or(false);
+        preferences_.setBoolean(preferenceKey::hasLaunched, true);
+        return LaunchPolicy::showWelcome(launchedBefore, model_->hasKey());
+    }
+
+    void reportPreferences() {
+        auto problem = preferences_.persistenceError().value_or("");
+        if (problem == preferencesProblem_) return;
+        preferencesProblem_ = std::move(problem);
+        if (!preferencesProblem_.empty())
+            std::fprintf(stderr, "quorvi: %s\n", preferencesProblem_.c_str());
+    }
+
     Task<void> keepKey(std::string apiKey) {
         auto saving = model_->saveKey(std::move(apiKey));
         if (!co_await saving)
@@ -82,6 +110,7 @@ private:
             auto pause = sleepFor(scheduler_, 5ms, stop);
             co_await pause;
         }
+        preferences_.flush();
         const auto folder = QCoreApplication::applicationDirPath().toStdString();
         auto leaving = desktop_.leaveClipboard(folder + "/quorvi-clipboard-keeper");
         co_await leaving;
@@ -102,7 +131,10 @@ private:
     QtScheduler scheduler_;
     LinuxDesktop desktop_;
     QtKeyMonitor localKeys_;
-    MemoryPreferences preferences_;
+    PosixFileStore files_;
+    SerialExecutor preferencesDisk_{"preferences"};
+    PropertyListPreferences preferences_{files_, UserFolders::find().config / preferencesFile,
+                                         preferencesDisk_, scheduler_};
     MemoryKeyStore keyStore_;
     MemoryHistoryStore history_;
     CorrectionStore corrections_{preferences_, scheduler_};
@@ -113,7 +145,10 @@ private:
     std::unique_ptr<QuitSignals> quitSignals_;
     bool printStages_;
     bool quitting_ = false;
+    bool welcomeIsDue_ = false;
     std::string printed_;
+    std::string preferencesProblem_;
+    Subscription preferenceChanges_;
     Subscription changes_;
     Subscription permissions_;
     TaskScope tasks_{scheduler_};

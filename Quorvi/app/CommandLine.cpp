@@ -57,12 +57,14 @@ QString shortcutNames() {
 CommandLine CommandLine::parse() {
     const QCommandLineOption shortcut(
         QStringLiteral("shortcut"),
-        QStringLiteral("The global shortcut: %1. Option is Alt, Command is the Super key.")
+        QStringLiteral("Sets the global shortcut, from now on: %1. Option is Alt, Command is the "
+                       "Super key.")
             .arg(shortcutNames()),
         QStringLiteral("name"));
-    const QCommandLineOption mode(QStringLiteral("mode"),
-                                  QStringLiteral("\"hold\" to talk, or press to \"toggle\"."),
-                                  QStringLiteral("mode"));
+    const QCommandLineOption mode(
+        QStringLiteral("mode"),
+        QStringLiteral("Sets, from now on: \"hold\" to talk, or press to \"toggle\"."),
+        QStringLiteral("mode"));
     const QCommandLineOption stages(
         QStringLiteral("print-stages"),
         QStringLiteral("Print a line for each change of the dictation's stage. Never the text."));

@@ -7,7 +7,8 @@
 
 namespace quorvi {
 
-// What the command line asks for. Options that are given override stored preferences.
+// What the command line asks for. Options that are given change the stored
+// preferences, as the user does in Settings.
 struct CommandLine {
     std::optional<Hotkey> shortcut;
     std::optional<DictationMode> mode;

@@ -47,7 +47,7 @@ CorrectionStore::CorrectionStore(Preferences& defaults, Scheduler& clock)
 }
 
 void CorrectionStore::load() {
-    if (defaults_.isReadable() && !defaults_.contains(rulesKey)) {
+    if (defaults_.couldBeRead() && !defaults_.contains(rulesKey)) {
         persist({{.original = "Russet Miner",
                   .replacement = "russetmanor",
                   .updatedAt = clock_.date()}});

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Quorvi/dictation/PreferenceKeys.h"
+
 namespace quorvi {
 
 namespace {
@@ -9,17 +11,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr Duration permissionPollInterval = 2s;
-
-// Keys of the stored preferences.
-constexpr auto themeKey = "recordingTheme";
-constexpr auto startSoundKey = "startSoundStyle";
-constexpr auto stopSoundKey = "stopSoundStyle";
-constexpr auto soundCuesKey = "soundCuesEnabled";
-constexpr auto modeKey = "mode";
-constexpr auto modelKey = "model";
-constexpr auto vocabularyKey = "vocabulary";
-constexpr auto hotkeyKey = "hotkey";
-constexpr auto obsoleteLanguageKey = "language";
 
 // The stored value of an enumeration, `fallback` when it is absent or unknown.
 template <class T, class Parse>
@@ -74,23 +65,24 @@ AppModel::~AppModel() {
 
 void AppModel::readPreferences() {
     auto& preferences = environment_.preferences;
-    recordingTheme_ =
-        stored(preferences, themeKey, recordingThemeFromRawValue, RecordingTheme::glass);
-    startSoundStyle_ = stored(preferences, startSoundKey, recordingSoundStyleFromRawValue,
-                              RecordingSoundStyle::classic);
-    stopSoundStyle_ = stored(preferences, stopSoundKey, recordingSoundStyleFromRawValue,
-                             RecordingSoundStyle::classic);
-    soundCuesEnabled_ = preferences.boolean(soundCuesKey).value_or(true);
-    transcriptionModel_ = stored(preferences, modelKey, transcriptionModelFromRawValue,
+    recordingTheme_ = stored(preferences, preferenceKey::recordingTheme, recordingThemeFromRawValue,
+                             RecordingTheme::glass);
+    startSoundStyle_ = stored(preferences, preferenceKey::startSoundStyle,
+                              recordingSoundStyleFromRawValue, RecordingSoundStyle::classic);
+    stopSoundStyle_ = stored(preferences, preferenceKey::stopSoundStyle,
+                             recordingSoundStyleFromRawValue, RecordingSoundStyle::classic);
+    soundCuesEnabled_ = preferences.boolean(preferenceKey::soundCuesEnabled).value_or(true);
+    transcriptionModel_ = stored(preferences, preferenceKey::model, transcriptionModelFromRawValue,
                                  TranscriptionModel::transcribe);
-    vocabulary_ = preferences.string(vocabularyKey).value_or("");
-    preferences.remove(obsoleteLanguageKey);
+    vocabulary_ = preferences.string(preferenceKey::vocabulary).value_or("");
+    preferences.remove(preferenceKey::obsoleteLanguage);
 
     std::optional<Hotkey> shortcut;
-    if (const auto json = preferences.bytes(hotkeyKey))
+    if (const auto json = preferences.bytes(preferenceKey::hotkey))
         shortcut = Hotkey::fromJson(std::string(json->begin(), json->end()));
     hotkey_.setShortcut(shortcut.value_or(Hotkey::rightOption));
-    hotkey_.setMode(stored(preferences, modeKey, dictationModeFromRawValue, DictationMode::hold));
+    hotkey_.setMode(
+        stored(preferences, preferenceKey::mode, dictationModeFromRawValue, DictationMode::hold));
 }
 
 void AppModel::wireCallbacks() {
@@ -119,7 +111,7 @@ void AppModel::wireCallbacks() {
 void AppModel::setMode(DictationMode mode) {
     if (mode == hotkey_.mode()) return;
     hotkey_.setMode(mode);
-    environment_.preferences.setString(modeKey, std::string(rawValue(mode)));
+    environment_.preferences.setString(preferenceKey::mode, std::string(rawValue(mode)));
     changed();
 }
 
@@ -127,39 +119,40 @@ void AppModel::setShortcut(Hotkey shortcut) {
     if (shortcut == hotkey_.shortcut()) return;
     const auto json = shortcut.toJson();
     hotkey_.setShortcut(std::move(shortcut));
-    environment_.preferences.setBytes(hotkeyKey, Bytes(json.begin(), json.end()));
+    environment_.preferences.setBytes(preferenceKey::hotkey, Bytes(json.begin(), json.end()));
     changed();
 }
 
 void AppModel::setTranscriptionModel(TranscriptionModel model) {
     if (model == transcriptionModel_) return;
-    environment_.preferences.setString(modelKey, std::string(rawValue(model)));
+    environment_.preferences.setString(preferenceKey::model, std::string(rawValue(model)));
     set(transcriptionModel_, model);
 }
 
 void AppModel::setVocabulary(std::string vocabulary) {
     if (vocabulary == vocabulary_) return;
-    environment_.preferences.setString(vocabularyKey, vocabulary);
+    environment_.preferences.setString(preferenceKey::vocabulary, vocabulary);
     set(vocabulary_, std::move(vocabulary));
 }
 
 void AppModel::setRecordingTheme(RecordingTheme theme) {
     if (theme == recordingTheme_) return;
-    environment_.preferences.setString(themeKey, std::string(rawValue(theme)));
+    environment_.preferences.setString(preferenceKey::recordingTheme, std::string(rawValue(theme)));
     set(recordingTheme_, theme);
 }
 
 void AppModel::setSoundStyle(RecordingCue cue, RecordingSoundStyle style) {
     if (style == soundStyle(cue)) return;
     const bool isStart = cue == RecordingCue::start;
-    environment_.preferences.setString(isStart ? startSoundKey : stopSoundKey,
-                                       std::string(rawValue(style)));
+    environment_.preferences.setString(
+        isStart ? preferenceKey::startSoundStyle : preferenceKey::stopSoundStyle,
+        std::string(rawValue(style)));
     set(isStart ? startSoundStyle_ : stopSoundStyle_, style);
 }
 
 void AppModel::setSoundCuesEnabled(bool enabled) {
     if (enabled == soundCuesEnabled_) return;
-    environment_.preferences.setBoolean(soundCuesKey, enabled);
+    environment_.preferences.setBoolean(preferenceKey::soundCuesEnabled, enabled);
     set(soundCuesEnabled_, enabled);
 }
 

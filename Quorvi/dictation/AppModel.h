@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Quorvi/corrections/CorrectionObserver.h"
 #include "Quorvi/corrections/CorrectionStore.h"
@@ -109,6 +111,13 @@ public:
     bool soundCuesEnabled() const { return soundCuesEnabled_; }
     void setSoundCuesEnabled(bool enabled);
 
+    // The settings that travel between the user's computers, and those that have come from another
+    // one. A received value that is missing, of another type or unknown is left out; the others
+    // change what differs from them, like a change of the user's.
+    using SyncSettings = std::map<std::string, PreferenceValue, std::less<>>;
+    SyncSettings syncSettings() const;
+    void applySyncSettings(const SyncSettings& settings);
+
     // One dictation. start() and finish() do nothing at the wrong time.
     void start();
     void finish();
@@ -169,7 +178,11 @@ private:
         std::vector<TextCorrection> appliedRules;
     };
 
+    struct SyncedSetting;
+
     void readPreferences();
+    static const std::vector<SyncedSetting>& syncedSettings();
+    void receiveVocabulary(const std::string& text);
     void wireCallbacks();
     void shortcutTransition(bool down);
     Task<void> begin(SessionID session, std::stop_token stop);

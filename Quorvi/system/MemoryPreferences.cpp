@@ -41,7 +41,7 @@ void MemoryPreferences::setBytes(std::string_view key, Bytes value) {
     set(key, std::move(value));
 }
 
-void MemoryPreferences::set(std::string_view key, Value value) {
+void MemoryPreferences::set(std::string_view key, PreferenceValue value) {
     const auto found = values_.find(key);
     if (found == values_.end()) {
         values_.emplace(key, std::move(value));

@@ -2,9 +2,9 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "Quorvi/platform/Preferences.h"
 
@@ -26,17 +26,23 @@ public:
     void setBytes(std::string_view key, Bytes value) override;
     void remove(std::string_view key) override;
 
+    bool couldBeRead() const override { return couldBeRead_; }
+    std::optional<std::string> persistenceError() const override { return std::nullopt; }
+    void flush() override {}
+
+    // As if there were stored values that can't be read.
+    void setCouldBeRead(bool could) { couldBeRead_ = could; }
+
     // Setting a value that is already there is no change.
     [[nodiscard]] Subscription onChange(std::function<void()> observer) override;
 
 private:
-    using Value = std::variant<std::string, bool, std::int64_t, Bytes>;
-
     template <class T>
     std::optional<T> find(std::string_view key) const;
-    void set(std::string_view key, Value value);
+    void set(std::string_view key, PreferenceValue value);
 
-    std::map<std::string, Value, std::less<>> values_;
+    std::map<std::string, PreferenceValue, std::less<>> values_;
+    bool couldBeRead_ = true;
     Observable changes_;
 };
 

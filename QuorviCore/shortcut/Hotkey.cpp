@@ -119,6 +119,21 @@ std::string Hotkey::toJson() const {
     return {buffer.GetString(), buffer.GetSize()};
 }
 
+std::optional<std::string> Hotkey::toCanonicalJson() const {
+    if (!text::isValidUtf8(label)) return std::nullopt;
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    writer.StartObject();
+    writer.Key("keyCode");
+    writer.Uint(keyCode);
+    writer.Key("label");
+    writer.String(label.data(), static_cast<rapidjson::SizeType>(label.size()));
+    writer.Key("modifiers");
+    writer.Uint64(modifiers);
+    writer.EndObject();
+    return std::string(buffer.GetString(), buffer.GetSize());
+}
+
 std::optional<Hotkey> Hotkey::fromJson(std::string_view json) {
     rapidjson::Document document;
     document.Parse<rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag>(

@@ -77,6 +77,9 @@ struct Hotkey {
     // The stored form: an object with exactly "keyCode", "modifiers" and "label". Decoding yields
     // nothing when a key is missing or of another type.
     std::string toJson() const;
+    // The same with sorted keys, so that equal shortcuts give equal bytes on every computer;
+    // nothing when the label is not well-formed.
+    std::optional<std::string> toCanonicalJson() const;
     static std::optional<Hotkey> fromJson(std::string_view json);
 
     bool operator==(const Hotkey&) const = default;

@@ -28,7 +28,7 @@ Bytes bytesOf(std::string_view s) {
 }
 
 struct UnreadablePreferences : MemoryPreferences {
-    bool isReadable() const override { return false; }
+    bool couldBeRead() const override { return false; }
 };
 
 class CorrectionStoreTest : public testing::Test {

@@ -2,6 +2,7 @@
 
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
+#include "tests/support/PreferencesContract.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {
@@ -26,22 +27,17 @@ TEST(MemoryKeyStore, KeepsAKeyWithoutTheWhiteSpaceAroundItAndRefusesAnyInside) {
     EXPECT_FALSE(store.hasKey());
 }
 
-TEST(MemoryPreferences, TellObserversOfEachChangeAndReadAnotherTypeAsAbsent) {
-    MemoryPreferences preferences;
-    int told = 0;
-    const auto subscription = preferences.onChange([&] { ++told; });
-    preferences.setInteger("days", 30);
-    preferences.setInteger("days", 30);
-    preferences.remove("months");
-    EXPECT_EQ(told, 1);
-    EXPECT_EQ(preferences.boolean("days"), std::nullopt);
-    EXPECT_EQ(preferences.string("days"), std::nullopt);
-    preferences.setString("days", "many");
-    EXPECT_EQ(preferences.integer("days"), std::nullopt);
-    preferences.remove("days");
-    EXPECT_EQ(told, 3);
-    EXPECT_FALSE(preferences.contains("days"));
-}
+class MemoryRig {
+public:
+    Preferences& preferences() { return preferences_; }
+    void reopen() {}
+
+private:
+    MemoryPreferences preferences_;
+};
 
 }  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(InMemory, PreferencesContract, MemoryRig);
+
 }  // namespace quorvi::test

@@ -5,8 +5,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
+#include <string>
 #include <system_error>
+
+#include "Quorvi/platform/linux/PrivateFolder.h"
 
 namespace quorvi {
 
@@ -34,10 +38,16 @@ private:
     int value_;
 };
 
+// What a draft's name begins with.
+std::string draftPrefix(const std::filesystem::path& file) {
+    return "." + file.filename().string() + ".draft-";
+}
+
 // A file with a name of its own that is gone again unless it was given its final name.
 class Draft {
 public:
-    explicit Draft(const std::filesystem::path& beside) : path_(beside.string() + ".XXXXXX") {
+    explicit Draft(const std::filesystem::path& file)
+        : path_(file.parent_path() / (draftPrefix(file) + "XXXXXX")) {
         descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
         if (descriptor_ < 0) fail("create", path_);
     }
@@ -70,23 +80,38 @@ private:
     int descriptor_;
 };
 
-void makeFolder(const std::filesystem::path& folder) {
-    if (::mkdir(folder.c_str(), folderMode) != 0 && errno == ENOENT && folder.has_parent_path() &&
-        folder.parent_path() != folder) {
-        makeFolder(folder.parent_path());
-        if (::mkdir(folder.c_str(), folderMode) != 0 && errno != EEXIST) fail("mkdir", folder);
-    }
-}
-
-// A second name for the present content, put in the place of an older generation's in one step.
-void keepPrevious(const std::filesystem::path& file, const std::filesystem::path& previous) {
+// A second name for the present content, put in the place of an older generation's in one step. A
+// file system without second names gets a copy.
+void keepPrevious(const std::filesystem::path& file, const std::filesystem::path& previous,
+                  PosixFileStore& store) {
     const auto link = previous.string() + ".link";
     ::unlink(link.c_str());
     if (::link(file.c_str(), link.c_str()) != 0) {
         if (errno == ENOENT) return;  // the first generation has no previous one
-        fail("link", link);
+        if (errno != EPERM && errno != EOPNOTSUPP && errno != EMLINK) fail("link", link);
+        Draft copy(previous);
+        copy.write(store.read(file).value_or(""));
+        copy.sync();
+        copy.moveTo(previous);
+        return;
     }
     if (::rename(link.c_str(), previous.c_str()) != 0) fail("rename", previous);
+    ::unlink(link.c_str());  // still there when both were names of one file
+}
+
+// Removes what programs that died in the middle of writing have left. Nobody writes for as long as
+// an hour.
+void sweepDrafts(const std::filesystem::path& file) {
+    const auto prefix = draftPrefix(file);
+    const auto before = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::error_code error;
+    auto entry = std::filesystem::directory_iterator(file.parent_path(), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        if (!entry->path().filename().string().starts_with(prefix)) continue;
+        std::error_code gone;
+        const auto written = entry->last_write_time(gone);
+        if (!gone && written < before) std::filesystem::remove(entry->path(), gone);
+    }
 }
 
 std::filesystem::path resolved(const std::filesystem::path& file) {
@@ -98,13 +123,16 @@ std::filesystem::path resolved(const std::filesystem::path& file) {
 }  // namespace
 
 std::optional<std::string> PosixFileStore::read(const std::filesystem::path& file) {
-    const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    // A named pipe would block open() for ever.
+    const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (descriptor.get() < 0) {
         if (errno == ENOENT) return std::nullopt;
         fail("open", file);
     }
     struct stat status {};
     if (::fstat(descriptor.get(), &status) != 0) fail("stat", file);
+    if (!S_ISREG(status.st_mode))
+        throw std::system_error(std::make_error_code(std::errc::invalid_argument), file.string());
     std::string content(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t size = 0;
     for (;;) {
@@ -124,7 +152,7 @@ void PosixFileStore::replace(const std::filesystem::path& name,
                              const std::filesystem::path& previous) {
     const auto file = resolved(name);
     const auto folder = file.parent_path();
-    makeFolder(folder);
+    makePrivateFolder(folder);
     const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory.get() < 0) fail("open", folder);
     if (::fchmod(directory.get(), folderMode) != 0) fail("chmod", folder);
@@ -132,9 +160,10 @@ void PosixFileStore::replace(const std::filesystem::path& name,
     Draft draft(file);
     for (const auto part : parts) draft.write(part);
     draft.sync();
-    if (!previous.empty()) keepPrevious(file, folder / previous.filename());
+    if (!previous.empty()) keepPrevious(file, folder / previous.filename(), *this);
     draft.moveTo(file);
     if (::fsync(directory.get()) != 0) fail("fsync", folder);
+    sweepDrafts(file);
 }
 
 }  // namespace quorvi

@@ -1,0 +1,71 @@
+// A change of a preference as the main thread sees it, against writing the file on the spot, and
+// the start with a full file.
+
+#include <filesystem>
+
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/PosixFileStore.h"
+#include "Quorvi/platform/linux/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "bench/Figure.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::bench {
+namespace {
+
+constexpr int settings = 20;
+constexpr std::size_t rulesSize = 400'000;  // about 2,000 rules
+
+struct Opened {
+    explicit Opened(const std::filesystem::path& file) : preferences(files, file, disk, loop) {}
+    PosixFileStore files;
+    LoopScheduler loop;
+    SerialExecutor disk{"disk"};
+    PropertyListPreferences preferences;
+};
+
+void measure() {
+    const test::TestFolder folder;
+    const auto file = folder.path() / "Quorvi" / "preferences.plist";
+    {
+        Opened opened(file);
+        for (int i = 0; i < settings; ++i)
+            opened.preferences.setInteger("setting " + std::to_string(i), i);
+        opened.preferences.setBytes("rules", Bytes(rulesSize, 'x'));
+        opened.preferences.flush();
+    }
+
+    std::vector<double> opening;
+    for (int i = 0; i < 21; ++i) {
+        const double start = millisecondsNow();
+        const Opened opened(file);
+        opening.push_back(millisecondsNow() - start);
+    }
+
+    Opened opened(file);
+    const std::string content = test::contentOf(file);
+    const std::string_view parts[]{content};
+    std::vector<double> setting, durable, writing;
+    for (int i = 0; i < 200; ++i) {
+        double start = millisecondsNow();
+        opened.preferences.setString("vocabulary", "word " + std::to_string(i));
+        setting.push_back(millisecondsNow() - start);
+        opened.preferences.flush();
+        durable.push_back(millisecondsNow() - start);
+
+        start = millisecondsNow();
+        opened.files.replace(folder.path() / "literal" / "preferences.plist", parts);
+        writing.push_back(millisecondsNow() - start);
+    }
+    figure("preference_write", median(setting), "ms", median(writing));
+    figure("preference_write_p99", percentile(setting, 0.99), "ms", percentile(writing, 0.99));
+    figure("preference_durable", median(durable), "ms", median(writing));
+    figure("preferences_open", median(opening), "ms");
+}
+
+}  // namespace
+}  // namespace quorvi::bench
+
+int main() {
+    quorvi::bench::measure();
+}

@@ -1,0 +1,102 @@
+#include "Quorvi/platform/linux/PosixFileStore.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <chrono>
+#include <set>
+
+#include "tests/support/FullDisk.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PosixFileStoreTest : public testing::Test {
+protected:
+    void replace(const fs::path& name, std::string_view content, const fs::path& previous = {}) {
+        const std::array parts{content.substr(0, 1), content.substr(1)};
+        store.replace(name, parts, previous);
+    }
+    static unsigned mode(const fs::path& path) {
+        struct stat status {};
+        EXPECT_EQ(::lstat(path.c_str(), &status), 0) << path;
+        return status.st_mode & 07777;
+    }
+    std::set<std::string> names() const {
+        std::set<std::string> result;
+        for (const auto& entry : fs::directory_iterator(folder))
+            result.insert(entry.path().filename());
+        return result;
+    }
+
+    const TestFolder parent;
+    const fs::path folder = parent.path() / "a" / "b";
+    const fs::path file = folder / "file";
+    PosixFileStore store;
+};
+
+TEST_F(PosixFileStoreTest, KeepsTwoGenerationsThatOnlyTheUserMayRead) {
+    EXPECT_EQ(store.read(file), std::nullopt);
+    const auto mask = ::umask(0);
+    for (const auto* content : {"first", "second", "third", "third"})
+        replace(file, content, "file.previous");
+    ::umask(mask);
+    EXPECT_EQ(store.read(file), "third");
+    EXPECT_EQ(store.read(folder / "file.previous"), "third");
+    replace(file, "last", "file.previous");
+    EXPECT_EQ(store.read(folder / "file.previous"), "third");
+    EXPECT_EQ(names(), (std::set<std::string>{"file", "file.previous"}));
+    for (const auto& path : {file, folder / "file.previous"}) EXPECT_EQ(mode(path), 0600U) << path;
+    for (const auto& path : {folder, folder.parent_path()}) EXPECT_EQ(mode(path), 0700U) << path;
+}
+
+TEST_F(PosixFileStoreTest, FollowsALinkToWhereTheUserKeepsTheFile) {
+    replace(folder / "real", "old");
+    const auto link = parent.path() / "link";
+    fs::create_symlink(folder / "real", link);
+    replace(link, "new", "real.previous");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(contentOf(folder / "real"), "new");
+    EXPECT_EQ(contentOf(folder / "real.previous"), "old");
+}
+
+TEST_F(PosixFileStoreTest, LeavesTheOldContentAndNoLitterWhenTheDiskIsFull) {
+    replace(file, "old", "file.previous");
+    {
+        const FullDisk full;
+        EXPECT_THROW(replace(file, std::string(100'000, 'x'), "file.previous"), std::system_error);
+    }
+    EXPECT_EQ(store.read(file), "old");
+    EXPECT_EQ(names(), (std::set<std::string>{"file"}));
+    replace(file, std::string(100'000, 'x'));
+    EXPECT_EQ(fs::file_size(file), 100'000U);
+}
+
+TEST_F(PosixFileStoreTest, SweepsOnlyWhatADeadWriterHasLeftLongAgo) {
+    replace(file, "old");
+    for (const auto* name : {".file.draft-aaaaaa", ".file.draft-bbbbbb", "file.backup"}) {
+        std::ofstream(folder / name) << "half";
+        if (std::string_view(name) != ".file.draft-bbbbbb")
+            fs::last_write_time(folder / name,
+                                fs::file_time_type::clock::now() - std::chrono::hours(2));
+    }
+    replace(file, "new");
+    EXPECT_EQ(names(), (std::set<std::string>{"file", "file.backup", ".file.draft-bbbbbb"}));
+}
+
+TEST_F(PosixFileStoreTest, RefusesWhatIsNoFile) {
+    fs::create_directories(folder / "folder");
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const auto* name : {"folder", "pipe", "pipe/file"})
+        EXPECT_THROW(store.read(folder / name), std::system_error) << name;
+    EXPECT_THROW(replace(folder / "folder", "content"), std::system_error);
+    EXPECT_THROW(replace(folder / "pipe/file", "content"), std::system_error);
+    EXPECT_EQ(names(), (std::set<std::string>{"folder", "pipe"}));
+}
+
+}  // namespace
+}  // namespace quorvi::test
