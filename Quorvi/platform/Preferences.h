@@ -14,8 +14,8 @@ namespace quorvi {
 // A value of one of the types that preferences are kept in.
 using PreferenceValue = std::variant<std::string, bool, std::int64_t, Bytes>;
 
-// The user's preferences: typed values under string keys. A value of another type reads as absent.
-// Main thread; nothing but flush() blocks.
+// The user's preferences: typed values under keys, which are well-formed UTF-8. A value of another
+// type reads as absent. Main thread; nothing but flush() blocks.
 class Preferences {
 public:
     virtual ~Preferences() = default;

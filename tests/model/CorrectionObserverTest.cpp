@@ -217,8 +217,10 @@ TEST(CorrectionObserver, WhatTheUserDoesDecidesWhatIsLearned) {
              d.clock.advance(2s);
              d.edit("call the oxygon team");
              d.clock.advance(3s);
+             d.edit("");
+             d.clock.advance(2s);
          },
-         "started temporarilyEmpty edited saved", "oxygen>oxygon;", saved, false},
+         "started temporarilyEmpty edited saved temporarilyEmpty", "oxygen>oxygon;", saved, false},
         {"cleared after a success, which stays what is shown",
          [](Desk& d) {
              d.replace("oxygen", "oxygon");
@@ -283,7 +285,12 @@ TEST(CorrectionObserver, WhatTheUserDoesDecidesWhatIsLearned) {
          [](Desk& d) {
              d.replace("oxygen", "oxygon");
              d.clock.advance(1s);
+             d.executor.isHeld = true;
+             d.clock.advance(350ms);
              EXPECT_FALSE(d.observer->stop(false));
+             d.clock.settle();
+             EXPECT_TRUE(d.observer->isIdle()) << "the read that is under way counts no more";
+             d.executor.release();
              d.clock.advance(61s);
          },
          "started edited", "", watching, true},
@@ -347,12 +354,14 @@ TEST(CorrectionObserver, ANewWatchEndsTheOldOneWithALastLookOfItsOwn) {
     Desk desk;
     desk.replace("oxygen", "oxygon");
     desk.executor.isHeld = true;
-    desk.clock.advance(400ms);  // a sample of the old watch waits for its read
+    desk.clock.advance(400ms);  // a sample of the old watch waits for its read, and so does another
+    const Running<void> stale(desk.observer->sample());
     const auto edited = desk.field;
     desk.start("and the hydrogen too");
     desk.field = edited;  // what the old reads will find, and the new watch's loop must not
     desk.executor.release();
     desk.clock.settle();
+    EXPECT_TRUE(stale.value());
     EXPECT_EQ(desk.codes(), "started started saved");
     EXPECT_EQ(desk.learned(), "oxygen>oxygon;");
     EXPECT_FALSE(desk.observer->isIdle()) << "the new watch is on";
@@ -422,13 +431,19 @@ TEST(CorrectionObserver, CanBeDestroyedWhileItReads) {
     }
 }
 
-TEST(CorrectionObserver, ACallbackOfTheStoreMayEndTheWatchThatLearned) {
-    Desk desk;
-    desk.store->onLearned = [&desk](const auto&) { desk.observer->stop(false); };
-    desk.replace("oxygen", "oxygon");
-    desk.clock.advance(1min);
-    EXPECT_EQ(desk.codes(), "started edited saved");
-    EXPECT_TRUE(desk.observer->isIdle());
+TEST(CorrectionObserver, ACallbackOfTheStoreMayEndTheWatchThatLearnedOrBeginAnother) {
+    for (const bool begins : {false, true}) {
+        Desk desk;
+        desk.store->onLearned = [&](const auto&) {
+            desk.observer->stop(false);
+            if (begins) desk.start("another text");
+        };
+        desk.clock.advance(58s);  // so that the pause and the minute end at the same sample
+        desk.replace("oxygen", "oxygon");
+        desk.clock.advance(2'300ms);
+        EXPECT_EQ(desk.learned(), "oxygen>oxygon;");
+        EXPECT_EQ(desk.observer->isIdle(), !begins);
+    }
 }
 
 TEST(CorrectionObserver, TheCallerMaySampleAndAReadThatThrowsIsAFieldThatCannotBeRead) {

@@ -188,8 +188,12 @@ TEST_F(DictationTest, AFixOfThePastedTextIsLearnedAndShown) {
     service.body = R"({"text":"hello wherever"})";
     paste();
     fix("Dear Hello whereever");
+    bool wasShown = false;
+    const auto changes =
+        model->onChange([&] { wasShown = wasShown || model->message() == "wherever → whereever"; });
     keyboard.press(f8);
     settle();
+    EXPECT_FALSE(wasShown);
     EXPECT_EQ(newest(), "whereever");
     EXPECT_EQ(model->stage(), Stage::recording);
     keyboard.release(f8);
