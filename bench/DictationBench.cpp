@@ -1,7 +1,9 @@
 // What the user waits for, in a private desktop with a real text editor (mousepad), sound server
 // and clipboard. The speech service answers at once, so its own time is not in the figures.
+#include <atomic>
 #include <cmath>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <memory>
 #include <numbers>
@@ -86,6 +88,36 @@ private:
     AudioInput& input_;
 };
 
+// Counts how often a field's text is asked for.
+class WatchedAccessibility : public Accessibility {
+public:
+    explicit WatchedAccessibility(Accessibility& accessibility) : accessibility_(accessibility) {}
+
+    bool isTrusted() const override { return accessibility_.isTrusted(); }
+    void requestTrust() override { accessibility_.requestTrust(); }
+    AXElement applicationElement(pid_t pid) override {
+        return accessibility_.applicationElement(pid);
+    }
+    AXElement systemWideElement() override { return accessibility_.systemWideElement(); }
+    std::optional<AXValue> attribute(const AXElement& element, std::string_view name,
+                                     Duration timeout) override {
+        if (name == "AXValue") ++reads;
+        return accessibility_.attribute(element, name, timeout);
+    }
+    bool setAttribute(const AXElement& element, std::string_view name, bool value,
+                      Duration timeout) override {
+        return accessibility_.setAttribute(element, name, value, timeout);
+    }
+    std::optional<pid_t> processIdentifier(const AXElement& element) override {
+        return accessibility_.processIdentifier(element);
+    }
+
+    std::atomic<int> reads{0};
+
+private:
+    Accessibility& accessibility_;
+};
+
 class Bench {
 public:
     Bench() : reader_(lookingGlass_) {
@@ -93,13 +125,14 @@ public:
         auto environment =
             desktop_.environment(localKeys_, preferences_, keyStore_, history_, corrections_);
         tap_.emplace(environment.tap);
+        accessibility_.emplace(environment.accessibility);
         input_.emplace(environment.audioInput);
         AppModel::Environment watched{environment.scheduler,
                                       environment.accessibilityQueries,
                                       environment.disk,
                                       *tap_,
                                       environment.poster,
-                                      environment.accessibility,
+                                      *accessibility_,
                                       environment.workspace,
                                       environment.pasteboard,
                                       *input_,
@@ -141,6 +174,7 @@ public:
         text.back() = 'j';  // the service's text has no space at its end
         for (int round = 0; round < 5; ++round) longToVisible.push_back(dictate(text).toVisible);
         for (int round = 0; round < 3; ++round) typed.push_back(type(text));
+        watch();
         figure("press_to_sample", median(toSample), "ms");
         figure("release_to_paste", median(toPaste), "ms");
         figure("release_to_visible", median(toVisible), "ms");
@@ -217,6 +251,20 @@ private:
         return times;
     }
 
+    // After a dictation the field is watched for the user's own edits.
+    void watch() {
+        dictate("the weather is nice today");
+        const int reads = accessibility_->reads;
+        const auto processor = std::clock();
+        const auto begin = millisecondsNow();
+        scheduler_.runFor(20s);
+        const double seconds = (millisecondsNow() - begin) / 1000;
+        figure("watching_cpu",
+               100 * static_cast<double>(std::clock() - processor) / CLOCKS_PER_SEC / seconds,
+               "percent");
+        figure("watching_reads", (accessibility_->reads - reads) / seconds, "per second");
+    }
+
     double type(const std::string& text) {
         emptyEditor();
         const auto begin = millisecondsNow();
@@ -235,6 +283,7 @@ private:
     NoAccountSync sync_;
     InstantService service_;
     std::optional<WatchedTap> tap_;
+    std::optional<WatchedAccessibility> accessibility_;
     std::optional<WatchedInput> input_;
     std::unique_ptr<AppModel> model_;
 

@@ -77,6 +77,16 @@ const std::vector<AppModel::SyncedSetting>& AppModel::syncedSettings() {
                 if (auto shortcut = Hotkey::fromJson(std::string(json.begin(), json.end())))
                     model.setShortcut(*std::move(shortcut));
             }),
+        Setting::value<bool>(
+            preferenceKey::learnCorrectionsAutomatically,
+            [](const AppModel& model) {
+                return model.environment_.corrections.learnsAutomatically();
+            },
+            [](AppModel& model, bool learns) {
+                auto& corrections = model.environment_.corrections;
+                if (learns != corrections.learnsAutomatically())
+                    corrections.setLearnsAutomatically(learns);
+            }),
     };
     return settings;
 }

@@ -13,6 +13,7 @@ inline constexpr std::string_view mode = "mode";
 inline constexpr std::string_view model = "model";
 inline constexpr std::string_view vocabulary = "vocabulary";
 inline constexpr std::string_view hotkey = "hotkey";
+inline constexpr std::string_view learnCorrectionsAutomatically = "learnCorrectionsAutomatically";
 inline constexpr std::string_view hasLaunched = "hasLaunchedQuorvi";
 inline constexpr std::string_view obsoleteLanguage = "language";  // removed wherever it is found
 

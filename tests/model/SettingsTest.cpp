@@ -22,6 +22,7 @@ const Settings chosen{
     {"model", text("gpt-4o-mini-transcribe")},
     {"vocabulary", text("Quorvi, Ωμέγα")},
     {"hotkey", asBytes(R"({"keyCode":44,"label":"⌃/","modifiers":262144})")},
+    {"learnCorrectionsAutomatically", false},
 };
 
 using SettingsTest = DictationTest;
