@@ -104,7 +104,7 @@ TEST_F(SecretServiceKeychainTest, KeepsTheSynchronisedCopyApartFromTheLocalItem)
 }
 
 TEST_F(SecretServiceKeychainTest, OnlyAReadAsksTheUserToUnlock) {
-    keyring.startPrompter();
+    keyring.allowPrompter();
     EXPECT_EQ(program.save("sk-key"), "done");
     keyring.lock();
     EXPECT_TRUE(program.comesToHaveKey(false));
@@ -138,7 +138,7 @@ TEST_F(SecretServiceKeychainTest, AKeyringThatStaysLockedLosesNothing) {
     EXPECT_EQ(program.remove(), "Could not remove the iCloud Keychain copy (-128).");
     EXPECT_EQ(program.preferences.boolean("syncAPIKey"), true);
 
-    keyring.startPrompter();
+    keyring.allowPrompter();
     const Running<void> changing(program.store->setSyncEnabled(false));
     Keyring::answer(Keyring::password);
     EXPECT_TRUE(await(loop, changing));
@@ -146,8 +146,8 @@ TEST_F(SecretServiceKeychainTest, AKeyringThatStaysLockedLosesNothing) {
     EXPECT_EQ(program.item(local), "sk-synchronised");
 }
 
-TEST_F(SecretServiceKeychainTest, AQuestionEndsWithWhoeverAskedIt) {
-    keyring.startPrompter();
+TEST_F(SecretServiceKeychainTest, NobodyWaitsForTheUserLongerThanHeWantsTo) {
+    keyring.allowPrompter();
     EXPECT_EQ(program.save("sk-key"), "done");
     keyring.lock();
     std::stop_source stop;
@@ -156,18 +156,21 @@ TEST_F(SecretServiceKeychainTest, AQuestionEndsWithWhoeverAskedIt) {
     stop.request_stop();
     EXPECT_TRUE(await(loop, reading));
     EXPECT_TRUE(reading.cancelled());
-    EXPECT_TRUE(eventually([] { return !Keyring::isAsking(); }));
+    // The question is still there, and answering it is still good for something.
+    Keyring::answer(Keyring::password);
+    EXPECT_TRUE(program.comesToHaveKey(true));
+    EXPECT_EQ(program.read(), "sk-key");
 
+    keyring.lock();
     {
         const Running<void> saving(program.store->save("sk-other"));
         EXPECT_TRUE(until(loop, &Keyring::isAsking));
     }
-    program.store.reset();  // quitting
-    EXPECT_TRUE(eventually([] { return !Keyring::isAsking(); }));
+    program.store.reset();  // quitting doesn't wait
 }
 
 TEST_F(SecretServiceKeychainTest, FollowsAServiceThatEndsAndBeginsAnew) {
-    keyring.startPrompter();
+    keyring.allowPrompter();
     EXPECT_EQ(program.save("sk-key"), "done");
     keyring.lock();
     const Running<std::string> reading(program.store->read({}));

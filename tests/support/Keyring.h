@@ -27,7 +27,7 @@ private:
 };
 
 // GNOME's keyring with its files in a folder of the test's, on a bus on which nothing
-// starts by itself, and which is this process's session bus while the object lives.
+// else starts by itself, and which is this process's session bus while the object lives.
 class Keyring {
 public:
     enum class Begin { unlocked, locked };
@@ -35,9 +35,11 @@ public:
     static constexpr auto password = "open sesame";
 
     explicit Keyring(Begin begin = Begin::unlocked) {
+        std::filesystem::create_directory(folder_.path() / "services");
         const auto configuration = folder_.write(
             "bus.conf", "<busconfig><type>session</type><listen>unix:path=" + socket() +
-                            "</listen><policy context='default'><allow send_destination='*' "
+                            "</listen><servicedir>" + (folder_.path() / "services").string() +
+                            "</servicedir><policy context='default'><allow send_destination='*' "
                             "eavesdrop='true'/><allow eavesdrop='true'/><allow own='*'/></policy>"
                             "</busconfig>");
         bus_ = Process({"dbus-daemon", "--config-file=" + configuration, "--nofork", "--nosyslog"});
@@ -53,7 +55,7 @@ public:
         const std::string daemon = "exec gnome-keyring-daemon --foreground --components=secrets ";
         service_ = begin == Begin::unlocked
                        ? onBus({"sh", "-c",
-                                "echo '" + std::string(password) + "' | " + daemon + "--unlock"})
+                                "printf '" + std::string(password) + "' | " + daemon + "--unlock"})
                        : onBus({"sh", "-c", daemon + "--start"});
         if (!eventually([this] { return has("org.freedesktop.secrets"); }))
             throw std::runtime_error("The test's keyring did not come up.");
@@ -66,11 +68,13 @@ public:
              "['/org/freedesktop/secrets/collection/login']");
     }
 
-    // The program that asks the user for the password; without it every question is dismissed.
-    void startPrompter() {
-        prompter_ = onBus({"/usr/libexec/gcr-prompter"});
-        if (!eventually([this] { return has("org.gnome.keyring.SystemPrompter"); }))
-            throw std::runtime_error("The test's prompter did not come up.");
+    // From now on the program that asks the user for the password is there when it is needed;
+    // without it every question is dismissed.
+    void allowPrompter() {
+        folder_.write("services/prompter.service",
+                      "[D-BUS Service]\nName=org.gnome.keyring.SystemPrompter\n"
+                      "Exec=/usr/libexec/gcr-prompter\n");
+        call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig");
     }
     static bool isAsking() { return !windows().empty(); }
     // At the keyboard, once the window is there.
@@ -78,7 +82,11 @@ public:
         press("type --delay 30 '" + text + "'");
         press("key Return");
     }
-    static void dismiss() { press("key Escape"); }
+    static void dismiss() {
+        press("key Escape");
+        if (!eventually([] { return !isAsking(); }))
+            throw std::runtime_error("The question is still there.");
+    }
 
 private:
     std::string socket() const { return folder_.path() / "bus"; }
@@ -88,9 +96,11 @@ private:
                        {"XDG_RUNTIME_DIR=" + folder, "XDG_DATA_HOME=" + files().string()});
     }
     std::string call(const std::string& name, const std::string& path, const std::string& method,
-                     const std::string& argument) const {
-        auto program =
-            onBus({"gdbus", "call", "--session", "-d", name, "-o", path, "-m", method, argument});
+                     const std::string& argument = {}) const {
+        std::vector<std::string> command{"gdbus", "call", "--session", "-d",  name,
+                                         "-o",    path,   "-m",        method};
+        if (!argument.empty()) command.push_back(argument);
+        auto program = onBus(std::move(command));
         auto output = program.readAll();
         program.wait();
         return output;
@@ -110,7 +120,7 @@ private:
 
     TestFolder folder_;
     const SessionBus session_{"unix:path=" + socket()};
-    Process bus_, service_, prompter_;
+    Process bus_, service_;
 };
 
 }  // namespace quorvi::test

@@ -189,6 +189,8 @@ void Service::unlock(Operation& operation, const Paths& paths) {
 }
 
 // Shows the user what the service asks and waits for the answer; null when there is nothing to ask.
+// A stop ends the waiting and leaves the question with the user: GNOME's keyring, up to version 42
+// at least, aborts when it is told to dismiss one.
 Variant Service::prompt(Operation& operation, const std::string& path) {
     if (path == noObject) return nullptr;
     Answer answer;
@@ -196,17 +198,10 @@ Variant Service::prompt(Operation& operation, const std::string& path) {
                                path.c_str(), nullptr, &Answer::completed, answer);
     const Listening end(bus_.get(), busName, busName, "NameOwnerChanged", busPath, serviceName,
                         &Answer::ownerChanged, answer);
-    try {
-        call(operation, path, promptInterface, "Prompt", g_variant_new("(s)", ""), "()");
-        operation.waitUntil([&] {
-            return answer.isThere || answer.serviceEnded || g_dbus_connection_is_closed(bus_.get());
-        });
-    } catch (const Failure&) {
-        g_dbus_connection_call(bus_.get(), serviceName, path.c_str(), promptInterface, "Dismiss",
-                               nullptr, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr,
-                               nullptr, nullptr);
-        throw;
-    }
+    call(operation, path, promptInterface, "Prompt", g_variant_new("(s)", ""), "()");
+    operation.waitUntil([&] {
+        return answer.isThere || answer.serviceEnded || g_dbus_connection_is_closed(bus_.get());
+    });
     if (!answer.isThere) throw Failure{Status::ioError};
     if (answer.wasDismissed) throw Failure{Status::userCanceled};
     return std::move(answer.result);
