@@ -32,6 +32,11 @@ class Application {
 public:
     Application(QApplication& qt, const CommandLine& options, std::string apiKey)
         : qt_(qt), desktop_(scheduler_), printStages_(options.printStages) {
+        // A key that comes with the run stays with the run, which leaves no trace of it.
+        if (apiKey.empty())
+            keyStore_ = desktop_.keychainStore(preferences_);
+        else
+            keyStore_ = std::make_unique<MemoryKeyStore>();
         model_ = std::make_unique<AppModel>(environment());
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
@@ -42,6 +47,7 @@ public:
         model_->hideOverlay = [this] { panel_->hide(); };
         changes_ = model_->onChange([this] { modelChanged(); });
         permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
+        keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
         quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
         if (!apiKey.empty())
             tasks_.start([this, &apiKey](std::stop_token) { return keepKey(std::move(apiKey)); });
@@ -62,7 +68,7 @@ private:
     AppModel::Environment environment() {
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =
-            desktop_.environment(preferences_, keyStore_, history_, corrections_, observer_);
+            desktop_.environment(preferences_, *keyStore_, history_, corrections_, observer_);
         environment.accountSync = [this]() -> AccountSync& { return sync_; };
         environment.service =
             serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
@@ -101,7 +107,7 @@ private:
     QtScheduler scheduler_;
     LinuxDesktop desktop_;
     MemoryPreferences preferences_;
-    MemoryKeyStore keyStore_;
+    std::unique_ptr<KeyStore> keyStore_;
     MemoryHistoryStore history_;
     MemoryCorrectionStore corrections_;
     NoCorrectionObserver observer_;
@@ -115,6 +121,7 @@ private:
     std::string printed_;
     Subscription changes_;
     Subscription permissions_;
+    Subscription keyChanges_;
     TaskScope tasks_{scheduler_};
 };
 

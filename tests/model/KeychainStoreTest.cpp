@@ -2,11 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakeKeychain.h"
 #include "tests/fakes/VirtualScheduler.h"
+#include "tests/model/DictationFixture.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {
@@ -168,6 +167,16 @@ TEST_F(KeychainStoreTest, WhatIsAskedForTogetherIsDoneOneAfterAnother) {
     scheduler.settle();
     EXPECT_TRUE(switching.value() && saving.value());
     EXPECT_EQ(keychain.items, (Items{{false, "sk-2"}})) << "the copy was made again";
+}
+
+TEST_F(DictationTest, SaysWhatBecameOfTheKeysCopy) {
+    const Running<bool> off(model->setKeySync(false));
+    EXPECT_EQ(off.value(), true);
+    EXPECT_EQ(model->keyMessage(), "API key kept on this Mac; iCloud copy removed.");
+    const Running<bool> on(model->setKeySync(true));
+    EXPECT_EQ(on.value(), false);
+    EXPECT_EQ(model->keyMessage(),
+              "This API key is kept in memory only. Save a key in Settings to sync it.");
 }
 
 }  // namespace
