@@ -42,6 +42,11 @@ public:
         : qt_(qt), desktop_(scheduler_), printStages_(options.printStages) {
         preferenceChanges_ = preferences_.onChange([this] { reportPreferences(); });
         reportPreferences();
+        // A key that comes with the run stays with the run, which leaves no trace of it.
+        if (apiKey.empty())
+            keyStore_ = desktop_.keychainStore(preferences_);
+        else
+            keyStore_ = std::make_unique<MemoryKeyStore>();
         model_ = std::make_unique<AppModel>(environment());
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
@@ -52,6 +57,7 @@ public:
         model_->hideOverlay = [this] { panel_->hide(); };
         changes_ = model_->onChange([this] { modelChanged(); });
         permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
+        keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
         quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
         if (!apiKey.empty())
             tasks_.start([this, &apiKey](std::stop_token) { return keepKey(std::move(apiKey)); });
@@ -76,7 +82,7 @@ private:
     AppModel::Environment environment() {
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =
-            desktop_.environment(localKeys_, preferences_, keyStore_, history_, corrections_);
+            desktop_.environment(localKeys_, preferences_, *keyStore_, history_, corrections_);
         environment.accountSync = [this]() -> AccountSync& { return sync_; };
         environment.service =
             serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
@@ -135,7 +141,7 @@ private:
     SerialExecutor preferencesDisk_{"preferences"};
     PropertyListPreferences preferences_{files_, UserFolders::find().config / preferencesFile,
                                          preferencesDisk_, scheduler_};
-    MemoryKeyStore keyStore_;
+    std::unique_ptr<KeyStore> keyStore_;
     MemoryHistoryStore history_;
     CorrectionStore corrections_{preferences_, scheduler_};
     NoAccountSync sync_;
@@ -151,6 +157,7 @@ private:
     Subscription preferenceChanges_;
     Subscription changes_;
     Subscription permissions_;
+    Subscription keyChanges_;
     TaskScope tasks_{scheduler_};
 };
 

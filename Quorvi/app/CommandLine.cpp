@@ -14,7 +14,8 @@ namespace {
 constexpr auto description =
     "Dictation that works in every application: hold the shortcut, speak, let go.\n\n"
     "Environment:\n"
-    "  QUORVI_API_KEY   the key for the speech service\n"
+    "  QUORVI_API_KEY   the key for the speech service, for this run only: it is kept in memory,\n"
+    "                   and the keyring's own key is left alone\n"
     "  QUORVI_SERVICE   its address, when it is not the OpenAI API: https://host[:port],\n"
     "                   or http:// for this machine itself\n\n"
     "Exit status: 0 after Quit or when Quorvi is running already, 1 without a display, 2 for a\n"

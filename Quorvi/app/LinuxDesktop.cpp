@@ -10,6 +10,7 @@
 #include "Quorvi/platform/linux/PulseConnection.h"
 #include "Quorvi/platform/linux/PulsePermissions.h"
 #include "Quorvi/platform/linux/PulseSoundOutput.h"
+#include "Quorvi/platform/linux/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/platform/linux/X11Compositing.h"
 #include "Quorvi/platform/linux/X11InputSupport.h"
@@ -17,6 +18,7 @@
 #include "Quorvi/platform/linux/X11KeyEventTap.h"
 #include "Quorvi/platform/linux/X11Pasteboard.h"
 #include "Quorvi/platform/linux/X11Workspace.h"
+#include "Quorvi/system/KeychainStore.h"
 
 namespace quorvi {
 
@@ -68,6 +70,8 @@ struct LinuxDesktop::Adapters {
     PulsePermissions permissions;
     CurlTransport transport;
     Subscription microphoneChanges;
+    std::unique_ptr<SecretServiceKeychain> keychain;  // when it is used
+    SerialExecutor secrets{"secrets"};
     SerialExecutor probes{"probes"};
 };
 
@@ -95,6 +99,12 @@ Task<void> LinuxDesktop::leaveClipboard(std::string keeper) {
         auto pause = sleepFor(scheduler_, handoverStep, {});
         co_await pause;
     }
+}
+
+std::unique_ptr<KeyStore> LinuxDesktop::keychainStore(Preferences& preferences) {
+    auto& a = *adapters_;
+    a.keychain = std::make_unique<SecretServiceKeychain>(scheduler_);
+    return std::make_unique<KeychainStore>(*a.keychain, preferences, a.secrets, scheduler_);
 }
 
 bool LinuxDesktop::isComposited() {

@@ -21,6 +21,9 @@ public:
                                       KeyStore& keyStore, HistoryStore& history,
                                       CorrectionStore& corrections);
 
+    // Where the user's API key is kept, in the desktop's keychain. The desktop outlives it.
+    std::unique_ptr<KeyStore> keychainStore(Preferences& preferences);
+
     // Told when the desktop has granted or withdrawn something: accessibility, a microphone.
     [[nodiscard]] Subscription onPermissionsChanged(std::function<void()> observer) {
         return permissionsChanged_.subscribe(std::move(observer));

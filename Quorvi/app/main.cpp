@@ -1,3 +1,5 @@
+#include <sys/resource.h>
+
 #include <QApplication>
 #include <algorithm>
 #include <cstdio>
@@ -24,6 +26,14 @@ std::string takeFromEnvironment(const char* name) {
     return taken;
 }
 
+// A crash writes no memory to a file: the key may be in it.
+void writeNoCore() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_CORE, &limit) != 0) return;
+    limit.rlim_cur = 0;
+    setrlimit(RLIMIT_CORE, &limit);
+}
+
 // Whether the command line only asks for something to read, which needs no desktop.
 bool asksToRead(int argc, char** argv) {
     return std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
@@ -35,6 +45,7 @@ bool asksToRead(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    writeNoCore();
     auto apiKey = takeFromEnvironment("QUORVI_API_KEY");
     QCoreApplication::setApplicationName(QStringLiteral("Quorvi"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUORVI_VERSION));

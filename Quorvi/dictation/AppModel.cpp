@@ -218,6 +218,20 @@ Task<void> AppModel::removeKey() {
     changed();
 }
 
+Task<bool> AppModel::setKeySync(bool on) {
+    auto changing = environment_.keyStore.setSyncEnabled(on);
+    try {
+        co_await changing;
+    } catch (const std::exception& error) {
+        set(keyMessage_, std::string(error.what()));
+        co_return false;
+    }
+    set(keyMessage_, std::string(on ? "API key sync enabled. Turn on iCloud Passwords & Keychain on "
+                                      "your other Macs."
+                                    : "API key kept on this Mac; iCloud copy removed."));
+    co_return true;
+}
+
 void AppModel::previewSound(RecordingCue cue) {
     if (!isActive(stage_)) sounds_.play(cue, soundCuesEnabled_, soundStyle(cue));
 }

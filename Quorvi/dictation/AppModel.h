@@ -134,9 +134,11 @@ public:
     void requestMicrophone();
     void requestAccessibility();
 
-    // Stores or deletes the API key; the outcome is in keyMessage().
+    // Stores or deletes the API key, or its copy for the user's other machines; the outcome is in
+    // keyMessage(). True when it was done.
     Task<bool> saveKey(std::string key);
     Task<void> removeKey();
+    Task<bool> setKeySync(bool on);
 
     void previewSound(RecordingCue cue);
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <stop_token>
 #include <string>
 
+#include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/Task.h"
 
 namespace quorvi {
@@ -13,14 +15,20 @@ class KeyStore {
 public:
     virtual ~KeyStore() = default;
 
-    // Whether a key is stored, as last known; asks for a fresh look in the background. Never
-    // prompts the user.
+    // Whether a key is stored, as last known: costs nothing and never prompts the user.
     virtual bool hasKey() = 0;
 
     // Each throws QuorviError with the sentence to show.
     virtual Task<std::string> read(std::stop_token stop) = 0;
     virtual Task<void> save(std::string key) = 0;
     virtual Task<void> remove() = 0;
+
+    // Whether the key is kept as a copy too that travels to the user's other machines.
+    virtual Task<bool> syncEnabled() = 0;
+    virtual Task<void> setSyncEnabled(bool on) = 0;
+
+    // Told when hasKey() has changed, here or in another program.
+    [[nodiscard]] virtual Subscription onChange(std::function<void()> observer) = 0;
 };
 
 }  // namespace quorvi

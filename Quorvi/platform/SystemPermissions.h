@@ -5,7 +5,8 @@
 namespace quorvi {
 
 enum class MicrophoneAuthorization { notDetermined, denied, authorized };
-enum class PrivacyPane { microphone, accessibility };
+// A subject of the desktop's own settings.
+enum class PrivacyPane { microphone, accessibility, loginItems };
 
 // What the desktop lets this program do. Main thread; nothing blocks.
 class SystemPermissions {

@@ -27,11 +27,24 @@ Task<void> MemoryKeyStore::save(std::string key) {
     }
     wipe(key);
     if (!valid) throw QuorviError::message("Enter a valid API key without spaces.");
+    changes_.notify();
     co_return;
 }
 
 Task<void> MemoryKeyStore::remove() {
     wipe(key_);
+    changes_.notify();
+    co_return;
+}
+
+Task<bool> MemoryKeyStore::syncEnabled() {
+    co_return false;
+}
+
+Task<void> MemoryKeyStore::setSyncEnabled(bool on) {
+    if (on)
+        throw QuorviError::message(
+            "This API key is kept in memory only. Save a key in Settings to sync it.");
     co_return;
 }
 

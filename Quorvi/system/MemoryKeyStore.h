@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "Quorvi/platform/KeyStore.h"
 
@@ -21,9 +23,16 @@ public:
     // White space at both ends is dropped; what is left must be one word.
     Task<void> save(std::string key) override;
     Task<void> remove() override;
+    // There is nothing that would carry this key anywhere.
+    Task<bool> syncEnabled() override;
+    Task<void> setSyncEnabled(bool on) override;
+    [[nodiscard]] Subscription onChange(std::function<void()> observer) override {
+        return changes_.subscribe(std::move(observer));
+    }
 
 private:
     std::string key_;
+    Observable changes_;
 };
 
 }  // namespace quorvi

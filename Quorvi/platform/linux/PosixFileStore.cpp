@@ -155,7 +155,8 @@ void PosixFileStore::replace(const std::filesystem::path& name,
     makePrivateFolder(folder);
     const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory.get() < 0) fail("open", folder);
-    if (::fchmod(directory.get(), folderMode) != 0) fail("chmod", folder);
+    if (folder_ == Folder::ofTheUserAlone && ::fchmod(directory.get(), folderMode) != 0)
+        fail("chmod", folder);
 
     Draft draft(file);
     for (const auto part : parts) draft.write(part);

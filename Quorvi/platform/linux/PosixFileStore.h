@@ -9,9 +9,18 @@ namespace quorvi {
 // state; thread-safe.
 class PosixFileStore final : public FileStore {
 public:
+    // Whether a folder that is there already is closed to other users, or is one that the desktop's
+    // programs share and keeps its mode.
+    enum class Folder { ofTheUserAlone, asItIs };
+
+    explicit PosixFileStore(Folder folder = Folder::ofTheUserAlone) : folder_(folder) {}
+
     std::optional<std::string> read(const std::filesystem::path& file) override;
     void replace(const std::filesystem::path& file, std::span<const std::string_view> parts,
                  const std::filesystem::path& previous = {}) override;
+
+private:
+    const Folder folder_;
 };
 
 }  // namespace quorvi

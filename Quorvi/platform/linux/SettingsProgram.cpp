@@ -21,6 +21,7 @@ struct Program {
 
 constexpr auto microphone = PrivacyPane::microphone;
 constexpr auto accessibility = PrivacyPane::accessibility;
+constexpr auto loginItems = PrivacyPane::loginItems;
 
 // pavucontrol's fourth tab shows the input devices. It belongs to the desktops that have no sound
 // settings of their own, and it helps on every other one.
@@ -44,6 +45,17 @@ constexpr std::array programs{
     Program{accessibility, "X-Cinnamon", {"cinnamon-settings", "universal-access"}},
     Program{accessibility, "MATE", {"mate-at-properties"}},
     Program{accessibility, "XFCE", {"xfce4-accessibility-settings"}},
+    Program{loginItems, "GNOME", {"gnome-tweaks"}},
+    Program{loginItems, "GNOME", {"gnome-session-properties"}},
+    Program{loginItems, "Unity", {"gnome-session-properties"}},
+    Program{loginItems, "Budgie", {"budgie-desktop-settings"}},
+    Program{loginItems, "KDE", {"systemsettings", "kcm_autostart"}},
+    Program{loginItems, "KDE", {"systemsettings5", "kcm_autostart"}},
+    Program{loginItems, "KDE", {"kcmshell5", "kcm_autostart"}},
+    Program{loginItems, "X-Cinnamon", {"cinnamon-settings", "startup"}},
+    Program{loginItems, "MATE", {"mate-session-properties"}},
+    Program{loginItems, "LXQt", {"lxqt-config-session"}},
+    Program{loginItems, "XFCE", {"xfce4-session-settings"}},
 };
 
 std::vector<std::string> split(const std::string& list) {
@@ -51,17 +63,6 @@ std::vector<std::string> split(const std::string& list) {
     std::istringstream stream(list);
     for (std::string item; std::getline(stream, item, ':');) items.push_back(item);
     return items;
-}
-
-std::string find(const std::string& program, const std::string& searchPath) {
-    for (const auto& folder : split(searchPath)) {
-        if (!folder.starts_with('/')) continue;
-        const auto path = std::filesystem::path(folder) / program;
-        std::error_code ignored;
-        if (std::filesystem::is_regular_file(path, ignored) && ::access(path.c_str(), X_OK) == 0)
-            return path;
-    }
-    return {};
 }
 
 // A session of its own, so that the end of this program's session or terminal doesn't end it.
@@ -88,10 +89,22 @@ std::vector<std::vector<std::string>> settingsPrograms(PrivacyPane pane,
     return own;
 }
 
+std::string findProgram(const std::string& program, const std::string& searchPath) {
+    if (program.starts_with('/')) return program;
+    for (const auto& folder : split(searchPath)) {
+        if (!folder.starts_with('/')) continue;
+        const auto path = std::filesystem::path(folder) / program;
+        std::error_code ignored;
+        if (std::filesystem::is_regular_file(path, ignored) && ::access(path.c_str(), X_OK) == 0)
+            return path;
+    }
+    return {};
+}
+
 bool startFirst(const std::vector<std::vector<std::string>>& programs,
                 const std::string& searchPath) {
     for (auto command : programs) {
-        command[0] = find(command[0], searchPath);
+        command[0] = findProgram(command[0], searchPath);
         if (command[0].empty()) continue;
         std::vector<char*> arguments;
         for (auto& argument : command) arguments.push_back(argument.data());

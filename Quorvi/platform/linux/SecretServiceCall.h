@@ -1,0 +1,110 @@
+#pragma once
+
+// Included by the adapter's sources only: it brings GLib with it.
+#include <gio/gio.h>
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+
+#include "Quorvi/platform/Keychain.h"
+
+namespace quorvi::secrets {
+
+struct Release {
+    void operator()(gpointer object) const { g_object_unref(object); }
+    void operator()(GVariant* value) const { g_variant_unref(value); }
+    void operator()(GHashTable* table) const { g_hash_table_unref(table); }
+    void operator()(gchar* text) const { g_free(text); }
+    void operator()(gchar** texts) const { g_strfreev(texts); }
+};
+template <class T>
+using Held = std::unique_ptr<T, Release>;
+using Texts = std::unique_ptr<gchar*, Release>;
+using Variant = std::unique_ptr<GVariant, Release>;
+
+// A connection of our own: the shared one ends the process when the bus goes away.
+inline constexpr auto ownConnection = static_cast<GDBusConnectionFlags>(
+    G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+
+inline constexpr auto serviceName = "org.freedesktop.secrets";
+inline constexpr auto busName = "org.freedesktop.DBus";
+
+// Why an operation ended without success.
+struct Failure {
+    KeychainStatus status;
+};
+
+// What the service's, the bus's and the library's errors are reported as:
+//   userCanceled           the user dismissed the prompt, or the operation was stopped
+//   interactionNotAllowed  a locked collection
+//   itemNotFound           no such object
+//   duplicateItem          there is one already
+//   notAvailable           no bus, or nobody offers the service on it
+//   missingEntitlement     the bus's rules keep the service from this program
+//   ioError                the service ended, or did not answer, in the middle
+//   decode                 an answer that makes no sense
+//   internalComponent      anything else
+KeychainStatus statusOf(const GError& error);
+
+// The error of a call, which throws a Failure at the end of its statement if there is one:
+//     finish(result, Error())
+class Error {
+public:
+    Error() = default;
+    Error(const Error&) = delete;
+    Error& operator=(const Error&) = delete;
+    ~Error() noexcept(false);
+    operator GError**() { return &error_; }
+
+private:
+    GError* error_ = nullptr;
+};
+
+// One operation of the keychain, from its construction to its end on one thread. Its calls are
+// asynchronous ones in the keychain's context, so that a stop, which comes from another thread,
+// takes effect in this one, and the libraries see a single thread.
+class Operation {
+public:
+    Operation(GMainContext* context, std::stop_token stop);
+    ~Operation();
+    Operation(const Operation&) = delete;
+    Operation& operator=(const Operation&) = delete;
+
+    // Begins a call, `start(cancellable, callback, data)`, and returns its result once it is there.
+    template <class Start>
+    Held<GAsyncResult> await(Start start) {
+        start(cancellable_.get(), &Operation::answered, this);
+        return result();
+    }
+
+    // A method of an object on the bus, whose answer has the type. Throws Failure.
+    Variant call(GDBusConnection* bus, const char* name, const char* path, const char* interface,
+                 const char* method, GVariant* arguments, const char* answerType);
+
+    // Lets the context run until the condition holds. Throws Failure when the operation is stopped.
+    template <class Condition>
+    void waitUntil(Condition condition) {
+        while (!condition()) {
+            if (g_cancellable_is_cancelled(cancellable_.get()))
+                throw Failure{KeychainStatus::userCanceled};
+            g_main_context_iteration(context_, TRUE);
+        }
+    }
+
+private:
+    struct OnStop {
+        Operation& operation;
+        void operator()() const;
+    };
+
+    static void answered(GObject*, GAsyncResult* result, gpointer self);
+    Held<GAsyncResult> result();
+
+    GMainContext* const context_;
+    const Held<GCancellable> cancellable_{g_cancellable_new()};
+    Held<GAsyncResult> result_;
+    std::optional<std::stop_callback<OnStop>> onStop_;
+};
+
+}  // namespace quorvi::secrets

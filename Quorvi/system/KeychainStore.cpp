@@ -1,0 +1,263 @@
+#include "Quorvi/system/KeychainStore.h"
+
+#include <utility>
+
+#include "QuorviCore/async/Async.h"
+#include "QuorviCore/identity/BundleIdentifier.h"
+#include "QuorviCore/text/Text.h"
+#include "QuorviCore/transcription/QuorviError.h"
+
+namespace quorvi {
+
+namespace {
+
+using Status = KeychainStatus;
+
+constexpr auto syncKey = "syncAPIKey";
+
+QuorviError failure(const char* sentence, Status status) {
+    return QuorviError::message(std::string(sentence) + " (" +
+                                std::to_string(static_cast<std::int32_t>(status)) + ").");
+}
+
+bool isGone(Status status) {
+    return status == Status::success || status == Status::itemNotFound;
+}
+
+// The operations on the two items, on the executor.
+class Items {
+public:
+    Items(Keychain& keychain, std::stop_token stop) : keychain_(keychain), stop_(std::move(stop)) {}
+
+    bool hasKey() const {
+        return keychain_.exists(synchronized, stop_) == Status::success ||
+               keychain_.exists(local, stop_) == Status::success;
+    }
+
+    bool syncEnabled(bool chosen) const {
+        return chosen || keychain_.exists(synchronized, stop_) == Status::success;
+    }
+
+    // The copy that counts. The local one of a user who has both may be an older key, so while it
+    // can't be told whether there is a synchronised one, the keychain is unlocked first.
+    KeychainItem read() const {
+        const auto there = keychain_.exists(synchronized, stop_);
+        if (there == Status::success || there == Status::interactionNotAllowed) {
+            auto item = keychain_.read(synchronized, stop_);
+            if (item.status != Status::itemNotFound) return item;
+        }
+        return keychain_.read(local, stop_);
+    }
+
+    void save(const Secret& key, bool syncChosen) const {
+        bool synchronizing = syncChosen;
+        if (!synchronizing) {
+            const auto there = lookUnlocking(synchronized);
+            if (there == Status::userCanceled) throw saveFailure(there);
+            synchronizing = there == Status::success;
+        }
+        write(key, synchronizing);
+    }
+
+    void remove() const {
+        if (const auto status = keychain_.remove(synchronized, stop_); !isGone(status))
+            throw failure("Could not remove the iCloud Keychain copy", status);
+        if (const auto status = keychain_.remove(local, stop_); !isGone(status))
+            throw failure("Could not remove the key from Keychain", status);
+    }
+
+    void setSyncEnabled(bool on) const {
+        if (hasKeyUnlocking()) {
+            const auto item = read();
+            if (item.status != Status::success || !text::isValidUtf8(item.secret.view()))
+                throw QuorviError::message(unavailable);
+            write(item.secret, on);
+        }
+        if (on) return;
+        if (const auto status = keychain_.remove(synchronized, stop_); !isGone(status))
+            throw syncFailure(status);
+    }
+
+    static constexpr auto unavailable = "Your API key is unavailable. Add it again in Settings.";
+
+private:
+    // Whether the item is there, asking the user to unlock the keychain when it can't be told.
+    Status lookUnlocking(const KeychainQuery& query) const {
+        const auto status = keychain_.exists(query, stop_);
+        return status == Status::interactionNotAllowed ? keychain_.read(query, stop_).status
+                                                       : status;
+    }
+
+    // A keychain that stays locked, or doesn't answer, may hold the only copy in whichever item;
+    // taking that for "no key" would delete it.
+    bool hasKeyUnlocking() const {
+        for (const auto& query : {synchronized, local}) {
+            const auto status = lookUnlocking(query);
+            if (status == Status::success) return true;
+            if (status != Status::itemNotFound) throw syncFailure(status);
+        }
+        return false;
+    }
+
+    void write(const Secret& key, bool synchronizing) const {
+        const auto& query = synchronizing ? synchronized : local;
+        auto status = keychain_.update(query, key, stop_);
+        if (status == Status::itemNotFound)
+            status =
+                keychain_.add(query, key,
+                              synchronizing ? KeychainAccessibility::whenUnlocked
+                                            : KeychainAccessibility::whenUnlockedThisDeviceOnly,
+                              stop_);
+        if (status != Status::success) throw saveFailure(status);
+    }
+
+    static QuorviError saveFailure(Status status) {
+        return failure("Could not save your API key to Keychain", status);
+    }
+    static QuorviError syncFailure(Status status) {
+        return failure("Could not update iCloud Keychain", status);
+    }
+
+    Keychain& keychain_;
+    std::stop_token stop_;
+    const std::string service_ = std::string(bundleIdentifier) + ".openai";
+    const KeychainQuery local{service_, "api-key", false};
+    const KeychainQuery synchronized{service_, "api-key", true};
+};
+
+Secret validated(std::string key) {
+    const Secret whole(std::move(key));
+    Secret secret(text::trimmed(whole.view()));
+    if (secret.view().empty() || text::containsWhiteSpace(secret.view()))
+        throw QuorviError::message("Enter a valid API key without spaces.");
+    return secret;
+}
+
+}  // namespace
+
+// Lets the operations that change something go one after another, each from its look at the
+// preference to its change of it.
+struct KeychainStore::Turn {
+    Turn(Promise<void>& last, Scheduler& scheduler)
+        : done(scheduler), before(std::exchange(last, done).future()) {}
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+    ~Turn() { done.resolve(); }
+
+    Promise<void> done;
+    Future<void> before;
+};
+
+KeychainStore::KeychainStore(Keychain& keychain, Preferences& preferences, Executor& executor,
+                             Scheduler& scheduler)
+    : keychain_(keychain),
+      preferences_(preferences),
+      executor_(executor),
+      scheduler_(scheduler),
+      lastTurn_(scheduler),
+      keychainChanges_(keychain.onChange([this] { look(); })),
+      tasks_(scheduler) {
+    lastTurn_.resolve();
+    look();
+}
+
+KeychainStore::~KeychainStore() {
+    ending_.request_stop();
+}
+
+bool KeychainStore::syncIsChosen() const {
+    return preferences_.boolean(syncKey).value_or(false);
+}
+
+void KeychainStore::setHasKey(bool hasKey) {
+    if (std::exchange(hasKey_, hasKey) != hasKey) changes_.notify();
+}
+
+Task<bool> KeychainStore::refresh() {
+    auto looking =
+        inBackground(executor_, scheduler_, [&keychain = keychain_, stop = ending_.get_token()] {
+            return Items(keychain, stop).hasKey();
+        });
+    const bool found = co_await looking;
+    setHasKey(found);
+    co_return found;
+}
+
+// A change brings several signals; those that come while the keychain is being asked are answered
+// by one more look.
+void KeychainStore::look() {
+    lookAgain_ = true;
+    if (std::exchange(looking_, true)) return;
+    tasks_.start([this](std::stop_token) { return keepLooking(); });
+}
+
+Task<void> KeychainStore::keepLooking() {
+    while (std::exchange(lookAgain_, false)) {
+        auto looking = refresh();
+        co_await looking;
+    }
+    looking_ = false;
+}
+
+Task<std::string> KeychainStore::read(std::stop_token stop) {
+    std::stop_source reading;
+    const auto end = [&reading] { reading.request_stop(); };
+    const std::stop_callback onStop(stop, end);
+    const std::stop_callback onEnding(ending_.get_token(), end);
+    auto looking = inBackground(
+        executor_, scheduler_,
+        [&keychain = keychain_, token = reading.get_token()] {
+            return Items(keychain, token).read();
+        },
+        stop);
+    const auto item = co_await looking;
+    if (item.status != Status::success || !text::isValidUtf8(item.secret.view()))
+        throw QuorviError::message(Items::unavailable);
+    co_return std::string(item.secret.view());
+}
+
+Task<void> KeychainStore::save(std::string key) {
+    const auto secret = std::make_shared<const Secret>(validated(std::move(key)));
+    Turn turn(lastTurn_, scheduler_);
+    co_await turn.before;
+    auto saving =
+        inBackground(executor_, scheduler_,
+                     [&keychain = keychain_, stop = ending_.get_token(), secret,
+                      chosen = syncIsChosen()] { Items(keychain, stop).save(*secret, chosen); });
+    co_await saving;
+    setHasKey(true);
+}
+
+Task<void> KeychainStore::remove() {
+    Turn turn(lastTurn_, scheduler_);
+    co_await turn.before;
+    auto removing = inBackground(
+        executor_, scheduler_,
+        [&keychain = keychain_, stop = ending_.get_token()] { Items(keychain, stop).remove(); });
+    co_await removing;
+    setHasKey(false);
+}
+
+Task<bool> KeychainStore::syncEnabled() {
+    Turn turn(lastTurn_, scheduler_);
+    co_await turn.before;
+    auto looking =
+        inBackground(executor_, scheduler_,
+                     [&keychain = keychain_, stop = ending_.get_token(), chosen = syncIsChosen()] {
+                         return Items(keychain, stop).syncEnabled(chosen);
+                     });
+    co_return co_await looking;
+}
+
+Task<void> KeychainStore::setSyncEnabled(bool on) {
+    Turn turn(lastTurn_, scheduler_);
+    co_await turn.before;
+    auto changing = inBackground(executor_, scheduler_,
+                                 [&keychain = keychain_, stop = ending_.get_token(), on] {
+                                     Items(keychain, stop).setSyncEnabled(on);
+                                 });
+    co_await changing;
+    preferences_.setBoolean(syncKey, on);
+}
+
+}  // namespace quorvi

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <stop_token>
+#include <string>
+
+#include "Quorvi/platform/KeyStore.h"
+#include "Quorvi/platform/Keychain.h"
+#include "Quorvi/platform/Preferences.h"
+#include "QuorviCore/async/Executor.h"
+#include "QuorviCore/async/Future.h"
+#include "QuorviCore/async/TaskScope.h"
+
+namespace quorvi {
+
+// Keeps the user's API key in the system's keychain: as an item of this machine and, when the user
+// chose so, as a synchronised copy beside it, which is then the one that counts. The only
+// remembered choice is the preference "syncAPIKey". Main thread; each operation is one job on the
+// executor, and what changes something goes one after another. Whether a key is there is looked up
+// once at the beginning and again whenever the keychain changes, never on demand. The destructor
+// gives up what is under way, so the object ends before the executor and the keychain.
+class KeychainStore : public KeyStore {
+public:
+    KeychainStore(Keychain& keychain, Preferences& preferences, Executor& executor,
+                  Scheduler& scheduler);
+    ~KeychainStore() override;
+    KeychainStore(const KeychainStore&) = delete;
+    KeychainStore& operator=(const KeychainStore&) = delete;
+
+    bool hasKey() override { return hasKey_; }
+    Task<std::string> read(std::stop_token stop) override;
+    Task<void> save(std::string key) override;
+    Task<void> remove() override;
+    Task<bool> syncEnabled() override;
+    Task<void> setSyncEnabled(bool on) override;
+    [[nodiscard]] Subscription onChange(std::function<void()> observer) override {
+        return changes_.subscribe(std::move(observer));
+    }
+
+    // Looks afresh: what hasKey() says from then on.
+    Task<bool> refresh();
+
+private:
+    struct Turn;
+
+    bool syncIsChosen() const;
+    void look();
+    Task<void> keepLooking();
+    void setHasKey(bool hasKey);
+
+    Keychain& keychain_;
+    Preferences& preferences_;
+    Executor& executor_;
+    Scheduler& scheduler_;
+    std::stop_source ending_;
+    Observable changes_;
+    bool hasKey_ = false;
+    bool looking_ = false;
+    bool lookAgain_ = false;
+    Promise<void> lastTurn_;
+    Subscription keychainChanges_;
+    TaskScope tasks_;  // last: tasks end before what they use
+};
+
+}  // namespace quorvi
