@@ -105,7 +105,8 @@ std::optional<std::string> PosixFileStore::read(const std::filesystem::path& fil
     }
     struct stat status {};
     if (::fstat(descriptor.get(), &status) != 0) fail("stat", file);
-    std::string content(static_cast<std::size_t>(status.st_size), '\0');
+    // A little more, so that the end is found without another copy.
+    std::string content(static_cast<std::size_t>(status.st_size) + 64, '\0');
     std::size_t size = 0;
     for (;;) {
         if (size == content.size()) content.resize(size + 4096);
