@@ -328,8 +328,7 @@ void parse(std::string& json, Receiver& receiver) {
     if (!text::isValidUtf8(json)) throw HistoryFormatError("not well-formed UTF-8");
     // Recursion is bounded, since the receiver refuses too great a depth. The parser may look at
     // fifteen bytes behind the end.
-    constexpr unsigned flags =
-        rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
+    constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
     const std::size_t size = json.size();
     json.append(16, '\0');
     rapidjson::Reader reader;
