@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <compare>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -44,8 +45,11 @@ public:
     friend bool operator==(const SharedString& a, const SharedString& b) noexcept {
         return a.block_ == b.block_ || a.view() == b.view();
     }
-    friend bool operator==(const SharedString& a, std::string_view b) noexcept {
-        return a.view() == b;
+    template <class Text>
+    requires(std::convertible_to<const Text&, std::string_view> &&
+             !std::same_as<Text, SharedString>) friend bool
+    operator==(const SharedString& a, const Text& b) noexcept {
+        return a.view() == std::string_view(b);
     }
     friend std::strong_ordering operator<=>(const SharedString& a, const SharedString& b) noexcept {
         return a.view() <=> b.view();

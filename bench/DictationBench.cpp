@@ -210,11 +210,12 @@ private:
         return millisecondsNow() - begin;
     }
 
+    test::TestFolder folder_;
     LoopScheduler scheduler_;
     LinuxDesktop desktop_{scheduler_};
     MemoryPreferences preferences_;
     MemoryKeyStore keyStore_;
-    MemoryHistoryStore history_;
+    HistoryStore history_{desktop_.historyEnvironment(preferences_, folder_.path() / "history.json")};
     MemoryCorrectionStore corrections_;
     NoCorrectionObserver observer_;
     NoAccountSync sync_;
@@ -225,7 +226,6 @@ private:
 
     AtspiAccessibility lookingGlass_{[] { return true; }};
     test::FieldReader reader_;
-    test::TestFolder folder_;
     test::TestUser user_;
     std::optional<test::Process> editor_;
     std::optional<test::Process> tone_;

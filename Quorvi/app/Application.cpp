@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <utility>
@@ -26,6 +27,15 @@ using namespace std::chrono_literals;
 
 // How long quitting waits for the clipboard to be given back.
 constexpr auto quitPatience = 2s;
+
+std::filesystem::path historyFile() {
+    const char* data = std::getenv("XDG_DATA_HOME");
+    const char* home = std::getenv("HOME");
+    const auto folder = data && *data == '/'
+                            ? std::filesystem::path(data)
+                            : std::filesystem::path(home ? home : "/") / ".local/share";
+    return folder / "Quorvi" / "history.json";
+}
 
 // The program, put together. Members are in the order of dependence.
 class Application {
@@ -102,7 +112,7 @@ private:
     LinuxDesktop desktop_;
     MemoryPreferences preferences_;
     MemoryKeyStore keyStore_;
-    MemoryHistoryStore history_;
+    HistoryStore history_{desktop_.historyEnvironment(preferences_, historyFile())};
     MemoryCorrectionStore corrections_;
     NoCorrectionObserver observer_;
     NoAccountSync sync_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 
 #include "Quorvi/dictation/AppModel.h"
@@ -20,6 +21,10 @@ public:
     AppModel::Environment environment(Preferences& preferences, KeyStore& keyStore,
                                       HistoryStore& history, CorrectionStore& corrections,
                                       CorrectionObserver& correctionObserver);
+
+    // What a history in that file stands on.
+    HistoryStore::Environment historyEnvironment(Preferences& preferences,
+                                                 std::filesystem::path file);
 
     // Told when the desktop has granted or withdrawn something: accessibility, a microphone.
     [[nodiscard]] Subscription onPermissionsChanged(std::function<void()> observer) {

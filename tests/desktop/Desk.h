@@ -150,11 +150,12 @@ protected:
     static inline std::unique_ptr<SpeechService> service;
     static inline std::string voice;
 
+    TestFolder folder;
     LoopScheduler scheduler;
     std::unique_ptr<LinuxDesktop> desktop_;
     MemoryPreferences preferences;
     MemoryKeyStore keyStore;
-    MemoryHistoryStore history;
+    HistoryStore history{desktop_->historyEnvironment(preferences, folder.path() / "history.json")};
     MemoryCorrectionStore corrections;
     NoCorrectionObserver observer;
     NoAccountSync sync;
@@ -162,7 +163,6 @@ protected:
 
     AtspiAccessibility lookingGlass_{[] { return true; }};
     FieldReader reader;
-    TestFolder folder;
     TestUser user;
     Process editor;
 };

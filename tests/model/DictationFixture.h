@@ -12,6 +12,7 @@
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakeAccessibility.h"
 #include "tests/fakes/FakeAudioInput.h"
+#include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakeHttpTransport.h"
 #include "tests/fakes/FakeKeyEventPoster.h"
 #include "tests/fakes/FakePasteboard.h"
@@ -124,7 +125,10 @@ protected:
     MemoryPreferences preferences;
     MemoryKeyStore keyStore;
     FakeHttpTransport service{scheduler};
-    MemoryHistoryStore history;
+    FakeFileStore files;
+    const Calendar calendar{"Europe/Athens", "en_US"};
+    HistoryStore history{{preferences, files, "history.json", executor, scheduler, pasteboard,
+                          [this] { return calendar; }}};
     MemoryCorrectionStore corrections{
         {TextCorrection{.id = newUuid(), .original = "hello", .replacement = "Hello"}}};
     JournalObserver observer;

@@ -14,6 +14,7 @@ namespace {
 
 constexpr mode_t folderMode = 0700;
 constexpr mode_t fileMode = 0600;
+constexpr auto draftMark = ".draft-";
 
 [[noreturn]] void fail(const char* what, const std::filesystem::path& path) {
     throw std::system_error(errno, std::generic_category(), what + (' ' + path.string()));
@@ -37,7 +38,8 @@ private:
 // A file with a name of its own that is gone again unless it was given its final name.
 class Draft {
 public:
-    explicit Draft(const std::filesystem::path& beside) : path_(beside.string() + ".XXXXXX") {
+    explicit Draft(const std::filesystem::path& beside)
+        : path_(beside.string() + draftMark + "XXXXXX") {
         descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
         if (descriptor_ < 0) fail("create", path_);
     }
@@ -95,6 +97,35 @@ std::filesystem::path resolved(const std::filesystem::path& file) {
     return error ? file : target;
 }
 
+// What a program that died while it wrote this file has left. Nobody writes it at the same time.
+void removeAbandonedDrafts(const std::filesystem::path& file) {
+    const auto prefix = file.filename().string() + draftMark;
+    std::error_code ignored;  // they only take up room
+    for (const auto& entry : std::filesystem::directory_iterator(file.parent_path(), ignored))
+        if (entry.path().filename().string().starts_with(prefix))
+            std::filesystem::remove(entry.path(), ignored);
+}
+
+// `write` is given the new file, and writes its content.
+template <class Write>
+void replaceFile(const std::filesystem::path& name, const std::filesystem::path& previous,
+                 Write write) {
+    const auto file = resolved(name);
+    const auto folder = file.parent_path();
+    makeFolder(folder);
+    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.get() < 0) fail("open", folder);
+    if (::fchmod(directory.get(), folderMode) != 0) fail("chmod", folder);
+
+    removeAbandonedDrafts(file);
+    Draft draft(file);
+    write(draft);
+    draft.sync();
+    if (!previous.empty()) keepPrevious(file, folder / previous.filename());
+    draft.moveTo(file);
+    if (::fsync(directory.get()) != 0) fail("fsync", folder);
+}
+
 }  // namespace
 
 std::optional<std::string> PosixFileStore::read(const std::filesystem::path& file) {
@@ -120,22 +151,19 @@ std::optional<std::string> PosixFileStore::read(const std::filesystem::path& fil
     return content;
 }
 
-void PosixFileStore::replace(const std::filesystem::path& name,
+void PosixFileStore::replace(const std::filesystem::path& file,
                              std::span<const std::string_view> parts,
                              const std::filesystem::path& previous) {
-    const auto file = resolved(name);
-    const auto folder = file.parent_path();
-    makeFolder(folder);
-    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.get() < 0) fail("open", folder);
-    if (::fchmod(directory.get(), folderMode) != 0) fail("chmod", folder);
+    replaceFile(file, previous, [&](Draft& draft) {
+        for (const auto part : parts) draft.write(part);
+    });
+}
 
-    Draft draft(file);
-    for (const auto part : parts) draft.write(part);
-    draft.sync();
-    if (!previous.empty()) keepPrevious(file, folder / previous.filename());
-    draft.moveTo(file);
-    if (::fsync(directory.get()) != 0) fail("fsync", folder);
+void PosixFileStore::replaceInPieces(const std::filesystem::path& file,
+                                     const std::function<std::string_view()>& next) {
+    replaceFile(file, {}, [&](Draft& draft) {
+        for (auto piece = next(); !piece.empty(); piece = next()) draft.write(piece);
+    });
 }
 
 }  // namespace quorvi
