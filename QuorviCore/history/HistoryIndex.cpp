@@ -39,21 +39,28 @@ HistoryIndex::FoldedPointer HistoryIndex::fold(const DictationRecords::Chunk& ch
     return std::make_shared<const FoldedChunk>(std::move(result));
 }
 
-HistoryIndex HistoryIndex::updated(const DictationRecords& records,
-                                   const std::stop_token& stop) const {
+void HistoryIndex::update(const DictationRecords& records, const std::stop_token& stop) {
+    if (records.isSharedWith(records_)) return;
     std::unordered_map<const DictationRecords::Chunk*, FoldedPointer> known;
     const auto& old = records_.parts();
     for (std::size_t i = 0; i < old.size(); ++i) known.emplace(old[i].chunk.get(), folded_[i]);
+    for (const auto& [chunk, folded] : unfinished_) known.emplace(chunk.get(), folded);
 
-    HistoryIndex result;
-    result.records_ = records;
-    result.folded_.reserve(records.parts().size());
+    std::vector<FoldedPointer> result;
+    result.reserve(records.parts().size());
     for (const auto& part : records.parts()) {
         throwIfStopped(stop);
         const auto found = known.find(part.chunk.get());
-        result.folded_.push_back(found == known.end() ? fold(*part.chunk) : found->second);
+        if (found != known.end()) {
+            result.push_back(found->second);
+        } else {
+            result.push_back(fold(*part.chunk));
+            unfinished_.emplace_back(part.chunk, result.back());
+        }
     }
-    return result;
+    records_ = records;
+    folded_ = std::move(result);
+    unfinished_.clear();
 }
 
 template <class Found>

@@ -23,9 +23,8 @@ struct HistoryMatches {
 };
 
 // The texts of a list of records, folded for searching, so that a search is only a look through
-// memory. It answers as DictationRecord::matches() does for each record. An index never changes and
-// may be searched on any thread; the index of a changed list folds only what is new and shares the
-// rest.
+// memory. It answers as DictationRecord::matches() does for each record. For one thread at a time,
+// but copies, which share everything, may each be on another.
 class HistoryIndex {
 public:
     enum class Among {
@@ -33,10 +32,9 @@ public:
         texts,    // those that have a text, which is what a page lists
     };
 
-    HistoryIndex() = default;
-
-    // The index of another list. Throws Cancelled when stopped.
-    HistoryIndex updated(const DictationRecords& records, const std::stop_token& stop = {}) const;
+    // Makes it the index of another list, folding only what is new. Throws Cancelled when stopped;
+    // what has been folded by then need not be folded again.
+    void update(const DictationRecords& records, const std::stop_token& stop = {});
 
     // Throws Cancelled when stopped.
     HistoryMatches find(std::string_view query, Among among,
@@ -51,6 +49,8 @@ private:
 
     DictationRecords records_;
     std::vector<FoldedPointer> folded_;  // one for each part of the list
+    // Of an update that was stopped.
+    std::vector<std::pair<DictationRecords::ChunkPointer, FoldedPointer>> unfinished_;
 };
 
 }  // namespace quorvi
