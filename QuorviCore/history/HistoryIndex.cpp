@@ -17,7 +17,7 @@ struct HistoryIndex::FoldedChunk {
     std::vector<std::string> apps;    // folded, each once
     std::vector<std::uint16_t> appOf;
 
-    // Calls found(n) for the n-th record of the chunk that holds the needle, in order.
+    // Calls found(n, inText) for the n-th record of the chunk that holds the needle, in order.
     template <class Found>
     void search(const text::ByteSearch& search, std::string_view needle, Found found) const;
 };
@@ -86,7 +86,8 @@ void HistoryIndex::FoldedChunk::search(const text::ByteSearch& search, std::stri
         // A place that reaches into the next record's text is none.
         while (place < ends[n] && place + needle.size() > ends[n])
             place = search.find(texts, place + 1);
-        if (place < ends[n] || appMatches[appOf[n]]) found(n);
+        const bool inText = place < ends[n];
+        if (inText || appMatches[appOf[n]]) found(n, inText);
     }
 }
 
@@ -99,12 +100,13 @@ HistoryMatches HistoryIndex::find(std::string_view query, Among among,
     for (std::size_t i = 0; i < parts.size(); ++i) {
         throwIfStopped(stop);
         const auto& part = parts[i];
-        const auto found = [&](std::size_t n) {
-            if (among == Among::records || part.chunk->records[n].text)
+        // Where the text is found, the record need not be looked at, which would cost the most.
+        const auto found = [&](std::size_t n, bool inText) {
+            if (inText || among == Among::records || part.chunk->records[n].text)
                 matches.positions.push_back(static_cast<std::uint32_t>(part.begin + n));
         };
         if (needle.empty()) {
-            for (std::size_t n = 0; n < part.chunk->records.size(); ++n) found(n);
+            for (std::size_t n = 0; n < part.chunk->records.size(); ++n) found(n, false);
         } else {
             folded_[i]->search(text::ByteSearch(needle), needle, found);
         }

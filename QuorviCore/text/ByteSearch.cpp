@@ -1,5 +1,6 @@
 #include "QuorviCore/text/ByteSearch.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -11,18 +12,25 @@ namespace quorvi::text {
 
 namespace {
 
-// The first byte of a code point outside ASCII is the same for a whole alphabet, so it tells
-// little.
-bool tellsLittle(char c) {
-    return static_cast<unsigned char>(c) >= 0xC0 || c == ' ';
+// How rare a byte is in texts, roughly: one that is rare tells more. The first byte of a code point
+// outside ASCII is the same for a whole alphabet, so it tells the least.
+std::size_t rarity(char c) {
+    constexpr std::string_view commonestFirst = " etaoinshrdlcumwfgypbvk";
+    if (static_cast<unsigned char>(c) >= 0xC0) return 0;
+    return 1 + std::min(commonestFirst.find(c), commonestFirst.size());
 }
 
 }  // namespace
 
-ByteSearch::ByteSearch(std::string_view needle)
-    : needle_(needle), first_(0), second_(needle.size() - 1) {
-    while (first_ < second_ && tellsLittle(needle[first_])) ++first_;
-    while (second_ > first_ + 1 && tellsLittle(needle[second_])) --second_;
+ByteSearch::ByteSearch(std::string_view needle) : needle_(needle), first_(0), second_(0) {
+    for (std::size_t i = 1; i < needle.size(); ++i) {
+        if (rarity(needle[i]) > rarity(needle[first_])) {
+            second_ = first_;
+            first_ = i;
+        } else if (second_ == first_ || rarity(needle[i]) > rarity(needle[second_])) {
+            second_ = i;
+        }
+    }
 }
 
 std::size_t ByteSearch::find(std::string_view haystack, std::size_t begin) const {
