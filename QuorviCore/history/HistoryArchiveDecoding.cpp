@@ -116,7 +116,7 @@ std::optional<std::int64_t> integerIn(std::string_view digits) {
     std::int64_t value = 0;
     const char* last = digits.data() + digits.size();
     const auto [end, error] = std::from_chars(digits.data(), last, value);
-    if (error == std::errc() && end == last) return value;
+    if (end == last) return error == std::errc() ? std::optional(value) : std::nullopt;
     const auto number = numberIn(digits);
     constexpr double limit = 9223372036854775808.0;  // 2 to the power of 63
     if (!number || *number != std::trunc(*number) || *number < -limit || *number >= limit)
