@@ -273,12 +273,14 @@ private:
         return millisecondsNow() - begin;
     }
 
+    test::TestFolder folder_;
     LoopScheduler scheduler_;
     LinuxDesktop desktop_{scheduler_};
     test::FakeLocalKeyMonitor localKeys_;
     MemoryPreferences preferences_;
     MemoryKeyStore keyStore_;
-    MemoryHistoryStore history_;
+    HistoryStore history_{
+        desktop_.historyEnvironment(preferences_, folder_.path() / "history.json")};
     CorrectionStore corrections_{preferences_, scheduler_};
     NoAccountSync sync_;
     InstantService service_;
@@ -289,7 +291,6 @@ private:
 
     AtspiAccessibility lookingGlass_{[] { return true; }};
     test::FieldReader reader_;
-    test::TestFolder folder_;
     test::TestUser user_;
     std::optional<test::Process> editor_;
     std::optional<test::Process> tone_;

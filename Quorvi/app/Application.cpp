@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <utility>
@@ -34,6 +35,7 @@ using namespace std::chrono_literals;
 constexpr auto quitPatience = 2s;
 
 constexpr auto preferencesFile = "preferences.plist";
+constexpr auto historyFile = "history.json";
 
 // The program, put together. Members are in the order of dependence.
 class Application {
@@ -142,7 +144,8 @@ private:
     PropertyListPreferences preferences_{files_, UserFolders::find().config / preferencesFile,
                                          preferencesDisk_, scheduler_};
     std::unique_ptr<KeyStore> keyStore_;
-    MemoryHistoryStore history_;
+    HistoryStore history_{
+        desktop_.historyEnvironment(preferences_, UserFolders::find().data / historyFile)};
     CorrectionStore corrections_{preferences_, scheduler_};
     NoAccountSync sync_;
     std::unique_ptr<AppModel> model_;

@@ -3,9 +3,11 @@
 #include <atomic>
 #include <filesystem>
 
+#include "Quorvi/history/SystemCalendar.h"
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/ClipboardHandover.h"
 #include "Quorvi/platform/linux/CurlTransport.h"
+#include "Quorvi/platform/linux/PosixFileStore.h"
 #include "Quorvi/platform/linux/PulseAudioInput.h"
 #include "Quorvi/platform/linux/PulseConnection.h"
 #include "Quorvi/platform/linux/PulsePermissions.h"
@@ -46,7 +48,8 @@ struct LinuxDesktop::Adapters {
           audioInput(sound, scheduler),
           soundOutput(sound),
           permissions(sound, scheduler),
-          transport(scheduler) {
+          transport(scheduler),
+          calendar(history, scheduler) {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);
         probes.run([this, permissionsChanged] {
             inputHookIsPossible = x11InputHookIsPossible();
@@ -58,6 +61,9 @@ struct LinuxDesktop::Adapters {
     std::atomic<bool> inputHookIsPossible{false};
     std::atomic<bool> composited{false};
     SerialExecutor disk{"disk"};
+    PosixFileStore files;
+    // Of its own: writing a long history must not hold up a recording.
+    SerialExecutor history{"history"};
     X11KeyEventTap tap;
     X11KeyEventPoster poster;
     AtspiAccessibility accessibility;
@@ -69,6 +75,7 @@ struct LinuxDesktop::Adapters {
     PulseSoundOutput soundOutput;
     PulsePermissions permissions;
     CurlTransport transport;
+    SystemCalendar calendar;
     Subscription microphoneChanges;
     std::unique_ptr<SecretServiceKeychain> keychain;  // when it is used
     SerialExecutor secrets{"secrets"};
@@ -111,6 +118,18 @@ bool LinuxDesktop::isComposited() {
     auto& adapters = *adapters_;
     adapters.probes.run([&adapters] { adapters.composited = x11IsComposited(); });
     return adapters.composited;
+}
+
+HistoryStore::Environment LinuxDesktop::historyEnvironment(Preferences& preferences,
+                                                           std::filesystem::path file) {
+    auto& a = *adapters_;
+    return {.preferences = preferences,
+            .files = a.files,
+            .path = std::move(file),
+            .executor = a.history,
+            .scheduler = scheduler_,
+            .pasteboard = a.pasteboard,
+            .calendar = [&a] { return a.calendar.get(); }};
 }
 
 AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 
 #include "Quorvi/dictation/AppModel.h"
@@ -23,6 +24,10 @@ public:
 
     // Where the user's API key is kept, in the desktop's keychain. The desktop outlives it.
     std::unique_ptr<KeyStore> keychainStore(Preferences& preferences);
+
+    // What a history in that file stands on.
+    HistoryStore::Environment historyEnvironment(Preferences& preferences,
+                                                 std::filesystem::path file);
 
     // Told when the desktop has granted or withdrawn something: accessibility, a microphone.
     [[nodiscard]] Subscription onPermissionsChanged(std::function<void()> observer) {

@@ -87,6 +87,24 @@ const std::vector<AppModel::SyncedSetting>& AppModel::syncedSettings() {
                 if (learns != corrections.learnsAutomatically())
                     corrections.setLearnsAutomatically(learns);
             }),
+        Setting::value<bool>(
+            preferenceKey::keepTranscripts,
+            [](const AppModel& model) { return model.environment_.history.keepTranscripts(); },
+            [](AppModel& model, bool keep) {
+                auto& history = model.environment_.history;
+                if (keep != history.keepTranscripts()) history.setKeepTranscripts(keep);
+            }),
+        Setting::value<std::int64_t>(
+            preferenceKey::transcriptRetention,
+            [](const AppModel& model) {
+                return static_cast<std::int64_t>(rawValue(model.environment_.history.retention()));
+            },
+            [](AppModel& model, std::int64_t days) {
+                auto& history = model.environment_.history;
+                const auto retention = transcriptRetentionFromRawValue(days);
+                if (retention && *retention != history.retention())
+                    history.setRetention(*retention);
+            }),
     };
     return settings;
 }

@@ -14,6 +14,8 @@ inline constexpr std::string_view model = "model";
 inline constexpr std::string_view vocabulary = "vocabulary";
 inline constexpr std::string_view hotkey = "hotkey";
 inline constexpr std::string_view learnCorrectionsAutomatically = "learnCorrectionsAutomatically";
+inline constexpr std::string_view keepTranscripts = "keepTranscripts";
+inline constexpr std::string_view transcriptRetention = "transcriptRetention";
 inline constexpr std::string_view hasLaunched = "hasLaunchedQuorvi";
 inline constexpr std::string_view obsoleteLanguage = "language";  // removed wherever it is found
 

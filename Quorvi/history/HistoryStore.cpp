@@ -1,19 +1,222 @@
 #include "Quorvi/history/HistoryStore.h"
 
+#include <mutex>
 #include <utility>
 
 namespace quorvi {
 
-void MemoryHistoryStore::record(std::string text, double duration, std::string appName,
-                                std::string language, TranscriptionModel model, Date date) {
-    DictationRecord record;
-    record.date = date;
-    record.text = std::move(text);
-    record.audioSeconds = duration;
-    record.appName = std::move(appName);
-    record.language = std::move(language);
-    record.modelID = rawValue(model);
-    records_.insert(records_.begin(), std::move(record));
+namespace {
+
+constexpr auto keepTranscriptsKey = "keepTranscripts";
+constexpr auto retentionKey = "transcriptRetention";
+
+constexpr auto couldNotBeOpened =
+    "Existing history could not be opened. It has been left untouched; new entries are available "
+    "for this session only.";
+constexpr auto couldNotBeSaved =
+    "History could not be saved on this Mac. Check available disk space and folder access.";
+
+Task<void> putOnClipboard(Pasteboard& pasteboard, std::string text) {
+    auto writing = pasteboard.writeText(std::move(text), TranscriptVisibility::everywhere);
+    co_await writing;
+}
+
+}  // namespace
+
+// The reading of the file, by whichever thread comes first.
+struct HistoryStore::Loading {
+    Loading(HistoryFile f, TranscriptRetention r, Date n, Calendar c)
+        : file(std::move(f)), retention(r), now(n), calendar(std::move(c)) {}
+
+    // Returns once the file has been read.
+    void run() {
+        std::lock_guard lock(mutex);
+        if (done) return;
+        done = true;
+        try {
+            auto found = file.load();
+            // Dropping the texts of years takes a while, so it is done here too.
+            auto kept = applyingRetention(found, retention, now, calendar);
+            changed = !kept.isSharedWith(found);
+            records = std::move(kept);
+        } catch (const std::exception&) {
+            failed = true;
+        }
+    }
+
+    const HistoryFile file;
+    const TranscriptRetention retention;
+    const Date now;
+    const Calendar calendar;
+    std::mutex mutex;
+    bool done = false;
+    bool failed = false;
+    bool changed = false;  // not what the file holds
+    DictationRecords records;
+};
+
+HistoryStore::HistoryStore(Environment environment)
+    : environment_(std::move(environment)),
+      writer_(HistoryFile(environment_.files, environment_.path), environment_.executor,
+              [this, &scheduler = environment_.scheduler, alive = std::weak_ptr<bool>(alive_)](
+                  std::uint64_t revision, bool saved) {
+                  scheduler.post([this, alive, revision, saved] {
+                      if (!alive.expired()) written(revision, saved);
+                  });
+              }),
+      tasks_(environment_.scheduler) {
+    readPreferences();
+    load();
+}
+
+HistoryStore::~HistoryStore() = default;
+
+void HistoryStore::readPreferences() {
+    const auto& preferences = environment_.preferences;
+    keepTranscripts_ = preferences.boolean(keepTranscriptsKey).value_or(true);
+    if (const auto raw = preferences.integer(retentionKey))
+        retention_ =
+            transcriptRetentionFromRawValue(*raw).value_or(TranscriptRetention::ninetyDays);
+}
+
+void HistoryStore::load() {
+    loading_ =
+        std::make_shared<Loading>(HistoryFile(environment_.files, environment_.path), retention_,
+                                  environment_.scheduler.date(), environment_.calendar());
+    environment_.executor.run([this, loading = loading_, &scheduler = environment_.scheduler,
+                               alive = std::weak_ptr<bool>(alive_)] {
+        loading->run();
+        scheduler.post([this, loading, alive] {
+            if (!alive.expired()) loaded(*loading);
+        });
+    });
+}
+
+void HistoryStore::loaded(Loading& loading) {
+    if (!isLoading()) return;  // flush() was first
+    loading_.reset();
+    const auto changes = std::exchange(changesWhileLoading_, {});
+    if (loading.failed) {
+        phase_ = Phase::readOnly;
+        persistenceError_ = couldNotBeOpened;
+        changes_.notify();
+        return;
+    }
+    phase_ = Phase::saving;
+    auto records = std::move(loading.records);
+    std::swap(records_, records);
+    for (const auto& change : changes) apply(change);
+    const auto now = environment_.scheduler.date();
+    auto kept = retained(records_, now);
+    const bool isNew = loading.changed || !changes.empty() || !kept.isSharedWith(records_);
+    setRecords(std::move(kept));
+    if (isNew) persist();
+}
+
+void HistoryStore::apply(Change change) {
+    if (auto* record = std::get_if<DictationRecord>(&change))
+        records_ = records_.prepending(std::move(*record));
+    else if (const auto* id = std::get_if<Uuid>(&change))
+        records_ = records_.without(*id);
+    else
+        records_ = {};
+}
+
+void HistoryStore::record(const std::string& text, double duration, const std::string& appName,
+                          const std::string& language, TranscriptionModel model, Date date) {
+    auto record = DictationRecord::make(Uuid::random(), date, text, duration, appName, language,
+                                        keepTranscripts_, DictationCostEstimate::of(model));
+    if (record.wordCount == 0) return;
+    if (isLoading()) changesWhileLoading_.emplace_back(record);
+    setRecords(retained(records_.prepending(std::move(record)), date));
+    persist();
+}
+
+void HistoryStore::remove(const Uuid& id) {
+    if (isLoading()) changesWhileLoading_.emplace_back(id);
+    setRecords(records_.without(id));
+    persist();
+}
+
+void HistoryStore::clear() {
+    if (isLoading()) {
+        changesWhileLoading_.clear();
+        changesWhileLoading_.emplace_back(Clearing{});
+    }
+    setRecords({});
+    persist();
+}
+
+void HistoryStore::prune(Date now) {
+    auto kept = retained(records_, now);
+    if (kept.isSharedWith(records_)) return;
+    setRecords(std::move(kept));
+    persist();
+}
+
+bool HistoryStore::replaceFromSync(const DictationRecords& records) {
+    if (phase_ != Phase::saving) return false;
+    auto kept = retained(records, environment_.scheduler.date());
+    if (kept == records_) return true;
+    setRecords(std::move(kept));
+    persist();
+    return true;
+}
+
+void HistoryStore::copy(const DictationRecord& record) {
+    if (!record.text) return;
+    tasks_.start([this, text = record.text->string()](std::stop_token) {
+        return putOnClipboard(environment_.pasteboard, text);
+    });
+}
+
+void HistoryStore::flush() {
+    if (const auto loading = loading_) {
+        loading->run();
+        loaded(*loading);
+    }
+    writer_.flush();
+}
+
+void HistoryStore::setKeepTranscripts(bool keep) {
+    keepTranscripts_ = keep;
+    environment_.preferences.setBoolean(keepTranscriptsKey, keep);
+    changes_.notify();
+}
+
+void HistoryStore::setRetention(TranscriptRetention retention) {
+    retention_ = retention;
+    environment_.preferences.setInteger(retentionKey, rawValue(retention));
+    changes_.notify();
+    prune(environment_.scheduler.date());
+}
+
+DictationRecords HistoryStore::retained(const DictationRecords& records, Date now) const {
+    return applyingRetention(records, retention_, now, environment_.calendar());
+}
+
+void HistoryStore::setRecords(DictationRecords records) {
+    std::swap(records_, records);
+    ++generation_;
+    changes_.notify();
+    // The old list may be the last owner of very many texts.
+    environment_.executor.run([old = std::move(records)] {});
+}
+
+void HistoryStore::setPersistenceError(std::optional<std::string> error) {
+    if (persistenceError_ == error) return;
+    persistenceError_ = std::move(error);
+    changes_.notify();
+}
+
+void HistoryStore::persist() {
+    if (phase_ != Phase::saving) return;
+    writer_.save(records_, ++revision_);
+}
+
+void HistoryStore::written(std::uint64_t revision, bool saved) {
+    if (revision == revision_)
+        setPersistenceError(saved ? std::nullopt : std::optional<std::string>(couldNotBeSaved));
 }
 
 }  // namespace quorvi

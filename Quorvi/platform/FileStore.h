@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -24,6 +25,12 @@ public:
     // std::system_error; the old content is then still there.
     virtual void replace(const std::filesystem::path& file, std::span<const std::string_view> parts,
                          const std::filesystem::path& previous = {}) = 0;
+
+    // The same for a content that is made while it is written: `next` yields one piece after the
+    // other, each valid until the next call, and an empty one at the end. What it throws is passed
+    // on, and leaves the old content. Here the pieces are gathered in memory.
+    virtual void replaceInPieces(const std::filesystem::path& file,
+                                 const std::function<std::string_view()>& next);
 };
 
 }  // namespace quorvi

@@ -135,13 +135,19 @@ std::string upperCased(std::string_view s) {
 }
 
 bool isValidUtf8(std::string_view s) {
-    const auto size = static_cast<int32_t>(s.size());
-    for (auto i = static_cast<int32_t>(asciiPrefix(s)); i < size;) {
+    for (std::size_t i = 0;;) {
+        i += asciiPrefix(s.substr(i));
+        while (i < s.size() && isPairOfBytes(s, i)) i += 2;
+        if (i == s.size()) return true;
+        if (static_cast<unsigned char>(s[i]) < 0x80) continue;
+        // One code point of another length, from a view that ICU's offsets can hold.
+        const auto view = s.substr(i, U8_MAX_LENGTH);
+        int32_t length = 0;
         UChar32 c;
-        U8_NEXT(s.data(), i, size, c);
+        U8_NEXT(view.data(), length, static_cast<int32_t>(view.size()), c);
         if (c < 0) return false;
+        i += static_cast<std::size_t>(length);
     }
-    return true;
 }
 
 }  // namespace quorvi::text

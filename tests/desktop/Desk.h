@@ -123,13 +123,15 @@ protected:
             << reader.value(field).value_or("(unreadable)");
     }
 
-    // Starts a program, waits for its field to have the focus, and yields the field.
+    // Starts a program, waits for its field to have the focus and to answer, and yields the field.
     std::optional<AXElement> open(const std::vector<std::string>& command,
                                   std::string_view role = "AXTextArea") {
         editor = Process(command);
         user.bringToFront(editor.pid());
         const auto field = reader.waitForFocus(editor.pid(), role);
         if (!field) ADD_FAILURE() << command.front() << " shows no " << role;
+        // A program that is still starting takes its time over the first question.
+        if (field) until([&] { return reader.selection(*field).has_value(); });
         return field;
     }
     bool untilText(const AXElement& field, std::string_view text) {
@@ -151,19 +153,19 @@ protected:
     static inline std::unique_ptr<SpeechService> service;
     static inline std::string voice;
 
+    TestFolder folder;
     LoopScheduler scheduler;
     std::unique_ptr<LinuxDesktop> desktop_;
     FakeLocalKeyMonitor localKeys;
     MemoryPreferences preferences;
     MemoryKeyStore keyStore;
-    MemoryHistoryStore history;
+    HistoryStore history{desktop_->historyEnvironment(preferences, folder.path() / "history.json")};
     CorrectionStore corrections{preferences, scheduler};
     NoAccountSync sync;
     std::unique_ptr<AppModel> model;
 
     AtspiAccessibility lookingGlass_{[] { return true; }};
     FieldReader reader;
-    TestFolder folder;
     TestUser user;
     Process editor;
 };

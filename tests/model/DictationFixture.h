@@ -12,6 +12,7 @@
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakeAccessibility.h"
 #include "tests/fakes/FakeAudioInput.h"
+#include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakeHttpTransport.h"
 #include "tests/fakes/FakeKeyEventPoster.h"
 #include "tests/fakes/FakeLocalKeyMonitor.h"
@@ -120,7 +121,10 @@ protected:
     MemoryPreferences preferences;
     MemoryKeyStore keyStore;
     FakeHttpTransport service{scheduler};
-    MemoryHistoryStore history;
+    FakeFileStore files;
+    const Calendar calendar{"Europe/Athens", "en_US"};
+    HistoryStore history{{preferences, files, "history.json", executor, scheduler, pasteboard,
+                          [this] { return calendar; }}};
     CorrectionStore corrections{preferences, scheduler};
     NoAccountSync sync;
     AXElement field = accessibility.makeText(editor, "Dear ");

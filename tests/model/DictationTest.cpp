@@ -28,7 +28,7 @@ TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     EXPECT_EQ(history.records()[0].text, "Hello there");
     EXPECT_EQ(history.records()[0].appName, "Editor");
     EXPECT_EQ(history.records()[0].language, "automatic");
-    EXPECT_EQ(history.records()[0].modelID, "gpt-transcribe");
+    EXPECT_EQ(history.records()[0].costEstimate->modelID, "gpt-transcribe");
     EXPECT_NEAR(history.records()[0].audioSeconds, 1, 0.01);
 
     scheduler.advance(1s);

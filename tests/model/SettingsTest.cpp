@@ -23,6 +23,8 @@ const Settings chosen{
     {"vocabulary", text("Quorvi, Ωμέγα")},
     {"hotkey", asBytes(R"({"keyCode":44,"label":"⌃/","modifiers":262144})")},
     {"learnCorrectionsAutomatically", false},
+    {"keepTranscripts", false},
+    {"transcriptRetention", std::int64_t{30}},
 };
 
 using SettingsTest = DictationTest;
@@ -53,6 +55,7 @@ TEST_F(SettingsTest, ThatAreThereAlreadyOrMakeNoSenseChangeNothing) {
         {{"model", text("gpt-5")}, {"mode", text("HOLD")}, {"stopSoundStyle", text("Soft")}},
         {{"soundCuesEnabled", std::int64_t{1}}, {"vocabulary", asBytes("words")}},
         {{"hotkey", asBytes(R"({"keyCode":70000,"label":"","modifiers":0})")}, {"mode", true}},
+        {{"transcriptRetention", std::int64_t{7}}, {"keepTranscripts", std::int64_t{1}}},
         {{"hotkey", text(R"({"keyCode":61,"label":"Right ⌥","modifiers":0})")}},
     };
     for (const auto& settings : senseless) model->applySyncSettings(settings);

@@ -38,7 +38,7 @@ public:
     TlsServer(const TestAuthority& authority, const std::string& certificate,
               const std::string& host = "127.0.0.1")
         : process_({"/usr/bin/python3", "-I",
-                    std::filesystem::path(__FILE__).replace_filename("https_server.py"),
+                    QUORVI_TEST_SUPPORT "/https_server.py",
                     authority.file(certificate + ".pem"), authority.file(certificate + ".key"),
                     host}),
           address_("https://" + host + ":" + process_.readLine()) {}

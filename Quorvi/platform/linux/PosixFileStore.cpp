@@ -133,7 +133,8 @@ std::optional<std::string> PosixFileStore::read(const std::filesystem::path& fil
     if (::fstat(descriptor.get(), &status) != 0) fail("stat", file);
     if (!S_ISREG(status.st_mode))
         throw std::system_error(std::make_error_code(std::errc::invalid_argument), file.string());
-    std::string content(static_cast<std::size_t>(status.st_size), '\0');
+    // A little more, so that the end is found without another copy.
+    std::string content(static_cast<std::size_t>(status.st_size) + 64, '\0');
     std::size_t size = 0;
     for (;;) {
         if (size == content.size()) content.resize(size + 4096);
@@ -147,9 +148,10 @@ std::optional<std::string> PosixFileStore::read(const std::filesystem::path& fil
     return content;
 }
 
-void PosixFileStore::replace(const std::filesystem::path& name,
-                             std::span<const std::string_view> parts,
-                             const std::filesystem::path& previous) {
+// `write` is given the new file, and writes its content.
+template <class Write>
+void PosixFileStore::replaceWith(const std::filesystem::path& name,
+                                 const std::filesystem::path& previous, Write write) {
     const auto file = resolved(name);
     const auto folder = file.parent_path();
     makePrivateFolder(folder);
@@ -158,13 +160,28 @@ void PosixFileStore::replace(const std::filesystem::path& name,
     if (folder_ == Folder::ofTheUserAlone && ::fchmod(directory.get(), folderMode) != 0)
         fail("chmod", folder);
 
+    sweepDrafts(file);
     Draft draft(file);
-    for (const auto part : parts) draft.write(part);
+    write(draft);
     draft.sync();
     if (!previous.empty()) keepPrevious(file, folder / previous.filename(), *this);
     draft.moveTo(file);
     if (::fsync(directory.get()) != 0) fail("fsync", folder);
-    sweepDrafts(file);
+}
+
+void PosixFileStore::replace(const std::filesystem::path& file,
+                             std::span<const std::string_view> parts,
+                             const std::filesystem::path& previous) {
+    replaceWith(file, previous, [&](Draft& draft) {
+        for (const auto part : parts) draft.write(part);
+    });
+}
+
+void PosixFileStore::replaceInPieces(const std::filesystem::path& file,
+                                     const std::function<std::string_view()>& next) {
+    replaceWith(file, {}, [&](Draft& draft) {
+        for (auto piece = next(); !piece.empty(); piece = next()) draft.write(piece);
+    });
 }
 
 }  // namespace quorvi

@@ -18,8 +18,15 @@ public:
     std::optional<std::string> read(const std::filesystem::path& file) override;
     void replace(const std::filesystem::path& file, std::span<const std::string_view> parts,
                  const std::filesystem::path& previous = {}) override;
+    // One piece is in memory at a time.
+    void replaceInPieces(const std::filesystem::path& file,
+                         const std::function<std::string_view()>& next) override;
 
 private:
+    template <class Write>
+    void replaceWith(const std::filesystem::path& name, const std::filesystem::path& previous,
+                     Write write);
+
     const Folder folder_;
 };
 

@@ -1,0 +1,24 @@
+#include "Quorvi/history/HistoryFile.h"
+
+#include <utility>
+
+#include "QuorviCore/history/HistoryArchive.h"
+#include "QuorviCore/transcription/QuorviError.h"
+
+namespace quorvi {
+
+DictationRecords HistoryFile::load() const {
+    auto content = store_.read(path_);
+    if (!content) return {};
+    const auto archive = HistoryArchive::decode(*std::move(content));
+    if (archive.version != HistoryArchive::currentVersion)
+        throw QuorviError::message("This history file was created by a newer version of Quorvi.");
+    return archive.records.newestFirst();
+}
+
+void HistoryFile::save(const DictationRecords& records) const {
+    HistoryArchiveEncoder encoder(records);
+    store_.replaceInPieces(path_, [&encoder] { return encoder.next(); });
+}
+
+}  // namespace quorvi

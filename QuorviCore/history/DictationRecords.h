@@ -1,0 +1,131 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <vector>
+
+#include "QuorviCore/history/DictationRecord.h"
+
+namespace quorvi {
+
+// A list of records, newest first, that never changes: a change yields another list that shares
+// whatever is the same. So a copy costs nothing, a list can be read on another thread while the
+// next one is made, and two lists are compared quickly. The records lie in chunks of some hundred;
+// equal chunks are the same object, in whatever list they are.
+class DictationRecords {
+public:
+    // Records that lie together. What is asked of all of them is known beforehand.
+    struct Chunk {
+        explicit Chunk(std::vector<DictationRecord> content);
+
+        std::vector<DictationRecord> records;
+        Date earliest, latest;
+        Date earliestWithText;  // infinitely late when there is no text
+    };
+    using ChunkPointer = std::shared_ptr<const Chunk>;
+    static constexpr std::size_t chunkSize = 256;
+
+    struct Part {
+        ChunkPointer chunk;
+        std::size_t begin;  // position of its first record in the list
+        Date earliestWithText;
+    };
+
+    class const_iterator;
+    class Builder;
+
+    DictationRecords() = default;
+    explicit DictationRecords(std::vector<DictationRecord> records);
+
+    std::size_t size() const;
+    bool empty() const { return size() == 0; }
+    const DictationRecord& operator[](std::size_t position) const;
+    const_iterator begin() const;
+    const_iterator end() const;
+    const std::vector<Part>& parts() const;
+
+    // Whether both are copies of one list, which is quicker to see than that they are equal.
+    bool isSharedWith(const DictationRecords& other) const { return parts_ == other.parts_; }
+    bool operator==(const DictationRecords& other) const;
+
+    // The same list with one record before all others; its cost hardly depends on the size.
+    DictationRecords prepending(DictationRecord record) const;
+    DictationRecords without(const Uuid& id) const;
+    // With the text of every record that is earlier than `cutoff` removed. Records whose text is
+    // gone already cost nothing.
+    DictationRecords withoutTextBefore(Date cutoff) const;
+    // The records from the one instant to the other, both included.
+    DictationRecords between(Date from, Date to) const;
+    // In the order of their dates; records of one date keep theirs.
+    DictationRecords newestFirst() const;
+    // These records, then those of the other list.
+    DictationRecords followedBy(const DictationRecords& other) const;
+
+private:
+    using Parts = std::vector<Part>;
+    explicit DictationRecords(Parts parts);
+    template <class MayChange, class Edit>
+    DictationRecords edited(MayChange mayChange, Edit edit) const;
+
+    std::shared_ptr<const Parts> parts_;  // none for the empty list
+};
+
+class DictationRecords::const_iterator {
+public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = DictationRecord;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const DictationRecord*;
+    using reference = const DictationRecord&;
+
+    const_iterator() = default;
+    explicit const_iterator(const Part* part, const Part* last) : part_(part), last_(last) {
+        enterPart();
+    }
+    reference operator*() const { return *at_; }
+    pointer operator->() const { return at_; }
+    const_iterator& operator++() {
+        if (++at_ == end_) {
+            ++part_;
+            enterPart();
+        }
+        return *this;
+    }
+    const_iterator operator++(int) {
+        auto before = *this;
+        ++*this;
+        return before;
+    }
+    bool operator==(const const_iterator& other) const { return at_ == other.at_; }
+
+private:
+    void enterPart() {
+        at_ = part_ == last_ ? nullptr : part_->chunk->records.data();
+        end_ = part_ == last_ ? nullptr : at_ + part_->chunk->records.size();
+    }
+
+    const Part* part_ = nullptr;
+    const Part* last_ = nullptr;
+    pointer at_ = nullptr;
+    pointer end_ = nullptr;
+};
+
+// Makes a list of records that come one after another.
+class DictationRecords::Builder {
+public:
+    void add(DictationRecord record);
+    void add(ChunkPointer chunk);
+    DictationRecords build();
+
+private:
+    void closeChunk();
+
+    std::vector<DictationRecord> open_;
+    Parts parts_;
+    std::size_t size_ = 0;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,42 @@
+#include "QuorviCore/history/TranscriptRetention.h"
+
+namespace quorvi {
+
+std::int64_t rawValue(TranscriptRetention retention) {
+    switch (retention) {
+        case TranscriptRetention::thirtyDays:
+            return 30;
+        case TranscriptRetention::ninetyDays:
+            return 90;
+        case TranscriptRetention::forever:
+            return 0;
+    }
+    return 0;
+}
+
+std::string_view title(TranscriptRetention retention) {
+    switch (retention) {
+        case TranscriptRetention::thirtyDays:
+            return "30 days";
+        case TranscriptRetention::ninetyDays:
+            return "90 days";
+        case TranscriptRetention::forever:
+            return "Until I delete it";
+    }
+    return {};
+}
+
+std::optional<TranscriptRetention> transcriptRetentionFromRawValue(std::int64_t raw) {
+    for (const auto retention : allTranscriptRetentions)
+        if (rawValue(retention) == raw) return retention;
+    return std::nullopt;
+}
+
+DictationRecords applyingRetention(const DictationRecords& records, TranscriptRetention retention,
+                                   Date now, const Calendar& calendar) {
+    if (retention == TranscriptRetention::forever) return records;
+    const auto cutoff = calendar.addingDays(now, -static_cast<int>(rawValue(retention)));
+    return cutoff ? records.withoutTextBefore(*cutoff) : records;
+}
+
+}  // namespace quorvi

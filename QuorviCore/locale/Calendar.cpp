@@ -1,0 +1,156 @@
+#include "QuorviCore/locale/Calendar.h"
+
+#include <unicode/calendar.h>
+#include <unicode/timezone.h>
+
+#include <algorithm>
+#include <map>
+#include <mutex>
+#include <stdexcept>
+
+#include "QuorviCore/locale/SystemLocale.h"
+
+namespace quorvi {
+
+namespace {
+
+constexpr double farthest = 2e11;  // seconds
+
+Date within(Date date) {
+    return {std::clamp(date.secondsSinceReferenceDate, -farthest, farthest)};
+}
+
+void check(UErrorCode status) {
+    if (U_FAILURE(status)) throw std::runtime_error("The calendar could not be loaded.");
+}
+
+// Throws std::invalid_argument for an unknown name.
+std::unique_ptr<icu::TimeZone> zoneNamed(const std::string& name) {
+    std::unique_ptr<icu::TimeZone> zone(
+        icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
+    if (*zone == icu::TimeZone::getUnknown()) throw std::invalid_argument("no time zone " + name);
+    return zone;
+}
+
+std::unique_ptr<icu::Calendar> makeCalendar(const std::string& zone, const std::string& locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(
+        zoneNamed(zone).release(), icu::Locale(locale.c_str()), status));
+    check(status);
+    return calendar;
+}
+
+void setTime(icu::Calendar& calendar, Date date) {
+    UErrorCode status = U_ZERO_ERROR;
+    calendar.setTime(within(date).unixSeconds() * 1000, status);
+    check(status);
+}
+
+Date timeOf(const icu::Calendar& calendar) {
+    UErrorCode status = U_ZERO_ERROR;
+    const double milliseconds = calendar.getTime(status);
+    check(status);
+    return Date::fromUnixSeconds(milliseconds / 1000);
+}
+
+void setToMidnight(icu::Calendar& calendar) {
+    for (const auto field : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND})
+        calendar.set(field, 0);
+}
+
+Date midnight(icu::Calendar& calendar, Date date, int daysLater) {
+    setTime(calendar, date);
+    UErrorCode status = U_ZERO_ERROR;
+    calendar.add(UCAL_DATE, daysLater, status);
+    check(status);
+    setToMidnight(calendar);
+    return timeOf(calendar);
+}
+
+}  // namespace
+
+// Calculates under a lock that is held for microseconds.
+struct Calendar::State {
+    State(const std::string& z, const std::string& l)
+        : zone(z), locale(l), calendar(makeCalendar(z, l)) {}
+
+    Day find(Date date);
+    Day calculate(Date date);
+
+    const std::string zone;
+    const std::string locale;
+    std::mutex mutex;  // guards what follows
+    std::unique_ptr<icu::Calendar> calendar;
+    std::map<double, Day> days;  // by their end
+};
+
+Calendar::Day Calendar::State::find(Date date) {
+    const auto known = days.upper_bound(date.secondsSinceReferenceDate);
+    if (known != days.end() && known->second.contains(date)) return known->second;
+    const Day day = calculate(date);
+    days.emplace(day.end.secondsSinceReferenceDate, day);
+    return day;
+}
+
+// Where midnight comes twice, the calendar's fields can name a day that has not begun yet.
+Calendar::Day Calendar::State::calculate(Date date) {
+    const Date start = midnight(*calendar, date, 0);
+    if (start > date) return {midnight(*calendar, start, -1), start};
+    Date end = midnight(*calendar, start, 1);
+    for (int further = 2; end <= start; ++further) end = midnight(*calendar, start, further);
+    return {start, end};
+}
+
+Calendar::Calendar(const std::string& zone, const std::string& locale)
+    : state_(std::make_shared<State>(zone, locale)) {}
+
+Calendar Calendar::system() {
+    std::unique_ptr<icu::TimeZone> host(icu::TimeZone::detectHostTimeZone());
+    icu::UnicodeString name;
+    host->getID(name);
+    std::string zone;
+    name.toUTF8String(zone);
+    return {*host == icu::TimeZone::getUnknown() ? "UTC" : zone, systemLocale()};
+}
+
+const std::string& Calendar::zone() const {
+    return state_->zone;
+}
+
+const std::string& Calendar::locale() const {
+    return state_->locale;
+}
+
+Calendar::Day Calendar::day(Date date) const {
+    std::lock_guard lock(state_->mutex);
+    return state_->find(within(date));
+}
+
+Calendar::Day Calendar::dayBefore(const Day& day) const {
+    return this->day({day.start.secondsSinceReferenceDate - 0.5});
+}
+
+std::optional<Date> Calendar::addingDays(Date date, int days) const {
+    std::lock_guard lock(state_->mutex);
+    auto& calendar = *state_->calendar;
+    setTime(calendar, date);
+    UErrorCode status = U_ZERO_ERROR;
+    calendar.add(UCAL_DATE, days, status);
+    const double milliseconds = calendar.getTime(status);
+    if (U_FAILURE(status)) return std::nullopt;
+    return Date::fromUnixSeconds(milliseconds / 1000);
+}
+
+std::optional<Date> Calendar::startOfMonth(Date date) const {
+    std::lock_guard lock(state_->mutex);
+    auto& calendar = *state_->calendar;
+    setTime(calendar, date);
+    calendar.set(UCAL_DATE, 1);
+    setToMidnight(calendar);
+    UErrorCode status = U_ZERO_ERROR;
+    const double milliseconds = calendar.getTime(status);
+    if (U_FAILURE(status)) return std::nullopt;
+    return Date::fromUnixSeconds(milliseconds / 1000);
+}
+
+}  // namespace quorvi

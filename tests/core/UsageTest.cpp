@@ -1,0 +1,261 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "QuorviCore/history/HistorySummaries.h"
+#include "QuorviCore/history/TranscriptRetention.h"
+#include "tests/support/GeneratedHistory.h"
+#include "tests/support/LiteralUsage.h"
+
+namespace quorvi::test {
+namespace {
+
+const Calendar utc("UTC", "en_US");
+
+// Days since 2001-01-01 in UTC, and seconds.
+Date day(double days, double seconds = 0) {
+    return {days * 86'400 + seconds};
+}
+
+DictationRecord spoken(Date date, std::int64_t words = 10, const char* app = "Mail",
+                       double seconds = 60) {
+    DictationRecord record{.date = date, .text = "some text"};
+    record.wordCount = words;
+    record.audioSeconds = seconds;
+    record.appName = app;
+    return record;
+}
+
+DictationRecords on(std::initializer_list<double> days) {
+    std::vector<DictationRecord> records;
+    for (const double d : days) records.push_back(spoken(day(d, 40'000)));
+    return DictationRecords(records).newestFirst();
+}
+
+struct Place {
+    const char* zone;
+    double unixSeconds;  // about when something unusual happens to the clocks
+};
+
+constexpr Place places[] = {
+    {"Europe/Athens", 1774746000},        // forward, 29 March 2026
+    {"America/New_York", 1793512800},     // back, 1 November 2026
+    {"Asia/Kolkata", 1775000000},         // half an hour
+    {"Australia/Lord_Howe", 1775314800},  // back by half an hour
+    {"Pacific/Apia", 1325239200},         // without 30 December 2011
+    {"Africa/Cairo", 1777000000},         // midnight skipped, 24 April 2026
+    {"America/Havana", 1772946000},       // midnight skipped, 8 March 2026
+    {"Asia/Beirut", 1774734000},          // midnight skipped, 29 March 2026
+    {"Africa/Cairo", 1793300000},         // midnight twice, October 2026
+    {"America/St_Johns", 1162087260},     // one minute past midnight twice, 2006
+};
+
+TEST(Calendar, CutsTimeIntoDaysThatMeetInEveryZone) {
+    for (const auto& place : places) {
+        const Calendar calendar(place.zone, "en_US");
+        const auto first = Date::fromUnixSeconds(place.unixSeconds - 10 * 86'400);
+        auto today = calendar.day(first);
+        EXPECT_TRUE(today.contains(first));
+        for (int n = 0; n < 20; ++n) {
+            const auto next = calendar.day(today.end);
+            EXPECT_EQ(next.start, today.end) << place.zone;
+            EXPECT_EQ(calendar.dayBefore(next), today) << place.zone;
+            const double length =
+                next.end.secondsSinceReferenceDate - next.start.secondsSinceReferenceDate;
+            EXPECT_GE(length, 22 * 3600) << place.zone << n;
+            EXPECT_LE(length, 26 * 3600) << place.zone << n;
+            for (double at = 0; at < length; at += 613)
+                EXPECT_EQ(
+                    Calendar(place.zone, "en_US").day({next.start.secondsSinceReferenceDate + at}),
+                    next)
+                    << place.zone;
+            today = next;
+        }
+    }
+    const Calendar apia("Pacific/Apia", "en_US");
+    const auto lastOfYear = apia.day(Date::fromUnixSeconds(1325239200 + 3600));
+    const auto before = apia.dayBefore(lastOfYear);
+    EXPECT_EQ(before.end, lastOfYear.start) << "the 29th comes right before the 31st";
+    for (const double absurd : {1e300, -1e300, 1e12, -1e12}) EXPECT_NO_THROW(utc.day({absurd}));
+    EXPECT_THROW(Calendar("Mars/Olympus", "en_US"), std::invalid_argument);
+}
+
+TEST(Calendar, CountsMonthsAsTheLocaleDoes) {
+    const auto date = day(9'210, 50'000);  // 21 March 2026
+    EXPECT_EQ(Calendar("UTC", "de_DE").startOfMonth(date), day(9'190));
+    EXPECT_EQ(Calendar("UTC", "fa_IR").startOfMonth(date), day(9'210)) << "1 Farvardin";
+}
+
+TEST(TranscriptRetention, DropsTextsOlderThanCalendarDays) {
+    const auto cutOf = [](const Calendar& calendar, Date now, Date date) {
+        const DictationRecords one({spoken(date)});
+        return !applyingRetention(one, TranscriptRetention::thirtyDays, now, calendar)[0].text;
+    };
+    // 31 March 2026 at noon in Athens; the clocks went forward on the 29th.
+    const Calendar athens("Europe/Athens", "en_US");
+    const auto now = Date::fromUnixSeconds(1774947600);
+    const auto noonOnTheFirst = now.secondsSinceReferenceDate - 30 * 86'400 + 3600;
+    EXPECT_FALSE(cutOf(athens, now, {noonOnTheFirst}));
+    EXPECT_TRUE(cutOf(athens, now, {noonOnTheFirst - 60}));
+
+    const auto records = on({1, 50, 80, 100});
+    const auto now100 = day(100, 50'000);
+    EXPECT_TRUE(applyingRetention(records, TranscriptRetention::forever, now100, utc)
+                    .isSharedWith(records));
+    const auto kept = applyingRetention(records, TranscriptRetention::thirtyDays, now100, utc);
+    std::vector<bool> texts;
+    for (const auto& record : kept) texts.push_back(record.text.has_value());
+    EXPECT_EQ(texts, (std::vector<bool>{true, true, false, false}));
+    EXPECT_EQ(UsageSummary::of(kept, now100, utc), UsageSummary::of(records, now100, utc));
+    EXPECT_TRUE(applyingRetention({}, TranscriptRetention::ninetyDays, now100, utc).empty());
+    EXPECT_EQ(transcriptRetentionFromRawValue(0), TranscriptRetention::forever);
+    EXPECT_EQ(transcriptRetentionFromRawValue(31), std::nullopt);
+}
+
+// In every zone and around every kind of clock change, what the quick way says is what the literal
+// way says.
+TEST(UsageSummary, IsWhatTheLiteralCalendarSays) {
+    std::mt19937 random(5);
+    for (const auto& place : places) {
+        if (place.unixSeconds < 1.2e9) continue;  // where a literal day is not one stretch of time
+        const Calendar calendar(place.zone, "en_US");
+        LiteralUsage literal(calendar);
+        auto newest = Date::fromUnixSeconds(place.unixSeconds + 5 * 86'400);
+        auto records = GeneratedHistory(1'500, newest, static_cast<unsigned>(random())).take();
+        for (int i = 0; i < 40; ++i) {
+            records[random() % records.size()].wordCount = 0;
+            records[random() % records.size()].audioSeconds = -5;
+            records[random() % records.size()].appName = "";
+        }
+        const DictationRecords list(records);
+        for (int i = 0; i < 12; ++i) {
+            const Date now{newest.secondsSinceReferenceDate - random() % (12 * 86'400)};
+            EXPECT_EQ(UsageSummary::of(list, now, calendar, 20), literal.summary(records, now, 20))
+                << place.zone;
+            HistorySummaries summaries;
+            for (const auto period : allUsagePeriods) {
+                const auto chosen = literal.filter(
+                    records, startOf(period, now, calendar).value_or(Date{-1e300}), now);
+                const DictationRecords expected(chosen);
+                EXPECT_TRUE(filter(period, list, now, calendar) == expected);
+                const auto& shown = summaries.period(period, list, now, calendar);
+                EXPECT_EQ(shown.usage, literal.summary(chosen, now, 84)) << place.zone;
+                EXPECT_EQ(shown.cost, literal.cost(chosen));
+                EXPECT_EQ(UsageCostSummary::of(list, period, now, calendar), shown.cost);
+            }
+        }
+    }
+}
+
+TEST(UsageSummary, CountsStreaksAndDays) {
+    const auto now = day(100, 50'000);
+    struct Case {
+        std::initializer_list<double> days;
+        int current, longest;
+    };
+    const Case cases[] = {{{}, 0, 0},   {{100, 99, 98}, 3, 3},   {{99, 98}, 2, 2},
+                          {{98}, 0, 1}, {{1, 2, 3, 5, 6}, 0, 3}, {{100}, 1, 1},
+                          {{101}, 0, 0}};
+    for (const auto& c : cases) {
+        const auto usage = UsageSummary::of(on(c.days), now, utc, 0);
+        EXPECT_EQ(usage.currentStreak, c.current);
+        EXPECT_EQ(usage.longestStreak, c.longest);
+        ASSERT_EQ(usage.days.size(), 1u);
+        EXPECT_EQ(usage.days[0].date, day(100));
+    }
+    // A day that a zone leaves out breaks no streak.
+    const Calendar apia("Pacific/Apia", "en_US");
+    const auto newYear = Date::fromUnixSeconds(1325239200 + 30 * 3600);
+    std::vector<DictationRecord> days;
+    for (const double back : {0, 24, 48})
+        days.push_back(spoken({newYear.secondsSinceReferenceDate - back * 3600}));
+    EXPECT_EQ(UsageSummary::of(DictationRecords(days), newYear, apia).currentStreak, 3);
+}
+
+TEST(UsageSummary, SurvivesAbsurdNumbers) {
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    const DictationRecords records({spoken(day(1), most, "a", 1e308),
+                                    spoken(day(1), most, "a", 1e308), spoken({-1e300}, 5, "b", -3),
+                                    spoken({1e300}, 5)});
+    const auto usage = UsageSummary::of(records, day(2), utc);
+    EXPECT_EQ(usage.totalWords, most);
+    EXPECT_EQ(usage.dictationCount, 3);
+    EXPECT_EQ(usage.wordsPerMinute(), 0);
+    EXPECT_GE(UsageCostSummary::of(records, UsagePeriod::all, day(2), utc).totalUSD(), 0);
+}
+
+TEST(UsageSummary, RoundsTheSpeedAndOrdersApplications) {
+    const auto speed = [](std::int64_t words, double seconds) {
+        UsageSummary usage;
+        usage.totalWords = words;
+        usage.audioSeconds = seconds;
+        return usage.wordsPerMinute();
+    };
+    EXPECT_EQ(speed(150, 90), 100);
+    EXPECT_EQ(speed(1, 0.8), 75);
+    EXPECT_EQ(speed(7, 120), 4);
+    EXPECT_EQ(speed(7, 0), std::nullopt);
+    const DictationRecords records({spoken(day(1), 40, "mail"), spoken(day(1), 40, "Mail"),
+                                    spoken(day(1), 41, "Zed"), spoken(day(1), 40, "")});
+    std::vector<std::string> names;
+    for (const auto& app : UsageSummary::of(records, day(2), utc).apps)
+        names.push_back(app.name.string());
+    EXPECT_EQ(names, (std::vector<std::string>{"Zed", "", "Mail", "mail"}));
+}
+
+TEST(UsageCost, PricesEachBasisByItselfAndTheRestAsAssumed) {
+    EXPECT_DOUBLE_EQ(DictationCostEstimate::of(TranscriptionModel::fourO).usd(90), 0.009);
+    const DictationCostEstimate negative{"x", -1, "y"};
+    EXPECT_EQ(negative.usd(60), 0);
+    for (const double seconds : {0.0, -1.0, std::nan("")})
+        EXPECT_EQ(DictationCostEstimate::of(TranscriptionModel::mini).usd(seconds), 0);
+
+    auto mini = spoken(day(1));
+    mini.costEstimate = DictationCostEstimate::of(TranscriptionModel::mini);
+    auto older = mini;
+    older.costEstimate->pricingDate = "2025-01-01";
+    auto named = spoken(day(1));
+    named.costEstimate = DictationCostEstimate::of(TranscriptionModel::transcribe);
+    auto wordless = mini;
+    wordless.wordCount = 0;
+    const DictationRecords records({mini, spoken(day(1)), older, mini, named, wordless});
+    const auto cost = UsageCostSummary::of(records, UsagePeriod::all, day(2), utc);
+    std::vector<std::string> rows;
+    for (const auto& model : cost.models)
+        rows.push_back(model.id.estimate.modelID.string() + (model.id.assumedModel ? "?" : "") +
+                       " " + model.id.estimate.pricingDate.string() + " " +
+                       std::to_string(model.dictations));
+    EXPECT_EQ(rows, (std::vector<std::string>{
+                        "gpt-4o-mini-transcribe 2026-09-11 2", "gpt-transcribe 2026-09-11 1",
+                        "gpt-transcribe? 2026-09-11 1", "gpt-4o-mini-transcribe 2025-01-01 1"}));
+    EXPECT_EQ(cost.dictations(), 5);
+    EXPECT_EQ(cost.assumedDictations(), 1);
+    EXPECT_DOUBLE_EQ(cost.totalUSD(), 2 * 0.0045 + 3 * 0.003);
+}
+
+// Kept summaries are those that a fresh count gives, whatever has changed meanwhile.
+TEST(HistorySummaries, FollowTheRecordsTheClockAndTheCalendar) {
+    HistorySummaries summaries;
+    auto records = on({95, 96, 97, 98});
+    const Calendar kiritimati("Pacific/Kiritimati", "en_US");
+    const auto check = [&](Date now, const Calendar& calendar) {
+        for (const auto period : {UsagePeriod::week, UsagePeriod::all, UsagePeriod::today}) {
+            const auto& shown = summaries.period(period, records, now, calendar);
+            EXPECT_EQ(shown.usage,
+                      UsageSummary::of(filter(period, records, now, calendar), now, calendar));
+            EXPECT_EQ(shown.cost, UsageCostSummary::of(records, period, now, calendar));
+        }
+    };
+    check(day(98, 30'000), utc);
+    check(day(98, 39'999), utc);
+    check(day(98, 40'000), utc);  // a record's own moment has come
+    check(day(98, 86'399), utc);
+    check(day(99), utc);  // a new day
+    check(day(97), utc);  // the clock was put back
+    check(day(97), kiritimati);
+    records = records.prepending(spoken(day(97, -5)));
+    check(day(97), kiritimati);
+}
+
+}  // namespace
+}  // namespace quorvi::test

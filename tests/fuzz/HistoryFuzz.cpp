@@ -1,0 +1,67 @@
+// Whatever bytes a history file or a synchronised record holds, reading them ends in records that
+// are written and read back unchanged, or in an error.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "QuorviCore/history/HistoryArchive.h"
+#include "QuorviCore/history/HistoryIndex.h"
+#include "QuorviCore/history/UsageCost.h"
+#include "QuorviCore/history/UsageSummary.h"
+#include "QuorviCore/text/Text.h"
+
+using namespace quorvi;
+
+namespace {
+
+void require(bool condition) {
+    if (!condition) std::abort();
+}
+
+std::string written(const DictationRecords& records) {
+    HistoryArchiveEncoder encoder(records);
+    std::string document;
+    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) document += piece;
+    return document;
+}
+
+void readDocument(const std::string& bytes) {
+    DictationRecords records;
+    try {
+        records = HistoryArchive::decode(bytes).records;
+    } catch (const HistoryFormatError&) {
+        return;
+    }
+    require(text::isValidUtf8(bytes));
+    require(HistoryArchive::decode(written(records)).records == records);
+
+    static const Calendar calendar("Pacific/Apia", "en_US");
+    const Date now{700'000'000};
+    const auto usage = UsageSummary::of(records.newestFirst(), now, calendar);
+    require(usage.dictationCount <= static_cast<std::int64_t>(records.size()));
+    require(usage.days.size() == 84);
+    require(UsageCostSummary::of(records, UsagePeriod::week, now, calendar).totalUSD() >= 0);
+    HistoryIndex index;
+    index.update(records);
+    const auto query = bytes.substr(0, 2);
+    for (const auto position : index.find(query, HistoryIndex::Among::records).positions)
+        require(records[position].matches(query));
+}
+
+void readRecord(const std::string& bytes) {
+    try {
+        const auto record = decodeRecord(bytes);
+        require(decodeRecord(encodeRecord(record)) == record);
+    } catch (const HistoryFormatError&) {
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    readDocument(bytes);
+    readRecord(bytes);
+    return 0;
+}

@@ -1,0 +1,300 @@
+#include "Quorvi/history/HistoryStore.h"
+
+#include <gtest/gtest.h>
+
+#include "Quorvi/history/HistorySearch.h"
+#include "Quorvi/system/MemoryPreferences.h"
+#include "QuorviCore/history/HistoryArchive.h"
+#include "tests/fakes/FakeFileStore.h"
+#include "tests/fakes/FakePasteboard.h"
+#include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/GeneratedHistory.h"
+#include "tests/support/Waiting.h"
+
+namespace quorvi::test {
+namespace {
+
+constexpr auto couldNotBeOpened =
+    "Existing history could not be opened. It has been left untouched; new entries are available "
+    "for this session only.";
+constexpr auto couldNotBeSaved =
+    "History could not be saved on this Mac. Check available disk space and folder access.";
+
+// An executor whose jobs wait until the test lets them run.
+class HeldExecutor : public Executor {
+public:
+    void run(std::function<void()> job) override { jobs.push_back(std::move(job)); }
+    void runAll() {
+        while (!jobs.empty()) {
+            auto job = std::move(jobs.front());
+            jobs.erase(jobs.begin());
+            job();
+        }
+    }
+    std::vector<std::function<void()>> jobs;
+};
+
+class HistoryStoreTest : public testing::Test {
+protected:
+    HistoryStoreTest() { pasteboard.copyText("mine"); }
+
+    HistoryStore& start() {
+        store.emplace(HistoryStore::Environment{preferences, files, path, executor, scheduler,
+                                                pasteboard, [this] { return calendar; }});
+        observer = store->onChange([this] { ++told; });
+        return *store;
+    }
+    HistoryStore& startAndLoad() {
+        start();
+        settle();
+        EXPECT_FALSE(store->isLoading());
+        return *store;
+    }
+    void settle() {
+        executor.runAll();
+        scheduler.settle();
+        executor.runAll();
+        scheduler.settle();
+    }
+    void dictate(const std::string& text, double daysAgo = 0) {
+        store->record(text, 2, "Mail", "automatic", TranscriptionModel::mini, ago(daysAgo));
+    }
+    Date ago(double days) const {
+        return {scheduler.date().secondsSinceReferenceDate - days * 86'400};
+    }
+    void keepOnDisk(std::vector<DictationRecord> records) {
+        HistoryFile(files, path).save(DictationRecords(std::move(records)));
+        files.attempts = 0;
+    }
+    DictationRecord old(const char* text, double daysAgo) const {
+        return DictationRecord::make(Uuid::random(), ago(daysAgo), text, 1, "Old", "automatic",
+                                     true, std::nullopt);
+    }
+    // The texts of a list, "-" for those that are gone.
+    static std::string texts(const DictationRecords& records) {
+        std::string all;
+        for (const auto& record : records)
+            all += (all.empty() ? "" : " ") + (record.text ? record.text->string() : "-");
+        return all;
+    }
+    std::string onDisk() {
+        return files.files.contains(path) ? texts(HistoryFile(files, path).load()) : "(no file)";
+    }
+
+    const std::filesystem::path path = "data/history.json";
+    const Calendar calendar{"Europe/Athens", "en_US"};
+    VirtualScheduler scheduler;
+    HeldExecutor executor;
+    FakePasteboard pasteboard{scheduler};
+    MemoryPreferences preferences;
+    FakeFileStore files;
+    std::optional<HistoryStore> store;
+    Subscription observer;
+    int told = 0;
+};
+
+TEST_F(HistoryStoreTest, KeepsEachDictationAndTellsItsObservers) {
+    startAndLoad();
+    EXPECT_EQ(onDisk(), "(no file)");
+    told = 0;
+    dictate("first");
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(onDisk(), "(no file)") << "nothing blocks for the disk";
+    settle();
+    EXPECT_EQ(onDisk(), "first");
+    const auto generation = store->generation();
+    dictate("second");
+    EXPECT_GT(store->generation(), generation);
+    dictate("...");
+    settle();
+    EXPECT_EQ(files.attempts, 2) << "a text without words is not recorded";
+    EXPECT_EQ(onDisk(), "second first");
+    const auto& record = store->records()[0];
+    EXPECT_EQ(record.costEstimate, DictationCostEstimate::of(TranscriptionModel::mini));
+    EXPECT_EQ(record.audioSeconds, 2);
+    EXPECT_EQ(record.language, "automatic");
+
+    store->copy(record);
+    scheduler.advance(std::chrono::seconds(1));
+    EXPECT_EQ(pasteboard.text(), "second");
+    store->setKeepTranscripts(false);
+    dictate("three more words");
+    EXPECT_EQ(store->records()[0].wordCount, 3);
+    store->copy(store->records()[0]);
+    store->remove(store->records()[1].id);
+    settle();
+    EXPECT_EQ(onDisk(), "- first");
+    EXPECT_EQ(pasteboard.text(), "second") << "there was nothing to copy";
+    store->remove(Uuid{});
+    settle();
+    EXPECT_EQ(files.attempts, 4) << "one write for the last two, one that was asked for anyway";
+    store->clear();
+    settle();
+    EXPECT_EQ(onDisk(), "");
+    startAndLoad();
+    EXPECT_FALSE(store->keepTranscripts());
+}
+
+TEST_F(HistoryStoreTest, WhatIsDoneWhileTheFileIsReadIsAppliedToIt) {
+    keepOnDisk({old("b", 2), old("a", 3), old("c", 1)});
+    start();
+    dictate("new");
+    dictate("removed");
+    store->remove(store->records()[0].id);
+    EXPECT_EQ(texts(store->records()), "new");
+    EXPECT_FALSE(store->replaceFromSync({})) << "it would lack what is in the file";
+    EXPECT_TRUE(store->isLoading());
+    EXPECT_EQ(files.attempts, 0);
+    settle();
+    EXPECT_EQ(texts(store->records()), "new c b a");
+    EXPECT_EQ(onDisk(), "new c b a");
+    EXPECT_EQ(files.attempts, 1);
+
+    start();
+    dictate("lost");
+    store->clear();
+    dictate("only");
+    settle();
+    EXPECT_EQ(onDisk(), "only");
+}
+
+TEST_F(HistoryStoreTest, AHistoryThatCannotBeReadIsNeverWritten) {
+    const auto newer = R"({"version":2,"records":[]})";
+    for (const std::string content :
+         {"", "{", newer, R"({"version":0,"records":[]})", "unreadable"}) {
+        files.files[path] = content;
+        files.unreadable = content == "unreadable";
+        files.attempts = 0;
+        start();
+        dictate("before");
+        settle();
+        EXPECT_EQ(store->persistenceError(), couldNotBeOpened) << content;
+        EXPECT_EQ(texts(store->records()), "before");
+        dictate("after");
+        EXPECT_FALSE(store->replaceFromSync({}));
+        EXPECT_EQ(texts(store->records()), "after before");
+        store->setRetention(TranscriptRetention::thirtyDays);
+        store->prune(ago(-100));
+        store->remove(store->records()[0].id);
+        store->clear();
+        store->flush();
+        settle();
+        EXPECT_EQ(files.attempts, 0);
+        EXPECT_EQ(files.files[path], content);
+        EXPECT_EQ(store->persistenceError(), couldNotBeOpened);
+    }
+    files.unreadable = false;
+    files.files[path] = newer;
+    try {
+        HistoryFile(files, path).load();
+        ADD_FAILURE();
+    } catch (const std::exception& error) {
+        EXPECT_STREQ(error.what(), "This history file was created by a newer version of Quorvi.");
+    }
+}
+
+TEST_F(HistoryStoreTest, OnlyTheLatestWriteIsReportedAndOvertakenOnesAreSkipped) {
+    startAndLoad();
+    files.full = true;
+    dictate("one");
+    settle();
+    EXPECT_EQ(store->persistenceError(), couldNotBeSaved);
+    dictate("two");
+    dictate("three");
+    files.full = false;
+    settle();
+    EXPECT_EQ(store->persistenceError(), std::nullopt);
+    EXPECT_EQ(files.attempts, 2) << "two changes, one write";
+    EXPECT_EQ(onDisk(), "three two one");
+
+    // The first of two writes fails, but a later one is scheduled when that becomes known.
+    files.full = true;
+    dictate("four");
+    executor.runAll();
+    files.full = false;
+    dictate("five");
+    told = 0;
+    scheduler.settle();
+    EXPECT_EQ(store->persistenceError(), std::nullopt);
+    EXPECT_EQ(told, 0);
+    settle();
+    EXPECT_EQ(store->persistenceError(), std::nullopt);
+    EXPECT_EQ(onDisk(), "five four three two one");
+}
+
+TEST_F(HistoryStoreTest, DropsTextsAsTheRetentionSays) {
+    preferences.setInteger("transcriptRetention", 0);
+    keepOnDisk({old("new", 1), old("older", 40), old("oldest", 100)});
+    startAndLoad();
+    EXPECT_EQ(store->retention(), TranscriptRetention::forever);
+    EXPECT_EQ(files.attempts, 0);
+    store->setRetention(TranscriptRetention::thirtyDays);
+    settle();
+    EXPECT_EQ(files.attempts, 1);
+    EXPECT_EQ(onDisk(), "new - -");
+    EXPECT_EQ(preferences.integer("transcriptRetention"), 30);
+    store->setRetention(TranscriptRetention::forever);
+    settle();
+    EXPECT_EQ(files.attempts, 1);
+
+    // From the date of a new record, from the present time, and from sync.
+    store->setRetention(TranscriptRetention::ninetyDays);
+    dictate("future", -95);
+    EXPECT_EQ(texts(store->records()), "future - - -");
+    EXPECT_TRUE(store->replaceFromSync(DictationRecords({old("x", 1), old("y", 91)})));
+    EXPECT_EQ(texts(store->records()), "x -");
+    const auto generation = store->generation();
+    EXPECT_TRUE(
+        store->replaceFromSync(DictationRecords({store->records()[0], store->records()[1]})));
+    EXPECT_EQ(store->generation(), generation) << "the same list is no change";
+    scheduler.advance(std::chrono::hours(24 * 90));
+    store->prune(scheduler.date());
+    settle();
+    EXPECT_EQ(onDisk(), "- -");
+    for (const auto value : {std::optional<std::int64_t>(), std::optional<std::int64_t>(7)}) {
+        value ? preferences.setInteger("transcriptRetention", *value)
+              : preferences.remove("transcriptRetention");
+        EXPECT_EQ(start().retention(), TranscriptRetention::ninetyDays);
+    }
+}
+
+TEST_F(HistoryStoreTest, FlushingWritesEverythingAtOnceEvenBeforeTheFileWasRead) {
+    keepOnDisk({old("old", 1)});
+    start();
+    dictate("new");
+    store->flush();
+    EXPECT_EQ(onDisk(), "new old");
+    dictate("last");
+    store->flush();
+    EXPECT_EQ(onDisk(), "last new old");
+    settle();
+    EXPECT_EQ(texts(store->records()), "last new old");
+    EXPECT_EQ(files.attempts, 2);
+    dictate("at the end");
+    store.reset();
+    settle();
+    EXPECT_EQ(onDisk(), "at the end last new old") << "what was scheduled is still written";
+}
+
+TEST_F(HistoryStoreTest, IsSearchedInTheBackground) {
+    keepOnDisk(GeneratedHistory(600, scheduler.date()).take());
+    startAndLoad();
+    HistorySearch search(executor, scheduler);
+    search.prepare(store->records());
+    EXPECT_FALSE(search.findNow(store->records(), "cafe"));
+    dictate("A Café of its own");
+    std::stop_source stop;
+    const Running<HistoryMatches> pointless(search.find(store->records(), "caf", stop.get_token()));
+    const Running<HistoryMatches> wanted(search.find(store->records(), "OF ITS", {}));
+    stop.request_stop();
+    settle();
+    EXPECT_TRUE(pointless.cancelled());
+    ASSERT_TRUE(wanted.value());
+    ASSERT_EQ(wanted.value()->size(), 1u);
+    EXPECT_EQ((*wanted.value())[0].text, "A Café of its own");
+    ASSERT_TRUE(search.findNow(store->records(), "cafe of its own"));
+    EXPECT_EQ(search.findNow(store->records(), "cafe of its own")->size(), 1u);
+}
+
+}  // namespace
+}  // namespace quorvi::test

@@ -1,0 +1,133 @@
+#pragma once
+
+#include <unicode/calendar.h>
+#include <unicode/timezone.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <memory>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "QuorviCore/history/UsageCost.h"
+#include "QuorviCore/history/UsagePeriod.h"
+#include "QuorviCore/history/UsageSummary.h"
+
+namespace quorvi::test {
+
+// What the summaries of a page mean, said with a calendar calculation for every record: slow, and
+// the reference that the quick form is compared with. For one thread.
+class LiteralUsage {
+public:
+    explicit LiteralUsage(const Calendar& calendar) {
+        UErrorCode status = U_ZERO_ERROR;
+        calendar_.reset(icu::Calendar::createInstance(
+            icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(calendar.zone())),
+            icu::Locale(calendar.locale().c_str()), status));
+        if (U_FAILURE(status)) throw std::runtime_error("no calendar");
+    }
+
+    Date startOfDay(Date date) { return midnight(date); }
+    Date startOfDayBefore(Date start) { return midnight({start.secondsSinceReferenceDate - 1}); }
+    Date startOfDayAfter(Date start) {
+        Date next = start;
+        // A day has at least twenty hours and at most twenty-eight.
+        for (int hours = 20; next <= start; hours += 4)
+            next = midnight({start.secondsSinceReferenceDate + hours * 3600});
+        return next;
+    }
+
+    UsageSummary summary(const std::vector<DictationRecord>& records, Date now, int activityDays) {
+        UsageSummary result;
+        std::map<std::string, AppUsage> apps;
+        std::map<Date, DailyUsage> days;
+        for (const auto& record : records) {
+            if (record.date > now || record.wordCount <= 0) continue;
+            result.totalWords += record.wordCount;
+            ++result.dictationCount;
+            if (std::isfinite(record.audioSeconds) && record.audioSeconds > 0)
+                result.audioSeconds += record.audioSeconds;
+            add(apps[record.appName.string()], record);
+            add(days[startOfDay(record.date)], record);
+        }
+        for (auto& [name, app] : apps) {
+            app.name = name;
+            result.apps.push_back(app);
+        }
+        std::ranges::stable_sort(result.apps, std::greater<>(), &AppUsage::words);
+
+        Date day = startOfDay(now);
+        for (int i = 0; i < std::max(activityDays, 1); ++i) {
+            auto entry = days.contains(day) ? days[day] : DailyUsage{};
+            entry.date = day;
+            result.days.insert(result.days.begin(), entry);
+            day = startOfDayBefore(day);
+        }
+        day = startOfDay(now);
+        if (!days.contains(day)) day = startOfDayBefore(day);
+        for (; days.contains(day); day = startOfDayBefore(day)) ++result.currentStreak;
+        std::int64_t run = 0;
+        Date expected{};
+        for (const auto& [start, usage] : days) {
+            run = run > 0 && start == expected ? run + 1 : 1;
+            result.longestStreak = std::max(result.longestStreak, run);
+            expected = startOfDayAfter(start);
+        }
+        return result;
+    }
+
+    std::vector<DictationRecord> filter(const std::vector<DictationRecord>& records, Date from,
+                                        Date now) {
+        std::vector<DictationRecord> result;
+        for (const auto& record : records)
+            if (record.date >= from && record.date <= now) result.push_back(record);
+        return result;
+    }
+
+    // The cost of all of them.
+    UsageCostSummary cost(const std::vector<DictationRecord>& records) {
+        std::map<std::tuple<std::string, bool, std::string, double>, ModelCostUsage> groups;
+        for (const auto& record : records) {
+            if (record.wordCount == 0) continue;
+            const ModelCostUsage::ID id{record.costEstimate.value_or(DictationCostEstimate::of(
+                                            TranscriptionModel::transcribe)),
+                                        !record.costEstimate};
+            auto& group = groups[{id.estimate.modelID.string(), id.assumedModel,
+                                  id.estimate.pricingDate.string(), id.estimate.usdPerMinute}];
+            group.id = id;
+            ++group.dictations;
+            if (std::isfinite(record.audioSeconds) && record.audioSeconds > 0)
+                group.audioSeconds += record.audioSeconds;
+        }
+        UsageCostSummary result;
+        for (const auto& [key, group] : groups) result.models.push_back(group);
+        std::ranges::stable_sort(result.models, std::greater<>(),
+                                 [](const auto& group) { return group.usd(); });
+        return result;
+    }
+
+private:
+    template <class Usage>
+    static void add(Usage& usage, const DictationRecord& record) {
+        usage.words += record.wordCount;
+        ++usage.dictations;
+    }
+
+    Date midnight(Date date) {
+        UErrorCode status = U_ZERO_ERROR;
+        calendar_->setTime(date.unixSeconds() * 1000, status);
+        for (const auto field : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND})
+            calendar_->set(field, 0);
+        const double time = calendar_->getTime(status);
+        if (U_FAILURE(status)) throw std::runtime_error("no date");
+        return Date::fromUnixSeconds(time / 1000);
+    }
+
+    std::unique_ptr<icu::Calendar> calendar_;
+};
+
+}  // namespace quorvi::test
