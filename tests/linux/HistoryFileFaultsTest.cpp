@@ -119,7 +119,7 @@ TEST(HistoryFile, IsTheOldOrTheNewOneWhenTheProgramIsKilledWhileSaving) {
     const auto second = generated(1'400, 2);
     file.save(first);
     int sawFirst = 0, sawSecond = 0;
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 40; ++round) {
         const pid_t child = fork();
         if (child == 0) {
             for (;;) {
@@ -134,7 +134,7 @@ TEST(HistoryFile, IsTheOldOrTheNewOneWhenTheProgramIsKilledWhileSaving) {
         sawFirst += found == first;
         sawSecond += found == second;
     }
-    EXPECT_EQ(sawFirst + sawSecond, 60);
+    EXPECT_EQ(sawFirst + sawSecond, 40);
     file.save(first);
     EXPECT_EQ(filesIn(folder.path()), 1) << "abandoned drafts take no room for long";
 }

@@ -64,7 +64,12 @@ public:
             if (written < 0 && errno == EINTR) continue;
             if (written < 0) fail("write", path_);
             bytes.remove_prefix(static_cast<std::size_t>(written));
+            size_ += written;
         }
+        // The disk gets to work while the rest is still being made.
+        if (size_ - begun_ < writeAhead) return;
+        ::sync_file_range(descriptor_, begun_, size_ - begun_, SYNC_FILE_RANGE_WRITE);
+        begun_ = size_;
     }
     void sync() {
         if (::fchmod(descriptor_, fileMode) != 0) fail("chmod", path_);
@@ -76,8 +81,12 @@ public:
     }
 
 private:
+    static constexpr off_t writeAhead = 8 << 20;
+
     std::string path_;
     int descriptor_;
+    off_t size_ = 0;
+    off_t begun_ = 0;  // what the disk has been told to write
 };
 
 // A second name for the present content, put in the place of an older generation's in one step. A
