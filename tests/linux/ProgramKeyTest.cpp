@@ -86,6 +86,7 @@ std::vector<std::string> memoryWithKey(pid_t pid) {
         if (std::sscanf(line.c_str(), "%lx-%lx %c", &begin, &end, &readable) != 3 ||
             readable != 'r')
             continue;
+        if (end - begin > (1UL << 30)) continue;  // a sanitizer's notes on the memory
         std::string bytes(end - begin, '\0');
         memory.clear();
         memory.seekg(static_cast<std::streamoff>(begin));
