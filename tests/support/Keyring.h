@@ -34,6 +34,13 @@ public:
 
     static constexpr auto password = "open sesame";
 
+    // The command that runs it.
+    static std::vector<std::string> daemon(Begin begin) {
+        const std::string command = "exec gnome-keyring-daemon --foreground --components=secrets ";
+        if (begin == Begin::locked) return {"sh", "-c", command + "--start"};
+        return {"sh", "-c", "printf '" + std::string(password) + "' | " + command + "--unlock"};
+    }
+
     explicit Keyring(Begin begin = Begin::unlocked) {
         std::filesystem::create_directory(folder_.path() / "services");
         const auto configuration = folder_.write(
@@ -52,11 +59,7 @@ public:
     std::filesystem::path files() const { return folder_.path() / "data"; }
 
     void start(Begin begin = Begin::unlocked) {
-        const std::string daemon = "exec gnome-keyring-daemon --foreground --components=secrets ";
-        service_ = begin == Begin::unlocked
-                       ? onBus({"sh", "-c",
-                                "printf '" + std::string(password) + "' | " + daemon + "--unlock"})
-                       : onBus({"sh", "-c", daemon + "--start"});
+        service_ = onBus(daemon(begin));
         if (!eventually([this] { return has("org.freedesktop.secrets"); }))
             throw std::runtime_error("The test's keyring did not come up.");
     }
