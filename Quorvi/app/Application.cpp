@@ -11,6 +11,7 @@
 #include "Quorvi/app/LinuxDesktop.h"
 #include "Quorvi/app/QuitSignals.h"
 #include "Quorvi/app/SingleInstance.h"
+#include "Quorvi/app/Updates.h"
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
@@ -38,6 +39,7 @@ public:
         panel_ =
             std::make_unique<RecordingPanel>(*model_, [this] { return desktop_.isComposited(); });
         statusItem_ = std::make_unique<StatusItem>(*model_, [this] { quit(); });
+        statusItem_->checkForUpdates = [this] { updates_.updater().check(); };
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
         changes_ = model_->onChange([this] { modelChanged(); });
@@ -55,6 +57,7 @@ public:
         permissions_ = {};
         statusItem_->hide();
         model_->shutdown();
+        updates_.updater().close();
         tasks_.start([this](std::stop_token stop) { return leave(stop); });
     }
 
@@ -107,6 +110,7 @@ private:
     NoCorrectionObserver observer_;
     NoAccountSync sync_;
     std::unique_ptr<AppModel> model_;
+    Updates updates_{scheduler_, preferences_};
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<QuitSignals> quitSignals_;

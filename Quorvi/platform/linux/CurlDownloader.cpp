@@ -3,8 +3,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
-#include <chrono>
+#include <memory>
 #include <span>
 #include <system_error>
 #include <utility>
@@ -18,8 +19,6 @@ namespace quorvi {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr auto progressInterval = std::chrono::milliseconds(50);
 
 QuorviError saveFailure(int error) {
     return QuorviError::message(
@@ -91,18 +90,32 @@ private:
 
 using Progress = std::function<void(std::uint64_t)>;
 
-// Tells the main thread at most every so often, and nothing once the asking coroutine is gone.
-std::function<void(std::uint64_t)> throttled(Scheduler& scheduler,
-                                             std::weak_ptr<Progress> progress) {
-    return [&scheduler, progress, last = TimePoint{}](std::uint64_t bytes) mutable {
-        const auto now = scheduler.now();
-        if (now - last < progressInterval) return;
-        last = now;
-        scheduler.post([progress, bytes] {
-            if (const auto tell = progress.lock()) (*tell)(bytes);
+// Carries the count to the main thread, which is told the latest one whenever it has time, and
+// nothing once the asking coroutine is gone.
+class Report {
+public:
+    Report(Scheduler& scheduler, const std::shared_ptr<Progress>& progress)
+        : scheduler_(scheduler), told_(std::make_shared<Told>()) {
+        told_->progress = progress;
+    }
+    void operator()(std::uint64_t bytes) {
+        told_->bytes = bytes;
+        if (told_->isPosted.exchange(true)) return;
+        scheduler_.post([told = told_] {
+            told->isPosted = false;
+            if (const auto tell = told->progress.lock()) (*tell)(told->bytes);
         });
+    }
+
+private:
+    struct Told {
+        std::weak_ptr<Progress> progress;
+        std::atomic<std::uint64_t> bytes{0};
+        std::atomic<bool> isPosted{false};
     };
-}
+    Scheduler& scheduler_;
+    std::shared_ptr<Told> told_;
+};
 
 }  // namespace
 
@@ -138,7 +151,7 @@ Task<void> CurlDownloader::download(std::string url, std::filesystem::path file,
     throwIfStopped(stop);
     const StopOnExit job(std::move(stop));
     const auto told = std::make_shared<Progress>(std::move(progress));
-    auto work = [url, file, length, caFile = caFile_, report = throttled(scheduler_, told),
+    auto work = [url, file, length, caFile = caFile_, report = Report(scheduler_, told),
                  stopped = job.token(), ending = ending_.get_token()]() mutable {
         NewFile saved(file, length);
         CurlDownload download(url, caFile, [&](std::span<const char> bytes) {
