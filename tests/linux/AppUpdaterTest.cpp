@@ -41,7 +41,9 @@ protected:
         authority.reset();
     }
 
+    // Programs that this machine may have for packages don't count.
     static void installInstaller() {
+        setenv("XDG_DATA_DIRS", releases->folder().c_str(), 1);
         const fs::path data = getenv("XDG_DATA_HOME"), config = getenv("XDG_CONFIG_HOME");
         fs::create_directories(data / "applications");
         fs::create_directories(config);
