@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QEventLoop>
 #include <memory>
 #include <string>
@@ -11,6 +12,7 @@
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "Quorvi/ui/QtScheduler.h"
+#include "Quorvi/ui/UpdateSettings.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/support/SignedReleases.h"
 #include "tests/support/TlsServer.h"
@@ -74,17 +76,22 @@ protected:
         ADD_FAILURE() << "no button " << text << " beside "
                       << seen().join(QStringLiteral(" | ")).toStdString();
     }
-    // Nothing that is shown may be cut off.
+    // Nothing that is shown may be cut off, once the window manager and the layout are done.
     void expectNothingClipped() {
-        until([&] { return window->isVisible(); });
-        for (const auto* label : window->findChildren<QLabel*>()) {
-            if (!label->isVisible() || label->text().isEmpty()) continue;
-            EXPECT_GE(label->height(), label->heightForWidth(label->width()))
-                << label->text().toStdString();
-            EXPECT_TRUE(window->rect().contains(label->geometry())) << label->text().toStdString();
-        }
+        EXPECT_TRUE(until([this] { return window->isVisible() && clipped().isEmpty(); }))
+            << clipped().join(QStringLiteral(" | ")).toStdString();
+    }
+    QStringList clipped() const {
+        QStringList texts;
+        for (const auto* label : window->findChildren<QLabel*>())
+            if (label->isVisible() && !label->text().isEmpty() &&
+                (label->height() < label->heightForWidth(label->width()) ||
+                 !window->rect().contains(label->geometry())))
+                texts << label->text();
         for (const auto* button : window->findChildren<QPushButton*>())
-            EXPECT_TRUE(!button->isVisible() || window->rect().contains(button->geometry()));
+            if (button->isVisible() && !window->rect().contains(button->geometry()))
+                texts << button->text();
+        return texts;
     }
 
     static void SetUpTestSuite() {
@@ -175,6 +182,19 @@ TEST_F(UpdateWindowTest, FailureIsShownWholeAndTheNextCheckBeginsAnew) {
     ASSERT_TRUE(until(UpdateStage::upToDate));
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(seen().contains(QStringLiteral("Quorvi 1.5 is the newest version.")));
+}
+
+TEST_F(UpdateWindowTest, SettingsFollowTheSwitchAndBeginTheCheck) {
+    UpdateSettings settings(*updater);
+    settings.show();
+    auto* box = settings.findChild<QCheckBox*>();
+    EXPECT_TRUE(box->isChecked());
+    box->click();
+    EXPECT_FALSE(updater->automaticChecks());
+    preferences.setBoolean("automaticUpdateChecks", true);
+    EXPECT_TRUE(box->isChecked());
+    settings.findChild<QPushButton*>()->click();
+    EXPECT_TRUE(until([&] { return window->isVisible(); }));
 }
 
 }  // namespace

@@ -17,12 +17,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Only this user can enter the folder, so that nobody can exchange a file between its verification
-// and its use.
+// Only this user can enter the folder and the updater's own around it, so that nobody can exchange
+// a file between its verification and its use.
 void prepareFolder(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
-    if (!error) fs::permissions(folder, fs::perms::owner_all, error);
+    for (const auto& each : {folder.parent_path(), folder})
+        if (!error) fs::permissions(each, fs::perms::owner_all, error);
     if (error)
         throw QuorviError::message(
             "The folder for updates could not be created: " + error.message() + ".");
