@@ -13,6 +13,7 @@
 #include "Quorvi/app/QtKeyMonitor.h"
 #include "Quorvi/app/QuitSignals.h"
 #include "Quorvi/app/SingleInstance.h"
+#include "Quorvi/app/Updates.h"
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/PosixFileStore.h"
@@ -55,6 +56,7 @@ public:
         panel_ =
             std::make_unique<RecordingPanel>(*model_, [this] { return desktop_.isComposited(); });
         statusItem_ = std::make_unique<StatusItem>(*model_, [this] { quit(); });
+        statusItem_->checkForUpdates = [this] { updates_.updater().check(); };
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
         changes_ = model_->onChange([this] { modelChanged(); });
@@ -77,6 +79,7 @@ public:
         permissions_ = {};
         statusItem_->hide();
         model_->shutdown();
+        updates_.updater().close();
         tasks_.start([this](std::stop_token stop) { return leave(stop); });
     }
 
@@ -149,6 +152,7 @@ private:
     CorrectionStore corrections_{preferences_, scheduler_};
     NoAccountSync sync_;
     std::unique_ptr<AppModel> model_;
+    Updates updates_{scheduler_, preferences_};
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<QuitSignals> quitSignals_;

@@ -85,6 +85,9 @@ void StatusItem::rebuildMenu() {
     })->setEnabled(!model_.lastTranscript().empty());
     action("Reset dictation", [this] { model_.resetDictation(); });
     menu_.addSeparator();
+    action("Check for Updates…", [this] {
+        if (checkForUpdates) checkForUpdates();
+    });
     action("Quit Quorvi", quit_);
 }
 

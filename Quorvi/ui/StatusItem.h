@@ -17,6 +17,9 @@ public:
 
     void hide() { icon_.hide(); }
 
+    // Installed by the application's shell.
+    std::function<void()> checkForUpdates;
+
 private:
     // What the icon and the menu depend on; they are rebuilt only when it changes.
     struct Shown {

@@ -32,15 +32,16 @@ private:
     TestFolder folder_;
 };
 
-// The HTTPS server of https_server.py with a certificate of the authority.
+// The HTTPS server of https_server.py with a certificate of the authority. It can serve the files
+// of a folder.
 class TlsServer {
 public:
     TlsServer(const TestAuthority& authority, const std::string& certificate,
-              const std::string& host = "127.0.0.1")
+              const std::string& host = "127.0.0.1", const std::string& folder = "/nonexistent")
         : process_({"/usr/bin/python3", "-I",
                     QUORVI_TEST_SUPPORT "/https_server.py",
                     authority.file(certificate + ".pem"), authority.file(certificate + ".key"),
-                    host}),
+                    host, folder}),
           address_("https://" + host + ":" + process_.readLine()) {}
 
     std::string url(const std::string& path) const { return address_ + path; }

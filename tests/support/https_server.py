@@ -1,6 +1,10 @@
 """An HTTPS server for tests: it behaves by path, and misbehaves by path too.
 
-usage: https_server.py CERTIFICATE KEY [HOST]
+usage: https_server.py CERTIFICATE KEY [HOST [FOLDER]]
+
+GET /files/NAME answers with a file of the folder, /half/NAME with the first half of it though it
+promises all, /begun/NAME with the first half and then nothing for as long as the client waits.
+GET /to?URL redirects there.
 
 Prints its port when it listens. GET /stats tells the journal: how many TLS connections were made and
 which requests came, as "METHOD PATH" lines; asking for it is not counted.
@@ -8,6 +12,7 @@ which requests came, as "METHOD PATH" lines; asking for it is not counted.
 
 import http.server
 import json
+import os
 import socketserver
 import ssl
 import sys
@@ -46,6 +51,20 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if self.command != "HEAD":
             self.wfile.write(body)
 
+    def answer_file(self, place, name):
+        with open(os.path.join(folder, name), "rb") as file:
+            body = file.read()
+        if place == "files":
+            self.answer(200, body)
+            return
+        self.send_response(200)
+        self.send_header("Content-Length", str(len(body)))
+        self.end_headers()
+        self.wfile.write(body[: len(body) // 2])
+        if place == "begun":
+            self.rfile.read(1)
+        self.close_connection = True
+
     def do_HEAD(self):
         self.note()
         if self.path == "/held":
@@ -61,7 +80,12 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self.answer(200, body)
             return
         self.note()
-        if self.path == "/redirect":
+        place, _, name = self.path[1:].partition("/")
+        if place in ("files", "half", "begun") and os.path.isfile(os.path.join(folder, name)):
+            self.answer_file(place, name)
+        elif self.path.startswith("/to?"):
+            self.answer(302, b"moved", [("Location", self.path[4:])])
+        elif self.path == "/redirect":
             self.answer(302, b"moved", [("Location", "/target")])
         elif self.path == "/cookie":
             seen = self.headers.get("Cookie", "none").encode()
@@ -119,6 +143,7 @@ class Server(socketserver.ThreadingMixIn, http.server.HTTPServer):
 
 
 host = sys.argv[3] if len(sys.argv) > 3 else "127.0.0.1"
+folder = sys.argv[4] if len(sys.argv) > 4 else "/nonexistent"
 context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
 context.load_cert_chain(sys.argv[1], sys.argv[2])
 server = Server((host, 0), Handler)

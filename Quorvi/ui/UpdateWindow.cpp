@@ -1,0 +1,259 @@
+#include "Quorvi/ui/UpdateWindow.h"
+
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QVBoxLayout>
+
+#include "Quorvi/ui/StageIcon.h"
+
+namespace quorvi {
+
+namespace {
+
+constexpr int markSize = 48;
+constexpr int textWidth = 400;
+constexpr int notesHeight = 220;
+
+QString qt(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+// The program's mark, sharp on any screen.
+QPixmap mark(qreal ratio, const QColor& color) {
+    QPixmap pixmap(QSize(markSize, markSize) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(QRectF(0, 0, markSize, markSize), 11, 11);
+    paintWaveform(painter, QRectF(9, 9, markSize - 18, markSize - 18), Qt::white);
+    return pixmap;
+}
+
+QString dataSize(std::uint64_t bytes) {
+    return QLocale().formattedDataSize(static_cast<qint64>(bytes), 1, QLocale::DataSizeSIFormat);
+}
+
+// The release's date, when it is known, and size.
+QString aboutRelease(const AppcastItem& item) {
+    const auto date = QDateTime::fromString(qt(item.published), Qt::RFC2822Date);
+    const auto size = dataSize(item.length);
+    if (!date.isValid()) return size;
+    return QLocale().toString(date.date(), QLocale::LongFormat) + QStringLiteral(" · ") + size;
+}
+
+}  // namespace
+
+UpdateWindow::Notes::Notes() {
+    setOpenLinks(false);
+    document()->setDocumentMargin(10);
+    QObject::connect(this, &QTextBrowser::anchorClicked, this,
+                     [](const QUrl& url) { QDesktopServices::openUrl(url); });
+}
+
+QVariant UpdateWindow::Notes::loadResource(int, const QUrl&) {
+    return {};
+}
+
+UpdateWindow::UpdateWindow(AppUpdater& updater) : updater_(updater) {
+    setWindowTitle(QStringLiteral("Quorvi Updates"));
+    const QColor blue(0x33, 0x6E, 0xD4);
+    setWindowIcon(QIcon(mark(1, blue)));
+    icon_.setPixmap(mark(devicePixelRatioF(), blue));
+    auto font = title_.font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.25);
+    title_.setFont(font);
+    for (auto* label : {&title_, &detail_}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        label->setMinimumWidth(textWidth);
+    }
+    detail_.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    notes_.setMinimumHeight(notesHeight);
+    notes_.setAccessibleName(QStringLiteral("Release notes"));
+    progress_.setTextVisible(false);
+    progress_.setAccessibleName(QStringLiteral("Progress"));
+    arrange();
+    QObject::connect(&primary_, &QPushButton::clicked, this, [this] { primaryPressed(); });
+    QObject::connect(&secondary_, &QPushButton::clicked, this, [this] { secondaryPressed(); });
+    changes_ = updater_.onChange([this] { refresh(); });
+}
+
+void UpdateWindow::arrange() {
+    auto* words = new QVBoxLayout;
+    words->setSpacing(6);
+    words->addWidget(&title_);
+    words->addWidget(&progress_);
+    words->addWidget(&detail_);
+    words->addStretch();
+    auto* top = new QHBoxLayout;
+    top->setSpacing(16);
+    top->addWidget(&icon_, 0, Qt::AlignTop);
+    top->addLayout(words, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(&secondary_);
+    buttons->addWidget(&primary_);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(20, 20, 20, 16);
+    all->setSpacing(14);
+    all->addLayout(top);
+    all->addWidget(&notes_, 1);
+    all->addLayout(buttons);
+    all->setSizeConstraint(QLayout::SetMinimumSize);
+}
+
+void UpdateWindow::present() {
+    refresh();
+    show();
+    raise();
+    activateWindow();
+}
+
+void UpdateWindow::refresh() {
+    if (updater_.stage() == UpdateStage::idle) {
+        shown_.reset();
+        hide();
+        return;
+    }
+    if (shown_ != updater_.stage()) showStage();
+    if (updater_.stage() == UpdateStage::downloading) showProgress();
+}
+
+void UpdateWindow::showStage() {
+    const auto stage = updater_.stage();
+    shown_ = stage;
+    title_.setText(title());
+    detail_.setText(detail());
+    detail_.setVisible(!detail_.text().isEmpty());
+    const bool busy = stage == UpdateStage::checking || stage == UpdateStage::opening;
+    progress_.setVisible(busy || stage == UpdateStage::downloading);
+    progress_.setRange(0, 0);
+    showNotes(stage == UpdateStage::available || stage == UpdateStage::downloading ||
+              stage == UpdateStage::ready);
+    switch (stage) {
+        case UpdateStage::checking:
+        case UpdateStage::downloading:
+            setButtons({}, QStringLiteral("Cancel"));
+            break;
+        case UpdateStage::available:
+            setButtons(QStringLiteral("Download"), QStringLiteral("Later"));
+            break;
+        case UpdateStage::ready:
+            setButtons(QStringLiteral("Install…"), QStringLiteral("Later"));
+            break;
+        default:
+            setButtons(QStringLiteral("Close"), {});
+    }
+    // Grows and shrinks with its content, and keeps the size the user has given it meanwhile.
+    if (notes_.isHidden() || height() < sizeHint().height()) adjustSize();
+}
+
+void UpdateWindow::showProgress() {
+    const auto received = updater_.receivedBytes();
+    const auto length = updater_.update()->length;
+    // In thousandths, since the bar counts in int.
+    progress_.setRange(0, 1000);
+    progress_.setValue(static_cast<int>(received * 1000 / length));
+    detail_.setVisible(true);
+    detail_.setText(received < length
+                        ? QStringLiteral("%1 of %2").arg(dataSize(received), dataSize(length))
+                        : QStringLiteral("Verifying its signature…"));
+}
+
+void UpdateWindow::showNotes(bool visible) {
+    if (visible && isVisible() && !notes_.isHidden()) return;
+    if (visible) notes_.setHtml(qt(updater_.releaseNotes()));
+    notes_.setVisible(visible && !updater_.releaseNotes().empty());
+}
+
+void UpdateWindow::setButtons(const QString& primary, const QString& secondary) {
+    primary_.setText(primary);
+    primary_.setVisible(!primary.isEmpty());
+    secondary_.setText(secondary);
+    secondary_.setVisible(!secondary.isEmpty());
+    auto& first = primary.isEmpty() ? secondary_ : primary_;
+    first.setDefault(true);
+    first.setFocus();
+}
+
+QString UpdateWindow::title() const {
+    const auto release = QStringLiteral("Quorvi ") +
+                         (updater_.update() ? qt(updater_.update()->displayVersion) : QString());
+    switch (updater_.stage()) {
+        case UpdateStage::checking:
+            return QStringLiteral("Checking for updates…");
+        case UpdateStage::upToDate:
+            return QStringLiteral("No update available");
+        case UpdateStage::available:
+            return release + QStringLiteral(" is available");
+        case UpdateStage::downloading:
+            return QStringLiteral("Downloading ") + release + QStringLiteral("…");
+        case UpdateStage::ready:
+            return release + QStringLiteral(" is ready to install");
+        case UpdateStage::opening:
+            return QStringLiteral("Opening the installer…");
+        case UpdateStage::handedOver:
+            return QStringLiteral("The installer is open");
+        case UpdateStage::failed:
+            return updater_.update() ? release + QStringLiteral(" was not installed")
+                                     : QStringLiteral("Can't look for updates");
+        case UpdateStage::idle:
+            break;
+    }
+    return {};
+}
+
+QString UpdateWindow::detail() const {
+    switch (updater_.stage()) {
+        case UpdateStage::available:
+            return QStringLiteral("You have Quorvi %1.\n%2")
+                .arg(qt(updater_.currentVersion()), aboutRelease(*updater_.update()));
+        case UpdateStage::ready:
+            return QStringLiteral(
+                "Its signature has been verified. Your system's package installer will open, and "
+                "may "
+                "ask for your password.");
+        default:
+            return qt(updater_.message());
+    }
+}
+
+void UpdateWindow::primaryPressed() {
+    switch (updater_.stage()) {
+        case UpdateStage::available:
+            return updater_.download();
+        case UpdateStage::ready:
+            return updater_.install();
+        default:
+            updater_.close();
+    }
+}
+
+void UpdateWindow::secondaryPressed() {
+    if (updater_.stage() == UpdateStage::downloading)
+        updater_.cancelDownload();
+    else
+        updater_.close();
+}
+
+void UpdateWindow::closeEvent(QCloseEvent* event) {
+    updater_.close();
+    event->accept();
+}
+
+void UpdateWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        updater_.close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+}  // namespace quorvi

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QWidget>
+#include <optional>
+
+#include "Quorvi/system/updates/AppUpdater.h"
+
+namespace quorvi {
+
+// The window of the user's check for updates, from "Checking…" to the system's installer. Shows
+// what the updater says and passes on what the user decides; closing it ends the check. Main
+// thread; lives as long as the updater's window callback.
+class UpdateWindow : public QWidget {
+public:
+    explicit UpdateWindow(AppUpdater& updater);
+
+    // Shows the window, or brings it to the front.
+    void present();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    // Release notes; they load nothing, and links open in the browser.
+    class Notes : public QTextBrowser {
+    public:
+        Notes();
+        QVariant loadResource(int type, const QUrl& name) override;
+    };
+
+    void arrange();
+    void refresh();
+    void showStage();
+    void showProgress();
+    void showNotes(bool visible);
+    void setButtons(const QString& primary, const QString& secondary);
+    void primaryPressed();
+    void secondaryPressed();
+    QString title() const;
+    QString detail() const;
+
+    AppUpdater& updater_;
+    std::optional<UpdateStage> shown_;
+    QLabel icon_;
+    QLabel title_;
+    QLabel detail_;
+    Notes notes_;
+    QProgressBar progress_;
+    QPushButton primary_;
+    QPushButton secondary_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,187 @@
+#include "Quorvi/system/updates/AppUpdater.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "Quorvi/system/MemoryPreferences.h"
+#include "tests/fakes/FakeDownloader.h"
+#include "tests/fakes/FakeUpdateInstaller.h"
+#include "tests/fakes/VirtualScheduler.h"
+
+namespace quorvi::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class AppUpdaterModelTest : public testing::Test {
+protected:
+    AppUpdaterModelTest() { offer("2.0"); }
+
+    void offer(const std::string& version) {
+        downloader.body =
+            "<rss xmlns:s=\"http://www.andymatuschak.org/xml-namespaces/sparkle\"><channel><item>"
+            "<description>News</description><enclosure url=\"https://a/q.deb\" s:version=\"" +
+            version + "\" s:edSignature=\"x\" length=\"1\"/></item></channel></rss>";
+    }
+    AppUpdater& start() {
+        updater.reset();
+        updater = std::make_unique<AppUpdater>(UpdateEnvironment{
+            scheduler, executor, preferences, downloader, installer, configuration});
+        updater->showWindow = [this] { ++windows; };
+        return *updater;
+    }
+    std::size_t checks() const { return downloader.fetched.size(); }
+
+    VirtualScheduler scheduler;
+    TurnExecutor executor{scheduler};
+    MemoryPreferences preferences;
+    FakeDownloader downloader{scheduler};
+    FakeUpdateInstaller installer;
+    UpdateConfiguration configuration{"https://a/feed",
+                                      "PUAXw+hDiVqStwqnTRt+vJyYLM8uxJaMwM1V8Sr0Zgw=",
+                                      "1.0",
+                                      "12",
+                                      "quorvi",
+                                      {}};
+    int windows = 0;
+    std::unique_ptr<AppUpdater> updater;
+};
+
+TEST_F(AppUpdaterModelTest, LooksOnceADayHoweverOftenItIsStarted) {
+    start();
+    EXPECT_TRUE(updater->automaticChecks());
+    scheduler.advance(30s);
+    EXPECT_EQ(checks(), 0u) << "the start is left in peace";
+    scheduler.advance(23h);
+    EXPECT_EQ(checks(), 1u);
+    start();
+    scheduler.advance(10min);
+    EXPECT_EQ(checks(), 1u);
+    scheduler.advance(2h);
+    EXPECT_EQ(checks(), 2u);
+    scheduler.advance(24h * 9 + 1h);
+    EXPECT_GE(checks(), 10u);
+    EXPECT_LE(checks(), 12u);
+    EXPECT_EQ(windows, 0);
+}
+
+TEST_F(AppUpdaterModelTest, FailedLookIsQuietAndTriedAgainAnHourLater) {
+    downloader.failure = "No network.";
+    start();
+    scheduler.advance(2min);
+    EXPECT_EQ(checks(), 1u);
+    EXPECT_EQ(updater->stage(), UpdateStage::idle);
+    downloader.failure.reset();
+    scheduler.advance(1h);
+    EXPECT_EQ(checks(), 2u);
+    EXPECT_EQ(updater->availableVersion(), "2.0");
+}
+
+TEST_F(AppUpdaterModelTest, DateInTheFutureDoesNotEndTheLooking) {
+    preferences.setInteger("lastUpdateCheck", 4'000'000'000);
+    start();
+    scheduler.advance(2min);
+    EXPECT_EQ(checks(), 1u);
+}
+
+TEST_F(AppUpdaterModelTest, ScheduledFindIsPublishedWithoutAWindowUntilTheUserActs) {
+    start();
+    int told = 0;
+    const auto watching = updater->onChange([&] { ++told; });
+    scheduler.advance(2min);
+    EXPECT_EQ(updater->availableVersion(), "2.0");
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(windows, 0);
+    EXPECT_EQ(updater->stage(), UpdateStage::idle);
+
+    updater->check();
+    scheduler.advance(5s);
+    EXPECT_EQ(windows, 1);
+    EXPECT_EQ(updater->stage(), UpdateStage::available);
+    EXPECT_EQ(updater->availableVersion(), "2.0") << "seen, but not acted upon";
+    updater->check();
+    EXPECT_EQ(windows, 2);
+    EXPECT_EQ(checks(), 2u) << "an open window is only brought to the front";
+    updater->close();
+    EXPECT_EQ(updater->availableVersion(), std::nullopt);
+
+    scheduler.advance(25h);
+    EXPECT_EQ(updater->availableVersion(), "2.0");
+    start();
+    EXPECT_EQ(updater->availableVersion(), std::nullopt) << "survived a restart";
+}
+
+TEST_F(AppUpdaterModelTest, BeginningTheDownloadAndAWithdrawnReleaseClearWhatWasPublished) {
+    start();
+    scheduler.advance(2min);
+    updater->check();
+    scheduler.advance(5s);
+    updater->download();
+    EXPECT_EQ(updater->availableVersion(), std::nullopt);
+    scheduler.advance(5s);
+    EXPECT_EQ(updater->message(), "There is nothing to download.");
+    updater->close();
+    scheduler.advance(25h);
+    ASSERT_EQ(updater->availableVersion(), "2.0");
+    offer("1.0");
+    scheduler.advance(25h);
+    EXPECT_EQ(updater->availableVersion(), std::nullopt);
+}
+
+TEST_F(AppUpdaterModelTest, UsersCheckNeverPublishesAndTakesTheScheduledOnesPlace) {
+    downloader.answersAfter = 90s;
+    start();
+    scheduler.advance(90s);
+    ASSERT_EQ(checks(), 1u);
+    updater->check();  // while the scheduled one is under way
+    scheduler.advance(10min);
+    EXPECT_EQ(updater->stage(), UpdateStage::available);
+    EXPECT_EQ(updater->availableVersion(), std::nullopt);
+    scheduler.advance(48h);
+    EXPECT_EQ(updater->availableVersion(), std::nullopt) << "published beside an open window";
+
+    updater->close();
+    updater->check();
+    updater->close();  // before the answer
+    scheduler.advance(10min);
+    EXPECT_EQ(updater->stage(), UpdateStage::idle);
+}
+
+TEST_F(AppUpdaterModelTest, SwitchIsKeptAnnouncedAndObeyed) {
+    start();
+    int told = 0;
+    const auto watching = updater->onChange([&] { ++told; });
+    updater->setAutomaticChecks(false);
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(preferences.boolean("automaticUpdateChecks"), false);
+    scheduler.advance(72h);
+    EXPECT_EQ(checks(), 0u);
+    start();
+    EXPECT_FALSE(updater->automaticChecks());
+    scheduler.advance(72h);
+    EXPECT_EQ(checks(), 0u);
+    preferences.setBoolean("automaticUpdateChecks", true);  // by another program's hand
+    scheduler.advance(2min);
+    EXPECT_EQ(checks(), 1u);
+}
+
+TEST_F(AppUpdaterModelTest, BuildWithoutAFeedOrAUsableKeyNeverAsksAnybody) {
+    for (const auto& [feed, key] : {std::pair("", configuration.publicKey),
+                                    {"https://a/", "not a key"},
+                                    {"https://a/", ""}}) {
+        configuration.feed = feed;
+        configuration.publicKey = key;
+        start();
+        scheduler.advance(72h);
+        updater->check();
+        EXPECT_EQ(updater->message(), "Updates aren't configured in this build.");
+        EXPECT_EQ(windows, 1);
+        windows = 0;
+    }
+    EXPECT_EQ(checks(), 0u);
+}
+
+}  // namespace
+}  // namespace quorvi::test
