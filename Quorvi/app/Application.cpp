@@ -66,11 +66,8 @@ public:
         if (!apiKey.empty())
             tasks_.start([this, &apiKey](std::stop_token) { return keepKey(std::move(apiKey)); });
         modelChanged();
-        welcomeIsDue_ = noteLaunch();
+        tasks_.start([this](const std::stop_token&) { return noteLaunch(); });
     }
-
-    // Whether the user, who seems to be new, is to be shown how to begin.
-    bool welcomeIsDue() const { return welcomeIsDue_; }
 
     // Stops the work and leaves the event loop once the clipboard is in other hands.
     void quit() {
@@ -94,11 +91,13 @@ private:
         return environment;
     }
 
-    bool noteLaunch() {
+    Task<void> noteLaunch() {
         const bool launchedBefore =
             preferences_.boolean(preferenceKey::hasLaunched).value_or(false);
         preferences_.setBoolean(preferenceKey::hasLaunched, true);
-        return LaunchPolicy::showWelcome(launchedBefore, model_->hasKey());
+        auto looking = keyStore_->refresh();
+        const bool hasSavedKey = co_await looking;
+        if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) statusItem_->welcome();
     }
 
     void reportPreferences() {
@@ -158,7 +157,6 @@ private:
     std::unique_ptr<QuitSignals> quitSignals_;
     bool printStages_;
     bool quitting_ = false;
-    bool welcomeIsDue_ = false;
     std::string printed_;
     std::string preferencesProblem_;
     Subscription preferenceChanges_;

@@ -17,6 +17,8 @@ public:
 
     // Whether a key is stored, as last known: costs nothing and never prompts the user.
     virtual bool hasKey() = 0;
+    // Looks afresh; yields what hasKey() says from then on.
+    virtual Task<bool> refresh() = 0;
 
     // Each throws QuorviError with the sentence to show.
     virtual Task<std::string> read(std::stop_token stop) = 0;

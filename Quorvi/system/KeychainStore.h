@@ -34,12 +34,10 @@ public:
     Task<void> remove() override;
     Task<bool> syncEnabled() override;
     Task<void> setSyncEnabled(bool on) override;
+    Task<bool> refresh() override;
     [[nodiscard]] Subscription onChange(std::function<void()> observer) override {
         return changes_.subscribe(std::move(observer));
     }
-
-    // Looks afresh: what hasKey() says from then on.
-    Task<bool> refresh();
 
 private:
     struct Turn;

@@ -18,6 +18,7 @@ public:
     ~MemoryKeyStore() override;
 
     bool hasKey() override { return !key_.empty(); }
+    Task<bool> refresh() override { co_return hasKey(); }
 
     Task<std::string> read(std::stop_token stop) override;
     // White space at both ends is dropped; what is left must be one word.

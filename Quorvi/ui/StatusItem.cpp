@@ -56,6 +56,12 @@ void StatusItem::showMenu(QSystemTrayIcon::ActivationReason reason) {
     if (reason == QSystemTrayIcon::Trigger) menu_.popup(QCursor::pos());
 }
 
+void StatusItem::welcome() {
+    icon_.showMessage(QStringLiteral("Welcome to Quorvi"),
+                      QStringLiteral("There is no OpenAI API key in your keyring yet. Until you "
+                                     "add one, start Quorvi with QUORVI_API_KEY set."));
+}
+
 void StatusItem::refresh() {
     const Shown now{model_.stage(), model_.mode(), model_.shortcut().label,
                     !model_.lastTranscript().empty()};

@@ -15,6 +15,8 @@ class StatusItem {
 public:
     StatusItem(AppModel& model, std::function<void()> quit);
 
+    // Greets a user who seems to be new, and says what is missing.
+    void welcome();
     void hide() { icon_.hide(); }
 
     // Installed by the application's shell.

@@ -1,6 +1,8 @@
 #include "Quorvi/platform/linux/PosixFileStore.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <array>
@@ -76,16 +78,17 @@ TEST_F(PosixFileStoreTest, LeavesTheOldContentAndNoLitterWhenTheDiskIsFull) {
     EXPECT_EQ(fs::file_size(file), 100'000U);
 }
 
-TEST_F(PosixFileStoreTest, SweepsOnlyWhatADeadWriterHasLeftLongAgo) {
+TEST_F(PosixFileStoreTest, SweepsOnlyWhatADeadWriterHasLeft) {
     replace(file, "old");
-    for (const auto* name : {".file.draft-aaaaaa", ".file.draft-bbbbbb", "file.backup"}) {
+    for (const auto* name : {".file.draft-aaaaaa", ".file.draft-bbbbbb", "file.backup"})
         std::ofstream(folder / name) << "half";
-        if (std::string_view(name) != ".file.draft-bbbbbb")
-            fs::last_write_time(folder / name,
-                                fs::file_time_type::clock::now() - std::chrono::hours(2));
-    }
+    const int writer = ::open((folder / ".file.draft-bbbbbb").c_str(), O_RDWR);
+    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
     replace(file, "new");
     EXPECT_EQ(names(), (std::set<std::string>{"file", "file.backup", ".file.draft-bbbbbb"}));
+    ::close(writer);
+    replace(file, "newer");
+    EXPECT_EQ(names(), (std::set<std::string>{"file", "file.backup"}));
 }
 
 TEST_F(PosixFileStoreTest, RefusesWhatIsNoFile) {

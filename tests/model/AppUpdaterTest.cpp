@@ -9,6 +9,7 @@
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/TestFolder.h"
 
 namespace quorvi::test {
 namespace {
@@ -39,12 +40,13 @@ protected:
     MemoryPreferences preferences;
     FakeDownloader downloader{scheduler};
     FakeUpdateInstaller installer;
+    const TestFolder folder;
     UpdateConfiguration configuration{"https://a/feed",
                                       "PUAXw+hDiVqStwqnTRt+vJyYLM8uxJaMwM1V8Sr0Zgw=",
                                       "1.0",
                                       "12",
                                       "quorvi",
-                                      {}};
+                                      folder.path() / "updates"};
     int windows = 0;
     std::unique_ptr<AppUpdater> updater;
 };

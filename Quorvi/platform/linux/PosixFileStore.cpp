@@ -1,11 +1,11 @@
 #include "Quorvi/platform/linux/PosixFileStore.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <cstdlib>
 #include <string>
 #include <system_error>
@@ -43,13 +43,24 @@ std::string draftPrefix(const std::filesystem::path& file) {
     return "." + file.filename().string() + ".draft-";
 }
 
-// A file with a name of its own that is gone again unless it was given its final name.
+bool lock(int descriptor) {
+    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+}
+
+// A file with a name of its own that is gone again unless it was given its final name. Its lock
+// tells others that somebody is still writing it.
 class Draft {
 public:
     explicit Draft(const std::filesystem::path& file)
         : path_(file.parent_path() / (draftPrefix(file) + "XXXXXX")) {
-        descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
-        if (descriptor_ < 0) fail("create", path_);
+        const auto pattern = path_;
+        do {
+            if (descriptor_ >= 0) ::close(descriptor_);
+            path_ = pattern;
+            descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
+            if (descriptor_ < 0) fail("create", path_);
+            // Somebody who sweeps may have been quicker and is about to remove it.
+        } while (!lock(descriptor_));
     }
     Draft(const Draft&) = delete;
     Draft& operator=(const Draft&) = delete;
@@ -84,7 +95,7 @@ private:
     static constexpr off_t writeAhead = 8 << 20;
 
     std::string path_;
-    int descriptor_;
+    int descriptor_ = -1;
     off_t size_ = 0;
     off_t begun_ = 0;  // what the disk has been told to write
 };
@@ -108,18 +119,17 @@ void keepPrevious(const std::filesystem::path& file, const std::filesystem::path
     ::unlink(link.c_str());  // still there when both were names of one file
 }
 
-// Removes what programs that died in the middle of writing have left. Nobody writes for as long as
-// an hour.
+// Removes what programs that died in the middle of writing have left.
 void sweepDrafts(const std::filesystem::path& file) {
     const auto prefix = draftPrefix(file);
-    const auto before = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
     std::error_code error;
     auto entry = std::filesystem::directory_iterator(file.parent_path(), error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        if (!entry->path().filename().string().starts_with(prefix)) continue;
-        std::error_code gone;
-        const auto written = entry->last_write_time(gone);
-        if (!gone && written < before) std::filesystem::remove(entry->path(), gone);
+        const auto& path = entry->path();
+        if (!path.filename().string().starts_with(prefix)) continue;
+        const Descriptor draft(
+            ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+        if (draft.get() >= 0 && lock(draft.get())) ::unlink(path.c_str());
     }
 }
 
