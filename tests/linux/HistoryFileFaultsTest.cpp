@@ -26,13 +26,6 @@
 namespace quorvi::test {
 namespace {
 
-// Permissions stop root too from then on.
-void dropCapabilities() {
-    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
-    __user_cap_data_struct none[2]{};
-    ASSERT_EQ(syscall(SYS_capset, &header, none), 0);
-}
-
 MemoryPreferences keepingForever() {
     MemoryPreferences preferences;
     preferences.setInteger("transcriptRetention", 0);
@@ -85,8 +78,15 @@ void inAProcessOfItsOwn(const std::function<void()>& checks) {
 }
 
 bool makeOwnMounts() {
-    return (unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0) &&
+    return unshare(CLONE_NEWNS) == 0 &&
            mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+// Gives up what lets root pass by the permissions of files.
+void obeyPermissions() {
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct none[2]{};
+    ASSERT_EQ(syscall(SYS_capset, &header, none), 0);
 }
 
 DictationRecords generated(std::size_t count, unsigned seed = 1) {
@@ -194,7 +194,7 @@ TEST(HistoryFile, StaysWhenTheDiskIsFullAndIsWrittenOnceThereIsRoom) {
 TEST(HistoryFile, IsMadeOnceItsFolderCanBe) {
     const TestFolder folder;
     inAProcessOfItsOwn([&] {
-        dropCapabilities();
+        obeyPermissions();
         const auto path = folder.path() / "Quorvi" / "history.json";
         chmod(folder.path().c_str(), 0500);
         Application application(path);
