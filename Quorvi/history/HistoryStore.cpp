@@ -77,6 +77,9 @@ void HistoryStore::readPreferences() {
     if (const auto raw = preferences.integer(retentionKey))
         retention_ =
             transcriptRetentionFromRawValue(*raw).value_or(TranscriptRetention::ninetyDays);
+    else if (!preferences.couldBeRead())
+        retention_ =
+            TranscriptRetention::forever;  // the user's choice is unknown, a text gone is gone
 }
 
 void HistoryStore::load() {

@@ -258,6 +258,15 @@ TEST_F(HistoryStoreTest, DropsTextsAsTheRetentionSays) {
     }
 }
 
+TEST_F(HistoryStoreTest, DropsNothingWhileTheUsersChoiceCannotBeRead) {
+    preferences.setCouldBeRead(false);
+    keepOnDisk({old("old", 1'000)});
+    startAndLoad();
+    dictate("new");
+    settle();
+    EXPECT_EQ(onDisk(), "new old");
+}
+
 TEST_F(HistoryStoreTest, FlushingWritesEverythingAtOnceEvenBeforeTheFileWasRead) {
     keepOnDisk({old("old", 1)});
     start();
