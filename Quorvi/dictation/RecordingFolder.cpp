@@ -8,6 +8,7 @@
 #include <string>
 #include <system_error>
 
+#include "Quorvi/platform/Descriptor.h"
 #include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi::recordings {
@@ -15,20 +16,6 @@ namespace quorvi::recordings {
 namespace fs = std::filesystem;
 
 namespace {
-
-class Descriptor {
-public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (fd_ >= 0) ::close(fd_);
-    }
-    int get() const { return fd_; }
-
-private:
-    int fd_;
-};
 
 QuorviError failure(const std::string& what, int error) {
     return QuorviError::message(what + ": " + std::generic_category().message(error) + ".");
@@ -40,7 +27,7 @@ Descriptor openFolder(const fs::path& folder) {
 }
 
 bool isOwn(const Descriptor& folder, struct stat& info) {
-    return folder.get() >= 0 && ::fstat(folder.get(), &info) == 0 && info.st_uid == ::geteuid();
+    return folder && ::fstat(folder.get(), &info) == 0 && info.st_uid == ::geteuid();
 }
 
 }  // namespace

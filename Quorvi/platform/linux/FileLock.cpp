@@ -31,21 +31,14 @@ int open(const std::filesystem::path& file) {
 }  // namespace
 
 FileLock::FileLock(const std::filesystem::path& file, Duration patience) : descriptor_(open(file)) {
-    if (descriptor_ < 0) fail(errno, file);
+    if (!descriptor_) fail(errno, file);
     const auto latest = std::chrono::steady_clock::now() + patience;
-    while (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
+    while (::flock(descriptor_.get(), LOCK_EX | LOCK_NB) != 0) {
         const int error = errno;
         if (error == EINTR) continue;
-        if (error != EWOULDBLOCK || std::chrono::steady_clock::now() >= latest) {
-            ::close(descriptor_);
-            fail(error, file);
-        }
+        if (error != EWOULDBLOCK || std::chrono::steady_clock::now() >= latest) fail(error, file);
         std::this_thread::sleep_for(pauseBetweenTries);
     }
-}
-
-FileLock::~FileLock() {
-    ::close(descriptor_);
 }
 
 }  // namespace quorvi

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "Quorvi/platform/Descriptor.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
@@ -13,12 +14,9 @@ public:
     // Makes the file, and the folder (0700) when that is missing. Throws std::system_error, also
     // when another process holds on to the lock for longer than `patience`.
     FileLock(const std::filesystem::path& file, Duration patience);
-    ~FileLock();
-    FileLock(const FileLock&) = delete;
-    FileLock& operator=(const FileLock&) = delete;
 
 private:
-    int descriptor_;
+    const Descriptor descriptor_;
 };
 
 }  // namespace quorvi

@@ -10,6 +10,7 @@
 #include <string>
 #include <system_error>
 
+#include "Quorvi/platform/Descriptor.h"
 #include "Quorvi/platform/linux/PrivateFolder.h"
 
 namespace quorvi {
@@ -23,21 +24,6 @@ constexpr mode_t fileMode = 0600;
     throw std::system_error(errno, std::generic_category(), what + (' ' + path.string()));
 }
 
-// An open file, closed with the object.
-class Descriptor {
-public:
-    explicit Descriptor(int value) : value_(value) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (value_ >= 0) ::close(value_);
-    }
-    int get() const { return value_; }
-
-private:
-    int value_;
-};
-
 // What a draft's name begins with.
 std::string draftPrefix(const std::filesystem::path& file) {
     return "." + file.filename().string() + ".draft-";
@@ -47,6 +33,11 @@ bool lock(int descriptor) {
     return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
 }
 
+bool hasName(int descriptor) {
+    struct stat status {};
+    return ::fstat(descriptor, &status) == 0 && status.st_nlink > 0;
+}
+
 // A file with a name of its own that is gone again unless it was given its final name. Its lock
 // tells others that somebody is still writing it.
 class Draft {
@@ -54,13 +45,16 @@ public:
     explicit Draft(const std::filesystem::path& file)
         : path_(file.parent_path() / (draftPrefix(file) + "XXXXXX")) {
         const auto pattern = path_;
-        do {
-            if (descriptor_ >= 0) ::close(descriptor_);
-            path_ = pattern;
+        for (;;) {
             descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
             if (descriptor_ < 0) fail("create", path_);
-            // Somebody who sweeps may have been quicker and is about to remove it.
-        } while (!lock(descriptor_));
+            // On a file system without locks nobody can sweep either.
+            const bool isOurs = lock(descriptor_) || errno != EWOULDBLOCK;
+            if (isOurs && hasName(descriptor_)) break;
+            // Somebody who sweeps was quicker, and has removed it or is about to.
+            ::close(descriptor_);
+            path_ = pattern;
+        }
     }
     Draft(const Draft&) = delete;
     Draft& operator=(const Draft&) = delete;
@@ -129,7 +123,7 @@ void sweepDrafts(const std::filesystem::path& file) {
         if (!path.filename().string().starts_with(prefix)) continue;
         const Descriptor draft(
             ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
-        if (draft.get() >= 0 && lock(draft.get())) ::unlink(path.c_str());
+        if (draft && lock(draft.get())) ::unlink(path.c_str());
     }
 }
 
@@ -144,7 +138,7 @@ std::filesystem::path resolved(const std::filesystem::path& file) {
 std::optional<std::string> PosixFileStore::read(const std::filesystem::path& file) {
     // A named pipe would block open() for ever.
     const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (descriptor.get() < 0) {
+    if (!descriptor) {
         if (errno == ENOENT) return std::nullopt;
         fail("open", file);
     }
@@ -175,7 +169,7 @@ void PosixFileStore::replaceWith(const std::filesystem::path& name,
     const auto folder = file.parent_path();
     makePrivateFolder(folder);
     const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.get() < 0) fail("open", folder);
+    if (!directory) fail("open", folder);
     if (folder_ == Folder::ofTheUserAlone && ::fchmod(directory.get(), folderMode) != 0)
         fail("chmod", folder);
 

@@ -7,17 +7,17 @@
 #include <cerrno>
 #include <system_error>
 
+#include "Quorvi/platform/Descriptor.h"
+
 namespace quorvi {
 
 namespace {
 
 // Best effort: a folder that may be written but not read can't be opened for this.
 void sync(const std::filesystem::path& folder) {
-    const int descriptor =
-        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    ::fsync(descriptor);
-    ::close(descriptor);
+    const Descriptor opened(
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened) ::fsync(opened.get());
 }
 
 }  // namespace
