@@ -2,9 +2,9 @@
 
 #include <climits>
 #include <exception>
-#include <mutex>
 #include <utility>
 
+#include "Quorvi/platform/linux/CurlSupport.h"
 #include "QuorviCore/async/Task.h"
 #include "QuorviCore/transcription/QuorviError.h"
 
@@ -16,47 +16,22 @@ constexpr long maximumRedirects = 5;
 constexpr long connectSeconds = 30;
 constexpr long idleSeconds = 30;  // without a byte
 
-template <class Value>
-bool set(CURL* easy, CURLoption option, Value value) {
-    return curl_easy_setopt(easy, option, value) == CURLE_OK;
-}
-
 bool setOptions(CURL* easy, const std::string& url, const std::string& caFile) {
-    const bool ok =
-        set(easy, CURLOPT_PROTOCOLS_STR, "https") &&
-        set(easy, CURLOPT_REDIR_PROTOCOLS_STR, "https") && set(easy, CURLOPT_URL, url.c_str()) &&
-        set(easy, CURLOPT_FOLLOWLOCATION, 1L) && set(easy, CURLOPT_MAXREDIRS, maximumRedirects) &&
-        set(easy, CURLOPT_FAILONERROR, 1L) && set(easy, CURLOPT_NOSIGNAL, 1L) &&
-        set(easy, CURLOPT_SSL_VERIFYPEER, 1L) && set(easy, CURLOPT_SSL_VERIFYHOST, 2L) &&
-        set(easy, CURLOPT_SSLVERSION, long{CURL_SSLVERSION_TLSv1_2}) &&
-        set(easy, CURLOPT_CONNECTTIMEOUT, connectSeconds) &&
-        set(easy, CURLOPT_LOW_SPEED_LIMIT, 1L) && set(easy, CURLOPT_LOW_SPEED_TIME, idleSeconds) &&
-        // A name that is still being resolved must not hold up a cancellation.
-        set(easy, CURLOPT_QUICK_EXIT, 1L);
-    if (!ok || caFile.empty()) return ok;
-    return set(easy, CURLOPT_CAINFO, caFile.c_str()) && set(easy, CURLOPT_CAPATH, nullptr);
+    return setCurlOption(easy, CURLOPT_PROTOCOLS_STR, "https") &&
+           setCurlOption(easy, CURLOPT_REDIR_PROTOCOLS_STR, "https") &&
+           setCurlOption(easy, CURLOPT_URL, url.c_str()) &&
+           setCurlOption(easy, CURLOPT_FOLLOWLOCATION, 1L) &&
+           setCurlOption(easy, CURLOPT_MAXREDIRS, maximumRedirects) &&
+           setCurlOption(easy, CURLOPT_FAILONERROR, 1L) &&
+           setCurlOption(easy, CURLOPT_CONNECTTIMEOUT, connectSeconds) &&
+           setCurlOption(easy, CURLOPT_LOW_SPEED_LIMIT, 1L) &&
+           setCurlOption(easy, CURLOPT_LOW_SPEED_TIME, idleSeconds) &&
+           setSecureOptions(easy, caFile);
 }
 
 std::string failureSentence(CURL* easy, CURLcode result) {
+    if (auto sentence = connectionFailure(easy, result, "update server")) return *sentence;
     switch (result) {
-        case CURLE_COULDNT_RESOLVE_HOST:
-        case CURLE_COULDNT_RESOLVE_PROXY:
-            return "The update server could not be found. Check your internet connection and try "
-                   "again.";
-        case CURLE_COULDNT_CONNECT:
-            return "The update server could not be reached. Check your internet connection and try "
-                   "again.";
-        case CURLE_OPERATION_TIMEDOUT:
-            return "The update server did not answer in time. Please try again.";
-        case CURLE_PEER_FAILED_VERIFICATION:
-            return "The update server could not be trusted. Its certificate is not valid.";
-        case CURLE_SSL_CACERT_BADFILE:
-            return "The update server could not be trusted. The certificates of this computer "
-                   "could "
-                   "not be read.";
-        case CURLE_SSL_CONNECT_ERROR:
-        case CURLE_SSL_CIPHER:
-            return "A secure connection to the update server could not be made. Please try again.";
         case CURLE_UNSUPPORTED_PROTOCOL: {
             long redirects = 0;
             curl_easy_getinfo(easy, CURLINFO_REDIRECT_COUNT, &redirects);
@@ -71,11 +46,6 @@ std::string failureSentence(CURL* easy, CURLcode result) {
             return "The update server answered with an error (HTTP " + std::to_string(status) +
                    "). Please try again later.";
         }
-        case CURLE_GOT_NOTHING:
-        case CURLE_PARTIAL_FILE:
-        case CURLE_RECV_ERROR:
-        case CURLE_SEND_ERROR:
-            return "The connection to the update server was lost. Please try again.";
         default:
             return "The update server could not be used (" +
                    std::string(curl_easy_strerror(result)) + ").";
@@ -87,13 +57,11 @@ std::string failureSentence(CURL* easy, CURLcode result) {
 CurlDownload::CurlDownload(std::string url, const std::string& caFile,
                            std::function<void(std::span<const char>)> receive)
     : receive_(std::move(receive)) {
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-    multi_.reset(curl_multi_init());
+    multi_.reset(newCurlMulti());
     easy_.reset(curl_easy_init());
     const bool ok = multi_ && easy_ && setOptions(easy_.get(), url, caFile) &&
-                    set(easy_.get(), CURLOPT_WRITEFUNCTION, &CurlDownload::take) &&
-                    set(easy_.get(), CURLOPT_WRITEDATA, this);
+                    setCurlOption(easy_.get(), CURLOPT_WRITEFUNCTION, &CurlDownload::take) &&
+                    setCurlOption(easy_.get(), CURLOPT_WRITEDATA, this);
     if (!ok) throw QuorviError::message("There is not enough memory to look for updates.");
 }
 

@@ -1,13 +1,13 @@
 #include "Quorvi/platform/linux/CurlTransfer.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <new>
 #include <string_view>
 #include <utility>
 
+#include "Quorvi/platform/linux/CurlSupport.h"
 #include "QuorviCore/Wipe.h"
 #include "QuorviCore/transcription/QuorviError.h"
 
@@ -24,47 +24,6 @@ constexpr auto connectionAge = 600s;
 
 long milliseconds(Duration d) {
     return static_cast<long>(std::chrono::ceil<std::chrono::milliseconds>(d).count());
-}
-
-template <class Value>
-bool set(CURL* easy, CURLoption option, Value value) {
-    return curl_easy_setopt(easy, option, value) == CURLE_OK;
-}
-
-const char* failureSentence(CURLcode result, long systemError) {
-    switch (result) {
-        case CURLE_COULDNT_RESOLVE_HOST:
-        case CURLE_COULDNT_RESOLVE_PROXY:
-            return "The speech service could not be found. Check your internet connection and try "
-                   "again.";
-        case CURLE_COULDNT_CONNECT:
-            if (systemError == ECONNREFUSED) {
-                return "The speech service could not be reached. The connection was refused.";
-            }
-            return "The speech service could not be reached. Check your internet connection and "
-                   "try again.";
-        case CURLE_OPERATION_TIMEDOUT:
-            return "The speech service did not answer in time. Please try again.";
-        case CURLE_PEER_FAILED_VERIFICATION:
-            return "The speech service could not be trusted. Its certificate is not valid.";
-        case CURLE_SSL_CACERT_BADFILE:
-            return "The speech service could not be trusted. The certificates of this computer "
-                   "could not be read.";
-        case CURLE_SSL_CONNECT_ERROR:
-        case CURLE_SSL_CIPHER:
-            return "A secure connection to the speech service could not be made. Please try again.";
-        case CURLE_GOT_NOTHING:
-        case CURLE_PARTIAL_FILE:
-        case CURLE_RECV_ERROR:
-        case CURLE_SEND_ERROR:
-            return "The connection to the speech service was lost. Please try again.";
-        case CURLE_WRITE_ERROR:
-            return "The answer of the speech service was too large.";
-        case CURLE_OUT_OF_MEMORY:
-            return "There is not enough memory to reach the speech service.";
-        default:
-            return nullptr;
-    }
 }
 
 bool isHeaderText(std::string_view text) {
@@ -92,49 +51,42 @@ bool CurlTransfer::prepare(const std::string& caFile) {
 
 bool CurlTransfer::setOptions(const std::string& caFile) {
     CURL* easy = easy_.get();
-    bool ok = set(easy, CURLOPT_PROTOCOLS_STR, "https,http") &&
-              set(easy, CURLOPT_URL, request_.url.c_str()) &&
-              set(easy, CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_1}) &&
-              set(easy, CURLOPT_FOLLOWLOCATION, 0L) && set(easy, CURLOPT_NOSIGNAL, 1L) &&
-              set(easy, CURLOPT_SSL_VERIFYPEER, 1L) && set(easy, CURLOPT_SSL_VERIFYHOST, 2L) &&
-              set(easy, CURLOPT_SSLVERSION, long{CURL_SSLVERSION_TLSv1_2}) &&
-              set(easy, CURLOPT_MAXAGE_CONN, static_cast<long>(connectionAge.count())) &&
-              set(easy, CURLOPT_TCP_KEEPALIVE, 1L) && set(easy, CURLOPT_PRIVATE, this) &&
-              set(easy, CURLOPT_WRITEFUNCTION, &CurlTransfer::receive) &&
-              set(easy, CURLOPT_WRITEDATA, this);
-
-    // A name that is still being resolved must not hold up the thread when its transfer is dropped.
-    ok = ok && set(easy, CURLOPT_QUICK_EXIT, 1L);
-
-    // A folder of certificates beside the file would be trusted too. It also keeps libcurl from
-    // reusing the parsed file for the next connection.
-    const char* bundle =
-        caFile.empty() ? curl_version_info(CURLVERSION_NOW)->cainfo : caFile.c_str();
-    if (bundle) ok = ok && set(easy, CURLOPT_CAINFO, bundle) && set(easy, CURLOPT_CAPATH, nullptr);
+    bool ok = setCurlOption(easy, CURLOPT_PROTOCOLS_STR, "https,http") &&
+              setCurlOption(easy, CURLOPT_URL, request_.url.c_str()) &&
+              setCurlOption(easy, CURLOPT_HTTP_VERSION, long{CURL_HTTP_VERSION_1_1}) &&
+              setCurlOption(easy, CURLOPT_FOLLOWLOCATION, 0L) && setSecureOptions(easy, caFile) &&
+              setCurlOption(easy, CURLOPT_MAXAGE_CONN, static_cast<long>(connectionAge.count())) &&
+              setCurlOption(easy, CURLOPT_TCP_KEEPALIVE, 1L) &&
+              setCurlOption(easy, CURLOPT_PRIVATE, this) &&
+              setCurlOption(easy, CURLOPT_WRITEFUNCTION, &CurlTransfer::receive) &&
+              setCurlOption(easy, CURLOPT_WRITEDATA, this);
 
     // Plain connections stay on this computer; a proxy would carry the key off it.
-    if (request_.url.starts_with("http://")) ok = ok && set(easy, CURLOPT_PROXY, "");
+    if (request_.url.starts_with("http://")) ok = ok && setCurlOption(easy, CURLOPT_PROXY, "");
 
     // libcurl counts the time without a byte in whole seconds, and only once it is connected.
     const auto idle = std::chrono::ceil<std::chrono::seconds>(request_.timeout);
-    return ok && set(easy, CURLOPT_LOW_SPEED_LIMIT, 1L) &&
-           set(easy, CURLOPT_LOW_SPEED_TIME, std::max(1L, static_cast<long>(idle.count()))) &&
-           set(easy, CURLOPT_CONNECTTIMEOUT_MS, std::max(1L, milliseconds(request_.timeout))) &&
-           set(easy, CURLOPT_TIMEOUT_MS, milliseconds(wholeRequest));
+    return ok && setCurlOption(easy, CURLOPT_LOW_SPEED_LIMIT, 1L) &&
+           setCurlOption(easy, CURLOPT_LOW_SPEED_TIME,
+                         std::max(1L, static_cast<long>(idle.count()))) &&
+           setCurlOption(easy, CURLOPT_CONNECTTIMEOUT_MS,
+                         std::max(1L, milliseconds(request_.timeout))) &&
+           setCurlOption(easy, CURLOPT_TIMEOUT_MS, milliseconds(wholeRequest));
 }
 
 bool CurlTransfer::setMethod() {
     CURL* easy = easy_.get();
-    if (request_.method == "GET") return set(easy, CURLOPT_HTTPGET, 1L);
-    if (request_.method == "HEAD") return set(easy, CURLOPT_NOBODY, 1L);
+    if (request_.method == "GET") return setCurlOption(easy, CURLOPT_HTTPGET, 1L);
+    if (request_.method == "HEAD") return setCurlOption(easy, CURLOPT_NOBODY, 1L);
     // The body isn't copied; an empty vector may have no address to give.
     const auto* body =
         request_.body.empty() ? reinterpret_cast<const std::uint8_t*>("") : request_.body.data();
     const auto size = static_cast<curl_off_t>(request_.body.size());
-    const bool ok = set(easy, CURLOPT_POST, 1L) && set(easy, CURLOPT_POSTFIELDSIZE_LARGE, size) &&
-                    set(easy, CURLOPT_POSTFIELDS, body);
+    const bool ok = setCurlOption(easy, CURLOPT_POST, 1L) &&
+                    setCurlOption(easy, CURLOPT_POSTFIELDSIZE_LARGE, size) &&
+                    setCurlOption(easy, CURLOPT_POSTFIELDS, body);
     if (request_.method == "POST") return ok;
-    return ok && set(easy, CURLOPT_CUSTOMREQUEST, request_.method.c_str());
+    return ok && setCurlOption(easy, CURLOPT_CUSTOMREQUEST, request_.method.c_str());
 }
 
 bool CurlTransfer::setHeaders() {
@@ -153,7 +105,7 @@ bool CurlTransfer::setHeaders() {
         wipe(line);
         if (!added) return false;
     }
-    return set(easy_.get(), CURLOPT_HTTPHEADER, headers_);
+    return setCurlOption(easy_.get(), CURLOPT_HTTPHEADER, headers_);
 }
 
 std::size_t CurlTransfer::receive(char* data, std::size_t size, std::size_t count,
@@ -192,12 +144,12 @@ void CurlTransfer::finish(CURLcode result) {
         promise_->resolve(HttpResponse{});
         return;
     }
-    long systemError = 0;
-    curl_easy_getinfo(handle(), CURLINFO_OS_ERRNO, &systemError);
-    const char* sentence = failureSentence(result, systemError);
-    const std::string other = "The request to the speech service failed (" +
-                              std::string(curl_easy_strerror(result)) + ").";
-    abandon(std::make_exception_ptr(QuorviError::message(sentence ? sentence : other)));
+    auto sentence = connectionFailure(handle(), result, "speech service");
+    if (!sentence)
+        sentence = result == CURLE_WRITE_ERROR ? "The answer of the speech service was too large."
+                                               : "The request to the speech service failed (" +
+                                                     std::string(curl_easy_strerror(result)) + ").";
+    abandon(std::make_exception_ptr(QuorviError::message(*sentence)));
 }
 
 void CurlTransfer::abandon(std::exception_ptr reason) {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "Quorvi/platform/linux/CurlSupport.h"
 #include "Quorvi/platform/linux/CurlTransfer.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/transcription/QuorviError.h"
@@ -19,9 +20,7 @@ namespace quorvi {
 namespace {
 
 CURLM* newMulti() {
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
-    CURLM* multi = curl_multi_init();
+    CURLM* multi = newCurlMulti();
     if (!multi)
         throw QuorviError::message("There is not enough memory to reach the speech service.");
     return multi;
