@@ -26,7 +26,8 @@ UpdateConfiguration configuration() {
 
 // In the order of dependence. The executor ends last, so that a deletion asked for is done.
 struct Updates::Adapters {
-    explicit Adapters(Scheduler& scheduler) : downloader(scheduler), installer(scheduler) {}
+    explicit Adapters(Scheduler& scheduler)
+        : downloader(scheduler), installer(executor, scheduler) {}
 
     SerialExecutor executor{"updates"};
     CurlDownloader downloader;

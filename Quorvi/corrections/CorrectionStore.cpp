@@ -21,10 +21,6 @@ constexpr std::size_t keptEvents = 24;
 
 constexpr auto unreadable = "Saved corrections could not be opened. They have been left untouched.";
 
-std::string_view textOf(const Bytes& bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 bool haveDistinctIds(const std::vector<TextCorrection>& rules) {
     std::unordered_set<std::string_view> ids;
     ids.reserve(rules.size());
@@ -245,8 +241,7 @@ void CorrectionStore::recordLearningEvent(std::string_view code, std::string_vie
     auto events = learningEvents();
     events.push_back({clock_.date(), std::string(app), std::string(code), counts});
     if (events.size() > keptEvents) events.erase(events.begin(), events.end() - keptEvents);
-    const auto json = encodeLearningEvents(events);
-    defaults_.setBytes(eventsKey, Bytes(json.begin(), json.end()));
+    defaults_.setBytes(eventsKey, bytesOf(encodeLearningEvents(events)));
 }
 
 std::vector<LearningEvent> CorrectionStore::learningEvents() const {

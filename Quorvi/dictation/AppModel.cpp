@@ -79,7 +79,7 @@ void AppModel::readPreferences() {
 
     std::optional<Hotkey> shortcut;
     if (const auto json = preferences.bytes(preferenceKey::hotkey))
-        shortcut = Hotkey::fromJson(std::string(json->begin(), json->end()));
+        shortcut = Hotkey::fromJson(textOf(*json));
     hotkey_.setShortcut(shortcut.value_or(Hotkey::rightOption));
     hotkey_.setMode(
         stored(preferences, preferenceKey::mode, dictationModeFromRawValue, DictationMode::hold));
@@ -117,9 +117,8 @@ void AppModel::setMode(DictationMode mode) {
 
 void AppModel::setShortcut(Hotkey shortcut) {
     if (shortcut == hotkey_.shortcut()) return;
-    const auto json = shortcut.toJson();
+    environment_.preferences.setBytes(preferenceKey::hotkey, bytesOf(shortcut.toJson()));
     hotkey_.setShortcut(std::move(shortcut));
-    environment_.preferences.setBytes(preferenceKey::hotkey, Bytes(json.begin(), json.end()));
     changed();
 }
 
@@ -226,9 +225,10 @@ Task<bool> AppModel::setKeySync(bool on) {
         set(keyMessage_, std::string(error.what()));
         co_return false;
     }
-    set(keyMessage_, std::string(on ? "API key sync enabled. Turn on iCloud Passwords & Keychain on "
-                                      "your other Macs."
-                                    : "API key kept on this Mac; iCloud copy removed."));
+    set(keyMessage_,
+        std::string(on ? "API key sync enabled. Turn on iCloud Passwords & Keychain on "
+                         "your other Macs."
+                       : "API key kept on this Mac; iCloud copy removed."));
     co_return true;
 }
 

@@ -71,10 +71,10 @@ const std::vector<AppModel::SyncedSetting>& AppModel::syncedSettings() {
             [](const AppModel& model) -> std::optional<Bytes> {
                 const auto json = model.shortcut().toCanonicalJson();
                 if (!json) return std::nullopt;
-                return Bytes(json->begin(), json->end());
+                return bytesOf(*json);
             },
             [](AppModel& model, const Bytes& json) {
-                if (auto shortcut = Hotkey::fromJson(std::string(json.begin(), json.end())))
+                if (auto shortcut = Hotkey::fromJson(textOf(json)))
                     model.setShortcut(*std::move(shortcut));
             }),
         Setting::value<bool>(

@@ -3,20 +3,12 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "QuorviCore/async/Task.h"
+#include "QuorviCore/async/Async.h"
 #include "QuorviCore/text/ByteSearch.h"
 #include "QuorviCore/text/Folding.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi {
-
-namespace {
-
-void throwIfStopped(const std::stop_token& stop) {
-    if (stop.stop_requested()) throw Cancelled{};
-}
-
-}  // namespace
 
 // The folded texts of a chunk one after another, and the applications they went to.
 struct HistoryIndex::FoldedChunk {

@@ -75,12 +75,12 @@ void launch(const fs::path& package) {
 }  // namespace
 
 Task<PackageIdentity> GioUpdateInstaller::identify(std::filesystem::path package) {
-    auto asking = inBackground(worker_, scheduler_, [package] { return describe(package); });
+    auto asking = inBackground(executor_, scheduler_, [package] { return describe(package); });
     co_return co_await asking;
 }
 
 Task<void> GioUpdateInstaller::open(std::filesystem::path package) {
-    auto opening = inBackground(worker_, scheduler_, [package] { launch(package); });
+    auto opening = inBackground(executor_, scheduler_, [package] { launch(package); });
     co_await opening;
 }
 

@@ -55,11 +55,8 @@ struct SecretServiceSignals::Watch {
     bool connect() {
         gchar* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, cancellable, nullptr);
         if (address == nullptr) return false;
-        // A connection of its own: the shared one ends the process when the bus goes away.
-        constexpr auto flags =
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-        bus = g_dbus_connection_new_for_address_sync(address, flags, nullptr, cancellable, nullptr);
+        bus = g_dbus_connection_new_for_address_sync(address, ownConnection, nullptr, cancellable,
+                                                     nullptr);
         g_free(address);
         if (bus == nullptr) return false;
         g_signal_connect(bus, "closed",

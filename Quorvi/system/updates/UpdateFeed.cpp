@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::size_t maximumNotesBytes = std::size_t{256} << 10;
 
-std::string_view text(const Bytes& bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 }  // namespace
 
 Task<UpdateChoice> readUpdateFeed(const UpdateEnvironment& environment, std::stop_token stop) {
@@ -25,7 +21,7 @@ Task<UpdateChoice> readUpdateFeed(const UpdateEnvironment& environment, std::sto
     auto document = co_await fetching;
     auto choose = [document = std::move(document), current = configuration.currentVersion,
                    system = configuration.systemVersion] {
-        return chooseUpdate(parseAppcast(text(document)), current, system);
+        return chooseUpdate(parseAppcast(textOf(document)), current, system);
     };
     auto choosing =
         inBackground(environment.executor, environment.scheduler, std::move(choose), stop);
@@ -43,7 +39,7 @@ Task<std::string> readReleaseNotes(const UpdateEnvironment& environment, Appcast
             auto fetching =
                 environment.downloader.fetch(item.notesLink, maximumNotesBytes, std::move(stop));
             const auto notes = co_await fetching;
-            co_return safeReleaseNotes(text(notes));
+            co_return safeReleaseNotes(textOf(notes));
         } catch (const QuorviError&) {
         }
     }
