@@ -13,13 +13,13 @@
 #include "Quorvi/app/QtKeyMonitor.h"
 #include "Quorvi/app/QuitSignals.h"
 #include "Quorvi/app/SingleInstance.h"
+#include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/app/Updates.h"
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/PosixFileStore.h"
 #include "Quorvi/platform/linux/PropertyListPreferences.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
-#include "Quorvi/platform/linux/UserFolders.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/RecordingPanel.h"
@@ -34,9 +34,6 @@ using namespace std::chrono_literals;
 
 // How long quitting waits for the clipboard to be given back.
 constexpr auto quitPatience = 2s;
-
-constexpr auto preferencesFile = "preferences.plist";
-constexpr auto historyFile = "history.json";
 
 // The program, put together. Members are in the order of dependence.
 class Application {
@@ -143,11 +140,9 @@ private:
     QtKeyMonitor localKeys_;
     PosixFileStore files_;
     SerialExecutor preferencesDisk_{"preferences"};
-    PropertyListPreferences preferences_{files_, UserFolders::find().config / preferencesFile,
-                                         preferencesDisk_, scheduler_};
+    PropertyListPreferences preferences_{files_, preferencesFile(), preferencesDisk_, scheduler_};
     std::unique_ptr<KeyStore> keyStore_;
-    HistoryStore history_{
-        desktop_.historyEnvironment(preferences_, UserFolders::find().data / historyFile)};
+    HistoryStore history_{desktop_.historyEnvironment(preferences_, historyFile())};
     CorrectionStore corrections_{preferences_, scheduler_};
     NoAccountSync sync_;
     std::unique_ptr<AppModel> model_;

@@ -18,8 +18,8 @@ constexpr auto description =
     "                   and the keyring's own key is left alone\n"
     "  QUORVI_SERVICE   its address, when it is not the OpenAI API: https://host[:port],\n"
     "                   or http:// for this machine itself\n\n"
-    "Exit status: 0 after Quit or when Quorvi is running already, 1 without a display, 2 for a\n"
-    "command line or a service address that makes no sense.";
+    "Exit status: 0 after Quit or when Quorvi is running already, 1 without a display or when the\n"
+    "keyring refused, 2 for a command line or a service address that makes no sense.";
 
 const std::array<std::pair<const char*, const Hotkey*>, 6> shortcuts{{
     {"right-option", &Hotkey::rightOption},
@@ -73,12 +73,24 @@ CommandLine CommandLine::parse() {
     parser.setApplicationDescription(QString::fromUtf8(description));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOptions({shortcut, mode, stages});
+    // Carried out before a desktop is looked for, and only by themselves; here for the help.
+    const QCommandLineOption storeKey(
+        QStringLiteral("store-key"),
+        QStringLiteral("By itself: reads the API key from the standard input, stores it in the "
+                       "keyring and ends."));
+    const QCommandLineOption removeKey(
+        QStringLiteral("remove-key"),
+        QStringLiteral("By itself: removes the API key from the keyring and ends."));
+    parser.addOptions({storeKey, removeKey, shortcut, mode, stages});
     if (!parser.parse(QCoreApplication::arguments())) complain(parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) parser.showHelp();
     if (parser.isSet(QStringLiteral("version"))) parser.showVersion();
     if (!parser.positionalArguments().isEmpty())
         complain(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments()[0]));
+
+    for (const auto& option : {storeKey, removeKey})
+        if (parser.isSet(option))
+            complain(QStringLiteral("--%1 stands by itself").arg(option.names()[0]));
 
     CommandLine result;
     if (parser.isSet(shortcut)) result.shortcut = parseShortcut(parser.value(shortcut));

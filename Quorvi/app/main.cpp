@@ -11,6 +11,7 @@
 
 #include "Quorvi/app/Application.h"
 #include "Quorvi/app/CommandLine.h"
+#include "Quorvi/app/KeyCommand.h"
 
 namespace {
 
@@ -54,6 +55,9 @@ int main(int argc, char** argv) {
         quorvi::CommandLine::parse();
         return 0;
     }
+    if (argc == 2)
+        if (const auto command = quorvi::keyCommandFromArgument(argv[1]))
+            return quorvi::runKeyCommand(*command);
     const char* display = std::getenv("DISPLAY");
     if (!display || !*display) {
         std::fprintf(stderr, "quorvi: There is no X display. Start Quorvi on a desktop.\n");

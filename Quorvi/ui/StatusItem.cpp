@@ -58,8 +58,8 @@ void StatusItem::showMenu(QSystemTrayIcon::ActivationReason reason) {
 
 void StatusItem::welcome() {
     icon_.showMessage(QStringLiteral("Welcome to Quorvi"),
-                      QStringLiteral("There is no OpenAI API key in your keyring yet. Until you "
-                                     "add one, start Quorvi with QUORVI_API_KEY set."));
+                      QStringLiteral("There is no OpenAI API key in your keyring yet. Put one there "
+                                     "with: quorvi --store-key"));
 }
 
 void StatusItem::refresh() {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+
+#include "Quorvi/platform/linux/UserFolders.h"
+
+// Where the program keeps what is the user's.
+namespace quorvi {
+
+inline std::filesystem::path preferencesFile() {
+    return UserFolders::find().config / "preferences.plist";
+}
+
+inline std::filesystem::path historyFile() {
+    return UserFolders::find().data / "history.json";
+}
+
+}  // namespace quorvi
