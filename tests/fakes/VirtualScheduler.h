@@ -55,4 +55,22 @@ private:
     Scheduler& scheduler_;
 };
 
+// An executor whose jobs wait until the test lets them run; at once when nothing is held.
+class HeldExecutor : public Executor {
+public:
+    void run(std::function<void()> job) override {
+        jobs.push_back(std::move(job));
+        if (!isHeld) release();
+    }
+    void runAll() {
+        for (; !jobs.empty(); jobs.pop_front()) jobs.front()();
+    }
+    void release() {
+        isHeld = false;
+        runAll();
+    }
+    bool isHeld = true;
+    std::deque<std::function<void()>> jobs;
+};
+
 }  // namespace quorvi::test

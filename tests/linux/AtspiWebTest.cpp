@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
@@ -16,32 +15,39 @@ namespace {
 class WebFields : public testing::Test {
 protected:
     void open(const std::string& body) {
-        browser_ = std::make_unique<Process>(chromium(body, folder_));
-        ASSERT_TRUE(user_.waitForWindowOf(browser_->pid()));
+        browser_ = Process(chromium(body, folder_));
+        ASSERT_TRUE(user_.waitForWindowOf(pid()));
         ASSERT_TRUE(eventually([&] { return accessibility_.isTrusted(); }));
     }
-    pid_t pid() const { return browser_->pid(); }
+    pid_t pid() const { return browser_.pid(); }
 
     std::optional<AXElement> focusWithValue(const std::string& value) {
-        return reader_.waitFor(
+        auto found = reader_.waitFor(
             pid(), [&](const AXElement& field) { return reader_.value(field) == value; });
+        const auto focused = reader_.focused(pid());
+        if (!found)
+            ADD_FAILURE() << "the focus is in "
+                          << (focused ? reader_.role(*focused) + " with " +
+                                            reader_.value(*focused).value_or("no value")
+                                      : "nothing");
+        return found;
     }
 
     TestFolder folder_;
     TestUser user_;
     AtspiAccessibility accessibility_{[] { return true; }};
     FieldReader reader_{accessibility_};
-    std::unique_ptr<Process> browser_;
+    Process browser_;
 };
 
-TEST_F(WebFields, TabVisitsEveryKindOfField) {
+TEST_F(WebFields, TheFocusVisitsEveryKindOfFieldAndTheBrowsersOwn) {
     open(
         "<p>Some read-only text.</p><input value='αβ😀γ' "
         "autofocus><textarea>many\nlines\n</textarea>"
         "<input type=password value=secret><button>Press</button>");
-    const auto line = reader_.waitForFocus(pid(), "AXTextField");
+    const auto line = focusWithValue("αβ😀γ");
     ASSERT_TRUE(line);
-    EXPECT_EQ(reader_.value(*line), "αβ😀γ");
+    EXPECT_EQ(reader_.role(*line), "AXTextField");
     EXPECT_EQ(accessibility_.processIdentifier(*line), pid());
     user_.tap(key::end);
     EXPECT_TRUE(reader_.waitForSelection(*line, {5, 0}));
@@ -53,6 +59,18 @@ TEST_F(WebFields, TabVisitsEveryKindOfField) {
     const auto window = reader_.window(pid());
     ASSERT_TRUE(window);
     EXPECT_EQ(reader_.role(*window), "AXWindow");
+
+    // To the browser's own field, and round its panes back to the page.
+    user_.chord({key::leftControl}, key::l);
+    ASSERT_TRUE(reader_.waitFor(pid(), [&](const AXElement& field) {
+        return !(field == *line) && reader_.role(field) == "AXTextField";
+    }));
+    for (int i = 0; i < 8 && reader_.focused(pid()) != line; ++i) {
+        const auto before = reader_.focused(pid());
+        user_.tap(key::f6);
+        ASSERT_TRUE(eventually([&] { return reader_.focused(pid()) != before; }));
+    }
+    EXPECT_TRUE(eventually([&] { return reader_.focused(pid()) == line; }));
 
     user_.tap(key::tab);
     const auto area = reader_.waitForFocus(pid(), "AXTextArea");
@@ -84,47 +102,34 @@ TEST_F(WebFields, AnEditableRegionReadsAsLinesThatFitItsSelection) {
     const auto region = focusWithValue(whole);
     ASSERT_TRUE(region);
     EXPECT_EQ(reader_.role(*region), "AXTextArea");
+    const auto expectSelection = [&](std::int64_t location, std::int64_t length) {
+        EXPECT_TRUE(reader_.waitForSelection(*region, {location, length})) << location;
+    };
     user_.chord({key::leftControl}, key::home);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {0, 0}));
+    expectSelection(0, 0);
     user_.tap(key::end);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {6, 0}));
+    expectSelection(6, 0);
     user_.chord({key::leftShift}, key::left);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {5, 1}));
+    expectSelection(5, 1);
     user_.tap(key::end);
     user_.tap(key::right);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {7, 0}));
+    expectSelection(7, 0);
     user_.tap(key::right);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {8, 0}));
+    expectSelection(8, 0);
     user_.tap(key::right, 6);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {14, 0}));
+    expectSelection(14, 0);
     user_.chord({key::leftShift}, key::end);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {14, 6}));
+    expectSelection(14, 6);
 
     // What is typed arrives where the selection said, in the empty paragraph too.
     user_.chord({key::leftControl}, key::home);
     user_.tap(key::down);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {7, 0}));
+    expectSelection(7, 0);
     user_.type("typed");
     EXPECT_TRUE(reader_.waitForValue(*region, "😀 one\ntyped\ntwo link end\n• item"));
-    EXPECT_TRUE(reader_.waitForSelection(*region, {12, 0}));
+    expectSelection(12, 0);
     user_.chord({key::leftControl}, key::a);
-    EXPECT_TRUE(reader_.waitForSelection(*region, {0, 32}));
-}
-
-TEST_F(WebFields, FocusMovesBetweenThePageAndTheBrowsersOwnField) {
-    open("<input value='in the page' autofocus><p>text</p>");
-    const auto inPage = focusWithValue("in the page");
-    ASSERT_TRUE(inPage);
-    user_.chord({key::leftControl}, key::l);
-    ASSERT_TRUE(reader_.waitFor(pid(), [&](const AXElement& field) {
-        return !(field == *inPage) && reader_.role(field) == "AXTextField";
-    }));
-    for (int i = 0; i < 8 && reader_.focused(pid()) != inPage; ++i) {
-        const auto before = reader_.focused(pid());
-        user_.tap(key::f6);
-        ASSERT_TRUE(eventually([&] { return reader_.focused(pid()) != before; }));
-    }
-    EXPECT_TRUE(eventually([&] { return reader_.focused(pid()) == inPage; }));
+    expectSelection(0, 32);
 }
 
 }  // namespace

@@ -82,14 +82,10 @@ public:
     FakeSystemBus() {
         const auto address = "unix:path=" + (folder_.path() / "socket").string();
         const auto config = folder_.write(
-            "bus.conf",
-            "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\""
-            " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n"
-            "<busconfig><type>system</type><listen>" +
-                address +
-                "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-                "<allow receive_sender=\"*\"/><allow own=\"*\"/><allow user=\"*\"/>"
-                "</policy></busconfig>\n");
+            "bus.conf", "<busconfig><type>system</type><listen>" + address +
+                            "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                            "<allow receive_sender=\"*\"/><allow own=\"*\"/><allow user=\"*\"/>"
+                            "</policy></busconfig>\n");
         daemon_ = Process({"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + config});
         eventually([&] { return std::filesystem::exists(folder_.path() / "socket"); });
         setenv("DBUS_SYSTEM_BUS_ADDRESS", address.c_str(), 1);

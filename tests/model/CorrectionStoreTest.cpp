@@ -27,17 +27,12 @@ Bytes bytesOf(std::string_view s) {
     return {s.begin(), s.end()};
 }
 
-struct UnreadablePreferences : MemoryPreferences {
-    bool couldBeRead() const override { return false; }
-};
-
 class CorrectionStoreTest : public testing::Test {
 protected:
-    explicit CorrectionStoreTest() { defaults.setBytes(rulesKey, bytesOf("[]")); }
+    CorrectionStoreTest() { defaults.setBytes(rulesKey, bytesOf("[]")); }
 
     TextCorrection add(std::string original, std::string replacement) {
-        TextCorrection rule{.original = std::move(original), .replacement = std::move(replacement)};
-        store().save(rule);
+        store().save({.original = std::move(original), .replacement = std::move(replacement)});
         return store().rules().rules().front();
     }
     static std::string failureOf(const std::function<void()>& change) {
@@ -60,8 +55,8 @@ protected:
         return result;
     }
     std::string storedJson() const {
-        const auto bytes = defaults.bytes(rulesKey);
-        return bytes ? std::string(bytes->begin(), bytes->end()) : "";
+        const auto bytes = defaults.bytes(rulesKey).value_or(Bytes{});
+        return {bytes.begin(), bytes.end()};
     }
 
     VirtualScheduler clock;
@@ -71,7 +66,6 @@ protected:
 
 TEST_F(CorrectionStoreTest, AFirstLaunchStoresAnExampleThatALaterOneLoads) {
     defaults.remove(rulesKey);
-    EXPECT_EQ(list(), "Russet Miner>russetmanor;");
     EXPECT_EQ(store().rules().apply("a russet  miner."), "a russetmanor.");
     const CorrectionStore later(defaults, clock);
     EXPECT_EQ(later.rules().rules(), store().rules().rules());
@@ -81,9 +75,10 @@ TEST_F(CorrectionStoreTest, AFirstLaunchStoresAnExampleThatALaterOneLoads) {
 TEST_F(CorrectionStoreTest, UnreadableRulesLockTheStoreAndAreNeverOverwritten) {
     const TextCorrection good{.original = "a", .replacement = "b"};
     const TextCorrection empty{.original = "c", .replacement = " "};
-    const auto check = [&](const char* name, MemoryPreferences& preferences) {
-        SCOPED_TRACE(name);
-        const auto before = preferences.bytes(rulesKey);
+    const auto check = [&](const std::string& stored, MemoryPreferences& preferences) {
+        SCOPED_TRACE(stored);
+        int changes = 0;
+        const auto watching = preferences.onChange([&] { ++changes; });
         CorrectionStore lockedStore(preferences, clock);
         EXPECT_EQ(lockedStore.persistenceError(), locked);
         EXPECT_EQ(failureOf([&] { lockedStore.save(good); }), locked);
@@ -92,33 +87,26 @@ TEST_F(CorrectionStoreTest, UnreadableRulesLockTheStoreAndAreNeverOverwritten) {
         lockedStore.replaceFromSync({good});
         lockedStore.installTarnelCorrectionsIfNeeded();
         EXPECT_TRUE(lockedStore.rules().rules().empty());
-        EXPECT_EQ(preferences.bytes(rulesKey), before);
-        EXPECT_FALSE(preferences.contains("tarnelCorrectionsSeeded"));
+        EXPECT_EQ(changes, 0);
     };
-    const std::pair<const char*, std::string> rows[] = {
-        {"the same id twice", encodeCorrections({good, good})},
-        {"an empty replacement", encodeCorrections({good, empty})},
-        {"no list", encodeCorrection(good)},
-        {"cut off", encodeCorrections({good}).substr(0, 40)},
-        {"nothing", ""}};
-    for (const auto& [name, json] : rows) {
+    for (const auto& json :
+         {encodeCorrections({good, good}), encodeCorrections({good, empty}), encodeCorrection(good),
+          encodeCorrections({good}).substr(0, 40), std::string()}) {
         defaults.setBytes(rulesKey, bytesOf(json));
-        check(name, defaults);
+        check(json, defaults);
     }
     defaults.setString(rulesKey, "[]");
     check("another type", defaults);
-    EXPECT_EQ(defaults.string(rulesKey), "[]");
-    UnreadablePreferences file;
-    check("the whole file", file);
-    EXPECT_FALSE(file.contains(rulesKey)) << "no first launch";
+    MemoryPreferences unreadable;
+    unreadable.setCouldBeRead(false);
+    check("unknown, and no first launch", unreadable);
 }
 
 TEST_F(CorrectionStoreTest, SavingTrimsDatesAndPutsNewRulesInFrontAndEditsInPlace) {
     const auto miner = add(" russet miner\n", "\tMiner ");
     clock.advance(10s);
-    const auto oxygen = add("oxygen", "oxygon");
+    EXPECT_EQ(add("oxygen", "oxygon").updatedAt, clock.date());
     EXPECT_EQ(list(), "oxygen>oxygon;russet miner>Miner;");
-    EXPECT_EQ(oxygen.updatedAt, clock.date());
 
     EXPECT_EQ(failureOf([&] { add("Russet  MINER ", "x"); }), duplicate);
     EXPECT_EQ(failureOf([&] { add(" ", "x"); }),
@@ -128,9 +116,7 @@ TEST_F(CorrectionStoreTest, SavingTrimsDatesAndPutsNewRulesInFrontAndEditsInPlac
     auto edited = miner;
     edited.replacement = "Manor";
     store().save(edited);
-    EXPECT_EQ(list(), "oxygen>oxygon;russet miner>Manor;");
     EXPECT_EQ(store().rules().rules()[1].updatedAt, clock.date());
-
     store().setEnabled(miner.id, false);
     edited.original = "oxygen";
     EXPECT_EQ(failureOf([&] { store().save(edited); }), duplicate);
@@ -201,8 +187,8 @@ TEST_F(CorrectionStoreTest, LearnsANewRuleAndRetargetsTheOneThatWroteTheMistake)
     const auto wrong = add("russet manor", "Russet Miner");
     const auto other = add("tea", "Russet Miner");
     store().setEnabled(other.id, false);
-    std::vector<std::string> told;
-    store().onLearned = [&](const auto& rule) { told.push_back(rule.original); };
+    std::string told;
+    store().onLearned = [&](const auto& rule) { told += rule.original + ";"; };
     const TextCorrection suggestion{
         .original = "Russet Miner", .replacement = "Russet Manor", .learnedAutomatically = true};
 
@@ -219,34 +205,29 @@ TEST_F(CorrectionStoreTest, LearnsANewRuleAndRetargetsTheOneThatWroteTheMistake)
     EXPECT_EQ(learned[1].id, wrong.id);
     EXPECT_TRUE(learned[1].learnedAutomatically);
     EXPECT_EQ(store().learningStatus(), "Remembered: Russet Miner → Russet Manor");
-    EXPECT_EQ(told, (std::vector<std::string>{"Russet Miner", "Russet Miner"}));
+    EXPECT_EQ(told, "Russet Miner;Russet Miner;");
 }
 
 TEST_F(CorrectionStoreTest, SaysWhyNothingWasLearned) {
     const auto rule = add("oxygen", "caf\u00E9");
     const TextCorrection same{.original = "OXYGEN", .replacement = "cafe\u0301"};
     const TextCorrection different{.original = "oxygen", .replacement = "oxygon"};
-    EXPECT_TRUE(store().learn(same, {}).empty());
-    EXPECT_EQ(store().learningStatus(), "This correction is already saved.");
-    EXPECT_TRUE(store().learn(different, {}).empty());
-    EXPECT_EQ(store().learningStatus(), existing);
-    store().setLearningStatus("");
+    const auto statusAfter = [&](const TextCorrection& suggestion) {
+        store().setLearningStatus("");
+        EXPECT_TRUE(store().learn(suggestion, {}).empty());
+        return store().learningStatus();
+    };
+    EXPECT_EQ(statusAfter(same), "This correction is already saved.");
+    EXPECT_EQ(statusAfter(different), existing);
     store().setEnabled(rule.id, false);
-    EXPECT_TRUE(store().learn(same, {}).empty());
-    EXPECT_EQ(store().learningStatus(), existing);
+    EXPECT_EQ(statusAfter(same), existing);
 
+    // Nothing at all is learned, then and later, once the user doesn't want it.
+    store().onLearningChanged = [&] { EXPECT_FALSE(store().learnsAutomatically()); };
     store().setLearnsAutomatically(false);
     store().remove(rule.id);
-    EXPECT_TRUE(store().learn(different, {}).empty());
+    EXPECT_EQ(statusAfter(different), "");
     EXPECT_EQ(list(), "");
-}
-
-TEST_F(CorrectionStoreTest, TheSwitchIsKeptAndAWrongTypeReadsAsOn) {
-    EXPECT_TRUE(store().learnsAutomatically());
-    int changed = 0;
-    store().onLearningChanged = [&] { changed += store().learnsAutomatically() ? 10 : 1; };
-    store().setLearnsAutomatically(false);
-    EXPECT_EQ(changed, 1);
     EXPECT_FALSE(CorrectionStore(defaults, clock).learnsAutomatically());
     defaults.setString("learnCorrectionsAutomatically", "no");
     EXPECT_TRUE(CorrectionStore(defaults, clock).learnsAutomatically());
@@ -255,8 +236,6 @@ TEST_F(CorrectionStoreTest, TheSwitchIsKeptAndAWrongTypeReadsAsOn) {
 TEST_F(CorrectionStoreTest, TheBrandRulesComeOnceAndFindTheWordInGreek) {
     const auto brand = tarnelCorrections({});
     ASSERT_EQ(brand.size(), 2u);
-    EXPECT_NE(TextCorrection::matchKey(brand[0].original),
-              TextCorrection::matchKey(brand[1].original));
     EXPECT_EQ(TextCorrections(brand).apply("το ΤΆΝΕΛ, και δα\u0301νελ. Τάνελα;"),
               "το tarnel, και tarnel. Τάνελα;");
 
@@ -267,12 +246,9 @@ TEST_F(CorrectionStoreTest, TheBrandRulesComeOnceAndFindTheWordInGreek) {
     store().installTarnelCorrectionsIfNeeded();
     EXPECT_EQ(store().rules().rules(), std::vector{own}) << "what the user deleted stays away";
 
-    MemoryPreferences fresh;
-    CorrectionStore first(fresh, clock);
-    first.installTarnelCorrectionsIfNeeded();
-    ASSERT_EQ(first.rules().rules().size(), 3u);
-    EXPECT_EQ(first.rules().rules()[0].id, "6C67A4E1-35AB-43E6-AB6F-46D06D4DA217");
-    EXPECT_EQ(first.rules().rules()[1].id, "BC138878-2A27-42CA-B53B-062EB4548201");
+    // They keep their names, so that two computers that synchronise have them once.
+    EXPECT_EQ(brand[0].id, "6C67A4E1-35AB-43E6-AB6F-46D06D4DA217");
+    EXPECT_EQ(brand[1].id, "BC138878-2A27-42CA-B53B-062EB4548201");
 }
 
 TEST_F(CorrectionStoreTest, KeepsTheLast24LearningEventsAndForgivesABrokenLog) {

@@ -59,26 +59,12 @@ protected:
     void makeModel() {
         model.reset();
         model = std::make_unique<AppModel>(
-            AppModel::Environment{scheduler,
-                                  executor,
-                                  executor,
-                                  keyboard,
-                                  poster,
-                                  accessibility,
-                                  workspace,
-                                  pasteboard,
-                                  microphone,
-                                  speaker,
-                                  permissions,
-                                  localKeys,
-                                  preferences,
-                                  keyStore,
-                                  service,
-                                  history,
-                                  corrections,
-                                  [this]() -> AccountSync& { return sync; },
-                                  "https://speech.example",
-                                  folder.path()});
+            // clang-format off
+            AppModel::Environment{scheduler, executor, executor, keyboard, poster, accessibility,
+                workspace, pasteboard, microphone, speaker, permissions, localKeys, preferences,
+                keyStore, service, history, corrections, [this]() -> AccountSync& { return sync; },
+                "https://speech.example", folder.path()});
+        // clang-format on
         model->showOverlay = [this] { overlay = "shown"; };
         model->hideOverlay = [this] { overlay = "hidden"; };
         model->setShortcut(Hotkey::f8);
@@ -98,10 +84,14 @@ protected:
         return std::ranges::count_if(speaker.journal,
                                      [](const auto& line) { return line.starts_with("play"); });
     }
-    std::vector<std::string> learningCodes() const {
-        std::vector<std::string> codes;
-        for (const auto& event : corrections.learningEvents()) codes.push_back(event.code);
-        return codes;
+    // The code of the last learning event.
+    std::string lastCode() const { return corrections.learningEvents().back().code; }
+    void secureField() { accessibility.set(field, "AXSubrole", std::string("AXSecureTextField")); }
+    // Of what the field holds, "Dear " at first.
+    std::string fieldText() const { return accessibility.text(field); }
+    void dictateToTheEnd() {
+        dictate();
+        scheduler.advance(2s);
     }
     // So that the next dictation finds another caret.
     void moveCaret() { accessibility.set(field, "AXSelectedTextRange", Utf16Range{0, 0}); }

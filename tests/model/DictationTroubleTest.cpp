@@ -4,21 +4,26 @@ namespace quorvi::test {
 namespace {
 
 TEST_F(DictationTest, WhatIsTooShortOrTooQuietIsRefusedWithoutARequest) {
-    const auto refusal = "No audible speech detected. Hold the key a little longer and try again.";
-    struct Row {
-        const char* name;
-        Duration time;
-        float level;
-    };
-    for (const auto& row : {Row{"released at once", 0ms, -20}, Row{"short", 250ms, -20},
-                            Row{"silent", 2s, -60}, Row{"at the threshold", 2s, -48}}) {
-        microphone.setLevel(row.level);
-        dictate(row.time);
-        EXPECT_EQ(model->stage(), Stage::failure) << row.name;
-        EXPECT_EQ(model->message(), refusal) << row.name;
+    const std::pair<Duration, float> rows[] = {
+        {0ms, -20.0F}, {250ms, -20.0F}, {2s, -60.0F}, {2s, -48.0F}};
+    for (const auto& [time, level] : rows) {
+        SCOPED_TRACE(testing::Message() << time.count() << " ns at " << level << " dB");
+        microphone.setLevel(level);
+        dictate(time);
+        EXPECT_EQ(model->stage(), Stage::failure);
+        EXPECT_EQ(model->message(),
+                  "No audible speech detected. Hold the key a little longer and try again.");
         scheduler.advance(1s);
-        EXPECT_FALSE(microphone.isCapturing()) << row.name;
+        EXPECT_FALSE(microphone.isCapturing());
     }
+    // Let go while an application that hangs is asked.
+    accessibility.hang(accessibility.applicationElement(editor));
+    accessibility.hang(accessibility.systemWideElement());
+    keyboard.press(f8);
+    scheduler.post([this] { keyboard.release(f8); });
+    scheduler.advance(5s);
+    EXPECT_EQ(model->stage(), Stage::failure);
+    EXPECT_FALSE(microphone.isCapturing());
     EXPECT_TRUE(service.requests.empty());
 }
 
@@ -40,8 +45,7 @@ TEST_F(DictationTest, ARefusedInsertionLeavesTheTextOnTheClipboard) {
 
     pasteboard.refusesWrites = true;
     moveCaret();
-    dictate();
-    scheduler.advance(2s);
+    dictateToTheEnd();
     EXPECT_EQ(model->stage(), Stage::failure);
     EXPECT_EQ(model->message(),
               "The clipboard is unavailable. Use Copy text to try again, or select the transcript "
@@ -54,27 +58,24 @@ TEST_F(DictationTest, ARefusedInsertionLeavesTheTextOnTheClipboard) {
 }
 
 TEST_F(DictationTest, WithoutWhatItNeedsItSaysSo) {
+    const auto sentence = [this] {
+        dictate();
+        return model->message();
+    };
     const auto notReady =
         "Open Quorvi from the menu bar, then Settings to finish API key and permission setup.";
     keyStore.remove().start();
-    dictate();
-    EXPECT_EQ(model->message(), notReady);
+    EXPECT_EQ(sentence(), notReady);
     keyStore.save("sk-key").start();
     permissions.setMicrophone(MicrophoneAuthorization::denied);
-    dictate();
-    EXPECT_EQ(model->message(), notReady);
+    EXPECT_EQ(sentence(), notReady);
     permissions.setMicrophone(MicrophoneAuthorization::authorized);
-
-    accessibility.set(field, "AXSubrole", std::string("AXSecureTextField"));
-    dictate();
-    EXPECT_EQ(model->message(), "Select a regular text field to dictate.");
+    secureField();
+    EXPECT_EQ(sentence(), "Select a regular text field to dictate.");
     EXPECT_EQ(microphone.captures, 0) << "the microphone stayed shut";
     accessibility.unset(field, "AXSubrole");
-
     microphone.recordFailure = "The microphone could not start. Check your macOS sound input.";
-    dictate();
-    EXPECT_EQ(model->message(), "The microphone could not start. Check your macOS sound input.");
-    microphone.recordFailure.reset();
+    EXPECT_EQ(sentence(), *microphone.recordFailure);
 }
 
 TEST_F(DictationTest, TroubleWhileRecordingEndsInItsSentence) {
@@ -106,16 +107,6 @@ TEST_F(DictationTest, TroubleWhileRecordingEndsInItsSentence) {
     keyboard.invalidate();
     workspace.wake();
     EXPECT_TRUE(model->keyboardReady());
-}
-
-TEST_F(DictationTest, LettingGoWhileAHungApplicationIsAskedEndsTheStart) {
-    accessibility.hang(accessibility.applicationElement(editor));
-    accessibility.hang(accessibility.systemWideElement());
-    keyboard.press(f8);
-    scheduler.post([this] { keyboard.release(f8); });
-    scheduler.advance(5s);
-    EXPECT_EQ(model->stage(), Stage::failure);
-    EXPECT_FALSE(microphone.isCapturing());
 }
 
 TEST_F(DictationTest, ResettingRecoversAndTellsWhatIsMissing) {

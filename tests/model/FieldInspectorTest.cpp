@@ -12,7 +12,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr pid_t editor = 100;
-constexpr pid_t other = 200;
 
 class FieldInspectorTest : public testing::Test {
 protected:
@@ -22,12 +21,7 @@ protected:
         accessibility.focus(field);
     }
 
-    std::string captureError() {
-        return errorOf([&] { inspector.capture(0); });
-    }
-    std::string validateError(const InsertionTarget& target, std::uint64_t generation = 0) {
-        return errorOf([&] { inspector.validate(target, generation); });
-    }
+    // The sentence of the refusal, empty when there is none.
     static std::string errorOf(const std::function<void()>& attempt) {
         try {
             attempt();
@@ -35,6 +29,12 @@ protected:
             return e.what();
         }
         return "";
+    }
+    std::string captureError() {
+        return errorOf([&] { inspector.capture(0); });
+    }
+    void makeSecure(const AXElement& element) {
+        accessibility.set(element, "AXSubrole", std::string("AXSecureTextField"));
     }
     // The application names a group as focused; inside it, the field has the focus.
     void focusThrough(const AXElement& group) {
@@ -50,8 +50,6 @@ protected:
     AXElement field = accessibility.makeText(editor, "Hello ", "AXTextArea", "field");
 };
 
-constexpr auto copyHint = " Your transcript is ready to copy in Quorvi.";
-
 TEST_F(FieldInspectorTest, CapturesTheFocusedFieldWithItsWindowAndCaret) {
     const auto target = inspector.capture(7);
     EXPECT_EQ(target.pid, editor);
@@ -59,15 +57,27 @@ TEST_F(FieldInspectorTest, CapturesTheFocusedFieldWithItsWindowAndCaret) {
     EXPECT_EQ(target.window, window);
     EXPECT_EQ(target.element, field);
     EXPECT_EQ(target.selection, (Utf16Range{6, 0}));
-    EXPECT_EQ(target.inputGeneration, 7u);
-    EXPECT_EQ(validateError(target, 7), "");
-
+    EXPECT_EQ(errorOf([&] { inspector.validate(target, 7); }), "");
     workspace.setFrontmost(RunningApplication{editor, ""});
     EXPECT_EQ(inspector.capture(0).appName, "your app");
 }
 
+TEST_F(FieldInspectorTest, WhatIsNoTextFieldIsNoDestinationButItsApplicationIs) {
+    accessibility.focus(accessibility.make(editor, "AXButton", "button"));
+    const auto target = inspector.capture(0);
+    EXPECT_EQ(target.element, std::nullopt);
+    accessibility.focus(field);
+    EXPECT_EQ(errorOf([&] { inspector.validate(target, 0); }), "") << "any field of the window";
+
+    accessibility.hang(accessibility.applicationElement(editor));
+    accessibility.hang(accessibility.systemWideElement());
+    const auto hung = inspector.capture(0);
+    EXPECT_EQ(hung.element, std::nullopt);
+    EXPECT_EQ(hung.window, std::nullopt);
+}
+
 TEST_F(FieldInspectorTest, RefusesToCaptureWithTheReason) {
-    accessibility.set(field, "AXSubrole", std::string("AXSecureTextField"));
+    makeSecure(field);
     EXPECT_EQ(captureError(), "Select a regular text field to dictate.");
 
     workspace.setFrontmost(std::nullopt);
@@ -85,19 +95,16 @@ TEST_F(FieldInspectorTest, RefusesToCaptureWithTheReason) {
 TEST_F(FieldInspectorTest, FindsTheTextElementInsideAFocusedGroup) {
     const auto group = accessibility.make(editor, "AXGroup", "group");
     const auto inner = accessibility.make(editor, "AXGroup", "inner");
-    const auto label = accessibility.make(editor, "AXStaticText", "label");
     accessibility.append(group, inner);
     accessibility.append(inner, field);
-    accessibility.append(inner, label);
+    accessibility.append(inner, accessibility.make(editor, "AXStaticText", "label"));
     focusThrough(group);
     EXPECT_EQ(inspector.capture(0).element, field);
-
-    accessibility.set(field, "AXSubrole", std::string("AXSecureTextField"));
-    EXPECT_EQ(captureError(), "Select a regular text field to dictate.") << "found by the search";
-    accessibility.unset(field, "AXSubrole");
-
     accessibility.set(field, "AXFocused", false);
     EXPECT_EQ(inspector.capture(0).element, std::nullopt) << "the group has no selection";
+    accessibility.set(field, "AXFocused", true);
+    makeSecure(field);
+    EXPECT_EQ(captureError(), "Select a regular text field to dictate.") << "found by the search";
 }
 
 TEST_F(FieldInspectorTest, TheSearchKeepsItsLimits) {
@@ -105,23 +112,22 @@ TEST_F(FieldInspectorTest, TheSearchKeepsItsLimits) {
         focusThrough(group);
         return inspector.capture(0).element.has_value();
     };
+    const auto appendGroup = [&](const AXElement& parent) {
+        const auto child = accessibility.make(editor, "AXGroup");
+        accessibility.append(parent, child);
+        return child;
+    };
     const auto groupWith = [&](int others, Duration delay = {}) {
         const auto group = accessibility.make(editor, "AXGroup");
         accessibility.append(group, field);
-        for (int i = 0; i < others; ++i) {
-            const auto child = accessibility.make(editor, "AXGroup");
-            accessibility.setDelay(child, delay);
-            accessibility.append(group, child);
-        }
+        for (; others > 0; --others) accessibility.setDelay(appendGroup(group), delay);
         return group;
     };
     for (int levels : {11, 12}) {
-        auto top = field;
-        for (int level = 0; level <= levels; ++level) {
-            const auto parent = accessibility.make(editor, "AXGroup");
-            accessibility.append(parent, top);
-            top = parent;
-        }
+        const auto top = accessibility.make(editor, "AXGroup");
+        auto parent = top;
+        for (int level = 0; level < levels; ++level) parent = appendGroup(parent);
+        accessibility.append(parent, field);
         EXPECT_EQ(found(top), levels == 11) << levels << " levels down";
     }
     EXPECT_TRUE(found(groupWith(47)));
@@ -132,47 +138,34 @@ TEST_F(FieldInspectorTest, TheSearchKeepsItsLimits) {
     for (int before : {63, 64}) {
         const auto many = groupWith(0);
         for (int examined = 1; examined < before; ++examined) {
-            const auto child = accessibility.make(editor, "AXGroup");
-            accessibility.append(many, child);
-            if (++examined < before)
-                accessibility.append(child, accessibility.make(editor, "AXGroup"));
+            const auto child = appendGroup(many);
+            if (++examined < before) appendGroup(child);
         }
         EXPECT_EQ(found(many), before == 63) << before << " before it";
     }
 }
 
-TEST_F(FieldInspectorTest, AButtonIsNoDestinationButItsApplicationIs) {
-    const auto button = accessibility.make(editor, "AXButton", "button");
-    accessibility.focus(button);
-    const auto target = inspector.capture(0);
-    EXPECT_EQ(target.element, std::nullopt);
-    EXPECT_EQ(target.selection, std::nullopt);
-    accessibility.focus(field);
-    EXPECT_EQ(validateError(target), "") << "any field of the same window will do";
-}
-
 TEST_F(FieldInspectorTest, ValidationNamesWhatChanged) {
     const auto target = inspector.capture(3);
     const auto error = [&](std::uint64_t generation = 3) {
-        const auto whole = validateError(target, generation);
-        EXPECT_TRUE(whole.ends_with(copyHint)) << whole;
-        return whole.substr(0, whole.size() - std::string_view(copyHint).size());
+        const auto whole = errorOf([&] { inspector.validate(target, generation); });
+        constexpr std::string_view hint = " Your transcript is ready to copy in Quorvi.";
+        EXPECT_TRUE(whole.ends_with(hint)) << whole;
+        return whole.substr(0, whole.size() - hint.size());
     };
     EXPECT_EQ(error(4), "The destination changed while dictating.");
-
     accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0});
     EXPECT_EQ(error(), "The text cursor moved.");
-
     const auto second = accessibility.makeText(editor, "");
     accessibility.focus(second);
     EXPECT_EQ(error(), "The focused field changed.");
-    accessibility.set(second, "AXSubrole", std::string("AXSecureTextField"));
+    makeSecure(second);
     EXPECT_EQ(error(), "Select a regular text field.");
 
     accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
     EXPECT_EQ(error(), "The active window changed.");
 
-    workspace.setFrontmost(RunningApplication{other, "Other"});
+    workspace.setFrontmost(RunningApplication{200, "Other"});
     EXPECT_EQ(error(), "The destination changed while dictating.");
 
     accessibility.trusted = false;
@@ -194,16 +187,8 @@ TEST_F(FieldInspectorTest, ReadsTheFieldWithinItsLimit) {
     accessibility.focus(accessibility.makeText(editor, ""));
     EXPECT_FALSE(inspector.correctionField(target, true));
     EXPECT_TRUE(inspector.correctionField(target, false));
-    accessibility.set(field, "AXSubrole", std::string("AXSecureTextField"));
+    makeSecure(field);
     EXPECT_FALSE(inspector.correctionField(target, false));
-}
-
-TEST_F(FieldInspectorTest, AHungApplicationYieldsNothingAndDoesNotThrow) {
-    accessibility.hang(accessibility.applicationElement(editor));
-    accessibility.hang(accessibility.systemWideElement());
-    const auto target = inspector.capture(0);
-    EXPECT_EQ(target.element, std::nullopt);
-    EXPECT_EQ(target.window, std::nullopt);
 }
 
 }  // namespace

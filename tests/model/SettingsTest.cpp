@@ -34,13 +34,26 @@ TEST_F(SettingsTest, TravelWholeAndComeBackAsTheSameBytes) {
     EXPECT_EQ(model->syncSettings(), chosen);
     EXPECT_EQ(model->shortcut(), (Hotkey{44, 262144, "⌃/"}));
     // They are kept as the user's own changes are: a new controller has them.
-    EXPECT_EQ(preferences.string("recordingTheme"), "midnight");
-    EXPECT_EQ(preferences.boolean("soundCuesEnabled"), false);
     const auto stored = preferences.bytes("hotkey").value_or(Bytes{});
     EXPECT_EQ(Hotkey::fromJson(std::string(stored.begin(), stored.end())), model->shortcut());
+    makeModel();
+    model->setShortcut({44, 262144, "⌃/"});
+    EXPECT_EQ(model->syncSettings(), chosen);
     model->setShortcut(Hotkey::rightOption);
     EXPECT_EQ(model->syncSettings().at("hotkey"),
               PreferenceValue(asBytes(R"({"keyCode":61,"label":"Right ⌥","modifiers":0})")));
+}
+
+TEST_F(SettingsTest, FallBackWhenTheyAreBroken) {
+    preferences.setString("mode", "shout");
+    preferences.setString("model", "GPT-TRANSCRIBE");
+    preferences.setString("soundCuesEnabled", "yes");
+    preferences.setString("language", "greek");
+    makeModel();
+    EXPECT_EQ(model->mode(), DictationMode::hold);
+    EXPECT_EQ(model->transcriptionModel(), TranscriptionModel::transcribe);
+    EXPECT_TRUE(model->soundCuesEnabled());
+    EXPECT_FALSE(preferences.contains("language"));
 }
 
 TEST_F(SettingsTest, ThatAreThereAlreadyOrMakeNoSenseChangeNothing) {

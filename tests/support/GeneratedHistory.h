@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "QuorviCore/history/DictationRecords.h"
+#include "tests/support/Texts.h"
 
 namespace quorvi::test {
 
@@ -32,16 +33,13 @@ private:
     unsigned choose(std::size_t size) { return random_() % static_cast<unsigned>(size); }
 
     std::string sentence(bool inGreek) {
-        static constexpr std::array latin{
-            "the",      "of",       "quarterly", "meeting", "please",   "Send",      "draft",
-            "tomorrow", "Café",     "numbers",   "report",  "and",      "a",         "to",
-            "customer", "schedule", "review",    "thanks",  "regards",  "invoice",   "budget",
-            "it",       "we",       "should",    "because", "document", "interface", "dictation",
-            "is",       "don't",    "Monday",    "at",      "question", "answer",    "naïve"};
-        static constexpr std::array greek{"και",      "το",      "συνάντηση",  "αύριο",
-                                          "παρακαλώ", "έγγραφο", "είναι",      "Ευχαριστώ",
-                                          "πελάτης",  "ερώτηση", "στις",       "για",
-                                          "μας",      "αναφορά", "λογαριασμός"};
+        static const auto latin = split(
+            "the of quarterly meeting please Send draft tomorrow Café numbers report and a to "
+            "customer schedule review thanks regards invoice budget it we should because document "
+            "interface dictation is don't Monday at question answer naïve");
+        static const auto greek = split(
+            "και το συνάντηση αύριο παρακαλώ έγγραφο είναι Ευχαριστώ πελάτης ερώτηση στις για μας "
+            "αναφορά λογαριασμός");
         std::string text;
         for (unsigned n = 30 + choose(21); n > 0; --n) {
             text += inGreek ? greek[choose(greek.size())] : latin[choose(latin.size())];

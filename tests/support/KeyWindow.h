@@ -5,26 +5,22 @@
 
 #include <algorithm>
 #include <iostream>
-#include <ostream>
 #include <vector>
 
 #include "tests/support/TestUser.h"
 
 namespace quorvi::test {
 
+// What a window receives when these keys are tapped one after the other.
+inline std::vector<int> taps(TestUser::Keys keycodes) {
+    std::vector<int> keys;
+    for (const int keycode : keycodes) keys.insert(keys.end(), {keycode, -keycode});
+    return keys;
+}
+
 // A small application window that has the keyboard focus and writes down the keys it receives.
 class KeyWindow {
 public:
-    struct Key {
-        std::uint8_t keycode;
-        bool down;
-
-        bool operator==(const Key&) const = default;
-        friend std::ostream& operator<<(std::ostream& out, const Key& key) {
-            return out << static_cast<int>(key.keycode) << (key.down ? " down" : " up");
-        }
-    };
-
     explicit KeyWindow(const std::string& className = "KeyWindow", const std::string& display = {})
         : connection_(display) {
         auto* c = connection_.get();
@@ -67,8 +63,9 @@ public:
     xcb_window_t window() const { return window_; }
     const X11Connection& connection() const { return connection_; }
 
-    // What has arrived so far, and was sent before this call.
-    const std::vector<Key>& keys() {
+    // The keycodes that have arrived so far and were sent before this call, those of releases
+    // negative.
+    const std::vector<int>& keys() {
         connection_.synchronise();
         readEvents();
         return keys_;
@@ -78,18 +75,16 @@ public:
         keys_.clear();
     }
     // Whether exactly these arrive.
-    bool waitForKeys(const std::vector<Key>& expected) {
+    bool waitForKeys(const std::vector<int>& expected) {
         if (waitFor([&] { return keys_ == expected; })) return true;
-        for (const auto& key : keys_) std::cerr << key << ", ";
+        for (const auto key : keys_) std::cerr << key << ", ";
         std::cerr << "arrived\n";
         return false;
     }
-    bool waitForKey(Key key) {
-        return waitFor([&] { return std::find(keys_.begin(), keys_.end(), key) != keys_.end(); });
+    bool waitForKey(int key) {
+        return waitFor([&] { return std::ranges::count(keys_, key) > 0; });
     }
-    bool hasSeen(std::uint8_t keycode) {
-        return std::ranges::any_of(keys(), [&](const Key& key) { return key.keycode == keycode; });
-    }
+    bool hasSeen(int keycode) { return std::ranges::count(keys(), keycode) > 0; }
     // Reads events until the condition holds; false after a generous limit.
     bool waitFor(const std::function<bool()>& condition,
                  std::chrono::seconds limit = std::chrono::seconds(20)) {
@@ -119,10 +114,9 @@ private:
     void readEvents() {
         while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
             const auto type = xcbEventType(*event);
-            if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE)
-                keys_.push_back(
-                    {reinterpret_cast<const xcb_key_press_event_t*>(event.get())->detail,
-                     type == XCB_KEY_PRESS});
+            const int keycode = reinterpret_cast<const xcb_key_press_event_t*>(event.get())->detail;
+            if (type == XCB_KEY_PRESS) keys_.push_back(keycode);
+            if (type == XCB_KEY_RELEASE) keys_.push_back(-keycode);
             if (type != XCB_FOCUS_IN && type != XCB_FOCUS_OUT) continue;
             const auto& focus = reinterpret_cast<const xcb_focus_in_event_t&>(*event);
             const bool grab =
@@ -133,7 +127,7 @@ private:
 
     X11Connection connection_;
     xcb_window_t window_ = XCB_NONE;
-    std::vector<Key> keys_;
+    std::vector<int> keys_;
     bool focused_ = false;
 };
 

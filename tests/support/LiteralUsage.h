@@ -7,7 +7,6 @@
 #include <cmath>
 #include <map>
 #include <memory>
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <tuple>
@@ -31,51 +30,39 @@ public:
         if (U_FAILURE(status)) throw std::runtime_error("no calendar");
     }
 
-    Date startOfDay(Date date) { return midnight(date); }
-    Date startOfDayBefore(Date start) { return midnight({start.secondsSinceReferenceDate - 1}); }
-    Date startOfDayAfter(Date start) {
-        Date next = start;
-        // A day has at least twenty hours and at most twenty-eight.
-        for (int hours = 20; next <= start; hours += 4)
-            next = midnight({start.secondsSinceReferenceDate + hours * 3600});
-        return next;
-    }
-
     UsageSummary summary(const std::vector<DictationRecord>& records, Date now, int activityDays) {
         UsageSummary result;
-        std::map<std::string, AppUsage> apps;
+        std::map<SharedString, AppUsage> apps;
         std::map<Date, DailyUsage> days;
+        const auto add = [](auto& usage, const DictationRecord& record) {
+            usage.words += record.wordCount;
+            ++usage.dictations;
+        };
         for (const auto& record : records) {
             if (record.date > now || record.wordCount <= 0) continue;
             result.totalWords += record.wordCount;
             ++result.dictationCount;
-            if (std::isfinite(record.audioSeconds) && record.audioSeconds > 0)
-                result.audioSeconds += record.audioSeconds;
-            add(apps[record.appName.string()], record);
+            result.audioSeconds += secondsOf(record);
+            add(apps[record.appName], record);
             add(days[startOfDay(record.date)], record);
         }
-        for (auto& [name, app] : apps) {
-            app.name = name;
-            result.apps.push_back(app);
-        }
+        for (auto& [name, app] : apps) result.apps.push_back({name, app.words, app.dictations});
         std::ranges::stable_sort(result.apps, std::greater<>(), &AppUsage::words);
 
         Date day = startOfDay(now);
-        for (int i = 0; i < std::max(activityDays, 1); ++i) {
-            auto entry = days.contains(day) ? days[day] : DailyUsage{};
-            entry.date = day;
-            result.days.insert(result.days.begin(), entry);
-            day = startOfDayBefore(day);
+        for (int i = 0; i < std::max(activityDays, 1); ++i, day = startOfDayBefore(day)) {
+            const auto entry = days.contains(day) ? days[day] : DailyUsage{};
+            result.days.insert(result.days.begin(), {day, entry.words, entry.dictations});
         }
         day = startOfDay(now);
         if (!days.contains(day)) day = startOfDayBefore(day);
         for (; days.contains(day); day = startOfDayBefore(day)) ++result.currentStreak;
         std::int64_t run = 0;
-        Date expected{};
+        Date before{};
         for (const auto& [start, usage] : days) {
-            run = run > 0 && start == expected ? run + 1 : 1;
+            run = run > 0 && startOfDayBefore(start) == before ? run + 1 : 1;
             result.longestStreak = std::max(result.longestStreak, run);
-            expected = startOfDayAfter(start);
+            before = start;
         }
         return result;
     }
@@ -100,8 +87,7 @@ public:
                                   id.estimate.pricingDate.string(), id.estimate.usdPerMinute}];
             group.id = id;
             ++group.dictations;
-            if (std::isfinite(record.audioSeconds) && record.audioSeconds > 0)
-                group.audioSeconds += record.audioSeconds;
+            group.audioSeconds += secondsOf(record);
         }
         UsageCostSummary result;
         for (const auto& [key, group] : groups) result.models.push_back(group);
@@ -111,13 +97,11 @@ public:
     }
 
 private:
-    template <class Usage>
-    static void add(Usage& usage, const DictationRecord& record) {
-        usage.words += record.wordCount;
-        ++usage.dictations;
+    static double secondsOf(const DictationRecord& record) {
+        return std::isfinite(record.audioSeconds) ? std::max(record.audioSeconds, 0.0) : 0;
     }
-
-    Date midnight(Date date) {
+    Date startOfDayBefore(Date start) { return startOfDay({start.secondsSinceReferenceDate - 1}); }
+    Date startOfDay(Date date) {
         UErrorCode status = U_ZERO_ERROR;
         calendar_->setTime(date.unixSeconds() * 1000, status);
         for (const auto field : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND})

@@ -40,11 +40,10 @@ public:
     // an event of its own that has come back was posted after the rest. Types F20.
     bool settle() {
         constexpr std::int64_t mark = 0x5E771E;
-        constexpr KeyCode f20 = 90;
-        const std::vector<TapEvent> sent{
-            {.type = TapEventType::keyDown, .keyCode = f20, .sourceUserData = mark},
-            {.type = TapEventType::keyUp, .keyCode = f20, .sourceUserData = mark}};
-        tap.post(sent, 0);
+        TapEvent f20{.type = TapEventType::keyDown, .keyCode = 90, .sourceUserData = mark};
+        tap.post({&f20, 1}, 0);
+        f20.type = TapEventType::keyUp;
+        tap.post({&f20, 1}, 0);
         const bool settled = waitUntil([&] { return marked(mark).size() == 2; });
         std::erase_if(events, [](const TapEvent& event) { return event.sourceUserData == mark; });
         return settled;
