@@ -102,7 +102,7 @@ protected:
     SerialExecutor executor{"updates"};
     MemoryPreferences preferences;
     CurlDownloader downloader{scheduler, authority->caFile()};
-    GioUpdateInstaller installer{scheduler};
+    GioUpdateInstaller installer{executor, scheduler};
     int windows = 0;
     std::unique_ptr<AppUpdater> updater;
 };
@@ -188,7 +188,7 @@ TEST_F(AppUpdaterTest, WhatIsWrongWithTheServerEndsInASentence) {
         {server->url("/missing"),
          "The update server answered with an error (HTTP 404). Please try again later."},
         {"https://127.0.0.1:1/",
-         "The update server could not be reached. Check your internet connection and try again."},
+         "The update server could not be reached. The connection was refused."},
         {"https://nowhere.invalid/",
          "The update server could not be found. Check your internet connection and try again."},
         {"http://127.0.0.1:1/", "Updates aren't configured in this build."},

@@ -135,21 +135,23 @@ TEST_F(KeyTraces, AreInNoFileOrProcessWhenTheKeyCameInTheEnvironment) {
     EXPECT_EQ(filesWithKey(), nowhere);
 }
 
-TEST(Program, IsReadyWhileTheKeyringHasAKey) {
+TEST(Program, PutsAKeyIntoTheKeyringAndIsReadyWhileItIsThere) {
     const Process daemon(Keyring::daemon(Keyring::Begin::unlocked));
-    LoopScheduler loop;
-    SecretServiceKeychain keychain(loop);
-    const Secret secret{std::string_view(key)};
     ASSERT_TRUE(eventually([] {
         return shell(
                    "gdbus call --session -d org.freedesktop.DBus -o /org/freedesktop/DBus -m "
                    "org.freedesktop.DBus.NameHasOwner org.freedesktop.secrets") == "(true,)\n";
     }));
-    ASSERT_EQ(keychain.add(query, secret, KeychainAccessibility::whenUnlocked, {}),
-              KeychainStatus::success);
+    EXPECT_EQ(shell("printf '  ' | " QUORVI_PROGRAM " --store-key 2>&1; echo $?"),
+              "quorvi: Enter a valid API key without spaces.\n1\n");
+    EXPECT_EQ(shell("printf '" + key + "\n' | " QUORVI_PROGRAM " --store-key"),
+              "The API key is in your keyring.\n");
+    LoopScheduler loop;
+    SecretServiceKeychain keychain(loop);
+    EXPECT_EQ(keychain.read(query, {}).secret.view(), key);
     Process quorvi({QUORVI_PROGRAM, "--print-stages"});
     while (!quorvi.readLine().ends_with("| ready")) continue;
-    EXPECT_EQ(keychain.remove(query, {}), KeychainStatus::success);
+    EXPECT_EQ(shell(QUORVI_PROGRAM " --remove-key"), "There is no API key in your keyring.\n");
     EXPECT_TRUE(quorvi.readLine().ends_with("| not ready"));
 }
 
