@@ -144,7 +144,7 @@ public:
                                       service_,
                                       history_,
                                       corrections_,
-                                      [this]() -> AccountSync& { return sync_; },
+                                      [this]() -> AccountSyncing& { return sync_; },
                                       "https://speech.example",
                                       environment.recordings};
         editor_.emplace(test::mousepad(folder_.write("note.txt", "")));

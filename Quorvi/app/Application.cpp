@@ -82,7 +82,7 @@ private:
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =
             desktop_.environment(localKeys_, preferences_, *keyStore_, history_, corrections_);
-        environment.accountSync = [this]() -> AccountSync& { return sync_; };
+        environment.accountSync = [this]() -> AccountSyncing& { return sync_; };
         environment.service =
             serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
         return environment;

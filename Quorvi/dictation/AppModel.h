@@ -23,7 +23,7 @@
 #include "Quorvi/platform/LocalKeyMonitor.h"
 #include "Quorvi/platform/Preferences.h"
 #include "Quorvi/platform/SystemPermissions.h"
-#include "Quorvi/sync/AccountSync.h"
+#include "Quorvi/sync/AccountSyncing.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "QuorviCore/transcription/TranscriptionClient.h"
@@ -55,7 +55,7 @@ public:
         HttpTransport& transport;
         HistoryStore& history;
         CorrectionStore& corrections;
-        std::function<AccountSync&()> accountSync;  // created on first use
+        std::function<AccountSyncing&()> accountSync;  // created on first use
         std::string service;                        // see serviceAddress()
         std::filesystem::path recordings;           // folder of the recordings in progress
     };

@@ -76,7 +76,7 @@ protected:
     void startQuorvi(std::string address = {}) {
         auto environment =
             desktop_->environment(localKeys, preferences, keyStore, history, corrections);
-        environment.accountSync = [this]() -> AccountSync& { return sync; };
+        environment.accountSync = [this]() -> AccountSyncing& { return sync; };
         environment.service =
             serviceAddress(address.empty() ? service->address() : std::move(address));
         model = std::make_unique<AppModel>(std::move(environment));

@@ -62,7 +62,7 @@ protected:
             // clang-format off
             AppModel::Environment{scheduler, executor, executor, keyboard, poster, accessibility,
                 workspace, pasteboard, microphone, speaker, permissions, localKeys, preferences,
-                keyStore, service, history, corrections, [this]() -> AccountSync& { return sync; },
+                keyStore, service, history, corrections, [this]() -> AccountSyncing& { return sync; },
                 "https://speech.example", folder.path()});
         // clang-format on
         model->showOverlay = [this] { overlay = "shown"; };
