@@ -135,35 +135,41 @@ bool X11FocusGrabs::moveToFocus() {
 }
 
 bool X11FocusGrabs::processEvents() {
-    bool any = false;
+    return process(ownXcb(xcb_poll_for_event(connection_.get())));
+}
+
+bool X11FocusGrabs::processQueuedEvents() {
+    return process(ownXcb(xcb_poll_for_queued_event(connection_.get())));
+}
+
+bool X11FocusGrabs::process(XcbPointer<xcb_generic_event_t> event) {
+    if (!event) return false;
     bool focusMayHaveMoved = false;
-    for (auto event = ownXcb(xcb_poll_for_event(connection_.get())); event;
-         event = ownXcb(xcb_poll_for_queued_event(connection_.get()))) {
-        any = true;
-        switch (xcbEventType(*event)) {
-            case XCB_KEY_PRESS:
-                keyPress(*reinterpret_cast<const xcb_key_press_event_t*>(event.get()));
-                break;
-            case XCB_KEY_RELEASE:
-                keyRelease(*reinterpret_cast<const xcb_key_release_event_t*>(event.get()));
-                break;
-            case XCB_PROPERTY_NOTIFY:
-                if (reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->atom !=
-                    activeWindowAtom_)
-                    break;
-                [[fallthrough]];
-            case XCB_FOCUS_IN:
-            case XCB_FOCUS_OUT:
-            case XCB_UNMAP_NOTIFY:
-            case XCB_DESTROY_NOTIFY:
-                focusMayHaveMoved = true;
-                break;
-            default:
-                break;
-        }
-    }
+    for (; event; event = ownXcb(xcb_poll_for_queued_event(connection_.get())))
+        focusMayHaveMoved = handle(*event) || focusMayHaveMoved;
     if (focusMayHaveMoved) followFocus();
-    return any;
+    return true;
+}
+
+bool X11FocusGrabs::handle(const xcb_generic_event_t& event) {
+    switch (xcbEventType(event)) {
+        case XCB_KEY_PRESS:
+            keyPress(reinterpret_cast<const xcb_key_press_event_t&>(event));
+            return false;
+        case XCB_KEY_RELEASE:
+            keyRelease(reinterpret_cast<const xcb_key_release_event_t&>(event));
+            return false;
+        case XCB_PROPERTY_NOTIFY:
+            return reinterpret_cast<const xcb_property_notify_event_t&>(event).atom ==
+                   activeWindowAtom_;
+        case XCB_FOCUS_IN:
+        case XCB_FOCUS_OUT:
+        case XCB_UNMAP_NOTIFY:
+        case XCB_DESTROY_NOTIFY:
+            return true;
+        default:
+            return false;
+    }
 }
 
 bool X11FocusGrabs::isGrabbed(XKeycode keycode, std::uint16_t state) const {

@@ -41,8 +41,10 @@ public:
     void suspend();
     void resume();
 
-    // Processes what has arrived; false when there was nothing.
+    // Processes what has arrived; false when there was nothing. The other one looks only at what
+    // some call to the server has read meanwhile.
     bool processEvents();
+    bool processQueuedEvents();
 
 private:
     struct Grab {
@@ -57,6 +59,8 @@ private:
     void ungrabAll();
     void followFocus();
     bool moveToFocus();
+    bool process(XcbPointer<xcb_generic_event_t> event);
+    bool handle(const xcb_generic_event_t& event);  // whether the focus may have moved
     void keyPress(const xcb_key_press_event_t& event);
     void keyRelease(const xcb_key_release_event_t& event);
     bool isGrabbed(XKeycode keycode, std::uint16_t state) const;

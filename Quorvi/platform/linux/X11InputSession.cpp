@@ -112,11 +112,14 @@ void X11InputSession::run() {
     while (!ending_) {
         if (descriptors[2].revents != 0) runCommands();
         runDueWork();
-        // Raw events first: a repeat counts only while its key is known to be down.
-        do processRawEvents();
-        while (grabs_.processEvents());
-        xcb_flush(raw_.get());
-        xcb_flush(grabs_.connection().get());
+        // Raw events first: a repeat counts only while its key is known to be down. Flushing may
+        // read events into the queues, where no descriptor announces them.
+        do {
+            do processRawEvents();
+            while (grabs_.processEvents());
+            xcb_flush(raw_.get());
+            xcb_flush(grabs_.connection().get());
+        } while (processQueuedRawEvents() || grabs_.processQueuedEvents());
         if (!raw_.isAlive() || !grabs_.connection().isAlive()) {
             alive_ = false;
             onLost_();
@@ -168,14 +171,27 @@ int X11InputSession::millisecondsToDueWork() const {
 
 void X11InputSession::processRawEvents() {
     // One read from the socket, then what it has brought: what comes later wakes the thread again.
-    for (auto event = ownXcb(xcb_poll_for_event(raw_.get())); event;
-         event = ownXcb(xcb_poll_for_queued_event(raw_.get()))) {
-        const auto type = xcbEventType(*event);
-        if (type == XCB_GE_GENERIC)
-            handleGeneric(*reinterpret_cast<const xcb_ge_generic_event_t*>(event.get()));
-        else if (type == xkbEvent_)
-            handleXkb(*event);
+    if (const auto event = ownXcb(xcb_poll_for_event(raw_.get()))) {
+        handleRawEvent(*event);
+        processQueuedRawEvents();
     }
+}
+
+bool X11InputSession::processQueuedRawEvents() {
+    bool any = false;
+    while (const auto event = ownXcb(xcb_poll_for_queued_event(raw_.get()))) {
+        any = true;
+        handleRawEvent(*event);
+    }
+    return any;
+}
+
+void X11InputSession::handleRawEvent(const xcb_generic_event_t& event) {
+    const auto type = xcbEventType(event);
+    if (type == XCB_GE_GENERIC)
+        handleGeneric(reinterpret_cast<const xcb_ge_generic_event_t&>(event));
+    else if (type == xkbEvent_)
+        handleXkb(event);
 }
 
 void X11InputSession::handleGeneric(const xcb_ge_generic_event_t& event) {

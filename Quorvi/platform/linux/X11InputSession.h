@@ -70,6 +70,8 @@ private:
     int millisecondsToDueWork() const;
 
     void processRawEvents();
+    bool processQueuedRawEvents();  // false when there was nothing
+    void handleRawEvent(const xcb_generic_event_t& event);
     void handleGeneric(const xcb_ge_generic_event_t& event);
     void handleKey(XKeycode keycode, bool down, std::uint32_t time, std::uint32_t sequence);
     void foreseeCapsLock(bool down);

@@ -110,16 +110,17 @@ private:
     }
 
     // False when the connection is lost. Looking something up may read further events into the
-    // queue, where no descriptor announces them, so it goes on until the queue is empty.
+    // queue, where no descriptor announces them, and so may flushing, which therefore comes first:
+    // it goes on until the queue is empty.
     bool processEvents() {
+        xcb_flush(connection_->get());
         bool changed = true;
         while (changed) {
             changed = false;
             while (const auto event = ownXcb(xcb_poll_for_event(connection_->get())))
-                changed = changed || concernsActiveWindow(*event);
+                changed = concernsActiveWindow(*event) || changed;
             if (changed) update();
         }
-        xcb_flush(connection_->get());
         if (connection_->isAlive()) return true;
         retryLater();
         return false;
