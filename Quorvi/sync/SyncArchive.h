@@ -10,12 +10,14 @@
 #include <stop_token>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "Quorvi/platform/FileStore.h"
 #include "Quorvi/platform/JournalFile.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
+#include "QuorviCore/sync/SyncDelta.h"
 #include "QuorviCore/sync/SyncState.h"
 
 namespace quorvi {
@@ -83,9 +85,21 @@ public:
     bool flush();
 
     // Runs `work(const SyncState&)` on the executor, where it sees the present state as of this
-    // call, and resumes with its result. `work` must not keep a reference.
+    // call, and resumes with its result. `work` must not keep a reference to the state.
     template <class F>
-    Task<std::invoke_result_t<F, const SyncState&>> inBackground(F work, std::stop_token stop = {});
+    Task<std::invoke_result_t<F, const SyncState&>> inBackground(F work,
+                                                                 std::stop_token stop = {}) {
+        using T = std::invoke_result_t<F, const SyncState&>;
+        handOverAll();
+        return quorvi::inBackground(
+            environment_.executor, environment_.scheduler,
+            [writer = writer_, work = std::move(work)]() mutable {
+                std::optional<T> result;
+                look(*writer, [&](const SyncState& state) { result.emplace(work(state)); });
+                return *std::move(result);
+            },
+            std::move(stop));
+    }
 
     // Off the main thread: what differs between the baseline and these local values…
     Task<LocalChanges> changesOf(LocalSnapshot now, std::stop_token stop = {});
@@ -97,12 +111,26 @@ private:
                 SyncState state);
 
     void touch(const SharedString& id);
-    // Hands what has changed to the executor's copy.
-    void handOver();
+    void gather();
+    void handOverAll();
+    void renewDocument();
+    static void look(SyncArchiveWriter& writer, const std::function<void(const SyncState&)>& work);
+
+    struct Alive {};
 
     Environment environment_;
     std::shared_ptr<SyncArchiveWriter> writer_;
     SyncState state_;
+
+    // What changed since it was gathered last, and what was gathered since the executor's copy got
+    // it last.
+    SharedStringSet touched_;
+    bool changed_ = false;
+    bool rebaselined_ = false;
+    bool engineStateChanged_ = false;
+    std::vector<SyncDelta> gathered_;
+    Timer idle_;
+    std::shared_ptr<Alive> alive_ = std::make_shared<Alive>();
 };
 
 }  // namespace quorvi
