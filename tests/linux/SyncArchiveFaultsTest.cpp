@@ -134,9 +134,11 @@ TEST(SyncArchiveFaults, NothingThatWasKeptIsLostWhenTheProgramIsKilled) {
             std::this_thread::sleep_for(std::chrono::microseconds(random() % 3'000));
             drill.kill();
             // What it had still said counts too.
-            for (const auto& rest = drill.readAll(); const auto at : {rest.rfind("kept ")})
-                if (at != rest.npos && rest.find('\n', at) != rest.npos)
-                    std::from_chars(rest.data() + at + 5, rest.data() + rest.size(), kept);
+            const auto rest = drill.readAll();
+            const auto end = rest.rfind('\n');
+            const auto last = end == rest.npos ? end : rest.rfind("kept ", end);
+            if (last != rest.npos)
+                std::from_chars(rest.data() + last + 5, rest.data() + end, kept);
         }
         const Application again(folder.path());
         ASSERT_TRUE(again.archive) << again.failure;
