@@ -49,7 +49,7 @@ SyncArchive::SyncArchive(Environment environment, std::shared_ptr<SyncArchiveWri
     : environment_(std::move(environment)), writer_(std::move(writer)), state_(std::move(state)) {}
 
 SyncArchive::~SyncArchive() {
-    look(*writer_, [](const SyncState&) {});
+    writer_->close();
 }
 
 std::vector<SharedString> SyncArchive::capture(std::span<const LocalChange> changes, bool seed,

@@ -133,6 +133,11 @@ bool SyncArchiveWriter::write() {
     ++waiting_;
     std::lock_guard lock(working_);
     --waiting_;
+    return writePushed();
+}
+
+bool SyncArchiveWriter::writePushed() {
+    if (closed_) return false;
     takePushed();
     if (unwritten_.empty() && document_ && !failed_) return true;
     const bool isLarge = document_ && document_->size + journalSize_ > wholeUpTo_;
@@ -230,6 +235,7 @@ SyncArchiveWriter::Need SyncArchiveWriter::needsDocument() const {
 
 bool SyncArchiveWriter::writeDocument(bool regardless) {
     std::lock_guard lock(working_);
+    if (closed_) return false;
     takePushed();
     if (journalSize_ == 0 && unwritten_.empty() && document_ && !failed_) return true;
     return replaceDocument(regardless);
@@ -239,6 +245,16 @@ void SyncArchiveWriter::look(const std::function<void(const SyncState&)>& work) 
     std::lock_guard lock(working_);
     takePushed();
     work(state_);
+}
+
+void SyncArchiveWriter::close() {
+    ++waiting_;
+    std::lock_guard lock(working_);
+    --waiting_;
+    takePushed();
+    if (!unwritten_.empty()) writePushed();
+    journal_.reset();
+    closed_ = true;
 }
 
 SyncState SyncArchiveWriter::copy() {

@@ -43,6 +43,9 @@ public:
     void look(const std::function<void(const SyncState&)>& work);
     SyncState copy();
 
+    // Writes what was pushed, and lets go of the files: nothing is written any more.
+    void close();
+
 private:
     // What tells one content of the document from another.
     struct Generation {
@@ -52,6 +55,7 @@ private:
     };
 
     void replay(std::string_view journal);
+    bool writePushed();
     void takePushed();
     void appendToJournal();
     bool replaceDocument(bool regardless);
@@ -74,6 +78,7 @@ private:
     std::uint64_t journalSize_ = 0;         // up to where it is valid; 0 when it is to be begun
     bool journalNeedsCut_ = false;          // there is something behind that
     bool failed_ = false;                   // what is on the disk is not what is thought
+    bool closed_ = false;
     std::atomic<std::uint64_t> documentSize_ = 0, journalGrowth_ = 0;
 };
 

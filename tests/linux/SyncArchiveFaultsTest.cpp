@@ -61,7 +61,7 @@ struct Application {
 };
 
 // The document but for the device, which is a new one in every new archive.
-std::string contentOf(const SyncState& state) {
+std::string plainly(const SyncState& state) {
     auto document = documentOf(state);
     const auto device = state.ledger.device().view();
     for (auto at = document.find(device); at != document.npos; at = document.find(device, at))
@@ -114,7 +114,7 @@ TEST(SyncArchiveFaults, NothingThatWasKeptIsLostWhenTheProgramIsKilled) {
     Running opening(SyncArchive::open({files, journals, "/a.json", executor, scheduler}));
     scheduler.settle();
     const auto memory = taken(opening);
-    std::vector<std::string> contents{contentOf(memory->state())};
+    std::vector<std::string> contents{plainly(memory->state())};
 
     std::mt19937 random(7);
     unsigned kept = 0;
@@ -146,9 +146,9 @@ TEST(SyncArchiveFaults, NothingThatWasKeptIsLostWhenTheProgramIsKilled) {
         ASSERT_GE(step, kept) << "round " << round;
         while (contents.size() <= step) {
             takeStep(*memory, static_cast<unsigned>(contents.size() - 1));
-            contents.push_back(contentOf(memory->state()));
+            contents.push_back(plainly(memory->state()));
         }
-        ASSERT_EQ(contentOf(again.archive->state()), contents[step]) << "round " << round;
+        ASSERT_TRUE(plainly(again.archive->state()) == contents[step]) << "round " << round;
     }
     EXPECT_GT(kept, 500u);
 }
@@ -163,12 +163,12 @@ TEST(SyncArchiveFaults, ATornTailIsWhatWasNeverKeptAndDamageBeforeItIsRefused) {
         application.fill();
         for (unsigned step = 0; step < 6; ++step) {
             sizes.push_back(std::filesystem::file_size(file));
-            contents.push_back(contentOf(application.archive->state()));
+            contents.push_back(plainly(application.archive->state()));
             takeStep(*application.archive, step);
             ASSERT_TRUE(application.persist());
         }
         sizes.push_back(std::filesystem::file_size(file));
-        contents.push_back(contentOf(application.archive->state()));
+        contents.push_back(plainly(application.archive->state()));
     }
     const auto journal = contentOf(file);
     ASSERT_EQ(journal.size(), sizes.back());
@@ -179,15 +179,15 @@ TEST(SyncArchiveFaults, ATornTailIsWhatWasNeverKeptAndDamageBeforeItIsRefused) {
             folder.write(file.filename(), journal.substr(0, size) + tail);
             Application application(folder.path());
             ASSERT_TRUE(application.archive) << application.failure;
-            ASSERT_EQ(contentOf(application.archive->state()), contents[whole]) << size;
+            ASSERT_TRUE(plainly(application.archive->state()) == contents[whole]) << size;
             // It goes on behind what is whole.
             application.archive->count("more");
             ASSERT_TRUE(application.persist());
-            const auto kept = contentOf(application.archive->state());
+            const auto kept = plainly(application.archive->state());
             application.archive.reset();
             const Application again(folder.path());
             ASSERT_TRUE(again.archive) << again.failure;
-            ASSERT_EQ(contentOf(again.archive->state()), kept) << size;
+            ASSERT_TRUE(plainly(again.archive->state()) == kept) << size;
         }
     }
     auto damaged = journal;
@@ -218,22 +218,22 @@ TEST(SyncArchiveFaults, AFullDiskLosesNothingThatWasKept) {
             if (isLarge) application.fill();
             application.archive->setOwner("me");
             ASSERT_TRUE(application.persist());
-            kept = contentOf(application.archive->state());
+            kept = plainly(application.archive->state());
             application.archive->setOwner(std::string(3'000, 'y'));
             {
                 const FullDisk full(isLarge ? 1'000 : 16);
                 EXPECT_FALSE(application.persist());
                 EXPECT_FALSE(application.archive->flush());
+                application.archive.reset();
             }
-            application.archive.reset();
             Application again(folder.path());
             ASSERT_TRUE(again.archive) << again.failure;
-            EXPECT_EQ(contentOf(again.archive->state()), kept);
+            EXPECT_TRUE(plainly(again.archive->state()) == kept);
             again.archive->setOwner("you");
             ASSERT_TRUE(again.persist());
-            kept = contentOf(again.archive->state());
+            kept = plainly(again.archive->state());
         }
-        EXPECT_EQ(contentOf(Application(folder.path()).archive->state()), kept);
+        EXPECT_TRUE(plainly(Application(folder.path()).archive->state()) == kept);
     }
 }
 

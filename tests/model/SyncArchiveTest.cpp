@@ -22,8 +22,8 @@ struct Disk {
 };
 
 // One run of a program.
-struct Run {
-    explicit Run(Disk& d, std::size_t wholeUpTo = 20'000) : disk(d) {
+struct Program {
+    explicit Program(Disk& d, std::size_t wholeUpTo = 20'000) : disk(d) {
         Running opening(SyncArchive::open(
             {disk.files, disk.journals, document, executor, scheduler, wholeUpTo}));
         scheduler.settle();
@@ -55,9 +55,11 @@ TEST(SyncArchive, WhatWasPersistedIsThereAgain) {
             Disk disk;
             std::string kept;
             for (int round = 0; round < 12; ++round) {
-                Run run(disk, wholeUpTo);
+                Program run(disk, wholeUpTo);
                 ASSERT_TRUE(run.archive) << run.failure;
-                if (round > 0) ASSERT_EQ(documentOf(run.archive->state()), kept);
+                if (round > 0) {
+                    ASSERT_EQ(documentOf(run.archive->state()), kept);
+                }
                 for (auto left = random() % 30; left > 0; --left) {
                     for (auto changes = random() % 9; changes > 0; --changes)
                         changeAtRandom(*run.archive, random);
@@ -68,7 +70,9 @@ TEST(SyncArchive, WhatWasPersistedIsThereAgain) {
                         run.scheduler.settle();
                         ASSERT_EQ(looking.value(), documentOf(run.archive->state()));
                     }
-                    if (random() % 3 == 0) ASSERT_TRUE(run.persist());
+                    if (random() % 3 == 0) {
+                        ASSERT_TRUE(run.persist());
+                    }
                     if (random() % 9 == 0) run.scheduler.advance(40s);
                 }
                 ASSERT_TRUE(random() % 4 ? run.persist() : run.archive->flush());
@@ -81,7 +85,7 @@ TEST(SyncArchive, WhatWasPersistedIsThereAgain) {
 
 TEST(SyncArchive, AChangeOfALargeOneIsAppendedUntilTheDocumentIsWorthWriting) {
     Disk disk;
-    Run run(disk);
+    Program run(disk);
     run.fill(15'000);
     EXPECT_TRUE(run.persist());
     const auto first = disk.files.files[document];
@@ -123,7 +127,7 @@ TEST(SyncArchive, AFailedWriteIsMadeUpForByTheNext) {
         Disk disk;
         std::string kept;
         {
-            Run run(disk);
+            Program run(disk);
             run.fill(isLarge ? 15'000 : 10);
             ASSERT_TRUE(run.persist());
             kept = documentOf(run.archive->state());
@@ -138,10 +142,10 @@ TEST(SyncArchive, AFailedWriteIsMadeUpForByTheNext) {
             run.archive->setOwner("you");
             EXPECT_TRUE(run.persist());
             Disk copy = broken;
-            EXPECT_EQ(documentOf(Run(copy).archive->state()), kept);
+            EXPECT_EQ(documentOf(Program(copy).archive->state()), kept);
             kept = documentOf(run.archive->state());
         }
-        EXPECT_EQ(documentOf(Run(disk).archive->state()), kept);
+        EXPECT_EQ(documentOf(Program(disk).archive->state()), kept);
     }
 }
 
@@ -149,7 +153,7 @@ TEST(SyncArchive, LivesWithoutAJournal) {
     Disk disk;
     disk.journals.unavailable = true;
     for (int i = 0; i < 3; ++i) {
-        Run run(disk);
+        Program run(disk);
         run.fill(20'000 + static_cast<std::size_t>(i));
         ASSERT_TRUE(run.persist());
         EXPECT_EQ(disk.files.files[document], documentOf(run.archive->state()));
@@ -158,7 +162,7 @@ TEST(SyncArchive, LivesWithoutAJournal) {
 
 TEST(SyncArchive, TellsOffTheMainThreadWhatDiffersAndWhatThereIs) {
     Disk disk;
-    Run run(disk);
+    Program run(disk);
     run.archive->merge({"setting:old", "1", 5, "A", false});
     run.archive->merge({"setting:new", LocalSnapshot::encode(true), 9, "A", false});
     run.archive->merge({"setting:gone", std::nullopt, 7, "A", false});
