@@ -66,8 +66,8 @@ const SyncItem& SyncArchive::merge(const SyncItem& incoming) {
 }
 
 void SyncArchive::rebaseline() {
-    auto old = std::make_shared<SharedStringMap<std::optional<SharedString>>>(
-        state_.ledger.rebaseline());
+    auto old =
+        std::make_shared<SharedStringMap<std::optional<SharedString>>>(state_.ledger.rebaseline());
     environment_.executor.run([old = std::move(old)]() mutable { old.reset(); });
     rebaselined_ = changed_ = true;
 }
@@ -112,8 +112,7 @@ void SyncArchive::setLastSynced(Date date) {
 void SyncArchive::count(std::string_view event, std::int64_t times) {
     if (!state_.diagnostics) state_.diagnostics.emplace();
     auto found = state_.diagnostics->find(event);
-    if (found == state_.diagnostics->end())
-        found = state_.diagnostics->emplace(event, 0).first;
+    if (found == state_.diagnostics->end()) found = state_.diagnostics->emplace(event, 0).first;
     found->second += times;
     changed_ = true;
 }

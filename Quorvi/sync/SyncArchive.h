@@ -50,7 +50,8 @@ public:
     // another running process: they are then left as they are, and there is nothing to persist.
     static Task<std::unique_ptr<SyncArchive>> open(Environment environment,
                                                    std::stop_token stop = {});
-    // Waits for what is being written, and lets go of the files; what was not persisted may be lost.
+    // Waits for what is being written, and lets go of the files; what was not persisted may be
+    // lost.
     ~SyncArchive();
     SyncArchive(const SyncArchive&) = delete;
     SyncArchive& operator=(const SyncArchive&) = delete;

@@ -19,7 +19,8 @@ static_assert(std::endian::native == std::endian::little);
 
 // The journal is a header and entries. The header names the content of the document that the
 // entries belong to: a journal of another one is of the past, since the document is replaced with
-// all of it before it is begun anew. An entry is its size, its checksum and the deltas of one write.
+// all of it before it is begun anew. An entry is its size, its checksum and the deltas of one
+// write.
 constexpr std::string_view magic = "QJOURNL1";
 constexpr std::size_t headerSize = 8 + 8 + 4 + 4;
 constexpr std::size_t entryHeaderSize = 4 + 4;
@@ -230,7 +231,7 @@ SyncArchiveWriter::Need SyncArchiveWriter::needsDocument() const {
     const std::uint64_t journal = journalGrowth_, document = documentSize_;
     if (journal > std::max<std::uint64_t>(4 * wholeUpTo_, document)) return Need::now;
     return journal > std::max<std::uint64_t>(wholeUpTo_, document / 4) ? Need::whenIdle
-                                                                      : Need::none;
+                                                                       : Need::none;
 }
 
 bool SyncArchiveWriter::writeDocument(bool regardless) {

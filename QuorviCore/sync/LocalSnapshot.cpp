@@ -271,8 +271,9 @@ LocalChanges LocalSnapshot::changesSince(const LocalSnapshot& captured,
     if (!records_.isSharedWith(captured.records_)) {
         const ChunkDifference difference(captured.records_, records_);
         compare<RecordTraits>(
-            ChunkDifference::elements(difference.before), ChunkDifference::elements(difference.after),
-            ledger, [this](auto visit) { std::ranges::for_each(records_, visit); }, changes);
+            ChunkDifference::elements(difference.before),
+            ChunkDifference::elements(difference.after), ledger,
+            [this](auto visit) { std::ranges::for_each(records_, visit); }, changes);
     }
     if (!rules_.isSharedWith(captured.rules_))
         compare<RuleTraits>(
@@ -317,7 +318,8 @@ SyncLedger::Payloads LocalSnapshot::payloads() const {
 }
 
 SharedString LocalSnapshot::encode(const Setting& value) {
-    auto plain = std::visit([](const auto& v) { return PropertyList{PropertyList::Value(v)}; }, value);
+    auto plain =
+        std::visit([](const auto& v) { return PropertyList{PropertyList::Value(v)}; }, value);
     PropertyList::Dictionary entry;
     entry.emplace("value", std::move(plain));
     return PropertyList{PropertyList::Value(std::move(entry))}.toBinary();

@@ -74,9 +74,8 @@ void write(Writer& writer, const SyncDelta::Value& value) {
         writer.text(item.device);
         writer.flag(item.redacted);
     });
-    writer.optional(value.difference, [&](const auto& difference) {
-        writer.optionalText(difference);
-    });
+    writer.optional(value.difference,
+                    [&](const auto& difference) { writer.optionalText(difference); });
     writer.optionalText(value.record);
     writer.flag(value.pending);
 }
@@ -144,8 +143,7 @@ void SyncDelta::appendTo(std::string& out) const {
     writer.flag(engineStateChanged);
     writer.optionalText(engineState);
     writer.flag(initialFetchComplete);
-    writer.optional(lastSynced,
-                    [&](Date date) { writer.number(date.secondsSinceReferenceDate); });
+    writer.optional(lastSynced, [&](Date date) { writer.number(date.secondsSinceReferenceDate); });
     writer.optional(diagnostics, [&](const auto& counts) {
         writer.number(static_cast<std::uint32_t>(counts.size()));
         for (const auto& [event, count] : counts) {

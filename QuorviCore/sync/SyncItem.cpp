@@ -59,8 +59,7 @@ public:
         return pass(value ? "true" : "false");
     }
     bool integer(std::int64_t& value) {
-        const auto [end, error] =
-            std::from_chars(rest_.data(), rest_.data() + rest_.size(), value);
+        const auto [end, error] = std::from_chars(rest_.data(), rest_.data() + rest_.size(), value);
         if (error != std::errc()) return false;
         rest_.remove_prefix(static_cast<std::size_t>(end - rest_.data()));
         return true;
@@ -122,10 +121,9 @@ SyncItem::SyncItem(SharedString itemId, std::optional<SharedString> bytes, std::
       redacted(isRedacted) {}
 
 SyncItem SyncItem::merging(const SyncItem& other) const {
-    const bool otherWins =
-        deleted() != other.deleted()
-            ? other.deleted()
-            : std::tie(other.revision, other.device) > std::tie(revision, device);
+    const bool otherWins = deleted() != other.deleted() ? other.deleted()
+                                                        : std::tie(other.revision, other.device) >
+                                                              std::tie(revision, device);
     SyncItem result = otherWins ? other : *this;
     result.redacted = redacted || other.redacted;
     if (result.redacted && result.payload) takeOutText(*result.payload);
@@ -151,7 +149,8 @@ void SyncItem::appendEncoded(std::string& out) const {
 
 std::string SyncItem::encoded() const {
     std::string out;
-    out.reserve(128 + id.size() + device.size() + (payload ? json::base64Size(payload->size()) : 0));
+    out.reserve(128 + id.size() + device.size() +
+                (payload ? json::base64Size(payload->size()) : 0));
     appendEncoded(out);
     return out;
 }

@@ -15,7 +15,7 @@ struct SyncItem {
     SyncItem(SharedString id, std::optional<SharedString> payload, std::int64_t revision,
              SharedString device, bool redacted);
 
-    SharedString id;                      // the value's key: "history:…", "correction:…", "setting:…"
+    SharedString id;  // the value's key: "history:…", "correction:…", "setting:…"
     std::optional<SharedString> payload;  // the encoded value; absent when it was deleted
     std::int64_t revision = 0;            // the writer's clock, normally milliseconds since 1970
     SharedString device;                  // who wrote it

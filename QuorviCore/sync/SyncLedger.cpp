@@ -71,8 +71,10 @@ SyncLedger::Payloads SyncLedger::baseline() const {
 }
 
 bool SyncLedger::hasBaseline() const {
-    return std::ranges::any_of(differences_, [](const auto& one) { return one.second.has_value(); }) ||
-           std::ranges::any_of(items_, [this](const auto& one) { return baseline(one.first) != nullptr; });
+    return std::ranges::any_of(differences_,
+                               [](const auto& one) { return one.second.has_value(); }) ||
+           std::ranges::any_of(items_,
+                               [this](const auto& one) { return baseline(one.first) != nullptr; });
 }
 
 void SyncLedger::setBaseline(const SharedString& id, const std::optional<SharedString>& payload) {

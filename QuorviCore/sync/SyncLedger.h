@@ -25,8 +25,7 @@ struct SharedStringHash {
     std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>()(s); }
 };
 template <class Value>
-using SharedStringMap =
-    std::unordered_map<SharedString, Value, SharedStringHash, std::equal_to<>>;
+using SharedStringMap = std::unordered_map<SharedString, Value, SharedStringHash, std::equal_to<>>;
 using SharedStringSet = std::unordered_set<SharedString, SharedStringHash, std::equal_to<>>;
 
 // A local value as it is now, where it may differ from what the ledger has last seen.
@@ -64,9 +63,9 @@ public:
     bool hasBaseline() const;  // whether it holds anything
 
     // Makes a new version of every value that differs between `current`, which is all local values,
-    // and the baseline, and takes `current` for the new baseline. Yields the ids with a new version.
-    // A value that another device has deleted is not brought back. `now` dates the versions; those
-    // of a `seed` are older than whatever a device has written.
+    // and the baseline, and takes `current` for the new baseline. Yields the ids with a new
+    // version. A value that another device has deleted is not brought back. `now` dates the
+    // versions; those of a `seed` are older than whatever a device has written.
     std::vector<SharedString> capture(const Payloads& current, bool seed, Date now);
     // The same when only these values can differ from the baseline, at the cost of these only. May
     // be called for one part of the changes after the other.

@@ -148,8 +148,8 @@ TEST(LocalSnapshot, ChangesAreThoseOfTheWholeComparison) {
             const auto payloads = now.payloads();
             ASSERT_EQ(plain(payloads), plain(literalPayloads(now)));
 
-            const auto changes = random() % 4 ? now.changesSince(captured, ledger)
-                                              : now.changesFrom(ledger);
+            const auto changes =
+                random() % 4 ? now.changesSince(captured, ledger) : now.changesFrom(ledger);
             ASSERT_LE(changes.size(), now.distanceFrom(captured) + now.settings().size() +
                                           captured.settings().size());
             for (const auto& change : changes)
@@ -164,8 +164,7 @@ TEST(LocalSnapshot, ChangesAreThoseOfTheWholeComparison) {
             // A deletion that came from elsewhere: the local copy stays out of it.
             if (random() % 8 == 0 && !ids.empty()) {
                 const auto& id = ids[random() % ids.size()];
-                for (auto* one : {&ledger, &whole})
-                    one->merge({id, std::nullopt, 1, "Z", true});
+                for (auto* one : {&ledger, &whole}) one->merge({id, std::nullopt, 1, "Z", true});
             }
             for (const auto& [id, item] : whole.items()) {
                 const auto* fast = ledger.item(id);

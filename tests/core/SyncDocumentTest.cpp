@@ -74,7 +74,8 @@ TEST(SyncDocument, IsReadInAnyOrderAndStrictly) {
     auto optional = with(written, R"("owner":"me",)", R"("owner":null,)");
     optional = with(optional, R"(,"state":"ZW5naW5l")", "");
     optional = with(optional, R"("lastSynced":1.5,)", "");
-    const auto bare = decodeSyncDocument(with(optional, R"("diagnostics":{"mergedRecords":3},)", ""));
+    const auto bare =
+        decodeSyncDocument(with(optional, R"("diagnostics":{"mergedRecords":3},)", ""));
     EXPECT_FALSE(bare.owner || bare.state || bare.lastSynced || bare.diagnostics);
 
     struct {

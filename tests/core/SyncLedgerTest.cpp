@@ -120,9 +120,10 @@ TEST(SyncItem, JsonIsCanonicalAndReadInAnyForm) {
     EXPECT_EQ(gone.encoded(), R"({"device":"D","id":"history:é","redacted":false,"revision":-7})");
     EXPECT_EQ(SyncItem::decode(gone.encoded()), gone);
 
-    for (const auto* same :
-         {R"({"device":"D","id":"history:é","payload":null,"redacted":false,"revision":-7})",
-          R"( {"revision" : -7.0, "redacted":false, "other":[{}], "id":"history:\u00e9","device":"D"} )"})
+    for (
+        const auto* same :
+        {R"({"device":"D","id":"history:é","payload":null,"redacted":false,"revision":-7})",
+         R"( {"revision" : -7.0, "redacted":false, "other":[{}], "id":"history:\u00e9","device":"D"} )"})
         EXPECT_EQ(SyncItem::decode(same), gone) << same;
     const std::string large(100'000, 'x');
     EXPECT_EQ(SyncItem::decode(live(large, 1).encoded()), live(large, 1));
@@ -158,7 +159,8 @@ TEST(SyncItem, Base64OfEveryLengthAndByte) {
         EXPECT_EQ(json::bytesOfBase64(out.substr(1)), bytes);
         bytes += static_cast<char>(i * 7);
     }
-    for (const auto* wrong : {"A", "AA=", "=AAA", "A===", "AA=A", "AAAA=", "A-AA", "AA==AAAA", "===="})
+    for (const auto* wrong :
+         {"A", "AA=", "=AAA", "A===", "AA=A", "AAAA=", "A-AA", "AA==AAAA", "===="})
         EXPECT_EQ(json::bytesOfBase64(wrong), std::nullopt) << wrong;
 }
 
@@ -247,7 +249,8 @@ TEST(SyncLedger, RandomHistoriesAreAsThePlainLedgerHasThem) {
                     break;
                 case 2: {
                     const std::string_view id = randomId();
-                    local[id] = std::array{payloadOf(1, std::nullopt), std::string("{}")}[random() % 2];
+                    local[id] =
+                        std::array{payloadOf(1, std::nullopt), std::string("{}")}[random() % 2];
                     break;
                 }
                 case 3: {

@@ -35,8 +35,8 @@ T taken(const Running<T>& running) {
 // The archive in a folder, as the application has it.
 struct Application {
     explicit Application(const std::filesystem::path& folder) {
-        Running opening(SyncArchive::open({files, journals, folder / "account-sync.json", executor,
-                                           scheduler, wholeUpTo}));
+        Running opening(SyncArchive::open(
+            {files, journals, folder / "account-sync.json", executor, scheduler, wholeUpTo}));
         EXPECT_TRUE(await(scheduler, opening));
         failure = opening.failure();
         if (failure.empty()) archive = taken(opening);
@@ -137,8 +137,7 @@ TEST(SyncArchiveFaults, NothingThatWasKeptIsLostWhenTheProgramIsKilled) {
             const auto rest = drill.readAll();
             const auto end = rest.rfind('\n');
             const auto last = end == rest.npos ? end : rest.rfind("kept ", end);
-            if (last != rest.npos)
-                std::from_chars(rest.data() + last + 5, rest.data() + end, kept);
+            if (last != rest.npos) std::from_chars(rest.data() + last + 5, rest.data() + end, kept);
         }
         const Application again(folder.path());
         ASSERT_TRUE(again.archive) << again.failure;

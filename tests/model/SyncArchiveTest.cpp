@@ -48,7 +48,8 @@ struct Program {
 };
 
 TEST(SyncArchive, WhatWasPersistedIsThereAgain) {
-    for (const std::size_t wholeUpTo : {std::size_t{0}, std::size_t{20'000}, std::size_t{1} << 30}) {
+    for (const std::size_t wholeUpTo :
+         {std::size_t{0}, std::size_t{20'000}, std::size_t{1} << 30}) {
         for (unsigned seed = 1; seed <= 10 && !testing::Test::HasFailure(); ++seed) {
             SCOPED_TRACE("seed " + std::to_string(seed));
             std::mt19937 random(seed);

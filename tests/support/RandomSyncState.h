@@ -20,7 +20,9 @@ inline std::string documentOf(const SyncState& state) {
 // Does the same random things to whatever has a SyncArchive's functions.
 template <class Archive>
 void changeAtRandom(Archive& archive, std::mt19937& random) {
-    const auto below = [&random](unsigned limit) { return static_cast<unsigned>(random() % limit); };
+    const auto below = [&random](unsigned limit) {
+        return static_cast<unsigned>(random() % limit);
+    };
     const SharedString id = "setting:" + std::to_string(below(40));
     const SharedString value =
         std::to_string(below(6)) + std::string(below(3) ? 3 : 3'000, static_cast<char>(below(256)));

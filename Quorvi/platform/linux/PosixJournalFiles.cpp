@@ -55,8 +55,7 @@ public:
     }
 
     void truncate(std::uint64_t size) override {
-        if (::ftruncate(file_.get(), static_cast<off_t>(size)) != 0)
-            fail(errno, "truncate", path_);
+        if (::ftruncate(file_.get(), static_cast<off_t>(size)) != 0) fail(errno, "truncate", path_);
         if (::fdatasync(file_.get()) != 0) fail(errno, "fdatasync", path_);
     }
 
