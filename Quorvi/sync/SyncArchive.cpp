@@ -1,5 +1,7 @@
 #include "Quorvi/sync/SyncArchive.h"
 
+#include <algorithm>
+
 #include "Quorvi/sync/SyncArchiveWriter.h"
 
 namespace quorvi {
@@ -204,6 +206,8 @@ Task<std::vector<SyncItem>> SyncArchive::liveItemsNewestFirst(std::stop_token st
             items.reserve(state.ledger.items().size());
             for (const auto& [id, item] : state.ledger.items())
                 if (!item.deleted()) items.push_back(item);
+            // In an order that is the same on all machines also where the stamps are.
+            std::ranges::sort(items, {}, &SyncItem::id);
             sortNewestFirst(items);
             return items;
         },

@@ -59,7 +59,8 @@ public:
     const SyncState& state() const { return state_; }
     const SyncLedger& ledger() const { return state_.ledger; }
 
-    // As in SyncLedger. Neither touches `pending`.
+    // As in SyncLedger, and none touches `pending`. Many changes are captured in portions, since a
+    // thousand take about a millisecond.
     std::vector<SharedString> capture(std::span<const LocalChange> changes, bool seed, Date now);
     const SyncItem& merge(const SyncItem& incoming);
     void rebaseline();
@@ -104,7 +105,7 @@ public:
 
     // Off the main thread: what differs between the baseline and these local values…
     Task<LocalChanges> changesOf(LocalSnapshot now, std::stop_token stop = {});
-    // …and the items that are not deleted, newest first.
+    // …and the items that are not deleted, newest first; by id where the stamps are the same.
     Task<std::vector<SyncItem>> liveItemsNewestFirst(std::stop_token stop = {});
 
 private:

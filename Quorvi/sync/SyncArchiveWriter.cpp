@@ -78,13 +78,11 @@ SyncArchiveWriter::SyncArchiveWriter(FileStore& files, JournalFiles& journals,
         documentSize_ = content->size();
         state_ = decodeSyncDocument(*std::move(content));
     }
-    if (!journal_) return;
-    const auto journal = journal_->read();
-    if (!document_ || !journal.starts_with(header(*document_))) {
+    const auto journal = journal_ ? journal_->read() : files_.read(journalOf(path_)).value_or("");
+    if (document_ && journal.starts_with(header(*document_)))
+        replay(journal);
+    else
         journalNeedsCut_ = !journal.empty();
-        return;
-    }
-    replay(journal);
 }
 
 std::string SyncArchiveWriter::header(Generation generation) {
@@ -206,7 +204,7 @@ bool SyncArchiveWriter::replaceDocument(bool regardless) {
     journalNeedsCut_ = journalNeedsCut_ || journalSize_ > 0;
     journalSize_ = 0;
     journalGrowth_ = 0;
-    if (journalNeedsCut_) try {
+    if (journalNeedsCut_ && journal_) try {
             journal_->truncate(0);
             journalNeedsCut_ = false;
         } catch (const std::exception&) {

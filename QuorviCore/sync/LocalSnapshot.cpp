@@ -299,13 +299,12 @@ LocalChanges LocalSnapshot::changesFrom(const SyncLedger& ledger) const {
         const auto* before = ledger.baseline(change.id);
         if (!before || *before != *change.payload) changes.push_back(std::move(change));
     });
-    const auto visitGone = [&](const SharedString& id) {
-        if (!live.contains(id) && ledger.baseline(id))
+    for (const auto& [id, item] : ledger.items())
+        if (ledger.baseline(item) && !live.contains(id))
             changes.push_back(LocalChange::of(id, std::nullopt));
-    };
-    for (const auto& [id, item] : ledger.items()) visitGone(id);
     for (const auto& [id, payload] : ledger.differences())
-        if (!ledger.item(id)) visitGone(id);
+        if (payload && !live.contains(id) && !ledger.item(id))
+            changes.push_back(LocalChange::of(id, std::nullopt));
     return changes;
 }
 

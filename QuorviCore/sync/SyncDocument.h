@@ -23,14 +23,20 @@ public:
 private:
     enum class Part { head, baseline, items, pending, records, tail, end };
 
+    struct Element {
+        std::string_view id;
+        const SharedString* bytes = nullptr;
+        const SyncItem* item = nullptr;
+    };
+
     void begin(Part part);
     void appendHead();
-    void appendElement(const SharedString& id);
+    void appendElement(const Element& element);
     void finishPart();
 
     const SyncState& state_;
     Part part_ = Part::head;
-    std::vector<SharedString> ids_;  // of the part, sorted
+    std::vector<Element> elements_;  // of the part, sorted
     std::size_t position_ = 0;
     std::string piece_;
 };

@@ -7,8 +7,8 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "QuorviCore/json/Base64.h"
 #include "QuorviCore/json/JsonReading.h"
@@ -213,9 +213,14 @@ private:
 
     SyncState state_;
     SyncLedger::Parts ledger_;
-    std::vector<std::pair<std::string_view, std::string_view>> baseline_;  // in base64
+    struct BaselineEntry {
+        std::string_view id, base64;
+        bool isTheItems = false;
+    };
+    std::vector<BaselineEntry> baseline_;
+    std::size_t nextInBaseline_ = 0;  // where the next item's is, if both are sorted
     Item item_;
-    std::string_view itemKey_;
+    std::string_view itemKey_, itemBase64_;
 };
 
 bool Receiver::takeBytes(std::string_view base64, std::optional<SharedString>& value) {
@@ -225,7 +230,7 @@ bool Receiver::takeBytes(std::string_view base64, std::optional<SharedString>& v
 
 bool Receiver::takeText(std::string_view text) {
     if (place_ == Place::baseline) {
-        baseline_.emplace_back(key_, text);
+        baseline_.push_back({key_, text});
         return true;
     }
     if (place_ == Place::records) {
@@ -253,6 +258,7 @@ bool Receiver::takeText(std::string_view text) {
             item_.id = text;
             return found();
         case Member::payload:
+            itemBase64_ = text;
             return takeBytes(text, item_.payload) && found();
         default:
             return false;
@@ -288,6 +294,7 @@ bool Receiver::enterObject() {
     } else if (place_ == Place::document && member_ == Member::ledger) {
         ledger_ = {};
         baseline_.clear();
+        nextInBaseline_ = 0;
         inLedger_ = 0;
         enter(Place::ledger);
     } else if (place_ == Place::document && member_ == Member::records) {
@@ -295,9 +302,13 @@ bool Receiver::enterObject() {
         enter(Place::records);
     } else if (place_ == Place::ledger && member_ == Member::baseline) {
         baseline_.clear();
+        nextInBaseline_ = 0;
         enter(Place::baseline);
     } else if (place_ == Place::ledger && member_ == Member::items) {
         ledger_.items.clear();
+        ledger_.differences.clear();
+        nextInBaseline_ = 0;
+        for (auto& entry : baseline_) entry.isTheItems = false;
         enter(Place::items);
     } else {
         return false;
@@ -316,27 +327,32 @@ bool Receiver::finishItem() {
     if ((inItem_ & requiredInItem) != requiredInItem || item_.id != itemKey_) return false;
     ledger_.items.insert_or_assign(
         item_.id, SyncItem(item_.id, item_.payload, item_.revision, item_.device, item_.redacted));
+
+    // The baseline is written before the items, in the same order, and is mostly the same: then it
+    // needs no decoding. What is not found here is looked at in the end.
+    while (nextInBaseline_ < baseline_.size() && baseline_[nextInBaseline_].id < itemKey_)
+        ++nextInBaseline_;
+    auto* same = nextInBaseline_ < baseline_.size() ? &baseline_[nextInBaseline_] : nullptr;
+    if (same && same->id == itemKey_ && item_.payload && same->base64 == itemBase64_)
+        same->isTheItems = true;
+    else if (item_.payload)
+        ledger_.differences.emplace(item_.id, std::nullopt);
     return true;
 }
 
 // Keeps of the baseline what is not the items'.
 bool Receiver::finishLedger() {
     if ((inLedger_ & requiredInLedger) != requiredInLedger) return false;
-    std::unordered_set<std::string_view> inBaseline;
-    inBaseline.reserve(baseline_.size());
-    for (const auto& [id, base64] : baseline_) {
-        auto payload = json::bytesOfBase64(base64);
+    for (const auto& entry : baseline_) {
+        if (entry.isTheItems) continue;
+        auto payload = json::bytesOfBase64(entry.base64);
         if (!payload) return false;
-        inBaseline.insert(id);
-        const auto item = ledger_.items.find(id);
+        const auto item = ledger_.items.find(entry.id);
         if (item != ledger_.items.end() && item->second.payload == payload)
             ledger_.differences.erase(item->first);
         else
-            ledger_.differences.insert_or_assign(idOf(id), std::move(payload));
+            ledger_.differences.insert_or_assign(idOf(entry.id), std::move(payload));
     }
-    for (const auto& [id, item] : ledger_.items)
-        if (item.payload && !inBaseline.contains(id.view()))
-            ledger_.differences.emplace(id, std::nullopt);
     return true;
 }
 

@@ -26,28 +26,28 @@ SyncDocumentEncoder::SyncDocumentEncoder(const SyncState& state) : state_(state)
 void SyncDocumentEncoder::begin(Part part) {
     part_ = part;
     position_ = 0;
-    ids_.clear();
+    elements_.clear();
     const auto& ledger = state_.ledger;
     switch (part) {
         case Part::baseline:
             for (const auto& [id, item] : ledger.items())
-                if (ledger.baseline(id)) ids_.push_back(id);
+                if (const auto* payload = ledger.baseline(item)) elements_.push_back({id, payload});
             for (const auto& [id, payload] : ledger.differences())
-                if (payload && !ledger.item(id)) ids_.push_back(id);
+                if (payload && !ledger.item(id)) elements_.push_back({id, &*payload});
             break;
         case Part::items:
-            for (const auto& [id, item] : ledger.items()) ids_.push_back(id);
+            for (const auto& [id, item] : ledger.items()) elements_.push_back({id, nullptr, &item});
             break;
         case Part::pending:
-            ids_.assign(state_.pending.begin(), state_.pending.end());
+            for (const auto& id : state_.pending) elements_.push_back({id});
             break;
         case Part::records:
-            for (const auto& [id, record] : state_.records) ids_.push_back(id);
+            for (const auto& [id, record] : state_.records) elements_.push_back({id, &record});
             break;
         default:
             break;
     }
-    std::ranges::sort(ids_);
+    std::ranges::sort(elements_, {}, &Element::id);
 }
 
 void SyncDocumentEncoder::appendHead() {
@@ -72,17 +72,15 @@ void SyncDocumentEncoder::appendHead() {
     piece_ += R"(,"ledger":{"baseline":{)";
 }
 
-void SyncDocumentEncoder::appendElement(const SharedString& id) {
+void SyncDocumentEncoder::appendElement(const Element& element) {
     if (position_ > 0) piece_ += ',';
-    json::appendString(piece_, id);
+    json::appendString(piece_, element.id);
     if (part_ == Part::pending) return;
     piece_ += ':';
-    if (part_ == Part::baseline)
-        appendBytes(piece_, *state_.ledger.baseline(id));
-    else if (part_ == Part::items)
-        state_.ledger.item(id)->appendEncoded(piece_);
+    if (element.item)
+        element.item->appendEncoded(piece_);
     else
-        appendBytes(piece_, state_.records.find(id)->second);
+        appendBytes(piece_, *element.bytes);
 }
 
 void SyncDocumentEncoder::finishPart() {
@@ -126,11 +124,11 @@ void SyncDocumentEncoder::finishPart() {
 std::string_view SyncDocumentEncoder::next() {
     piece_.clear();
     while (part_ != Part::end && piece_.size() < pieceSize) {
-        if (position_ == ids_.size()) {
+        if (position_ == elements_.size()) {
             finishPart();
             continue;
         }
-        appendElement(ids_[position_]);
+        appendElement(elements_[position_]);
         ++position_;
     }
     return piece_;

@@ -52,19 +52,25 @@ const SyncItem* SyncLedger::item(std::string_view id) const {
 }
 
 const SharedString* SyncLedger::baseline(std::string_view id) const {
+    if (const auto* known = item(id)) return baseline(*known);
+    const auto different = differences_.find(id);
+    return different != differences_.end() && different->second ? &*different->second : nullptr;
+}
+
+const SharedString* SyncLedger::baseline(const SyncItem& known) const {
     if (!differences_.empty()) {
-        const auto different = differences_.find(id);
+        const auto different = differences_.find(known.id);
         if (different != differences_.end())
             return different->second ? &*different->second : nullptr;
     }
-    const auto* known = item(id);
-    return known && known->payload ? &*known->payload : nullptr;
+    return known.payload ? &*known.payload : nullptr;
 }
 
 SyncLedger::Payloads SyncLedger::baseline() const {
     Payloads all;
+    all.reserve(items_.size());
     for (const auto& [id, known] : items_)
-        if (const auto* payload = baseline(id)) all.emplace(id, *payload);
+        if (const auto* payload = baseline(known)) all.emplace(id, *payload);
     for (const auto& [id, payload] : differences_)
         if (payload) all.emplace(id, *payload);
     return all;
@@ -74,7 +80,7 @@ bool SyncLedger::hasBaseline() const {
     return std::ranges::any_of(differences_,
                                [](const auto& one) { return one.second.has_value(); }) ||
            std::ranges::any_of(items_,
-                               [this](const auto& one) { return baseline(one.first) != nullptr; });
+                               [this](const auto& one) { return baseline(one.second) != nullptr; });
 }
 
 void SyncLedger::setBaseline(const SharedString& id, const std::optional<SharedString>& payload) {

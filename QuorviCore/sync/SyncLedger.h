@@ -59,6 +59,7 @@ public:
 
     // The local values as of the last capture, which the next one compares with.
     const SharedString* baseline(std::string_view id) const;
+    const SharedString* baseline(const SyncItem& item) const;  // of one of the items
     Payloads baseline() const;
     bool hasBaseline() const;  // whether it holds anything
 
