@@ -1,52 +1,33 @@
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 
-#include <rapidjson/document.h>
-#include <rapidjson/memorystream.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 
-#include "QuorviCore/text/Text.h"
+#include "QuorviCore/json/JsonReading.h"
+#include "QuorviCore/json/JsonWriting.h"
 #include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 
 namespace {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
-
-void writeString(Writer& writer, std::string_view key, const std::string& value) {
-    writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
-    const std::string text = text::wellFormed(value);
-    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
-
-// The shortest digits that read back as the same double.
-void writeNumber(Writer& writer, std::string_view key, double value) {
-    if (!std::isfinite(value))
+void append(std::string& out, const TextCorrection& rule) {
+    const double date = rule.updatedAt.secondsSinceReferenceDate;
+    if (!std::isfinite(date))
         throw QuorviError::message("A correction has no valid date and could not be saved.");
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
-    writer.RawValue(digits.data(), static_cast<std::size_t>(end - digits.data()),
-                    rapidjson::kNumberType);
-}
-
-void write(Writer& writer, const TextCorrection& rule) {
-    writer.StartObject();
-    writeString(writer, "id", rule.id);
-    writer.Key("isEnabled");
-    writer.Bool(rule.isEnabled);
-    writer.Key("learnedAutomatically");
-    writer.Bool(rule.learnedAutomatically);
-    writeString(writer, "original", rule.original);
-    writeString(writer, "replacement", rule.replacement);
-    writeNumber(writer, "updatedAt", rule.updatedAt.secondsSinceReferenceDate);
-    writer.EndObject();
+    out += R"({"id":)";
+    json::appendString(out, rule.id);
+    out += R"(,"isEnabled":)";
+    json::appendBoolean(out, rule.isEnabled);
+    out += R"(,"learnedAutomatically":)";
+    json::appendBoolean(out, rule.learnedAutomatically);
+    out += R"(,"original":)";
+    json::appendString(out, rule.original);
+    out += R"(,"replacement":)";
+    json::appendString(out, rule.replacement);
+    out += R"(,"updatedAt":)";
+    json::appendNumber(out, date);
+    out += '}';
 }
 
 // Reads the members of one object; a member that is missing or of another type makes it fail.
@@ -105,43 +86,33 @@ std::optional<TextCorrection> read(const rapidjson::Value& value) {
     return rule;
 }
 
-// Hostile nesting costs memory of its own length and no stack. The encoding is checked beforehand,
-// which takes a fraction of the time that the parser's own check does.
-bool parse(rapidjson::Document& document, std::string_view json) {
-    if (!text::isValidUtf8(json)) return false;
-    constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
-    rapidjson::MemoryStream stream(json.data(), json.size());
-    document.ParseStream<flags>(stream);
-    return !document.HasParseError();
-}
-
 }  // namespace
 
 std::string encodeCorrection(const TextCorrection& rule) {
-    rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
-    write(writer, rule);
-    return {buffer.GetString(), buffer.GetSize()};
+    std::string out;
+    append(out, rule);
+    return out;
 }
 
 std::string encodeCorrections(const std::vector<TextCorrection>& rules) {
-    rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
-    writer.StartArray();
-    for (const auto& rule : rules) write(writer, rule);
-    writer.EndArray();
-    return {buffer.GetString(), buffer.GetSize()};
+    std::string out = "[";
+    for (const auto& rule : rules) {
+        if (out.size() > 1) out += ',';
+        append(out, rule);
+    }
+    out += ']';
+    return out;
 }
 
-std::optional<TextCorrection> decodeCorrection(std::string_view json) {
+std::optional<TextCorrection> decodeCorrection(std::string_view text) {
     rapidjson::Document document;
-    if (!parse(document, json)) return std::nullopt;
+    if (!json::parse(document, text)) return std::nullopt;
     return read(document);
 }
 
-std::optional<std::vector<TextCorrection>> decodeCorrections(std::string_view json) {
+std::optional<std::vector<TextCorrection>> decodeCorrections(std::string_view text) {
     rapidjson::Document document;
-    if (!parse(document, json) || !document.IsArray()) return std::nullopt;
+    if (!json::parse(document, text) || !document.IsArray()) return std::nullopt;
     std::vector<TextCorrection> rules;
     rules.reserve(document.Size());
     for (const auto& element : document.GetArray()) {

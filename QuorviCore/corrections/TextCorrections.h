@@ -24,6 +24,9 @@ public:
 
     const std::vector<TextCorrection>& rules() const;
 
+    // Whether both are copies of one list, which is quicker to see than that they are equal.
+    bool isSharedWith(const TextCorrections& other) const { return prepared_ == other.prepared_; }
+
     // The corrected text and the rules that changed it. The text comes back byte for byte when no
     // rule matches, else in Form C.
     Result applying(std::string_view transcript) const;

@@ -11,6 +11,7 @@
 #include <unordered_set>
 
 #include "QuorviCore/history/HistoryArchive.h"
+#include "QuorviCore/json/JsonReading.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi {
@@ -136,10 +137,10 @@ public:
 
     bool Key(const char* s, rapidjson::SizeType size, bool) {
         if (!skipping()) member_ = memberIn(place_, {s, size});
-        return isWellFormed({s, size});
+        return json::isFreeOfSurrogates({s, size});
     }
     bool String(const char* s, rapidjson::SizeType size, bool) {
-        return isWellFormed({s, size}) && (ignored() || takeText({s, size}));
+        return json::isFreeOfSurrogates({s, size}) && (ignored() || takeText({s, size}));
     }
     bool RawNumber(const char* s, rapidjson::SizeType size, bool) {
         return ignored() || takeNumber({s, size});
@@ -163,13 +164,6 @@ public:
     bool Double(double) { return false; }
 
 private:
-    // The parser lets the later half of a surrogate pair through when it stands alone.
-    static bool isWellFormed(std::string_view s) {
-        for (std::size_t at = s.find('\xED'); at != s.npos; at = s.find('\xED', at + 1))
-            if (at + 1 < s.size() && static_cast<unsigned char>(s[at + 1]) >= 0xA0) return false;
-        return true;
-    }
-
     bool skipping() const { return skipDepth_ != 0; }
     bool inObject() const { return place_ != Place::root && place_ != Place::records; }
     // Whether the value that comes now belongs to an unknown key.
@@ -322,17 +316,17 @@ bool Receiver::leave() {
     return true;
 }
 
-void parse(std::string& json, Receiver& receiver) {
+void parse(std::string& document, Receiver& receiver) {
     // Looked for beforehand, malformed text costs the parser nothing: it can pass over strings in
     // blocks.
-    if (!text::isValidUtf8(json)) throw HistoryFormatError("not well-formed UTF-8");
+    if (!text::isValidUtf8(document)) throw HistoryFormatError("not well-formed UTF-8");
     // Recursion is bounded, since the receiver refuses too great a depth. The parser may look at
     // fifteen bytes behind the end.
     constexpr unsigned flags = rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
-    const std::size_t size = json.size();
-    json.append(16, '\0');
+    const std::size_t size = document.size();
+    document.append(16, '\0');
     rapidjson::Reader reader;
-    rapidjson::InsituStringStream stream(json.data());
+    rapidjson::InsituStringStream stream(document.data());
     const auto result = reader.Parse<flags>(stream, receiver);
     // The parser takes a zero byte for the end.
     if (result.IsError() || stream.Tell() != size || !receiver.isComplete())
@@ -348,9 +342,9 @@ HistoryArchive HistoryArchive::decode(std::string document) {
     return receiver.takeArchive();
 }
 
-DictationRecord decodeRecord(std::string json) {
+DictationRecord decodeRecord(std::string text) {
     Receiver receiver(Place::record);
-    parse(json, receiver);
+    parse(text, receiver);
     return receiver.takeRecord();
 }
 

@@ -8,6 +8,7 @@
 #include <array>
 #include <utility>
 
+#include "QuorviCore/json/JsonWriting.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi {
@@ -121,17 +122,14 @@ std::string Hotkey::toJson() const {
 
 std::optional<std::string> Hotkey::toCanonicalJson() const {
     if (!text::isValidUtf8(label)) return std::nullopt;
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    writer.StartObject();
-    writer.Key("keyCode");
-    writer.Uint(keyCode);
-    writer.Key("label");
-    writer.String(label.data(), static_cast<rapidjson::SizeType>(label.size()));
-    writer.Key("modifiers");
-    writer.Uint64(modifiers);
-    writer.EndObject();
-    return std::string(buffer.GetString(), buffer.GetSize());
+    std::string out = R"({"keyCode":)";
+    json::appendNumber(out, keyCode);
+    out += R"(,"label":)";
+    json::appendString(out, label);
+    out += R"(,"modifiers":)";
+    json::appendNumber(out, modifiers);
+    out += '}';
+    return out;
 }
 
 std::optional<Hotkey> Hotkey::fromJson(std::string_view json) {

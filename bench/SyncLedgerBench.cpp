@@ -1,0 +1,241 @@
+// The synchronisation's ledger and archive with 200,000 values: a tick without changes, a dictation
+// captured and kept, versions from elsewhere merged, and opening, each beside the plain way.
+
+#include <rapidjson/document.h>
+
+#include <array>
+#include <functional>
+
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/PosixFileStore.h"
+#include "Quorvi/platform/linux/PosixJournalFiles.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/sync/SyncArchive.h"
+#include "bench/Figure.h"
+#include "tests/support/GeneratedHistory.h"
+#include "tests/support/LiteralSync.h"
+#include "tests/support/RandomSyncState.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/Waiting.h"
+
+namespace quorvi::bench {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t many = 200'000;
+constexpr std::size_t few = 2'000;
+
+std::size_t sink = 0;
+
+double timeOf(const std::function<void()>& work) {
+    const double start = millisecondsNow();
+    work();
+    return millisecondsNow() - start;
+}
+
+double medianOf(int runs, const std::function<void()>& work) {
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i) times.push_back(timeOf(work));
+    return median(times);
+}
+
+DictationRecords generated(std::size_t count, unsigned seed = 7) {
+    return DictationRecords(test::GeneratedHistory(count, {800'000'000}, seed).take());
+}
+
+TextCorrections rules() {
+    std::vector<TextCorrection> list;
+    for (int i = 0; i < 200; ++i)
+        list.push_back({.original = "word " + std::to_string(i), .replacement = "Word"});
+    return TextCorrections(std::move(list));
+}
+
+LocalSnapshot::Settings settings() {
+    LocalSnapshot::Settings all;
+    for (int i = 0; i < 11; ++i) all["setting number " + std::to_string(i)] = std::int64_t{i};
+    return all;
+}
+
+test::LiteralPayloads literalPayloads(const LocalSnapshot& now) {
+    test::LiteralPayloads all;
+    for (const auto& record : now.records())
+        all["history:" + record.id.string()] = encodeRecord(record);
+    for (const auto& rule : now.rules().rules())
+        all["correction:" + rule.id] = SyncLedger::encode(rule);
+    for (const auto& [key, value] : now.settings())
+        all["setting:" + key] = LocalSnapshot::encode(value).string();
+    return all;
+}
+
+void measureTick(const LocalSnapshot& captured) {
+    std::vector<double> times;
+    for (int i = 0; i < 1'000; ++i)
+        times.push_back(timeOf([&] {
+            const LocalSnapshot now(captured.records(), captured.rules(), settings());
+            sink += now.isSharedWith(captured);
+        }));
+    test::LiteralLedger literal;
+    literal.capture(literalPayloads(captured), false, 0);
+    const double plainly =
+        medianOf(3, [&] { sink += literal.capture(literalPayloads(captured), false, 0).size(); });
+    figure("sync_tick", median(times), "ms", plainly);
+    figure("sync_tick_p99", percentile(times, 0.99), "ms");
+}
+
+// Newer versions of some values, and as many new ones.
+void measureMerge(const LocalSnapshot& captured) {
+    SyncLedger ledger;
+    test::LiteralLedger literal{.device = ledger.device().string()};
+    ledger.capture(captured.changesFrom(ledger), false, {0});
+    for (const auto& [id, item] : ledger.items()) literal.merge(test::LiteralItem::of(item));
+    std::vector<std::string> incoming;
+    const auto add = [&incoming](const DictationRecord& record) {
+        incoming.push_back(SyncItem(LocalSnapshot::historyId(record.id), encodeRecord(record),
+                                    2'000'000'000'000, newUuid(), !record.text)
+                               .encoded());
+    };
+    for (std::size_t i = 0; i < 20'000; ++i) add(captured.records()[i * 9]);
+    for (const auto& record : generated(20'000, 8)) add(record);
+
+    const double time = timeOf([&] {
+        for (const auto& json : incoming) {
+            const auto item = SyncItem::decode(json);
+            sink += ledger.merge(*item) == *item;
+        }
+    });
+    const double plainly = timeOf([&] {
+        for (const auto& json : incoming) {
+            const auto item = test::literalDecode(json);
+            literal.merge(item);
+            sink += test::literalEncode(literal.items[item.id]) == json;
+        }
+    });
+    const auto count = static_cast<double>(incoming.size());
+    figure("sync_merge", time / count * 1'000, "us/item", plainly / count * 1'000);
+}
+
+// An archive on the disk, as the application has it.
+class Archived {
+public:
+    Archived() { reopen(); }
+
+    void reopen() {
+        archive_.reset();
+        test::Running opening(SyncArchive::open({files_, journals_, path(), executor_, loop_}));
+        test::await(loop_, opening);
+        archive_ = std::move(const_cast<std::unique_ptr<SyncArchive>&>(*opening.value()));
+    }
+    void persist() {
+        test::Running persisting(archive_->persist());
+        test::await(loop_, persisting);
+    }
+    std::filesystem::path path() const { return folder_.path() / "account-sync.json"; }
+    SyncArchive& archive() { return *archive_; }
+    LoopScheduler& loop() { return loop_; }
+    PosixFileStore& files() { return files_; }
+
+private:
+    test::TestFolder folder_;
+    PosixFileStore files_;
+    PosixJournalFiles journals_;
+    LoopScheduler loop_;
+    SerialExecutor executor_{"sync"};
+    std::unique_ptr<SyncArchive> archive_;
+};
+
+void fill(Archived& archived, const LocalSnapshot& captured) {
+    auto& archive = archived.archive();
+    archive.capture(captured.changesFrom(archive.ledger()), false, {0});
+    for (const auto& [id, item] : archive.ledger().items())
+        archive.setRecord(id, std::string("a change tag of the cloud"));
+    archived.persist();
+}
+
+// What one more dictation costs the main thread until it is on its way to the disk, in ms.
+double costOfADictation(Archived& archived, LocalSnapshot captured) {
+    auto& archive = archived.archive();
+    auto records = captured.records();
+    const auto added = test::GeneratedHistory(300, {900'000'000}, 9).take();
+    std::vector<double> times, untilKept;
+    for (const auto& record : added) {
+        records = records.prepending(record);
+        bool kept = false;
+        const double start = millisecondsNow();
+        const LocalSnapshot now(records, captured.rules(), captured.settings());
+        const auto changes = now.changesSince(captured, archive.ledger());
+        for (const auto& id : archive.capture(changes, false, record.date)) archive.addPending(id);
+        archive.persist([&kept](bool saved) { kept = saved; });
+        captured = now;
+        times.push_back(millisecondsNow() - start);
+        archived.loop().runUntil([&kept] { return kept; }, 60s);
+        untilKept.push_back(millisecondsNow() - start);
+    }
+    figure("sync_until_kept_" + std::to_string(archive.ledger().items().size() / 1'000) + "k",
+           median(untilKept), "ms");
+    return median(times);
+}
+
+void openPlainly(Archived& archived) {
+    const auto content = archived.files().read(archived.path());
+    rapidjson::Document document;
+    document.Parse<rapidjson::kParseFullPrecisionFlag | rapidjson::kParseValidateEncodingFlag>(
+        content->data(), content->size());
+    test::LiteralLedger ledger;
+    std::map<std::string, std::string> records;
+    for (const auto& [id, value] : document["ledger"]["items"].GetObject()) {
+        test::LiteralItem item{.id = id.GetString(),
+                               .revision = value["revision"].GetInt64(),
+                               .device = value["device"].GetString(),
+                               .redacted = value["redacted"].GetBool()};
+        if (value.HasMember("payload"))
+            item.payload = test::literalBytes(value["payload"].GetString());
+        ledger.items[item.id] = item;
+    }
+    for (const auto& [id, value] : document["ledger"]["baseline"].GetObject())
+        ledger.baseline[id.GetString()] = test::literalBytes(value.GetString());
+    for (const auto& [id, value] : document["records"].GetObject())
+        records[id.GetString()] = test::literalBytes(value.GetString());
+    sink += ledger.items.size() + records.size();
+}
+
+void measureArchive(const LocalSnapshot& captured) {
+    Archived large, small;
+    fill(large, captured);
+    const LocalSnapshot beginning(generated(few), captured.rules(), captured.settings());
+    fill(small, beginning);
+    const double atFew = costOfADictation(small, beginning);
+    const double atMany = costOfADictation(large, captured);
+    figure("sync_persist_main", atMany, "ms", atFew);
+    figure("sync_persist_growth", atMany / atFew, "times");
+
+    const double flushing = timeOf([&] { large.archive().flush(); });
+    const double plainly = timeOf([&] {
+        const auto document = test::documentOf(large.archive().state());
+        large.files().replace(large.path(), std::array<std::string_view, 1>{document});
+    });
+    figure("sync_archive_flush", flushing, "ms", plainly);
+    figure("sync_archive_size", static_cast<double>(std::filesystem::file_size(large.path())) / 1e6,
+           "MB");
+    const double opening = timeOf([&] { large.reopen(); });
+    figure("sync_archive_open", opening, "ms", timeOf([&] { openPlainly(large); }));
+    const double comparing = timeOf([&] {
+        test::Running running(large.archive().changesOf(captured));
+        test::await(large.loop(), running);
+        sink += running.value()->size();
+    });
+    figure("sync_compare_all", comparing, "ms");
+}
+
+}  // namespace
+}  // namespace quorvi::bench
+
+int main() {
+    using namespace quorvi;
+    using namespace quorvi::bench;
+    const LocalSnapshot captured(generated(many), rules(), settings());
+    measureTick(captured);
+    measureMerge(captured);
+    measureArchive(captured);
+    return sink == 0;
+}

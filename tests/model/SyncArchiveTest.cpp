@@ -1,0 +1,191 @@
+#include "Quorvi/sync/SyncArchive.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/FakeFileStore.h"
+#include "tests/fakes/FakeJournalFiles.h"
+#include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/RandomSyncState.h"
+#include "tests/support/Waiting.h"
+
+namespace quorvi::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+const std::filesystem::path document = "/home/Quorvi/account-sync.json";
+const std::filesystem::path journal = "/home/Quorvi/account-sync.journal";
+
+struct Disk {
+    FakeFileStore files;
+    FakeJournalFiles journals;
+};
+
+// One run of a program.
+struct Program {
+    explicit Program(Disk& d, std::size_t wholeUpTo = 20'000) : disk(d) {
+        Running opening(SyncArchive::open(
+            {disk.files, disk.journals, document, executor, scheduler, wholeUpTo}));
+        scheduler.settle();
+        failure = opening.failure();
+        if (opening.ended() && failure.empty())
+            archive = std::move(const_cast<std::unique_ptr<SyncArchive>&>(*opening.value()));
+    }
+    bool persist() {
+        Running persisting(archive->persist());
+        scheduler.settle();
+        return persisting.value().value();
+    }
+    void fill(std::size_t bytes) {
+        archive->merge({"setting:large", std::string(bytes, 'x'), 1, "Z", false});
+    }
+
+    Disk& disk;
+    VirtualScheduler scheduler;
+    TurnExecutor executor{scheduler};
+    std::unique_ptr<SyncArchive> archive;
+    std::string failure;
+};
+
+TEST(SyncArchive, WhatWasPersistedIsThereAgain) {
+    for (const std::size_t wholeUpTo :
+         {std::size_t{0}, std::size_t{20'000}, std::size_t{1} << 30}) {
+        for (unsigned seed = 1; seed <= 10 && !testing::Test::HasFailure(); ++seed) {
+            SCOPED_TRACE("seed " + std::to_string(seed));
+            std::mt19937 random(seed);
+            Disk disk;
+            std::string kept;
+            for (int round = 0; round < 12; ++round) {
+                Program run(disk, wholeUpTo);
+                ASSERT_TRUE(run.archive) << run.failure;
+                if (round > 0) {
+                    ASSERT_EQ(documentOf(run.archive->state()), kept);
+                }
+                for (auto left = random() % 30; left > 0; --left) {
+                    for (auto changes = random() % 9; changes > 0; --changes)
+                        changeAtRandom(*run.archive, random);
+                    if (random() % 4 == 0) {
+                        // The executor's copy is the state, whether or not it was written.
+                        Running looking(run.archive->inBackground(
+                            [](const SyncState& state) { return documentOf(state); }));
+                        run.scheduler.settle();
+                        ASSERT_EQ(looking.value(), documentOf(run.archive->state()));
+                    }
+                    if (random() % 3 == 0) {
+                        ASSERT_TRUE(run.persist());
+                    }
+                    if (random() % 9 == 0) run.scheduler.advance(40s);
+                }
+                ASSERT_TRUE(random() % 4 ? run.persist() : run.archive->flush());
+                kept = documentOf(run.archive->state());
+            }
+            EXPECT_EQ(disk.journals.appends > 0, wholeUpTo < 1 << 30);
+        }
+    }
+}
+
+TEST(SyncArchive, AChangeOfALargeOneIsAppendedUntilTheDocumentIsWorthWriting) {
+    Disk disk;
+    Program run(disk);
+    run.fill(15'000);
+    EXPECT_TRUE(run.persist());
+    const auto first = disk.files.files[document];
+    EXPECT_EQ(first, documentOf(run.archive->state()));
+    EXPECT_EQ(disk.journals.appends, 0) << "there was no document yet";
+
+    run.archive->addPending("setting:large");
+    int done = 0;
+    for (int i = 0; i < 3; ++i) run.archive->persist([&](bool saved) { done += saved; });
+    EXPECT_EQ(done, 0);
+    run.scheduler.settle();
+    EXPECT_EQ(done, 3);
+    EXPECT_EQ(disk.journals.appends, 1);
+    EXPECT_TRUE(run.persist());
+    EXPECT_EQ(disk.journals.appends, 1) << "there was nothing to write";
+    EXPECT_EQ(disk.files.files[document], first);
+
+    run.scheduler.advance(60s);
+    EXPECT_EQ(disk.files.files[document], first) << "the journal is short";
+    for (int i = 0; i < 2; ++i) {
+        run.fill(14'000 + static_cast<std::size_t>(i));
+        EXPECT_TRUE(run.persist());
+    }
+    EXPECT_EQ(disk.files.files[document], first);
+    run.scheduler.advance(60s);
+    EXPECT_EQ(disk.files.files[document], documentOf(run.archive->state()));
+    EXPECT_EQ(disk.journals.files[journal], "");
+
+    run.archive->count("x");
+    EXPECT_TRUE(run.persist());
+    EXPECT_NE(disk.journals.files[journal], "");
+    EXPECT_TRUE(run.archive->flush());
+    EXPECT_EQ(disk.files.files[document], documentOf(run.archive->state()));
+    EXPECT_EQ(disk.journals.files[journal], "");
+}
+
+TEST(SyncArchive, AFailedWriteIsMadeUpForByTheNext) {
+    for (const bool isLarge : {false, true}) {
+        Disk disk;
+        std::string kept;
+        {
+            Program run(disk);
+            run.fill(isLarge ? 15'000 : 10);
+            ASSERT_TRUE(run.persist());
+            kept = documentOf(run.archive->state());
+            disk.files.full = disk.journals.full = true;
+            run.archive->setOwner("me");
+            EXPECT_FALSE(run.persist());
+            EXPECT_FALSE(run.persist()) << "with nothing new";
+            EXPECT_FALSE(run.archive->flush());
+            const Disk broken = disk;
+            disk.files.full = disk.journals.full = false;
+            EXPECT_TRUE(run.persist());
+            run.archive->setOwner("you");
+            EXPECT_TRUE(run.persist());
+            Disk copy = broken;
+            EXPECT_EQ(documentOf(Program(copy).archive->state()), kept);
+            kept = documentOf(run.archive->state());
+        }
+        EXPECT_EQ(documentOf(Program(disk).archive->state()), kept);
+    }
+}
+
+TEST(SyncArchive, LivesWithoutAJournal) {
+    Disk disk;
+    {
+        // What the journal holds counts also when it can only be read.
+        Program before(disk);
+        before.fill(15'000);
+        ASSERT_TRUE(before.persist());
+        before.archive->setOwner("me");
+        ASSERT_TRUE(before.persist());
+        ASSERT_EQ(disk.journals.appends, 1);
+        disk.files.files[journal] = disk.journals.files[journal];
+    }
+    disk.journals.unavailable = true;
+    for (int i = 0; i < 3; ++i) {
+        Program run(disk);
+        EXPECT_EQ(run.archive->state().owner, "me");
+        run.fill(20'000 + static_cast<std::size_t>(i));
+        ASSERT_TRUE(run.persist());
+        EXPECT_EQ(disk.files.files[document], documentOf(run.archive->state()));
+    }
+}
+
+TEST(SyncArchive, TellsOffTheMainThreadWhatDiffersAndWhatThereIs) {
+    Disk disk;
+    Program run(disk);
+    run.archive->merge({"setting:old", "1", 5, "A", false});
+    run.archive->merge({"setting:new", LocalSnapshot::encode(true), 9, "A", false});
+    run.archive->merge({"setting:gone", std::nullopt, 7, "A", false});
+    run.archive->rebaseline();
+    Running listing(run.archive->liveItemsNewestFirst());
+    Running comparing(run.archive->changesOf(LocalSnapshot({}, {}, {{"new", true}})));
+    run.scheduler.settle();
+    ASSERT_EQ(listing.value()->size(), 2u);
+    EXPECT_EQ(listing.value()->front().id, "setting:new");
+    EXPECT_EQ(comparing.value(), (LocalChanges{{"setting:old", std::nullopt, false}}));
+}
+
+}  // namespace
+}  // namespace quorvi::test
