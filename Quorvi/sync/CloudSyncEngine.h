@@ -13,6 +13,7 @@
 #include "Quorvi/sync/CloudSyncEvent.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/async/Task.h"
+#include "QuorviCore/async/TaskScope.h"
 
 namespace quorvi {
 
@@ -125,8 +126,15 @@ public:
 
 private:
     struct Core;
+
+    Task<void> checkAccount(std::stop_token stop);
+    void accountIs(const std::string& user);
+
     std::shared_ptr<Core> core_;
     State state_{*this};
+    TaskHandle accountCheck_;
+    Subscription accountSubscription_;
+    TaskScope scope_;  // last
 };
 
 }  // namespace quorvi

@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Quorvi/platform/CloudDatabase.h"
@@ -69,7 +70,7 @@ private:
     std::uint64_t tokenEra_ = 0;
     std::map<std::string, Account> accounts_;
     std::set<FakeCloudDatabase*> devices_;
-    std::shared_ptr<int> alive_ = std::make_shared<int>();
+    std::vector<std::pair<TimePoint, Timer>> pushes_;
 };
 
 enum class CloudOperation {
@@ -127,10 +128,11 @@ public:
     // Overrides what follows from the user.
     std::optional<CloudAccountStatus> status;
 
-    Duration delay{};           // of every operation
-    std::size_t pageSize = 400;  // records of one page
-    bool reversesPages = false;    // records of a page come in another order
-    bool repeatsRecords = false;   // each page brings the last records of the page before again
+    Duration delay{};             // of every operation
+    std::size_t pageSize = 400;   // records of one page
+    bool reversesPages = false;   // records of a page come in another order
+    bool repeatsRecords = false;  // each page brings the last records of the page before again
+    int lostAnswers = 0;          // so many saves happen, and end with networkFailure
 
     std::map<CloudOperation, int> calls;
     std::vector<std::size_t> savedBatchSizes;
