@@ -18,13 +18,8 @@ using folderlog::Entry;
 
 namespace {
 
-constexpr std::size_t recordsPerPage = 2000;
-constexpr std::size_t bytesPerPage = 2 << 20;
 // Numbers taken at a time: the machine's file is written once for so many entries.
 constexpr std::uint64_t reservation = 1 << 20;
-// Logs that are smaller are not worth rewriting.
-constexpr std::uint64_t smallLog = 4 << 20;
-constexpr std::size_t compactedPiece = 4 << 20;
 
 CloudSaveResult refused(CloudRecord record, int code, const char* why,
                         std::optional<CloudRecord> stored = std::nullopt) {
@@ -47,8 +42,9 @@ void translated(const std::filesystem::path& path, Work work) {
 
 }  // namespace
 
-FolderCloud::FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile)
-    : folder_(std::move(folder)), machineFile_(std::move(machineFile)) {}
+FolderCloud::FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile,
+                         Limits limits)
+    : folder_(std::move(folder)), machineFile_(std::move(machineFile)), limits_(limits) {}
 
 // --- the folder ---
 
@@ -109,7 +105,8 @@ void FolderCloud::open() {
     const auto& self = opened->index.machine(opened->self);
     const auto segments = opened->segments.segmentsOf(opened->self);
     opened->writer = std::make_unique<FolderWriter>(own, machine_->id,
-                                                    segments.empty() ? 1 : segments.back() + 1);
+                                                    segments.empty() ? 1 : segments.back() + 1,
+                                                    limits_.segmentSize);
     // An entry that others may have seen before it was lost keeps its number.
     opened->nextNumber = std::max(machine_->reserved, self.covered) + 1;
     opened->ownBytes = opened->segments.sizeOf(opened->self);
@@ -220,11 +217,6 @@ std::vector<CloudSaveResult> FolderCloud::saveRecords(std::vector<CloudRecord> r
                 refused(std::move(record), cloudErrorCode::zoneNotFound, "There is no such zone."));
             continue;
         }
-        if (!names.insert(record.id.zone + '\0' + record.id.name).second) {
-            results.push_back(refused(std::move(record), cloudErrorCode::invalidArguments,
-                                      "The record comes twice."));
-            continue;
-        }
         const auto winner = index.winner(*zone, record.id.name);
         if (!winner && !record.changeTag.empty()) {
             results.push_back(refused(std::move(record), cloudErrorCode::unknownItem,
@@ -250,6 +242,11 @@ std::vector<CloudSaveResult> FolderCloud::saveRecords(std::vector<CloudRecord> r
                 folderlog::Version{index.machine(winner->machine).id, winner->item->number});
             if (winner->machine == opened_->self)
                 outdated += winner->item->length + folderlog::frameSize;
+        }
+        if (!names.insert(record.id.zone + '\0' + record.id.name).second) {
+            results.push_back(refused(std::move(record), cloudErrorCode::invalidArguments,
+                                      "The record comes twice."));
+            continue;
         }
         if (record.payload) entry.payload = textOf(*record.payload);
         folderlog::appendEntry(bytes, entry);
@@ -351,7 +348,8 @@ CloudRecordChanges FolderCloud::recordChanges(const std::string& name, const std
         bool isWhole = true;
         for (; item != machine.items.end(); ++item) {
             if (!index.counts(*item) || &index.zones()[item->zone] != zone) continue;
-            if (page.modified.size() == recordsPerPage || bytes >= bytesPerPage) {
+            if (page.modified.size() == limits_.recordsPerPage ||
+                bytes >= limits_.bytesPerPage) {
                 page.more = true;
                 break;
             }
@@ -375,7 +373,7 @@ CloudRecordChanges FolderCloud::recordChanges(const std::string& name, const std
 
 void FolderCloud::compact() {
     auto& opened = ready();
-    if (opened.ownBytes < smallLog || opened.outdatedBytes * 2 < opened.ownBytes) return;
+    if (opened.ownBytes < limits_.smallLog || opened.outdatedBytes * 2 < opened.ownBytes) return;
     auto& index = opened.index;
     const auto items = index.machine(opened.self).items;
     const auto covered = index.machine(opened.self).covered;
@@ -399,7 +397,7 @@ void FolderCloud::compact() {
         const auto body = bodies.read({opened.self, item.segment, item.offset, item.length});
         // Somebody has damaged the log; what is left of it stays as it is.
         if (!body) fail(cloudErrorCode::networkFailure, "A file of the folder is not there.");
-        if (piece.size() > compactedPiece) finishPiece(last);
+        if (piece.size() > limits_.segmentSize / 2) finishPiece(last);
         folderlog::appendEntry(piece, *folderlog::readBody(*body));
         last = item.number;
     }

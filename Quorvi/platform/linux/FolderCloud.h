@@ -22,7 +22,17 @@ namespace quorvi {
 // machine alone writes. One thread at a time.
 class FolderCloud {
 public:
-    FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile);
+    struct Limits {
+        std::size_t recordsPerPage = 2000;
+        std::size_t bytesPerPage = 2 << 20;
+        // A file synchroniser that sends whole files sends at most this for one change.
+        std::uint64_t segmentSize = 8 << 20;
+        std::uint64_t smallLog = 4 << 20;  // not worth rewriting
+    };
+
+    FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile, Limits limits);
+    FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile)
+        : FolderCloud(std::move(folder), std::move(machineFile), Limits()) {}
 
     // Whom the folder belongs to.
     std::string owner();
@@ -71,6 +81,7 @@ private:
 
     const std::filesystem::path folder_;
     const std::filesystem::path machineFile_;
+    const Limits limits_;
     std::unique_ptr<FolderMachine> machine_;
     std::unique_ptr<Opened> opened_;
 };

@@ -13,9 +13,6 @@ namespace quorvi {
 
 namespace {
 
-// A file synchroniser that sends whole files sends at most this for one change.
-constexpr std::uint64_t segmentSize = 8 << 20;
-
 void writeAll(int file, std::string_view bytes, const std::filesystem::path& path) {
     while (!bytes.empty()) {
         const auto written = ::write(file, bytes.data(), bytes.size());
@@ -54,7 +51,7 @@ FolderWriter::Position FolderWriter::append(std::string_view entries, std::uint6
         file_.reset();
     };
     try {
-        if (file_ && size_ + entries.size() > segmentSize) file_.reset();
+        if (file_ && size_ + entries.size() > segmentSize_) file_.reset();
         if (!file_) begin(start);
         const auto path = folder_ / folderSegmentName(next_ - 1);
         writeAll(file_->get(), entries, path);

@@ -13,9 +13,11 @@ namespace quorvi {
 // Appends to a machine's own segments. One thread at a time.
 class FolderWriter {
 public:
-    // `next`: the number that no segment has, nor any greater.
-    FolderWriter(std::filesystem::path folder, const Uuid& machine, std::uint32_t next)
-        : folder_(std::move(folder)), machine_(machine), next_(next) {}
+    // `next`: the number that no segment has, nor any greater. A segment is at most so large,
+    // unless it holds one append only.
+    FolderWriter(std::filesystem::path folder, const Uuid& machine, std::uint32_t next,
+                 std::uint64_t segmentSize)
+        : folder_(std::move(folder)), machine_(machine), segmentSize_(segmentSize), next_(next) {}
 
     struct Position {
         std::uint32_t segment;
@@ -36,6 +38,7 @@ private:
 
     const std::filesystem::path folder_;
     const Uuid machine_;
+    const std::uint64_t segmentSize_;
     std::uint32_t next_;
     std::unique_ptr<Descriptor> file_;  // the last segment; none: the next append begins one
     std::uint64_t size_ = 0;
