@@ -104,6 +104,7 @@ void FolderCloud::open() {
     opened->self = opened->index.machineNumber(machine_->id);
     const auto& self = opened->index.machine(opened->self);
     const auto segments = opened->segments.segmentsOf(opened->self);
+    if (!segments.empty()) opened->firstSegment = segments.front();
     opened->writer = std::make_unique<FolderWriter>(own, machine_->id,
                                                     segments.empty() ? 1 : segments.back() + 1,
                                                     limits_.segmentSize);
@@ -373,7 +374,12 @@ CloudRecordChanges FolderCloud::recordChanges(const std::string& name, const std
 
 void FolderCloud::compact() {
     auto& opened = ready();
-    if (opened.ownBytes < limits_.smallLog || opened.outdatedBytes * 2 < opened.ownBytes) return;
+    const bool isOutdated =
+        opened.ownBytes >= limits_.smallLog && opened.outdatedBytes * 2 >= opened.ownBytes;
+    const auto segments = opened.writer->nextSegment() - opened.firstSegment;
+    const bool isScattered =
+        segments > limits_.segments + 4 * opened.ownBytes / limits_.segmentSize;
+    if (!isOutdated && !isScattered) return;
     auto& index = opened.index;
     const auto items = index.machine(opened.self).items;
     const auto covered = index.machine(opened.self).covered;
@@ -403,6 +409,7 @@ void FolderCloud::compact() {
     }
     finishPiece(covered);
     opened.writer->removeBelow(first);
+    opened.firstSegment = first;
 }
 
 }  // namespace quorvi

@@ -28,6 +28,7 @@ public:
         // A file synchroniser that sends whole files sends at most this for one change.
         std::uint64_t segmentSize = 8 << 20;
         std::uint64_t smallLog = 4 << 20;  // not worth rewriting
+        std::uint32_t segments = 64;       // more than it takes; each start begins one
     };
 
     FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile, Limits limits);
@@ -43,7 +44,8 @@ public:
     CloudZoneChanges zoneChanges(const std::string& token);
     CloudRecordChanges recordChanges(const std::string& zone, const std::string& token);
 
-    // Rewrites this machine's segments when more than half of them is outdated.
+    // Rewrites this machine's segments when more than half of them is outdated, or there are many
+    // small ones.
     void compact();
 
     // The folder that this machine writes.
@@ -60,6 +62,7 @@ private:
         std::uint64_t device = 0;  // of its own folder, to notice that it is another one
         std::uint64_t inode = 0;
         std::uint64_t nextNumber = 0;
+        std::uint32_t firstSegment = 1;   // of this machine's
         std::uint64_t ownBytes = 0;       // entries in this machine's segments
         std::uint64_t outdatedBytes = 0;  // and those of them that are not needed any more
     };

@@ -43,6 +43,10 @@ void FolderIndex::startGeneration(Zone& zone, std::uint32_t generation) {
 
 void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
     auto& writer = machines_[place.machine];
+    if (entry.kind == Entry::Kind::end) {  // its number is that of another entry, or of none
+        writer.covered = std::max(writer.covered, entry.number);
+        return;
+    }
     if (entry.number <= writer.covered) {
         const auto found = std::lower_bound(
             writer.items.begin(), writer.items.end(), entry.number,
@@ -56,7 +60,6 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
     }
     writer.covered = entry.number;
     clock_ = std::max(clock_, entry.clock);
-    if (entry.kind == Entry::Kind::end) return;
 
     Item item{.number = entry.number,
               .clock = entry.clock,
