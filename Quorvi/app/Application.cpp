@@ -14,6 +14,7 @@
 #include "Quorvi/app/QuitSignals.h"
 #include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/app/Synchronisation.h"
 #include "Quorvi/app/Updates.h"
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
@@ -48,6 +49,8 @@ public:
         else
             keyStore_ = std::make_unique<MemoryKeyStore>();
         model_ = std::make_unique<AppModel>(environment());
+        sync_ = std::make_unique<Synchronisation>(*model_, history_, corrections_, preferences_,
+                                                  files_, scheduler_);
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
         panel_ =
@@ -82,7 +85,7 @@ private:
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =
             desktop_.environment(localKeys_, preferences_, *keyStore_, history_, corrections_);
-        environment.accountSync = [this]() -> AccountSyncing& { return sync_; };
+        environment.accountSync = [this]() -> AccountSyncing& { return sync_->accountSync(); };
         environment.service =
             serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
         return environment;
@@ -144,8 +147,8 @@ private:
     std::unique_ptr<KeyStore> keyStore_;
     HistoryStore history_{desktop_.historyEnvironment(preferences_, historyFile())};
     CorrectionStore corrections_{preferences_, scheduler_};
-    NoAccountSync sync_;
     std::unique_ptr<AppModel> model_;
+    std::unique_ptr<Synchronisation> sync_;
     Updates updates_{scheduler_, preferences_};
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;

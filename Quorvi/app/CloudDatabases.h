@@ -13,7 +13,7 @@ namespace quorvi {
 struct CloudDatabaseEnvironment {
     Scheduler& scheduler;
     Executor& executor;               // for the database alone
-    std::filesystem::path userData;   // the program's folder for what is the user's
+    std::filesystem::path userData;  // the program's folder for what is the user's
 };
 
 // The database at an address, as the preference "cloudDatabase" holds it:

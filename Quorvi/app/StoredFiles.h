@@ -15,4 +15,8 @@ inline std::filesystem::path historyFile() {
     return UserFolders::find().data / "history.json";
 }
 
+inline std::filesystem::path syncArchiveFile() {
+    return UserFolders::find().data / "account-sync.json";
+}
+
 }  // namespace quorvi

@@ -215,8 +215,10 @@ void CorrectionStore::installTarnelCorrectionsIfNeeded() {
     defaults_.setBoolean(seededKey, true);
 }
 
+// Rules that are equal in meaning but not in their bytes are replaced, too: machines that each kept
+// their own would send them back and forth.
 void CorrectionStore::replaceFromSync(std::vector<TextCorrection> rules) {
-    if (persistenceError_ || rules == rules_.rules()) return;
+    if (persistenceError_ || std::ranges::equal(rules, rules_.rules(), isIdentical)) return;
     try {
         persist(std::move(rules));
     } catch (const std::exception&) {

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+
+#include "Quorvi/platform/FileStore.h"
+#include "Quorvi/platform/linux/PosixJournalFiles.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/sync/AccountSync.h"
+
+namespace quorvi {
+
+// The synchronisation with its cloud, the one that the preference "cloudDatabase" names, and its
+// threads. Outlived by everything that it is given.
+class Synchronisation {
+public:
+    Synchronisation(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
+                    Preferences& preferences, FileStore& files, Scheduler& scheduler);
+
+    AccountSync& accountSync() { return *sync_; }
+
+private:
+    SerialExecutor cloudExecutor_{"cloud"};
+    SerialExecutor disk_{"sync"};
+    PosixJournalFiles journals_;
+    std::unique_ptr<CloudDatabase> database_;
+    std::unique_ptr<AccountSync> sync_;
+};
+
+}  // namespace quorvi

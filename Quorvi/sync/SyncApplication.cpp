@@ -1,0 +1,169 @@
+#include "Quorvi/sync/SyncApplication.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+
+#include "QuorviCore/corrections/TextCorrectionCoding.h"
+#include "QuorviCore/history/HistoryArchive.h"
+#include "QuorviCore/propertylist/PropertyList.h"
+
+namespace quorvi {
+
+namespace {
+
+struct UuidHash {
+    // Random already.
+    std::size_t operator()(const Uuid& id) const noexcept {
+        std::size_t hash;
+        std::memcpy(&hash, id.bytes.data(), sizeof hash);
+        return hash;
+    }
+};
+using UuidSet = std::unordered_set<Uuid, UuidHash>;
+
+std::optional<DictationRecord> recordOf(const SyncItem& item) {
+    try {
+        return decodeRecord(item.payload->string());
+    } catch (const HistoryFormatError&) {
+        return std::nullopt;
+    }
+}
+
+// The list without the records in `replaced` and with those of `fresh`, which are newest first.
+DictationRecords rebuilt(const DictationRecords& base, const UuidSet& replaced,
+                         std::vector<DictationRecord> fresh) {
+    DictationRecords::Builder builder;
+    auto next = fresh.begin();
+    const auto addFreshLaterThan = [&](Date date) {
+        for (; next != fresh.end() && next->date > date; ++next) builder.add(std::move(*next));
+    };
+    for (const auto& part : base.parts()) {
+        const auto& chunk = *part.chunk;
+        addFreshLaterThan(chunk.latest);
+        const bool isReplaced =
+            !replaced.empty() && std::ranges::any_of(chunk.records, [&](const auto& record) {
+                return replaced.contains(record.id);
+            });
+        const bool isMixed = next != fresh.end() && next->date > chunk.earliest;
+        // Small chunks are put together with their neighbours, lest they become many.
+        const bool isSmall = chunk.records.size() < DictationRecords::chunkSize / 2;
+        if (!isReplaced && !isMixed && !isSmall) {
+            builder.add(part.chunk);
+            continue;
+        }
+        for (const auto& record : chunk.records) {
+            if (replaced.contains(record.id)) continue;
+            addFreshLaterThan(record.date);
+            builder.add(record);
+        }
+    }
+    for (; next != fresh.end(); ++next) builder.add(std::move(*next));
+    return builder.build().newestFirst();
+}
+
+void prepareHistory(SyncApplication& application, const SyncState& state,
+                    std::vector<SyncItem> items, const DictationRecords& base) {
+    UuidSet replaced;
+    std::vector<DictationRecord> fresh;
+    for (const auto& [id, baseline] : state.ledger.differences()) {
+        if (!id.view().starts_with(syncPrefix::history)) continue;
+        const auto uuid = Uuid::parse(id.view().substr(syncPrefix::history.size()));
+        if (uuid) replaced.insert(*uuid);
+    }
+    sortNewestFirst(items);
+    for (const auto& item : items) {
+        auto record = recordOf(item);
+        if (!record) {
+            application.local.push_back(LocalChange::of(item.id, std::nullopt));
+            continue;
+        }
+        auto encoded = encodeRecord(*record);
+        auto id = LocalSnapshot::historyId(record->id);
+        if (id != item.id)
+            application.local.push_back(LocalChange::of(item.id, std::nullopt));
+        if (id != item.id || encoded != item.payload->view())
+            application.local.push_back(
+                LocalChange::of(std::move(id), SharedString(encoded)));
+        replaced.insert(record->id);
+        fresh.push_back(*std::move(record));
+    }
+    application.recordsDiffer = !replaced.empty();
+    if (!application.recordsDiffer) return;
+    std::ranges::stable_sort(fresh, [](const auto& a, const auto& b) { return a.date > b.date; });
+    application.records = rebuilt(base, replaced, std::move(fresh));
+}
+
+std::vector<TextCorrection> validRules(std::vector<SyncItem> items) {
+    sortNewestFirst(items);
+    std::vector<TextCorrection> rules;
+    std::unordered_set<std::string> phrases;
+    for (const auto& item : items) {
+        auto rule = decodeCorrection(item.payload->view());
+        if (rule && !rule->validationMessage() &&
+            phrases.insert(TextCorrection::matchKey(rule->original)).second)
+            rules.push_back(*std::move(rule));
+    }
+    return rules;
+}
+
+LocalSnapshot::Settings settingsOf(const std::vector<SyncItem>& items) {
+    LocalSnapshot::Settings settings;
+    for (const auto& item : items) {
+        const auto list = PropertyList::fromBinary(item.payload->view());
+        const auto* fields = list ? std::get_if<PropertyList::Dictionary>(&list->value) : nullptr;
+        if (fields == nullptr) continue;
+        const std::string key(item.id.view().substr(syncPrefix::setting.size()));
+        const auto entry = fields->find("value");
+        if (entry == fields->end()) continue;
+        std::visit(
+            [&]<class T>(const T& value) {
+                if constexpr (requires { LocalSnapshot::Setting(value); })
+                    settings.insert_or_assign(key, LocalSnapshot::Setting(value));
+            },
+            entry->second.value);
+    }
+    return settings;
+}
+
+}  // namespace
+
+SyncApplication SyncApplication::prepare(const SyncState& state, const DictationRecords& base,
+                                         bool allRules) {
+    SyncApplication application;
+    application.records = base;
+    std::vector<SyncItem> history;
+    bool rulesDiffer = allRules;
+    bool settingsDiffer = false;
+    for (const auto& [id, baseline] : state.ledger.differences()) {
+        const auto name = id.view();
+        if (name.starts_with(syncPrefix::history)) {
+            const auto* item = state.ledger.item(name);
+            if (item != nullptr && !item->deleted()) history.push_back(*item);
+        } else if (name.starts_with(syncPrefix::correction)) {
+            rulesDiffer = true;
+            application.toCheck.push_back(id);
+        } else if (name.starts_with(syncPrefix::setting)) {
+            settingsDiffer = true;
+            application.toCheck.push_back(id);
+        }
+    }
+    prepareHistory(application, state, std::move(history), base);
+    if (!rulesDiffer && !settingsDiffer) return application;
+
+    std::vector<SyncItem> rules, settings;
+    for (const auto& [id, item] : state.ledger.items()) {
+        if (item.deleted()) continue;
+        if (id.view().starts_with(syncPrefix::correction))
+            rules.push_back(item);
+        else if (id.view().starts_with(syncPrefix::setting))
+            settings.push_back(item);
+    }
+    if (rulesDiffer) application.rules = validRules(std::move(rules));
+    if (settingsDiffer) application.settings = settingsOf(settings);
+    return application;
+}
+
+}  // namespace quorvi

@@ -1,0 +1,173 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+#include <set>
+
+#include "tests/fakes/FakeCloudDatabase.h"
+#include "tests/model/SyncMachine.h"
+
+// Several machines, all kinds of changes in any order, and clouds, disks and clocks as bad as they
+// come: at the end all hold the same. QUORVI_SYNC_SEEDS says how many histories are tried,
+// QUORVI_SYNC_FIRST_SEED with which one to begin.
+namespace quorvi::test {
+namespace {
+
+std::uint64_t environmentNumber(const char* name, std::uint64_t otherwise) {
+    const auto* text = std::getenv(name);
+    return text ? std::strtoull(text, nullptr, 10) : otherwise;
+}
+
+class Household {
+public:
+    explicit Household(std::uint64_t seed) : random_(seed) {
+        const auto count = 3 + below(3);
+        for (std::uint64_t i = 0; i < count; ++i) {
+            clouds_.push_back(std::make_unique<FakeCloudDatabase>(clock_, server_, "ada"));
+            auto& cloud = *clouds_.back();
+            cloud.pageSize = 1 + below(20);
+            cloud.reversesPages = chance(3);
+            cloud.repeatsRecords = chance(3);
+            cloud.delay = std::chrono::milliseconds(below(50));
+            auto machine = std::make_unique<SyncMachine>(clock_, cloud);
+            machine->scheduler.skew = static_cast<double>(below(2 * 86400)) - 86400;
+            if (chance(2)) machine->wholeUpTo = 500;  // the journal is used
+            machines_.push_back(std::move(machine));
+        }
+    }
+
+    void live() {
+        for (int step = 0; step < 60; ++step) {
+            act(*machines_[below(machines_.size())]);
+            clock_.advance(std::chrono::milliseconds(below(4) ? below(3000) : below(40)));
+        }
+    }
+
+    // Until nothing is under way any more.
+    void settle() {
+        for (std::size_t i = 0; i < machines_.size(); ++i) {
+            clouds_[i]->succeed(CloudOperation::zoneChanges);
+            clouds_[i]->succeed(CloudOperation::saveRecords);
+            clouds_[i]->lostAnswers = 0;
+            if (!machines_[i]->isRunning()) machines_[i]->start();
+            machines_[i]->sync->setEnabled(true);
+        }
+        clock_.advance(180s);
+        // One of the regular passes may be under way at just this moment.
+        for (const auto& machine : machines_)
+            for (int i = 0; i < 100 && machine->sync->working(); ++i) clock_.advance(10ms);
+    }
+
+    void check() {
+        const auto expected = machines_[0]->values();
+        for (const auto& machine : machines_) {
+            EXPECT_EQ(machine->sync->status(), "Up to date with iCloud");
+            EXPECT_EQ(machine->sync->pendingCount(), 0u);
+            EXPECT_EQ(machine->values(), expected);
+            EXPECT_EQ(machine->rules(), machines_[0]->rules());
+        }
+        // Every dictation that was kept is there or was deleted by somebody.
+        std::set<std::string> present;
+        for (const auto& [id, payload] : expected) present.insert(id);
+        for (const auto& id : dictated_)
+            EXPECT_TRUE(present.contains(id) || deleted_.contains(id)) << id << " is lost";
+        for (const auto& id : deleted_) EXPECT_FALSE(present.contains(id)) << id << " is back";
+    }
+
+private:
+    std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
+    bool chance(std::uint64_t oneOf) { return below(oneOf) == 0; }
+    std::string word() { return std::string(1, static_cast<char>('a' + below(6))); }
+
+    void act(SyncMachine& machine) {
+        if (!machine.isRunning()) {
+            machine.start();
+            return;
+        }
+        auto& history = *machine.history;
+        auto& corrections = *machine.corrections;
+        const auto& rules = corrections.rules().rules();
+        auto& cloud = static_cast<FakeCloudDatabase&>(machine.cloud);
+        if (history.isLoading()) return;
+        switch (below(19)) {
+            case 0:
+            case 1:
+            case 2:
+            case 3: {
+                machine.dictate("words " + word(), static_cast<double>(below(3) * 50));
+                const auto id = history.records()[0].id.string();
+                clock_.advance(2ms);  // the history is on the disk
+                dictated_.insert("history:" + id);
+                break;
+            }
+            case 4:
+                if (history.records().empty()) break;
+                {
+                    const auto id = history.records()[below(history.records().size())].id;
+                    history.remove(id);
+                    clock_.advance(2ms);
+                    machine.sync->syncNow();
+                    deleted_.insert("history:" + id.string());
+                }
+                break;
+            case 5:
+            case 6:
+                try {
+                    corrections.save({.original = word(), .replacement = word() + word()});
+                } catch (const QuorviError&) {
+                }
+                break;
+            case 7:
+                if (!rules.empty()) corrections.remove(rules[below(rules.size())].id);
+                break;
+            case 8:
+                if (!rules.empty())
+                    corrections.setEnabled(rules[below(rules.size())].id, chance(2));
+                break;
+            case 9: machine.model->setVocabulary(word() + word()); break;
+            case 10:
+                machine.model->setRecordingTheme(chance(2) ? RecordingTheme::paper
+                                                           : RecordingTheme::midnight);
+                break;
+            case 11: history.setKeepTranscripts(chance(2)); break;
+            case 12: machine.sync->setEnabled(!machine.sync->enabled()); break;
+            case 13: cloud.fail(CloudOperation::zoneChanges, CloudError(4, "", 2s), -1); break;
+            case 14: cloud.succeed(CloudOperation::zoneChanges); break;
+            case 15: cloud.lostAnswers = 1; break;
+            case 16:
+                clock_.advance(2ms);
+                machine.kill();
+                break;
+            case 17: machine.quit(); break;
+            case 18: {
+                constexpr TranscriptRetention all[] = {TranscriptRetention::thirtyDays,
+                                                       TranscriptRetention::ninetyDays,
+                                                       TranscriptRetention::forever};
+                history.setRetention(all[below(3)]);
+                break;
+            }
+        }
+    }
+
+    std::mt19937_64 random_;
+    VirtualScheduler clock_;
+    FakeCloudServer server_{clock_};
+    std::vector<std::unique_ptr<FakeCloudDatabase>> clouds_;
+    std::vector<std::unique_ptr<SyncMachine>> machines_;
+    std::set<std::string> dictated_, deleted_;
+};
+
+TEST(SyncConvergenceTest, AllMachinesEndWithTheSame) {
+    const auto first = environmentNumber("QUORVI_SYNC_FIRST_SEED", 1);
+    const auto count = environmentNumber("QUORVI_SYNC_SEEDS", 200);
+    for (auto seed = first; seed < first + count && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Household household(seed);
+        household.live();
+        household.settle();
+        household.check();
+    }
+}
+
+}  // namespace
+}  // namespace quorvi::test

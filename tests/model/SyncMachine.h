@@ -1,0 +1,150 @@
+#pragma once
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Quorvi/sync/AccountSync.h"
+#include "Quorvi/system/MemoryKeyStore.h"
+#include "Quorvi/system/MemoryPreferences.h"
+#include "tests/fakes/FakeAccessibility.h"
+#include "tests/fakes/FakeAudioInput.h"
+#include "tests/fakes/FakeFileStore.h"
+#include "tests/fakes/FakeHttpTransport.h"
+#include "tests/fakes/FakeJournalFiles.h"
+#include "tests/fakes/FakeKeyEventPoster.h"
+#include "tests/fakes/FakeLocalKeyMonitor.h"
+#include "tests/fakes/FakePasteboard.h"
+#include "tests/fakes/FakePermissions.h"
+#include "tests/fakes/FakeSoundOutput.h"
+#include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::test {
+
+using namespace std::chrono_literals;
+
+// The virtual clock as one machine sees it, whose own clock may be wrong.
+class SkewedScheduler : public Scheduler {
+public:
+    explicit SkewedScheduler(VirtualScheduler& right) : right_(right) {}
+    TimePoint now() const override { return right_.now(); }
+    Date date() const override { return {right_.date().secondsSinceReferenceDate + skew}; }
+    void post(std::function<void()> work) override { right_.post(std::move(work)); }
+    Timer after(Duration delay, std::function<void()> work) override {
+        return right_.after(delay, std::move(work));
+    }
+    Timer every(Duration period, std::function<void()> work) override {
+        return right_.every(period, std::move(work));
+    }
+
+    double skew = 0;  // seconds
+
+private:
+    VirtualScheduler& right_;
+};
+
+// One of the user's machines: the stores, the controller and the synchronisation on fakes, with
+// files and preferences that outlive the program.
+class SyncMachine {
+public:
+    SyncMachine(VirtualScheduler& time, CloudDatabase& database)
+        : scheduler(time), cloud(database), accessibility(time) {
+        preferences.setBoolean("tarnelCorrectionsSeeded", true);
+        preferences.setBytes("savedTextCorrections", bytesOf("[]"));
+    }
+    ~SyncMachine() { kill(); }
+
+    void start() {
+        history = std::make_unique<HistoryStore>(HistoryStore::Environment{
+            preferences, files, "history.json", executor, scheduler, pasteboard,
+            [this] { return calendar; }});
+        corrections = std::make_unique<CorrectionStore>(preferences, scheduler);
+        model = std::make_unique<AppModel>(AppModel::Environment{
+            scheduler, executor, executor, keyboard, poster, accessibility, workspace, pasteboard,
+            microphone, speaker, permissions, localKeys, preferences, keyStore, service, *history,
+            *corrections, [this]() -> AccountSyncing& { return *sync; }, "https://speech.example",
+            folder.path()});
+        sync = std::make_unique<AccountSync>(AccountSync::Environment{
+            *model, *history, *corrections, preferences, scheduler, cloud,
+            {files, journals, archiveFile, executor, scheduler, wholeUpTo}});
+        preferences.setBoolean("hasLaunchedQuorvi", true);
+    }
+    void quit() {
+        model->shutdown();
+        kill();
+    }
+    // As the process does: nothing is finished.
+    void kill() {
+        sync.reset();
+        model.reset();
+        corrections.reset();
+        history.reset();
+    }
+    bool isRunning() const { return sync != nullptr; }
+
+    void dictate(const std::string& text, double daysAgo = 0) {
+        history->record(text, 2, "Editor", "el", TranscriptionModel::transcribe,
+                        {scheduler.date().secondsSinceReferenceDate - daysAgo * 86400});
+    }
+    // Texts of the history, newest first; "-" where it is gone.
+    std::vector<std::string> texts() const {
+        std::vector<std::string> all;
+        for (const auto& record : history->records())
+            all.push_back(record.text ? record.text->string() : "-");
+        return all;
+    }
+    // Rules in order, as "phrase>replacement".
+    std::vector<std::string> rules() const {
+        std::vector<std::string> all;
+        for (const auto& rule : corrections->rules().rules())
+            all.push_back(rule.original + ">" + rule.replacement);
+        return all;
+    }
+    // All values by id, in the bytes in which they travel.
+    std::map<std::string, std::string> values() const {
+        std::map<std::string, std::string> all;
+        const LocalSnapshot now(history->records(), corrections->rules(), model->syncSettings());
+        for (const auto& [id, payload] : now.payloads())
+            all.emplace(id.string(), payload.string());
+        return all;
+    }
+    std::int64_t diagnostic(const std::string& key) const {
+        const auto& all = sync->archive()->state().diagnostics;
+        if (!all) return 0;
+        const auto found = all->find(key);
+        return found == all->end() ? 0 : found->second;
+    }
+
+    static constexpr auto archiveFile = "account-sync.json";
+
+    const TestFolder folder;
+    SkewedScheduler scheduler;
+    CloudDatabase& cloud;
+    TurnExecutor executor{scheduler};
+    FakeKeyEventTap keyboard;
+    FakeKeyEventPoster poster{scheduler, &keyboard};
+    FakeAccessibility accessibility;
+    FakeWorkspace workspace;
+    FakePasteboard pasteboard{scheduler};
+    FakeAudioInput microphone{scheduler};
+    FakeSoundOutput speaker;
+    FakePermissions permissions;
+    FakeLocalKeyMonitor localKeys;
+    MemoryPreferences preferences;
+    MemoryKeyStore keyStore;
+    FakeHttpTransport service{scheduler};
+    FakeFileStore files;
+    FakeJournalFiles journals;
+    std::size_t wholeUpTo = 4 << 20;
+    const Calendar calendar{"Europe/Athens", "en_US"};
+    std::unique_ptr<HistoryStore> history;
+    std::unique_ptr<CorrectionStore> corrections;
+    std::unique_ptr<AppModel> model;
+    std::unique_ptr<AccountSync> sync;
+};
+
+}  // namespace quorvi::test
