@@ -286,9 +286,8 @@ Task<CloudRecordChanges> FakeCloudDatabase::recordChanges(std::string zone, std:
     auto next = source.changes.upper_bound(sequence);
     if (repeatsRecords)
         for (int back = 0; back < 3 && next != source.changes.begin(); ++back) --next;
-    for (; next != source.changes.end() &&
-           (page.modified.size() + page.deleted.size() < pageSize || next->first <= sequence);
-         ++next) {
+    for (std::size_t fresh = 0; next != source.changes.end() && fresh < pageSize; ++next) {
+        if (next->first > sequence) ++fresh;
         const auto& stored = source.records.at(next->second);
         if (!stored.isDeleted)
             page.modified.push_back(stored.record);

@@ -170,16 +170,19 @@ TEST_F(CorrectionStoreTest, SynchronisationReplacesTheListOnlyWhenItDiffers) {
     const auto rule = add("caf\u00E9", "Café");
     int told = 0;
     const auto changes = store().onChange([&] { ++told; });
+    store().replaceFromSync({rule});
+    EXPECT_EQ(told, 0);
+    // Equal, but in other bytes, which another machine would go on taking for a change.
     auto same = rule;
     same.original = "cafe\u0301";
     store().replaceFromSync({same});
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(told, 1);
     auto undated = rule;
     undated.updatedAt.secondsSinceReferenceDate = std::numeric_limits<double>::infinity();
     store().replaceFromSync({undated});
     EXPECT_EQ(store().rules().rules(), std::vector{rule}) << "what can't be stored is refused";
     store().replaceFromSync({});
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(told, 2);
     EXPECT_EQ(storedJson(), "[]");
 }
 
