@@ -123,16 +123,23 @@ public:
     // Who the data belongs to: the same on all machines of one account.
     virtual Task<std::string> userRecordName(std::stop_token stop) = 0;
 
-    // Saving a zone that exists is no error. Deleting one takes its records along.
+    // Saving a zone that exists is no error, nor is deleting one that doesn't. Deleting one takes
+    // its records along: one of that name that is made later is another zone, for which tokens of
+    // the one before are expired and change tags unknown.
     virtual Task<void> saveZone(std::string zone, std::stop_token stop) = 0;
     virtual Task<void> deleteZone(std::string zone, std::stop_token stop) = 0;
 
-    // One result for each record, in their order. Throws only when nothing can be said about any.
+    // One result for each record, in their order: serverRecordChanged when the tag is not that of
+    // the version that the database holds, unknownItem when there is a tag but no such record,
+    // zoneNotFound. Throws only when nothing can be said about any; limitExceeded then asks for
+    // fewer at a time.
     virtual Task<std::vector<CloudSaveResult>> saveRecords(std::vector<CloudRecord> records,
                                                            std::stop_token stop) = 0;
+    // Throws unknownItem or zoneNotFound when there is no such record or zone.
     virtual Task<CloudRecord> fetchRecord(CloudRecordID id, std::stop_token stop) = 0;
 
-    // An empty token asks for everything. A token that the database no longer understands gives
+    // What has changed since the token was handed out, also by this machine; in pages of the
+    // database's choice, of some 2,000 records at most. An empty token asks for everything. A token that the database no longer understands gives
     // changeTokenExpired; a zone that is gone zoneNotFound.
     virtual Task<CloudZoneChanges> zoneChanges(std::string token, std::stop_token stop) = 0;
     virtual Task<CloudRecordChanges> recordChanges(std::string zone, std::string token,

@@ -1,0 +1,168 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Quorvi/platform/CloudDatabase.h"
+
+namespace quorvi::test {
+
+class FakeCloudDatabase;
+
+// The cloud that several machines share, in memory. Everything takes a turn of the scheduler.
+class FakeCloudServer {
+public:
+    explicit FakeCloudServer(Scheduler& scheduler) : scheduler_(scheduler) {}
+    FakeCloudServer(const FakeCloudServer&) = delete;
+    FakeCloudServer& operator=(const FakeCloudServer&) = delete;
+
+    // Every token that was handed out so far gives changeTokenExpired from now on.
+    void expireTokens() { ++tokenEra_; }
+    // As if the user had removed the zone elsewhere; the machines are told.
+    void resetZone(const std::string& user, const std::string& zone);
+    // What the database holds; nothing when there is no such record.
+    std::optional<CloudRecord> record(const std::string& user, const CloudRecordID& id) const;
+    // All records of a zone, by name; empty when there is no such zone.
+    std::map<std::string, CloudRecord> records(const std::string& user,
+                                               const std::string& zone) const;
+    bool hasZone(const std::string& user, const std::string& zone) const;
+    // Removes one record on the server's side; the machines are told.
+    void deleteRecord(const std::string& user, const CloudRecordID& id);
+
+    // Payload bytes that all records of one user may have together; more gives quotaExceeded.
+    std::optional<std::size_t> quota;
+    // How long the silent push takes.
+    Duration pushDelay{};
+
+private:
+    friend class FakeCloudDatabase;
+
+    struct Stored {
+        CloudRecord record;
+        std::uint64_t sequence = 0;
+        bool isDeleted = false;
+    };
+    struct Zone {
+        std::uint64_t generation = 0;  // a zone that was deleted and made again is another one
+        std::map<std::string, Stored> records;
+        std::map<std::uint64_t, std::string> changes;  // sequence to name, each name once
+    };
+    struct Account {
+        std::map<std::string, Zone> zones;
+        std::map<std::string, std::uint64_t> modified;  // zone to the sequence of its last change
+        std::map<std::string, std::uint64_t> deleted;
+        std::size_t bytes = 0;
+    };
+
+    Account& account(const std::string& user) { return accounts_[user]; }
+    void put(Account& account, const std::string& zone, CloudRecord record, bool isDeleted);
+    void removeZone(Account& account, const std::string& zone);
+    void push(const std::string& user, const FakeCloudDatabase* author);
+
+    Scheduler& scheduler_;
+    std::uint64_t sequence_ = 0;
+    std::uint64_t tokenEra_ = 0;
+    std::map<std::string, Account> accounts_;
+    std::set<FakeCloudDatabase*> devices_;
+    std::vector<std::pair<TimePoint, Timer>> pushes_;
+};
+
+enum class CloudOperation {
+    accountStatus,
+    userRecordName,
+    saveZone,
+    deleteZone,
+    saveRecords,
+    fetchRecord,
+    zoneChanges,
+    recordChanges,
+    saveSubscription,
+};
+
+// One machine's way to it. What goes wrong is up to the test.
+class FakeCloudDatabase final : public CloudDatabase {
+public:
+    FakeCloudDatabase(Scheduler& scheduler, FakeCloudServer& server, std::string user);
+    ~FakeCloudDatabase() override;
+
+    Task<CloudAccountStatus> accountStatus(std::stop_token stop) override;
+    Task<std::string> userRecordName(std::stop_token stop) override;
+    Task<void> saveZone(std::string zone, std::stop_token stop) override;
+    Task<void> deleteZone(std::string zone, std::stop_token stop) override;
+    Task<std::vector<CloudSaveResult>> saveRecords(std::vector<CloudRecord> records,
+                                                   std::stop_token stop) override;
+    Task<CloudRecord> fetchRecord(CloudRecordID id, std::stop_token stop) override;
+    Task<CloudZoneChanges> zoneChanges(std::string token, std::stop_token stop) override;
+    Task<CloudRecordChanges> recordChanges(std::string zone, std::string token,
+                                           std::stop_token stop) override;
+    Task<void> saveSubscription(std::string id, std::stop_token stop) override;
+    Subscription onRemoteChange(std::function<void()> observer) override;
+    Subscription onAccountChange(std::function<void()> observer) override;
+
+    // --- the test's side ---
+
+    // The next `times` calls of the operation throw the error, or all calls until succeed().
+    void fail(CloudOperation operation, CloudError error, int times = 1);
+    void failAlways(CloudOperation operation, CloudError error) { fail(operation, error, -1); }
+    void succeed(CloudOperation operation) { failures_.erase(operation); }
+    // The next saves of this record are refused. serverRecordChanged without a record in `error`
+    // stays without.
+    void failRecord(const std::string& name, CloudError error, int times = 1);
+
+    // Calls of the operation wait until release().
+    void hold(CloudOperation operation) { held_.insert(operation); }
+    void release(CloudOperation operation);
+    // Calls that wait.
+    std::size_t waiting(CloudOperation operation) const;
+
+    // Another user signs in, or nobody (empty); observers are told.
+    void signIn(const std::string& user);
+    void signOut() { signIn({}); }
+    const std::string& user() const { return user_; }
+    // Overrides what follows from the user.
+    std::optional<CloudAccountStatus> status;
+
+    Duration delay{};             // of every operation
+    std::size_t pageSize = 400;   // records of one page
+    bool reversesPages = false;   // records of a page come in another order
+    bool repeatsRecords = false;  // each page brings the last records of the page before again
+    int lostAnswers = 0;          // so many saves happen, and end with networkFailure
+
+    std::map<CloudOperation, int> calls;
+    std::vector<std::size_t> savedBatchSizes;
+    std::set<std::string> subscriptions;
+
+private:
+    friend class FakeCloudServer;
+
+    struct Failure {
+        CloudError error;
+        int times = 1;
+    };
+    struct Gate;
+
+    Task<void> arrive(CloudOperation operation, std::stop_token stop);
+    FakeCloudServer::Account& account();
+    CloudSaveResult save(CloudRecord record);
+    std::string token(std::uint64_t generation, std::uint64_t sequence) const;
+    // The sequence that the token stands for; throws changeTokenExpired.
+    std::uint64_t sequenceOf(const std::string& token, std::uint64_t generation) const;
+
+    Scheduler& scheduler_;
+    FakeCloudServer& server_;
+    std::string user_;
+    std::map<CloudOperation, Failure> failures_;
+    std::map<std::string, Failure> recordFailures_;
+    std::set<CloudOperation> held_;
+    std::vector<std::shared_ptr<Gate>> gates_;
+    Observable remoteChange_;
+    Observable accountChange_;
+};
+
+}  // namespace quorvi::test

@@ -1,0 +1,30 @@
+#include <gtest/gtest.h>
+
+#include "tests/fakes/FakeCloudDatabase.h"
+#include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/CloudContract.h"
+
+namespace quorvi::test {
+namespace {
+
+struct FakeCloudRig {
+    CloudDatabase& first() { return first_; }
+    CloudDatabase& second() { return second_; }
+    CloudDatabase& stranger() { return stranger_; }
+    bool runUntil(const std::function<bool()>& done) {
+        for (int tick = 0; tick < 1000 && !done(); ++tick)
+            scheduler_.advance(std::chrono::milliseconds(10));
+        return done();
+    }
+
+    VirtualScheduler scheduler_;
+    FakeCloudServer server_{scheduler_};
+    FakeCloudDatabase first_{scheduler_, server_, "anna"};
+    FakeCloudDatabase second_{scheduler_, server_, "anna"};
+    FakeCloudDatabase stranger_{scheduler_, server_, "mallory"};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Fake, CloudContract, FakeCloudRig);
+
+}  // namespace
+}  // namespace quorvi::test

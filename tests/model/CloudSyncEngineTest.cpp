@@ -1,0 +1,639 @@
+#include "Quorvi/sync/CloudSyncEngine.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <set>
+
+#include "Quorvi/sync/CloudEngineState.h"
+#include "tests/fakes/FakeCloudDatabase.h"
+#include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/Waiting.h"
+
+namespace quorvi::test {
+namespace {
+
+using namespace cloudEvent;
+using namespace std::chrono_literals;
+using Op = CloudOperation;
+
+constexpr auto user = "anna";
+constexpr auto zone = "Zone";
+
+// Keeps what the engine tells, in words and in substance.
+class Recorder : public CloudSyncEngineDelegate {
+public:
+    void handleEvent(CloudSyncEvent event, CloudSyncEngine& engine) override {
+        std::visit([this](auto& one) { take(one); }, event);
+        ++events;
+        if (onEvent) onEvent(event, engine);
+    }
+    std::optional<CloudRecordBatch> nextRecordZoneChangeBatch(
+        std::span<const CloudRecordID> pending, CloudSyncEngine&) override {
+        if (!hasBatches) return std::nullopt;
+        return CloudRecordBatch::make(pending, [this](const CloudRecordID& id) {
+            const auto found = local.find(id.name);
+            return found == local.end() ? std::nullopt : std::optional(found->second);
+        });
+    }
+
+    void put(const std::string& name, const std::string& text) {
+        auto& record = local[name];
+        record.id = {zone, name};
+        record.type = "Item";
+        record.payload = bytesOf(text);
+    }
+
+    std::string log;  // one word for each event
+    int events = 0;
+    Bytes state;
+    std::vector<std::size_t> eventSizes;
+    std::map<std::string, CloudRecord> local;    // what is to be sent; saving gives it its tag
+    std::map<std::string, CloudRecord> fetched;  // by name
+    std::vector<std::string> savedNames;
+    std::map<std::string, CloudError> failures;  // the last of each record, or zone
+    std::optional<CloudError> fetchFailure;
+    bool hasBatches = true;
+    std::function<void(const CloudSyncEvent&, CloudSyncEngine&)> onEvent;
+
+private:
+    void say(const std::string& word) { log += (log.empty() ? "" : " ") + word; }
+    void take(StateUpdate& one) {
+        state = std::move(one.serialization);
+        say("state");
+    }
+    void take(AccountChange& one) {
+        const char* kinds[] = {"in:", "out:", "switch:"};
+        say(kinds[static_cast<int>(one.kind)] + one.previousUser + ">" + one.currentUser);
+    }
+    void take(FetchedDatabaseChanges& one) {
+        std::string word = "zones";
+        for (const auto& name : one.modified) word += "+" + name;
+        for (const auto& name : one.deleted) word += "-" + name;
+        say(word);
+    }
+    void take(FetchedRecordZoneChanges& one) {
+        eventSizes.push_back(one.modifications.size() + one.deletions.size());
+        say("got" + std::to_string(one.modifications.size()) +
+            (one.deletions.empty() ? "" : "-" + std::to_string(one.deletions.size())));
+        for (auto& record : one.modifications) fetched[record.id.name] = std::move(record);
+        for (const auto& id : one.deletions) fetched.erase(id.name);
+    }
+    void take(SentDatabaseChanges& one) {
+        for (const auto& name : one.saved) say("made:" + name);
+        for (const auto& [name, error] : one.failed) {
+            failures.insert_or_assign(name, error);
+            say("unmade:" + name);
+        }
+    }
+    void take(SentRecordZoneChanges& one) {
+        eventSizes.push_back(one.saved.size() + one.failed.size());
+        say("sent" + std::to_string(one.saved.size()) +
+            (one.failed.empty() ? "" : "!" + std::to_string(one.failed.size())));
+        for (auto& record : one.saved) {
+            savedNames.push_back(record.id.name);
+            local[record.id.name].changeTag = record.changeTag;
+        }
+        for (const auto& [record, error] : one.failed)
+            failures.insert_or_assign(record.id.name, error);
+    }
+    void take(WillFetchChanges&) { say("fetch("); }
+    void take(WillFetchRecordZoneChanges& one) { say(one.zone + "("); }
+    void take(DidFetchRecordZoneChanges& one) {
+        fetchFailure = one.error;
+        say(one.error ? ")" + std::to_string(one.error->code()) : ")");
+    }
+    void take(DidFetchChanges&) { say(")"); }
+    void take(WillSendChanges&) { say("send("); }
+    void take(DidSendChanges&) { say(")"); }
+};
+
+// How an operation ended: "done", "cancelled", "code N", or "running".
+struct Outcome {
+    explicit Outcome(Task<void> task) : task_(watch(std::move(task))) { task_.start(); }
+    std::string text = "running";
+    std::optional<Duration> retryAfter;
+
+private:
+    Task<void> watch(Task<void> task) {
+        try {
+            co_await task;
+            text = "done";
+        } catch (const Cancelled&) {
+            text = "cancelled";
+        } catch (const CloudError& error) {
+            text = "code " + std::to_string(error.code());
+            retryAfter = error.retryAfter();
+        }
+    }
+    Task<void> task_;
+};
+
+class CloudSyncEngineTest : public testing::Test {
+protected:
+    void SetUp() override { start(); }
+
+    void start(Bytes state = {}) {
+        engine = std::make_unique<CloudSyncEngine>(
+            CloudSyncEngine::Configuration{device, scheduler, std::move(state), recorder, "push"});
+    }
+    void settle() { scheduler.advance(1s); }
+    std::string fetch() { return ended(engine->fetchChanges()); }
+    std::string send() { return ended(engine->sendChanges()); }
+    std::string ended(Task<void> task) {
+        Outcome outcome(std::move(task));
+        settle();
+        return outcome.text;
+    }
+    std::string logOf(const std::function<void()>& work) {
+        recorder.log.clear();
+        work();
+        return recorder.log;
+    }
+
+    // Something to send.
+    void edit(const std::string& name, const std::string& text = "x") {
+        recorder.put(name, text);
+        engine->state().add(PendingRecordZoneChange::saveRecord({zone, name}));
+    }
+    void editMany(int count) {
+        for (int i = 0; i < count; ++i) edit("r" + std::to_string(i));
+    }
+    void makeZone(const std::string& name = zone) { run(other.saveZone(name, {})); }
+    // Another machine saves records r0, r1, …, also when it has done so before.
+    void remote(int count, const std::string& text = "remote", const std::string& in = zone) {
+        const auto present = server.records(user, in);
+        std::vector<CloudRecord> records;
+        for (int i = 0; i < count; ++i) {
+            const auto name = "r" + std::to_string(i);
+            const auto found = present.find(name);
+            records.push_back({{in, name},
+                               "Item",
+                               bytesOf(text),
+                               found == present.end() ? "" : found->second.changeTag});
+        }
+        run(other.saveRecords(std::move(records), {}));
+    }
+    template <class T>
+    void run(Task<T> task) {
+        Running<T> running(std::move(task));
+        settle();
+        ASSERT_TRUE(running.value()) << running.failure();
+    }
+    std::size_t pending() { return engine->state().pendingRecordZoneChangeCount(); }
+    std::vector<std::string> pendingNames() {
+        std::vector<std::string> names;
+        for (const auto& change : engine->state().pendingRecordZoneChanges())
+            names.push_back(change.id.name);
+        return names;
+    }
+
+    VirtualScheduler scheduler;
+    FakeCloudServer server{scheduler};
+    FakeCloudDatabase device{scheduler, server, user};
+    FakeCloudDatabase other{scheduler, server, user};
+    Recorder recorder;
+    std::unique_ptr<CloudSyncEngine> engine;
+};
+
+using Names = std::vector<std::string>;
+
+TEST_F(CloudSyncEngineTest, SendsZonesFirstAndThenTheRecordsOldestFirst) {
+    engine->state().add(PendingDatabaseChange::saveZone(zone));
+    engine->state().add(PendingDatabaseChange::saveZone(zone));
+    editMany(2500);
+    edit("r7");
+    EXPECT_EQ(pending(), 2500u);
+    EXPECT_EQ(send(), "done");
+    EXPECT_TRUE(recorder.log.starts_with("send( in:>anna made:Zone sent200 sent200"))
+        << recorder.log;
+    EXPECT_TRUE(recorder.log.ends_with("sent100 state )")) << recorder.log;
+    EXPECT_EQ(device.savedBatchSizes, (std::vector<std::size_t>{1000, 1000, 500}));
+    EXPECT_LE(*std::max_element(recorder.eventSizes.begin(), recorder.eventSizes.end()),
+              CloudSyncEngine::recordsPerEvent);
+    EXPECT_EQ(pending(), 0u);
+    EXPECT_TRUE(engine->state().pendingDatabaseChanges().empty());
+    EXPECT_EQ(server.records(user, zone).size(), 2500u);
+    EXPECT_EQ(recorder.savedNames.front(), "r0");
+    EXPECT_EQ(recorder.savedNames.back(), "r2499");
+    EXPECT_EQ(logOf([this] { send(); }), "send( )");
+}
+
+TEST_F(CloudSyncEngineTest, LimitsABatchByItsSizeInBytes) {
+    makeZone();
+    for (int i = 0; i < 5; ++i) edit("big" + std::to_string(i), std::string(400'000, 'b'));
+    edit("huge", std::string(CloudRecordBatch::maximumBytes + 1, 'h'));
+    EXPECT_EQ(send(), "done");
+    EXPECT_EQ(device.savedBatchSizes, (std::vector<std::size_t>{2, 2, 1, 1}));
+}
+
+TEST_F(CloudSyncEngineTest, KeepsAChangeUntilItsOutcomeIsToldAndSendsItAgainWhenItIsAddedAgain) {
+    makeZone();
+    edit("a", "1");
+    edit("b", "1");
+    engine->state().add(PendingRecordZoneChange::saveRecord({zone, "gone"}));
+    device.hold(Op::saveRecords);
+    Outcome sending(engine->sendChanges());
+    settle();
+    // While it is on its way it is still pending, and adding it changes nothing.
+    EXPECT_EQ(pendingNames(), (Names{"a", "b"})) << "what is gone is forgotten";
+    edit("a", "2");
+    edit("c", "1");
+    EXPECT_EQ(pendingNames(), (Names{"a", "b", "c"}));
+    bool again = true;
+    recorder.onEvent = [&](const CloudSyncEvent& event, CloudSyncEngine&) {
+        if (!std::holds_alternative<SentRecordZoneChanges>(event)) return;
+        EXPECT_FALSE(
+            engine->state().contains(PendingRecordZoneChange::saveRecord({zone, "a"})));
+        if (std::exchange(again, false)) edit("a", "2");
+    };
+    device.release(Op::saveRecords);
+    settle();
+    EXPECT_EQ(sending.text, "done");
+    EXPECT_EQ(recorder.savedNames, (Names{"a", "b", "c", "a"}));
+    EXPECT_EQ(textOf(*server.record(user, {zone, "a"})->payload), "2");
+
+    edit("d");
+    recorder.hasBatches = false;
+    EXPECT_EQ(send(), "done");
+    EXPECT_EQ(pendingNames(), (Names{"d"}));
+}
+
+TEST_F(CloudSyncEngineTest, TellsARefusedRecordAndSendsItAgainOnlyInTheNextCall) {
+    makeZone();
+    remote(1, "theirs");
+    recorder.onEvent = [this](const CloudSyncEvent& event, CloudSyncEngine& from) {
+        if (const auto* sent = std::get_if<SentRecordZoneChanges>(&event))
+            for (const auto& [record, error] : sent->failed)
+                from.state().add(PendingRecordZoneChange::saveRecord(record.id));
+    };
+    edit("r0", "mine");
+    edit("elsewhere");
+    recorder.local["elsewhere"].id.zone = zone;
+    edit("unknown");
+    recorder.local["unknown"].changeTag = "tag of another time";
+    edit("good");
+    EXPECT_EQ(send(), "done");
+    EXPECT_TRUE(recorder.log.find("sent2!2") != std::string::npos) << recorder.log;
+    EXPECT_EQ(pendingNames(), (Names{"r0", "unknown"}));
+    EXPECT_EQ(device.calls[Op::saveRecords], 1);
+    const auto& changed = recorder.failures.at("r0");
+    EXPECT_EQ(changed.code(), cloudErrorCode::serverRecordChanged);
+    ASSERT_TRUE(changed.serverRecord());
+    EXPECT_EQ(textOf(*changed.serverRecord()->payload), "theirs");
+    EXPECT_EQ(recorder.failures.at("unknown").code(), cloudErrorCode::unknownItem);
+
+    // The owner takes over the tag, or forgets it.
+    recorder.local["r0"].changeTag = changed.serverRecord()->changeTag;
+    recorder.local["unknown"].changeTag.clear();
+    EXPECT_EQ(send(), "done");
+    EXPECT_EQ(pending(), 0u);
+    EXPECT_EQ(textOf(*server.record(user, {zone, "r0"})->payload), "mine");
+
+    for (const int code :
+         {cloudErrorCode::networkFailure, cloudErrorCode::permissionFailure,
+          cloudErrorCode::quotaExceeded, cloudErrorCode::zoneNotFound, cloudErrorCode::zoneBusy}) {
+        device.failRecord("one", CloudError(code, "as told", 7s));
+        edit("one");
+        EXPECT_EQ(send(), "done");
+        EXPECT_EQ(recorder.failures.at("one").code(), code);
+        EXPECT_EQ(recorder.failures.at("one").retryAfter(), Duration(7s));
+        EXPECT_EQ(pendingNames(), (Names{"one"}));
+        EXPECT_EQ(send(), "done");
+        EXPECT_EQ(pending(), 0u);
+    }
+}
+
+TEST_F(CloudSyncEngineTest, ThrowsWhatConcernsTheWholeDatabaseAndKeepsWhatIsPending) {
+    engine->state().add(PendingDatabaseChange::saveZone(zone));
+    editMany(2500);
+    for (const int code : {cloudErrorCode::networkUnavailable, cloudErrorCode::notAuthenticated,
+                           cloudErrorCode::requestRateLimited}) {
+        const auto expected = "code " + std::to_string(code);
+        for (const auto operation : {Op::userRecordName, Op::saveZone, Op::saveRecords}) {
+            device.fail(operation, CloudError(code, "down", 12s));
+            if (operation == Op::userRecordName) start(recorder.state);
+            if (operation == Op::userRecordName) {
+                engine->state().add(PendingDatabaseChange::saveZone(zone));
+                editMany(2500);
+            }
+            if (operation == Op::userRecordName && !recorder.state.empty()) {
+                device.succeed(operation);  // it remembers the user and does not ask
+                continue;
+            }
+            Outcome outcome(engine->sendChanges());
+            settle();
+            EXPECT_EQ(outcome.text, expected) << static_cast<int>(operation);
+            EXPECT_EQ(outcome.retryAfter, Duration(12s));
+            if (operation == Op::saveZone) {
+                EXPECT_EQ(recorder.failures.at(zone).code(), code);
+                EXPECT_EQ(engine->state().pendingDatabaseChanges().size(), 1u);
+            }
+        }
+        device.fail(Op::zoneChanges, CloudError(code));
+        EXPECT_EQ(fetch(), expected);
+    }
+    EXPECT_EQ(send(), "done");
+    EXPECT_EQ(server.records(user, zone).size(), 2500u);
+    EXPECT_EQ(pending(), 0u);
+}
+
+TEST_F(CloudSyncEngineTest, SendsLessAtATimeWhenTheDatabaseAsksForIt) {
+    makeZone();
+    editMany(1500);
+    device.fail(Op::saveRecords, CloudError(cloudErrorCode::limitExceeded), 2);
+    EXPECT_EQ(send(), "done");
+    EXPECT_EQ(server.records(user, zone).size(), 1500u);
+    EXPECT_EQ(pending(), 0u);
+    EXPECT_LE(device.savedBatchSizes.back(), 500u);
+    device.failAlways(Op::saveRecords, CloudError(cloudErrorCode::limitExceeded));
+    edit("too big");
+    EXPECT_EQ(send(), "done");
+    EXPECT_EQ(recorder.failures.at("too big").code(), cloudErrorCode::limitExceeded);
+    EXPECT_EQ(pending(), 0u);
+}
+
+TEST_F(CloudSyncEngineTest, LearnsOfASaveWhoseAnswerWasLost) {
+    makeZone();
+    edit("a", "1");
+    device.lostAnswers = 1;
+    EXPECT_EQ(send(), "code 4");
+    EXPECT_EQ(pendingNames(), (Names{"a"}));
+    EXPECT_EQ(send(), "done");
+    EXPECT_EQ(recorder.failures.at("a").code(), cloudErrorCode::serverRecordChanged);
+    EXPECT_EQ(textOf(*recorder.failures.at("a").serverRecord()->payload), "1");
+}
+
+TEST_F(CloudSyncEngineTest, FetchesEverythingInPagesAndThenOnlyWhatIsNew) {
+    makeZone();
+    remote(1000);
+    std::map<int, int> askedAt;  // pages asked for, by records taken in
+    recorder.onEvent = [&](const CloudSyncEvent& event, CloudSyncEngine&) {
+        if (std::holds_alternative<FetchedRecordZoneChanges>(event))
+            askedAt[static_cast<int>(recorder.fetched.size())] = device.calls[Op::recordChanges];
+    };
+    EXPECT_EQ(fetch(), "done");
+    EXPECT_EQ(recorder.log,
+              "fetch( in:>anna zones+Zone state Zone( got200 got200 state got200 got200 state "
+              "got200 state ) )");
+    EXPECT_EQ(recorder.fetched, server.records(user, zone));
+    EXPECT_EQ(askedAt[200], 2) << "the next page is under way while one is taken in";
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( )");
+
+    remote(2, "newer");
+    start(recorder.state);
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones+Zone state Zone( got2 state ) )");
+    EXPECT_EQ(recorder.fetched, server.records(user, zone));
+
+    server.deleteRecord(user, {zone, "r1"});
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones+Zone state Zone( got0-1 state ) )");
+    server.resetZone(user, zone);
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones-Zone state )");
+}
+
+// Whatever state the program comes back with after a crash, it misses nothing.
+TEST_F(CloudSyncEngineTest, SkipsNothingWhenItGoesOnFromAnyStateItHasTold) {
+    makeZone();
+    remote(900);
+    device.pageSize = 150;
+    std::vector<std::pair<Bytes, std::set<std::string>>> moments{{}};
+    recorder.onEvent = [&](const CloudSyncEvent& event, CloudSyncEngine&) {
+        if (!std::holds_alternative<StateUpdate>(event)) return;
+        std::set<std::string> names;
+        for (const auto& [name, record] : recorder.fetched) names.insert(name);
+        moments.emplace_back(recorder.state, std::move(names));
+    };
+    EXPECT_EQ(fetch(), "done");
+    recorder.onEvent = nullptr;
+    EXPECT_GE(moments.size(), 8u);
+    device.reversesPages = true;
+    device.repeatsRecords = true;
+    for (const auto& [state, names] : moments) {
+        recorder.fetched.clear();
+        start(state);
+        EXPECT_EQ(fetch(), "done");
+        std::size_t missed = 0;
+        for (const auto& [name, record] : server.records(user, zone))
+            missed += !names.contains(name) && !recorder.fetched.contains(name);
+        EXPECT_EQ(missed, 0u);
+    }
+}
+
+TEST_F(CloudSyncEngineTest, StartsFromTheBeginningWhenItsTokensHaveExpired) {
+    makeZone();
+    makeZone("Doomed");
+    remote(3);
+    EXPECT_EQ(fetch(), "done");
+    run(other.deleteZone("Doomed", {}));
+    server.expireTokens();
+    recorder.fetched.clear();
+    EXPECT_EQ(logOf([this] { fetch(); }),
+              "fetch( zones+Zone-Doomed state Zone( got3 state ) )");
+    EXPECT_EQ(recorder.fetched, server.records(user, zone));
+
+    // In the middle of a fetch, too; but a database that refuses every token is not asked for ever.
+    remote(900, "newer");
+    device.pageSize = 300;
+    recorder.onEvent = [this](const CloudSyncEvent& event, CloudSyncEngine&) {
+        if (!std::holds_alternative<FetchedRecordZoneChanges>(event)) return;
+        recorder.onEvent = nullptr;
+        server.expireTokens();
+    };
+    recorder.fetched.clear();
+    EXPECT_EQ(fetch(), "done");
+    EXPECT_EQ(recorder.fetched, server.records(user, zone));
+    device.failAlways(Op::recordChanges, CloudError(cloudErrorCode::changeTokenExpired));
+    remote(1, "newest");
+    EXPECT_EQ(fetch(), "done");
+    EXPECT_EQ(recorder.fetchFailure->code(), cloudErrorCode::changeTokenExpired);
+    device.failAlways(Op::zoneChanges, CloudError(cloudErrorCode::changeTokenExpired));
+    EXPECT_EQ(fetch(), "code 21");
+}
+
+TEST_F(CloudSyncEngineTest, TellsAZoneThatCouldNotBeFetchedAndTriesItAgain) {
+    makeZone("A");
+    makeZone("B");
+    remote(1, "x", "B");
+    device.fail(Op::recordChanges, CloudError(cloudErrorCode::networkFailure, "cut", 5s));
+    EXPECT_EQ(fetch(), "done");
+    EXPECT_TRUE(recorder.log.ends_with("A( state )4 B( got1 state ) )")) << recorder.log;
+    // It is remembered, though the database has told of it once.
+    start(recorder.state);
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( A( state ) )");
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( )");
+
+    remote(1, "y", "B");
+    device.fail(Op::recordChanges, CloudError(cloudErrorCode::zoneNotFound));
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones+B state B( state )26 )");
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( )");
+}
+
+TEST_F(CloudSyncEngineTest, TellsWhoTheUserIsAndForgetsTokensOfAnother) {
+    makeZone();
+    remote(2);
+    EXPECT_EQ(fetch(), "done");
+    const auto change = [this](const std::string& to) {
+        return logOf([&] {
+            device.signIn(to);
+            settle();
+        });
+    };
+    EXPECT_EQ(change(user), "");
+    EXPECT_EQ(change(""), "out:anna>");
+    EXPECT_EQ(fetch(), "code 9");
+    EXPECT_EQ(change(user), "in:>anna");
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( )");
+    EXPECT_EQ(change("bert"), "switch:anna>bert");
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( state )");
+    EXPECT_EQ(change(""), "out:bert>");
+    EXPECT_EQ(change(user), "in:>anna");
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones+Zone state Zone( got2 state ) )");
+    // Nothing is concluded from not knowing.
+    device.status = CloudAccountStatus::couldNotDetermine;
+    EXPECT_EQ(change("bert"), "");
+    device.status.reset();
+    device.fail(Op::userRecordName, CloudError(cloudErrorCode::networkFailure));
+    EXPECT_EQ(change("bert"), "");
+    // What is under way for one user must not go on for another.
+    device.signIn(user);
+    settle();
+    device.hold(Op::zoneChanges);
+    Outcome fetching(engine->fetchChanges());
+    settle();
+    EXPECT_EQ(change("bert"), "switch:anna>bert");
+    EXPECT_EQ(fetching.text, "code 20");
+    device.release(Op::zoneChanges);
+
+    recorder.onEvent = [this](const CloudSyncEvent&, CloudSyncEngine&) { engine.reset(); };
+    EXPECT_EQ(change(user), "switch:bert>anna");
+    EXPECT_EQ(change("bert"), "");
+}
+
+TEST_F(CloudSyncEngineTest, RunsOperationsOneAfterAnother) {
+    makeZone();
+    remote(2);
+    edit("a");
+    device.hold(Op::zoneChanges);
+    std::optional<Outcome> one, dropped;
+    one.emplace(engine->fetchChanges());
+    Outcome sending(engine->sendChanges());
+    dropped.emplace(engine->fetchChanges());
+    std::stop_source stop;
+    Outcome stopped(engine->fetchChanges(stop.get_token()));
+    Outcome last(engine->fetchChanges());
+    settle();
+    EXPECT_EQ(recorder.log, "fetch( in:>anna");
+    dropped.reset();
+    stop.request_stop();
+    settle();
+    EXPECT_EQ(stopped.text, "cancelled");
+    one.reset();  // the next one's turn comes also when one is dropped
+    device.release(Op::zoneChanges);
+    settle();
+    EXPECT_EQ(sending.text, "done");
+    EXPECT_EQ(last.text, "done");
+    EXPECT_EQ(recorder.log,
+              "fetch( in:>anna send( sent1 state ) fetch( zones+Zone state Zone( got3 state ) )");
+}
+
+// Every way to end an operation at every event and within every call to the database.
+TEST_F(CloudSyncEngineTest, EndsCleanlyAtAnyMomentAndGoesOnFromThere) {
+    makeZone();
+    const auto round = [this](const std::string& how, std::optional<Op> held, int atEvent) {
+        recorder = {};
+        start();
+        remote(450, how + std::to_string(atEvent));
+        edit("mine", how);
+        std::optional<Outcome> both[2];
+        std::stop_source stop;
+        bool isReached = false;
+        const auto end = [&] {
+            isReached = true;
+            if (how == "cancel") engine->cancelOperations();
+            if (how == "stop") stop.request_stop();
+            if (how == "destroy") engine.reset();
+        };
+        const int limit = atEvent;
+        recorder.onEvent = [&](const CloudSyncEvent&, CloudSyncEngine&) {
+            if (recorder.events == limit) end();
+        };
+        if (held) device.hold(*held);
+        both[0].emplace(engine->sendChanges(stop.get_token()));
+        both[1].emplace(engine->fetchChanges(stop.get_token()));
+        settle();
+        if (held) {
+            EXPECT_EQ(device.waiting(*held), 1u);
+            end();
+            settle();
+            device.release(*held);
+        }
+        settle();
+        const auto told = recorder.events;
+        if (isReached) {
+            const std::string expected = how == "cancel" ? "code 20" : "cancelled";
+            EXPECT_TRUE(both[1]->text == expected || (both[1]->text == "done" && !held)) << how;
+            if (how == "destroy" && !held) {
+                EXPECT_EQ(told, limit);
+            }
+        }
+        settle();
+        EXPECT_EQ(recorder.events, told);
+        recorder.onEvent = nullptr;
+        if (!engine) {
+            start(recorder.state);
+            edit("mine", how);
+        }
+        EXPECT_EQ(send(), "done");
+        EXPECT_EQ(fetch(), "done");
+        for (const auto& [name, record] : server.records(user, zone))
+            if (name != "mine") {
+                EXPECT_EQ(recorder.fetched[name], record);
+            }
+        server.deleteRecord(user, {zone, "mine"});
+        return isReached;
+    };
+    for (const auto* how : {"cancel", "stop", "destroy"}) {
+        for (const auto operation :
+             {Op::userRecordName, Op::saveRecords, Op::zoneChanges, Op::recordChanges})
+            EXPECT_TRUE(round(how, operation, 0));
+        int event = 1;
+        while (round(how, std::nullopt, event)) ++event;
+        EXPECT_GT(event, 10) << how;
+    }
+}
+
+TEST_F(CloudSyncEngineTest, CarriesOnlyTheOldestOfWhatIsPendingInItsState) {
+    engine->state().add(PendingDatabaseChange::saveZone(zone));
+    editMany(1500);
+    makeZone();
+    EXPECT_EQ(fetch(), "done");
+    start(recorder.state);
+    EXPECT_EQ(pending(), CloudSyncEngine::serializedPendingSaves);
+    EXPECT_EQ(pendingNames().front(), "r0");
+    EXPECT_EQ(engine->state().pendingDatabaseChanges().size(), 1u);
+    editMany(1500);
+    EXPECT_EQ(send(), "done");
+    EXPECT_EQ(server.records(user, zone).size(), 1500u);
+
+    // A state that is not whole is none.
+    CloudEngineState state{.user = "u",
+                           .databaseToken = std::string("t\0", 2),
+                           .zoneTokens = {{"a", "1"}, {"b", ""}},
+                           .unfinishedZones = {"b"},
+                           .pendingZones = {"c"},
+                           .pendingRecords = {{"c", "name"}}};
+    const auto encoded = state.encoded();
+    EXPECT_EQ(CloudEngineState::decode(encoded), state);
+    for (std::size_t size = 0; size < encoded.size(); ++size)
+        EXPECT_FALSE(CloudEngineState::decode(Bytes(encoded.begin(), encoded.begin() + size)));
+    auto odd = encoded;
+    for (std::size_t at = 0; at < odd.size(); ++at) {
+        odd[at] ^= 0xFF;
+        CloudEngineState::decode(odd);
+        odd[at] ^= 0xFF;
+    }
+}
+
+}  // namespace
+}  // namespace quorvi::test

@@ -1,0 +1,452 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <stop_token>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "Quorvi/platform/CloudDatabase.h"
+#include "tests/support/Waiting.h"
+
+// What every cloud database promises, checked against the one in memory and the real ones. A rig
+// supplies the machines, with nothing in the cloud at first:
+//   CloudDatabase& first();     CloudDatabase& second();   two machines of one account
+//   CloudDatabase& stranger();  a machine of another account, on the same server where there is one
+//   bool runUntil(condition);   runs the main thread; false after a generous limit
+namespace quorvi::test {
+
+// Drives the machines; the base of every fixture.
+template <class Rig>
+class CloudContract : public testing::Test {
+protected:
+    static constexpr auto zone = "Notes";
+
+    // What a machine has learnt by fetching, and how far it has got.
+    struct Copy {
+        std::map<std::string, CloudRecord> records;
+        std::map<std::string, int> seen;  // how often each record came
+        std::string token;
+        int pages = 0;
+    };
+
+    template <class T>
+    bool ends(const Running<T>& running) {
+        return rig.runUntil([&] { return running.ended(); });
+    }
+    // The result; a failure is a failure of the test.
+    template <class T>
+    T get(Task<T> task) {
+        Running<T> running(std::move(task));
+        EXPECT_TRUE(ends(running)) << "the operation never ended";
+        EXPECT_TRUE(running.value()) << running.failure();
+        if constexpr (!std::is_void_v<T>) return running.value().value_or(T{});
+    }
+    // The code of the error that the operation ends with; 0 when there is none.
+    template <class T>
+    int errorCode(Task<T> task) {
+        int code = 0;
+        Running<void> running(catchCode(std::move(task), code));
+        EXPECT_TRUE(ends(running)) << "the operation never ended";
+        return code;
+    }
+    void makeZone(CloudDatabase& database, const std::string& name = zone) {
+        get(database.saveZone(name, {}));
+    }
+    static CloudRecord record(const std::string& name, const std::string& text,
+                              const std::string& changeTag = {}, const std::string& in = zone) {
+        return {{in, name}, "Note", bytesOf(text), changeTag};
+    }
+    std::vector<CloudSaveResult> save(CloudDatabase& database, std::vector<CloudRecord> records) {
+        return get(database.saveRecords(std::move(records), {}));
+    }
+    // Saves one record, which must succeed; the record with its new tag.
+    CloudRecord saved(CloudDatabase& database, CloudRecord one) {
+        auto results = save(database, {std::move(one)});
+        EXPECT_EQ(results.size(), 1u);
+        if (results.empty()) return {};
+        EXPECT_FALSE(results[0].error) << results[0].error->what();
+        return results[0].record;
+    }
+    // Brings the copy up to date.
+    void fetch(CloudDatabase& database, Copy& copy, const std::string& from = zone) {
+        for (bool more = true; more;) {
+            auto page = get(database.recordChanges(from, copy.token, {}));
+            ++copy.pages;
+            for (auto& one : page.modified) {
+                ++copy.seen[one.id.name];
+                copy.records.insert_or_assign(one.id.name, std::move(one));
+            }
+            for (const auto& id : page.deleted) copy.records.erase(id.name);
+            copy.token = std::move(page.token);
+            more = page.more;
+            ASSERT_LT(copy.pages, 10'000) << "the pages never end";
+        }
+    }
+    static std::string textOfRecord(const CloudRecord& one) {
+        return one.payload ? std::string(textOf(*one.payload)) : "(none)";
+    }
+
+    Rig rig;
+
+private:
+    template <class T>
+    static Task<void> catchCode(Task<T> task, int& code) {
+        try {
+            if constexpr (std::is_void_v<T>)
+                co_await task;
+            else
+                (void)co_await task;
+        } catch (const CloudError& error) {
+            code = error.code();
+        }
+    }
+};
+TYPED_TEST_SUITE_P(CloudContract);
+
+
+TYPED_TEST_P(CloudContract, KnowsItsAccountAndKeepsOthersOut) {
+    auto &first = this->rig.first(), &second = this->rig.second(), &stranger = this->rig.stranger();
+    for (auto* one : {&first, &second, &stranger})
+        EXPECT_EQ(this->get(one->accountStatus({})), CloudAccountStatus::available);
+    const auto user = this->get(first.userRecordName({}));
+    EXPECT_FALSE(user.empty());
+    EXPECT_EQ(this->get(second.userRecordName({})), user);
+    EXPECT_NE(this->get(stranger.userRecordName({})), user);
+
+    this->makeZone(first);
+    this->saved(first, this->record("letter", "private"));
+    EXPECT_TRUE(this->get(stranger.zoneChanges("", {})).modified.empty());
+    EXPECT_EQ(this->errorCode(stranger.recordChanges(this->zone, "", {})),
+              cloudErrorCode::zoneNotFound);
+    // The same names are the stranger's own there, and nobody else's.
+    this->makeZone(stranger);
+    EXPECT_EQ(this->errorCode(stranger.fetchRecord({this->zone, "letter"}, {})),
+              cloudErrorCode::unknownItem);
+    this->saved(stranger, this->record("letter", "of another"));
+    this->get(stranger.deleteZone(this->zone, {}));
+    typename TestFixture::Copy copy;
+    this->fetch(second, copy);
+    EXPECT_EQ(this->textOfRecord(copy.records["letter"]), "private");
+}
+
+TYPED_TEST_P(CloudContract, MakesAndDeletesZonesAndTellsOfThem) {
+    using Names = std::vector<std::string>;
+    auto &first = this->rig.first(), &second = this->rig.second();
+    auto changes = this->get(second.zoneChanges("", {}));
+    EXPECT_EQ(changes.modified, Names{});
+
+    this->makeZone(first);
+    this->makeZone(first);
+    this->makeZone(first, "Ζώνη 'x\" / \\ 😀");
+    changes = this->get(second.zoneChanges(changes.token, {}));
+    std::sort(changes.modified.begin(), changes.modified.end());
+    EXPECT_EQ(changes.modified, (Names{this->zone, "Ζώνη 'x\" / \\ 😀"}));
+    EXPECT_EQ(changes.deleted, Names{});
+    changes = this->get(second.zoneChanges(changes.token, {}));
+    EXPECT_EQ(changes.modified, Names{}) << "nothing has happened since";
+
+    this->saved(first, this->record("a", "1"));
+    changes = this->get(second.zoneChanges(changes.token, {}));
+    EXPECT_EQ(changes.modified, Names{this->zone});
+
+    this->get(first.deleteZone(this->zone, {}));
+    changes = this->get(second.zoneChanges(changes.token, {}));
+    EXPECT_EQ(changes.modified, Names{});
+    EXPECT_EQ(changes.deleted, Names{this->zone});
+    EXPECT_EQ(this->errorCode(second.recordChanges(this->zone, "", {})),
+              cloudErrorCode::zoneNotFound);
+    const auto refused = this->save(second, {this->record("b", "2")});
+    ASSERT_TRUE(refused.size() == 1 && refused[0].error);
+    EXPECT_EQ(refused[0].error->code(), cloudErrorCode::zoneNotFound);
+}
+
+TYPED_TEST_P(CloudContract, KeepsRecordsByteForByteUnderAnyName) {
+    std::string everyByte;
+    for (int byte = 0; byte < 256; ++byte) everyByte.push_back(static_cast<char>(byte));
+    std::vector<CloudRecord> records;
+    for (const auto* name :
+         {"history:6F9619FF-8B86-D011-B42D-00CF4FC964FF", "Name", "name", "a/b", "..", ".", " ",
+          "tab\tand\nline", "'; drop table records; --", "\"quoted\" \\ %s $1", "Ωμέγα 😀",
+          "caf\u00E9", "cafe\u0301", "*?[x]"})
+        records.push_back(this->record(name, everyByte + name));
+    records.push_back(this->record(std::string(255, 'n'), ""));
+    records.push_back(this->record("big", std::string(1 << 20, '\0') + "end"));
+    records.push_back({{this->zone, "no payload"}, "Täg", std::nullopt, ""});
+
+    this->makeZone(this->rig.first());
+    const auto results = this->save(this->rig.first(), records);
+    ASSERT_EQ(results.size(), records.size());
+    typename TestFixture::Copy copy;
+    this->fetch(this->rig.second(), copy);
+    EXPECT_EQ(copy.records.size(), records.size());
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        auto expected = records[i];
+        EXPECT_FALSE(results[i].error) << expected.id.name;
+        EXPECT_FALSE(results[i].record.changeTag.empty());
+        expected.changeTag = results[i].record.changeTag;
+        EXPECT_EQ(results[i].record, expected);
+        EXPECT_TRUE(copy.records[expected.id.name] == expected) << expected.id.name;
+        EXPECT_TRUE(this->get(this->rig.second().fetchRecord(expected.id, {})) == expected);
+    }
+}
+
+TYPED_TEST_P(CloudContract, RefusesASaveThatDoesNotNameTheVersionItReplaces) {
+    auto &first = this->rig.first(), &second = this->rig.second();
+    this->makeZone(first);
+    const auto one = this->saved(first, this->record("x", "1"));
+    const auto two = this->saved(second, this->record("x", "2", one.changeTag));
+    EXPECT_NE(two.changeTag, one.changeTag);
+
+    // In one message: outdated, pretending to be new, of a record that never was, and a good one.
+    const auto results =
+        this->save(first, {this->record("x", "stale", one.changeTag), this->record("x", "new"),
+                           this->record("y", "gone", one.changeTag), this->record("z", "good")});
+    ASSERT_EQ(results.size(), 4u);
+    for (int i : {0, 1}) {
+        ASSERT_TRUE(results[i].error) << i;
+        EXPECT_EQ(results[i].error->code(), cloudErrorCode::serverRecordChanged);
+        ASSERT_TRUE(results[i].error->serverRecord());
+        EXPECT_TRUE(*results[i].error->serverRecord() == two);
+        EXPECT_EQ(results[i].record.id, two.id);
+    }
+    ASSERT_TRUE(results[2].error);
+    EXPECT_EQ(results[2].error->code(), cloudErrorCode::unknownItem);
+    EXPECT_FALSE(results[3].error);
+    EXPECT_EQ(this->textOfRecord(this->get(second.fetchRecord({this->zone, "x"}, {}))), "2");
+
+    this->saved(first, this->record("x", "3", two.changeTag));
+    EXPECT_EQ(this->textOfRecord(this->get(second.fetchRecord({this->zone, "x"}, {}))), "3");
+}
+
+// Two that save at the same moment: with a server one of them wins; without one both may, and then
+// each learns of the other's version.
+TYPED_TEST_P(CloudContract, LosesNeitherOfTwoSavesAtOnce) {
+    auto &first = this->rig.first(), &second = this->rig.second();
+    this->makeZone(first);
+    const auto base = this->saved(first, this->record("x", "base"));
+    this->get(second.fetchRecord(base.id, {}));
+    typename TestFixture::Copy ofFirst, ofSecond;
+    this->fetch(first, ofFirst);
+    this->fetch(second, ofSecond);
+
+    using Saving = Running<std::vector<CloudSaveResult>>;
+    Saving one(first.saveRecords({this->record("x", "one", base.changeTag)}, {}));
+    Saving two(second.saveRecords({this->record("x", "two", base.changeTag)}, {}));
+    ASSERT_TRUE(this->ends(one) && this->ends(two));
+    ASSERT_TRUE(one.value() && two.value()) << one.failure() << two.failure();
+    const auto &resultOne = one.value()->at(0), &resultTwo = two.value()->at(0);
+    EXPECT_TRUE(!resultOne.error || !resultTwo.error);
+    for (const auto* result : {&resultOne, &resultTwo})
+        if (result->error) {
+            EXPECT_EQ(result->error->code(), cloudErrorCode::serverRecordChanged);
+            EXPECT_TRUE(result->error->serverRecord());
+        }
+    if (!resultOne.error) {
+        this->fetch(second, ofSecond);
+        EXPECT_EQ(this->textOfRecord(ofSecond.records["x"]), "one");
+    }
+    if (!resultTwo.error) {
+        this->fetch(first, ofFirst);
+        EXPECT_EQ(this->textOfRecord(ofFirst.records["x"]), "two");
+    }
+}
+
+TYPED_TEST_P(CloudContract, FetchesEachChangeOnceFromAToken) {
+    auto &first = this->rig.first(), &second = this->rig.second();
+    this->makeZone(first);
+    this->makeZone(first, "Other");
+    std::vector<CloudRecord> records;
+    for (int i = 0; i < 5; ++i) records.push_back(this->record("r" + std::to_string(i), "old"));
+    const auto results = this->save(first, records);
+    this->saved(first, this->record("elsewhere", "x", "", "Other"));
+
+    typename TestFixture::Copy copy;
+    this->fetch(second, copy);
+    using Seen = std::map<std::string, int>;
+    EXPECT_EQ(copy.seen, (Seen{{"r0", 1}, {"r1", 1}, {"r2", 1}, {"r3", 1}, {"r4", 1}}));
+
+    copy.seen.clear();
+    this->fetch(second, copy);
+    EXPECT_EQ(copy.seen, Seen{});
+
+    // The same record twice: its last version comes, the one between may.
+    auto twice = this->saved(first, this->record("r1", "newer", results.at(1).record.changeTag));
+    twice = this->saved(first, this->record("r1", "newest", twice.changeTag));
+    this->saved(first, this->record("r5", "added"));
+    this->fetch(second, copy);
+    EXPECT_EQ(copy.seen.size(), 2u);
+    EXPECT_TRUE(copy.records["r1"] == twice);
+    EXPECT_EQ(this->textOfRecord(copy.records["r5"]), "added");
+
+    // A machine that starts again gets everything, each record in its latest version only.
+    typename TestFixture::Copy anew;
+    this->fetch(second, anew);
+    EXPECT_EQ(anew.seen, (Seen{{"r0", 1}, {"r1", 1}, {"r2", 1}, {"r3", 1}, {"r4", 1}, {"r5", 1}}));
+    EXPECT_TRUE(anew.records == copy.records);
+}
+
+TYPED_TEST_P(CloudContract, RefusesATokenOfAZoneThatWasMadeAgain) {
+    auto &first = this->rig.first(), &second = this->rig.second();
+    this->makeZone(first);
+    const auto before = this->saved(first, this->record("x", "before"));
+    typename TestFixture::Copy copy;
+    this->fetch(second, copy);
+    const auto zones = this->get(second.zoneChanges("", {}));
+
+    this->get(first.deleteZone(this->zone, {}));
+    this->makeZone(first);
+    this->saved(first, this->record("y", "after"));
+    EXPECT_EQ(this->errorCode(second.recordChanges(this->zone, copy.token, {})),
+              cloudErrorCode::changeTokenExpired);
+    EXPECT_EQ(this->get(second.zoneChanges(zones.token, {})).modified,
+              std::vector<std::string>{this->zone});
+    typename TestFixture::Copy anew;
+    this->fetch(second, anew);
+    EXPECT_EQ(anew.records.size(), 1u);
+    EXPECT_TRUE(anew.records.contains("y"));
+    const auto refused = this->save(second, {this->record("x", "old tag", before.changeTag)});
+    ASSERT_TRUE(refused.size() == 1 && refused[0].error);
+    EXPECT_EQ(refused[0].error->code(), cloudErrorCode::unknownItem);
+    this->saved(second, this->record("x", "new"));
+}
+
+TYPED_TEST_P(CloudContract, RefusesWhatItDoesNotKnow) {
+    auto& first = this->rig.first();
+    EXPECT_EQ(this->errorCode(first.recordChanges("Nowhere", "", {})),
+              cloudErrorCode::zoneNotFound);
+    EXPECT_EQ(this->errorCode(first.fetchRecord({"Nowhere", "x"}, {})),
+              cloudErrorCode::zoneNotFound);
+    this->get(first.deleteZone("Nowhere", {}));
+    this->makeZone(first);
+    EXPECT_EQ(this->errorCode(first.fetchRecord({this->zone, "x"}, {})),
+              cloudErrorCode::unknownItem);
+    for (const auto* token : {"nonsense", "\xFF\x01", "999999999999999999999999"}) {
+        EXPECT_EQ(this->errorCode(first.recordChanges(this->zone, token, {})),
+                  cloudErrorCode::changeTokenExpired);
+        EXPECT_EQ(this->errorCode(first.zoneChanges(token, {})),
+                  cloudErrorCode::changeTokenExpired);
+    }
+}
+
+TYPED_TEST_P(CloudContract, PushesToTheOtherMachine) {
+    auto &first = this->rig.first(), &second = this->rig.second();
+    this->makeZone(first);
+    this->get(second.zoneChanges("", {}));
+    this->get(second.saveSubscription("changes", {}));
+    this->get(second.saveSubscription("changes", {}));
+    int told = 0;
+    auto subscription = second.onRemoteChange([&] { ++told; });
+    typename TestFixture::Copy copy;
+    this->fetch(second, copy);
+    for (int i = 0; i < 3; ++i) {
+        const auto before = told;
+        this->saved(first, this->record("r" + std::to_string(i), "pushed"));
+        EXPECT_TRUE(this->rig.runUntil([&] { return told > before; })) << "no push " << i;
+        this->fetch(second, copy);
+        EXPECT_TRUE(copy.records.contains("r" + std::to_string(i)));
+    }
+}
+
+TYPED_TEST_P(CloudContract, CarriesBigBatchesInPages) {
+    auto &first = this->rig.first(), &second = this->rig.second();
+    this->makeZone(first);
+    constexpr int batches = 4, size = 1000;
+    std::map<std::string, CloudRecord> all;
+    for (int batch = 0; batch < batches; ++batch) {
+        std::vector<CloudRecord> records;
+        for (int i = 0; i < size; ++i) {
+            const auto name = "item:" + std::to_string(batch * size + i);
+            records.push_back(this->record(name, name + std::string(600, '.')));
+        }
+        for (auto& result : this->save(first, std::move(records))) {
+            ASSERT_FALSE(result.error) << result.error->what();
+            all.emplace(result.record.id.name, std::move(result.record));
+        }
+    }
+    typename TestFixture::Copy copy;
+    this->fetch(second, copy);
+    EXPECT_GT(copy.pages, 1);
+    EXPECT_TRUE(copy.records == all);
+    EXPECT_TRUE(std::all_of(copy.seen.begin(), copy.seen.end(),
+                            [](const auto& one) { return one.second == 1; }));
+}
+
+// A reader that fetches while others write must not pass over what was written meanwhile.
+TYPED_TEST_P(CloudContract, LetsManyOperationsRunAtOnce) {
+    auto &first = this->rig.first(), &second = this->rig.second();
+    this->makeZone(first);
+    this->get(second.zoneChanges("", {}));
+    using Saving = Running<std::vector<CloudSaveResult>>;
+    std::vector<std::unique_ptr<Saving>> savings;
+    std::set<std::string> names;
+    for (int i = 0; i < 10; ++i) {
+        std::vector<CloudRecord> records;
+        for (int j = 0; j < 20; ++j) {
+            records.push_back(
+                this->record(std::to_string(i) + "." + std::to_string(j), "concurrent"));
+            names.insert(records.back().id.name);
+        }
+        auto& writer = i % 2 ? second : first;
+        savings.push_back(std::make_unique<Saving>(writer.saveRecords(std::move(records), {})));
+    }
+    typename TestFixture::Copy copy;
+    for (const auto& saving : savings) {
+        this->fetch(second, copy);
+        ASSERT_TRUE(this->ends(*saving));
+        ASSERT_TRUE(saving->value()) << saving->failure();
+        for (const auto& result : *saving->value()) EXPECT_FALSE(result.error);
+    }
+    this->fetch(second, copy);
+    std::set<std::string> seen;
+    for (const auto& [name, one] : copy.records) seen.insert(name);
+    EXPECT_EQ(seen, names);
+}
+
+TYPED_TEST_P(CloudContract, StopsWhenAskedAndGoesOnAfterwards) {
+    auto& first = this->rig.first();
+    this->makeZone(first);
+    std::stop_source stopped;
+    stopped.request_stop();
+    Running<CloudRecordChanges> before(first.recordChanges(this->zone, "", stopped.get_token()));
+    ASSERT_TRUE(this->ends(before));
+    EXPECT_TRUE(before.cancelled());
+
+    std::stop_source stop;
+    std::vector<CloudRecord> records;
+    for (int i = 0; i < 200; ++i) records.push_back(this->record(std::to_string(i), "x"));
+    Running<std::vector<CloudSaveResult>> saving(first.saveRecords(records, stop.get_token()));
+    Running<CloudRecordChanges> fetching(first.recordChanges(this->zone, "", stop.get_token()));
+    {
+        // Dropped while it runs: nothing comes of it, and nothing is touched any more.
+        Running<CloudRecordChanges> dropped(first.recordChanges(this->zone, "", {}));
+    }
+    stop.request_stop();
+    ASSERT_TRUE(this->ends(saving) && this->ends(fetching));
+    EXPECT_TRUE(saving.cancelled() || saving.value()) << saving.failure();
+    EXPECT_TRUE(fetching.cancelled() || fetching.value()) << fetching.failure();
+    // What was stopped may have happened or not, but each record wholly.
+    this->saved(first, this->record("afterwards", "y"));
+    typename TestFixture::Copy copy;
+    this->fetch(this->rig.second(), copy);
+    EXPECT_EQ(this->textOfRecord(copy.records["afterwards"]), "y");
+    for (const auto& [name, one] : copy.records)
+        EXPECT_EQ(this->textOfRecord(one), name == "afterwards" ? "y" : "x");
+}
+
+REGISTER_TYPED_TEST_SUITE_P(CloudContract, KnowsItsAccountAndKeepsOthersOut,
+                            MakesAndDeletesZonesAndTellsOfThem, KeepsRecordsByteForByteUnderAnyName,
+                            RefusesASaveThatDoesNotNameTheVersionItReplaces,
+                            LosesNeitherOfTwoSavesAtOnce, FetchesEachChangeOnceFromAToken,
+                            RefusesATokenOfAZoneThatWasMadeAgain, RefusesWhatItDoesNotKnow,
+                            PushesToTheOtherMachine, CarriesBigBatchesInPages,
+                            LetsManyOperationsRunAtOnce, StopsWhenAskedAndGoesOnAfterwards);
+
+}  // namespace quorvi::test
