@@ -51,9 +51,19 @@ public:
     PostgresServer& operator=(const PostgresServer&) = delete;
 
     void start() {
-        std::vector<std::string> command{program("postgres"), "-D", data(), "-k", folder_.string(),
-                                         "-p", std::to_string(port_), "-c", "listen_addresses=" + host_,
-                                         "-c", "fsync=off", "-c", "max_connections=40"};
+        std::vector<std::string> command{program("postgres"),
+                                         "-D",
+                                         data(),
+                                         "-k",
+                                         folder_.string(),
+                                         "-p",
+                                         std::to_string(port_),
+                                         "-c",
+                                         "listen_addresses=" + host_,
+                                         "-c",
+                                         "fsync=off",
+                                         "-c",
+                                         "max_connections=40"};
         for (const auto& setting : settings_) command.insert(command.end(), {"-c", setting});
         // After a crash the processes that the dead server left behind take a moment to go.
         const bool started = eventually([&] {
@@ -74,22 +84,29 @@ public:
 
     // What the database answers an administrator, a line for each row.
     std::string sql(const std::string& statement, const std::string& database = "quorvi") const {
-        return outputOf({"psql", "-XqAt", "-v", "ON_ERROR_STOP=1", "-h", folder_.string(), "-p", port(), "-U",
-                         "postgres", "-d", database, "-c", statement});
+        return outputOf({"psql", "-XqAt", "-v", "ON_ERROR_STOP=1", "-h", folder_.string(), "-p",
+                         port(), "-U", "postgres", "-d", database, "-c", statement});
     }
     // The same as an account.
-    std::string sqlAs(const std::string& account, const std::string& password, const std::string& statement) const {
-        return shell("PGPASSWORD='" + password + "' psql -XqAt -v ON_ERROR_STOP=1 -h " + folder_.string() + " -p " + port() +
-                     " -U " + account + " -d quorvi -c \"" + statement + "\" 2>&1");
+    std::string sqlAs(const std::string& account, const std::string& password,
+                      const std::string& statement) const {
+        return shell("PGPASSWORD='" + password + "' psql -XqAt -v ON_ERROR_STOP=1 -h " +
+                     folder_.string() + " -p " + port() + " -U " + account + " -d quorvi -c \"" +
+                     statement + "\" 2>&1");
     }
 
     // scripts/cloud-server with what it reads.
-    void manage(const std::string& command, const std::string& account = {}, const std::string& input = {}) const {
+    void manage(const std::string& command, const std::string& account = {},
+                const std::string& input = {}) const {
         const auto file = folder_ / "input";
         std::ofstream(file) << input << '\n';
-        std::vector<std::string> words{"sh", "-c", "exec \"$0\" \"$@\" <" + file.string(),
-                                       QUORVI_TEST_SUPPORT "/../../scripts/cloud-server", command,
-                                       "--database", socketAddress("postgres")};
+        std::vector<std::string> words{"sh",
+                                       "-c",
+                                       "exec \"$0\" \"$@\" <" + file.string(),
+                                       QUORVI_TEST_SUPPORT "/../../scripts/cloud-server",
+                                       command,
+                                       "--database",
+                                       socketAddress("postgres")};
         if (!account.empty()) words.push_back(account);
         outputOf(words);
         std::filesystem::remove(file);
@@ -118,7 +135,8 @@ public:
 private:
     static std::string program(const std::string& name) {
         static const std::string folder = [] {
-            auto output = outputOf({"sh", "-c", "ls -d /usr/lib/postgresql/*/bin | sort -V | tail -n 1"});
+            auto output =
+                outputOf({"sh", "-c", "ls -d /usr/lib/postgresql/*/bin | sort -V | tail -n 1"});
             output.pop_back();
             return output;
         }();
@@ -132,9 +150,13 @@ private:
     }
     static int freePort() {
         const int probe = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        sockaddr_in address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {htonl(INADDR_LOOPBACK)}, .sin_zero = {}};
+        sockaddr_in address{.sin_family = AF_INET,
+                            .sin_port = 0,
+                            .sin_addr = {htonl(INADDR_LOOPBACK)},
+                            .sin_zero = {}};
         socklen_t size = sizeof address;
-        if (bind(probe, reinterpret_cast<sockaddr*>(&address), size) != 0) throw std::runtime_error("no free port");
+        if (bind(probe, reinterpret_cast<sockaddr*>(&address), size) != 0)
+            throw std::runtime_error("no free port");
         getsockname(probe, reinterpret_cast<sockaddr*>(&address), &size);
         close(probe);
         return ntohs(address.sin_port);
@@ -144,7 +166,8 @@ private:
         bool ready = false;
         eventually([&] {
             ready = contentOf(data() + "/postmaster.pid").find("\nready") != std::string::npos &&
-                    contentOf(data() + "/postmaster.pid").starts_with(std::to_string(process_.pid()) + "\n");
+                    contentOf(data() + "/postmaster.pid")
+                        .starts_with(std::to_string(process_.pid()) + "\n");
             return ready || process_.hasEnded();
         });
         return ready;

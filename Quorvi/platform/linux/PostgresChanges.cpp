@@ -21,7 +21,8 @@ struct Token {
         const auto digits = dot == text.npos ? text.size() : dot + 1;
         const auto end = text.data() + text.size();
         const auto [stop, error] = std::from_chars(text.data() + digits, end, token.version);
-        token.valid = dot != text.npos && dot > 0 && error == std::errc{} && stop == end && token.version >= 0;
+        token.valid = dot != text.npos && dot > 0 && error == std::errc{} && stop == end &&
+                      token.version >= 0;
         if (!token.valid) token.version = 0;
         token.subject = text.substr(0, token.valid ? dot : 0);
         return token;
@@ -58,7 +59,14 @@ std::shared_ptr<PostgresJob> request(PostgresQuery query, Promise<T> promise,
 }
 
 // The first row says which zone there is, also when there is no record to speak of.
-enum ZoneColumn { generationColumn, lastVersionColumn, nameColumn, typeColumn, versionColumn, payloadColumn };
+enum ZoneColumn {
+    generationColumn,
+    lastVersionColumn,
+    nameColumn,
+    typeColumn,
+    versionColumn,
+    payloadColumn
+};
 
 CloudRecord recordAt(const PostgresResult& rows, int row, std::string zone) {
     return {.id = {std::move(zone), std::string(rows.text(row, nameColumn))},

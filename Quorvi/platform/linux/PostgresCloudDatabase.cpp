@@ -5,6 +5,7 @@
 
 #include "Quorvi/platform/linux/PostgresChanges.h"
 #include "Quorvi/platform/linux/PostgresSave.h"
+#include "Quorvi/platform/linux/PostgresWorker.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/text/Text.h"
 
@@ -42,7 +43,7 @@ private:
 }  // namespace
 
 PostgresCloudDatabase::PostgresCloudDatabase(Scheduler& scheduler, const std::string& address,
-                                             PasswordProvider password, PostgresTimes times)
+                                             PostgresPassword password, PostgresTimes times)
     : scheduler_(scheduler),
       observers_(std::make_shared<Observers>()),
       pageSize_(firstPage),
@@ -52,7 +53,7 @@ PostgresCloudDatabase::PostgresCloudDatabase(Scheduler& scheduler, const std::st
 PostgresCloudDatabase::~PostgresCloudDatabase() = default;
 
 std::unique_ptr<PostgresWorker> PostgresCloudDatabase::startWorker(const std::string& address,
-                                                                   PasswordProvider password,
+                                                                   PostgresPassword password,
                                                                    PostgresTimes times) {
     // Events that are on their way when the database goes find nobody.
     const auto tell = [this](Observable Observers::*whom) {
@@ -168,8 +169,7 @@ Task<CloudRecord> PostgresCloudDatabase::fetchRecord(CloudRecordID id, std::stop
     co_return co_await future;
 }
 
-Task<CloudZoneChanges> PostgresCloudDatabase::zoneChanges(std::string token,
-                                                          std::stop_token stop) {
+Task<CloudZoneChanges> PostgresCloudDatabase::zoneChanges(std::string token, std::stop_token stop) {
     throwIfStopped(stop);
     Promise<CloudZoneChanges> promise(scheduler_);
     auto future = promise.future(stop);

@@ -6,9 +6,13 @@
 #include <string>
 
 #include "Quorvi/platform/CloudDatabase.h"
-#include "Quorvi/platform/linux/PostgresWorker.h"
+#include "Quorvi/platform/linux/PostgresSettings.h"
+#include "QuorviCore/async/Future.h"
 
 namespace quorvi {
+
+class PostgresJob;
+class PostgresWorker;
 
 // The cloud database in PostgreSQL 15 or newer, or what speaks its protocol, over libpq: see
 // server/postgresql for the tables and scripts/cloud-server for setting one up. The login role is
@@ -20,12 +24,10 @@ namespace quorvi {
 // is at once, or as long as the system looks up the server's name.
 class PostgresCloudDatabase : public CloudDatabase {
 public:
-    using PasswordProvider = PostgresWorker::PasswordProvider;
-
     // With an address that is refused, every operation throws why. The provider is asked on the
     // database's thread before each connection.
     PostgresCloudDatabase(Scheduler& scheduler, const std::string& address,
-                          PasswordProvider password, PostgresTimes times = {});
+                          PostgresPassword password, PostgresTimes times = {});
     ~PostgresCloudDatabase() override;
 
     // Why an address can't be used, as a sentence for the user; nothing when it can.
@@ -60,7 +62,7 @@ private:
     };
 
     std::unique_ptr<PostgresWorker> startWorker(const std::string& address,
-                                                PasswordProvider password, PostgresTimes times);
+                                                PostgresPassword password, PostgresTimes times);
     PostgresWorker& worker() const;
     Page ask(std::string zone, std::string token);
     std::optional<Page> takeAhead(const std::string& zone, const std::string& token);

@@ -72,10 +72,17 @@ void PostgresConnection::advance() {
 void PostgresConnection::connectFurther() {
     const auto stage = PQstatus(connection_.get());
     switch (PQconnectPoll(connection_.get())) {
-        case PGRES_POLLING_READING: events_ = POLLIN; break;
-        case PGRES_POLLING_WRITING: events_ = POLLOUT; break;
-        case PGRES_POLLING_OK: becomeReady(); break;
-        default: lose(whyNotConnected(stage));
+        case PGRES_POLLING_READING:
+            events_ = POLLIN;
+            break;
+        case PGRES_POLLING_WRITING:
+            events_ = POLLOUT;
+            break;
+        case PGRES_POLLING_OK:
+            becomeReady();
+            break;
+        default:
+            lose(whyNotConnected(stage));
     }
 }
 
@@ -106,8 +113,7 @@ CloudError PostgresConnection::whyNotConnected(ConnStatusType stage) const {
     if (PQconnectionNeedsPassword(connection_.get()))
         return CloudError(cloudErrorCode::notAuthenticated,
                           "The database asks for a password, and none is stored.");
-    return CloudError(cloudErrorCode::networkUnavailable,
-                      "The database server can't be reached.");
+    return CloudError(cloudErrorCode::networkUnavailable, "The database server can't be reached.");
 }
 
 CloudError PostgresConnection::whyBroken() const {
@@ -144,14 +150,19 @@ std::optional<PostgresAnswer> PostgresConnection::takeAnswer() {
                 --outstanding_;
                 return std::exchange(answer_, {});
             case PGRES_COMMAND_OK:
-            case PGRES_TUPLES_OK: answer_.result = std::move(result); break;
-            case PGRES_PIPELINE_ABORTED: break;
+            case PGRES_TUPLES_OK:
+                answer_.result = std::move(result);
+                break;
+            case PGRES_PIPELINE_ABORTED:
+                break;
             default: {
                 const auto state = field(result.get(), PG_DIAG_SQLSTATE);
                 // The server's last words on a connection come as an answer to what was asked.
                 if (state.starts_with("57P0")) lastNotice_ = state;
-                answer_.error = state.empty() ? whyBroken()
-                                              : cloudErrorOfState(state, field(result.get(), PG_DIAG_MESSAGE_PRIMARY));
+                answer_.error =
+                    state.empty()
+                        ? whyBroken()
+                        : cloudErrorOfState(state, field(result.get(), PG_DIAG_MESSAGE_PRIMARY));
             }
         }
     }

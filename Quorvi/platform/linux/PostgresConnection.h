@@ -20,8 +20,8 @@ struct PostgresAnswer {
 };
 
 // One connection, which never blocks but for looking up the server's name: its owner polls the
-// descriptor and lets it advance. Queries are pipelined, each a transaction of its own; answers come
-// in their order. libpq keeps the password in memory as long as the connection lives.
+// descriptor and lets it advance. Queries are pipelined, each a transaction of its own; answers
+// come in their order. libpq keeps the password in memory as long as the connection lives.
 class PostgresConnection {
 public:
     enum class State { connecting, ready, lost };
@@ -63,8 +63,8 @@ private:
     short events_ = 0;
     bool broken_ = false;  // nothing more comes or goes, but answers may still lie here
     std::size_t outstanding_ = 0;
-    PostgresAnswer answer_;     // the one that is arriving
-    std::string lastNotice_;    // SQLSTATE of what the server said last without being asked
+    PostgresAnswer answer_;   // the one that is arriving
+    std::string lastNotice_;  // SQLSTATE of what the server said last without being asked
     CloudError failure_;
     Connection connection_;
 };

@@ -95,8 +95,9 @@ bool PostgresQuery::queue(PGconn* connection) const {
         lengths.push_back(static_cast<int>(value.size()));
     }
     const std::vector<int> formats(values_.size(), binary);
-    return PQsendQueryParams(connection, sql_.c_str(), static_cast<int>(values_.size()), types_.data(),
-                             values.data(), lengths.data(), formats.data(), binary) == 1;
+    return PQsendQueryParams(connection, sql_.c_str(), static_cast<int>(values_.size()),
+                             types_.data(), values.data(), lengths.data(), formats.data(),
+                             binary) == 1;
 }
 
 std::int64_t PostgresResult::number(int row, int column) const {

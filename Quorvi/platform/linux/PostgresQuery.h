@@ -51,9 +51,7 @@ public:
     const PGresult* get() const { return result_.get(); }
 
     int rows() const { return PQntuples(result_.get()); }
-    bool isNull(int row, int column) const {
-        return PQgetisnull(result_.get(), row, column) == 1;
-    }
+    bool isNull(int row, int column) const { return PQgetisnull(result_.get(), row, column) == 1; }
     bool boolean(int row, int column) const { return *PQgetvalue(result_.get(), row, column) != 0; }
     std::int64_t number(int row, int column) const;  // of four or eight bytes
     std::string_view text(int row, int column) const {

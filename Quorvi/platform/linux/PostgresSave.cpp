@@ -62,12 +62,14 @@ PostgresSave::Batch PostgresSave::nextBatch() {
         const auto& record = records_[done_];
         if (!isText(record.id.zone) || !isText(record.id.name) || !isText(record.type)) {
             heard_ = true;
-            errors_.emplace(done_, CloudError(cloudErrorCode::invalidArguments, "A name can't be stored."));
+            errors_.emplace(
+                done_, CloudError(cloudErrorCode::invalidArguments, "A name can't be stored."));
             continue;
         }
         if (sizeOf(record) > largestPayload) {
             heard_ = true;
-            errors_.emplace(done_, CloudError(cloudErrorCode::limitExceeded, "A record is too large."));
+            errors_.emplace(done_,
+                            CloudError(cloudErrorCode::limitExceeded, "A record is too large."));
             continue;
         }
         if (!batch.empty() && (record.id.zone != records_[batch.front()].id.zone ||
@@ -127,20 +129,23 @@ void PostgresSave::take(const Batch& batch, const PostgresResult& rows) {
     for (int row = 1; row < rows.rows(); ++row) {
         const auto place = batch.at(static_cast<std::size_t>(rows.number(row, placeColumn)) - 1);
         if (rows.number(row, codeColumn) == cloudErrorCode::unknownItem) {
-            errors_.emplace(place, CloudError(cloudErrorCode::unknownItem, "There is no such record."));
+            errors_.emplace(place,
+                            CloudError(cloudErrorCode::unknownItem, "There is no such record."));
             continue;
         }
         CloudRecord stored{.id = records_[place].id,
                            .type = std::string(rows.text(row, typeColumn)),
                            .payload = rows.bytes(row, payloadColumn),
                            .changeTag = std::to_string(rows.number(row, versionColumn))};
-        errors_.emplace(place, CloudError(cloudErrorCode::serverRecordChanged,
-                                          "The record has changed in the meantime.", {}, std::move(stored)));
+        errors_.emplace(
+            place, CloudError(cloudErrorCode::serverRecordChanged,
+                              "The record has changed in the meantime.", {}, std::move(stored)));
     }
     const auto before = rows.number(0, versionColumn);
     for (std::size_t i = 0; i < batch.size(); ++i)
         if (!errors_.contains(batch[i]))
-            records_[batch[i]].changeTag = std::to_string(before + static_cast<std::int64_t>(i) + 1);
+            records_[batch[i]].changeTag =
+                std::to_string(before + static_cast<std::int64_t>(i) + 1);
 }
 
 void PostgresSave::refuse(const Batch& batch, const CloudError& error) {
@@ -171,8 +176,9 @@ void PostgresSave::finish() {
     results.reserve(records_.size());
     for (std::size_t i = 0; i < records_.size(); ++i) {
         const auto error = errors_.find(i);
-        results.push_back({std::move(records_[i]),
-                           error == errors_.end() ? std::nullopt : std::optional(std::move(error->second))});
+        results.push_back({std::move(records_[i]), error == errors_.end()
+                                                       ? std::nullopt
+                                                       : std::optional(std::move(error->second))});
     }
     promise_.resolve(std::move(results));
 }

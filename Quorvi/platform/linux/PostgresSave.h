@@ -30,9 +30,9 @@ private:
 
     std::vector<CloudRecord> records_;
     std::map<std::size_t, CloudError> errors_;  // by place
-    std::deque<Batch> sent_;                     // whose answers are due
-    std::size_t done_ = 0;                       // records in batches so far
-    bool heard_ = false;                         // something can be said about some of them
+    std::deque<Batch> sent_;                    // whose answers are due
+    std::size_t done_ = 0;                      // records in batches so far
+    bool heard_ = false;                        // something can be said about some of them
     bool finished_ = false;
     Promise<std::vector<CloudSaveResult>> promise_;
 };

@@ -54,7 +54,7 @@ private:
 
 }  // namespace
 
-PostgresWorker::PostgresWorker(PostgresAddress address, PasswordProvider password, Events events,
+PostgresWorker::PostgresWorker(PostgresAddress address, PostgresPassword password, Events events,
                                PostgresTimes times)
     : address_(std::move(address)),
       password_(std::move(password)),
@@ -108,7 +108,9 @@ void PostgresWorker::work() {
         askForChanges();
         sendJobs();
     }
-    const bool waiting = connection_ && (connection_->state() == PostgresConnection::State::connecting || !outstanding_.empty());
+    const bool waiting =
+        connection_ &&
+        (connection_->state() == PostgresConnection::State::connecting || !outstanding_.empty());
     if (!connection_) return;
     if (connection_->state() == PostgresConnection::State::lost) {
         lose(connection_->failure());
@@ -135,7 +137,8 @@ void PostgresWorker::open() {
 void PostgresWorker::beginSession() {
     // A server that lacks one of the settings works without them.
     enqueueFirst(std::make_shared<Errand>(settings, [](const PostgresAnswer&) {}));
-    enqueueFirst(std::make_shared<Errand>(openAccount, [this](const auto& answer) { opened(answer); }));
+    enqueueFirst(
+        std::make_shared<Errand>(openAccount, [this](const auto& answer) { opened(answer); }));
     connection_->flush();
 }
 
@@ -151,8 +154,8 @@ void PostgresWorker::opened(const PostgresAnswer& answer) {
         lose(answer.error.value_or(CloudError(cloudErrorCode::badContainer)));
         return;
     }
-    const auto before = std::exchange(
-        account_, {.id = std::string(answer.result.text(0, 0)), .push = answer.result.boolean(0, 1)});
+    const auto before = std::exchange(account_, {.id = std::string(answer.result.text(0, 0)),
+                                                 .push = answer.result.boolean(0, 1)});
     account_.channel = "quorvi_";
     std::ranges::copy_if(account_.id, std::back_inserter(account_.channel),
                          [](char c) { return c != '-'; });

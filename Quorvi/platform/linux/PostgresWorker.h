@@ -13,40 +13,23 @@
 #include "Quorvi/platform/linux/PostgresAddress.h"
 #include "Quorvi/platform/linux/PostgresConnection.h"
 #include "Quorvi/platform/linux/PostgresJob.h"
-#include "QuorviCore/Secret.h"
+#include "Quorvi/platform/linux/PostgresSettings.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
-
-// How long what may take.
-struct PostgresTimes {
-    Duration connect = std::chrono::seconds(10);
-    // Without a byte going either way while an answer is due.
-    Duration response = std::chrono::seconds(30);
-    // A connection that nobody needs is kept this long.
-    Duration idle = std::chrono::seconds(60);
-    // Between two questions for changes where the server announces none.
-    Duration poll = std::chrono::seconds(5);
-    // Until a lost subscription is tried again; twice as long each time.
-    Duration firstRetry = std::chrono::seconds(1);
-    Duration lastRetry = std::chrono::seconds(60);
-};
 
 // The thread that drives the connection to one database: opens it when there is something to do,
 // sends jobs in the order given, a few ahead of the answers, and sleeps otherwise. With a
 // subscription it keeps the connection, and opens it again when it is lost.
 class PostgresWorker {
 public:
-    // Asked on the worker's thread before each connection; may wait, and gives up on the stop.
-    // Nothing means that libpq looks in its usual files.
-    using PasswordProvider = std::function<std::optional<Secret>(std::stop_token)>;
     // Called on the worker's thread.
     struct Events {
         std::function<void()> remoteChange;
         std::function<void()> accountChange;
     };
 
-    PostgresWorker(PostgresAddress address, PasswordProvider password, Events events,
+    PostgresWorker(PostgresAddress address, PostgresPassword password, Events events,
                    PostgresTimes times);
     // What is under way fails with Cancelled.
     ~PostgresWorker();
@@ -74,7 +57,7 @@ private:
     void enqueueFirst(std::shared_ptr<PostgresJob> job);
 
     const PostgresAddress address_;
-    const PasswordProvider password_;
+    const PostgresPassword password_;
     const Events events_;
     const PostgresTimes times_;
     const Descriptor wake_;  // an eventfd
@@ -92,7 +75,7 @@ private:
     bool subscribed_ = false;
     bool listening_ = false;
     std::optional<std::int64_t> lastVersion_;  // that a question for changes gave
-    TimePoint deadline_;                        // of the connection, or of the next byte
+    TimePoint deadline_;                       // of the connection, or of the next byte
     TimePoint idleSince_;
     TimePoint nextPoll_;
     TimePoint retryAt_;
@@ -106,7 +89,8 @@ private:
 // Asks the server to announce changes. One that can't is asked for them instead.
 class PostgresSubscription : public PostgresJob {
 public:
-    explicit PostgresSubscription(PostgresWorker& worker, std::optional<Promise<void>> promise = {});
+    explicit PostgresSubscription(PostgresWorker& worker,
+                                  std::optional<Promise<void>> promise = {});
 
     std::optional<PostgresQuery> next(const PostgresAccount& account) override;
     void answered(const PostgresAnswer& answer) override;
