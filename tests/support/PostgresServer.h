@@ -24,10 +24,10 @@ namespace quorvi::test {
 // runs as the user postgres.
 class PostgresServer {
 public:
-    // `settings` as for the server's command line: NAME=value. `host` is where it listens.
-    explicit PostgresServer(std::vector<std::string> settings = {},
-                            const std::string& host = "127.0.0.1")
-        : settings_(std::move(settings)), host_(host), port_(freePort()) {
+    // It listens on `host`; `prefix` begins the command that starts it.
+    explicit PostgresServer(const std::string& host = "127.0.0.1",
+                            std::vector<std::string> prefix = {})
+        : prefix_(std::move(prefix)), host_(host), port_(freePort()) {
         std::string pattern = "/tmp/quorvi-postgres-XXXXXX";
         if (!mkdtemp(pattern.data())) throw std::runtime_error("no folder for a server");
         folder_ = pattern;
@@ -64,10 +64,11 @@ public:
                                          "fsync=off",
                                          "-c",
                                          "max_connections=40"};
-        for (const auto& setting : settings_) command.insert(command.end(), {"-c", setting});
+        command = asServer(std::move(command));
+        command.insert(command.begin(), prefix_.begin(), prefix_.end());
         // After a crash the processes that the dead server left behind take a moment to go.
         const bool started = eventually([&] {
-            if (process_.pid() < 0 || process_.hasEnded()) process_ = Process(asServer(command));
+            if (process_.pid() < 0 || process_.hasEnded()) process_ = Process(command);
             return eventuallyReady();
         });
         if (!started) throw std::runtime_error("the server did not start");
@@ -78,8 +79,14 @@ public:
         process_.signal(SIGINT);
         process_.wait();
     }
-    // In the midst of whatever it does.
-    void kill() { process_.kill(); }
+    // With all its processes, in the midst of whatever they do.
+    void kill() {
+        const auto pid = std::to_string(process_.pid());
+        shell("kill -9 " + pid + " $(ps -o pid= --ppid " + pid + ")");
+        process_.wait();
+    }
+    void freeze() const { process_.freeze(); }
+    void thaw() const { process_.thaw(); }
     pid_t pid() const { return process_.pid(); }
 
     // What the database answers an administrator, a line for each row.
@@ -173,7 +180,7 @@ private:
         return ready;
     }
 
-    const std::vector<std::string> settings_;
+    const std::vector<std::string> prefix_;
     const std::string host_;
     const int port_;
     std::filesystem::path folder_;

@@ -1,6 +1,8 @@
 #include "Quorvi/platform/linux/PostgresConnection.h"
 
+#include <linux/sockios.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 
 #include <utility>
 #include <vector>
@@ -67,6 +69,11 @@ void PostgresConnection::advance() {
         broken_ |= !PQconsumeInput(connection_.get());
         flush();
     }
+}
+
+int PostgresConnection::unacknowledged() const {
+    int bytes = 0;
+    return ::ioctl(descriptor(), SIOCOUTQ, &bytes) == 0 ? bytes : 0;
 }
 
 void PostgresConnection::connectFurther() {

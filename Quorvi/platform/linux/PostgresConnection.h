@@ -36,6 +36,8 @@ public:
 
     int descriptor() const { return PQsocket(connection_.get()); }
     short events() const { return events_; }
+    // Bytes that have left this process and not been acknowledged by the other end.
+    int unacknowledged() const;
     // When the descriptor is ready for what it was polled for.
     void advance();
 

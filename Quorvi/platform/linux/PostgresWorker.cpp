@@ -114,12 +114,28 @@ void PostgresWorker::work() {
     if (!connection_) return;
     if (connection_->state() == PostgresConnection::State::lost) {
         lose(connection_->failure());
-    } else if (waiting && now() >= deadline_) {
+    } else if (waiting && isSilent()) {
         lose(CloudError(cloudErrorCode::networkFailure, "The database server does not answer."));
     } else if (!waiting && !subscribed_ && queue_.empty() && now() >= idleSince_ + times_.idle) {
         connection_.reset();
         session_ = false;
     }
+}
+
+// From now on, the other end has a while to show that it is alive.
+void PostgresWorker::expectAnswer() {
+    deadline_ = now() + times_.response;
+    unacknowledged_ = connection_->unacknowledged();
+}
+
+bool PostgresWorker::isSilent() {
+    if (now() < deadline_) return false;
+    // A slow link may take long to carry what the system has taken from us.
+    if (connection_->state() == PostgresConnection::State::connecting ||
+        connection_->unacknowledged() >= unacknowledged_)
+        return true;
+    expectAnswer();
+    return false;
 }
 
 void PostgresWorker::dropAbandoned() {
@@ -144,8 +160,8 @@ void PostgresWorker::beginSession() {
 
 // Sends a query of the worker's own, whatever else there is to send.
 void PostgresWorker::enqueueFirst(std::shared_ptr<PostgresJob> job) {
-    if (outstanding_.empty()) deadline_ = now() + times_.response;
     if (const auto query = job->next(account_)) connection_->send(*query);
+    if (outstanding_.empty()) expectAnswer();
     outstanding_.push_back(std::move(job));
 }
 
@@ -201,21 +217,21 @@ void PostgresWorker::sendJobs() {
             queue_.pop_front();
             continue;
         }
-        if (outstanding_.empty()) deadline_ = now() + times_.response;
-        outstanding_.push_back(job);
         connection_->send(*query);
+        if (outstanding_.empty()) expectAnswer();
+        outstanding_.push_back(job);
     }
     if (connection_) connection_->flush();
 }
 
-void PostgresWorker::lose(const CloudError& why) {
+void PostgresWorker::lose(CloudError why) {
     const bool refused = why.code() == cloudErrorCode::notAuthenticated;
     connection_.reset();
     session_ = false;
     listening_ = false;
     retryAt_ = now() + retryAfter_;
     retryAfter_ = std::min(retryAfter_ * 2, times_.lastRetry);
-    failAll(std::make_exception_ptr(CloudError(why)));
+    failAll(std::make_exception_ptr(std::move(why)));
     // Who was let in before and is not any more.
     if (refused && !std::exchange(account_, {}).id.empty()) events_.accountChange();
 }
@@ -249,9 +265,8 @@ void PostgresWorker::wait() {
         ::eventfd_read(wake_.get(), &ignored);
     }
     if (!ready[1].revents) return;
-    if (connection_->state() == PostgresConnection::State::ready)
-        deadline_ = now() + times_.response;
     connection_->advance();
+    if (connection_->state() == PostgresConnection::State::ready) expectAnswer();
 }
 
 PostgresSubscription::PostgresSubscription(PostgresWorker& worker,

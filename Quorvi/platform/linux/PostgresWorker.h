@@ -52,7 +52,9 @@ private:
     void sendJobs();
     void takeAnswers();
     void askForChanges();
-    void lose(const CloudError& why);
+    void expectAnswer();
+    bool isSilent();
+    void lose(CloudError why);
     void failAll(const std::exception_ptr& why);
     void enqueueFirst(std::shared_ptr<PostgresJob> job);
 
@@ -76,6 +78,7 @@ private:
     bool listening_ = false;
     std::optional<std::int64_t> lastVersion_;  // that a question for changes gave
     TimePoint deadline_;                       // of the connection, or of the next byte
+    int unacknowledged_ = 0;                   // bytes, when the deadline was set
     TimePoint idleSince_;
     TimePoint nextPoll_;
     TimePoint retryAt_;
