@@ -183,6 +183,7 @@ void FolderCloud::note(Entry entry) {
     folderlog::appendEntry(bytes, entry);
     const auto start = index.machine(opened_->self).covered + 1;
     takeWritten(bytes, opened_->writer->append(bytes, start));
+    opened_->writer->sync();
 }
 
 void FolderCloud::saveZone(const std::string& zone) {
@@ -203,6 +204,31 @@ void FolderCloud::deleteZone(const std::string& zone) {
 }
 
 std::vector<CloudSaveResult> FolderCloud::saveRecords(std::vector<CloudRecord> records) {
+    std::vector<std::vector<CloudRecord>> batches;
+    batches.push_back(std::move(records));
+    auto outcome = std::move(saveTogether(std::move(batches)).front());
+    if (outcome.failure) std::rethrow_exception(outcome.failure);
+    return std::move(outcome.results);
+}
+
+std::vector<FolderCloud::Outcome> FolderCloud::saveTogether(
+    std::vector<std::vector<CloudRecord>> batches) {
+    std::vector<Outcome> outcomes(batches.size());
+    for (std::size_t i = 0; i < batches.size(); ++i) try {
+            outcomes[i].results = write(std::move(batches[i]));
+        } catch (const CloudError&) {
+            outcomes[i].failure = std::current_exception();
+        }
+    try {
+        if (opened_) opened_->writer->sync();
+    } catch (const CloudError&) {
+        opened_.reset();  // what is there has to be read anew
+        for (auto& outcome : outcomes) outcome = {{}, std::current_exception()};
+    }
+    return outcomes;
+}
+
+std::vector<CloudSaveResult> FolderCloud::write(std::vector<CloudRecord> records) {
     auto& index = ready().index;
     std::vector<CloudSaveResult> results;
     results.reserve(records.size());
