@@ -21,6 +21,8 @@ namespace {
 // Numbers taken at a time: the machine's file is written once for so many entries.
 constexpr std::uint64_t reservation = 1 << 20;
 
+constexpr auto isNotThere = "A file of the folder is not there.";
+
 CloudSaveResult refused(CloudRecord record, int code, const char* why,
                         std::optional<CloudRecord> stored = std::nullopt) {
     return {std::move(record), CloudError(code, why, std::nullopt, std::move(stored))};
@@ -260,9 +262,13 @@ std::vector<CloudSaveResult> FolderCloud::write(std::vector<CloudRecord> records
         if (winner) {
             if (record.changeTag != tagOf(winner->machine, winner->item->clock,
                                           winner->item->number)) {
-                auto stored = recordAt(*winner);
-                results.push_back(refused(std::move(record), cloudErrorCode::serverRecordChanged,
-                                          "The record has changed.", std::move(stored)));
+                FolderBodies bodies(opened_->segments);
+                auto stored = read(bodies, winner->machine, *winner->item);
+                results.push_back(stored ? refused(std::move(record),
+                                                   cloudErrorCode::serverRecordChanged,
+                                                   "The record has changed.", std::move(stored))
+                                         : refused(std::move(record),
+                                                   cloudErrorCode::networkFailure, isNotThere));
                 continue;
             }
             entry.parent.emplace(
@@ -314,7 +320,7 @@ std::optional<CloudRecord> FolderCloud::read(FolderBodies& bodies, std::uint32_t
 CloudRecord FolderCloud::recordAt(const FolderIndex::Winner& winner) {
     FolderBodies bodies(opened_->segments);
     auto record = read(bodies, winner.machine, *winner.item);
-    if (!record) fail(cloudErrorCode::networkFailure, "A file of the folder is not there.");
+    if (!record) fail(cloudErrorCode::networkFailure, isNotThere);
     return std::move(*record);
 }
 
@@ -428,7 +434,7 @@ void FolderCloud::compact() {
         if (!index.isNeeded(item)) continue;
         const auto body = bodies.read({opened.self, item.segment, item.offset, item.length});
         // Somebody has damaged the log; what is left of it stays as it is.
-        if (!body) fail(cloudErrorCode::networkFailure, "A file of the folder is not there.");
+        if (!body) fail(cloudErrorCode::networkFailure, isNotThere);
         if (piece.size() > limits_.segmentSize / 2) finishPiece(last);
         folderlog::appendEntry(piece, *folderlog::readBody(*body));
         last = item.number;
