@@ -81,14 +81,18 @@ CommandLine CommandLine::parse() {
     const QCommandLineOption removeKey(
         QStringLiteral("remove-key"),
         QStringLiteral("By itself: removes the API key from the keyring and ends."));
-    parser.addOptions({storeKey, removeKey, shortcut, mode, stages});
+    const QCommandLineOption cloudCheck(
+        QStringLiteral("cloud-release-check"),
+        QStringLiteral("By itself: writes to the cloud database, reads it back, cleans up, says how "
+                       "it went and ends, with status 2 when no account is signed in."));
+    parser.addOptions({storeKey, removeKey, cloudCheck, shortcut, mode, stages});
     if (!parser.parse(QCoreApplication::arguments())) complain(parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) parser.showHelp();
     if (parser.isSet(QStringLiteral("version"))) parser.showVersion();
     if (!parser.positionalArguments().isEmpty())
         complain(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments()[0]));
 
-    for (const auto& option : {storeKey, removeKey})
+    for (const auto& option : {storeKey, removeKey, cloudCheck})
         if (parser.isSet(option))
             complain(QStringLiteral("--%1 stands by itself").arg(option.names()[0]));
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "Quorvi/app/Application.h"
+#include "Quorvi/app/CloudCheckCommand.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/KeyCommand.h"
 
@@ -58,6 +59,8 @@ int main(int argc, char** argv) {
     if (argc == 2)
         if (const auto command = quorvi::keyCommandFromArgument(argv[1]))
             return quorvi::runKeyCommand(*command);
+    if (argc == 2 && std::string_view(argv[1]) == quorvi::cloudCheckArgument)
+        return quorvi::runCloudCheck();
     const char* display = std::getenv("DISPLAY");
     if (!display || !*display) {
         std::fprintf(stderr, "quorvi: There is no X display. Start Quorvi on a desktop.\n");

@@ -16,6 +16,7 @@ inline constexpr std::string_view hotkey = "hotkey";
 inline constexpr std::string_view learnCorrectionsAutomatically = "learnCorrectionsAutomatically";
 inline constexpr std::string_view keepTranscripts = "keepTranscripts";
 inline constexpr std::string_view transcriptRetention = "transcriptRetention";
+inline constexpr std::string_view cloudDatabase = "cloudDatabase";  // an address
 inline constexpr std::string_view hasLaunched = "hasLaunchedQuorvi";
 inline constexpr std::string_view obsoleteLanguage = "language";  // removed wherever it is found
 

@@ -73,6 +73,13 @@ bool FakeCloudServer::hasZone(const std::string& user, const std::string& zone) 
     return found != accounts_.end() && found->second.zones.contains(zone);
 }
 
+std::vector<std::string> FakeCloudServer::zones(const std::string& user) const {
+    std::vector<std::string> names;
+    if (const auto found = accounts_.find(user); found != accounts_.end())
+        for (const auto& [name, zone] : found->second.zones) names.push_back(name);
+    return names;
+}
+
 void FakeCloudServer::push(const std::string& user, const FakeCloudDatabase* author) {
     std::erase_if(pushes_, [this](const auto& push) { return push.first < scheduler_.now(); });
     for (auto* device : devices_) {
@@ -231,6 +238,7 @@ Task<CloudRecord> FakeCloudDatabase::fetchRecord(CloudRecordID id, std::stop_tok
         throw CloudError(cloudErrorCode::zoneNotFound, "There is no such zone.");
     auto record = server_.record(user_, id);
     if (!record) throw CloudError(cloudErrorCode::unknownItem, "There is no such record.");
+    if (damagesPayloads && record->payload) record->payload->push_back(0);
     co_return std::move(*record);
 }
 

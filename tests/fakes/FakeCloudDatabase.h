@@ -32,6 +32,7 @@ public:
     std::map<std::string, CloudRecord> records(const std::string& user,
                                                const std::string& zone) const;
     bool hasZone(const std::string& user, const std::string& zone) const;
+    std::vector<std::string> zones(const std::string& user) const;
     // Removes one record on the server's side; the machines are told.
     void deleteRecord(const std::string& user, const CloudRecordID& id);
 
@@ -132,6 +133,7 @@ public:
     std::size_t pageSize = 400;   // records of one page
     bool reversesPages = false;   // records of a page come in another order
     bool repeatsRecords = false;  // each page brings the last records of the page before again
+    bool damagesPayloads = false;  // of records that are fetched by their name
     int lostAnswers = 0;          // so many saves happen, and end with networkFailure
 
     std::map<CloudOperation, int> calls;

@@ -1,13 +1,10 @@
 // The history on a real disk that fails, and in a process that is killed.
 
 #include <gtest/gtest.h>
-#include <linux/capability.h>
-#include <sched.h>
 #include <signal.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,6 +17,7 @@
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/support/GeneratedHistory.h"
+#include "tests/support/OwnProcess.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/Waiting.h"
 
@@ -57,37 +55,6 @@ struct Application {
     const Calendar calendar{"Europe/Athens", "en_US"};
     HistoryStore store;
 };
-
-// Runs checks in a process of their own, whose mounts and limits and user may be changed.
-void inAProcessOfItsOwn(const std::function<void()>& checks) {
-    std::fflush(nullptr);
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        try {
-            checks();
-        } catch (const std::exception& error) {
-            ADD_FAILURE() << error.what();
-        }
-        std::fflush(nullptr);
-        _exit(testing::Test::HasFailure() ? 1 : 0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
-}
-
-bool makeOwnMounts() {
-    return unshare(CLONE_NEWNS) == 0 &&
-           mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
-
-// Gives up what lets root pass by the permissions of files.
-void obeyPermissions() {
-    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
-    __user_cap_data_struct none[2]{};
-    ASSERT_EQ(syscall(SYS_capset, &header, none), 0);
-}
 
 DictationRecords generated(std::size_t count, unsigned seed = 1) {
     return DictationRecords(GeneratedHistory(count, {800'000'000}, seed).take());

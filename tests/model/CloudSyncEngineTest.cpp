@@ -308,32 +308,26 @@ TEST_F(CloudSyncEngineTest, TellsARefusedRecordAndSendsItAgainOnlyInTheNextCall)
 TEST_F(CloudSyncEngineTest, ThrowsWhatConcernsTheWholeDatabaseAndKeepsWhatIsPending) {
     engine->state().add(PendingDatabaseChange::saveZone(zone));
     editMany(2500);
-    for (const int code : {cloudErrorCode::networkUnavailable, cloudErrorCode::notAuthenticated,
-                           cloudErrorCode::requestRateLimited}) {
-        const auto expected = "code " + std::to_string(code);
-        for (const auto operation : {Op::userRecordName, Op::saveZone, Op::saveRecords}) {
+    for (const auto operation : {Op::userRecordName, Op::saveZone, Op::saveRecords})
+        for (const int code : {cloudErrorCode::networkUnavailable, cloudErrorCode::notAuthenticated,
+                               cloudErrorCode::requestRateLimited}) {
             device.fail(operation, CloudError(code, "down", 12s));
-            if (operation == Op::userRecordName) start(recorder.state);
-            if (operation == Op::userRecordName) {
-                engine->state().add(PendingDatabaseChange::saveZone(zone));
-                editMany(2500);
-            }
-            if (operation == Op::userRecordName && !recorder.state.empty()) {
-                device.succeed(operation);  // it remembers the user and does not ask
-                continue;
-            }
             Outcome outcome(engine->sendChanges());
             settle();
-            EXPECT_EQ(outcome.text, expected) << static_cast<int>(operation);
+            EXPECT_EQ(outcome.text, "code " + std::to_string(code)) << static_cast<int>(operation);
             EXPECT_EQ(outcome.retryAfter, Duration(12s));
+            EXPECT_EQ(pendingNames().at(0), "r0");
             if (operation == Op::saveZone) {
                 EXPECT_EQ(recorder.failures.at(zone).code(), code);
                 EXPECT_EQ(engine->state().pendingDatabaseChanges().size(), 1u);
             }
+            if (operation == Op::userRecordName) {
+                device.fail(operation, CloudError(code));
+                EXPECT_EQ(fetch(), "code " + std::to_string(code));
+            }
         }
-        device.fail(Op::zoneChanges, CloudError(code));
-        EXPECT_EQ(fetch(), expected);
-    }
+    device.fail(Op::zoneChanges, CloudError(cloudErrorCode::serviceUnavailable));
+    EXPECT_EQ(fetch(), "code 6");
     EXPECT_EQ(send(), "done");
     EXPECT_EQ(server.records(user, zone).size(), 2500u);
     EXPECT_EQ(pending(), 0u);
@@ -560,7 +554,7 @@ TEST_F(CloudSyncEngineTest, EndsCleanlyAtAnyMomentAndGoesOnFromThere) {
         };
         if (held) device.hold(*held);
         both[0].emplace(engine->sendChanges(stop.get_token()));
-        both[1].emplace(engine->fetchChanges(stop.get_token()));
+        if (engine) both[1].emplace(engine->fetchChanges(stop.get_token()));
         settle();
         if (held) {
             EXPECT_EQ(device.waiting(*held), 1u);
@@ -570,7 +564,7 @@ TEST_F(CloudSyncEngineTest, EndsCleanlyAtAnyMomentAndGoesOnFromThere) {
         }
         settle();
         const auto told = recorder.events;
-        if (isReached) {
+        if (isReached && both[1]) {
             const std::string expected = how == "cancel" ? "code 20" : "cancelled";
             EXPECT_TRUE(both[1]->text == expected || (both[1]->text == "done" && !held)) << how;
             if (how == "destroy" && !held) {

@@ -1,0 +1,60 @@
+#include "Quorvi/app/CloudCheckCommand.h"
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <exception>
+#include <optional>
+#include <string>
+
+#include "Quorvi/app/CloudDatabases.h"
+#include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/dictation/PreferenceKeys.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/PosixFileStore.h"
+#include "Quorvi/platform/linux/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/sync/CloudReleaseCheck.h"
+
+namespace quorvi {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Duration patience = 5min;
+
+void print(const std::string& line) {
+    std::printf("%s\n", line.c_str());
+    std::fflush(stdout);
+}
+
+Task<void> check(CloudDatabase& database, std::optional<std::int32_t>& status) {
+    auto running = CloudReleaseCheck::run(database, print);
+    status = co_await running;
+}
+
+}  // namespace
+
+int runCloudCheck() {
+    try {
+        LoopScheduler scheduler;
+        PosixFileStore files;
+        SerialExecutor disk("preferences");
+        SerialExecutor cloud("cloud");
+        const PropertyListPreferences preferences(files, preferencesFile(), disk, scheduler);
+        const auto address = preferences.string(preferenceKey::cloudDatabase).value_or("");
+        const auto database =
+            openCloudDatabase(address, {scheduler, cloud, UserFolders::find().data});
+        std::optional<std::int32_t> status;
+        auto task = check(*database, status);
+        task.start();
+        if (scheduler.runUntil([&] { return status.has_value(); }, patience)) return *status;
+        print("Cloud check failed: The database did not answer.");
+    } catch (const std::exception& error) {
+        print(std::string("Cloud check failed: ") + error.what());
+    }
+    return 1;
+}
+
+}  // namespace quorvi

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "Quorvi/platform/CloudDatabase.h"
+#include "QuorviCore/async/Executor.h"
+
+namespace quorvi {
+
+// What a database may need; it outlives it.
+struct CloudDatabaseEnvironment {
+    Scheduler& scheduler;
+    Executor& executor;               // for the database alone
+    std::filesystem::path userData;   // the program's folder for what is the user's
+};
+
+// The database at an address, as the preference "cloudDatabase" holds it:
+//     folder:/absolute/path   a folder that the user's machines share
+// Without an address it is a folder in the user's data. Connects to nothing yet. Throws
+// std::invalid_argument, with a sentence for the user, for an address that makes no sense.
+std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
+                                                 const CloudDatabaseEnvironment& environment);
+
+}  // namespace quorvi

@@ -1,0 +1,34 @@
+#include <gtest/gtest.h>
+
+#include "Quorvi/platform/linux/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "tests/support/CloudContract.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::test {
+namespace {
+
+struct FolderRig {
+    CloudDatabase& first() { return first_; }
+    CloudDatabase& second() { return second_; }
+    CloudDatabase& stranger() { return stranger_; }
+    bool runUntil(const std::function<bool()>& done) { return until(loop_, done); }
+
+    FolderCloudDatabase::Place place(const char* folder, const char* device) {
+        return {home_.path() / folder, home_.path() / "devices" / device};
+    }
+
+    TestFolder home_;
+    LoopScheduler loop_;
+    SerialExecutor executors_[3]{SerialExecutor("first"), SerialExecutor("second"),
+                                 SerialExecutor("stranger")};
+    FolderCloudDatabase first_{loop_, executors_[0], place("shared", "first")};
+    FolderCloudDatabase second_{loop_, executors_[1], place("shared", "second")};
+    FolderCloudDatabase stranger_{loop_, executors_[2], place("elsewhere", "stranger")};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Folder, CloudContract, FolderRig);
+
+}  // namespace
+}  // namespace quorvi::test

@@ -1,0 +1,560 @@
+// The shared folder with a file synchroniser at work, and on bad days of the file system.
+
+#include "Quorvi/platform/linux/FolderCloud.h"
+
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <memory>
+#include <random>
+#include <sstream>
+#include <thread>
+
+#include "tests/support/FullDisk.h"
+#include "tests/support/OwnProcess.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto zone = "Zone";
+
+CloudRecord record(const std::string& name, const std::string& text, const std::string& tag = {}) {
+    return {{zone, name}, "Item", bytesOf(text), tag};
+}
+
+std::string textIn(const CloudRecord& one) {
+    return std::string(textOf(*one.payload));
+}
+
+// The code of the error that the work ends with; 0 when there is none.
+int codeOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const CloudError& error) {
+        return error.code();
+    }
+    return 0;
+}
+
+// A machine with a folder, and what it has learnt.
+struct Machine {
+    Machine(const fs::path& folder_, const fs::path& file_, FolderCloud::Limits limits_ = {})
+        : folder(folder_), file(file_), limits(limits_) {
+        restart();
+    }
+    void restart() {
+        cloud.reset();
+        cloud = std::make_unique<FolderCloud>(folder, file, limits);
+    }
+    // Returns the new tag.
+    std::string save(const std::string& name, const std::string& text,
+                     const std::string& tag = {}) {
+        const auto results = cloud->saveRecords({record(name, text, tag)});
+        if (results.at(0).error) throw *results[0].error;
+        return results[0].record.changeTag;
+    }
+    std::size_t fetch() {
+        std::size_t count = 0;
+        for (bool more = true; more;) {
+            auto page = cloud->recordChanges(zone, token);
+            count += page.modified.size();
+            for (auto& one : page.modified) records[one.id.name] = std::move(one);
+            token = page.token;
+            more = page.more;
+        }
+        return count;
+    }
+    std::string text(const std::string& name) {
+        return records.contains(name) ? textIn(records[name]) : "(none)";
+    }
+
+    fs::path folder, file;
+    FolderCloud::Limits limits;
+    std::unique_ptr<FolderCloud> cloud;
+    std::string token;
+    std::map<std::string, CloudRecord> records;
+};
+
+// Three machines, each with a copy of the folder, and a synchroniser that brings over pieces of
+// files in any order. What a machine saves is everything it knows of the record and a new word, so
+// at the end everyone must know every word that was ever saved.
+class Wanderer {
+public:
+    explicit Wanderer(unsigned seed) : random_(seed) {
+        for (int i = 0; i < machines; ++i) {
+            machines_.push_back(std::make_unique<Machine>(
+                home_.path() / ("copy" + std::to_string(i)),
+                home_.path() / ("machine" + std::to_string(i)),
+                FolderCloud::Limits{.recordsPerPage = 3,
+                                    .bytesPerPage = 1000,
+                                    .segmentSize = 600,
+                                    .smallLog = 500,
+                                    .segments = 5}));
+            machines_.back()->cloud->saveZone(zone);
+        }
+        words_.resize(machines);
+    }
+
+    void wander(int steps) {
+        for (int step = 0; step < steps; ++step) {
+            const auto who = static_cast<std::size_t>(pick(machines));
+            switch (pick(10)) {
+                case 0: machines_[who]->restart(); break;
+                case 1: machines_[who]->cloud->compact(); break;
+                case 2:
+                case 3: fetch(who); break;
+                case 4:
+                case 5: edit(who, "r" + std::to_string(pick(6))); break;
+                case 6: machines_[who]->token.clear(); break;
+                default: synchronise(); break;
+            }
+        }
+    }
+
+    void finish() {
+        for (int round = 0; round < 2; ++round) {
+            for (auto& from : machines_)
+                for (auto& to : machines_)
+                    if (from != to) mirror(*from, *to);
+            for (std::size_t who = 0; who < machines; ++who) fetch(who);
+        }
+        const auto& first = *machines_[0];
+        for (std::size_t who = 0; who < machines; ++who) {
+            for (const auto& [name, all] : said_)
+                EXPECT_EQ(words_[who][name], all) << "machine " << who << ", " << name;
+            // All choose the same version, whether they have come here slowly or start afresh.
+            Machine fresh(machines_[who]->folder, home_.path() / "fresh" / std::to_string(who));
+            for (const auto& [name, all] : said_) {
+                const auto chosen = first.cloud->fetchRecord({zone, name});
+                EXPECT_EQ(machines_[who]->cloud->fetchRecord({zone, name}), chosen);
+                EXPECT_EQ(fresh.cloud->fetchRecord({zone, name}), chosen);
+            }
+        }
+    }
+
+private:
+    static constexpr int machines = 3;
+    using Words = std::set<std::string>;
+
+    int pick(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
+
+    static Words wordsIn(const CloudRecord& one) {
+        std::istringstream stream(textIn(one));
+        return {std::istream_iterator<std::string>(stream), {}};
+    }
+    void learn(std::size_t who, const CloudRecord& one) {
+        auto& known = words_[who][one.id.name];
+        known.merge(wordsIn(one));
+        machines_[who]->records[one.id.name] = one;
+    }
+    void fetch(std::size_t who) {
+        auto& machine = *machines_[who];
+        for (bool more = true; more;) {
+            const auto page = machine.cloud->recordChanges(zone, machine.token);
+            for (const auto& one : page.modified) learn(who, one);
+            machine.token = page.token;
+            more = page.more;
+        }
+    }
+    void edit(std::size_t who, const std::string& name) {
+        auto& machine = *machines_[who];
+        const auto word = "w" + std::to_string(++count_);
+        for (int tries = 0; tries < 3; ++tries) {
+            std::string text = word;
+            for (const auto& known : words_[who][name]) text += " " + known;
+            const auto result = machine.cloud->saveRecords(
+                {record(name, text, machine.records[name].changeTag)})[0];
+            if (!result.error) {
+                learn(who, result.record);
+                said_[name].insert(word);
+                return;
+            }
+            // A file that has become shorter may have taken what was known with it.
+            if (result.error->code() == cloudErrorCode::unknownItem) {
+                machine.records[name].changeTag.clear();
+                continue;
+            }
+            if (result.error->code() == cloudErrorCode::networkFailure) return;
+            ASSERT_EQ(result.error->code(), cloudErrorCode::serverRecordChanged);
+            learn(who, *result.error->serverRecord());
+        }
+        ADD_FAILURE() << "never accepted";
+    }
+
+    static fs::path ownFolder(Machine& machine) { return machine.cloud->ownFolder(); }
+    static fs::path copyOf(Machine& from, Machine& to) {
+        return to.folder / ownFolder(from).filename();
+    }
+    // One file, or a part of it, or its deletion, to another machine.
+    void synchronise() {
+        auto& from = *machines_[static_cast<std::size_t>(pick(machines))];
+        auto& to = *machines_[static_cast<std::size_t>(pick(machines))];
+        if (&from == &to) return;
+        const auto source = ownFolder(from), target = copyOf(from, to);
+        fs::create_directories(target);
+        std::vector<fs::path> here, gone;
+        for (const auto& one : fs::directory_iterator(source)) here.push_back(one.path());
+        for (const auto& one : fs::directory_iterator(target))
+            if (!fs::exists(source / one.path().filename())) gone.push_back(one.path());
+        if (!gone.empty() && pick(2)) {
+            fs::remove(gone[static_cast<std::size_t>(pick(static_cast<int>(gone.size())))]);
+            return;
+        }
+        if (here.empty()) return;
+        const auto& chosen = here[static_cast<std::size_t>(pick(static_cast<int>(here.size())))];
+        auto content = contentOf(chosen);
+        if (pick(3) == 0) content.resize(content.size() * static_cast<unsigned>(pick(8)) / 8);
+        if (pick(5) == 0) content.resize(content.size() + 30);  // zeros ahead of their content
+        std::ofstream(target / chosen.filename(), std::ios::binary) << content;
+        if (pick(5) == 0) {
+            std::ofstream(target / ".syncthing.00000001.log.tmp") << content;
+            std::ofstream(target / "00000001.sync-conflict-20260101-000000-ABCDEFG.log")
+                << "a conflict";
+            std::ofstream(to.folder / "Notes.txt") << "of the user's";
+        }
+    }
+    void mirror(Machine& from, Machine& to) {
+        const auto source = ownFolder(from), target = copyOf(from, to);
+        fs::remove_all(target);
+        fs::copy(source, target, fs::copy_options::recursive);
+    }
+
+    std::mt19937 random_;
+    TestFolder home_{true};
+    std::vector<std::unique_ptr<Machine>> machines_;
+    std::vector<std::map<std::string, Words>> words_;  // known to each machine, of each record
+    std::map<std::string, Words> said_;                // acknowledged
+    int count_ = 0;
+};
+
+TEST(FolderCloud, LosesNothingWhateverTheSynchroniserDoes) {
+    const auto variable = [](const char* name, int standard) {
+        const char* value = std::getenv(name);
+        return value ? std::atoi(value) : standard;
+    };
+    const int first = variable("QUORVI_SEED", 1), rounds = variable("QUORVI_ROUNDS", 200);
+    for (int seed = first; seed < first + rounds; ++seed) {
+        SCOPED_TRACE("QUORVI_SEED=" + std::to_string(seed));
+        try {
+            Wanderer wanderer(static_cast<unsigned>(seed));
+            wanderer.wander(150);
+            wanderer.finish();
+        } catch (const std::exception& error) {
+            ADD_FAILURE() << error.what();
+        }
+        if (testing::Test::HasFailure()) return;
+    }
+}
+
+TEST(FolderCloud, WaitsForATailAtEveryByte) {
+    const TestFolder home;
+    Machine writer(home.path() / "a", home.path() / "writer");
+    writer.cloud->saveZone(zone);
+    writer.save("x", "one");
+    writer.save("y", "two");
+    const auto source = writer.cloud->ownFolder() / "00000001.log";
+    const auto content = contentOf(source);
+    Machine reader(home.path() / "b", home.path() / "reader");
+    const auto target = reader.folder / writer.cloud->ownFolder().filename();
+    fs::create_directories(target);
+    std::size_t seen = 0;
+    for (std::size_t size = 0; size <= content.size(); ++size) {
+        std::ofstream(target / "00000001.log", std::ios::binary) << content.substr(0, size);
+        if (reader.cloud->zoneChanges("").modified.empty()) continue;
+        const auto got = reader.fetch();
+        EXPECT_LE(got, 1u);
+        seen += got;
+    }
+    EXPECT_EQ(seen, 2u);
+    EXPECT_EQ(reader.text("x") + reader.text("y"), "onetwo");
+
+    // A byte that is not the writer's own is never taken for a record.
+    for (std::size_t at = 0; at < content.size(); at += 7) {
+        auto damaged = content;
+        damaged[at] = static_cast<char>(damaged[at] ^ 0x20);
+        std::ofstream(target / "00000001.log", std::ios::binary) << damaged;
+        Machine other(home.path() / "b", home.path() / "other");
+        if (other.cloud->zoneChanges("").modified.empty()) continue;
+        other.fetch();
+        for (const auto& [name, one] : other.records)
+            EXPECT_EQ(textIn(one), name == "x" ? "one" : "two");
+    }
+}
+
+TEST(FolderCloud, DeliversBothOfTwoVersionsAndLetsTheNextSaveNameTheChosenOne) {
+    const TestFolder home;
+    Machine one(home.path() / "a", home.path() / "one"), two(home.path() / "b", home.path() / "two");
+    const auto exchange = [&] {
+        fs::copy(one.cloud->ownFolder(), two.folder / one.cloud->ownFolder().filename(),
+                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        fs::copy(two.cloud->ownFolder(), one.folder / two.cloud->ownFolder().filename(),
+                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    };
+    // Both make the zone before they have heard of each other: it is one zone.
+    one.cloud->saveZone(zone);
+    two.cloud->saveZone(zone);
+    const auto tags = std::pair(one.save("x", "of one"), two.save("x", "of two"));
+    exchange();
+    EXPECT_EQ(one.fetch() + two.fetch(), 4u);
+    const auto chosen = one.cloud->fetchRecord({zone, "x"});
+    EXPECT_EQ(two.cloud->fetchRecord({zone, "x"}), chosen);
+    const bool isOfOne = textIn(chosen) == "of one";
+    EXPECT_EQ(codeOf([&] { one.save("x", "stale", isOfOne ? tags.second : tags.first); }),
+              cloudErrorCode::serverRecordChanged);
+    one.save("x", "merged", chosen.changeTag);
+    exchange();
+    EXPECT_EQ(textIn(two.cloud->fetchRecord({zone, "x"})), "merged");
+    // Whoever deletes the zone takes both away, and a version that arrives later, too.
+    two.cloud->deleteZone(zone);
+    one.save("late", "written without knowing");
+    exchange();
+    EXPECT_EQ(codeOf([&] { one.fetch(); }), cloudErrorCode::zoneNotFound);
+    EXPECT_EQ(codeOf([&] { two.fetch(); }), cloudErrorCode::zoneNotFound);
+    EXPECT_EQ(one.cloud->owner().empty(), false);
+}
+
+TEST(FolderCloud, KeepsItsLogShortAndItsReadersInStep) {
+    const TestFolder home;
+    const FolderCloud::Limits limits{.segmentSize = 4000, .smallLog = 4000};
+    Machine writer(home.path() / "a", home.path() / "writer", limits);
+    Machine reader(home.path() / "a", home.path() / "reader", limits);
+    writer.cloud->saveZone(zone);
+    std::map<std::string, std::string> tags;
+    for (int round = 0; round < 60; ++round) {
+        std::vector<CloudRecord> batch;
+        for (int i = 0; i < 10; ++i) {
+            const auto name = "r" + std::to_string(i);
+            batch.push_back(record(name, std::to_string(round) + std::string(50, '.'), tags[name]));
+        }
+        for (const auto& result : writer.cloud->saveRecords(std::move(batch)))
+            tags[result.record.id.name] = result.record.changeTag;
+        writer.cloud->compact();
+        if (round % 7 == 0) reader.fetch();
+    }
+    std::uintmax_t size = 0;
+    for (const auto& one : fs::directory_iterator(writer.cloud->ownFolder()))
+        size += one.file_size();
+    EXPECT_LT(size, 12'000u);  // of some 130,000 that were written
+    reader.fetch();
+    for (const auto& [name, tag] : tags) {
+        EXPECT_EQ(reader.text(name), "59" + std::string(50, '.'));
+        EXPECT_EQ(reader.records[name].changeTag, tag);
+    }
+    Machine fresh(home.path() / "a", home.path() / "fresh");
+    EXPECT_EQ(fresh.fetch(), 10u);
+    // Many starts make many small segments, which are put together.
+    for (int start = 0; start < 80; ++start) {
+        writer.restart();
+        tags["r0"] = writer.save("r0", std::to_string(start), tags["r0"]);
+        writer.cloud->compact();
+    }
+    EXPECT_LT(std::distance(fs::directory_iterator(writer.cloud->ownFolder()), {}), 75);
+    EXPECT_EQ(reader.fetch(), 1u);
+    EXPECT_EQ(reader.text("r0"), "79");
+}
+
+TEST(FolderCloud, GoesOnWhenFilesAreDeletedOrAreNotItsOwn) {
+    const TestFolder home;
+    const auto folder = home.path() / "shared";
+    Machine one(folder, home.path() / "one"), two(folder, home.path() / "two");
+    one.cloud->saveZone(zone);
+    one.save("x", "1");
+    two.fetch();
+    two.save("y", "2");
+    const auto ofOne = one.cloud->ownFolder();
+    struct stat status {};
+    ASSERT_EQ(stat(folder.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700u);
+    ASSERT_EQ(stat((ofOne / "00000001.log").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);
+
+    // Things of others, under the folder's own names as well.
+    std::ofstream(folder / Uuid::random().string()) << "a file";
+    const auto odd = folder / Uuid::random().string();
+    fs::create_directories(odd / "00000001.log");
+    std::ofstream(odd / "00000002.log") << "not a segment";
+    ASSERT_EQ(mkfifo((odd / "00000003.log").c_str(), 0600), 0);
+    fs::create_symlink("/etc/passwd", odd / "00000004.log");
+    fs::copy(ofOne / "00000001.log", odd / "00000005.log");  // of another machine
+    fs::copy(ofOne / "00000001.log", ofOne / "00000001 (copy).log");
+    Machine three(folder, home.path() / "three");
+    EXPECT_EQ(three.fetch(), 2u);
+    EXPECT_EQ(three.cloud->owner(), one.cloud->owner());
+
+    // A machine's files are gone: its records can't be read, and the others' stay.
+    fs::remove_all(ofOne);
+    EXPECT_EQ(codeOf([&] { two.cloud->fetchRecord({zone, "x"}); }),
+              cloudErrorCode::networkFailure);
+    EXPECT_EQ(two.fetch(), 1u) << "its own, which it has not fetched before";
+    // That machine begins again, as another one, and is understood.
+    const auto before = ofOne.filename();
+    one.save("z", "3");
+    EXPECT_NE(one.cloud->ownFolder().filename(), before);
+    EXPECT_EQ(two.fetch(), 1u);
+    EXPECT_EQ(two.text("z"), "3");
+}
+
+TEST(FolderCloud, TellsAMissingMountFromANewFolder) {
+    const TestFolder home;
+    const auto folder = home.path() / "mount";
+    Machine machine(folder, home.path() / "machine");
+    machine.cloud->saveZone(zone);
+    machine.save("x", "1");
+    const auto owner = machine.cloud->owner();
+    fs::rename(folder, home.path() / "away");
+    EXPECT_EQ(codeOf([&] { machine.fetch(); }), cloudErrorCode::networkUnavailable);
+    fs::create_directory(folder);  // where nothing is mounted
+    EXPECT_EQ(codeOf([&] { machine.save("y", "2"); }), cloudErrorCode::networkUnavailable);
+    machine.restart();
+    EXPECT_EQ(codeOf([&] { machine.cloud->owner(); }), cloudErrorCode::networkUnavailable);
+    EXPECT_TRUE(fs::is_empty(folder));
+    fs::remove(folder);
+    fs::rename(home.path() / "away", folder);
+    EXPECT_EQ(machine.cloud->owner(), owner);
+    EXPECT_EQ(machine.fetch(), 1u);
+    machine.save("y", "2");
+
+    // Somebody else's folder in its place is another account.
+    Machine other(home.path() / "other", home.path() / "stranger");
+    other.cloud->saveZone(zone);
+    fs::rename(folder, home.path() / "away");
+    fs::rename(other.folder, folder);
+    EXPECT_NE(machine.cloud->owner(), owner);
+    EXPECT_EQ(machine.cloud->owner(), Machine(folder, home.path() / "stranger").cloud->owner());
+    // The folder in another place is the same account.
+    machine.folder = home.path() / "away";
+    Machine moved(home.path() / "away", home.path() / "newcomer");
+    EXPECT_EQ(moved.cloud->owner(), owner);
+
+    std::ofstream(home.path() / "file") << "x";
+    Machine misled(home.path() / "file", home.path() / "misled");
+    EXPECT_EQ(codeOf([&] { misled.cloud->owner(); }), cloudErrorCode::badContainer);
+}
+
+TEST(FolderCloud, SaysWhatIsWrongWithTheFolderAndLosesNothing) {
+    const TestFolder home;
+    inAProcessOfItsOwn([&] {
+        Machine machine(home.path() / "shared", home.path() / "machine");
+        machine.cloud->saveZone(zone);
+        const auto tag = machine.save("x", "1");
+        {
+            const FullDisk full(2000);
+            EXPECT_EQ(codeOf([&] { machine.save("big", std::string(10'000, 'b')); }),
+                      cloudErrorCode::quotaExceeded);
+            EXPECT_EQ(codeOf([&] { machine.save("x", "2" + std::string(10'000, 'b'), tag); }),
+                      cloudErrorCode::quotaExceeded);
+        }
+        EXPECT_EQ(machine.fetch(), 1u);
+        EXPECT_EQ(machine.text("x"), "1");
+        machine.save("x", "3", tag);
+        machine.save("big", std::string(10'000, 'c'));
+
+        obeyPermissions();
+        const auto own = machine.cloud->ownFolder();
+        machine.restart();  // a new segment is needed
+        chmod(own.c_str(), 0500);
+        EXPECT_EQ(codeOf([&] { machine.save("y", "1"); }), cloudErrorCode::permissionFailure);
+        EXPECT_EQ(machine.fetch(), 2u) << "reading goes on";
+        Machine newcomer(home.path() / "shared", home.path() / "newcomer");
+        chmod((home.path() / "shared").c_str(), 0500);
+        EXPECT_EQ(codeOf([&] { newcomer.cloud->owner(); }), cloudErrorCode::permissionFailure);
+        chmod((home.path() / "shared").c_str(), 0700);
+        chmod(own.c_str(), 0700);
+        machine.save("y", "1");
+        EXPECT_EQ(newcomer.fetch(), 3u);
+        EXPECT_EQ(newcomer.text("x"), "3");
+        EXPECT_EQ(newcomer.text("big"), std::string(10'000, 'c'));
+    });
+}
+
+TEST(FolderCloud, IsAnotherMachineForEachProgramAndOnEachComputer) {
+    const TestFolder home;
+    const auto folder = home.path() / "shared";
+    Machine one(folder, home.path() / "machine"), two(folder, home.path() / "machine");
+    one.cloud->saveZone(zone);
+    one.save("x", "1");
+    two.save("y", "2");
+    EXPECT_NE(one.cloud->ownFolder(), two.cloud->ownFolder());
+    EXPECT_EQ(two.fetch(), 2u);
+    const auto before = one.cloud->ownFolder();
+    one.restart();
+    EXPECT_EQ(one.cloud->ownFolder(), before);
+    // The file as a backup brings it to another computer.
+    one.cloud.reset();
+    auto content = contentOf(home.path() / "machine");
+    content.replace(content.find("computer "), 9, "computer 1");
+    std::ofstream(home.path() / "machine") << content;
+    one.restart();
+    EXPECT_NE(one.cloud->ownFolder(), before);
+    EXPECT_EQ(one.fetch(), 2u);
+}
+
+TEST(FolderCloud, KeepsWhatItHasAcknowledgedWhenItIsKilled) {
+    const TestFolder home;
+    Machine reader(home.path() / "shared", home.path() / "reader");
+    reader.cloud->saveZone(zone);
+    std::map<std::string, std::string> acknowledged;  // the tags
+    std::set<std::string> tags;
+    for (int round = 0; round < 25; ++round) {
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            Machine writer(home.path() / "shared", home.path() / "writer",
+                           {.segmentSize = 20'000, .smallLog = 20'000});
+            auto known = acknowledged;
+            for (int i = 0;; ++i) {
+                std::string said;
+                std::vector<CloudRecord> batch;
+                for (int j = 0; j < 8; ++j) {
+                    const auto name = std::to_string((i * 8 + j) % 40);
+                    batch.push_back(record(name, name + std::string(200, 'x'), known[name]));
+                }
+                for (const auto& result : writer.cloud->saveRecords(std::move(batch))) {
+                    const auto& saved =
+                        result.error ? *result.error->serverRecord() : result.record;
+                    known[saved.id.name] = saved.changeTag;
+                    if (!result.error) said += saved.id.name + " " + saved.changeTag + "\n";
+                }
+                if (write(ends[1], said.data(), said.size()) < 0) _exit(1);
+                writer.cloud->compact();
+            }
+        }
+        close(ends[1]);
+        // At any moment of its start, or once it is writing.
+        pollfd ready{ends[0], POLLIN, 0};
+        if (round % 4) poll(&ready, 1, 10'000);
+        std::this_thread::sleep_for(std::chrono::microseconds(round * 1'613 % 30'000));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        std::string said;
+        char buffer[65536];
+        for (ssize_t size; (size = read(ends[0], buffer, sizeof buffer)) > 0;)
+            said.append(buffer, static_cast<std::size_t>(size));
+        close(ends[0]);
+        std::istringstream lines(said);
+        std::map<std::string, std::string> last;
+        for (std::string name, tag; lines >> name >> tag;) {
+            EXPECT_TRUE(tags.insert(tag).second) << "a tag was given twice: " << tag;
+            last[name] = tag;
+        }
+        reader.fetch();
+        const auto clockOf = [](const std::string& tag) { return std::stoull(tag); };
+        for (const auto& [name, tag] : last) {
+            acknowledged[name] = tag;
+            ASSERT_TRUE(reader.records.contains(name));
+            EXPECT_GE(clockOf(reader.records[name].changeTag), clockOf(tag));
+            EXPECT_EQ(reader.text(name), name + std::string(200, 'x'));
+        }
+    }
+    EXPECT_FALSE(acknowledged.empty());
+}
+
+}  // namespace
+}  // namespace quorvi::test

@@ -1,0 +1,90 @@
+#include "Quorvi/sync/CloudReleaseCheck.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/fakes/FakeCloudDatabase.h"
+#include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/Waiting.h"
+
+namespace quorvi::test {
+namespace {
+
+using Op = CloudOperation;
+
+constexpr auto passed =
+    "0 Cloud check passed: signed account access, private-zone write/read and cleanup.";
+
+class CloudReleaseCheckTest : public testing::Test {
+protected:
+    // The exit status and what was printed.
+    std::string check() {
+        std::string printed;
+        Running<std::int32_t> running(
+            CloudReleaseCheck::run(device, [&](const std::string& line) { printed += line; }));
+        scheduler.advance(std::chrono::seconds(1));
+        return std::to_string(running.value().value_or(-1)) + " " + printed;
+    }
+
+    VirtualScheduler scheduler;
+    FakeCloudServer server{scheduler};
+    FakeCloudDatabase device{scheduler, server, "anna"};
+};
+
+TEST_F(CloudReleaseCheckTest, PassesAndLeavesNothingBehind) {
+    EXPECT_EQ(check(), passed);
+    EXPECT_EQ(device.calls[Op::deleteZone], 1);
+    EXPECT_TRUE(server.zones("anna").empty());
+
+    // Two at once use zones of their own.
+    std::string lines;
+    const auto print = [&](const std::string& line) { lines += line.substr(0, 18) + ";"; };
+    device.hold(Op::fetchRecord);
+    Running<std::int32_t> one(CloudReleaseCheck::run(device, print));
+    Running<std::int32_t> two(CloudReleaseCheck::run(device, print));
+    scheduler.advance(std::chrono::seconds(1));
+    EXPECT_EQ(server.zones("anna").size(), 2u);
+    for (const auto& zone : server.zones("anna")) {
+        EXPECT_TRUE(zone.starts_with("QuorviReleaseCheck-")) << zone;
+        const auto record = server.record("anna", {zone, "synthetic-check"});
+        ASSERT_TRUE(record);
+        EXPECT_EQ(record->type, "QuorviItem");
+        EXPECT_EQ(textOf(*record->payload), "Quorvi sync verification");
+    }
+    device.release(Op::fetchRecord);
+    scheduler.advance(std::chrono::seconds(1));
+    EXPECT_EQ(lines, "Cloud check passed;Cloud check passed;");
+    EXPECT_TRUE(server.zones("anna").empty());
+}
+
+TEST_F(CloudReleaseCheckTest, NeedsAnAccountAndMakesNoZoneWithoutOne) {
+    for (const auto status :
+         {CloudAccountStatus::noAccount, CloudAccountStatus::restricted,
+          CloudAccountStatus::couldNotDetermine, CloudAccountStatus::temporarilyUnavailable}) {
+        device.status = status;
+        EXPECT_EQ(check(), "2 Cloud check: no signed-in iCloud account");
+    }
+    EXPECT_EQ(device.calls[Op::saveZone], 0);
+}
+
+TEST_F(CloudReleaseCheckTest, TellsWhatWentWrongAndCleansUp) {
+    const CloudError error(cloudErrorCode::networkFailure, "The line is cut.");
+    for (const auto operation :
+         {Op::accountStatus, Op::saveZone, Op::saveRecords, Op::fetchRecord, Op::deleteZone}) {
+        const auto before = device.calls[Op::deleteZone];
+        device.fail(operation, error);
+        EXPECT_EQ(check(), "1 Cloud check failed: The line is cut.");
+        EXPECT_EQ(device.calls[Op::deleteZone] - before,
+                  operation == Op::accountStatus ? 0 : operation == Op::deleteZone ? 2 : 1);
+        EXPECT_TRUE(server.zones("anna").empty());
+    }
+    device.failRecord("synthetic-check", CloudError(cloudErrorCode::quotaExceeded, "It is full."));
+    device.fail(Op::deleteZone, error);
+    EXPECT_EQ(check(), "1 Cloud check failed: It is full.");
+    device.damagesPayloads = true;
+    EXPECT_EQ(check(),
+              "1 Cloud check failed: The data couldn’t be read because it isn’t in the correct "
+              "format.");
+}
+
+}  // namespace
+}  // namespace quorvi::test
