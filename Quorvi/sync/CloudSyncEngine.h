@@ -72,7 +72,7 @@ public:
     static constexpr std::size_t recordsPerEvent = 200;
     static constexpr std::size_t serializedPendingSaves = 1000;
     // Batches that are on their way at the same time.
-    static constexpr std::size_t batchesUnderWay = 3;
+    static constexpr std::size_t batchesUnderWay = 4;
 
     struct Configuration {
         CloudDatabase& database;

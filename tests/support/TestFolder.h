@@ -14,8 +14,13 @@ namespace quorvi::test {
 // A new folder of the session's, gone with its owner.
 class TestFolder {
 public:
-    TestFolder() {
-        std::string pattern = std::filesystem::temp_directory_path() / "quorvi-test-XXXXXX";
+    // In memory where that is said, for what writes a lot and is not about the disk.
+    explicit TestFolder(bool inMemory = false) {
+        const std::filesystem::path memory = "/dev/shm";
+        const auto parent = inMemory && std::filesystem::is_directory(memory)
+                                ? memory
+                                : std::filesystem::temp_directory_path();
+        std::string pattern = parent / "quorvi-test-XXXXXX";
         if (!mkdtemp(pattern.data())) throw std::runtime_error("no folder for a test");
         path_ = pattern;
     }

@@ -21,6 +21,8 @@ namespace {
 // Numbers taken at a time: the machine's file is written once for so many entries.
 constexpr std::uint64_t reservation = 1 << 20;
 
+constexpr auto isNotThere = "A file of the folder is not there.";
+
 CloudSaveResult refused(CloudRecord record, int code, const char* why,
                         std::optional<CloudRecord> stored = std::nullopt) {
     return {std::move(record), CloudError(code, why, std::nullopt, std::move(stored))};
@@ -183,6 +185,7 @@ void FolderCloud::note(Entry entry) {
     folderlog::appendEntry(bytes, entry);
     const auto start = index.machine(opened_->self).covered + 1;
     takeWritten(bytes, opened_->writer->append(bytes, start));
+    opened_->writer->sync();
 }
 
 void FolderCloud::saveZone(const std::string& zone) {
@@ -203,6 +206,31 @@ void FolderCloud::deleteZone(const std::string& zone) {
 }
 
 std::vector<CloudSaveResult> FolderCloud::saveRecords(std::vector<CloudRecord> records) {
+    std::vector<std::vector<CloudRecord>> batches;
+    batches.push_back(std::move(records));
+    auto outcome = std::move(saveTogether(std::move(batches)).front());
+    if (outcome.failure) std::rethrow_exception(outcome.failure);
+    return std::move(outcome.results);
+}
+
+std::vector<FolderCloud::Outcome> FolderCloud::saveTogether(
+    std::vector<std::vector<CloudRecord>> batches) {
+    std::vector<Outcome> outcomes(batches.size());
+    for (std::size_t i = 0; i < batches.size(); ++i) try {
+            outcomes[i].results = write(std::move(batches[i]));
+        } catch (const CloudError&) {
+            outcomes[i].failure = std::current_exception();
+        }
+    try {
+        if (opened_) opened_->writer->sync();
+    } catch (const CloudError&) {
+        opened_.reset();  // what is there has to be read anew
+        for (auto& outcome : outcomes) outcome = {{}, std::current_exception()};
+    }
+    return outcomes;
+}
+
+std::vector<CloudSaveResult> FolderCloud::write(std::vector<CloudRecord> records) {
     auto& index = ready().index;
     std::vector<CloudSaveResult> results;
     results.reserve(records.size());
@@ -234,9 +262,13 @@ std::vector<CloudSaveResult> FolderCloud::saveRecords(std::vector<CloudRecord> r
         if (winner) {
             if (record.changeTag != tagOf(winner->machine, winner->item->clock,
                                           winner->item->number)) {
-                auto stored = recordAt(*winner);
-                results.push_back(refused(std::move(record), cloudErrorCode::serverRecordChanged,
-                                          "The record has changed.", std::move(stored)));
+                FolderBodies bodies(opened_->segments);
+                auto stored = read(bodies, winner->machine, *winner->item);
+                results.push_back(stored ? refused(std::move(record),
+                                                   cloudErrorCode::serverRecordChanged,
+                                                   "The record has changed.", std::move(stored))
+                                         : refused(std::move(record),
+                                                   cloudErrorCode::networkFailure, isNotThere));
                 continue;
             }
             entry.parent.emplace(
@@ -288,7 +320,7 @@ std::optional<CloudRecord> FolderCloud::read(FolderBodies& bodies, std::uint32_t
 CloudRecord FolderCloud::recordAt(const FolderIndex::Winner& winner) {
     FolderBodies bodies(opened_->segments);
     auto record = read(bodies, winner.machine, *winner.item);
-    if (!record) fail(cloudErrorCode::networkFailure, "A file of the folder is not there.");
+    if (!record) fail(cloudErrorCode::networkFailure, isNotThere);
     return std::move(*record);
 }
 
@@ -402,7 +434,7 @@ void FolderCloud::compact() {
         if (!index.isNeeded(item)) continue;
         const auto body = bodies.read({opened.self, item.segment, item.offset, item.length});
         // Somebody has damaged the log; what is left of it stays as it is.
-        if (!body) fail(cloudErrorCode::networkFailure, "A file of the folder is not there.");
+        if (!body) fail(cloudErrorCode::networkFailure, isNotThere);
         if (piece.size() > limits_.segmentSize / 2) finishPiece(last);
         folderlog::appendEntry(piece, *folderlog::readBody(*body));
         last = item.number;

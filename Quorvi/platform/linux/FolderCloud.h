@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -40,6 +41,12 @@ public:
     void saveZone(const std::string& zone);
     void deleteZone(const std::string& zone);
     std::vector<CloudSaveResult> saveRecords(std::vector<CloudRecord> records);
+    // Several such calls, which wait for the disk together.
+    struct Outcome {
+        std::vector<CloudSaveResult> results;
+        std::exception_ptr failure;
+    };
+    std::vector<Outcome> saveTogether(std::vector<std::vector<CloudRecord>> batches);
     CloudRecord fetchRecord(const CloudRecordID& id);
     CloudZoneChanges zoneChanges(const std::string& token);
     CloudRecordChanges recordChanges(const std::string& zone, const std::string& token);
@@ -75,6 +82,8 @@ private:
     std::uint64_t reserve(std::size_t count);
     // Writes one entry that is no record.
     void note(folderlog::Entry entry);
+    // Saves without waiting for the disk.
+    std::vector<CloudSaveResult> write(std::vector<CloudRecord> records);
     void takeWritten(std::string_view bytes, const FolderWriter::Position& position);
     CloudRecord recordAt(const FolderIndex::Winner& winner);
     std::optional<CloudRecord> read(FolderBodies& bodies, std::uint32_t machine,

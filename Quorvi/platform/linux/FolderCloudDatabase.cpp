@@ -1,18 +1,52 @@
 #include "Quorvi/platform/linux/FolderCloudDatabase.h"
 
+#include <mutex>
 #include <utility>
+#include <vector>
 
 #include "Quorvi/platform/linux/FolderCloud.h"
 #include "Quorvi/platform/linux/FolderWatch.h"
 #include "QuorviCore/async/Async.h"
+#include "QuorviCore/async/Future.h"
 
 namespace quorvi {
+
+// Saves that come while the disk is busy wait for it together.
+struct FolderCloudDatabase::Saves {
+    void carryOut(FolderCloud& cloud) {
+        std::vector<std::vector<CloudRecord>> taken;
+        std::vector<Promise<std::vector<CloudSaveResult>>> answers;
+        {
+            std::lock_guard lock(mutex);
+            taken.swap(batches);
+            answers.swap(promises);
+        }
+        if (taken.empty()) return;
+        auto outcomes = cloud.saveTogether(std::move(taken));
+        for (std::size_t i = 0; i < outcomes.size(); ++i) {
+            if (outcomes[i].failure)
+                answers[i].reject(outcomes[i].failure);
+            else
+                answers[i].resolve(std::move(outcomes[i].results));
+        }
+        try {
+            cloud.compact();
+        } catch (const CloudError&) {
+            // The log stays longer than it need be, and the next save tries again.
+        }
+    }
+
+    std::mutex mutex;  // guards the rest
+    std::vector<std::vector<CloudRecord>> batches;
+    std::vector<Promise<std::vector<CloudSaveResult>>> promises;
+};
 
 FolderCloudDatabase::FolderCloudDatabase(Scheduler& scheduler, Executor& executor, Place place)
     : scheduler_(scheduler),
       executor_(executor),
       folder_(place.folder),
-      cloud_(std::make_shared<FolderCloud>(std::move(place.folder), std::move(place.deviceFile))) {}
+      cloud_(std::make_shared<FolderCloud>(std::move(place.folder), std::move(place.deviceFile))),
+      saves_(std::make_shared<Saves>()) {}
 
 FolderCloudDatabase::~FolderCloudDatabase() = default;
 
@@ -59,18 +93,16 @@ Task<void> FolderCloudDatabase::deleteZone(std::string zone, std::stop_token sto
 
 Task<std::vector<CloudSaveResult>> FolderCloudDatabase::saveRecords(
     std::vector<CloudRecord> records, std::stop_token stop) {
-    const auto held = std::make_shared<std::vector<CloudRecord>>(std::move(records));
-    auto saving = run([held](FolderCloud& cloud) { return cloud.saveRecords(std::move(*held)); },
-                      stop);
-    auto results = co_await saving;
-    executor_.run([cloud = cloud_] {
-        try {
-            cloud->compact();
-        } catch (const CloudError&) {
-            // The log stays longer than it need be, and the next save tries again.
-        }
-    });
-    co_return results;
+    throwIfStopped(stop);
+    Promise<std::vector<CloudSaveResult>> promise(scheduler_);
+    auto saving = promise.future(stop);
+    {
+        std::lock_guard lock(saves_->mutex);
+        saves_->batches.push_back(std::move(records));
+        saves_->promises.push_back(promise);
+    }
+    executor_.run([cloud = cloud_, saves = saves_] { saves->carryOut(*cloud); });
+    co_return co_await saving;
 }
 
 Task<CloudRecord> FolderCloudDatabase::fetchRecord(CloudRecordID id, std::stop_token stop) {

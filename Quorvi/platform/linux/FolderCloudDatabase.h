@@ -50,6 +50,8 @@ public:
     Subscription onAccountChange(std::function<void()> observer) override;
 
 private:
+    struct Saves;
+
     template <class Work>
     auto run(Work work, std::stop_token stop);
 
@@ -57,6 +59,7 @@ private:
     Executor& executor_;
     const std::filesystem::path folder_;
     const std::shared_ptr<FolderCloud> cloud_;  // the executor's
+    const std::shared_ptr<Saves> saves_;        // those that wait for the executor
     // Shared with what has been posted.
     const std::shared_ptr<Observable> remoteChange_ = std::make_shared<Observable>();
     const std::shared_ptr<Observable> accountChange_ = std::make_shared<Observable>();

@@ -30,6 +30,10 @@ void syncFolder(const std::filesystem::path& folder) {
 
 }  // namespace
 
+std::filesystem::path FolderWriter::lastSegment() const {
+    return folder_ / folderSegmentName(next_ - 1);
+}
+
 void FolderWriter::begin(std::uint64_t start) {
     const auto path = folder_ / folderSegmentName(next_);
     file_ = std::make_unique<Descriptor>(
@@ -50,12 +54,11 @@ FolderWriter::Position FolderWriter::append(std::string_view entries, std::uint6
             errno = 0;  // readers pass over it
         file_.reset();
     };
+    if (size_ + entries.size() > segmentSize_) finishSegment();
     try {
-        if (file_ && size_ + entries.size() > segmentSize_) file_.reset();
         if (!file_) begin(start);
-        const auto path = folder_ / folderSegmentName(next_ - 1);
-        writeAll(file_->get(), entries, path);
-        if (::fdatasync(file_->get()) != 0) failFolder("fdatasync", path);
+        isSynced_ = false;
+        writeAll(file_->get(), entries, lastSegment());
     } catch (const CloudError&) {
         failed();
         throw;
@@ -63,6 +66,21 @@ FolderWriter::Position FolderWriter::append(std::string_view entries, std::uint6
     const Position position{next_ - 1, size_};
     size_ += entries.size();
     return position;
+}
+
+void FolderWriter::sync() {
+    if (!file_ || isSynced_) return;
+    if (::fdatasync(file_->get()) != 0) {
+        const auto error = folderError(errno, "fdatasync", lastSegment());
+        file_.reset();  // whatever has become of it
+        throw error;
+    }
+    isSynced_ = true;
+}
+
+void FolderWriter::finishSegment() {
+    sync();
+    file_.reset();
 }
 
 void FolderWriter::removeBelow(std::uint32_t segment) {

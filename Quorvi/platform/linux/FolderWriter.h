@@ -23,18 +23,21 @@ public:
         std::uint32_t segment;
         std::uint64_t offset;
     };
-    // Appends the entries, whose numbers are `start` and above, and returns where they stand once
-    // they are durable. Throws CloudError; what has been written by then may be there or not.
+    // Appends the entries, whose numbers are `start` and above, and returns where they stand. They
+    // are there to stay after sync(). Throws CloudError; what has been written by then may be there
+    // or not.
     Position append(std::string_view entries, std::uint64_t start);
+    void sync();
 
-    // The next entries begin a new segment.
-    void finishSegment() { file_.reset(); }
+    // The next entries begin a new segment. Those before are there to stay.
+    void finishSegment();
     std::uint32_t nextSegment() const { return next_; }
     // Removes segments before this one.
     void removeBelow(std::uint32_t segment);
 
 private:
     void begin(std::uint64_t start);
+    std::filesystem::path lastSegment() const;
 
     const std::filesystem::path folder_;
     const Uuid machine_;
@@ -42,6 +45,7 @@ private:
     std::uint32_t next_;
     std::unique_ptr<Descriptor> file_;  // the last segment; none: the next append begins one
     std::uint64_t size_ = 0;
+    bool isSynced_ = true;
 };
 
 }  // namespace quorvi

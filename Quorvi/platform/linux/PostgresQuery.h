@@ -1,0 +1,67 @@
+#pragma once
+
+#include <libpq-fe.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "QuorviCore/Bytes.h"
+
+namespace quorvi {
+
+// A statement with its parameters, all in the binary form.
+class PostgresQuery {
+public:
+    explicit PostgresQuery(std::string sql) : sql_(std::move(sql)) {}
+
+    PostgresQuery& text(std::string_view value);
+    PostgresQuery& number(std::int64_t value);
+    // An array that add…() fill, each call with one element. `bytes` is a guess at its size.
+    PostgresQuery& texts(std::size_t count, std::size_t bytes = 0);
+    PostgresQuery& numbers(std::size_t count);
+    PostgresQuery& blobs(std::size_t count, std::size_t bytes);
+    void add(std::size_t parameter, std::string_view element);
+    void add(std::size_t parameter, std::int64_t element);
+    void add(std::size_t parameter, const std::optional<Bytes>& element);
+
+    // Hands it to libpq, which sends it when it may. False when it is refused.
+    bool queue(PGconn* connection) const;
+
+private:
+    PostgresQuery& array(Oid type, Oid element, std::size_t count, std::size_t bytes);
+    void addBytes(std::size_t parameter, const void* bytes, std::size_t size);
+
+    std::string sql_;
+    std::vector<std::string> values_;
+    std::vector<Oid> types_;
+};
+
+// Rows in the binary form.
+class PostgresResult {
+public:
+    PostgresResult() : result_(nullptr, PQclear) {}
+    explicit PostgresResult(PGresult* result) : result_(result, PQclear) {}
+
+    explicit operator bool() const { return result_ != nullptr; }
+    const PGresult* get() const { return result_.get(); }
+
+    int rows() const { return PQntuples(result_.get()); }
+    bool isNull(int row, int column) const { return PQgetisnull(result_.get(), row, column) == 1; }
+    bool boolean(int row, int column) const { return *PQgetvalue(result_.get(), row, column) != 0; }
+    std::int64_t number(int row, int column) const;  // of four or eight bytes
+    std::string_view text(int row, int column) const {
+        return {PQgetvalue(result_.get(), row, column),
+                static_cast<std::size_t>(PQgetlength(result_.get(), row, column))};
+    }
+    std::optional<Bytes> bytes(int row, int column) const;
+
+private:
+    std::unique_ptr<PGresult, decltype(&PQclear)> result_;
+};
+
+}  // namespace quorvi

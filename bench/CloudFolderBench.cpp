@@ -1,0 +1,146 @@
+// A first upload of a user's items and a first fetch of them, through the engine and a shared folder,
+// all costs included; against writing and reading as many files, one for each item, as a folder that
+// is kept simple would have them.
+
+#include <fcntl.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "Quorvi/platform/linux/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/sync/CloudSyncEngine.h"
+#include "QuorviCore/identity/Uuid.h"
+#include "bench/Figure.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::bench {
+namespace {
+
+constexpr std::size_t items = 200'000;
+constexpr std::size_t payloadSize = 600;
+constexpr std::size_t referenceItems = 2'000;
+constexpr auto zone = "QuorviAccount";
+
+Bytes payloadOf(std::size_t item) {
+    auto payload = bytesOf("item " + std::to_string(item) + " ");
+    payload.resize(payloadSize, 'x');
+    return payload;
+}
+
+// A machine: it sends what it has and counts what it gets.
+struct Machine : CloudSyncEngineDelegate {
+    Machine(const std::filesystem::path& folder, const std::filesystem::path& file)
+        : database(loop, executor, {folder, file}),
+          engine({database, loop, {}, *this, "changes"}) {}
+
+    void handleEvent(CloudSyncEvent event, CloudSyncEngine&) override {
+        if (const auto* got = std::get_if<cloudEvent::FetchedRecordZoneChanges>(&event))
+            for (const auto& record : got->modifications) {
+                ++fetched;
+                bytes += record.payload->size();
+            }
+        if (const auto* sent = std::get_if<cloudEvent::SentRecordZoneChanges>(&event))
+            saved += sent->saved.size();
+    }
+    std::optional<CloudRecordBatch> nextRecordZoneChangeBatch(
+        std::span<const CloudRecordID> pending, CloudSyncEngine&) override {
+        return CloudRecordBatch::make(pending, [](const CloudRecordID& id) {
+            return std::optional(CloudRecord{.id = id,
+                                             .type = "QuorviItem",
+                                             .payload = payloadOf(id.name.size()),
+                                             .changeTag = {}});
+        });
+    }
+    // The time it takes in milliseconds.
+    double run(Task<void> task) {
+        bool ended = false;
+        auto watching = watch(std::move(task), ended);
+        const auto start = millisecondsNow();
+        longestTurn = 0;
+        busy = busyMilliseconds();
+        watching.start();
+        loop.runUntil(
+            [&] {
+                longestTurn = std::max(longestTurn, busyMilliseconds() - busy);
+                busy = busyMilliseconds();
+                return ended;
+            },
+            std::chrono::minutes(5));
+        return millisecondsNow() - start;
+    }
+    static Task<void> watch(Task<void> task, bool& ended) {
+        co_await task;
+        ended = true;
+    }
+    // What this thread has used of a processor.
+    static double busyMilliseconds() {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    }
+
+    LoopScheduler loop;
+    SerialExecutor executor{"cloud"};
+    FolderCloudDatabase database;
+    CloudSyncEngine engine;
+    std::size_t fetched = 0, saved = 0, bytes = 0;
+    double longestTurn = 0;  // of the main thread, in milliseconds of a processor
+    double busy = 0;
+};
+
+double perSecond(std::size_t count, double milliseconds) {
+    return static_cast<double>(count) * 1e3 / milliseconds;
+}
+
+void measure() {
+    const test::TestFolder home;
+    const auto folder = home.path() / "shared";
+
+    // The reference: a file for each item, durable.
+    const auto files = home.path() / "files";
+    std::filesystem::create_directories(files);
+    auto start = millisecondsNow();
+    for (std::size_t i = 0; i < referenceItems; ++i) {
+        const auto path = files / std::to_string(i);
+        const auto payload = payloadOf(i);
+        const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        if (::write(file, payload.data(), payload.size()) < 0 || ::fdatasync(file) != 0) return;
+        ::close(file);
+    }
+    const auto literalUpload = perSecond(referenceItems, millisecondsNow() - start);
+    start = millisecondsNow();
+    std::size_t read = 0;
+    for (const auto& one : std::filesystem::directory_iterator(files))
+        read += test::contentOf(one.path()).size();
+    const auto literalFetch = perSecond(referenceItems, millisecondsNow() - start);
+    if (read != referenceItems * payloadSize) return;
+
+    Machine first(folder, home.path() / "first");
+    first.engine.state().add(PendingDatabaseChange::saveZone(zone));
+    for (std::size_t i = 0; i < items; ++i)
+        first.engine.state().add(
+            PendingRecordZoneChange::saveRecord({zone, "history:" + newUuid()}));
+    const auto upload = first.run(first.engine.sendChanges());
+    const auto uploadTurn = first.longestTurn;
+    Machine second(folder, home.path() / "second");
+    const auto fetch = second.run(second.engine.fetchChanges());
+    if (first.saved != items || second.fetched != items || second.bytes != items * payloadSize)
+        std::printf("%zu saved, %zu fetched\n", first.saved, second.fetched);
+
+    rate("folder_upload", perSecond(items, upload), "items/s", literalUpload);
+    rate("folder_fetch", perSecond(items, fetch), "items/s", literalFetch);
+    figure("folder_upload_longest_turn", uploadTurn, "ms");
+    figure("folder_fetch_longest_turn", second.longestTurn, "ms");
+}
+
+}  // namespace
+}  // namespace quorvi::bench
+
+int main() {
+    quorvi::bench::measure();
+}

@@ -1,0 +1,132 @@
+-- What a device calls. All of it runs with the rights of the account that calls, and each call is a
+-- transaction of its own.
+
+-- Who the account is and how it is told of changes. The first call of an account makes its row.
+CREATE FUNCTION quorvi.open_account(OUT id uuid, OUT push boolean)
+LANGUAGE plpgsql AS $$
+BEGIN
+    SELECT a.id INTO id FROM quorvi.accounts a WHERE a.account = CURRENT_USER::text;
+    IF NOT FOUND THEN
+        INSERT INTO quorvi.accounts (account) VALUES (CURRENT_USER::text) ON CONFLICT DO NOTHING;
+        SELECT a.id INTO STRICT id FROM quorvi.accounts a WHERE a.account = CURRENT_USER::text;
+    END IF;
+    SELECT s.push INTO push FROM quorvi.server s;
+END $$;
+
+-- Counts the account's version up and keeps other writers of the account out until the commit.
+CREATE FUNCTION quorvi.begin_change(changes bigint, OUT id uuid, OUT version bigint)
+LANGUAGE plpgsql AS $$
+BEGIN
+    UPDATE quorvi.accounts a SET version = a.version + changes
+        WHERE a.account = CURRENT_USER::text RETURNING a.id, a.version INTO id, version;
+    IF NOT FOUND THEN
+        RAISE EXCEPTION 'there is no such account' USING ERRCODE = 'insufficient_privilege';
+    END IF;
+END $$;
+
+-- Tells the account's other devices, at the commit. Says nothing about what has changed.
+CREATE FUNCTION quorvi.announce_change(id uuid) RETURNS void
+LANGUAGE plpgsql AS $$
+BEGIN
+    IF (SELECT s.push FROM quorvi.server s) THEN
+        PERFORM pg_catalog.pg_notify('quorvi_' || pg_catalog.replace(id::text, '-', ''), '');
+    END IF;
+END $$;
+
+CREATE FUNCTION quorvi.save_zone(zone_name text) RETURNS void
+LANGUAGE plpgsql AS $$
+DECLARE
+    change record;
+    -- 60 bits by lot: never negative, never the generation of an earlier zone.
+    lot bigint := ('x' || pg_catalog.left(pg_catalog.md5(pg_catalog.gen_random_uuid()::text), 15))::bit(60)::bigint;
+BEGIN
+    -- A device saves its zone whenever it connects, which needs no lock and wakes nobody.
+    PERFORM FROM quorvi.zones z
+        WHERE z.account = CURRENT_USER::text AND z.name = zone_name AND z.generation IS NOT NULL;
+    IF FOUND THEN RETURN; END IF;
+    change := quorvi.begin_change(1);
+    INSERT INTO quorvi.zones AS z (account, name, generation, version)
+        VALUES (CURRENT_USER::text, zone_name, lot, change.version)
+        ON CONFLICT (account, name) DO UPDATE SET generation = lot, version = change.version
+        WHERE z.generation IS NULL;
+    IF FOUND THEN PERFORM quorvi.announce_change(change.id); END IF;
+END $$;
+
+CREATE FUNCTION quorvi.delete_zone(zone_name text) RETURNS void
+LANGUAGE plpgsql AS $$
+DECLARE
+    change record;
+    gone bigint;
+BEGIN
+    change := quorvi.begin_change(1);
+    SELECT z.generation INTO gone FROM quorvi.zones z
+        WHERE z.account = CURRENT_USER::text AND z.name = zone_name;
+    IF gone IS NULL THEN RETURN; END IF;
+    UPDATE quorvi.zones z SET generation = NULL, version = change.version
+        WHERE z.account = CURRENT_USER::text AND z.name = zone_name;
+    DELETE FROM quorvi.records r WHERE r.account = CURRENT_USER::text AND r.zone = gone;
+    PERFORM quorvi.announce_change(change.id);
+END $$;
+
+-- Saves a batch with different names. `tags` are the versions that the device knows, 0 for a record
+-- that is new to it. The first row of the answer has place 0 and either the code of what is wrong
+-- with all (26: there is no such zone) or, as its version, V: the record at place P, from 1, now has
+-- the version V + P. A row follows for each record that was refused: 14 and what is there, or 11
+-- when nothing is.
+CREATE FUNCTION quorvi.save_records(zone_name text, names text[], types text[], tags bigint[], payloads bytea[])
+RETURNS TABLE (place bigint, code integer, version bigint, type text, payload bytea)
+LANGUAGE plpgsql AS $$
+#variable_conflict use_column
+DECLARE
+    change record;
+    known integer := pg_catalog.cardinality(pg_catalog.array_remove(tags, 0));
+    wanted integer := pg_catalog.cardinality(names);
+    base bigint;
+    generation bigint;
+    counted integer := 0;
+    saved integer := 0;
+BEGIN
+    change := quorvi.begin_change(wanted);
+    base := change.version - wanted;
+    SELECT z.generation INTO generation FROM quorvi.zones z
+        WHERE z.account = CURRENT_USER::text AND z.name = zone_name;
+    IF generation IS NULL THEN
+        RETURN QUERY SELECT 0::bigint, 26, 0::bigint, NULL::text, NULL::bytea;
+        RETURN;
+    END IF;
+    IF known < wanted THEN
+        INSERT INTO quorvi.records (account, zone, version, name, type, payload)
+            SELECT CURRENT_USER::text, generation, base + new.place, new.name, new.type, new.payload
+            FROM ROWS FROM (unnest(names), unnest(types), unnest(tags), unnest(payloads))
+                WITH ORDINALITY AS new (name, type, tag, payload, place)
+            WHERE new.tag = 0
+            ON CONFLICT (account, zone, name) DO NOTHING;
+        GET DIAGNOSTICS saved = ROW_COUNT;
+    END IF;
+    IF known > 0 THEN
+        UPDATE quorvi.records r SET version = base + new.place, type = new.type, payload = new.payload
+            FROM ROWS FROM (unnest(names), unnest(types), unnest(tags), unnest(payloads))
+                WITH ORDINALITY AS new (name, type, tag, payload, place)
+            WHERE new.tag <> 0 AND r.account = CURRENT_USER::text AND r.zone = generation
+                AND r.name = new.name AND r.version = new.tag;
+        GET DIAGNOSTICS counted = ROW_COUNT;
+        saved := saved + counted;
+    END IF;
+    IF saved > 0 THEN
+        UPDATE quorvi.zones z SET version = change.version
+            WHERE z.account = CURRENT_USER::text AND z.name = zone_name;
+        PERFORM quorvi.announce_change(change.id);
+    END IF;
+    RETURN QUERY SELECT 0::bigint, 0, base, NULL::text, NULL::bytea;
+    IF saved < wanted THEN
+        RETURN QUERY SELECT new.place, CASE WHEN r.name IS NULL THEN 11 ELSE 14 END, r.version, r.type, r.payload
+            FROM unnest(names) WITH ORDINALITY AS new (name, place)
+            LEFT JOIN quorvi.records r
+                ON r.account = CURRENT_USER::text AND r.zone = generation AND r.name = new.name
+            WHERE r.version IS DISTINCT FROM base + new.place;
+    END IF;
+END $$;
+
+-- Only accounts may call these.
+REVOKE ALL ON ALL FUNCTIONS IN SCHEMA quorvi FROM PUBLIC;
+GRANT EXECUTE ON ALL FUNCTIONS IN SCHEMA quorvi TO quorvi_accounts;

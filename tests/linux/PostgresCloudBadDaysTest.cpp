@@ -1,0 +1,221 @@
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <random>
+
+#include "tests/support/PostgresMachines.h"
+#include "tests/support/TlsServer.h"
+
+namespace quorvi::test {
+namespace {
+
+using namespace std::chrono_literals;
+namespace code = cloudErrorCode;
+
+class PostgresCloudBadDaysTest : public testing::Test, protected PostgresDesk {
+protected:
+    std::unique_ptr<PostgresCloudDatabase> machine(const std::string& query = {},
+                                                   PostgresTimes times = {}) {
+        return std::make_unique<PostgresCloudDatabase>(loop, server.address(account, query),
+                                                       password("pass word"), times);
+    }
+    std::map<std::string, CloudRecord> everything(PostgresCloudDatabase& database) {
+        std::map<std::string, CloudRecord> all;
+        for (CloudRecordChanges page{.more = true}; page.more;) {
+            page = get(database.recordChanges("Notes", page.token, {}));
+            for (auto& one : page.modified) all.insert_or_assign(one.id.name, one);
+        }
+        return all;
+    }
+
+    PostgresServer server;
+    const std::string account = newAccount(server);
+};
+
+// Whatever was acknowledged is there after the server was killed while it saved and committed; what
+// wasn't is there wholly or not at all.
+TEST_F(PostgresCloudBadDaysTest, LosesNothingAcknowledgedWhenTheServerIsKilled) {
+    const auto* given = std::getenv("QUORVI_SEED");
+    const auto seed = given ? std::strtoul(given, nullptr, 10) : std::random_device{}();
+    std::cout << "QUORVI_SEED=" << seed << std::endl;
+    std::mt19937 random(static_cast<unsigned>(seed));
+    const auto database = machine();
+    get(database->saveZone("Notes", {}));
+    std::map<std::string, CloudRecord> acknowledged;
+    int number = 0;
+    constexpr int batch = 40;
+    for (int round = 0; round < 4; ++round) {
+        bool killed = false;
+        for (const int last = static_cast<int>(random() % 10) + 3; !killed;) {
+            std::vector<std::unique_ptr<Running<std::vector<CloudSaveResult>>>> savings;
+            for (int i = 0; i < last; ++i) {
+                std::vector<CloudRecord> records;
+                for (int j = 0; j < batch; ++j)
+                    records.push_back(noteRecord("r" + std::to_string(number++), "text"));
+                savings.push_back(std::make_unique<Running<std::vector<CloudSaveResult>>>(
+                    database->saveRecords(std::move(records), {})));
+            }
+            // Some are through, one is at work, the rest is under way.
+            const auto enough = random() % static_cast<unsigned>(last);
+            until(loop, [&] { return savings[enough]->ended(); });
+            server.kill();
+            killed = true;
+            for (const auto& saving : savings) {
+                ASSERT_TRUE(await(loop, *saving));
+                if (!saving->value()) continue;
+                for (const auto& result : *saving->value())
+                    if (!result.error)
+                        acknowledged.insert_or_assign(result.record.id.name, result.record);
+            }
+        }
+        const auto offline = code(database->accountStatus({}));
+        EXPECT_TRUE(offline == code::networkUnavailable || offline == code::networkFailure);
+        server.start();
+        const auto stored = everything(*database);
+        for (const auto& [name, one] : acknowledged) {
+            const auto found = stored.find(name);
+            ASSERT_TRUE(found != stored.end()) << name << " was acknowledged";
+            EXPECT_EQ(found->second, one);
+        }
+        EXPECT_EQ(stored.size() % batch, 0u) << "a transaction was torn";
+    }
+    EXPECT_FALSE(acknowledged.empty());
+}
+
+TEST_F(PostgresCloudBadDaysTest, FindsARestartedServerAgain) {
+    const auto database = machine({}, {.firstRetry = 50ms, .lastRetry = 200ms});
+    const auto other = machine();
+    get(database->saveZone("Notes", {}));
+    int told = 0;
+    auto subscription = database->onRemoteChange([&] { ++told; });
+    get(database->saveSubscription("changes", {}));
+    server.stop();
+    const auto error = failure(database->accountStatus({}));
+    ASSERT_TRUE(error);
+    EXPECT_NE(error->code(), code::notAuthenticated);
+    server.start();
+    EXPECT_TRUE(until(loop, [&] { return told > 0; })) << "it did not connect by itself";
+    const auto before = told;
+    get(other->saveRecords({noteRecord("a", "x")}, {}));
+    EXPECT_TRUE(until(loop, [&] { return told > before; }));
+
+    // A session that is ended while it has something to do says so.
+    Process lock({"psql", "-XqAt", "-h", server.folder().string(), "-p", server.port(), "-U",
+                  "postgres", "-d", "quorvi", "-c",
+                  "BEGIN; LOCK TABLE quorvi.accounts; SELECT pg_sleep(600)"});
+    EXPECT_TRUE(eventually([&] {
+        return server.sql(
+                   "SELECT count(*) FROM pg_locks WHERE relation = "
+                   "'quorvi.accounts'::regclass AND mode = 'AccessExclusiveLock'") == "1\n";
+    }));
+    Running<std::vector<CloudSaveResult>> waiting(
+        database->saveRecords({noteRecord("b", "x")}, {}));
+    EXPECT_TRUE(eventually([&] {
+        return server.sql(
+                   "SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE "
+                   "wait_event_type = 'Lock'") == "t\n";
+    }));
+    ASSERT_TRUE(await(loop, waiting));
+    EXPECT_EQ(waiting.failure(), "The database server is starting or stopping.");
+}
+
+TEST_F(PostgresCloudBadDaysTest, GivesUpOnAServerThatHangs) {
+    server.freeze();
+    const auto database = machine({}, {.connect = 300ms});
+    EXPECT_EQ(code(database->accountStatus({})), code::networkFailure);
+    server.thaw();
+    EXPECT_EQ(get(machine()->accountStatus({})), CloudAccountStatus::available);
+}
+
+TEST_F(PostgresCloudBadDaysTest, ReportsAFullDiskAndGoesOnWhenThereIsRoom) {
+    // A mount that only this process and its server see.
+    if (unshare(CLONE_NEWNS) != 0) GTEST_SKIP() << "only root may mount";
+    ASSERT_EQ(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+    const auto place = (server.folder() / "small").string();
+    std::filesystem::create_directory(place);
+    server.stop();
+    ASSERT_EQ(mount("tmpfs", place.c_str(), "tmpfs", 0, "size=6m"), 0);
+    PostgresServer::own(place);
+    server.start();
+    server.sql("CREATE TABLESPACE small LOCATION '" + place + "'");
+    server.sql("ALTER TABLE quorvi.records SET TABLESPACE small");
+
+    const auto database = machine();
+    get(database->saveZone("Notes", {}));
+    std::map<std::string, CloudRecord> acknowledged;
+    std::optional<CloudError> full;
+    std::mt19937 random(1);
+    const auto incompressible = [&random] {
+        std::string text(50'000, ' ');
+        for (auto& c : text) c = static_cast<char>(random());
+        return text;
+    };
+    for (int i = 0; i < 1'000 && !full; ++i) {
+        const auto name = "r" + std::to_string(i);
+        Running<std::vector<CloudSaveResult>> saving(
+            database->saveRecords({noteRecord(name, incompressible())}, {}));
+        ASSERT_TRUE(await(loop, saving));
+        if (saving.value())
+            acknowledged.emplace(name, saving.value()->at(0).record);
+        else
+            full = failure(database->saveRecords({noteRecord(name, incompressible())}, {}));
+    }
+    ASSERT_TRUE(full);
+    EXPECT_EQ(full->code(), code::quotaExceeded);
+    EXPECT_EQ(everything(*database), acknowledged);
+
+    ASSERT_EQ(mount("tmpfs", place.c_str(), "tmpfs", MS_REMOUNT, "size=60m"), 0);
+    const auto results = get(database->saveRecords({noteRecord("room", "x")}, {}));
+    EXPECT_FALSE(results.at(0).error);
+    server.stop();
+    umount(place.c_str());
+}
+
+TEST_F(PostgresCloudBadDaysTest, TalksOnlyToTheServerOfTheCertificate) {
+    TestAuthority authority, foreign;
+    authority.issue("right", "IP:127.0.0.1");
+    authority.issue("elsewhere", "DNS:cloud.example.org");
+    authority.issue("late", "IP:127.0.0.1", -1);
+    const auto verified = [](const TestAuthority& trusted) {
+        return "?sslmode=verify-full&sslrootcert=" + trusted.caFile();
+    };
+    const auto status = [&](const TestAuthority& trusted) {
+        return code(machine(verified(trusted))->accountStatus({}));
+    };
+    EXPECT_EQ(status(authority), code::badContainer) << "a server without encryption";
+
+    const auto present = [&](const std::string& name) {
+        for (const auto& suffix : {".pem", ".key"}) {
+            const auto file = server.data() + "/server" + suffix;
+            std::filesystem::remove(file);
+            std::filesystem::copy_file(authority.file(name + suffix), file);
+            chmod(file.c_str(), 0600);
+            PostgresServer::own(file);
+        }
+        for (const auto* setting :
+             {"ssl_cert_file = 'server.pem'", "ssl_key_file = 'server.key'", "ssl = on"})
+            server.sql("ALTER SYSTEM SET " + std::string(setting));
+        server.stop();
+        server.start();
+    };
+    present("right");
+    EXPECT_EQ(status(authority), 0);
+    EXPECT_EQ(status(foreign), code::badContainer) << "an authority that nobody trusts";
+    EXPECT_EQ(server.sqlAs(account, "pass word", "SELECT 1"), "1\n");
+    const auto database = machine(verified(authority));
+    EXPECT_EQ(get(database->accountStatus({})), CloudAccountStatus::available);
+    EXPECT_EQ(server.sql("SELECT count(*) FROM pg_stat_ssl s JOIN pg_stat_activity a USING (pid) "
+                         "WHERE a.usename = '" +
+                         account + "' AND s.ssl"),
+              "1\n");
+    present("elsewhere");
+    EXPECT_EQ(status(authority), code::badContainer) << "a certificate of another server";
+    present("late");
+    EXPECT_EQ(status(authority), code::badContainer) << "a certificate that has expired";
+}
+
+}  // namespace
+}  // namespace quorvi::test

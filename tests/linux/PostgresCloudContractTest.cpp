@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/CloudContract.h"
+#include "tests/support/PostgresMachines.h"
+
+namespace quorvi::test {
+namespace {
+
+PostgresServer& server() {
+    static PostgresServer one;
+    return one;
+}
+
+struct PostgresRig {
+    CloudDatabase& first() { return first_; }
+    CloudDatabase& second() { return second_; }
+    CloudDatabase& stranger() { return stranger_; }
+    bool runUntil(const std::function<bool()>& done) { return until(loop_, done); }
+
+    explicit PostgresRig(PostgresTimes times = {}) : times_(times) {}
+
+    const PostgresTimes times_;
+    LoopScheduler loop_;
+    const std::string user_ = newAccount(server());
+    PostgresCloudDatabase first_{loop_, server().address(user_), password("pass word"), times_};
+    PostgresCloudDatabase second_{loop_, server().address(user_), password("pass word"), times_};
+    PostgresCloudDatabase stranger_{loop_, server().address(newAccount(server())),
+                                    password("pass word"), times_};
+};
+
+// A server that announces nothing is asked instead.
+struct SilentPostgresRig : PostgresRig {
+    SilentPostgresRig() : PostgresRig({.poll = std::chrono::milliseconds(50)}) {
+        server().sql("UPDATE quorvi.server SET push = false");
+    }
+    ~SilentPostgresRig() { server().sql("UPDATE quorvi.server SET push = true"); }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Postgres, CloudContract, PostgresRig);
+
+class SilentPostgres : public CloudContract<SilentPostgresRig> {};
+
+TEST_F(SilentPostgres, IsAskedForChanges) {
+    auto &first = rig.first(), &second = rig.second();
+    makeZone(first);
+    get(second.saveSubscription("changes", {}));
+    int told = 0;
+    auto subscription = second.onRemoteChange([&] { ++told; });
+    for (int i = 0; i < 2; ++i) {
+        const auto before = told;
+        // The first question may come after this change; then only a later one is news.
+        EXPECT_TRUE(rig.runUntil([&, n = 0]() mutable {
+            if (n++ % 50 == 0)
+                saved(first, record(std::to_string(i) + "." + std::to_string(n), "x"));
+            return told > before;
+        }));
+    }
+}
+
+}  // namespace
+}  // namespace quorvi::test

@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/FarNetwork.h"
+#include "tests/support/PostgresMachines.h"
+
+namespace quorvi::test {
+namespace {
+
+using namespace std::chrono_literals;
+namespace code = cloudErrorCode;
+
+// A server at the end of a link that is cut and slowed, and a second device beside the server.
+class PostgresCloudNetworkTest : public testing::Test, protected PostgresDesk {
+protected:
+    void SetUp() override {
+        if (geteuid() != 0) GTEST_SKIP() << "only root may make networks";
+        static FarNetwork network;
+        static PostgresServer one(FarNetwork::farAddress, network.prefix());
+        network_ = &network;
+        server_ = &one;
+        account = newAccount(one);
+        other = std::make_unique<PostgresCloudDatabase>(loop, one.socketAddress(account),
+                                                        password("pass word"));
+        get(other->saveZone("Notes", {}));
+    }
+    FarNetwork& network() const { return *network_; }
+    std::unique_ptr<PostgresCloudDatabase> farMachine(PostgresTimes times) {
+        return std::make_unique<PostgresCloudDatabase>(
+            loop, server_->address(account, "?sslmode=prefer"), password("pass word"), times);
+    }
+    static bool isOffline(int error) {
+        return error == code::networkUnavailable || error == code::networkFailure;
+    }
+
+    std::string account;
+    std::unique_ptr<PostgresCloudDatabase> other;
+
+private:
+    FarNetwork* network_ = nullptr;
+    PostgresServer* server_ = nullptr;
+};
+
+TEST_F(PostgresCloudNetworkTest, ComesBackAfterACutAndMissesNothing) {
+    const auto machine =
+        farMachine({.connect = 1s, .response = 1s, .firstRetry = 50ms, .lastRetry = 200ms});
+    int told = 0;
+    auto subscription = machine->onRemoteChange([&] { ++told; });
+    get(machine->saveSubscription("changes", {}));
+    auto page = get(machine->recordChanges("Notes", "", {}));
+
+    network().cut();
+    Running<std::vector<CloudSaveResult>> saving(
+        machine->saveRecords({noteRecord("in the cut", "x")}, {}));
+    EXPECT_TRUE(isOffline(code(machine->zoneChanges("", {}))));
+    ASSERT_TRUE(await(loop, saving));
+    EXPECT_FALSE(saving.value());
+    EXPECT_TRUE(isOffline(code(machine->accountStatus({})))) << "offline is no missing account";
+    get(other->saveRecords({noteRecord("meanwhile", "y")}, {}));
+
+    const auto before = told;
+    network().mend();
+    EXPECT_TRUE(until(loop, [&] { return told > before; })) << "nobody was told after the cut";
+    std::map<std::string, std::string> seen;
+    page = get(machine->recordChanges("Notes", page.token, {}));
+    for (const auto& one : page.modified) seen[one.id.name] = textOf(*one.payload);
+    EXPECT_EQ(seen["meanwhile"], "y");
+    // The save that failed may have come through: then it is there wholly, and once.
+    const auto results = get(machine->saveRecords({noteRecord("in the cut", "x")}, {}));
+    if (results.at(0).error) {
+        EXPECT_EQ(results[0].error->code(), code::serverRecordChanged);
+        EXPECT_EQ(textOf(*results[0].error->serverRecord()->payload), "x");
+    }
+    // And the subscription lives on.
+    const auto last = told;
+    get(other->saveRecords({noteRecord("afterwards", "z")}, {}));
+    EXPECT_TRUE(until(loop, [&] { return told > last; }));
+}
+
+// As long as bytes go, an answer may take many times the time that silence is allowed.
+TEST_F(PostgresCloudNetworkTest, IsPatientWithASlowLink) {
+    const auto machine = farMachine({.response = 2s});
+    EXPECT_EQ(get(machine->accountStatus({})), CloudAccountStatus::available);
+    network().slowTo("800kbit");
+    std::vector<CloudRecord> records;
+    for (int i = 0; i < 800; ++i)
+        records.push_back(noteRecord("r" + std::to_string(i), std::string(600, 'x')));
+    for (const auto& result : get(machine->saveRecords(records, {}))) EXPECT_FALSE(result.error);
+    std::size_t fetched = 0;
+    for (CloudRecordChanges page{.more = true}; page.more;) {
+        page = get(machine->recordChanges("Notes", page.token, {}));
+        fetched += page.modified.size();
+    }
+    network().hurry();
+    EXPECT_EQ(fetched, records.size());
+}
+
+TEST_F(PostgresCloudNetworkTest, StopsAndEndsWhileNothingAnswers) {
+    auto machine = farMachine({.connect = 1h, .response = 1h});
+    EXPECT_EQ(get(machine->accountStatus({})), CloudAccountStatus::available);
+    network().cut();
+    std::stop_source stop;
+    Running<CloudZoneChanges> stopped(machine->zoneChanges("", stop.get_token()));
+    Running<CloudZoneChanges> left(machine->zoneChanges("", {}));
+    loop.runFor(50ms);
+    EXPECT_FALSE(stopped.ended());
+    stop.request_stop();
+    ASSERT_TRUE(await(loop, stopped));
+    EXPECT_TRUE(stopped.cancelled());
+    machine.reset();
+    ASSERT_TRUE(await(loop, left));
+    EXPECT_TRUE(left.cancelled());
+    network().mend();
+}
+
+}  // namespace
+}  // namespace quorvi::test
