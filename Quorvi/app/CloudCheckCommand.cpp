@@ -13,6 +13,7 @@
 #include "Quorvi/platform/linux/LoopScheduler.h"
 #include "Quorvi/platform/linux/PosixFileStore.h"
 #include "Quorvi/platform/linux/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/sync/CloudReleaseCheck.h"
 
@@ -42,10 +43,11 @@ int runCloudCheck() {
         PosixFileStore files;
         SerialExecutor disk("preferences");
         SerialExecutor cloud("cloud");
+        SecretServiceKeychain keychain(scheduler);
         const PropertyListPreferences preferences(files, preferencesFile(), disk, scheduler);
         const auto address = preferences.string(preferenceKey::cloudDatabase).value_or("");
         const auto database =
-            openCloudDatabase(address, {scheduler, cloud, UserFolders::find().data});
+            openCloudDatabase(address, {scheduler, cloud, keychain, UserFolders::find().data});
         std::optional<std::int32_t> status;
         auto task = check(*database, status);
         task.start();

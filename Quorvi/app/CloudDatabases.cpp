@@ -1,51 +1,57 @@
 #include "Quorvi/app/CloudDatabases.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <string_view>
 
+#include "Quorvi/app/CloudPassword.h"
 #include "Quorvi/platform/linux/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/PostgresCloudDatabase.h"
 
 namespace quorvi {
 
 namespace {
 
-using Open = std::unique_ptr<CloudDatabase> (*)(const std::string& address,
-                                                const CloudDatabaseEnvironment& environment);
-
 // In the user's data, and never inside the shared folder.
 constexpr auto deviceFile = "cloud-device";
 constexpr auto standardFolder = "cloud";
+
 constexpr std::string_view folderScheme = "folder:";
+constexpr std::array<std::string_view, 2> serverSchemes{"postgresql://", "postgres://"};
 
-std::unique_ptr<CloudDatabase> inFolder(const std::filesystem::path& folder,
-                                        const CloudDatabaseEnvironment& environment) {
-    return std::make_unique<FolderCloudDatabase>(
-        environment.scheduler, environment.executor,
-        FolderCloudDatabase::Place{folder, environment.userData / deviceFile});
+std::filesystem::path folderOf(const std::string& address) {
+    return std::filesystem::path(address.substr(folderScheme.size())).lexically_normal();
 }
-
-std::unique_ptr<CloudDatabase> openFolder(const std::string& address,
-                                          const CloudDatabaseEnvironment& environment) {
-    const std::filesystem::path folder = address.substr(folderScheme.size());
-    if (!folder.is_absolute())
-        throw std::invalid_argument("cloudDatabase: " + address + " has no absolute path");
-    return inFolder(folder.lexically_normal(), environment);
-}
-
-// By what their addresses begin with.
-constexpr std::array<std::pair<std::string_view, Open>, 1> databases{{
-    {folderScheme, openFolder},
-}};
 
 }  // namespace
 
+bool isServerAddress(const std::string& address) {
+    return std::ranges::any_of(
+        serverSchemes, [&](const auto scheme) { return address.starts_with(scheme); });
+}
+
+std::optional<std::string> cloudAddressProblem(const std::string& address) {
+    if (address.empty()) return std::nullopt;
+    if (isServerAddress(address)) return PostgresCloudDatabase::refusal(address);
+    if (!address.starts_with(folderScheme))
+        return "cloudDatabase: " + address + " is no address that is known";
+    if (!folderOf(address).is_absolute())
+        return "cloudDatabase: " + address + " has no absolute path";
+    return std::nullopt;
+}
+
 std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
                                                  const CloudDatabaseEnvironment& environment) {
-    if (address.empty()) return inFolder(environment.userData / standardFolder, environment);
-    for (const auto& [scheme, open] : databases)
-        if (address.starts_with(scheme)) return open(address, environment);
-    throw std::invalid_argument("cloudDatabase: " + address + " is no address that is known");
+    if (const auto problem = cloudAddressProblem(address)) throw std::invalid_argument(*problem);
+    if (isServerAddress(address))
+        return std::make_unique<PostgresCloudDatabase>(
+            environment.scheduler, address, cloudPassword(environment.keychain, address));
+    const auto folder =
+        address.empty() ? environment.userData / standardFolder : folderOf(address);
+    return std::make_unique<FolderCloudDatabase>(
+        environment.scheduler, environment.executor,
+        FolderCloudDatabase::Place{folder, environment.userData / deviceFile});
 }
 
 }  // namespace quorvi

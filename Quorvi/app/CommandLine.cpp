@@ -81,11 +81,21 @@ CommandLine CommandLine::parse() {
     const QCommandLineOption removeKey(
         QStringLiteral("remove-key"),
         QStringLiteral("By itself: removes the API key from the keyring and ends."));
+    const QCommandLineOption cloudDatabase(
+        QStringLiteral("cloud-database"),
+        QStringLiteral("By itself, as --cloud-database=ADDRESS: sets which cloud the machines of "
+                       "the user share, and ends. folder:/path or postgresql://user@host/name; "
+                       "without an address a folder of this machine's own."),
+        QStringLiteral("address"));
+    const QCommandLineOption cloudPassword(
+        QStringLiteral("store-cloud-password"),
+        QStringLiteral("By itself: reads the password of the cloud database from the standard "
+                       "input, stores it in the keyring and ends."));
     const QCommandLineOption cloudCheck(
         QStringLiteral("cloud-release-check"),
         QStringLiteral("By itself: writes to the cloud database, reads it back, cleans up, says how "
                        "it went and ends, with status 2 when no account is signed in."));
-    parser.addOptions({storeKey, removeKey, cloudCheck, shortcut, mode, stages});
+    parser.addOptions({storeKey, removeKey, cloudDatabase, cloudPassword, cloudCheck, shortcut, mode, stages});
     if (!parser.parse(QCoreApplication::arguments())) complain(parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) parser.showHelp();
     if (parser.isSet(QStringLiteral("version"))) parser.showVersion();

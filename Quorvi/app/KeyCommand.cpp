@@ -1,13 +1,11 @@
 #include "Quorvi/app/KeyCommand.h"
 
-#include <termios.h>
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdio>
 #include <optional>
 #include <string>
 
+#include "Quorvi/app/SecretInput.h"
 #include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/platform/linux/LoopScheduler.h"
 #include "Quorvi/platform/linux/PosixFileStore.h"
@@ -15,7 +13,6 @@
 #include "Quorvi/platform/linux/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/system/KeychainStore.h"
-#include "QuorviCore/Wipe.h"
 
 namespace quorvi {
 
@@ -26,45 +23,11 @@ using namespace std::chrono_literals;
 // The keyring may ask for its password, which takes the user's time.
 constexpr Duration patience = 10min;
 
-constexpr std::size_t longestKey = 4096;
-
-// A terminal that does not show what is typed, while the object lives.
-class Unseen {
-public:
-    Unseen() {
-        if (tcgetattr(STDIN_FILENO, &before_) != 0) return;
-        auto unseen = before_;
-        unseen.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-        isChanged_ = tcsetattr(STDIN_FILENO, TCSAFLUSH, &unseen) == 0;
-    }
-    Unseen(const Unseen&) = delete;
-    Unseen& operator=(const Unseen&) = delete;
-    ~Unseen() {
-        if (isChanged_) tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
-    }
-
-private:
-    termios before_{};
-    bool isChanged_ = false;
-};
-
-std::string readKey() {
-    const bool asks = isatty(STDIN_FILENO) != 0;
-    if (asks) std::fprintf(stderr, "OpenAI API key: ");
-    const Unseen unseen;
-    std::string key;
-    key.reserve(longestKey);  // so that no copy is left behind
-    for (char c = 0; key.size() < longestKey && read(STDIN_FILENO, &c, 1) == 1 && c != '\n';)
-        key += c;
-    if (asks) std::fprintf(stderr, "\n");
-    return key;
-}
-
 Task<void> carryOut(KeyCommand command, KeychainStore& store, std::optional<int>& status) {
     std::optional<std::string> problem;
     try {
         if (command == KeyCommand::store) {
-            auto saving = store.save(readKey());
+            auto saving = store.save(std::string(readSecret("OpenAI API key: ").view()));
             co_await saving;
         } else {
             auto removing = store.remove();

@@ -14,10 +14,10 @@ namespace quorvi {
 namespace {
 
 std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& scheduler,
-                                     Executor& executor) {
+                                     Executor& executor, Keychain& keychain) {
     const auto address = preferences.string(preferenceKey::cloudDatabase).value_or("");
     try {
-        return openCloudDatabase(address, {scheduler, executor, UserFolders::find().data});
+        return openCloudDatabase(address, {scheduler, executor, keychain, UserFolders::find().data});
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "quorvi: %s\n", error.what());
         return std::make_unique<UnusableCloudDatabase>(error.what());
@@ -29,7 +29,8 @@ std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& 
 Synchronisation::Synchronisation(AppModel& model, HistoryStore& history,
                                  CorrectionStore& corrections, Preferences& preferences,
                                  FileStore& files, Scheduler& scheduler)
-    : database_(cloud(preferences, scheduler, cloudExecutor_)),
+    : keychain_(scheduler),
+      database_(cloud(preferences, scheduler, cloudExecutor_, keychain_)),
       sync_(std::make_unique<AccountSync>(AccountSync::Environment{
           model, history, corrections, preferences, scheduler, *database_,
           {files, journals_, syncArchiveFile(), disk_, scheduler}})) {}

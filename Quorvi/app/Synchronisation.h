@@ -4,6 +4,7 @@
 
 #include "Quorvi/platform/FileStore.h"
 #include "Quorvi/platform/linux/PosixJournalFiles.h"
+#include "Quorvi/platform/linux/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/sync/AccountSync.h"
 
@@ -22,6 +23,7 @@ private:
     SerialExecutor cloudExecutor_{"cloud"};
     SerialExecutor disk_{"sync"};
     PosixJournalFiles journals_;
+    SecretServiceKeychain keychain_;
     std::unique_ptr<CloudDatabase> database_;
     std::unique_ptr<AccountSync> sync_;
 };

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "Quorvi/app/Application.h"
-#include "Quorvi/app/CloudCheckCommand.h"
+#include "Quorvi/app/CloudCommand.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/KeyCommand.h"
 
@@ -59,8 +59,7 @@ int main(int argc, char** argv) {
     if (argc == 2)
         if (const auto command = quorvi::keyCommandFromArgument(argv[1]))
             return quorvi::runKeyCommand(*command);
-    if (argc == 2 && std::string_view(argv[1]) == quorvi::cloudCheckArgument)
-        return quorvi::runCloudCheck();
+    if (const auto status = quorvi::runCloudCommand({argv + 1, argv + argc})) return *status;
     const char* display = std::getenv("DISPLAY");
     if (!display || !*display) {
         std::fprintf(stderr, "quorvi: There is no X display. Start Quorvi on a desktop.\n");

@@ -8,6 +8,7 @@
 #include "QuorviCore/propertylist/PropertyList.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
+#include "tests/support/PostgresServer.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestUser.h"
 
@@ -144,6 +145,16 @@ protected:
 TEST_F(SyncBetweenProgramsTest, ThroughASharedFolder) {
     const TestFolder shared;
     exchange("folder:" + (shared.path() / "cloud").string());
+}
+
+TEST_F(SyncBetweenProgramsTest, ThroughAServer) {
+    const PostgresServer server;
+    server.addAccount("ada", "a password");
+    const auto passwords = folder_.write("passwords", "*:*:*:ada:a password\n");
+    std::filesystem::permissions(passwords, std::filesystem::perms::owner_read);
+    setenv("PGPASSFILE", passwords.c_str(), 1);
+    exchange(server.address("ada"));
+    unsetenv("PGPASSFILE");
 }
 
 }  // namespace

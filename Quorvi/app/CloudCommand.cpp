@@ -1,0 +1,83 @@
+#include "Quorvi/app/CloudCommand.h"
+
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+
+#include "Quorvi/app/CloudCheckCommand.h"
+#include "Quorvi/app/CloudDatabases.h"
+#include "Quorvi/app/CloudPassword.h"
+#include "Quorvi/app/SecretInput.h"
+#include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/dictation/PreferenceKeys.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/PosixFileStore.h"
+#include "Quorvi/platform/linux/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/SecretServiceKeychain.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+
+namespace quorvi {
+
+namespace {
+
+constexpr std::string_view addressArgument = "--cloud-database=";
+constexpr std::string_view passwordArgument = "--store-cloud-password";
+
+int complain(const std::string& problem) {
+    std::fprintf(stderr, "quorvi: %s\n", problem.c_str());
+    return 1;
+}
+
+// The preferences without a program around them.
+struct Stored {
+    LoopScheduler scheduler;
+    PosixFileStore files;
+    SerialExecutor disk{"preferences"};
+    PropertyListPreferences preferences{files, preferencesFile(), disk, scheduler};
+};
+
+int storeAddress(const std::string& address) {
+    if (const auto problem = cloudAddressProblem(address)) return complain(*problem);
+    Stored stored;
+    if (address.empty())
+        stored.preferences.remove(preferenceKey::cloudDatabase);
+    else
+        stored.preferences.setString(preferenceKey::cloudDatabase, address);
+    stored.preferences.flush();
+    if (const auto problem = stored.preferences.persistenceError()) return complain(*problem);
+    std::printf("Quorvi will use this cloud from its next start on.\n");
+    return 0;
+}
+
+int storePassword() {
+    Stored stored;
+    const auto address = stored.preferences.string(preferenceKey::cloudDatabase).value_or("");
+    if (!isServerAddress(address))
+        return complain("The cloud is a folder, which has no password.");
+    const auto password = readSecret("Password of the database: ");
+    SecretServiceKeychain keychain(stored.scheduler);
+    const auto query = cloudPasswordQuery(address);
+    auto status = keychain.update(query, password, {});
+    if (status == KeychainStatus::itemNotFound)
+        status = keychain.add(query, password,
+                              KeychainAccessibility::whenUnlockedThisDeviceOnly, {});
+    if (status != KeychainStatus::success)
+        return complain("The keyring did not take the password (" +
+                        std::to_string(static_cast<int>(status)) + ").");
+    std::printf("The password is in your keyring.\n");
+    return 0;
+}
+
+}  // namespace
+
+std::optional<int> runCloudCommand(const std::vector<std::string_view>& arguments) {
+    if (arguments.size() != 1) return std::nullopt;
+    const auto argument = arguments[0];
+    if (argument == cloudCheckArgument) return runCloudCheck();
+    if (argument == passwordArgument) return storePassword();
+    if (argument.starts_with(addressArgument))
+        return storeAddress(std::string(argument.substr(addressArgument.size())));
+    return std::nullopt;
+}
+
+}  // namespace quorvi

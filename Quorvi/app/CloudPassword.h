@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "Quorvi/platform/Keychain.h"
+#include "Quorvi/platform/linux/PostgresSettings.h"
+
+namespace quorvi {
+
+// Where the password of a database is in the user's keychain: beside its address, so that each
+// account of each server has its own.
+KeychainQuery cloudPasswordQuery(const std::string& address);
+
+// Looks there. Without an item, or without a keychain, libpq looks in its own files. The keychain
+// outlives it.
+PostgresPassword cloudPassword(Keychain& keychain, const std::string& address);
+
+}  // namespace quorvi
