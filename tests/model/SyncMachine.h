@@ -27,10 +27,10 @@ namespace quorvi::test {
 
 using namespace std::chrono_literals;
 
-// The virtual clock as one machine sees it, whose own clock may be wrong.
+// Time as one machine sees it, whose own clock may be wrong.
 class SkewedScheduler : public Scheduler {
 public:
-    explicit SkewedScheduler(VirtualScheduler& right) : right_(right) {}
+    explicit SkewedScheduler(Scheduler& right) : right_(right) {}
     TimePoint now() const override { return right_.now(); }
     Date date() const override { return {right_.date().secondsSinceReferenceDate + skew}; }
     void post(std::function<void()> work) override { right_.post(std::move(work)); }
@@ -44,7 +44,7 @@ public:
     double skew = 0;  // seconds
 
 private:
-    VirtualScheduler& right_;
+    Scheduler& right_;
 };
 
 // One of the user's machines: the stores, the controller and the synchronisation on fakes, with
@@ -52,7 +52,14 @@ private:
 class SyncMachine {
 public:
     SyncMachine(VirtualScheduler& time, CloudDatabase& database)
-        : scheduler(time), cloud(database), accessibility(time) {
+        : SyncMachine(time, database, time, nullptr) {}
+    // In real time, with background work on an executor; `fakes` is for what is not looked at.
+    SyncMachine(Scheduler& time, CloudDatabase& database, VirtualScheduler& fakes,
+                Executor* background)
+        : scheduler(time),
+          cloud(database),
+          executor(background ? *background : turns),
+          accessibility(fakes) {
         preferences.setBoolean("tarnelCorrectionsSeeded", true);
         preferences.setBytes("savedTextCorrections", bytesOf("[]"));
     }
@@ -124,7 +131,8 @@ public:
     const TestFolder folder;
     SkewedScheduler scheduler;
     CloudDatabase& cloud;
-    TurnExecutor executor{scheduler};
+    TurnExecutor turns{scheduler};
+    Executor& executor;
     FakeKeyEventTap keyboard;
     FakeKeyEventPoster poster{scheduler, &keyboard};
     FakeAccessibility accessibility;
