@@ -172,7 +172,7 @@ void run(int accounts, int devices, int seconds, bool push) {
            "us/change");
     figure("pg_load_devices" + suffix, totals.changes / spent * 86'400 / changesOfADevice / 10,
            "devices");
-    if (!push) return;
+    if (!push || totals.received.empty()) return;
     figure("pg_load_received_p50", percentile(totals.received, 0.5), "ms");
     figure("pg_load_received_p95", percentile(totals.received, 0.95), "ms");
     figure("pg_load_session_memory", after.megabytes, "MB");
