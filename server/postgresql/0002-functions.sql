@@ -79,11 +79,12 @@ LANGUAGE plpgsql AS $$
 #variable_conflict use_column
 DECLARE
     change record;
-    known integer := pg_catalog.cardinality(pg_catalog.array_remove(tags, 0));
+    new record;
+    stored record;
     wanted integer := pg_catalog.cardinality(names);
+    known integer := pg_catalog.cardinality(pg_catalog.array_remove(tags, 0));
     base bigint;
     generation bigint;
-    counted integer := 0;
     saved integer := 0;
 BEGIN
     change := quorvi.begin_change(wanted);
@@ -94,23 +95,25 @@ BEGIN
         RETURN QUERY SELECT 0::bigint, 26, 0::bigint, NULL::text, NULL::bytea;
         RETURN;
     END IF;
+    -- No statement here joins the batch with the table: how many rows an account has is something
+    -- the planner can be very wrong about, and a loop over single rows always takes their key.
     IF known < wanted THEN
         INSERT INTO quorvi.records (account, zone, version, name, type, payload)
-            SELECT CURRENT_USER::text, generation, base + new.place, new.name, new.type, new.payload
+            SELECT CURRENT_USER::text, generation, base + n.place, n.name, n.type, n.payload
             FROM ROWS FROM (unnest(names), unnest(types), unnest(tags), unnest(payloads))
-                WITH ORDINALITY AS new (name, type, tag, payload, place)
-            WHERE new.tag = 0
+                WITH ORDINALITY AS n (name, type, tag, payload, place)
+            WHERE n.tag = 0
             ON CONFLICT (account, zone, name) DO NOTHING;
         GET DIAGNOSTICS saved = ROW_COUNT;
     END IF;
     IF known > 0 THEN
-        UPDATE quorvi.records r SET version = base + new.place, type = new.type, payload = new.payload
-            FROM ROWS FROM (unnest(names), unnest(types), unnest(tags), unnest(payloads))
-                WITH ORDINALITY AS new (name, type, tag, payload, place)
-            WHERE new.tag <> 0 AND r.account = CURRENT_USER::text AND r.zone = generation
-                AND r.name = new.name AND r.version = new.tag;
-        GET DIAGNOSTICS counted = ROW_COUNT;
-        saved := saved + counted;
+        FOR new IN SELECT * FROM ROWS FROM (unnest(names), unnest(types), unnest(tags), unnest(payloads))
+                WITH ORDINALITY AS n (name, type, tag, payload, place) WHERE n.tag <> 0 LOOP
+            UPDATE quorvi.records r SET version = base + new.place, type = new.type, payload = new.payload
+                WHERE r.account = CURRENT_USER::text AND r.zone = generation
+                    AND r.name = new.name AND r.version = new.tag;
+            IF FOUND THEN saved := saved + 1; END IF;
+        END LOOP;
     END IF;
     IF saved > 0 THEN
         UPDATE quorvi.zones z SET version = change.version
@@ -118,13 +121,16 @@ BEGIN
         PERFORM quorvi.announce_change(change.id);
     END IF;
     RETURN QUERY SELECT 0::bigint, 0, base, NULL::text, NULL::bytea;
-    IF saved < wanted THEN
-        RETURN QUERY SELECT new.place, CASE WHEN r.name IS NULL THEN 11 ELSE 14 END, r.version, r.type, r.payload
-            FROM unnest(names) WITH ORDINALITY AS new (name, place)
-            LEFT JOIN quorvi.records r
-                ON r.account = CURRENT_USER::text AND r.zone = generation AND r.name = new.name
-            WHERE r.version IS DISTINCT FROM base + new.place;
-    END IF;
+    IF saved = wanted THEN RETURN; END IF;
+    FOR new IN SELECT n.place, n.name FROM unnest(names) WITH ORDINALITY AS n (name, place) LOOP
+        SELECT r.version, r.type, r.payload INTO stored FROM quorvi.records r
+            WHERE r.account = CURRENT_USER::text AND r.zone = generation AND r.name = new.name;
+        IF NOT FOUND THEN
+            RETURN QUERY SELECT new.place, 11, NULL::bigint, NULL::text, NULL::bytea;
+        ELSIF stored.version <> base + new.place THEN
+            RETURN QUERY SELECT new.place, 14, stored.version, stored.type, stored.payload;
+        END IF;
+    END LOOP;
 END $$;
 
 -- Only accounts may call these.

@@ -238,7 +238,7 @@ TEST(FolderCloud, LosesNothingWhateverTheSynchroniserDoes) {
         const char* value = std::getenv(name);
         return value ? std::atoi(value) : standard;
     };
-    const int first = variable("QUORVI_SEED", 1), rounds = variable("QUORVI_ROUNDS", 200);
+    const int first = variable("QUORVI_SEED", 1), rounds = variable("QUORVI_ROUNDS", 100);
     for (int seed = first; seed < first + rounds; ++seed) {
         SCOPED_TRACE("QUORVI_SEED=" + std::to_string(seed));
         try {

@@ -261,6 +261,32 @@ TEST_F(PostgresCloudDatabaseTest, EndsWhatIsUnderWayWhenItGoes) {
     EXPECT_TRUE(fetching.cancelled() || fetching.value());
 }
 
+TEST_F(PostgresCloudDatabaseTest, WorksAlikeOnRecordsInParts) {
+    const PostgresServer apart;
+    const auto user = newAccount(apart), other = newAccount(apart);
+    PostgresCloudDatabase mine(loop, apart.address(user), password("pass word"));
+    get(mine.saveZone("Notes", {}));
+    const auto before = get(mine.saveRecords({noteRecord("before", "x")}, {})).at(0).record;
+    const auto token = get(mine.recordChanges("Notes", "", {})).token;
+    outputOf({"psql", "-Xq", "-1", "-v", "ON_ERROR_STOP=1", "-v", "parts=8", "-d",
+              apart.socketAddress("postgres"), "-f",
+              QUORVI_TEST_SUPPORT "/../../server/postgresql/partition-by-account.sql"});
+    const auto results = get(mine.saveRecords(
+        {noteRecord("before", "y", before.changeTag), noteRecord("new", "z"),
+         noteRecord("gone", "z", "1"), noteRecord("before", "late", before.changeTag)},
+        {}));
+    EXPECT_FALSE(results.at(0).error);
+    EXPECT_FALSE(results.at(1).error);
+    EXPECT_EQ(results.at(2).error->code(), code::unknownItem);
+    EXPECT_EQ(results.at(3).error->serverRecord(), results[0].record);
+    const auto page = get(mine.recordChanges("Notes", token, {}));
+    EXPECT_EQ(page.modified.size(), 2u);
+    for (const auto* table : {"records", "records_0", "records_7"})
+        EXPECT_EQ(
+            apart.sqlAs(other, "pass word", "SELECT 1 FROM quorvi." + std::string(table)).find("1"),
+            std::string::npos);
+}
+
 TEST_F(PostgresCloudDatabaseTest, SetsUpADatabaseTwiceAndChangesAPassword) {
     server().manage("set-up");
     const auto user = newAccount(server(), "old");

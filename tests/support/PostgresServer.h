@@ -24,10 +24,15 @@ namespace quorvi::test {
 // runs as the user postgres.
 class PostgresServer {
 public:
-    // It listens on `host`; `prefix` begins the command that starts it.
+    // It listens on `host`; `prefix` begins the command that starts it; `settings` are NAME=value.
+    // A test does without waiting for the disk, which matters when the machine itself crashes.
     explicit PostgresServer(const std::string& host = "127.0.0.1",
-                            std::vector<std::string> prefix = {})
-        : prefix_(std::move(prefix)), host_(host), port_(freePort()) {
+                            std::vector<std::string> prefix = {},
+                            std::vector<std::string> settings = {"fsync=off"})
+        : prefix_(std::move(prefix)),
+          settings_(std::move(settings)),
+          host_(host),
+          port_(freePort()) {
         std::string pattern = "/tmp/quorvi-postgres-XXXXXX";
         if (!mkdtemp(pattern.data())) throw std::runtime_error("no folder for a server");
         folder_ = pattern;
@@ -59,11 +64,8 @@ public:
                                          "-p",
                                          std::to_string(port_),
                                          "-c",
-                                         "listen_addresses=" + host_,
-                                         "-c",
-                                         "fsync=off",
-                                         "-c",
-                                         "max_connections=40"};
+                                         "listen_addresses=" + host_};
+        for (const auto& setting : settings_) command.insert(command.end(), {"-c", setting});
         command = asServer(std::move(command));
         command.insert(command.begin(), prefix_.begin(), prefix_.end());
         // After a crash the processes that the dead server left behind take a moment to go.
@@ -181,6 +183,7 @@ private:
     }
 
     const std::vector<std::string> prefix_;
+    const std::vector<std::string> settings_;
     const std::string host_;
     const int port_;
     std::filesystem::path folder_;

@@ -120,16 +120,19 @@ Task<CloudRecordChanges> FolderCloudDatabase::recordChanges(std::string zone, st
 }
 
 Task<void> FolderCloudDatabase::saveSubscription(std::string, std::stop_token stop) {
-    auto asking = run([](FolderCloud& cloud) { return cloud.ownFolder(); }, stop);
-    const auto own = co_await asking;
-    watch_.reset();
-    watch_ = std::make_unique<FolderWatch>(
-        folder_, own.filename().string(),
-        [&scheduler = scheduler_, weak = std::weak_ptr(remoteChange_)] {
-            scheduler.post([weak] {
-                if (const auto observers = weak.lock()) observers->notify();
-            });
+    const auto changed = [&scheduler = scheduler_, weak = std::weak_ptr(remoteChange_)] {
+        scheduler.post([weak] {
+            if (const auto observers = weak.lock()) observers->notify();
         });
+    };
+    // A network mount may take its time for this, too.
+    auto watching = run(
+        [changed, folder = folder_](FolderCloud& cloud) {
+            return std::make_unique<FolderWatch>(folder, cloud.ownFolder().filename().string(),
+                                                 changed);
+        },
+        stop);
+    watch_ = co_await watching;
 }
 
 Subscription FolderCloudDatabase::onRemoteChange(std::function<void()> observer) {

@@ -1,0 +1,19 @@
+-- Splits the records into parts by account, for a large server; see docs/SCALING.md. By hand, once,
+-- with nobody connected:
+--   psql --single-transaction -v ON_ERROR_STOP=1 -v parts=64 -f server/postgresql/partition-by-account.sql quorvi
+-- Whatever an account does then concerns one part. Accounts have no rights to the parts themselves.
+SET ROLE quorvi_owner;
+ALTER TABLE quorvi.records RENAME TO records_before;
+ALTER TABLE quorvi.records_before NO FORCE ROW LEVEL SECURITY;
+CREATE TABLE quorvi.records (LIKE quorvi.records_before INCLUDING ALL) PARTITION BY HASH (account);
+SELECT pg_catalog.format(
+        'CREATE TABLE quorvi.records_%s PARTITION OF quorvi.records FOR VALUES WITH (MODULUS %s, REMAINDER %s)',
+        part, :parts, part)
+    FROM pg_catalog.generate_series(0, :parts - 1) part \gexec
+INSERT INTO quorvi.records SELECT * FROM quorvi.records_before;
+DROP TABLE quorvi.records_before;
+ALTER TABLE quorvi.records ENABLE ROW LEVEL SECURITY;
+ALTER TABLE quorvi.records FORCE ROW LEVEL SECURITY;
+CREATE POLICY own ON quorvi.records USING (account = CURRENT_USER::text);
+GRANT SELECT, INSERT, UPDATE, DELETE ON quorvi.records TO quorvi_accounts;
+RESET ROLE;
