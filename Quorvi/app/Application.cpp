@@ -22,7 +22,7 @@
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/ui/QtScheduler.h"
-#include "Quorvi/ui/RecordingPanel.h"
+#include "Quorvi/ui/indicator/RecordingPanel.h"
 #include "Quorvi/ui/StatusItem.h"
 #include "QuorviCore/launch/LaunchPolicy.h"
 

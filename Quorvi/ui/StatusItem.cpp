@@ -10,7 +10,7 @@
 #include <QString>
 #include <utility>
 
-#include "Quorvi/ui/StageIcon.h"
+#include "Quorvi/ui/indicator/StageIcon.h"
 
 namespace quorvi {
 
