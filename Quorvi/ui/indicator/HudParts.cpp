@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Quorvi/ui/indicator/StageIcon.h"
+#include "Quorvi/ui/StageIcon.h"
 
 namespace quorvi {
 
@@ -89,7 +89,9 @@ void StageSign::paintEvent(QPaintEvent*) {
 
 HudText::HudText(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
 }
 
 void HudText::setLineLimit(int lines) {
@@ -99,9 +101,33 @@ void HudText::setLineLimit(int lines) {
     update();
 }
 
+int HudText::breakLines(QTextLayout& layout, double width) const {
+    QTextOption option(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft));
+    option.setTextDirection(layoutDirection());
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    const double spacing = QFontMetricsF(font()).lineSpacing();
+    int end = 0;
+    for (int number = 0; number < lines_; ++number) {
+        auto line = layout.createLine();
+        if (!line.isValid()) break;
+        line.setLineWidth(width);
+        line.setPosition({0, number * spacing});
+        end = line.textStart() + line.textLength();
+    }
+    layout.endLayout();
+    return end;
+}
+
+int HudText::heightForWidth(int width) const {
+    QTextLayout layout(text(), font());
+    breakLines(layout, width);
+    return std::max(layout.lineCount(), 1) * fontMetrics().lineSpacing();
+}
+
 QSize HudText::sizeHint() const {
-    const auto metrics = fontMetrics();
-    return {metrics.horizontalAdvance(text()), metrics.lineSpacing() * lines_};
+    return {fontMetrics().horizontalAdvance(text()), fontMetrics().lineSpacing()};
 }
 
 QSize HudText::minimumSizeHint() const {
@@ -111,33 +137,20 @@ QSize HudText::minimumSizeHint() const {
 void HudText::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::WindowText));
-    const QFontMetricsF metrics(font());
+    painter.setFont(font());
     QTextLayout layout(text(), font());
-    QTextOption option(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft));
-    option.setTextDirection(layoutDirection());
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    double y = 0;
-    for (int number = 1; number <= lines_; ++number) {
-        auto line = layout.createLine();
-        if (!line.isValid()) break;
-        line.setLineWidth(width());
-        const int end = line.textStart() + line.textLength();
-        if (number == lines_ && end < text().size()) {
-            const auto rest = metrics.elidedText(text().mid(line.textStart()), Qt::ElideRight,
-                                                 width());
-            layout.endLayout();
-            painter.drawText(QRectF(0, y, width(), metrics.lineSpacing()),
-                             static_cast<int>(option.alignment() | Qt::AlignTop), rest);
-            if (number > 1) layout.lineAt(0).draw(&painter, {0, 0});
-            return;
+    const bool isWhole = breakLines(layout, width()) == text().size();
+    for (int number = 0; number < layout.lineCount(); ++number) {
+        const auto line = layout.lineAt(number);
+        if (isWhole || number + 1 < layout.lineCount()) {
+            line.draw(&painter, {0, 0});
+            continue;
         }
-        line.setPosition({0, y});
-        y += metrics.lineSpacing();
+        const auto rest = fontMetrics().elidedText(text().mid(line.textStart()), Qt::ElideRight,
+                                                   width());
+        painter.drawText(QRectF(0, line.y(), width(), line.height()),
+                         static_cast<int>(layout.textOption().alignment() | Qt::AlignTop), rest);
     }
-    layout.endLayout();
-    layout.draw(&painter, {0, 0});
 }
 
 HudTime::HudTime(QWidget* parent) : QLabel(parent) {

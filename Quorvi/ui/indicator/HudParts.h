@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QWidget>
 
+class QTextLayout;
+
 #include "Quorvi/ui/indicator/ThemePalette.h"
 
 // What the recording indicator is put together from.
@@ -40,6 +42,8 @@ class HudText : public QLabel {
 public:
     explicit HudText(QWidget* parent);
     void setLineLimit(int lines);
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -47,6 +51,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    // Breaks the text into lines of the layout, and returns how much of it they hold.
+    int breakLines(QTextLayout& layout, double width) const;
+
     int lines_ = 1;
 };
 

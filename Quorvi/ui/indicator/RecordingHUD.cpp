@@ -3,12 +3,13 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QPaintEvent>
 #include <QVBoxLayout>
 #include <cmath>
 #include <utility>
 
 #include "Quorvi/ui/ModelText.h"
-#include "Quorvi/ui/indicator/StageIcon.h"
+#include "Quorvi/ui/StageIcon.h"
 
 namespace quorvi {
 
@@ -20,7 +21,7 @@ constexpr int hintSize = 11;
 
 void paintShadow(QPainter& painter, const QRectF& capsule) {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0, 0, 0, 6));
+    painter.setBrush(QColor(0, 0, 0, 4));
     for (int spread = RecordingHUD::shadowMargin - 1; spread >= 0; --spread) {
         const double radius = RecordingHUD::cornerRadius + spread;
         painter.drawRoundedRect(capsule.adjusted(-spread, 1 - spread, spread, spread), radius,

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/indicator/StageIcon.h"
+#include "Quorvi/ui/StageIcon.h"
 
 #include <QPainterPath>
 
