@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "Quorvi/app/AppWindow.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/LinuxDesktop.h"
 #include "Quorvi/app/QtKeyMonitor.h"
@@ -24,6 +25,7 @@
 #include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/RecordingPanel.h"
 #include "Quorvi/ui/StatusItem.h"
+#include "Quorvi/ui/design/DesignStyle.h"
 #include "QuorviCore/launch/LaunchPolicy.h"
 
 namespace quorvi {
@@ -34,6 +36,8 @@ using namespace std::chrono_literals;
 
 // How long quitting waits for the clipboard to be given back.
 constexpr auto quitPatience = 2s;
+// A desktop that is just starting has its tray by then.
+constexpr auto trayPatience = 5s;
 
 // The program, put together. Members are in the order of dependence.
 class Application {
@@ -54,6 +58,10 @@ public:
             std::make_unique<RecordingPanel>(*model_, [this] { return desktop_.isComposited(); });
         statusItem_ = std::make_unique<StatusItem>(*model_, [this] { quit(); });
         statusItem_->checkForUpdates = [this] { updates_.updater().check(); };
+        window_ = std::make_unique<AppWindow>(
+            AppWindow::Parts{*model_, corrections_, history_, sync_, *keyStore_, updates_.updater(),
+                             preferences_, scheduler_, [this] { quit(); }});
+        trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
         changes_ = model_->onChange([this] { modelChanged(); });
@@ -71,6 +79,7 @@ public:
         if (quitting_) return;
         quitting_ = true;
         permissions_ = {};
+        trayTimer_.cancel();
         statusItem_->hide();
         model_->shutdown();
         updates_.updater().close();
@@ -94,7 +103,7 @@ private:
         preferences_.setBoolean(preferenceKey::hasLaunched, true);
         auto looking = keyStore_->refresh();
         const bool hasSavedKey = co_await looking;
-        if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) statusItem_->welcome();
+        if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) window_->open();
     }
 
     void reportPreferences() {
@@ -149,6 +158,8 @@ private:
     Updates updates_{scheduler_, preferences_};
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<AppWindow> window_;
+    Timer trayTimer_;
     std::unique_ptr<QuitSignals> quitSignals_;
     bool printStages_;
     bool quitting_ = false;
@@ -170,6 +181,7 @@ int runApplication(QApplication& qt, std::string apiKey) {
         std::fprintf(stderr, "quorvi: Quorvi is running already.\n");
         return 0;
     }
+    installDesign(qt);
     try {
         Application application(qt, options, std::move(apiKey));
         return QApplication::exec();

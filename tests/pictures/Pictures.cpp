@@ -1,0 +1,176 @@
+// Draws the window's pages in every state and theme, from fixed data, to PNG files in a folder:
+//   quorvi-pictures FOLDER [SUFFIX]
+#include <QApplication>
+#include <QDir>
+#include <QPixmap>
+#include <QPushButton>
+#include <cstdio>
+
+#include "Quorvi/ui/corrections/CorrectionEditor.h"
+#include "Quorvi/ui/design/DesignStyle.h"
+#include "Quorvi/ui/design/Page.h"
+#include "Quorvi/ui/window/Pages.h"
+#include "tests/support/Palettes.h"
+#include "tests/support/WindowWorld.h"
+
+namespace quorvi::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Album {
+public:
+    Album(QString folder, QString suffix) : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
+
+    void setTheme(const QString& theme) { theme_ = theme; }
+
+    void take(QWidget& widget, const QString& name) {
+        QCoreApplication::processEvents();
+        const QString file =
+            folder_ + QLatin1Char('/') + name + QLatin1Char('-') + theme_ + suffix_ + ".png";
+        widget.grab().save(file);
+        std::printf("%s\n", qPrintable(file));
+    }
+
+    // The page as high as its content, so that nothing of it needs scrolling.
+    void takeWhole(MainWindow& window, const QString& name) {
+        QCoreApplication::processEvents();
+        for (auto* page : window.findChildren<Page*>()) {
+            if (!page->isVisible()) continue;
+            auto* content = page->widget();
+            window.resize(940, qMax(800, content->heightForWidth(page->viewport()->width())));
+        }
+        take(window, name);
+        window.resize(940, 800);
+    }
+
+private:
+    QString folder_;
+    QString suffix_;
+    QString theme_;
+};
+
+void fillCorrections(CorrectionStore& store) {
+    store.save({.original = "Lorem Ypsum", .replacement = "Lorem Ipsum", .isEnabled = false});
+    store.save({.original = "καλιμερα", .replacement = "Καλημέρα", .learnedAutomatically = true});
+    store.save({.original = "שלום עולם", .replacement = "שלום, עולם!"});
+    store.save({.original = "a phrase that is so long that it takes more than a single line of the "
+                            "list and has to go on below",
+                .replacement = "A Phrase That Is So Long That It Takes More Than A Single Line"});
+    store.save({.original = "Russet Miner", .replacement = "russetmanor"});
+}
+
+void dictationPages(Album& album) {
+    {
+        WindowWorld world;
+        world.withdrawEverything();
+        album.takeWhole(world.show(), "dictation-setup");
+        world.permissions.setMicrophone(MicrophoneAuthorization::authorized);
+        world.saveKey();
+        album.takeWhole(world.show(), "dictation-setup-partly");
+        world.window->setTrayMissing(true);
+        album.take(*world.window, "dictation-no-tray");
+    }
+    WindowWorld world;
+    world.saveKey();
+    album.takeWhole(world.show(), "dictation-ready");
+    world.beginDictation();
+    world.scheduler.advance(7900ms);
+    album.takeWhole(world.show(), "dictation-recording");
+    world.model.cancel();
+    world.dictate("Hello, world. Καλημέρα, κόσμε. This is what I said, and it is long enough to need "
+                  "a second line on the card, as most dictations do.");
+    album.takeWhole(world.show(), "dictation-transcript");
+    world.dictate("שלום עולם, זהו משפט שנכתב מימין לשמאל.");
+    world.model.armInsertionTest();
+    world.scheduler.advance(2500ms);
+    album.takeWhole(world.show(), "dictation-test-right-to-left");
+    world.model.cancel();
+    world.model.beginShortcutCapture();
+    album.takeWhole(world.show(), "dictation-choosing");
+}
+
+void settingsPages(Album& album) {
+    {
+        WindowWorld world;
+        world.withdrawEverything();
+        world.model.setSelectedPage(pageIndex::settings);
+        album.takeWhole(world.show(), "settings-empty");
+        album.take(*world.window, "settings-top");
+    }
+    {
+        WindowWorld world;
+        world.saveKey();
+        fillCorrections(world.corrections);
+        world.loginService.current = LoginItemStatus::requiresApproval;
+        world.model.setSelectedPage(pageIndex::settings);
+        world.model.saveKey("sk-new").start();
+        world.model.setVocabulary("Quorvi, Ada Lovelace, Θεσσαλονίκη");
+        world.sync.set({true, "Syncing…", 12, Date{817'000'000}, true});
+        album.takeWhole(world.show(), "settings-full");
+        world.model.beginShortcutCapture();
+        album.takeWhole(world.show(), "settings-choosing");
+        world.model.endShortcutCapture();
+        world.beginDictation();
+        album.takeWhole(world.show(), "settings-recording");
+    }
+    WindowWorld world;
+    world.preferences.setBytes("savedTextCorrections", bytesOf("not a list"));
+    CorrectionStore locked(world.preferences, world.scheduler);
+    MainWindow window({world.model, locked, world.history, world.sync, world.keys, world.loginItem,
+                       world.updater, world.preferences, world.scheduler, {}});
+    world.model.saveKey("two words").start();
+    world.model.setSelectedPage(pageIndex::settings);
+    window.present();
+    album.takeWhole(window, "settings-error");
+}
+
+void editors(Album& album) {
+    WindowWorld world;
+    world.corrections.save({.original = "russet miner", .replacement = "russetmanor"});
+    const auto editor = [&](TextCorrection rule, std::optional<QString> transcript) {
+        auto* made = new CorrectionEditor(world.corrections, std::move(rule), transcript, nullptr);
+        made->show();
+        return made;
+    };
+    auto* empty = editor({}, {});
+    album.take(*empty, "editor-empty");
+    empty->close();
+    const auto transcript = QStringLiteral("We met at Russet Miner yesterday.");
+    auto* preview = editor({.original = "Russet Miner", .replacement = "russetmanor"}, transcript);
+    album.take(*preview, "editor-preview");
+    for (auto* button : preview->findChildren<QPushButton*>())
+        if (button->isDefault()) button->click();
+    album.take(*preview, "editor-duplicate");
+    preview->close();
+    auto* other = editor({.original = "somewhere else", .replacement = "elsewhere"}, transcript);
+    album.take(*other, "editor-no-match");
+    other->close();
+}
+
+}  // namespace
+}  // namespace quorvi::test
+
+int main(int argc, char** argv) {
+    using namespace quorvi;
+    using namespace quorvi::test;
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: %s FOLDER [SUFFIX]\n", argv[0]);
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral("0.1.0"));
+    installDesign(application);
+    const QString folder = QString::fromLocal8Bit(argv[1]);
+    if (!QDir().mkpath(folder)) return 1;
+    Album album(folder, argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString());
+    for (const auto& [theme, palette] : palettes()) {
+        QApplication::setPalette(palette);
+        album.setTheme(theme);
+        dictationPages(album);
+        settingsPages(album);
+        editors(album);
+    }
+    return 0;
+}
