@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
+#include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/design/Page.h"
 #include "Quorvi/ui/window/Pages.h"
@@ -57,7 +58,7 @@ void fillCorrections(CorrectionStore& store) {
     store.save({.original = "a phrase that is so long that it takes more than a single line of the "
                             "list and has to go on below",
                 .replacement = "A Phrase That Is So Long That It Takes More Than A Single Line"});
-    store.save({.original = "Russet Miner", .replacement = "russetmanor"});
+    store.save({.original = "Kunigunde", .replacement = "Cunégonde"});
 }
 
 void dictationPages(Album& album) {
@@ -127,7 +128,7 @@ void settingsPages(Album& album) {
 
 void editors(Album& album) {
     WindowWorld world;
-    world.corrections.save({.original = "russet miner", .replacement = "russetmanor"});
+    world.corrections.save({.original = "kunigunde", .replacement = "Cunégonde"});
     const auto editor = [&](TextCorrection rule, std::optional<QString> transcript) {
         auto* made = new CorrectionEditor(world.corrections, std::move(rule), transcript, nullptr);
         made->show();
@@ -136,8 +137,8 @@ void editors(Album& album) {
     auto* empty = editor({}, {});
     album.take(*empty, "editor-empty");
     empty->close();
-    const auto transcript = QStringLiteral("We met at Russet Miner yesterday.");
-    auto* preview = editor({.original = "Russet Miner", .replacement = "russetmanor"}, transcript);
+    const auto transcript = QStringLiteral("We met Kunigunde yesterday.");
+    auto* preview = editor({.original = "Kunigunde", .replacement = "Cunégonde"}, transcript);
     album.take(*preview, "editor-preview");
     for (auto* button : preview->findChildren<QPushButton*>())
         if (button->isDefault()) button->click();
@@ -166,7 +167,7 @@ int main(int argc, char** argv) {
     if (!QDir().mkpath(folder)) return 1;
     Album album(folder, argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString());
     for (const auto& [theme, palette] : palettes()) {
-        QApplication::setPalette(palette);
+        QApplication::setPalette(refined(palette));
         album.setTheme(theme);
         dictationPages(album);
         settingsPages(album);

@@ -29,7 +29,7 @@ bool contains(const QString& text, const QString& query) {
 }  // namespace
 
 CorrectionsSettings::CorrectionsSettings(CorrectionStore& store, std::function<void()> testLearning)
-    : Card(tr("Corrections"), "text.badge.checkmark"),
+    : Card(tr("Corrections"), "character.cursor.ibeam"),
       store_(store),
       testLearning_(std::move(testLearning)),
       visible_(rowsAtATime) {

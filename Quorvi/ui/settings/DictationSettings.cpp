@@ -10,6 +10,12 @@
 
 namespace quorvi {
 
+namespace {
+
+constexpr int previewWidth = 150;  // so that the pickers beside them stand below one another
+
+}  // namespace
+
 DictationSettings::DictationSettings(AppModel& model)
     : Card(tr("Dictation"), "keyboard"), model_(model) {
     addShortcut();
@@ -85,6 +91,7 @@ Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
         model_.setSoundStyle(cue, allRecordingSoundStyles[static_cast<std::size_t>(index)]);
     });
     auto* play = button(preview, ButtonKind::regular, "speaker.wave.2");
+    play->setMinimumWidth(previewWidth);
     connect(play, &QPushButton::clicked, this, [this, cue] { model_.previewSound(cue); });
     content().addLayout(labelledRow(label, {picker, play}));
     return picker;

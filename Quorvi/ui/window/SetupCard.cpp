@@ -12,9 +12,13 @@ namespace quorvi {
 
 SetupCard::SetupCard(AppModel& model) : model_(model) {
     setAccessibleName(tr("Make it yours"));
-    content().addWidget(eyebrowText(tr("SET UP YOUR FLOW")));
-    content().addWidget(headingText(tr("Make it yours")));
-    content().addWidget(captionText(tr("ONE-TIME SETUP")));
+    auto* once = captionText(tr("ONE-TIME SETUP"));
+    once->setWordWrap(false);
+    auto* top = new QHBoxLayout;
+    top->addLayout(
+        cardTitle(eyebrowText(tr("SET UP YOUR FLOW")), headingText(tr("Make it yours"))), 1);
+    top->addWidget(once, 0, Qt::AlignTop);
+    content().addLayout(top);
     addRow(tr("OpenAI API key"), tr("Stored securely in your Mac’s Keychain"), tr("Add key"),
            [this] { return model_.hasKey(); },
            [this] { model_.setSelectedPage(pageIndex::settings); });

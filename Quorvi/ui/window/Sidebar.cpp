@@ -64,7 +64,7 @@ protected:
         painter.drawText(
             QStyle::visualRect(layoutDirection(), rect(), rect().adjusted(40, 0, -8, 0)),
             Qt::AlignVCenter | Qt::AlignLeading, text());
-        if (!hasFocus()) return;
+        if (!hasFocus() || !window()->testAttribute(Qt::WA_KeyboardFocusChange)) return;
         painter.setPen(QPen(accent, 2));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(shape, spacing::controlRadius, spacing::controlRadius);

@@ -1,20 +1,22 @@
 #include "Quorvi/ui/window/TryItCard.h"
 
-#include <QPlainTextEdit>
-
+#include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Texts.h"
 
 namespace quorvi {
 
+namespace {
+
+constexpr int fieldLines = 5;
+
+}  // namespace
+
 TryItCard::TryItCard() {
     setAccessibleName(tr("Try it here"));
-    content().addWidget(eyebrowText(tr("CLICK BELOW, THEN DICTATE")));
-    content().addWidget(headingText(tr("Try it here")));
-    auto* field = new QPlainTextEdit;
-    field->setAccessibleName(tr("Dictation test field"));
+    content().addLayout(
+        cardTitle(eyebrowText(tr("CLICK BELOW, THEN DICTATE")), headingText(tr("Try it here"))));
+    auto* field = new TextArea(tr("Dictation test field"), fieldLines);
     field->setPlaceholderText(tr("Hello, world. Καλημέρα, κόσμε."));
-    field->setTabChangesFocus(true);
-    field->setMinimumHeight(field->fontMetrics().lineSpacing() * 5);
     content().addWidget(field);
 }
 
