@@ -2,6 +2,7 @@
 //   quorvi-pictures FOLDER [SUFFIX]
 #include <QApplication>
 #include <QDir>
+#include <QLocale>
 #include <QPixmap>
 #include <QPushButton>
 #include <cstdio>
@@ -161,6 +162,7 @@ int main(int argc, char** argv) {
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     QCoreApplication::setApplicationVersion(QStringLiteral("0.1.0"));
     installDesign(application);
     const QString folder = QString::fromLocal8Bit(argv[1]);

@@ -70,7 +70,9 @@ private:
 
     static int widestWord(const QLabel& label) {
         int widest = 0;
-        for (const auto& word : label.text().split(QLatin1Char(' ')))
+        // A line may end at a space, and at one without width.
+        auto text = label.text();
+        for (const auto& word : text.replace(QChar(0x200B), QLatin1Char(' ')).split(QLatin1Char(' ')))
             widest = std::max(widest, label.fontMetrics().horizontalAdvance(word));
         return widest;
     }

@@ -16,6 +16,23 @@ QLabel* plain(QLabel* label, TextStyle style, bool wraps) {
     return label;
 }
 
+// A word that no line could hold may be broken after so many characters.
+constexpr qsizetype longestWord = 24;
+
+QString breakable(const QString& text) {
+    QString result;
+    qsizetype run = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        run = text[i].isSpace() ? 0 : run + 1;
+        if (run > longestWord && !text[i].isLowSurrogate() && !text[i].isMark()) {
+            result += QChar(0x200B);  // zero width space
+            run = 1;
+        }
+        result += text[i];
+    }
+    return result;
+}
+
 }  // namespace
 
 QString qt(std::string_view utf8) {
@@ -99,9 +116,11 @@ QLabel* contentText(const QString& text) {
 }
 
 void setContent(QLabel& label, const QString& text) {
+    if (label.accessibleName() == text) return;
     label.setAlignment((text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                        Qt::AlignTop);
-    label.setText(text);
+    label.setText(breakable(text));
+    label.setAccessibleName(text);
 }
 
 SymbolLabel::SymbolLabel(const char* name, int size, ColorRole role)

@@ -27,7 +27,7 @@ TranscriptCard::TranscriptCard(AppModel& model, CorrectionStore& corrections)
 void TranscriptCard::refresh() {
     const QString text = qt(model_.lastTranscript());
     setVisible(!text.isEmpty());
-    if (text == text_->text()) return;
+    if (text == text_->accessibleName()) return;
     setContent(*text_, text);
     remember_->setTranscript(text);
 }
