@@ -43,6 +43,7 @@ void AppWindow::openIfThereIsNoTray() {
     if (window.isVisible()) return;
     window.setAttribute(Qt::WA_ShowWithoutActivating);
     window.show();
+    window.lower();
     window.setAttribute(Qt::WA_ShowWithoutActivating, false);
 }
 

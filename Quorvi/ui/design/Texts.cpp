@@ -74,8 +74,10 @@ QFont textFont(TextStyle style) {
     return font;
 }
 
-HeadingLabel::HeadingLabel(const QString& text, TextStyle style) : QLabel(text) {
+// The text comes last: its change is told to screen readers, which see the class that there is then.
+HeadingLabel::HeadingLabel(const QString& text, TextStyle style) {
     plain(this, style, true);
+    setText(text);
 }
 
 HeadingLabel* titleText(const QString& text) {

@@ -46,7 +46,10 @@ AccountSyncSettings::AccountSyncSettings(AccountSyncing& sync)
     content().addWidget(
         secondaryText(tr("Microphone and Accessibility permissions must be granted separately on "
                          "each Mac. Audio recordings are never synced.")));
-    connect(enabled_, &QCheckBox::toggled, this, [this](bool on) { sync_.setEnabled(on); });
+    connect(enabled_, &QCheckBox::toggled, this, [this](bool on) {
+        sync_.setEnabled(on);
+        refresh();
+    });
     connect(now_, &QPushButton::clicked, this, [this] { sync_.syncNow(); });
     refresh();
     changes_ = sync_.onChange([this] { refresh(); });

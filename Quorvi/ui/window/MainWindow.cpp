@@ -21,6 +21,7 @@ namespace {
 constexpr auto sizeKey = "mainWindowSize";
 constexpr QSize usualSize(940, 800);
 constexpr QSize smallestSize(900, 740);
+constexpr QSize frameRoom(8, 40);  // what a window manager draws around a window, about
 
 // "940x800", in logical pixels.
 QString written(QSize size) {
@@ -75,7 +76,7 @@ void MainWindow::setTrayMissing(bool missing) {
 void MainWindow::restoreSize() {
     QSize room = usualSize;
     if (const auto* screen = QGuiApplication::primaryScreen())
-        room = screen->availableGeometry().size();
+        room = screen->availableGeometry().size() - frameRoom;
     setMinimumSize(smallestSize.boundedTo(room));
     const auto remembered = services_.preferences.string(sizeKey);
     const QSize wanted = remembered ? read(QString::fromStdString(*remembered)) : usualSize;
