@@ -14,11 +14,14 @@ namespace quorvi {
 struct AppWindow::Made {
     explicit Made(const Parts& parts)
         : loginItem(service, executor, parts.scheduler),
-          window({parts.model, parts.corrections, parts.history, parts.sync, parts.keys, loginItem,
-                  parts.updater, parts.preferences, parts.scheduler, parts.quit}) {}
+          window({parts.model, parts.corrections,
+                  HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
+                  parts.sync, parts.keys, loginItem, parts.updater, parts.preferences,
+                  parts.scheduler, parts.quit}) {}
 
     XdgLoginItem service{XdgLoginItem::Places::current()};
     SerialExecutor executor{"login-item"};
+    SerialExecutor figures{"figures"};  // searches and sums of the history
     LaunchAtLoginController loginItem;
     MainWindow window;
 };

@@ -21,6 +21,7 @@ public:
         AppUpdater& updater;
         Preferences& preferences;
         Scheduler& scheduler;
+        std::function<Calendar()> calendar;  // the user's present one
         std::function<void()> quit;
     };
 

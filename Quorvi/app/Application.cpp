@@ -1,6 +1,7 @@
 #include "Quorvi/app/Application.h"
 
 #include <QApplication>
+#include <QtGui/qguiapplication_platform.h>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -21,11 +22,12 @@
 #include "Quorvi/platform/linux/PosixFileStore.h"
 #include "Quorvi/platform/linux/PropertyListPreferences.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/X11Settings.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/ui/QtScheduler.h"
-#include "Quorvi/ui/RecordingPanel.h"
-#include "Quorvi/ui/StatusItem.h"
 #include "Quorvi/ui/design/DesignStyle.h"
+#include "Quorvi/ui/indicator/RecordingPanel.h"
+#include "Quorvi/ui/status/StatusItem.h"
 #include "QuorviCore/launch/LaunchPolicy.h"
 
 namespace quorvi {
@@ -54,13 +56,16 @@ public:
         model_ = std::make_unique<AppModel>(environment());
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
-        panel_ =
-            std::make_unique<RecordingPanel>(*model_, [this] { return desktop_.isComposited(); });
-        statusItem_ = std::make_unique<StatusItem>(*model_, [this] { quit(); });
-        statusItem_->checkForUpdates = [this] { updates_.updater().check(); };
+        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(), panelDesktop());
+        statusItem_ = std::make_unique<StatusItem>(
+            *model_, StatusItem::Actions{.openWindow = [this] { openWindow(); },
+                                         .checkForUpdates = [this] { updates_.updater().check(); },
+                                         .quit = [this] { quit(); }});
         window_ = std::make_unique<AppWindow>(
             AppWindow::Parts{*model_, corrections_, history_, sync_, *keyStore_, updates_.updater(),
-                             preferences_, scheduler_, [this] { quit(); }});
+                             preferences_, scheduler_,
+                             desktop_.historyEnvironment(preferences_, {}).calendar,
+                             [this] { quit(); }});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
@@ -103,8 +108,19 @@ private:
         preferences_.setBoolean(preferenceKey::hasLaunched, true);
         auto looking = keyStore_->refresh();
         const bool hasSavedKey = co_await looking;
-        if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) window_->open();
+        if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) openWindow();
     }
+
+    RecordingPanel::Desktop panelDesktop() {
+        return {.isComposited = [this] { return desktop_.isComposited(); },
+                .reducesMotion = [this] { return desktop_.reducesMotion(); },
+                .hideFromLists = [](WId window) {
+                    if (const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>())
+                        x11HideFromLists(x11->connection(), static_cast<std::uint32_t>(window));
+                }};
+    }
+
+    void openWindow() { window_->open(); }
 
     void reportPreferences() {
         auto problem = preferences_.persistenceError().value_or("");

@@ -65,6 +65,9 @@ int main(int argc, char** argv) {
     }
     // On a Wayland desktop the indicator, like the input hook, works through XWayland.
     if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "xcb", 1);
+    // With several screens Qt takes each for free of bars unless told to ask the window manager.
+    if (!std::getenv("QT_RELY_ON_NET_WORKAREA_ATOM"))
+        setenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1", 1);
     QApplication qt(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("quorvi"));
     QApplication::setQuitOnLastWindowClosed(false);

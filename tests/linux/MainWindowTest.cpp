@@ -166,8 +166,9 @@ TEST_F(MainWindowTest, TheSettingsStandInTheirOrder) {
     const auto lines = page();
     qsizetype last = -1;
     for (const char* heading :
-         {"Settings", "General", "Dictation", "Interaction", "Corrections", "Saved corrections",
-          "Recognition", "OpenAI API key", "Account & sync", "App updates", "Privacy"}) {
+         {"Settings", "General", "Dictation", "Interaction", "Recording appearance", "Corrections",
+          "Saved corrections", "Recognition", "OpenAI API key", "Account & sync", "App updates",
+          "History & statistics", "Privacy"}) {
         const auto place = lines.indexOf(QString::fromUtf8(heading));
         EXPECT_GT(place, last) << heading;
         last = place;
@@ -341,7 +342,8 @@ TEST_F(MainWindowTest, NothingIsCutOff) {
     world.withdrawEverything();
     world.dictate("hello");
     world.corrections.save({.original = std::string(150, 'W'), .replacement = "x"});
-    for (int page : {pageIndex::dictation, pageIndex::settings}) {
+    for (int page : {pageIndex::dictation, pageIndex::settings, pageIndex::history,
+                     pageIndex::insights}) {
         world.model.setSelectedPage(page);
         for (const QSize size : {QSize(940, 800), QSize(900, 740)}) {
             window().resize(size);
@@ -355,7 +357,8 @@ TEST_F(MainWindowTest, NothingIsCutOff) {
 TEST_F(MainWindowTest, EveryControlHasAName) {
     world.saveKey();
     world.corrections.save({.original = "a", .replacement = "b"});
-    for (int page : {pageIndex::dictation, pageIndex::settings}) {
+    for (int page : {pageIndex::dictation, pageIndex::settings, pageIndex::history,
+                     pageIndex::insights}) {
         world.model.setSelectedPage(page);
         for (const auto* widget : window().findChildren<QWidget*>()) {
             if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus) continue;

@@ -2,6 +2,7 @@
 //   quorvi-pictures FOLDER [SUFFIX]
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QLocale>
 #include <QPixmap>
 #include <QPushButton>
@@ -119,12 +120,75 @@ void settingsPages(Album& album) {
     WindowWorld world;
     world.preferences.setBytes("savedTextCorrections", bytesOf("not a list"));
     CorrectionStore locked(world.preferences, world.scheduler);
-    MainWindow window({world.model, locked, world.history, world.sync, world.keys, world.loginItem,
-                       world.updater, world.preferences, world.scheduler, {}});
+    MainWindow window({world.model, locked, world.services().history, world.sync, world.keys,
+                       world.loginItem, world.updater, world.preferences, world.scheduler, {}});
     world.model.saveKey("two words").start();
     world.model.setSelectedPage(pageIndex::settings);
     window.present();
     album.takeWhole(window, "settings-error");
+}
+
+// Searches and sums are turns of the virtual clock.
+void settle(WindowWorld& world) {
+    for (int turn = 0; turn < 100; ++turn) {
+        QCoreApplication::processEvents();
+        world.scheduler.settle();
+    }
+}
+
+void takePage(Album& album, WindowWorld& world, int page, const QString& name) {
+    world.model.setSelectedPage(page);
+    world.show();
+    settle(world);
+    album.takeWhole(*world.window, name);
+}
+
+// A month of dictations, in several programs and scripts.
+void fillHistory(WindowWorld& world) {
+    const char* const texts[] = {
+        "Please send the draft tomorrow, and thank Maria for the numbers.",
+        "Καλημέρα, στέλνω την αναφορά μέχρι το απόγευμα.",
+        "Remember to book the table for eight.",
+        "שלום, נפגש מחר בבוקר.",
+        "The quarterly report is ready. I have gone through the figures with the team, and we agree "
+        "that the second half of the year looks better than we had expected. There are three things "
+        "left to decide: the date of the review, who presents it, and whether we invite the people "
+        "from the other office, who have asked for it twice already. I suggest that we settle all of "
+        "it in one short meeting on Thursday.",
+    };
+    const char* const apps[] = {"Mail", "Text Editor", "Firefox", "Notes"};
+    const double now = world.scheduler.date().secondsSinceReferenceDate;
+    for (int i = 60; i >= 0; --i)
+        world.history.record(texts[i % 5], 4 + i % 9, apps[i % 4 * (i % 3 != 0)], "automatic",
+                             allTranscriptionModels[static_cast<std::size_t>(i % 3)],
+                             {now - i * (i < 8 ? 2'500.0 : 41'000.0) - 60});
+}
+
+void historyPages(Album& album) {
+    {
+        WindowWorld world;
+        settle(world);
+        takePage(album, world, pageIndex::history, "history-empty");
+        takePage(album, world, pageIndex::insights, "insights-empty");
+        world.history.setKeepTranscripts(false);
+        takePage(album, world, pageIndex::history, "history-paused");
+    }
+    {
+        WindowWorld world;
+        settle(world);
+        fillHistory(world);
+        takePage(album, world, pageIndex::history, "history-full");
+        takePage(album, world, pageIndex::insights, "insights-full");
+        for (auto* field : world.window->findChildren<QLineEdit*>())
+            if (field->placeholderText() == QStringLiteral("Search transcripts or apps"))
+                field->setText(QStringLiteral("no such words"));
+        takePage(album, world, pageIndex::history, "history-no-match");
+    }
+    WindowWorld world;
+    world.files.unreadable = true;
+    settle(world);
+    takePage(album, world, pageIndex::history, "history-error");
+    takePage(album, world, pageIndex::insights, "insights-error");
 }
 
 void editors(Album& album) {
@@ -172,6 +236,7 @@ int main(int argc, char** argv) {
         QApplication::setPalette(refined(palette));
         album.setTheme(theme);
         dictationPages(album);
+        historyPages(album);
         settingsPages(album);
         editors(album);
     }

@@ -46,12 +46,18 @@ struct WindowWorld {
     MainWindow& show() {
         if (!window)
             window = std::make_unique<MainWindow>(
-                WindowServices{model, corrections, history, sync, keys, loginItem, updater,
-                               preferences, scheduler, [this] { ++quits; }});
+                services());
         window->present();
         scheduler.advance(std::chrono::milliseconds(1));
         return *window;
-    }    void saveKey() {
+    }    WindowServices services() {
+        return {model,     corrections,
+                HistoryEnvironment{history, executor, scheduler, [this] { return calendar; }, {}},
+                sync,      keys,
+                loginItem, updater,
+                preferences, scheduler, [this] { ++quits; }};
+    }
+    void saveKey() {
         keys.save("sk-key").start();
         model.refreshPermissions();
     }

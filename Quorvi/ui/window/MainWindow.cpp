@@ -9,6 +9,7 @@
 
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/Preferences.h"
+#include "Quorvi/ui/corrections/RememberCorrectionButton.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/window/Pages.h"
 #include "Quorvi/ui/window/Sidebar.h"
@@ -41,6 +42,9 @@ MainWindow::MainWindow(WindowServices services)
       stack_(new QStackedWidget),
       trayNotice_(new TrayNotice(services_.quit)) {
     setWindowTitle(QStringLiteral("Quorvi"));
+    services_.history.makeRememberButton = [this](const QString& transcript) -> QWidget* {
+        return new RememberCorrectionButton(transcript, services_.corrections);
+    };
     auto* detail = new QVBoxLayout;
     detail->setSpacing(0);
     detail->addWidget(trayNotice_);

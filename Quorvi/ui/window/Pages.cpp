@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include "Quorvi/ui/history/HistoryPage.h"
+#include "Quorvi/ui/insights/InsightsPage.h"
 #include "Quorvi/ui/settings/SettingsPage.h"
 #include "Quorvi/ui/window/DictationPage.h"
 
@@ -14,8 +16,9 @@ QWidget* makePage(int index, const WindowServices& services) {
         case pageIndex::settings:
             return new SettingsPage(services);
         case pageIndex::history:
+            return new HistoryPage(services.history);
         case pageIndex::insights:
-            break;
+            return new InsightsPage(services.history);
     }
     return new QWidget;
 }

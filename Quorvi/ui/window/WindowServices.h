@@ -1,7 +1,8 @@
 #pragma once
 
 #include <functional>
-#include <string>
+
+#include "Quorvi/ui/history/HistoryEnvironment.h"
 
 namespace quorvi {
 
@@ -9,17 +10,15 @@ class AccountSyncing;
 class AppModel;
 class AppUpdater;
 class CorrectionStore;
-class HistoryStore;
 class KeyStore;
 class LaunchAtLoginController;
 class Preferences;
-class Scheduler;
 
 // Everything that the window and its pages show and change; all of it outlives the window.
 struct WindowServices {
     AppModel& model;
     CorrectionStore& corrections;
-    HistoryStore& history;
+    HistoryEnvironment history;  // the window adds the control that remembers corrections
     AccountSyncing& sync;
     KeyStore& keys;
     LaunchAtLoginController& loginItem;

@@ -1,16 +1,22 @@
-#include "Quorvi/history/HistoryTexts.h"
+#include "Quorvi/ui/history/HistoryTexts.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "QuorviCore/history/HistoryIndex.h"
+#include "Quorvi/history/HistoryDays.h"
+
+// How a failed comparison shows a text; found by its class's namespace.
+void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
 
 namespace quorvi::test {
 namespace {
 
 // Plain spaces in the place of those that don't break.
-std::string plain(std::string text) {
+std::string plain(const QString& shown) {
+    auto text = shown.toStdString();
     for (const std::string space : {"\u00A0", "\u202F"})
         for (auto at = text.find(space); at != text.npos; at = text.find(space))
             text.replace(at, space.size(), " ");
@@ -47,7 +53,7 @@ TEST(HistoryTexts, WriteMoneyNumbersAndDatesInTheUsersWay) {
         const auto now = Date::fromUnixSeconds(1760000000);
         EXPECT_EQ(texts::dayHeading(afternoon, now, Calendar("Europe/Athens", c.locale), formats),
                   c.heading);
-        EXPECT_EQ(plain(formats.shortTime(afternoon)), c.time);
+        EXPECT_EQ(plain(QString::fromStdString(formats.shortTime(afternoon))), c.time);
         EXPECT_EQ(texts::recordCaption(record, formats), c.caption);
     }
 }
@@ -121,7 +127,7 @@ TEST(HistoryTexts, SortMatchesIntoDays) {
     const auto matches = index.find("", HistoryIndex::Among::texts);
     std::string shown;
     for (const auto& day : historyDays(matches, 5, kolkata)) {
-        shown += texts::dayHeading(day.date, at(30), kolkata, formats) + ":";
+        shown += texts::dayHeading(day.date, at(30), kolkata, formats).toStdString() + ":";
         for (const auto& entry : day.entries) shown += " " + std::to_string(entry.wordCount);
         shown += "\n";
     }
