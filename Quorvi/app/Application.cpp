@@ -1,7 +1,6 @@
 #include "Quorvi/app/Application.h"
 
 #include <QApplication>
-#include <QtGui/qguiapplication_platform.h>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -22,7 +21,6 @@
 #include "Quorvi/platform/linux/PosixFileStore.h"
 #include "Quorvi/platform/linux/PropertyListPreferences.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
-#include "Quorvi/platform/linux/X11Settings.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/design/DesignStyle.h"
@@ -113,11 +111,7 @@ private:
 
     RecordingPanel::Desktop panelDesktop() {
         return {.isComposited = [this] { return desktop_.isComposited(); },
-                .reducesMotion = [this] { return desktop_.reducesMotion(); },
-                .hideFromLists = [](WId window) {
-                    if (const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>())
-                        x11HideFromLists(x11->connection(), static_cast<std::uint32_t>(window));
-                }};
+                .reducesMotion = [this] { return desktop_.reducesMotion(); }};
     }
 
     void openWindow() { window_->open(); }

@@ -130,8 +130,7 @@ protected:
 };
 
 TEST_F(RecordingOverlayTest, FollowsTheControllerAndOffersWhatCanBeDone) {
-    RecordingPanel panel(*model, updater,
-                         {[] { return true; }, [] { return false; }, [](WId) {}});
+    RecordingPanel panel(*model, updater, {[] { return true; }, [] { return false; }});
     model->showOverlay = [&] { panel.present(); };
     model->hideOverlay = [&] { panel.hide(); };
     EXPECT_FALSE(panel.isVisible());
@@ -155,8 +154,7 @@ TEST_F(RecordingOverlayTest, FollowsTheControllerAndOffersWhatCanBeDone) {
 }
 
 TEST_F(RecordingOverlayTest, UpdateIsOfferedOnlyWhileRecording) {
-    RecordingPanel panel(*model, updater,
-                         {[] { return true; }, [] { return false; }, [](WId) {}});
+    RecordingPanel panel(*model, updater, {[] { return true; }, [] { return false; }});
     publishUpdate();
     panel.present();
     EXPECT_FALSE(panel.acceptsMouse());

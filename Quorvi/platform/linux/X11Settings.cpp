@@ -1,6 +1,5 @@
 #include "Quorvi/platform/linux/X11Settings.h"
 
-#include <array>
 #include <string>
 
 #include "Quorvi/platform/linux/X11Connection.h"
@@ -89,25 +88,6 @@ bool x11ReducesMotion() {
     const auto* bytes = static_cast<const std::uint8_t*>(xcb_get_property_value(list.get()));
     const auto size = static_cast<std::size_t>(xcb_get_property_value_length(list.get()));
     return x11Setting({bytes, size}, "Gtk/EnableAnimations") == 0;
-}
-
-void x11HideFromLists(xcb_connection_t* connection, std::uint32_t window) {
-    static const auto atoms = [connection] {
-        constexpr std::array<std::string_view, 4> names{
-            "_NET_WM_STATE", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER",
-            "_NET_WM_STATE_STICKY"};
-        std::array<xcb_intern_atom_cookie_t, names.size()> asked;
-        for (std::size_t i = 0; i < names.size(); ++i)
-            asked[i] = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(names[i].size()),
-                                       names[i].data());
-        std::array<xcb_atom_t, names.size()> found{};
-        for (std::size_t i = 0; i < names.size(); ++i)
-            if (const auto reply = ownXcb(xcb_intern_atom_reply(connection, asked[i], nullptr)))
-                found[i] = reply->atom;
-        return found;
-    }();
-    xcb_change_property(connection, XCB_PROP_MODE_APPEND, window, atoms[0], XCB_ATOM_ATOM, 32,
-                        atoms.size() - 1, &atoms[1]);
 }
 
 }  // namespace quorvi

@@ -5,8 +5,6 @@
 #include <span>
 #include <string_view>
 
-struct xcb_connection_t;
-
 namespace quorvi {
 
 // A number out of a serialised list of the desktop's settings; nothing when it is not there, or the
@@ -16,9 +14,5 @@ std::optional<std::int32_t> x11Setting(std::span<const std::uint8_t> list, std::
 // Whether the desktop has been told to do without animations. Asks the X server, so not for the
 // main thread.
 bool x11ReducesMotion();
-
-// Keeps a window that is about to be shown out of task bars and pagers, and on all desktops. On the
-// connection that shows it, so that it comes first; waits for the server the first time only.
-void x11HideFromLists(xcb_connection_t* connection, std::uint32_t window);
 
 }  // namespace quorvi

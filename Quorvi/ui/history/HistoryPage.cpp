@@ -165,7 +165,7 @@ void HistoryPage::search() {
     const bool firstTime = !shownGeneration_;
     shownGeneration_ = store.generation();
     // Listing everything needs no index, which is still to be made.
-    if (firstTime && query_->text().isEmpty()) show(HistoryIndex::texts(store.records()));
+    if (firstTime && query_->text().isEmpty()) display(HistoryIndex::texts(store.records()));
     searching_ = true;
     finding_.cancel();
     finding_ = tasks_.start([this](std::stop_token stop) {
@@ -178,10 +178,10 @@ Task<void> HistoryPage::find(std::string query, std::stop_token stop) {
     auto found = co_await finding;
     throwIfStopped(stop);  // a newer search may have begun between the answer and now
     searching_ = false;
-    show(std::move(found));
+    display(std::move(found));
 }
 
-void HistoryPage::show(HistoryMatches matches) {
+void HistoryPage::display(HistoryMatches matches) {
     const bool same =
         matches.positions == matches_.positions && matches.records.isSharedWith(matches_.records);
     matches_ = std::move(matches);

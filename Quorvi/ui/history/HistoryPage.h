@@ -52,7 +52,7 @@ private:
     void queryChanged();
     void search();
     Task<void> find(std::string query, std::stop_token stop);
-    void show(HistoryMatches matches);
+    void display(HistoryMatches matches);
     void showCount();
     void rebuild();
     void fill();

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
+#include <cmath>
 #include <utility>
 
 namespace quorvi {
@@ -18,7 +19,7 @@ constexpr int screenMargin = 28;  // between the panel and the bottom of the usa
 
 RecordingPanel::RecordingPanel(AppModel& model, AppUpdater& updater, Desktop desktop)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                           Qt::WindowDoesNotAcceptFocus),
+                           Qt::WindowDoesNotAcceptFocus | Qt::BypassWindowManagerHint),
       model_(model),
       updater_(updater),
       desktop_(std::move(desktop)),
@@ -31,7 +32,7 @@ RecordingPanel::RecordingPanel(AppModel& model, AppUpdater& updater, Desktop des
     setFocusPolicy(Qt::NoFocus);
     setWindowTitle(QCoreApplication::translate("RecordingPanel", "Quorvi dictation"));
     resize(RecordingHUD::panelSize(model_.stage()));
-    changes_ = model_.onChange([this] { refit(); });
+    changes_ = model_.onChange([this] { follow(); });
     updates_ = updater_.onChange([this] { refit(); });
 }
 
@@ -53,9 +54,19 @@ void RecordingPanel::present() {
     setGeometry(place(screen->availableGeometry(), RecordingHUD::panelSize(model_.stage())));
     overlay_.setReducesMotion(desktop_.reducesMotion());
     applyShape();
-    if (!isVisible()) desktop_.hideFromLists(winId());
+    winId();  // so that there is a window to let the mouse through
     applyMouse();
     show();
+    raise();
+    raisedAt_ = 0;
+}
+
+void RecordingPanel::follow() {
+    refit();
+    // A window that has come to the front meanwhile may have covered it.
+    const double second = std::floor(model_.elapsed());
+    if (!isVisible() || second == raisedAt_) return;
+    raisedAt_ = second;
     raise();
 }
 

@@ -212,10 +212,10 @@ Task<void> InsightsPage::sum(std::stop_token stop) {
                                environment_.scheduler.date(), calendar, stop);
     const auto sums = co_await summing;
     summing_ = false;
-    show(sums, calendar);
+    display(sums, calendar);
 }
 
-void InsightsPage::show(const HistoryFigures::Sums& sums, const Calendar& calendar) {
+void InsightsPage::display(const HistoryFigures::Sums& sums, const Calendar& calendar) {
     const LocaleFormats formats(calendar);
     showMetrics(sums.period.usage, formats);
     showDays(sums.allTime, calendar, formats);

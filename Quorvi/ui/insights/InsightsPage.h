@@ -40,7 +40,7 @@ private:
     void follow();
     void waitForMidnight();
     Task<void> sum(std::stop_token stop);
-    void show(const HistoryFigures::Sums& sums, const Calendar& calendar);
+    void display(const HistoryFigures::Sums& sums, const Calendar& calendar);
     void showMetrics(const UsageSummary& usage, const LocaleFormats& formats);
     void showApps(const std::vector<AppUsage>& apps, const LocaleFormats& formats);
     void showDays(const UsageSummary& usage, const Calendar& calendar,
