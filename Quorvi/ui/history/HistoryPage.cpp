@@ -185,7 +185,7 @@ void HistoryPage::display(HistoryMatches matches) {
     const bool same =
         matches.positions == matches_.positions && matches.records.isSharedWith(matches_.records);
     matches_ = std::move(matches);
-    if (same && placed_ == items_.size())
+    if (same && formats_ && placed_ == items_.size())
         showCount();
     else
         rebuild();
