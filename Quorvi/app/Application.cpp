@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "Quorvi/app/AppWindow.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/LinuxDesktop.h"
 #include "Quorvi/app/QtKeyMonitor.h"
@@ -22,6 +23,7 @@
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/ui/QtScheduler.h"
+#include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/indicator/RecordingPanel.h"
 #include "Quorvi/ui/status/StatusItem.h"
 #include "QuorviCore/launch/LaunchPolicy.h"
@@ -34,6 +36,8 @@ using namespace std::chrono_literals;
 
 // How long quitting waits for the clipboard to be given back.
 constexpr auto quitPatience = 2s;
+// A desktop that is just starting has its tray by then.
+constexpr auto trayPatience = 5s;
 
 // The program, put together. Members are in the order of dependence.
 class Application {
@@ -55,6 +59,12 @@ public:
             *model_, StatusItem::Actions{.openWindow = [this] { openWindow(); },
                                          .checkForUpdates = [this] { updates_.updater().check(); },
                                          .quit = [this] { quit(); }});
+        window_ = std::make_unique<AppWindow>(
+            AppWindow::Parts{*model_, corrections_, history_, sync_, *keyStore_, updates_.updater(),
+                             preferences_, scheduler_,
+                             desktop_.historyEnvironment(preferences_, {}).calendar,
+                             [this] { quit(); }});
+        trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
         changes_ = model_->onChange([this] { modelChanged(); });
@@ -72,6 +82,7 @@ public:
         if (quitting_) return;
         quitting_ = true;
         permissions_ = {};
+        trayTimer_.cancel();
         statusItem_->hide();
         model_->shutdown();
         updates_.updater().close();
@@ -103,7 +114,7 @@ private:
                 .reducesMotion = [this] { return desktop_.reducesMotion(); }};
     }
 
-    void openWindow() {}
+    void openWindow() { window_->open(); }
 
     void reportPreferences() {
         auto problem = preferences_.persistenceError().value_or("");
@@ -157,6 +168,8 @@ private:
     Updates updates_{scheduler_, preferences_};
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<AppWindow> window_;
+    Timer trayTimer_;
     std::unique_ptr<QuitSignals> quitSignals_;
     bool printStages_;
     bool quitting_ = false;
@@ -178,6 +191,7 @@ int runApplication(QApplication& qt, std::string apiKey) {
         std::fprintf(stderr, "quorvi: Quorvi is running already.\n");
         return 0;
     }
+    installDesign(qt);
     try {
         Application application(qt, options, std::move(apiKey));
         return QApplication::exec();

@@ -3,7 +3,6 @@
 #include <QLinearGradient>
 #include <QPainter>
 
-#include "Quorvi/ui/StageIcon.h"
 #include "Quorvi/ui/design/Colors.h"
 
 namespace quorvi {
@@ -22,9 +21,18 @@ void BrandMark::paint(QPainter& painter, const QRectF& bounds, const QPalette& p
     painter.setPen(Qt::NoPen);
     painter.setBrush(fill);
     painter.drawRoundedRect(bounds, bounds.width() * 0.26, bounds.width() * 0.26);
-    const double inset = bounds.width() * 0.2;
-    paintWaveform(painter, bounds.adjusted(inset, inset, -inset, -inset),
-                  color(ColorRole::onAccent, palette));
+    // Five strokes of a spoken word, as shares of the height.
+    constexpr double strokes[] = {0.2, 0.46, 0.62, 0.34, 0.16};
+    const double step = bounds.width() * 0.14;
+    double x = bounds.center().x() - 2 * step;
+    painter.setPen(
+        QPen(color(ColorRole::onAccent, palette), bounds.width() * 0.075, Qt::SolidLine, Qt::RoundCap));
+    for (double share : strokes) {
+        const double half = bounds.height() * share / 2;
+        painter.drawLine(QPointF(x, bounds.center().y() - half),
+                         QPointF(x, bounds.center().y() + half));
+        x += step;
+    }
 }
 
 void BrandMark::paintEvent(QPaintEvent*) {

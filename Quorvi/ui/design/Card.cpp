@@ -45,6 +45,14 @@ void Card::paintEvent(QPaintEvent*) {
                             spacing::cardRadius);
 }
 
+QVBoxLayout* cardTitle(QWidget* eyebrow, QWidget* heading) {
+    auto* layout = new QVBoxLayout;
+    layout->setSpacing(spacing::tiny);
+    layout->addWidget(eyebrow);
+    layout->addWidget(heading);
+    return layout;
+}
+
 QHBoxLayout* row(std::initializer_list<QWidget*> widgets) {
     auto* layout = new QHBoxLayout;
     layout->setSpacing(spacing::small);

@@ -26,6 +26,9 @@ private:
     QHBoxLayout* header_ = nullptr;
 };
 
+// A heading below its eyebrow.
+QVBoxLayout* cardTitle(QWidget* eyebrow, QWidget* heading);
+
 // A row of widgets; the stretch goes where a nullptr stands.
 QHBoxLayout* row(std::initializer_list<QWidget*> widgets);
 

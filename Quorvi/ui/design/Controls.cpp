@@ -11,6 +11,7 @@ namespace quorvi {
 namespace {
 
 constexpr auto kindProperty = "quorviKind";
+constexpr int textMargin = 8;
 
 ColorRole tint(ButtonKind kind) {
     switch (kind) {
@@ -75,6 +76,25 @@ void Picker::show(int index) {
 
 void Picker::wheelEvent(QWheelEvent* event) {
     event->ignore();
+}
+
+TextArea::TextArea(const QString& accessibleName, int lines) {
+    setAccessibleName(accessibleName);
+    setTabChangesFocus(true);
+    // The style draws the field behind the text.
+    viewport()->setAutoFillBackground(false);
+    document()->setDocumentMargin(textMargin);
+    setFixedHeight(fontMetrics().lineSpacing() * lines + 2 * (textMargin + frameWidth()));
+}
+
+void TextArea::focusInEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusInEvent(event);
+    update();
+}
+
+void TextArea::focusOutEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusOutEvent(event);
+    update();
 }
 
 }  // namespace quorvi

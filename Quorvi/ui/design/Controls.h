@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 namespace quorvi {
@@ -39,6 +40,16 @@ public:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+};
+
+// A field for several lines of text, so many of them high; Tab leaves it.
+class TextArea : public QPlainTextEdit {
+public:
+    TextArea(const QString& accessibleName, int lines);
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 };
 
 }  // namespace quorvi

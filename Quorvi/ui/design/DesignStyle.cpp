@@ -1,6 +1,7 @@
 #include "Quorvi/ui/design/DesignStyle.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -17,6 +18,8 @@ namespace {
 constexpr int switchWidth = 36;
 constexpr int switchHeight = 20;
 constexpr int controlHeight = 32;
+constexpr int symbolGap = 7;  // between a button's symbol and its text
+constexpr int menuSign = 14;
 
 bool isSwitch(const QWidget* widget) {
     return widget && widget->property("quorviSwitch").toBool();
@@ -106,6 +109,33 @@ QColor buttonInk(const QStyleOption* option, const QWidget* widget) {
     }
 }
 
+// The symbol, the text, and for a menu the sign of it, together in the middle.
+void paintButtonLabel(QPainter& painter, const QStyleOptionButton& option, const QWidget* widget) {
+    const QColor ink = buttonInk(&option, widget);
+    const int symbol = option.icon.isNull() ? 0 : option.iconSize.width();
+    const int gap = symbol && !option.text.isEmpty() ? symbolGap : 0;
+    const bool opensMenu = option.features & QStyleOptionButton::HasMenu;
+    const int sign = opensMenu ? menuSign + symbolGap : 0;
+    const int flags = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic;
+    const int text = option.fontMetrics.size(Qt::TextShowMnemonic, option.text).width();
+    int x = option.rect.x() + (option.rect.width() - symbol - gap - text - sign) / 2;
+    const auto place = [&option](int left, int width) {
+        return QStyle::visualRect(option.direction, option.rect,
+                                  QRect(left, option.rect.y(), width, option.rect.height()));
+    };
+    if (symbol) {
+        const auto mode = has(&option, QStyle::State_Enabled) ? QIcon::Normal : QIcon::Disabled;
+        option.icon.paint(&painter, place(x, symbol), Qt::AlignCenter, mode);
+    }
+    painter.setPen(ink);
+    painter.drawText(place(x + symbol + gap, text), flags, option.text);
+    if (!opensMenu) return;
+    const QRect end = place(x + symbol + gap + text + symbolGap, menuSign);
+    painter.drawPixmap(QPointF(end.x(), end.center().y() - menuSign / 2.0 + 0.5),
+                       symbolPixmap("chevron.down", ink, menuSign,
+                                    painter.device()->devicePixelRatio()));
+}
+
 void paintSwitch(QPainter& painter, const QStyleOption* option) {
     const auto& palette = option->palette;
     const bool on = has(option, QStyle::State_On);
@@ -183,6 +213,8 @@ void DesignStyle::polish(QWidget* widget) {
     if (qobject_cast<QPushButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
         qobject_cast<QCheckBox*>(widget) || widget->inherits("QScrollBar"))
         widget->setAttribute(Qt::WA_Hover);
+    if (auto* field = qobject_cast<QLineEdit*>(widget); field && field->textMargins().isNull())
+        field->setTextMargins(6, 0, 6, 0);
 }
 
 int DesignStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
@@ -222,10 +254,13 @@ QSize DesignStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
         case CT_PushButton: {
             const auto* shown = qstyleoption_cast<const QStyleOptionButton*>(option);
             const auto kind = kindOf(widget);
-            const bool symbolOnly = shown && shown->text.isEmpty();
-            if (symbolOnly) return {controlHeight, controlHeight};
-            const int margin = kind == ButtonKind::link ? 4 : kind == ButtonKind::quiet ? 8 : 14;
-            result.setWidth(size.width() + 2 * margin);
+            if (!shown) break;
+            if (shown->text.isEmpty()) return {controlHeight, controlHeight};
+            const int margin = kind == ButtonKind::link ? 1 : kind == ButtonKind::quiet ? 8 : 14;
+            int width = shown->fontMetrics.size(Qt::TextShowMnemonic, shown->text).width();
+            if (!shown->icon.isNull()) width += shown->iconSize.width() + symbolGap;
+            if (shown->features & QStyleOptionButton::HasMenu) width += menuSign + symbolGap;
+            result.setWidth(width + 2 * margin);
             result.setHeight(qMax(controlHeight, size.height() + 10));
             break;
         }
@@ -243,6 +278,14 @@ QSize DesignStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
             break;
     }
     return result;
+}
+
+QRect DesignStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                  SubControl part, const QWidget* widget) const {
+    const auto* picker = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField && picker && !picker->editable)
+        return visualRect(option->direction, option->rect, option->rect.adjusted(10, 0, -30, 0));
+    return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
 void DesignStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
@@ -285,13 +328,18 @@ void DesignStyle::drawControl(ControlElement element, const QStyleOption* option
     }
     if (element == CE_PushButtonLabel) {
         if (const auto* shown = qstyleoption_cast<const QStyleOptionButton*>(option)) {
-            auto tinted = *shown;
-            const QColor ink = buttonInk(option, widget);
-            tinted.palette.setColor(QPalette::ButtonText, ink);
-            tinted.features &= ~QStyleOptionButton::HasMenu;
-            QProxyStyle::drawControl(element, &tinted, painter, widget);
+            painter->save();
+            paintButtonLabel(*painter, *shown, widget);
+            painter->restore();
             return;
         }
+    }
+    if (element == CE_ShapedFrame && dynamic_cast<const TextArea*>(widget)) {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        paintField(*painter, option);
+        painter->restore();
+        return;
     }
     QProxyStyle::drawControl(element, option, painter, widget);
 }

@@ -9,7 +9,6 @@ Page::Page(const QString& eyebrow, const QString& title, const QString& subtitle
     : column_(*new QVBoxLayout) {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
     setAccessibleName(title);
 

@@ -16,6 +16,23 @@ QLabel* plain(QLabel* label, TextStyle style, bool wraps) {
     return label;
 }
 
+// A word that no line could hold may be broken after so many characters.
+constexpr qsizetype longestWord = 24;
+
+QString breakable(const QString& text) {
+    QString result;
+    qsizetype run = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        run = text[i].isSpace() ? 0 : run + 1;
+        if (run > longestWord && !text[i].isLowSurrogate() && !text[i].isMark()) {
+            result += QChar(0x200B);  // zero width space
+            run = 1;
+        }
+        result += text[i];
+    }
+    return result;
+}
+
 }  // namespace
 
 QString qt(std::string_view utf8) {
@@ -57,8 +74,10 @@ QFont textFont(TextStyle style) {
     return font;
 }
 
-HeadingLabel::HeadingLabel(const QString& text, TextStyle style) : QLabel(text) {
+// The text comes last: its change is told to screen readers, which see the class that there is then.
+HeadingLabel::HeadingLabel(const QString& text, TextStyle style) {
     plain(this, style, true);
+    setText(text);
 }
 
 HeadingLabel* titleText(const QString& text) {
@@ -99,9 +118,11 @@ QLabel* contentText(const QString& text) {
 }
 
 void setContent(QLabel& label, const QString& text) {
+    if (label.accessibleName() == text) return;
     label.setAlignment((text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                        Qt::AlignTop);
-    label.setText(text);
+    label.setText(breakable(text));
+    label.setAccessibleName(text);
 }
 
 SymbolLabel::SymbolLabel(const char* name, int size, ColorRole role)
