@@ -24,6 +24,7 @@
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/ui/QtScheduler.h"
+#include "Quorvi/ui/Translations.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/indicator/RecordingPanel.h"
 #include "Quorvi/ui/status/StatusItem.h"
@@ -196,6 +197,7 @@ int runApplication(QApplication& qt, std::string apiKey) {
         return 0;
     }
     installDesign(qt);
+    const auto translation = installTranslation(QLocale());
     try {
         Application application(qt, options, std::move(apiKey));
         return QApplication::exec();

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QPushButton>
 
+#include "Quorvi/ui/Translations.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/DesignStyle.h"
@@ -337,21 +338,35 @@ TEST_F(MainWindowTest, TheSyncSectionFollowsTheSync) {
     EXPECT_TRUE(last[0].endsWith(" · 1,234 pending")) << last[0].toStdString();
 }
 
-// Every text must have the room it needs, in every state and in the languages' longest words.
-TEST_F(MainWindowTest, NothingIsCutOff) {
-    world.withdrawEverything();
-    world.dictate("hello");
-    world.corrections.save({.original = std::string(150, 'W'), .replacement = "x"});
-    for (int page : {pageIndex::dictation, pageIndex::settings, pageIndex::history,
-                     pageIndex::insights}) {
-        world.model.setSelectedPage(page);
-        for (const QSize size : {QSize(940, 800), QSize(900, 740)}) {
-            window().resize(size);
-            for (int round = 0; round < 3; ++round) QCoreApplication::processEvents();
-            const auto clipped = SeenWidgets(window()).clipped();
-            EXPECT_TRUE(clipped.isEmpty()) << clipped.join(QLatin1Char('\n')).toStdString();
+// Every text must have the room it needs, in every state and language.
+TEST(MainWindowLanguagesTest, NothingIsCutOff) {
+    for (auto language : {QLocale::English, QLocale::German, QLocale::Greek}) {
+        const auto translation = installTranslation(QLocale(language));
+        WindowWorld world;
+        world.withdrawEverything();
+        world.dictate("hello");
+        world.corrections.save({.original = std::string(150, 'W'), .replacement = "x"});
+        for (int page : {pageIndex::dictation, pageIndex::settings, pageIndex::history,
+                         pageIndex::insights}) {
+            world.model.setSelectedPage(page);
+            for (const QSize size : {QSize(940, 800), QSize(900, 740)}) {
+                world.show().resize(size);
+                for (int round = 0; round < 3; ++round) QCoreApplication::processEvents();
+                const auto clipped = SeenWidgets(*world.window).clipped();
+                EXPECT_TRUE(clipped.isEmpty()) << clipped.join(QLatin1Char('\n')).toStdString();
+            }
         }
     }
+}
+
+TEST(MainWindowLanguagesTest, TextsAndTheModelsMessagesAreTranslated) {
+    const auto translation = installTranslation(QLocale(QLocale::German));
+    WindowWorld world;
+    world.model.setSelectedPage(pageIndex::settings);
+    const auto lines = SeenWidgets(world.show()).lines();
+    EXPECT_TRUE(lines.contains(QStringLiteral("Einstellungen")));
+    EXPECT_TRUE(lines.contains(QStringLiteral("Bereit, aus deinem nächsten Diktat zu lernen.")));
+    EXPECT_TRUE(lines.contains(QStringLiteral("<Ton am Anfang: Klassisch>")));
 }
 
 TEST_F(MainWindowTest, EveryControlHasAName) {

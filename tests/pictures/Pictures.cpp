@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <cstdio>
 
+#include "Quorvi/ui/Translations.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/DesignStyle.h"
@@ -235,6 +236,17 @@ int main(int argc, char** argv) {
     for (const auto& [theme, palette] : palettes()) {
         QApplication::setPalette(refined(palette));
         album.setTheme(theme);
+        dictationPages(album);
+        historyPages(album);
+        settingsPages(album);
+        editors(album);
+    }
+    QApplication::setPalette(refined(palettes().front().second));
+    for (const auto language : {QLocale::German, QLocale::Greek}) {
+        const QLocale locale(language);
+        QLocale::setDefault(locale);
+        const auto translation = installTranslation(locale);
+        album.setTheme(QStringLiteral("light-") + locale.name().left(2));
         dictationPages(album);
         historyPages(album);
         settingsPages(album);

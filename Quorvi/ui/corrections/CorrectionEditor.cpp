@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Quorvi/corrections/CorrectionStore.h"
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
@@ -97,7 +98,7 @@ void CorrectionEditor::edited() {
     note_->setText(tr("That phrase does not match this transcript. The rule will still apply to "
                       "future matches."));
     const bool bothGiven = !rule_.original.empty() && !rule_.replacement.empty();
-    error_->setText(problem && bothGiven ? qt(*problem) : QString());
+    error_->setText(problem && bothGiven ? modelText(*problem) : QString());
     error_->setVisible(!error_->text().isEmpty());
 }
 
@@ -111,7 +112,7 @@ void CorrectionEditor::save() {
     try {
         store_.save(rule_);
     } catch (const std::exception& error) {
-        error_->setText(qt(error.what()));
+        error_->setText(modelText(error.what()));
         error_->setVisible(true);
         return;
     }

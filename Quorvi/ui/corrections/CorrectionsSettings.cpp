@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Quorvi/corrections/CorrectionStore.h"
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/corrections/CorrectionRow.h"
 #include "Quorvi/ui/design/Controls.h"
@@ -116,11 +117,11 @@ void CorrectionsSettings::addList() {
 
 void CorrectionsSettings::refresh() {
     learns_->show(store_.learnsAutomatically());
-    learningStatus_->setText(store_.learnsAutomatically() ? qt(store_.learningStatus())
+    learningStatus_->setText(store_.learnsAutomatically() ? modelText(store_.learningStatus())
                                                           : tr("Automatic learning is off."));
     const auto& persistence = store_.persistenceError();
     const std::string problem = persistence.value_or(refusal_);
-    problemText_->setText(qt(problem));
+    problemText_->setText(modelText(problem));
     problem_->setVisible(!problem.empty());
     refreshList();
 }
@@ -139,7 +140,7 @@ std::vector<TextCorrection> CorrectionsSettings::matches() const {
 void CorrectionsSettings::refreshList() {
     const auto all = store_.rules().rules().size();
     count_->setText(QLocale().toString(static_cast<qulonglong>(all)));
-    count_->setAccessibleName(tr("%n saved correction(s)", nullptr, static_cast<int>(all)));
+    count_->setAccessibleName(tr("Saved corrections") + QStringLiteral(": ") + count_->text());
     auto found = matches();
     none_->setVisible(all == 0);
     more_->setVisible(found.size() > visible_);

@@ -2,6 +2,7 @@
 
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPixmap>
 
 #include "Quorvi/ui/design/Colors.h"
 
@@ -33,6 +34,18 @@ void BrandMark::paint(QPainter& painter, const QRectF& bounds, const QPalette& p
                          QPointF(x, bounds.center().y() + half));
         x += step;
     }
+}
+
+QIcon BrandMark::icon() {
+    QIcon icon;
+    for (int size : {16, 24, 32, 48, 64, 128}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(painter, QRectF(0, 0, size, size), QPalette());
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }
 
 void BrandMark::paintEvent(QPaintEvent*) {

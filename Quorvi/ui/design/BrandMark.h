@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QWidget>
 
 namespace quorvi {
@@ -11,6 +12,8 @@ public:
     QSize sizeHint() const override { return {size_, size_}; }
 
     static void paint(QPainter& painter, const QRectF& bounds, const QPalette& palette);
+    // For the window's title bar and the desktop's lists.
+    static QIcon icon();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

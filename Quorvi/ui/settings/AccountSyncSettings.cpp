@@ -4,6 +4,7 @@
 #include <QLocale>
 
 #include "Quorvi/sync/AccountSyncing.h"
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spinner.h"
 #include "Quorvi/ui/design/Texts.h"
@@ -58,7 +59,7 @@ AccountSyncSettings::AccountSyncSettings(AccountSyncing& sync)
 void AccountSyncSettings::refresh() {
     enabled_->show(sync_.enabled());
     working_->setVisible(sync_.working());
-    status_->setText(qt(sync_.status()));
+    status_->setText(modelText(sync_.status()));
     now_->setEnabled(sync_.enabled() && !sync_.working());
     const auto last = sync_.lastSynced();
     lastSynced_->setVisible(last.has_value());

@@ -6,6 +6,7 @@
 
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/KeyStore.h"
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
@@ -74,7 +75,7 @@ void ApiKeySettings::refresh() {
     apiKey_->setPlaceholderText(model_.hasKey() ? tr("Enter a replacement key")
                                                 : tr("Paste your API key"));
     save_->setEnabled(!apiKey_->text().trimmed().isEmpty());
-    message_->setText(qt(model_.keyMessage()));
+    message_->setText(modelText(model_.keyMessage()));
     message_->setVisible(!model_.keyMessage().empty());
 }
 

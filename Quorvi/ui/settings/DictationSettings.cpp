@@ -3,6 +3,7 @@
 #include <QMenu>
 
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
@@ -58,7 +59,7 @@ void DictationSettings::addShortcut() {
            "already. Function keys may require Fn.")));
 
     mode_ = new Picker(tr("Shortcut mode"));
-    for (auto mode : allDictationModes) mode_->addItem(qt(title(mode)));
+    for (auto mode : allDictationModes) mode_->addItem(modelText(title(mode)));
     connect(mode_, &QComboBox::activated, this, [this](int index) {
         model_.setMode(allDictationModes[static_cast<std::size_t>(index)]);
     });
@@ -86,7 +87,7 @@ void DictationSettings::addSounds() {
 Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
                                        const QString& preview) {
     auto* picker = new Picker(label);
-    for (auto style : allRecordingSoundStyles) picker->addItem(qt(title(style)));
+    for (auto style : allRecordingSoundStyles) picker->addItem(modelText(title(style)));
     connect(picker, &QComboBox::activated, this, [this, cue](int index) {
         model_.setSoundStyle(cue, allRecordingSoundStyles[static_cast<std::size_t>(index)]);
     });
@@ -106,7 +107,7 @@ void DictationSettings::refresh() {
     cancel_->setVisible(choosing);
     capture_->setVisible(choosing);
     capture_->setText(model_.message() == Hotkey::keyCombinationRefusal
-                          ? qt(model_.message())
+                          ? modelText(model_.message())
                           : tr("Press the new shortcut. Esc keeps %1.").arg(label));
     mode_->show(static_cast<int>(model_.mode()));
     startSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::start)));

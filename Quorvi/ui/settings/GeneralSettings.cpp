@@ -3,6 +3,7 @@
 #include <QShowEvent>
 
 #include "Quorvi/system/LaunchAtLoginController.h"
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Texts.h"
 
@@ -30,7 +31,7 @@ void GeneralSettings::showEvent(QShowEvent* event) {
 
 void GeneralSettings::refresh() {
     launch_->show(loginItem_.isEnabled());
-    message_->setText(qt(loginItem_.message()));
+    message_->setText(modelText(loginItem_.message()));
     open_->setVisible(loginItem_.requiresApproval());
 }
 

@@ -10,6 +10,7 @@
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/Preferences.h"
 #include "Quorvi/ui/corrections/RememberCorrectionButton.h"
+#include "Quorvi/ui/design/BrandMark.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/window/Pages.h"
 #include "Quorvi/ui/window/Sidebar.h"
@@ -42,6 +43,7 @@ MainWindow::MainWindow(WindowServices services)
       stack_(new QStackedWidget),
       trayNotice_(new TrayNotice(services_.quit)) {
     setWindowTitle(QStringLiteral("Quorvi"));
+    setWindowIcon(BrandMark::icon());
     services_.history.makeRememberButton = [this](const QString& transcript) -> QWidget* {
         return new RememberCorrectionButton(transcript, services_.corrections);
     };

@@ -1,6 +1,7 @@
 #include "Quorvi/ui/window/StatusCard.h"
 
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
@@ -88,7 +89,7 @@ void StatusCard::refresh() {
     explanation_->setVisible(ready);
     const bool says = model_.message() != quietMessage && !model_.message().empty();
     message_->setVisible(says);
-    if (says) message_->setText(qt(model_.message()));
+    if (says) message_->setText(modelText(model_.message()));
     refreshRecording();
     refreshShortcut();
     const bool armed = model_.insertionTestArmed();
