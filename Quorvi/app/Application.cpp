@@ -8,6 +8,8 @@
 #include <string>
 #include <utility>
 
+#include "Quorvi/app/AppWindow.h"
+#include "Quorvi/app/BusService.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/LinuxDesktop.h"
 #include "Quorvi/app/QtKeyMonitor.h"
@@ -23,8 +25,10 @@
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/ui/QtScheduler.h"
-#include "Quorvi/ui/RecordingPanel.h"
-#include "Quorvi/ui/StatusItem.h"
+#include "Quorvi/ui/Translations.h"
+#include "Quorvi/ui/design/DesignStyle.h"
+#include "Quorvi/ui/indicator/RecordingPanel.h"
+#include "Quorvi/ui/status/StatusItem.h"
 #include "QuorviCore/launch/LaunchPolicy.h"
 
 namespace quorvi {
@@ -35,6 +39,8 @@ using namespace std::chrono_literals;
 
 // How long quitting waits for the clipboard to be given back.
 constexpr auto quitPatience = 2s;
+// A desktop that is just starting has its tray by then.
+constexpr auto trayPatience = 5s;
 
 // The program, put together. Members are in the order of dependence.
 class Application {
@@ -53,10 +59,19 @@ public:
                                                   files_, scheduler_);
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
-        panel_ =
-            std::make_unique<RecordingPanel>(*model_, [this] { return desktop_.isComposited(); });
-        statusItem_ = std::make_unique<StatusItem>(*model_, [this] { quit(); });
-        statusItem_->checkForUpdates = [this] { updates_.updater().check(); };
+        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(), panelDesktop());
+        statusItem_ = std::make_unique<StatusItem>(
+            *model_, StatusItem::Actions{.openWindow = [this] { openWindow(); },
+                                         .checkForUpdates = [this] { updates_.updater().check(); },
+                                         .quit = [this] { quit(); }});
+        window_ = std::make_unique<AppWindow>(
+            AppWindow::Parts{*model_, corrections_, history_, sync_, *keyStore_, updates_.updater(),
+                             preferences_, scheduler_,
+                             desktop_.historyEnvironment(preferences_, {}).calendar,
+                             [this] { quit(); }});
+        bus_ = std::make_unique<BusService>(
+            *model_, BusService::Actions{[this] { openWindow(); }, [this] { quit(); }});
+        trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
         changes_ = model_->onChange([this] { modelChanged(); });
@@ -74,6 +89,7 @@ public:
         if (quitting_) return;
         quitting_ = true;
         permissions_ = {};
+        trayTimer_.cancel();
         statusItem_->hide();
         model_->shutdown();
         updates_.updater().close();
@@ -97,8 +113,15 @@ private:
         preferences_.setBoolean(preferenceKey::hasLaunched, true);
         auto looking = keyStore_->refresh();
         const bool hasSavedKey = co_await looking;
-        if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) statusItem_->welcome();
+        if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) openWindow();
     }
+
+    RecordingPanel::Desktop panelDesktop() {
+        return {.isComposited = [this] { return desktop_.isComposited(); },
+                .reducesMotion = [this] { return desktop_.reducesMotion(); }};
+    }
+
+    void openWindow() { window_->open(); }
 
     void reportPreferences() {
         auto problem = preferences_.persistenceError().value_or("");
@@ -152,6 +175,9 @@ private:
     Updates updates_{scheduler_, preferences_};
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<AppWindow> window_;
+    std::unique_ptr<BusService> bus_;
+    Timer trayTimer_;
     std::unique_ptr<QuitSignals> quitSignals_;
     bool printStages_;
     bool quitting_ = false;
@@ -173,6 +199,8 @@ int runApplication(QApplication& qt, std::string apiKey) {
         std::fprintf(stderr, "quorvi: Quorvi is running already.\n");
         return 0;
     }
+    installDesign(qt);
+    const auto translation = installTranslation(QLocale());
     try {
         Application application(qt, options, std::move(apiKey));
         return QApplication::exec();

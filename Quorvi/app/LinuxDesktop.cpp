@@ -19,6 +19,7 @@
 #include "Quorvi/platform/linux/X11KeyEventPoster.h"
 #include "Quorvi/platform/linux/X11KeyEventTap.h"
 #include "Quorvi/platform/linux/X11Pasteboard.h"
+#include "Quorvi/platform/linux/X11Settings.h"
 #include "Quorvi/platform/linux/X11Workspace.h"
 #include "Quorvi/system/KeychainStore.h"
 
@@ -54,12 +55,14 @@ struct LinuxDesktop::Adapters {
         probes.run([this, permissionsChanged] {
             inputHookIsPossible = x11InputHookIsPossible();
             composited = x11IsComposited();
+            reducesMotion = x11ReducesMotion();
             permissionsChanged();
         });
     }
 
     std::atomic<bool> inputHookIsPossible{false};
     std::atomic<bool> composited{false};
+    std::atomic<bool> reducesMotion{false};
     SerialExecutor disk{"disk"};
     PosixFileStore files;
     // Of its own: writing a long history must not hold up a recording.
@@ -118,6 +121,12 @@ bool LinuxDesktop::isComposited() {
     auto& adapters = *adapters_;
     adapters.probes.run([&adapters] { adapters.composited = x11IsComposited(); });
     return adapters.composited;
+}
+
+bool LinuxDesktop::reducesMotion() {
+    auto& adapters = *adapters_;
+    adapters.probes.run([&adapters] { adapters.reducesMotion = x11ReducesMotion(); });
+    return adapters.reducesMotion;
 }
 
 HistoryStore::Environment LinuxDesktop::historyEnvironment(Preferences& preferences,

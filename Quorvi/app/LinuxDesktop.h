@@ -39,8 +39,10 @@ public:
     // when it is clear that it can't be.
     Task<void> leaveClipboard(std::string keeper);
 
-    // Whether windows can be translucent, as last known; asks for a fresh look. Never blocks.
+    // Whether windows can be translucent, and whether the user wants as little movement as possible:
+    // as last known; asking has a fresh look taken. Never block.
     bool isComposited();
+    bool reducesMotion();
 
 private:
     struct Adapters;

@@ -190,6 +190,10 @@ void AppModel::requestAccessibility() {
     environment_.permissions.openPrivacyPane(PrivacyPane::accessibility);
 }
 
+void AppModel::openPrivacy(PrivacyPane pane) {
+    environment_.permissions.openPrivacyPane(pane);
+}
+
 Task<bool> AppModel::saveKey(std::string key) {
     auto saving = environment_.keyStore.save(std::move(key));
     try {

@@ -124,6 +124,7 @@ public:
     void cancel();
     void fail(const std::string& message);
     void copyTranscript();
+    void clearTranscript() { set(lastTranscript_, std::string()); }
     void dismissOverlay(std::chrono::seconds delay);
     // Recovers from a stuck state.
     void resetDictation();
@@ -133,6 +134,8 @@ public:
     void refreshPermissions();
     void requestMicrophone();
     void requestAccessibility();
+    // Opens the desktop's own settings at, or near, a subject.
+    void openPrivacy(PrivacyPane pane);
 
     // Stores or deletes the API key, or its copy for the user's other machines; the outcome is in
     // keyMessage(). True when it was done.

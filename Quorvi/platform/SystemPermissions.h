@@ -6,7 +6,7 @@ namespace quorvi {
 
 enum class MicrophoneAuthorization { notDetermined, denied, authorized };
 // A subject of the desktop's own settings.
-enum class PrivacyPane { microphone, accessibility, loginItems };
+enum class PrivacyPane { microphone, accessibility, inputMonitoring, loginItems };
 
 // What the desktop lets this program do. Main thread; nothing blocks.
 class SystemPermissions {

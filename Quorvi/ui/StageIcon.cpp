@@ -30,39 +30,47 @@ void paintDisc(QPainter& painter, const QColor& color) {
     painter.drawEllipse(QRectF(1, 1, 16, 16));
 }
 
-void paintTick(QPainter& painter, const QColor& color) {
+void paintTick(QPainter& painter, const QColor& color, const QColor& inner) {
     paintDisc(painter, color);
-    painter.setPen(stroke(Qt::white, 2));
+    painter.setPen(stroke(inner, 2));
     painter.setBrush(Qt::NoBrush);
     painter.drawPolyline(QPolygonF({QPointF(5.2, 9.3), QPointF(8, 12), QPointF(12.8, 6.4)}));
 }
 
-void paintExclamation(QPainter& painter, const QColor& color) {
+void paintExclamation(QPainter& painter, const QColor& color, const QColor& inner) {
     paintDisc(painter, color);
-    painter.setPen(stroke(Qt::white, 2.2));
+    painter.setPen(stroke(inner, 2.2));
     painter.drawLine(QPointF(9, 5), QPointF(9, 9.8));
     painter.drawPoint(QPointF(9, 13.1));
 }
 
-void paintClipboard(QPainter& painter, const QColor& color) {
+void paintClipboard(QPainter& painter, const QColor& color, const QColor& inner) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawRoundedRect(QRectF(3, 3, 12, 13.5), 2, 2);
     painter.drawRoundedRect(QRectF(6, 1, 6, 4), 1.5, 1.5);
-    painter.setPen(stroke(Qt::white, 1.4));
+    painter.setPen(stroke(inner, 1.4));
     for (double y : {8.0, 10.6, 13.2}) painter.drawLine(QPointF(6, y), QPointF(12, y));
 }
 
-void paintDots(QPainter& painter, const QColor& color) {
+// A speech bubble with three dots.
+void paintBubble(QPainter& painter, const QColor& color) {
+    QPainterPath bubble;
+    bubble.addRoundedRect(QRectF(1.8, 2.6, 14.4, 10.6), 3.4, 3.4);
+    QPainterPath tail;
+    tail.addPolygon(QPolygonF({QPointF(4.6, 12), QPointF(4.6, 16.4), QPointF(9.4, 12)}));
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(stroke(color, 1.5));
+    painter.drawPath(bubble.united(tail).simplified());
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
-    for (double x : {3.5, 9.0, 14.5}) painter.drawEllipse(QPointF(x, 9), 1.9, 1.9);
+    for (double x : {5.6, 9.0, 12.4}) painter.drawEllipse(QPointF(x, 7.9), 1.15, 1.15);
 }
 
 }  // namespace
 
 void paintStageIcon(QPainter& painter, const QRectF& bounds, DictationStage stage,
-                    const QColor& color) {
+                    const QColor& color, const QColor& inner) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(bounds.topLeft());
@@ -74,19 +82,52 @@ void paintStageIcon(QPainter& painter, const QRectF& bounds, DictationStage stag
             break;
         case DictationStage::transcribing:
         case DictationStage::inserting:
-            paintDots(painter, color);
+            paintBubble(painter, color);
             break;
         case DictationStage::success:
         case DictationStage::learned:
-            paintTick(painter, color);
+            paintTick(painter, color, inner);
             break;
         case DictationStage::clipboard:
-            paintClipboard(painter, color);
+            paintClipboard(painter, color, inner);
             break;
         case DictationStage::failure:
-            paintExclamation(painter, color);
+            paintExclamation(painter, color, inner);
             break;
     }
+    painter.restore();
+}
+
+void paintCopySign(QPainter& painter, const QRectF& bounds, const QColor& color) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(bounds.topLeft());
+    painter.scale(bounds.width() / grid, bounds.height() / grid);
+    painter.setPen(stroke(color, 1.8));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(6.5, 6.5, 9.5, 9.5), 2, 2);
+    QPainterPath behind;
+    behind.moveTo(4.6, 11.5);
+    behind.lineTo(4, 11.5);
+    behind.arcTo(QRectF(2, 7.5, 4, 4), 270, -90);
+    behind.lineTo(2, 4);
+    behind.arcTo(QRectF(2, 2, 4, 4), 180, -90);
+    behind.lineTo(9.5, 2);
+    behind.arcTo(QRectF(7.5, 2, 4, 4), 90, -90);
+    behind.lineTo(11.5, 4.6);
+    painter.drawPath(behind);
+    painter.restore();
+}
+
+void paintDownloadSign(QPainter& painter, const QRectF& bounds, const QColor& color) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(bounds.topLeft());
+    painter.scale(bounds.width() / grid, bounds.height() / grid);
+    painter.setPen(stroke(color, 2));
+    painter.drawLine(QPointF(9, 2.5), QPointF(9, 11.5));
+    painter.drawPolyline(QPolygonF({QPointF(5.2, 8), QPointF(9, 11.8), QPointF(12.8, 8)}));
+    painter.drawLine(QPointF(3, 15.5), QPointF(15, 15.5));
     painter.restore();
 }
 

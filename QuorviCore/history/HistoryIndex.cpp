@@ -63,6 +63,15 @@ void HistoryIndex::update(const DictationRecords& records, const std::stop_token
     unfinished_.clear();
 }
 
+HistoryMatches HistoryIndex::texts(const DictationRecords& records) {
+    HistoryMatches matches{records, {}};
+    for (const auto& part : records.parts())
+        for (std::size_t n = 0; n < part.chunk->records.size(); ++n)
+            if (part.chunk->records[n].text)
+                matches.positions.push_back(static_cast<std::uint32_t>(part.begin + n));
+    return matches;
+}
+
 template <class Found>
 void HistoryIndex::FoldedChunk::search(const text::ByteSearch& search, std::string_view needle,
                                        Found found) const {

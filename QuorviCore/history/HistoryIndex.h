@@ -42,6 +42,9 @@ public:
 
     const DictationRecords& records() const { return records_; }
 
+    // What finding everything among the texts comes to, which needs no index.
+    static HistoryMatches texts(const DictationRecords& records);
+
 private:
     struct FoldedChunk;
     using FoldedPointer = std::shared_ptr<const FoldedChunk>;

@@ -74,6 +74,8 @@ void leaveSession(void*) {
 
 std::vector<std::vector<std::string>> settingsPrograms(PrivacyPane pane,
                                                        const std::string& desktops) {
+    // What watches the keyboard is no subject of its own here.
+    if (pane == PrivacyPane::inputMonitoring) pane = PrivacyPane::accessibility;
     const auto running = split(desktops);
     std::vector<std::vector<std::string>> own, others;
     for (const auto& program : programs) {

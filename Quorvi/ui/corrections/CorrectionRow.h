@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QWidget>
+#include <functional>
+
+#include "QuorviCore/corrections/TextCorrection.h"
+
+namespace quorvi {
+
+class Switch;
+
+// One saved rule in the list.
+class CorrectionRow : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(CorrectionRow)
+
+public:
+    struct Actions {
+        std::function<void(const std::string& id, bool enabled)> setEnabled;
+        std::function<void(const std::string& id)> edit;
+        std::function<void(const std::string& id)> remove;
+    };
+
+    CorrectionRow(const TextCorrection& rule, const Actions& actions);
+
+    const std::string& id() const { return id_; }
+    void show(const TextCorrection& rule);
+    using QWidget::show;
+    void focusDelete() { delete_->setFocus(); }
+
+private:
+    std::string id_;
+    QLabel* original_;
+    QLabel* replacement_;
+    QLabel* origin_;
+    Switch* enabled_;
+    QPushButton* edit_;
+    QPushButton* delete_;
+};
+
+}  // namespace quorvi

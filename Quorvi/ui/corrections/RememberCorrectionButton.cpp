@@ -1,0 +1,24 @@
+#include "Quorvi/ui/corrections/RememberCorrectionButton.h"
+
+#include <utility>
+
+#include "Quorvi/ui/corrections/CorrectionEditor.h"
+#include "Quorvi/ui/design/Controls.h"
+#include "Quorvi/ui/design/Symbols.h"
+
+namespace quorvi {
+
+RememberCorrectionButton::RememberCorrectionButton(QString transcript, CorrectionStore& store)
+    : QPushButton(tr("Remember correction")), transcript_(std::move(transcript)), store_(store) {
+    setIcon(symbolIcon("text.badge.plus"));
+    setIconSize(QSize(16, 16));
+    setAutoDefault(false);
+    connect(this, &QPushButton::clicked, this, [this] { openEditor(); });
+}
+
+void RememberCorrectionButton::openEditor() {
+    auto* editor = new CorrectionEditor(store_, {}, transcript_, window());
+    editor->open();
+}
+
+}  // namespace quorvi

@@ -1,0 +1,147 @@
+#include "Quorvi/ui/design/Texts.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include "Quorvi/ui/design/Symbols.h"
+
+namespace quorvi {
+
+namespace {
+
+QLabel* plain(QLabel* label, TextStyle style, bool wraps) {
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(wraps);
+    label->setFont(textFont(style));
+    return label;
+}
+
+// A word that no line could hold may be broken after so many characters.
+constexpr qsizetype longestWord = 24;
+
+QString breakable(const QString& text) {
+    QString result;
+    qsizetype run = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        run = text[i].isSpace() ? 0 : run + 1;
+        if (run > longestWord && !text[i].isLowSurrogate() && !text[i].isMark()) {
+            result += QChar(0x200B);  // zero width space
+            run = 1;
+        }
+        result += text[i];
+    }
+    return result;
+}
+
+}  // namespace
+
+QString qt(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QFont textFont(TextStyle style) {
+    QFont font = QApplication::font();
+    const auto scale = [&font](double factor) {
+        if (font.pointSizeF() > 0)
+            font.setPointSizeF(font.pointSizeF() * factor);
+        else
+            font.setPixelSize(qRound(font.pixelSize() * factor));
+    };
+    switch (style) {
+        case TextStyle::title:
+            scale(2);
+            font.setWeight(QFont::Bold);
+            break;
+        case TextStyle::figure:
+            scale(1.7);
+            font.setWeight(QFont::DemiBold);
+            break;
+        case TextStyle::heading:
+            scale(1.18);
+            font.setWeight(QFont::DemiBold);
+            break;
+        case TextStyle::body:
+            break;
+        case TextStyle::caption:
+            scale(0.92);
+            break;
+        case TextStyle::eyebrow:
+            scale(0.82);
+            font.setWeight(QFont::DemiBold);
+            font.setLetterSpacing(QFont::PercentageSpacing, 108);
+            break;
+    }
+    return font;
+}
+
+// The text comes last: its change is told to screen readers, which see the class that there is then.
+HeadingLabel::HeadingLabel(const QString& text, TextStyle style) {
+    plain(this, style, true);
+    setText(text);
+}
+
+HeadingLabel* titleText(const QString& text) {
+    return new HeadingLabel(text, TextStyle::title);
+}
+
+HeadingLabel* headingText(const QString& text) {
+    return new HeadingLabel(text, TextStyle::heading);
+}
+
+QLabel* eyebrowText(const QString& text) {
+    auto* label = plain(new QLabel(text), TextStyle::eyebrow, true);
+    label->setForegroundRole(QPalette::Link);
+    return label;
+}
+
+QLabel* bodyText(const QString& text) {
+    return plain(new QLabel(text), TextStyle::body, true);
+}
+
+QLabel* secondaryText(const QString& text) {
+    auto* label = bodyText(text);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    return label;
+}
+
+QLabel* captionText(const QString& text) {
+    auto* label = plain(new QLabel(text), TextStyle::caption, true);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    return label;
+}
+
+QLabel* contentText(const QString& text) {
+    auto* label = bodyText();
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setContent(*label, text);
+    return label;
+}
+
+void setContent(QLabel& label, const QString& text) {
+    if (label.accessibleName() == text) return;
+    label.setAlignment((text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                       Qt::AlignTop);
+    label.setText(breakable(text));
+    label.setAccessibleName(text);
+}
+
+SymbolLabel::SymbolLabel(const char* name, int size, ColorRole role)
+    : name_(name), size_(size), role_(role) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void SymbolLabel::setSymbol(const char* name, ColorRole role) {
+    name_ = name;
+    role_ = role;
+    update();
+}
+
+void SymbolLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const auto tint = isEnabled() ? color(role_, palette())
+                                  : palette().color(QPalette::Disabled, QPalette::WindowText);
+    painter.drawPixmap(QPointF(0, (height() - size_) / 2.0),
+                       symbolPixmap(name_, tint, size_, devicePixelRatioF()));
+}
+
+}  // namespace quorvi

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QFont>
+#include <QLabel>
+#include <QString>
+#include <string_view>
+
+#include "Quorvi/ui/design/Colors.h"
+
+namespace quorvi {
+
+// The scale of type, relative to the desktop's font.
+enum class TextStyle { title, heading, body, caption, eyebrow, figure };
+
+QFont textFont(TextStyle style);
+
+QString qt(std::string_view utf8);
+
+// A label that screen readers take for a heading.
+class HeadingLabel : public QLabel {
+public:
+    HeadingLabel(const QString& text, TextStyle style);
+};
+
+// Plain texts; all but the eyebrow wrap. The caller's layout takes them over.
+HeadingLabel* titleText(const QString& text);
+HeadingLabel* headingText(const QString& text);
+QLabel* eyebrowText(const QString& text);  // small, in capital letters as given
+QLabel* bodyText(const QString& text = {});
+QLabel* secondaryText(const QString& text = {});
+QLabel* captionText(const QString& text = {});  // secondary and smaller
+
+// The user's own words: can be selected, and are aligned as their script is written.
+QLabel* contentText(const QString& text = {});
+void setContent(QLabel& label, const QString& text);
+
+// A symbol as a picture beside a text, which says the same: not seen by screen readers.
+class SymbolLabel : public QWidget {
+public:
+    explicit SymbolLabel(const char* name, int size = 18, ColorRole role = ColorRole::ink);
+    void setSymbol(const char* name, ColorRole role);
+    QSize sizeHint() const override { return {size_, size_}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const char* name_;
+    int size_;
+    ColorRole role_;
+};
+
+// Headings and cards as screen readers should see them. Once, before the first widget.
+void installAccessibleRoles();
+
+}  // namespace quorvi

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "Quorvi/history/HistoryDays.h"
+#include "Quorvi/history/HistorySearch.h"
+#include "Quorvi/ui/design/Page.h"
+#include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/history/HistoryEnvironment.h"
+#include "Quorvi/ui/history/HistoryRow.h"
+#include "Quorvi/ui/history/ProblemNote.h"
+#include "Quorvi/ui/history/RowList.h"
+
+namespace quorvi {
+
+// The saved dictations by day: searched, copied, deleted. Searches run in the background and only
+// the last one's answer is shown; the rows that can't be seen at once are filled in bit by bit, so
+// that a keystroke never waits for them. Follows the store, while it can be seen.
+class HistoryPage : public Page {
+    Q_DECLARE_TR_FUNCTIONS(HistoryPage)
+
+public:
+    explicit HistoryPage(HistoryEnvironment environment);
+
+    // Number of dictations that match the query, as last found.
+    std::size_t matchCount() const { return matches_.size(); }
+    // What was asked for is shown, to the last row.
+    bool isComplete() const { return !searching_ && !filling_.isActive(); }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    static constexpr std::size_t pageSize = 50;
+
+    // What the list shows, from top to bottom.
+    struct Item {
+        QString heading;  // or else
+        DictationRecord record;
+        HistoryRow::Place place;
+    };
+
+    void buildHeader();
+    void follow();
+    void showNotes();
+    void queryChanged();
+    void search();
+    Task<void> find(std::string query, std::stop_token stop);
+    void display(HistoryMatches matches);
+    void showCount();
+    void rebuild();
+    void fill();
+    void place(const Item& item);
+    HistoryRow* nextRow();
+    HistoryRow* visibleRow(const Uuid& id);
+    void hideUnused();
+    void copy(const DictationRecord& record);
+    void confirmDeletion(const DictationRecord& record);
+    void expand(const DictationRecord& record, bool expanded);
+    void waitForMidnight();
+
+    HistoryEnvironment environment_;
+    HistorySearch search_;
+    HistoryRow::Actions actions_;
+
+    std::size_t visibleCount_ = pageSize;
+    std::optional<Uuid> deletionID_;  // awaits confirmation
+    std::optional<Uuid> copiedID_;
+    std::set<Uuid> expanded_;
+
+    HistoryMatches matches_;
+    std::optional<std::uint64_t> shownGeneration_;  // of the store's records
+    bool seen_ = false;
+    bool searching_ = false;
+
+    std::vector<Item> items_;
+    std::size_t placed_ = 0;  // how many of them are in the list
+    std::optional<LocaleFormats> formats_;  // of what is shown
+    // Top to bottom, which is also the order of the keyboard's focus; the first ones are in use.
+    std::vector<HistoryRow*> rows_;
+    std::size_t usedRows_ = 0;
+    std::vector<QLabel*> headings_;
+    std::size_t usedHeadings_ = 0;
+    QBasicTimer filling_;
+
+    ProblemNote* problem_;
+    QLabel* paused_;
+    QLineEdit* query_;
+    QPushButton* clear_;
+    QLabel* count_;
+    RowList* list_;
+    QWidget* empty_;
+    QLabel* emptyTitle_;
+    QLabel* emptySubtitle_;
+    QPushButton* more_;
+
+    Timer copiedTimer_;
+    Timer midnight_;
+    Subscription changes_;
+    TaskHandle finding_;
+    TaskScope tasks_;  // last: tasks end before what they use
+};
+
+}  // namespace quorvi

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QCoreApplication>
+
+#include "Quorvi/history/HistoryFigures.h"
+#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/design/Controls.h"
+#include "Quorvi/ui/history/HistoryEnvironment.h"
+#include "Quorvi/ui/history/UsageCostSection.h"
+
+namespace quorvi {
+
+// The settings' section on the history: whether texts are kept and how long, what the dictations
+// have cost, and the button that deletes everything. Follows the store; sums only while it can be
+// seen.
+class HistorySettings : public Card {
+    Q_DECLARE_TR_FUNCTIONS(HistorySettings)
+
+public:
+    explicit HistorySettings(HistoryEnvironment environment);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void follow();
+    void sum();
+    Task<void> showCost(std::stop_token stop);
+    void confirmClearing();
+
+    HistoryEnvironment environment_;
+    HistoryFigures figures_;
+    UsagePeriod costPeriod_ = UsagePeriod::calendarMonth;
+    bool seen_ = false;
+    Switch* keep_;
+    Picker* retention_;
+    UsageCostSection* cost_;
+    Subscription changes_;
+    TaskHandle summing_;
+    TaskScope tasks_;  // last: tasks end before what they use
+};
+
+}  // namespace quorvi

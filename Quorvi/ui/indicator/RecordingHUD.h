@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QPixmap>
+#include <QWidget>
+#include <functional>
+#include <optional>
+
+#include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/indicator/HudParts.h"
+#include "Quorvi/ui/indicator/LevelMeter.h"
+#include "Quorvi/ui/indicator/ThemePalette.h"
+
+namespace quorvi {
+
+// The capsule that shows what a dictation is doing, drawn from plain values alone. Redraws what
+// differs from before. The desktop's palette decides between its light and its dark colours.
+class RecordingHUD : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(RecordingHUD)
+
+public:
+    struct Values {
+        DictationStage stage = DictationStage::idle;
+        QString message;
+        double elapsed = 0;  // seconds
+        double level = 0;    // 0 to 1
+        RecordingTheme theme = RecordingTheme::glass;
+        std::function<void()> onCopy;  // there is a button to copy with
+        std::optional<QString> updateVersion;
+        std::function<void()> onUpdate;  // there is a button to update with
+    };
+
+    explicit RecordingHUD(QWidget* parent = nullptr);
+
+    void setValues(Values values);
+    const Values& values() const { return values_; }
+    void setReducesMotion(bool reduces) { meter_->setAnimated(!reduces); }
+    // Without a compositor nothing is translucent: no shadow, but a line around the capsule.
+    void setCutOut(bool cutOut);
+
+    // In points. The panel leaves 8 points around the capsule for its shadow.
+    static QSize contentSize(DictationStage stage);
+    static QSize panelSize(DictationStage stage);
+    static constexpr int shadowMargin = 8;
+    static constexpr double cornerRadius = 22;
+
+    // The message may need a second line.
+    static bool usesTwoLines(DictationStage stage);
+    // Minutes and seconds.
+    static QString elapsedText(double seconds);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void arrange();
+    void color();
+    void showStage();
+    void showElapsed();
+    void showButtons();
+    void renderSurface();
+
+    Values values_;
+    ThemePalette colors_;
+    bool cutOut_ = false;
+    QPixmap surface_;  // empty until it is painted
+    StageSign* sign_;
+    HeadingLabel* title_;
+    HudTime* time_;
+    HudText* message_;
+    QWidget* recordingRow_;
+    LevelMeter* meter_;
+    QLabel* hint_;
+    HudButton* copy_;
+    HudButton* update_;
+};
+
+}  // namespace quorvi

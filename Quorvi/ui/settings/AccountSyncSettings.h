@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QPushButton>
+
+#include "Quorvi/ui/design/Card.h"
+#include "QuorviCore/async/Observable.h"
+
+namespace quorvi {
+
+class AccountSyncing;
+class Spinner;
+class Switch;
+
+// The settings' section on synchronisation. Holds no state of its own.
+class AccountSyncSettings : public Card {
+    Q_DECLARE_TR_FUNCTIONS(AccountSyncSettings)
+
+public:
+    explicit AccountSyncSettings(AccountSyncing& sync);
+
+private:
+    void refresh();
+
+    AccountSyncing& sync_;
+    Switch* enabled_;
+    Spinner* working_;
+    QLabel* status_;
+    QPushButton* now_;
+    QLabel* lastSynced_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

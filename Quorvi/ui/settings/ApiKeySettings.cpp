@@ -1,0 +1,106 @@
+#include "Quorvi/ui/settings/ApiKeySettings.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+#include <utility>
+
+#include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/platform/KeyStore.h"
+#include "Quorvi/ui/ModelText.h"
+#include "Quorvi/ui/design/Controls.h"
+#include "Quorvi/ui/design/Spacing.h"
+#include "Quorvi/ui/design/Texts.h"
+
+namespace quorvi {
+
+namespace {
+
+constexpr auto keysPage = "https://platform.openai.com/api-keys";
+
+}  // namespace
+
+ApiKeySettings::ApiKeySettings(AppModel& model, KeyStore& keys, Scheduler& scheduler)
+    : Card(tr("OpenAI API key"), "key"), model_(model), keys_(keys), tasks_(scheduler) {
+    build();
+    connect(apiKey_, &QLineEdit::textChanged, this, [this] { refresh(); });
+    connect(apiKey_, &QLineEdit::returnPressed, this, [this] { save(); });
+    connect(save_, &QPushButton::clicked, this, [this] { save(); });
+    connect(remove_, &QPushButton::clicked, this,
+            [this] { tasks_.start([this](const std::stop_token&) { return model_.removeKey(); }); });
+    connect(sync_, &QCheckBox::toggled, this, [this](bool on) {
+        tasks_.start([this, on](const std::stop_token&) { return changeSync(on); });
+    });
+    refresh();
+    changes_ = model_.onChange([this] { refresh(); });
+    tasks_.start([this](const std::stop_token&) { return readSync(); });
+}
+
+void ApiKeySettings::build() {
+    saved_ = new QWidget;
+    auto* savedText = bodyText(tr("Saved"));
+    savedText->setWordWrap(false);
+    auto* savedRow =
+        row({new SymbolLabel("checkmark.shield.fill", 18, ColorRole::success), savedText});
+    savedRow->setContentsMargins(0, 0, 0, 0);
+    saved_->setLayout(savedRow);
+    header().addWidget(saved_);
+
+    apiKey_ = new QLineEdit;
+    apiKey_->setEchoMode(QLineEdit::Password);
+    apiKey_->setAccessibleName(tr("OpenAI API key"));
+    apiKey_->setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData |
+                                 Qt::ImhNoPredictiveText);
+    save_ = button(tr("Save"), ButtonKind::primary);
+    auto* keyRow = row({apiKey_, save_});
+    keyRow->setStretch(0, 1);
+    content().addLayout(keyRow);
+    message_ = bodyText();
+    auto* get = button(tr("Get an API key ↗"), ButtonKind::link);
+    connect(get, &QPushButton::clicked, this,
+            [] { QDesktopServices::openUrl(QUrl(QString::fromLatin1(keysPage))); });
+    remove_ = button(tr("Remove key"), ButtonKind::destructive);
+    content().addLayout(row({get, nullptr, remove_}));
+    sync_ = new Switch(tr("Sync API key through iCloud Keychain"));
+    content().addWidget(sync_);
+    content().addWidget(captionText(
+        tr("Your key stays in macOS Keychain. Recordings go directly to OpenAI for transcription. "
+           "API usage is billed to your OpenAI account.")));
+    content().addWidget(message_);
+}
+
+void ApiKeySettings::refresh() {
+    setEnabled(!isActive(model_.stage()));
+    saved_->setVisible(model_.hasKey());
+    remove_->setVisible(model_.hasKey());
+    apiKey_->setPlaceholderText(model_.hasKey() ? tr("Enter a replacement key")
+                                                : tr("Paste your API key"));
+    save_->setEnabled(!apiKey_->text().trimmed().isEmpty());
+    message_->setText(modelText(model_.keyMessage()));
+    message_->setVisible(!model_.keyMessage().empty());
+}
+
+void ApiKeySettings::save() {
+    if (!save_->isEnabled()) return;
+    tasks_.start([this](const std::stop_token&) { return storeKey(apiKey_->text().toStdString()); });
+}
+
+// The field keeps a key that could not be stored, for another try.
+Task<void> ApiKeySettings::storeKey(std::string key) {
+    auto saving = model_.saveKey(std::move(key));
+    const bool stored = co_await saving;
+    if (stored) apiKey_->clear();
+}
+
+Task<void> ApiKeySettings::changeSync(bool on) {
+    auto changing = model_.setKeySync(on);
+    const bool done = co_await changing;
+    if (!done) sync_->show(!on);
+}
+
+Task<void> ApiKeySettings::readSync() {
+    auto reading = keys_.syncEnabled();
+    const bool on = co_await reading;
+    sync_->show(on);
+}
+
+}  // namespace quorvi

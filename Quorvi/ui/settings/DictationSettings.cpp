@@ -1,0 +1,117 @@
+#include "Quorvi/ui/settings/DictationSettings.h"
+
+#include <QMenu>
+
+#include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/ui/ModelText.h"
+#include "Quorvi/ui/design/Controls.h"
+#include "Quorvi/ui/design/Spacing.h"
+#include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/settings/LabelledRow.h"
+
+namespace quorvi {
+
+namespace {
+
+constexpr int previewWidth = 150;  // so that the pickers beside them stand below one another
+
+}  // namespace
+
+DictationSettings::DictationSettings(AppModel& model)
+    : Card(tr("Dictation"), "keyboard"), model_(model) {
+    addShortcut();
+    addSounds();
+    refresh();
+    changes_ = model_.onChange([this] { refresh(); });
+}
+
+void DictationSettings::addShortcut() {
+    content().addWidget(secondaryText(
+        tr("Press and release Left or Right Control, Right Option, or a function key. You can "
+           "also use a key with ⌘ / ⌃ / ⌥. Esc cancels.")));
+    shortcut_ = button({});
+    auto* menu = new QMenu(shortcut_);
+    struct Preset {
+        QString text;
+        const Hotkey& hotkey;
+    };
+    const Preset presets[] = {{tr("Right Option ⌥"), Hotkey::rightOption},
+                              {tr("Left Control ⌃"), Hotkey::leftControl},
+                              {tr("Right Control ⌃"), Hotkey::rightControl}};
+    for (const auto& preset : presets)
+        connect(menu->addAction(preset.text), &QAction::triggered, this,
+                [this, &hotkey = preset.hotkey] {
+                    model_.endShortcutCapture();
+                    model_.setShortcut(hotkey);
+                });
+    menu->addSeparator();
+    connect(menu->addAction(tr("Record custom shortcut…")), &QAction::triggered, this,
+            [this] { model_.beginShortcutCapture(); });
+    shortcut_->setMenu(menu);
+    cancel_ = button(tr("Cancel"));
+    cancel_->setAccessibleName(tr("Keep the shortcut"));
+    connect(cancel_, &QPushButton::clicked, this, [this] { model_.endShortcutCapture(); });
+    content().addLayout(labelledRow(tr("Shortcut"), {shortcut_, cancel_}));
+    capture_ = bodyText();
+    content().addWidget(capture_);
+    content().addWidget(captionText(
+        tr("Choose a shortcut that no other dictation app, and no other application, uses "
+           "already. Function keys may require Fn.")));
+
+    mode_ = new Picker(tr("Shortcut mode"));
+    for (auto mode : allDictationModes) mode_->addItem(modelText(title(mode)));
+    connect(mode_, &QComboBox::activated, this, [this](int index) {
+        model_.setMode(allDictationModes[static_cast<std::size_t>(index)]);
+    });
+    content().addLayout(labelledRow(tr("Shortcut mode"), {mode_}));
+
+    auto* reset = button(tr("Reset dictation"));
+    auto* resetRow = row({captionText(tr("If your shortcut stops responding, reset dictation to "
+                                         "reconnect keyboard access.")),
+                          reset});
+    resetRow->setStretch(0, 1);
+    resetRow->setSpacing(spacing::large);
+    content().addLayout(resetRow);
+    connect(reset, &QPushButton::clicked, this, [this] { model_.resetDictation(); });
+}
+
+void DictationSettings::addSounds() {
+    content().addWidget(divider());
+    content().addWidget(headingText(tr("Interaction")));
+    startSound_ = soundPicker(tr("Start sound"), RecordingCue::start, tr("Preview start"));
+    stopSound_ = soundPicker(tr("Stop sound"), RecordingCue::stop, tr("Preview stop"));
+    content().addWidget(captionText(tr("Choose a separate cue for starting and stopping. Silent "
+                                       "disables just that cue.")));
+}
+
+Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
+                                       const QString& preview) {
+    auto* picker = new Picker(label);
+    for (auto style : allRecordingSoundStyles) picker->addItem(modelText(title(style)));
+    connect(picker, &QComboBox::activated, this, [this, cue](int index) {
+        model_.setSoundStyle(cue, allRecordingSoundStyles[static_cast<std::size_t>(index)]);
+    });
+    auto* play = button(preview, ButtonKind::regular, "speaker.wave.2");
+    play->setMinimumWidth(previewWidth);
+    connect(play, &QPushButton::clicked, this, [this, cue] { model_.previewSound(cue); });
+    content().addLayout(labelledRow(label, {picker, play}));
+    return picker;
+}
+
+void DictationSettings::refresh() {
+    setEnabled(!isActive(model_.stage()));
+    const bool choosing = model_.isChoosingShortcut();
+    const QString label = qt(model_.shortcut().label);
+    shortcut_->setText(choosing ? tr("Press a key…") : label);
+    shortcut_->setAccessibleName(tr("Shortcut: %1").arg(shortcut_->text()));
+    cancel_->setVisible(choosing);
+    capture_->setVisible(choosing);
+    capture_->setText(model_.message() == Hotkey::keyCombinationRefusal
+                          ? modelText(model_.message())
+                          : tr("Press the new shortcut. Esc keeps %1.").arg(label));
+    mode_->show(static_cast<int>(model_.mode()));
+    startSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::start)));
+    stopSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::stop)));
+}
+
+}  // namespace quorvi

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QPushButton>
+
+#include "Quorvi/dictation/RecordingCue.h"
+#include "Quorvi/ui/design/Card.h"
+#include "QuorviCore/async/Observable.h"
+#include "QuorviCore/shortcut/Hotkey.h"
+
+namespace quorvi {
+
+class AppModel;
+class Picker;
+
+// The settings' section on the shortcut and the sounds. Disabled during a dictation.
+class DictationSettings : public Card {
+    Q_DECLARE_TR_FUNCTIONS(DictationSettings)
+
+public:
+    explicit DictationSettings(AppModel& model);
+
+private:
+    void addShortcut();
+    void addSounds();
+    Picker* soundPicker(const QString& label, RecordingCue cue, const QString& preview);
+    void refresh();
+
+    AppModel& model_;
+    QPushButton* shortcut_;
+    QPushButton* cancel_;
+    QLabel* capture_;
+    Picker* mode_;
+    Picker* startSound_;
+    Picker* stopSound_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

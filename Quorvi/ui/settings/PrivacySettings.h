@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <functional>
+#include <vector>
+
+#include "Quorvi/platform/SystemPermissions.h"
+#include "Quorvi/ui/design/Card.h"
+#include "QuorviCore/async/Observable.h"
+
+namespace quorvi {
+
+class AppModel;
+class SymbolLabel;
+
+// The settings' section on what happens to what the user says, and on what the program may do.
+class PrivacySettings : public Card {
+    Q_DECLARE_TR_FUNCTIONS(PrivacySettings)
+
+public:
+    explicit PrivacySettings(AppModel& model);
+
+private:
+    struct Permission {
+        QString title;
+        SymbolLabel* symbol;
+        QLabel* label;
+        std::function<bool()> granted;
+    };
+
+    void addPermission(const QString& title, PrivacyPane pane, std::function<bool()> granted);
+    void refresh();
+
+    AppModel& model_;
+    std::vector<Permission> permissions_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QLineEdit>
+
+#include "Quorvi/ui/design/Card.h"
+#include "QuorviCore/async/Observable.h"
+
+namespace quorvi {
+
+class AppModel;
+class Picker;
+
+// The settings' section on the speech-to-text service. Disabled during a dictation.
+class RecognitionSettings : public Card {
+    Q_DECLARE_TR_FUNCTIONS(RecognitionSettings)
+
+public:
+    explicit RecognitionSettings(AppModel& model);
+
+private:
+    void refresh();
+
+    AppModel& model_;
+    Picker* modelPicker_;
+    QLineEdit* vocabulary_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "Quorvi/dictation/AppModel.h"
+
+namespace quorvi {
+
+// The program's icon in the desktop's tray, with its menu. Follows the controller, which outlives
+// it. Desktops whose trays speak D-Bus draw both themselves.
+class StatusItem {
+    Q_DECLARE_TR_FUNCTIONS(StatusItem)
+
+public:
+    // The entries of the menu that are not the controller's.
+    struct Actions {
+        std::function<void()> openWindow;  // at the controller's selected page
+        std::function<void()> checkForUpdates;
+        std::function<void()> quit;
+    };
+
+    StatusItem(AppModel& model, Actions actions);
+
+    void hide() { icon_.hide(); }
+
+    // Whether the desktop shows such icons at all.
+    static bool hasTray() { return QSystemTrayIcon::isSystemTrayAvailable(); }
+
+private:
+    // What the icon and the menu depend on; they are rebuilt only when it changes.
+    struct Shown {
+        DictationStage stage;
+        DictationMode mode;
+        std::string shortcut;
+        bool hasTranscript;
+        bool operator==(const Shown&) const = default;
+    };
+
+    void refresh();
+    void rebuildMenu();
+    QAction* add(const QString& text, std::function<void()> effect);
+    void addLine(const QString& text);
+    void open(int page);
+    void showMenu(QSystemTrayIcon::ActivationReason reason);
+
+    AppModel& model_;
+    Actions actions_;
+    QMenu menu_;
+    QSystemTrayIcon icon_;
+    std::optional<Shown> shown_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

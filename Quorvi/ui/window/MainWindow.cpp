@@ -1,0 +1,134 @@
+#include "Quorvi/ui/window/MainWindow.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+
+#include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/platform/Preferences.h"
+#include "Quorvi/ui/corrections/RememberCorrectionButton.h"
+#include "Quorvi/ui/design/BrandMark.h"
+#include "Quorvi/ui/design/Colors.h"
+#include "Quorvi/ui/window/Pages.h"
+#include "Quorvi/ui/window/Sidebar.h"
+#include "Quorvi/ui/window/TrayNotice.h"
+
+namespace quorvi {
+
+namespace {
+
+constexpr auto sizeKey = "mainWindowSize";
+constexpr QSize usualSize(940, 800);
+constexpr QSize smallestSize(900, 740);
+constexpr QSize frameRoom(8, 40);  // what a window manager draws around a window, about
+
+// "940x800", in logical pixels.
+QString written(QSize size) {
+    return QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
+}
+
+QSize read(const QString& text) {
+    const auto parts = text.split(QLatin1Char('x'));
+    return parts.size() == 2 ? QSize(parts[0].toInt(), parts[1].toInt()) : QSize();
+}
+
+}  // namespace
+
+MainWindow::MainWindow(WindowServices services)
+    : services_(std::move(services)),
+      sidebar_(new Sidebar(services_.model)),
+      stack_(new QStackedWidget),
+      trayNotice_(new TrayNotice(services_.quit)) {
+    setWindowTitle(QStringLiteral("Quorvi"));
+    setWindowIcon(BrandMark::icon());
+    services_.history.makeRememberButton = [this](const QString& transcript) -> QWidget* {
+        return new RememberCorrectionButton(transcript, services_.corrections);
+    };
+    auto* detail = new QVBoxLayout;
+    detail->setSpacing(0);
+    detail->addWidget(trayNotice_);
+    detail->addWidget(stack_, 1);
+    trayNotice_->hide();
+    auto* all = new QHBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(sidebar_);
+    all->addLayout(detail, 1);
+    restoreSize();
+    refresh();
+    changes_ = services_.model.onChange([this] { refresh(); });
+}
+
+MainWindow::~MainWindow() {
+    rememberSize();
+}
+
+void MainWindow::present() {
+    services_.model.refreshPermissions();
+    if (isMinimized()) showNormal();
+    show();
+    raise();
+    activateWindow();
+}
+
+void MainWindow::setTrayMissing(bool missing) {
+    trayNotice_->setVisible(missing);
+}
+
+// A screen that is too small for the window gets a smaller one, whose pages scroll.
+void MainWindow::restoreSize() {
+    QSize room = usualSize;
+    if (const auto* screen = QGuiApplication::primaryScreen())
+        room = screen->availableGeometry().size() - frameRoom;
+    setMinimumSize(smallestSize.boundedTo(room));
+    const auto remembered = services_.preferences.string(sizeKey);
+    const QSize wanted = remembered ? read(QString::fromStdString(*remembered)) : usualSize;
+    resize(wanted.expandedTo(minimumSize()).boundedTo(room));
+}
+
+void MainWindow::rememberSize() {
+    if (isMaximized() || isFullScreen()) return;
+    const auto now = written(size()).toStdString();
+    if (services_.preferences.string(sizeKey) != now) services_.preferences.setString(sizeKey, now);
+}
+
+void MainWindow::refresh() {
+    const int selected = services_.model.selectedPage();
+    if (selected < 0 || selected >= static_cast<int>(pages_.size())) return;
+    auto* shown = page(selected);
+    if (stack_->currentWidget() != shown) stack_->setCurrentWidget(shown);
+}
+
+QWidget* MainWindow::page(int index) {
+    auto*& page = pages_[static_cast<std::size_t>(index)];
+    if (!page) {
+        page = makePage(index, services_);
+        stack_->addWidget(page);
+    }
+    return page;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    rememberSize();
+    services_.model.endShortcutCapture();
+    hide();
+    event->ignore();
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Close))
+        close();
+    else if (event->matches(QKeySequence::Quit) && services_.quit)
+        services_.quit();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void MainWindow::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), color(ColorRole::page, palette()));
+}
+
+}  // namespace quorvi

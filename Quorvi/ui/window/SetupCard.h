@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <functional>
+#include <vector>
+
+#include "Quorvi/ui/design/Card.h"
+#include "QuorviCore/async/Observable.h"
+
+namespace quorvi {
+
+class AppModel;
+class SymbolLabel;
+
+// What is still missing before the first dictation, one row for each; gone when nothing is.
+class SetupCard : public Card {
+    Q_DECLARE_TR_FUNCTIONS(SetupCard)
+
+public:
+    explicit SetupCard(AppModel& model);
+
+private:
+    struct Row {
+        QWidget* widget;
+        SymbolLabel* symbol;
+        QLabel* title;
+        QPushButton* action;
+        QLabel* ready;
+        std::function<bool()> satisfied;
+        bool vanishes;  // when satisfied
+    };
+
+    Row& addRow(const QString& title, const QString& detail, const QString& action,
+                std::function<bool()> satisfied, std::function<void()> effect);
+    void refresh();
+
+    AppModel& model_;
+    std::vector<Row> rows_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QButtonGroup>
+#include <QCoreApplication>
+#include <QWidget>
+
+#include "QuorviCore/async/Observable.h"
+
+namespace quorvi {
+
+class AppModel;
+
+// The window's pages, one below the other, and the program's name at the foot.
+class Sidebar : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(Sidebar)
+
+public:
+    explicit Sidebar(AppModel& model);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void refresh();
+    QWidget* footer();
+
+    AppModel& model_;
+    QButtonGroup items_;
+    Subscription changes_;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QWidget>
+#include <functional>
+
+namespace quorvi {
+
+// Says, above the page, that this desktop shows no tray icons, and offers to quit.
+class TrayNotice : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(TrayNotice)
+
+public:
+    explicit TrayNotice(std::function<void()> quit);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,201 @@
+#pragma once
+
+#include <gio/gio.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Quorvi/platform/linux/AtspiProtocol.h"
+#include "tests/support/Waiting.h"
+
+namespace quorvi::test {
+
+// Somebody who knows a program's windows by the accessibility bus alone: finds what is shown by its
+// role and name, reads it, presses it and types into it.
+class ScreenReader {
+public:
+    // Roles as the bus numbers them.
+    enum Role : std::uint32_t {
+        checkBox = 7,
+        label = 29,
+        pushButton = 43,
+        passwordText = 40,
+        radioButton = 44,
+        text = 61,
+        heading = 83,
+    };
+
+    explicit ScreenReader(pid_t pid) : pid_(pid) {
+        GError* error = nullptr;
+        auto* session = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error);
+        if (!session) fail(error);
+        auto* answer = g_dbus_connection_call_sync(session, "org.a11y.Bus", "/org/a11y/bus",
+                                                   "org.a11y.Bus", "GetAddress", nullptr, nullptr,
+                                                   G_DBUS_CALL_FLAGS_NONE, patience, nullptr, &error);
+        g_object_unref(session);
+        if (!answer) fail(error);
+        const char* address = nullptr;
+        g_variant_get(answer, "(&s)", &address);
+        bus_ = g_dbus_connection_new_for_address_sync(
+            address,
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, &error);
+        g_variant_unref(answer);
+        if (!bus_) fail(error);
+    }
+    ~ScreenReader() { g_object_unref(bus_); }
+    ScreenReader(const ScreenReader&) = delete;
+    ScreenReader& operator=(const ScreenReader&) = delete;
+
+    // Whether something of that role and name can be seen, now or a little later.
+    bool sees(Role role, const std::string& name) {
+        return eventually([&] { return find(role, name).has_value(); });
+    }
+    // It is gone, or will be in a moment.
+    bool missesSoon(Role role, const std::string& name) {
+        return eventually([&] { return !find(role, name).has_value(); });
+    }
+    bool press(Role role, const std::string& name) {
+        return eventually([&] {
+            const auto found = find(role, name);
+            if (!found || !has(*found, enabledState)) return false;
+            auto done = call(*found, "org.a11y.atspi.Action", "DoAction", g_variant_new("(i)", 0));
+            return done != nullptr;
+        });
+    }
+    bool write(Role role, const std::string& name, const std::string& content) {
+        return eventually([&] {
+            const auto found = find(role, name);
+            return found && call(*found, "org.a11y.atspi.EditableText", "SetTextContents",
+                                 g_variant_new("(s)", content.c_str()));
+        });
+    }
+    bool isChecked(Role role, const std::string& name) {
+        const auto found = find(role, name);
+        return found && has(*found, checkedState);
+    }
+    // Everything that can be seen, for a failure's message.
+    std::string everything() {
+        std::string all;
+        walk([&](const Object& object) {
+            all += std::to_string(roleOf(object)) + ' ' + nameOf(object) + '\n';
+            return false;
+        });
+        return all;
+    }
+
+private:
+    using Object = atspi::ObjectRef;
+    struct Unref {
+        void operator()(GVariant* value) const { g_variant_unref(value); }
+    };
+    using Value = std::unique_ptr<GVariant, Unref>;
+    static constexpr int patience = 5000;  // milliseconds
+    static constexpr int checkedState = 4, enabledState = 8, showingState = 25;
+
+    [[noreturn]] static void fail(GError* error) {
+        std::runtime_error thrown(error->message);
+        g_error_free(error);
+        throw thrown;
+    }
+
+    // Null when the object is gone or refuses.
+    Value call(const Object& object, const char* interface, const char* method,
+               GVariant* arguments = nullptr) {
+        return Value(g_dbus_connection_call_sync(
+            bus_, object.bus.c_str(), object.path.c_str(), interface, method, arguments, nullptr,
+            G_DBUS_CALL_FLAGS_NONE, patience, nullptr, nullptr));
+    }
+
+    std::vector<Object> children(const Object& object) {
+        std::vector<Object> found;
+        const auto answer = call(object, atspi::accessibleInterface, "GetChildren");
+        if (!answer) return found;
+        GVariantIter* each = nullptr;
+        g_variant_get(answer.get(), "(a(so))", &each);
+        const char *bus = nullptr, *path = nullptr;
+        while (g_variant_iter_next(each, "(&s&o)", &bus, &path)) found.push_back({bus, path});
+        g_variant_iter_free(each);
+        return found;
+    }
+
+    std::uint32_t roleOf(const Object& object) {
+        std::uint32_t role = 0;
+        if (const auto answer = call(object, atspi::accessibleInterface, "GetRole"))
+            g_variant_get(answer.get(), "(u)", &role);
+        return role;
+    }
+
+    std::string nameOf(const Object& object) {
+        const auto answer =
+            call(object, atspi::propertiesInterface, "Get",
+                 g_variant_new("(ss)", atspi::accessibleInterface, "Name"));
+        if (!answer) return {};
+        GVariant* boxed = nullptr;
+        g_variant_get(answer.get(), "(v)", &boxed);
+        std::string name = g_variant_get_string(boxed, nullptr);
+        g_variant_unref(boxed);
+        return name;
+    }
+
+    bool has(const Object& object, int state) {
+        const auto answer = call(object, atspi::accessibleInterface, "GetState");
+        if (!answer) return false;
+        GVariantIter* each = nullptr;
+        g_variant_get(answer.get(), "(au)", &each);
+        std::uint32_t words[2] = {0, 0};
+        for (auto& word : words) g_variant_iter_next(each, "u", &word);
+        g_variant_iter_free(each);
+        return words[state / 32] >> (state % 32) & 1;
+    }
+
+    std::optional<Object> application() {
+        for (const auto& each : children({atspi::registryName, atspi::rootPath})) {
+            const Value answer(g_dbus_connection_call_sync(
+                bus_, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                "GetConnectionUnixProcessID", g_variant_new("(s)", each.bus.c_str()), nullptr,
+                G_DBUS_CALL_FLAGS_NONE, patience, nullptr, nullptr));
+            if (!answer) continue;
+            std::uint32_t pid = 0;
+            g_variant_get(answer.get(), "(u)", &pid);
+            if (pid == static_cast<std::uint32_t>(pid_)) return each;
+        }
+        return std::nullopt;
+    }
+
+    // Goes through what is shown until `stop` is content.
+    bool walk(const std::function<bool(const Object&)>& stop) {
+        const auto root = application();
+        if (!root) return false;
+        auto rest = children(*root);
+        while (!rest.empty()) {
+            const auto object = rest.back();
+            rest.pop_back();
+            if (!has(object, showingState)) continue;
+            if (stop(object)) return true;
+            for (auto& child : children(object)) rest.push_back(std::move(child));
+        }
+        return false;
+    }
+
+    std::optional<Object> find(Role role, const std::string& name) {
+        std::optional<Object> found;
+        walk([&](const Object& object) {
+            if (roleOf(object) != role || nameOf(object) != name) return false;
+            found = object;
+            return true;
+        });
+        return found;
+    }
+
+    pid_t pid_;
+    GDBusConnection* bus_ = nullptr;
+};
+
+}  // namespace quorvi::test
