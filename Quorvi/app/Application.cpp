@@ -65,8 +65,8 @@ public:
                                          .checkForUpdates = [this] { updates_.updater().check(); },
                                          .quit = [this] { quit(); }});
         window_ = std::make_unique<AppWindow>(
-            AppWindow::Parts{*model_, corrections_, history_, sync_, *keyStore_, updates_.updater(),
-                             preferences_, scheduler_,
+            AppWindow::Parts{*model_, corrections_, history_, sync_->accountSync(), *keyStore_,
+                             updates_.updater(), preferences_, scheduler_,
                              desktop_.historyEnvironment(preferences_, {}).calendar,
                              [this] { quit(); }});
         bus_ = std::make_unique<BusService>(

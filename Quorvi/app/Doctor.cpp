@@ -9,7 +9,9 @@
 #include <utility>
 
 #include "Quorvi/app/BusCommand.h"
+#include "Quorvi/app/CloudDatabases.h"
 #include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/CurlTransport.h"
 #include "Quorvi/platform/linux/LoopScheduler.h"
@@ -19,6 +21,7 @@
 #include "Quorvi/platform/linux/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/platform/linux/X11InputSupport.h"
+#include "Quorvi/sync/AccountSync.h"
 #include "QuorviCore/identity/BundleIdentifier.h"
 #include "QuorviCore/transcription/ServiceAddress.h"
 
@@ -41,7 +44,7 @@ public:
         lookAtTray();
         lookAtKeyring();
         lookAtService();
-        note("Synchronisation", "This build has none: everything stays on this machine.");
+        lookAtCloud();
         if (needsUser_)
             std::printf("\nSomething needs you; see the lines marked with ✗.\n");
         else
@@ -116,6 +119,18 @@ private:
             return good("Microphone", "There is one.");
         bad("Microphone", "The sound server has none.",
             "Plug one in, or choose an input device in the desktop's sound settings.");
+    }
+
+    void lookAtCloud() {
+        if (!preferences_.boolean(AccountSync::enabledKey).value_or(true))
+            return note("Synchronisation", "It is switched off.");
+        const auto address = preferences_.string(preferenceKey::cloudDatabase).value_or("");
+        if (const auto problem = cloudAddressProblem(address))
+            return bad("Synchronisation", *problem,
+                       "Set another address: quorvi --cloud-database=ADDRESS.");
+        note("Synchronisation",
+             (address.empty() ? "In a folder of this machine alone" : "Through " + address) +
+                 "; quorvi --cloud-release-check tries it.");
     }
 
     void lookAtTray() {
