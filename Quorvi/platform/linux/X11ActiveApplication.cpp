@@ -34,11 +34,20 @@ std::string desktopEntryName(const std::string& instance, const std::string& cla
         if (declared != nullptr && (className == declared || instance == declared))
             name = g_app_info_get_name(G_APP_INFO(info));
     }
-    // GTK names a window after its program.
-    for (GList* item = all; item != nullptr && name.empty(); item = item->next) {
-        const char* program = g_app_info_get_executable(G_APP_INFO(item->data));
-        if (program != nullptr && instance == std::filesystem::path(program).filename())
-            name = g_app_info_get_name(G_APP_INFO(item->data));
+    // GTK names a window after its program. Several entries may start it, in no certain order: the
+    // one that asks the least of it stands for the program, another one for its settings.
+    std::string shortest;
+    for (GList* item = name.empty() ? all : nullptr; item != nullptr; item = item->next) {
+        auto* info = G_APP_INFO(item->data);
+        const char* program = g_app_info_get_executable(info);
+        if (program == nullptr || instance != std::filesystem::path(program).filename()) continue;
+        const char* given = g_app_info_get_commandline(info);
+        const std::string command = given ? given : program;
+        if (!name.empty() &&
+            std::pair(command.size(), command) >= std::pair(shortest.size(), shortest))
+            continue;
+        shortest = command;
+        name = g_app_info_get_name(info);
     }
     g_list_free_full(all, g_object_unref);
     return name;
