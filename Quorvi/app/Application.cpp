@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "Quorvi/app/AppWindow.h"
+#include "Quorvi/app/BusService.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/LinuxDesktop.h"
 #include "Quorvi/app/QtKeyMonitor.h"
@@ -65,6 +66,8 @@ public:
                              preferences_, scheduler_,
                              desktop_.historyEnvironment(preferences_, {}).calendar,
                              [this] { quit(); }});
+        bus_ = std::make_unique<BusService>(
+            *model_, BusService::Actions{[this] { openWindow(); }, [this] { quit(); }});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
@@ -170,6 +173,7 @@ private:
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<AppWindow> window_;
+    std::unique_ptr<BusService> bus_;
     Timer trayTimer_;
     std::unique_ptr<QuitSignals> quitSignals_;
     bool printStages_;

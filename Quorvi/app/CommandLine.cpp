@@ -13,13 +13,21 @@ namespace {
 
 constexpr auto description =
     "Dictation that works in every application: hold the shortcut, speak, let go.\n\n"
+    "Commands, each by itself, for the Quorvi that is running:\n"
+    "  start, finish, toggle, cancel   drive the dictation, as from a key binding of the desktop\n"
+    "  status   print its stage, as one word and as a title, its message, and \"ready\" or not\n"
+    "  show     bring the window up, starting Quorvi where it is installed\n"
+    "  quit     end it\n"
+    "  doctor   look at all that a dictation needs, whether Quorvi is running or not; say what is\n"
+    "           wrong and what to do\n\n"
     "Environment:\n"
     "  QUORVI_API_KEY   the key for the speech service, for this run only: it is kept in memory,\n"
     "                   and the keyring's own key is left alone\n"
     "  QUORVI_SERVICE   its address, when it is not the OpenAI API: https://host[:port],\n"
     "                   or http:// for this machine itself\n\n"
-    "Exit status: 0 after Quit or when Quorvi is running already, 1 without a display or when the\n"
-    "keyring refused, 2 for a command line or a service address that makes no sense.";
+    "Exit status: 0 after Quit or when Quorvi is running already, 1 without a display, when the\n"
+    "keyring refused, when a command found no Quorvi or the doctor something for you to do, 2 for a\n"
+    "command line or a service address that makes no sense.";
 
 const std::array<std::pair<const char*, const Hotkey*>, 6> shortcuts{{
     {"right-option", &Hotkey::rightOption},

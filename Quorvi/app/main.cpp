@@ -10,8 +10,11 @@
 #include <utility>
 
 #include "Quorvi/app/Application.h"
+#include "Quorvi/app/BusCommand.h"
 #include "Quorvi/app/CommandLine.h"
+#include "Quorvi/app/Doctor.h"
 #include "Quorvi/app/KeyCommand.h"
+#include "Quorvi/platform/linux/X11InputSupport.h"
 
 namespace {
 
@@ -43,6 +46,22 @@ bool asksToRead(int argc, char** argv) {
     });
 }
 
+// On a Wayland desktop the indicator, like the input hook, works through XWayland.
+void useX11() {
+    if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "xcb", 1);
+}
+
+// The toolkit ends a program whose display does not answer.
+int examine(int argc, char** argv) {
+    useX11();
+    if (quorvi::x11InputHookIsPossible()) {
+        const QApplication qt(argc, argv);
+        return quorvi::runDoctor();
+    }
+    const QCoreApplication qt(argc, argv);
+    return quorvi::runDoctor();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -58,18 +77,19 @@ int main(int argc, char** argv) {
     if (argc == 2)
         if (const auto command = quorvi::keyCommandFromArgument(argv[1]))
             return quorvi::runKeyCommand(*command);
+    if (argc == 2 && quorvi::isBusCommand(argv[1])) return quorvi::runBusCommand(argv[1]);
+    if (argc == 2 && argv[1] == std::string_view("doctor")) return examine(argc, argv);
     const char* display = std::getenv("DISPLAY");
     if (!display || !*display) {
         std::fprintf(stderr, "quorvi: There is no X display. Start Quorvi on a desktop.\n");
         return 1;
     }
-    // On a Wayland desktop the indicator, like the input hook, works through XWayland.
-    if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "xcb", 1);
+    useX11();
     // With several screens Qt takes each for free of bars unless told to ask the window manager.
     if (!std::getenv("QT_RELY_ON_NET_WORKAREA_ATOM"))
         setenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1", 1);
     QApplication qt(argc, argv);
-    QApplication::setDesktopFileName(QStringLiteral("quorvi"));
+    QApplication::setDesktopFileName(QStringLiteral("app.quorvi.Quorvi"));
     QApplication::setQuitOnLastWindowClosed(false);
     return quorvi::runApplication(qt, std::move(apiKey));
 }

@@ -64,8 +64,8 @@ protected:
     static void press(const QWidget& root, const char* text, std::size_t which = 0) {
         for (auto* button : root.findChildren<QAbstractButton*>())
             if (button->isVisibleTo(&root) &&
-                (button->text() == QLatin1StringView(text) ||
-                 button->accessibleName() == QLatin1StringView(text)) &&
+                (button->text() == QString::fromUtf8(text) ||
+                 button->accessibleName() == QString::fromUtf8(text)) &&
                 which-- == 0)
                 return button->click();
         ADD_FAILURE() << "no button " << text << " beside " << seen(root);

@@ -21,7 +21,7 @@ struct XdgLoginItemTest : testing::Test {
         fs::create_directories(root / "share/applications");
         write(program, "#!/bin/sh\nprintf 'started %s\\n' \"$0\"\n");
         fs::permissions(root / program, fs::perms::owner_all);
-        write("share/applications/quorvi.desktop",
+        write("share/applications/app.quorvi.Quorvi.desktop",
               "[Desktop Entry]\nType=Application\nName=Quorvi\nExec=" + command + "\n");
         places.executable = root / program;
         places.configuration = root / "config";
@@ -100,7 +100,7 @@ TEST_F(XdgLoginItemTest, OnlyAnInstalledCopyCanBeRegistered) {
     EXPECT_FALSE(fs::exists(autostart()));
     // The user's own entry for the menus counts before the system's.
     fs::create_directories(root / "home-share/applications");
-    write("home-share/applications/quorvi.desktop",
+    write("home-share/applications/app.quorvi.Quorvi.desktop",
           "[Desktop Entry]\nType=Application\nName=Quorvi\nExec=" + places.executable.string() +
               "\n");
     EXPECT_EQ(item().status(), Status::notRegistered);

@@ -23,6 +23,7 @@ using Status = LoginItemStatus;
 namespace {
 
 constexpr auto entryName = "quorvi.desktop";
+constexpr auto launcherName = "app.quorvi.Quorvi.desktop";
 
 std::string variable(const char* name, const std::string& fallback = {}) {
     const char* value = std::getenv(name);
@@ -57,7 +58,7 @@ XdgLoginItem::XdgLoginItem(Places places)
 // As the desktop would start it: the first folder that has the entry counts.
 bool XdgLoginItem::isInstalled() const {
     for (const auto& root : places_.applicationRoots) {
-        const auto file = root / "applications" / entryName;
+        const auto file = root / "applications" / launcherName;
         std::error_code ignored;
         if (!fs::exists(file, ignored)) continue;
         const auto entry = DesktopEntry::read(file, places_.desktops);

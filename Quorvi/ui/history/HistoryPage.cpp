@@ -1,6 +1,5 @@
 #include "Quorvi/ui/history/HistoryPage.h"
 
-#include <QElapsedTimer>
 #include <QShortcut>
 #include <QShowEvent>
 #include <QTimerEvent>
@@ -22,8 +21,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto markedAsCopied = 2s;
-// What one turn of the loop may spend on rows.
-constexpr qint64 fillingTime = 5;  // milliseconds
+// How many items one turn of the loop fills in; most of the work is their layout, which follows.
+constexpr int itemsAtATime = 4;
 
 QLabel* centred(QLabel* label) {
     label->setAlignment(Qt::AlignCenter);
@@ -42,10 +41,7 @@ HistoryPage::HistoryPage(HistoryEnvironment environment)
                environment_.makeRememberButton},
       tasks_(environment_.scheduler) {
     buildHeader();
-    list_ = new QWidget;
-    listLayout_ = new QVBoxLayout(list_);
-    listLayout_->setContentsMargins({});
-    listLayout_->setSpacing(0);
+    list_ = new RowList;
     add(list_);
 
     empty_ = new QWidget;
@@ -220,7 +216,7 @@ void HistoryPage::rebuild() {
                               .place = {&entry == &day.entries.front(),
                                         &entry == &day.entries.back()}});
     }
-    while (listLayout_->count() > 0) delete listLayout_->takeAt(0);
+    list_->clear();
     usedRows_ = 0;
     usedHeadings_ = 0;
     placed_ = 0;
@@ -238,10 +234,8 @@ void HistoryPage::timerEvent(QTimerEvent* event) {
 }
 
 void HistoryPage::fill() {
-    QElapsedTimer spent;
-    spent.start();
-    while (placed_ < items_.size()) {
-        if (spent.elapsed() >= fillingTime) {
+    for (int filled = 0; placed_ < items_.size(); ++filled) {
+        if (filled == itemsAtATime) {
             // The loop gets its turn between, so that a keystroke comes first.
             hideUnused();
             if (!filling_.isActive()) filling_.start(0, this);
@@ -260,8 +254,7 @@ void HistoryPage::place(const Item& item) {
         row->show(item.record, *formats_, expanded_.contains(item.record.id));
         row->setPlace(item.place);
         row->setCopied(copiedID_ == item.record.id);
-        listLayout_->addWidget(row);
-        row->setVisible(true);
+        list_->append(row);
         return;
     }
     if (usedHeadings_ == headings_.size()) {
@@ -271,9 +264,7 @@ void HistoryPage::place(const Item& item) {
     }
     auto* heading = headings_[usedHeadings_++];
     heading->setText(item.heading);
-    if (placed_ > 1) listLayout_->addSpacing(spacing::large);
-    listLayout_->addWidget(heading);
-    heading->setVisible(true);
+    list_->append(heading, placed_ > 1 ? spacing::large : 0);
 }
 
 HistoryRow* HistoryPage::nextRow() {
@@ -286,6 +277,7 @@ HistoryRow* HistoryPage::nextRow() {
 }
 
 void HistoryPage::hideUnused() {
+    if (items_.empty()) list_->setFixedHeight(0);
     for (auto i = usedRows_; i < rows_.size(); ++i) rows_[i]->setVisible(false);
     for (auto i = usedHeadings_; i < headings_.size(); ++i) headings_[i]->setVisible(false);
 }

@@ -14,6 +14,7 @@
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 #include "Quorvi/ui/history/HistoryRow.h"
 #include "Quorvi/ui/history/ProblemNote.h"
+#include "Quorvi/ui/history/RowList.h"
 
 namespace quorvi {
 
@@ -94,8 +95,7 @@ private:
     QLineEdit* query_;
     QPushButton* clear_;
     QLabel* count_;
-    QWidget* list_;
-    QVBoxLayout* listLayout_;
+    RowList* list_;
     QWidget* empty_;
     QLabel* emptyTitle_;
     QLabel* emptySubtitle_;

@@ -34,6 +34,9 @@ HistoryRow::HistoryRow(const Actions& actions)
     font.setWeight(QFont::DemiBold);
     time_->setFont(font);
 
+    // In line with the divider; the symbols above have that room around them.
+    text_->setContentsMargins(0, 0, spacing::large - spacing::medium, 0);
+
     actionsRow_ = row({time_, new SymbolLabel("macwindow", 15, ColorRole::secondary), app_,
                        caption_, nullptr, copy_, delete_});
     auto* all = new QVBoxLayout(this);

@@ -13,7 +13,8 @@ constexpr double barGap = 3;
 constexpr double restingHeight = 3;
 constexpr double tallest = 22;
 constexpr double movement = 100;  // milliseconds
-constexpr int frame = 33;         // enough for bars of a few pixels, and half the work of a screen's
+// Of the timer's own: while the level keeps changing, which it does as often, each change is a frame.
+constexpr int frame = 50;
 
 double easedOut(double part) {
     const double rest = 1 - std::clamp(part, 0.0, 1.0);
@@ -35,11 +36,12 @@ LevelMeter::LevelMeter(QWidget* parent) : QWidget(parent) {
 void LevelMeter::setLevel(double level) {
     level = std::clamp(level, 0.0, 1.0);
     if (level == level_) return;
+    if (frames_.isActive()) advance();
     from_ = shown_;
     level_ = level;
     if (!animated_ || !isVisible()) return settle();
     sinceBegin_.start();
-    if (!frames_.isActive()) frames_.start(frame, Qt::PreciseTimer, this);
+    frames_.start(frame, this);
 }
 
 void LevelMeter::setColor(const QColor& color) {
@@ -56,8 +58,12 @@ void LevelMeter::settle() {
 
 void LevelMeter::timerEvent(QTimerEvent* event) {
     if (event->timerId() != frames_.timerId()) return QWidget::timerEvent(event);
+    if (static_cast<double>(sinceBegin_.elapsed()) >= movement) return settle();
+    advance();
+}
+
+void LevelMeter::advance() {
     const double part = static_cast<double>(sinceBegin_.elapsed()) / movement;
-    if (part >= 1) return settle();
     shown_ = from_ + (level_ - from_) * easedOut(part);
     update();
 }

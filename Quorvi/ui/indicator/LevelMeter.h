@@ -31,6 +31,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void advance();
     void settle();
 
     QColor color_;
