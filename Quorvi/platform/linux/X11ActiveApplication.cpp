@@ -16,6 +16,12 @@ std::string lowered(std::string text) {
     return text;
 }
 
+// Whether the entry starts the program with options, as one for its settings does.
+bool startsWithOptions(GAppInfo* info) {
+    const char* command = g_app_info_get_commandline(info);
+    return command != nullptr && std::string_view(command).find(" -") != std::string_view::npos;
+}
+
 // The name under which the installed application with this window class is offered in menus.
 std::string desktopEntryName(const std::string& instance, const std::string& className) {
     for (const auto& id : {className, lowered(className), instance}) {
@@ -34,11 +40,15 @@ std::string desktopEntryName(const std::string& instance, const std::string& cla
         if (declared != nullptr && (className == declared || instance == declared))
             name = g_app_info_get_name(G_APP_INFO(info));
     }
-    // GTK names a window after its program.
-    for (GList* item = all; item != nullptr && name.empty(); item = item->next) {
-        const char* program = g_app_info_get_executable(G_APP_INFO(item->data));
-        if (program != nullptr && instance == std::filesystem::path(program).filename())
-            name = g_app_info_get_name(G_APP_INFO(item->data));
+    // GTK names a window after its program, which several entries may start; they come in no order.
+    bool isPlain = false;
+    for (GList* item = name.empty() ? all : nullptr; item != nullptr && !isPlain;
+         item = item->next) {
+        auto* info = G_APP_INFO(item->data);
+        const char* program = g_app_info_get_executable(info);
+        if (program == nullptr || instance != std::filesystem::path(program).filename()) continue;
+        isPlain = !startsWithOptions(info);
+        if (isPlain || name.empty()) name = g_app_info_get_name(info);
     }
     g_list_free_full(all, g_object_unref);
     return name;
