@@ -387,6 +387,22 @@ TEST_F(MainWindowTest, EveryControlHasAName) {
     }
 }
 
+TEST_F(MainWindowTest, TabGoesThroughThePagesAsTheyAreRead) {
+    world.saveKey();
+    settings();
+    // Rules that come while the page is open stand among those that were there.
+    for (const char* phrase : {"a", "b"}) world.corrections.save({phrase, phrase, "x"});
+    for (int shown : {pageIndex::dictation, pageIndex::settings}) {
+        world.model.setSelectedPage(shown);
+        window();
+        QCoreApplication::processEvents();
+        const SeenWidgets all(*world.window);
+        EXPECT_GE(all.stopsAsRead().size(), 4) << "one page of the sidebar, and the controls";
+        EXPECT_EQ(all.stopsOfTab().join(QLatin1Char('\n')).toStdString(),
+                  all.stopsAsRead().join(QLatin1Char('\n')).toStdString());
+    }
+}
+
 TEST_F(MainWindowTest, ADesktopWithoutATrayIsTold) {
     window().setTrayMissing(true);
     EXPECT_TRUE(seen(window()).contains("[Quit Quorvi]"));

@@ -54,6 +54,27 @@ public:
         return found;
     }
 
+    // The names of what Tab stops at: in reading order, and as Tab goes.
+    QStringList stopsAsRead() const {
+        QStringList names;
+        for (const auto* widget : ordered())
+            if (isStop(*widget)) names << nameOf(*widget);
+        return names;
+    }
+    QStringList stopsOfTab() const {
+        QStringList names;
+        const QWidget* first = nullptr;
+        for (const auto* widget : ordered())
+            if (!first && isStop(*widget)) first = widget;
+        const auto* at = first;
+        while (at) {
+            if (isStop(*at) && root_.isAncestorOf(at)) names << nameOf(*at);
+            at = at->nextInFocusChain();
+            if (at == first) break;
+        }
+        return names;
+    }
+
     template <class T>
     T* named(const QString& name) const {
         for (auto* widget : root_.findChildren<T*>())
@@ -62,6 +83,10 @@ public:
     }
 
 private:
+    static bool isStop(const QWidget& widget) {
+        return widget.isVisible() && widget.isEnabled() && !widget.focusProxy() &&
+               widget.focusPolicy() & Qt::TabFocus && !widget.inherits("QScrollBar");
+    }
     static QString nameOf(const QWidget& widget) {
         if (!widget.accessibleName().isEmpty()) return widget.accessibleName();
         if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) return button->text();

@@ -49,6 +49,15 @@ CorrectionRow::CorrectionRow(const TextCorrection& rule, const Actions& actions)
     show(rule);
 }
 
+QWidget* CorrectionRow::follow(QWidget* before) {
+    for (QWidget* control : {static_cast<QWidget*>(enabled_), static_cast<QWidget*>(edit_),
+                             static_cast<QWidget*>(delete_)}) {
+        setTabOrder(before, control);
+        before = control;
+    }
+    return before;
+}
+
 void CorrectionRow::show(const TextCorrection& rule) {
     const QString phrase = qt(rule.original);
     setContent(*original_, phrase);

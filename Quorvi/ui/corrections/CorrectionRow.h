@@ -29,6 +29,8 @@ public:
     void show(const TextCorrection& rule);
     using QWidget::show;
     void focusDelete() { delete_->setFocus(); }
+    // Lets the keyboard come here from that widget; yields the last one of the row.
+    QWidget* follow(QWidget* before);
 
 private:
     std::string id_;

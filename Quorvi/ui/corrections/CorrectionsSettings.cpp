@@ -82,8 +82,10 @@ void CorrectionsSettings::addList() {
     count_ = secondaryText();
     count_->setWordWrap(false);
     auto* add = button(tr("Add correction"), ButtonKind::primary, "plus");
-    auto* heading = row({new SymbolLabel("text.badge.checkmark", 20, ColorRole::accent),
-                         headingText(tr("Saved corrections")), count_, nullptr, add});
+    auto* title = headingText(tr("Saved corrections"));
+    title->setWordWrap(false);
+    auto* heading = row({new SymbolLabel("text.badge.checkmark", 20, ColorRole::accent), title,
+                         count_, nullptr, add});
     content().addLayout(heading);
     search_ = new QLineEdit;
     search_->setPlaceholderText(tr("Search corrections"));
@@ -168,8 +170,7 @@ void CorrectionsSettings::rebuild(const std::vector<TextCorrection>& rules) {
         auto* made = new CorrectionRow(rule, actions);
         list_->addWidget(made);
         rows_.push_back(made);
-        setTabOrder(before, made);
-        before = made;
+        before = made->follow(before);
     }
 }
 

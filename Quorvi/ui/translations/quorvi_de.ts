@@ -1,1344 +1,1344 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
-    <context>
-        <name>AccountSyncSettings</name>
-        <message>
-            <source>Account &amp; sync</source>
-            <translation>Konto &amp; Abgleich</translation>
-        </message>
-        <message>
-            <source>Sync with my Apple Account</source>
-            <translation>Mit meinem Apple Account abgleichen</translation>
-        </message>
-        <message>
-            <source>Sync now</source>
-            <translation>Jetzt abgleichen</translation>
-        </message>
-        <message>
-            <source>Settings, corrections, retained history and usage sync privately between Macs signed into the same iCloud account. Offline changes are saved and sent when you reconnect.</source>
-            <translation>Einstellungen, Korrekturen, aufbewahrter Verlauf und Nutzung werden privat zwischen Macs abgeglichen, die beim selben iCloud-Account angemeldet sind. Was du ohne Verbindung änderst, wird gesichert und später gesendet.</translation>
-        </message>
-        <message>
-            <source>Microphone and Accessibility permissions must be granted separately on each Mac. Audio recordings are never synced.</source>
-            <translation>Mikrofon und Bedienungshilfen müssen auf jedem Mac eigens erlaubt werden. Aufnahmen werden nie abgeglichen.</translation>
-        </message>
-        <message>
-            <source>Last synced %1 · %2 pending</source>
-            <translation>Zuletzt abgeglichen: %1 · %2 ausstehend</translation>
-        </message>
-    </context>
-    <context>
-        <name>ApiKeySettings</name>
-        <message>
-            <source>OpenAI API key</source>
-            <translation>OpenAI-API-Schlüssel</translation>
-        </message>
-        <message>
-            <source>Saved</source>
-            <translation>Gesichert</translation>
-        </message>
-        <message>
-            <source>Save</source>
-            <translation>Sichern</translation>
-        </message>
-        <message>
-            <source>Get an API key ↗</source>
-            <translation>API-Schlüssel besorgen ↗</translation>
-        </message>
-        <message>
-            <source>Remove key</source>
-            <translation>Schlüssel entfernen</translation>
-        </message>
-        <message>
-            <source>Sync API key through iCloud Keychain</source>
-            <translation>API-Schlüssel über den iCloud-Schlüsselbund abgleichen</translation>
-        </message>
-        <message>
-            <source>Your key stays in macOS Keychain. Recordings go directly to OpenAI for transcription. API usage is billed to your OpenAI account.</source>
-            <translation>Dein Schlüssel bleibt im macOS-Schlüsselbund. Aufnahmen gehen zur Umwandlung in Text direkt an OpenAI. Die Nutzung der API wird deinem OpenAI-Konto berechnet.</translation>
-        </message>
-        <message>
-            <source>Enter a replacement key</source>
-            <translation>Neuen Schlüssel eingeben</translation>
-        </message>
-        <message>
-            <source>Paste your API key</source>
-            <translation>API-Schlüssel einsetzen</translation>
-        </message>
-    </context>
-    <context>
-        <name>Confirmation</name>
-        <message>
-            <source>Cancel</source>
-            <translation>Abbrechen</translation>
-        </message>
-    </context>
-    <context>
-        <name>CorrectionEditor</name>
-        <message>
-            <source>Remember a correction</source>
-            <translation>Eine Korrektur merken</translation>
-        </message>
-        <message>
-            <source>Save a word or short phrase once. Quorvi will use your preferred spelling in future dictations.</source>
-            <translation>Sichere ein Wort oder eine kurze Wendung einmal. Quorvi schreibt sie in künftigen Diktaten so, wie du es möchtest.</translation>
-        </message>
-        <message>
-            <source>e.g. Russet Miner</source>
-            <translation>z. B. Russet Miner</translation>
-        </message>
-        <message>
-            <source>e.g. russetmanor</source>
-            <translation>z. B. russetmanor</translation>
-        </message>
-        <message>
-            <source>Quorvi writes</source>
-            <translation>Quorvi schreibt</translation>
-        </message>
-        <message>
-            <source>Replace with</source>
-            <translation>Ersetzen durch</translation>
-        </message>
-        <message>
-            <source>Use the exact replacement you want, including capitals. This saves a rule for future text; existing text stays as written.</source>
-            <translation>Gib den Ersatz genau so ein, wie du ihn möchtest, auch in Groß- und Kleinschreibung. Die Regel gilt für künftigen Text; bestehender bleibt, wie er ist.</translation>
-        </message>
-        <message>
-            <source>Preview</source>
-            <translation>Vorschau</translation>
-        </message>
-        <message>
-            <source>Cancel</source>
-            <translation>Abbrechen</translation>
-        </message>
-        <message>
-            <source>Save correction</source>
-            <translation>Korrektur sichern</translation>
-        </message>
-        <message>
-            <source>That phrase does not match this transcript. The rule will still apply to future matches.</source>
-            <translation>Diese Wendung kommt in diesem Text nicht vor. Die Regel gilt trotzdem für künftige Treffer.</translation>
-        </message>
-    </context>
-    <context>
-        <name>CorrectionRow</name>
-        <message>
-            <source>Enable correction</source>
-            <translation>Korrektur anwenden</translation>
-        </message>
-        <message>
-            <source>Edit</source>
-            <translation>Bearbeiten</translation>
-        </message>
-        <message>
-            <source>Delete correction</source>
-            <translation>Korrektur löschen</translation>
-        </message>
-        <message>
-            <source>Learned from an edit</source>
-            <translation>Aus einer Änderung gelernt</translation>
-        </message>
-        <message>
-            <source>Saved by you</source>
-            <translation>Von dir gesichert</translation>
-        </message>
-        <message>
-            <source>Enable correction for %1</source>
-            <translation>Korrektur anwenden für %1</translation>
-        </message>
-        <message>
-            <source>Edit correction for %1</source>
-            <translation>Korrektur bearbeiten für %1</translation>
-        </message>
-        <message>
-            <source>Delete correction for %1</source>
-            <translation>Korrektur löschen für %1</translation>
-        </message>
-    </context>
-    <context>
-        <name>CorrectionsSettings</name>
-        <message>
-            <source>Corrections</source>
-            <translation>Korrekturen</translation>
-        </message>
-        <message>
-            <source>Keep brand names and preferred spellings consistent. Corrections apply automatically before Quorvi pastes or saves your text.</source>
-            <translation>Halte Markennamen und bevorzugte Schreibweisen einheitlich. Korrekturen werden angewandt, bevor Quorvi deinen Text einsetzt oder sichert.</translation>
-        </message>
-        <message>
-            <source>Learn from my edits in other apps</source>
-            <translation>Aus meinen Änderungen in anderen Programmen lernen</translation>
-        </message>
-        <message>
-            <source>Correct the text in the same field, then pause for two seconds. Quorvi saves short spelling corrections automatically and shows Correction saved. It watches for up to one minute after pasting. Mixed Greek and Latin spellings work too.</source>
-            <translation>Verbessere den Text im selben Feld und halte zwei Sekunden inne. Quorvi sichert kurze Verbesserungen der Schreibweise von selbst und zeigt „Korrektur gesichert“. Es achtet nach dem Einsetzen bis zu einer Minute darauf. Auch gemischte griechische und lateinische Schreibweisen gehen.</translation>
-        </message>
-        <message>
-            <source>Test automatic learning</source>
-            <translation>Lernen ausprobieren</translation>
-        </message>
-        <message>
-            <source>Click a field in another app within 10 seconds. Then change oxygen to oxygon in the sample and pause. No recording or API usage.</source>
-            <translation>Klicke innerhalb von 10 Sekunden in ein Feld eines anderen Programms. Mach dann im Beispiel aus oxygen oxygon und halte inne. Ohne Aufnahme und ohne API.</translation>
-        </message>
-        <message>
-            <source>Add correction</source>
-            <translation>Korrektur hinzufügen</translation>
-        </message>
-        <message>
-            <source>Saved corrections</source>
-            <translation>Gesicherte Korrekturen</translation>
-        </message>
-        <message>
-            <source>Search corrections</source>
-            <translation>Korrekturen durchsuchen</translation>
-        </message>
-        <message>
-            <source>No saved corrections. Add the phrase Quorvi writes and the spelling you want.</source>
-            <translation>Keine gesicherten Korrekturen. Gib an, was Quorvi schreibt und wie du es haben möchtest.</translation>
-        </message>
-        <message>
-            <source>Show more</source>
-            <translation>Mehr zeigen</translation>
-        </message>
-        <message>
-            <source>Matching ignores capitalization and extra spaces, and uses whole words. Your replacement keeps its exact spelling and capitalization. Saved rules sync between your Macs when iCloud sync is enabled.</source>
-            <translation>Verglichen werden ganze Wörter, ohne Rücksicht auf Groß- und Kleinschreibung und überzählige Leerzeichen. Dein Ersatz bleibt genau so geschrieben. Gesicherte Regeln werden zwischen deinen Macs abgeglichen, wenn der iCloud-Abgleich eingeschaltet ist.</translation>
-        </message>
-        <message>
-            <source>Automatic learning is off.</source>
-            <translation>Das Lernen ist ausgeschaltet.</translation>
-        </message>
-    </context>
-    <context>
-        <name>DictationPage</name>
-        <message>
-            <source>Speak in your language.</source>
-            <translation>Sprich in deiner Sprache.</translation>
-        </message>
-        <message>
-            <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
-            <translation>Quorvi bleibt in deiner Menüleiste. Esc bricht ein Diktat ab.</translation>
-        </message>
-    </context>
-    <context>
-        <name>DictationSettings</name>
-        <message>
-            <source>Dictation</source>
-            <translation>Diktat</translation>
-        </message>
-        <message>
-            <source>Press and release Left or Right Control, Right Option, or a function key. You can also use a key with ⌘ / ⌃ / ⌥. Esc cancels.</source>
-            <translation>Drücke linke oder rechte Control-Taste, rechte Wahltaste oder eine Funktionstaste und lass sie los. Auch eine Taste mit ⌘ / ⌃ / ⌥ geht. Esc bricht ab.</translation>
-        </message>
-        <message>
-            <source>Right Option ⌥</source>
-            <translation>Rechte Wahltaste ⌥</translation>
-        </message>
-        <message>
-            <source>Left Control ⌃</source>
-            <translation>Linke Control-Taste ⌃</translation>
-        </message>
-        <message>
-            <source>Right Control ⌃</source>
-            <translation>Rechte Control-Taste ⌃</translation>
-        </message>
-        <message>
-            <source>Record custom shortcut…</source>
-            <translation>Eigenen Kurzbefehl aufnehmen …</translation>
-        </message>
-        <message>
-            <source>Cancel</source>
-            <translation>Abbrechen</translation>
-        </message>
-        <message>
-            <source>Keep the shortcut</source>
-            <translation>Kurzbefehl behalten</translation>
-        </message>
-        <message>
-            <source>Shortcut</source>
-            <translation>Kurzbefehl</translation>
-        </message>
-        <message>
-            <source>Choose a shortcut that no other dictation app, and no other application, uses already. Function keys may require Fn.</source>
-            <translation>Wähle einen Kurzbefehl, den kein anderes Diktier- oder sonstiges Programm benutzt. Funktionstasten brauchen vielleicht Fn.</translation>
-        </message>
-        <message>
-            <source>Shortcut mode</source>
-            <translation>Art des Kurzbefehls</translation>
-        </message>
-        <message>
-            <source>Reset dictation</source>
-            <translation>Diktat zurücksetzen</translation>
-        </message>
-        <message>
-            <source>If your shortcut stops responding, reset dictation to reconnect keyboard access.</source>
-            <translation>Wenn dein Kurzbefehl nicht mehr reagiert, setze das Diktat zurück, um die Tastatur neu zu verbinden.</translation>
-        </message>
-        <message>
-            <source>Interaction</source>
-            <translation>Bedienung</translation>
-        </message>
-        <message>
-            <source>Start sound</source>
-            <translation>Ton am Anfang</translation>
-        </message>
-        <message>
-            <source>Preview start</source>
-            <translation>Anfang anhören</translation>
-        </message>
-        <message>
-            <source>Stop sound</source>
-            <translation>Ton am Ende</translation>
-        </message>
-        <message>
-            <source>Preview stop</source>
-            <translation>Ende anhören</translation>
-        </message>
-        <message>
-            <source>Choose a separate cue for starting and stopping. Silent disables just that cue.</source>
-            <translation>Wähle je einen Ton für Anfang und Ende. „Stumm“ schaltet nur diesen einen ab.</translation>
-        </message>
-        <message>
-            <source>Press a key…</source>
-            <translation>Taste drücken …</translation>
-        </message>
-        <message>
-            <source>Shortcut: %1</source>
-            <translation>Kurzbefehl: %1</translation>
-        </message>
-        <message>
-            <source>Press the new shortcut. Esc keeps %1.</source>
-            <translation>Drücke den neuen Kurzbefehl. Esc behält %1.</translation>
-        </message>
-    </context>
-    <context>
-        <name>GeneralSettings</name>
-        <message>
-            <source>General</source>
-            <translation>Allgemein</translation>
-        </message>
-        <message>
-            <source>Launch Quorvi at login</source>
-            <translation>Quorvi beim Anmelden starten</translation>
-        </message>
-        <message>
-            <source>Open Login Items</source>
-            <translation>Anmeldeobjekte öffnen</translation>
-        </message>
-    </context>
-    <context>
-        <name>HistoryPage</name>
-        <message>
-            <source>YOUR WORDS, KEPT CLOSE</source>
-            <translation>DEINE WORTE, GUT AUFGEHOBEN</translation>
-        </message>
-        <message>
-            <source>History</source>
-            <translation>Verlauf</translation>
-        </message>
-        <message>
-            <source>Search and reuse your dictations.</source>
-            <translation>Durchsuche deine Diktate und verwende sie wieder.</translation>
-        </message>
-        <message>
-            <source>Load more</source>
-            <translation>Mehr laden</translation>
-        </message>
-        <message>
-            <source>Saving new transcripts is off. Existing history is still available.</source>
-            <translation>Neue Texte werden nicht gesichert. Der bisherige Verlauf bleibt verfügbar.</translation>
-        </message>
-        <message>
-            <source>Search transcripts or apps</source>
-            <translation>Texte oder Programme suchen</translation>
-        </message>
-        <message>
-            <source>Search dictation history</source>
-            <translation>Verlauf der Diktate durchsuchen</translation>
-        </message>
-        <message>
-            <source>Clear search</source>
-            <translation>Suche leeren</translation>
-        </message>
-        <message>
-            <source>No matching dictations</source>
-            <translation>Keine passenden Diktate</translation>
-        </message>
-        <message>
-            <source>Your next dictation starts your history</source>
-            <translation>Mit deinem nächsten Diktat beginnt dein Verlauf</translation>
-        </message>
-        <message>
-            <source>Transcript saving is paused</source>
-            <translation>Das Sichern der Texte ruht</translation>
-        </message>
-        <message>
-            <source>Try a word, phrase, or app name.</source>
-            <translation>Versuche ein Wort, eine Wendung oder den Namen eines Programms.</translation>
-        </message>
-        <message>
-            <source>Manage transcript saving and retention in Settings.</source>
-            <translation>Was gesichert und wie lange es aufbewahrt wird, bestimmst du in den Einstellungen.</translation>
-        </message>
-        <message>
-            <source>Delete this dictation?</source>
-            <translation>Dieses Diktat löschen?</translation>
-        </message>
-        <message>
-            <source>It will be removed from history and usage statistics, including your other Macs when iCloud sync is enabled.</source>
-            <translation>Es verschwindet aus Verlauf und Statistik, bei eingeschaltetem iCloud-Abgleich auch auf deinen anderen Macs.</translation>
-        </message>
-        <message>
-            <source>Delete</source>
-            <translation>Löschen</translation>
-        </message>
-    </context>
-    <context>
-        <name>HistoryRow</name>
-        <message>
-            <source>Show full text</source>
-            <translation>Ganzen Text zeigen</translation>
-        </message>
-        <message>
-            <source>Copy dictation</source>
-            <translation>Diktat kopieren</translation>
-        </message>
-        <message>
-            <source>Delete dictation</source>
-            <translation>Diktat löschen</translation>
-        </message>
-        <message>
-            <source>Show less</source>
-            <translation>Weniger zeigen</translation>
-        </message>
-        <message>
-            <source>Copied</source>
-            <translation>Kopiert</translation>
-        </message>
-    </context>
-    <context>
-        <name>HistorySettings</name>
-        <message>
-            <source>History &amp; statistics</source>
-            <translation>Verlauf &amp; Statistik</translation>
-        </message>
-        <message>
-            <source>Save transcript history</source>
-            <translation>Texte im Verlauf sichern</translation>
-        </message>
-        <message>
-            <source>Keep transcript text</source>
-            <translation>Texte aufbewahren</translation>
-        </message>
-        <message>
-            <source>Delete all history and statistics…</source>
-            <translation>Ganzen Verlauf und Statistik löschen …</translation>
-        </message>
-        <message>
-            <source>Turning this off stops saving new text. Existing history remains, and usage statistics continue without transcript text.</source>
-            <translation>Ausgeschaltet wird neuer Text nicht mehr gesichert. Der bisherige Verlauf bleibt, und die Statistik läuft ohne Texte weiter.</translation>
-        </message>
-        <message>
-            <source>Older text is removed automatically. Word counts, speaking time, cost estimates, dates and app names remain for Insights. Recordings are not kept.</source>
-            <translation>Älterer Text wird von selbst entfernt. Wortzahlen, Sprechzeit, geschätzte Kosten, Daten und Programmnamen bleiben für die Einblicke. Aufnahmen werden nicht aufbewahrt.</translation>
-        </message>
-        <message>
-            <source>Delete all history and statistics?</source>
-            <translation>Ganzen Verlauf und Statistik löschen?</translation>
-        </message>
-        <message>
-            <source>This permanently removes every saved Quorvi dictation and resets your usage totals, including your other Macs when iCloud sync is enabled.</source>
-            <translation>Das entfernt jedes gesicherte Diktat endgültig und setzt die Statistik zurück, bei eingeschaltetem iCloud-Abgleich auch auf deinen anderen Macs.</translation>
-        </message>
-        <message>
-            <source>Delete all</source>
-            <translation>Alles löschen</translation>
-        </message>
-    </context>
-    <context>
-        <name>HistoryTexts</name>
-        <message>
-            <source>%1 dictation</source>
-            <translation>%1 Diktat</translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 dictations</source>
-            <translation>
-                <numerusform>%1 Diktat</numerusform>
-                <numerusform>%1 Diktate</numerusform>
-            </translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 words</source>
-            <translation>
-                <numerusform>%1 Wort</numerusform>
-                <numerusform>%1 Wörter</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>%1 · older dictations</source>
-            <translation>%1 · ältere Diktate</translation>
-        </message>
-        <message>
-            <source>%1 min · %2/min</source>
-            <translation>%1 Min. · %2/Min.</translation>
-        </message>
-        <message>
-            <source>USD rate checked %1. GPT-4o model rates are approximate per-minute equivalents.</source>
-            <translation>Preise in USD, geprüft am %1. Die Preise der GPT-4o-Modelle sind ungefähr auf Minuten umgerechnet.</translation>
-        </message>
-        <message>
-            <source>For %1 older dictation, the model wasn't saved. GPT Transcribe pricing is assumed.</source>
-            <translation>Bei %1 älteren Diktat wurde das Modell nicht gesichert. Es gilt der Preis von GPT Transcribe.</translation>
-        </message>
-        <message numerus="yes">
-            <source>For %1 older dictations, the model wasn't saved. GPT Transcribe pricing is assumed.</source>
-            <translation>
-                <numerusform>Bei %1 älteren Diktat wurde das Modell nicht gesichert. Es gilt der Preis von GPT Transcribe.</numerusform>
-                <numerusform>Bei %1 älteren Diktaten wurde das Modell nicht gesichert. Es gilt der Preis von GPT Transcribe.</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>%1 sec</source>
-            <translation>%1 s</translation>
-        </message>
-        <message>
-            <source>%1 min</source>
-            <translation>%1 Min.</translation>
-        </message>
-        <message>
-            <source>%1h %2m</source>
-            <translation>%1 Std. %2 Min.</translation>
-        </message>
-        <message>
-            <source>Top %1 of %2 apps</source>
-            <translation>Die ersten %1 von %2 Programmen</translation>
-        </message>
-        <message numerus="yes">
-            <source>%1-day streak</source>
-            <translation>
-                <numerusform>%1 Tag in Folge</numerusform>
-                <numerusform>%1 Tage in Folge</numerusform>
-            </translation>
-        </message>
-        <message numerus="yes">
-            <source>Best: %1 days · all time</source>
-            <translation>
-                <numerusform>Bestwert: %1 Tag · insgesamt</numerusform>
-                <numerusform>Bestwert: %1 Tage · insgesamt</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>TODAY</source>
-            <translation>HEUTE</translation>
-        </message>
-        <message>
-            <source>YESTERDAY</source>
-            <translation>GESTERN</translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 saved dictations</source>
-            <translation>
-                <numerusform>%1 gesichertes Diktat</numerusform>
-                <numerusform>%1 gesicherte Diktate</numerusform>
-            </translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 words · %2 sec</source>
-            <translation>
-                <numerusform>%1 Wort · %2 s</numerusform>
-                <numerusform>%1 Wörter · %2 s</numerusform>
-            </translation>
-        </message>
-    </context>
-    <context>
-        <name>InsightsPage</name>
-        <message>
-            <source>YOUR DICTATION, IN NUMBERS</source>
-            <translation>DEINE DIKTATE IN ZAHLEN</translation>
-        </message>
-        <message>
-            <source>Insights</source>
-            <translation>Einblicke</translation>
-        </message>
-        <message>
-            <source>Usage across your synced Macs, measured from your Quorvi dictations.</source>
-            <translation>Nutzung auf deinen abgeglichenen Macs, gemessen an deinen Diktaten mit Quorvi.</translation>
-        </message>
-        <message>
-            <source>Period</source>
-            <translation>Zeitraum</translation>
-        </message>
-        <message>
-            <source>Estimated API cost</source>
-            <translation>Geschätzte API-Kosten</translation>
-        </message>
-        <message>
-            <source>Speed is total words divided by recording time. Counts include completed transcriptions, even when you copy them manually. Statistics start with this version of Quorvi.</source>
-            <translation>Das Tempo ist die Zahl der Wörter geteilt durch die Aufnahmezeit. Gezählt werden fertige Umwandlungen, auch von Hand kopierte. Die Statistik beginnt mit dieser Version von Quorvi.</translation>
-        </message>
-        <message>
-            <source>Words dictated</source>
-            <translation>Diktierte Wörter</translation>
-        </message>
-        <message>
-            <source>Words per minute</source>
-            <translation>Wörter pro Minute</translation>
-        </message>
-        <message>
-            <source>Dictations</source>
-            <translation>Diktate</translation>
-        </message>
-        <message>
-            <source>Speaking time</source>
-            <translation>Sprechzeit</translation>
-        </message>
-        <message>
-            <source>Apps used</source>
-            <translation>Programme</translation>
-        </message>
-        <message>
-            <source>Daily words</source>
-            <translation>Wörter am Tag</translation>
-        </message>
-        <message>
-            <source>Daily words dictated in the last fourteen days</source>
-            <translation>Diktierte Wörter an den letzten vierzehn Tagen</translation>
-        </message>
-        <message>
-            <source>Last 14 days</source>
-            <translation>Letzte 14 Tage</translation>
-        </message>
-        <message>
-            <source>Usage by app</source>
-            <translation>Nutzung nach Programm</translation>
-        </message>
-        <message>
-            <source>Your writing apps will appear here after you dictate.</source>
-            <translation>Hier erscheinen die Programme, in die du diktierst.</translation>
-        </message>
-        <message>
-            <source>Activity over the last 12 weeks</source>
-            <translation>Aktivität der letzten 12 Wochen</translation>
-        </message>
-        <message>
-            <source>A day counts toward your streak when you complete at least one dictation.</source>
-            <translation>Ein Tag zählt, wenn du mindestens ein Diktat abschließt.</translation>
-        </message>
-        <message>
-            <source>%1: %2, %3</source>
-            <translation>%1: %2, %3</translation>
-        </message>
-    </context>
-    <context>
-        <name>Model</name>
-        <message>
-            <source>Listening…</source>
-            <translation>Hört zu …</translation>
-        </message>
-        <message>
-            <source>Transcribing…</source>
-            <translation>Schreibt um …</translation>
-        </message>
-        <message>
-            <source>Inserting…</source>
-            <translation>Setzt ein …</translation>
-        </message>
-        <message>
-            <source>Done</source>
-            <translation>Fertig</translation>
-        </message>
-        <message>
-            <source>Ready to paste</source>
-            <translation>Bereit zum Einsetzen</translation>
-        </message>
-        <message>
-            <source>Needs attention</source>
-            <translation>Braucht dich</translation>
-        </message>
-        <message>
-            <source>Correction saved</source>
-            <translation>Korrektur gesichert</translation>
-        </message>
-        <message>
-            <source>Classic</source>
-            <translation>Klassisch</translation>
-        </message>
-        <message>
-            <source>Soft</source>
-            <translation>Sanft</translation>
-        </message>
-        <message>
-            <source>Chime</source>
-            <translation>Glocke</translation>
-        </message>
-        <message>
-            <source>Click</source>
-            <translation>Klick</translation>
-        </message>
-        <message>
-            <source>Silent</source>
-            <translation>Stumm</translation>
-        </message>
-        <message>
-            <source>Hold to talk</source>
-            <translation>Zum Sprechen halten</translation>
-        </message>
-        <message>
-            <source>Press to toggle</source>
-            <translation>Drücken zum Umschalten</translation>
-        </message>
-        <message>
-            <source>Glass</source>
-            <translation>Glas</translation>
-        </message>
-        <message>
-            <source>Midnight</source>
-            <translation>Mitternacht</translation>
-        </message>
-        <message>
-            <source>Paper</source>
-            <translation>Papier</translation>
-        </message>
-        <message>
-            <source>Frosted glass, blue accents, and a clean native feel.</source>
-            <translation>Mattes Glas, blaue Akzente, klar und vertraut.</translation>
-        </message>
-        <message>
-            <source>A dark capsule with bright mint accents.</source>
-            <translation>Eine dunkle Kapsel mit hellen Akzenten in Minze.</translation>
-        </message>
-        <message>
-            <source>Warm ivory, ink lettering, and terracotta accents.</source>
-            <translation>Warmes Elfenbein, Tinte und Akzente in Terrakotta.</translation>
-        </message>
-        <message>
-            <source>Today</source>
-            <translation>Heute</translation>
-        </message>
-        <message>
-            <source>7 days</source>
-            <translation>7 Tage</translation>
-        </message>
-        <message>
-            <source>30 days</source>
-            <translation>30 Tage</translation>
-        </message>
-        <message>
-            <source>90 days</source>
-            <translation>90 Tage</translation>
-        </message>
-        <message>
-            <source>1 year</source>
-            <translation>1 Jahr</translation>
-        </message>
-        <message>
-            <source>This month</source>
-            <translation>Dieser Monat</translation>
-        </message>
-        <message>
-            <source>All time</source>
-            <translation>Insgesamt</translation>
-        </message>
-        <message>
-            <source>Until I delete it</source>
-            <translation>Bis ich es lösche</translation>
-        </message>
-        <message>
-            <source>Quorvi will stay closed when you sign in.</source>
-            <translation>Quorvi bleibt geschlossen, wenn du dich anmeldest.</translation>
-        </message>
-        <message>
-            <source>Quorvi will start quietly in the menu bar when you sign in.</source>
-            <translation>Quorvi startet still in der Menüleiste, wenn du dich anmeldest.</translation>
-        </message>
-        <message>
-            <source>Allow Quorvi in System Settings → General → Login Items.</source>
-            <translation>Erlaube Quorvi in den Systemeinstellungen → Allgemein → Anmeldeobjekte.</translation>
-        </message>
-        <message>
-            <source>Launch at login is available after Quorvi is installed in Applications.</source>
-            <translation>Der Start beim Anmelden geht, sobald Quorvi unter „Programme“ installiert ist.</translation>
-        </message>
-        <message>
-            <source>Launch-at-login status is unavailable.</source>
-            <translation>Ob Quorvi beim Anmelden startet, ist nicht bekannt.</translation>
-        </message>
-        <message>
-            <source>Sync paused on this Mac</source>
-            <translation>Abgleich auf diesem Mac angehalten</translation>
-        </message>
-        <message>
-            <source>Ready to learn from your next dictation.</source>
-            <translation>Bereit, aus deinem nächsten Diktat zu lernen.</translation>
-        </message>
-        <message>
-            <source>Saved in macOS Keychain.</source>
-            <translation>Im macOS-Schlüsselbund gesichert.</translation>
-        </message>
-        <message>
-            <source>API key removed.</source>
-            <translation>API-Schlüssel entfernt.</translation>
-        </message>
-        <message>
-            <source>API key sync enabled. Turn on iCloud Passwords &amp; Keychain on your other Macs.</source>
-            <translation>Der API-Schlüssel wird abgeglichen. Schalte auf deinen anderen Macs iCloud-Passwörter &amp; Schlüsselbund ein.</translation>
-        </message>
-        <message>
-            <source>API key kept on this Mac; iCloud copy removed.</source>
-            <translation>Der API-Schlüssel bleibt auf diesem Mac; die Kopie in iCloud ist entfernt.</translation>
-        </message>
-        <message>
-            <source>Enter a valid API key without spaces.</source>
-            <translation>Gib einen gültigen API-Schlüssel ohne Leerzeichen ein.</translation>
-        </message>
-        <message>
-            <source>This API key is kept in memory only. Save a key in Settings to sync it.</source>
-            <translation>Dieser API-Schlüssel steht nur im Arbeitsspeicher. Sichere einen in den Einstellungen, um ihn abzugleichen.</translation>
-        </message>
-        <message>
-            <source>That phrase already has a correction. Edit its existing rule instead.</source>
-            <translation>Für diese Wendung gibt es schon eine Korrektur. Bearbeite die bestehende Regel.</translation>
-        </message>
-        <message>
-            <source>Keep each phrase within 160 characters.</source>
-            <translation>Bleib bei jeder Wendung unter 160 Zeichen.</translation>
-        </message>
-        <message>
-            <source>Saved corrections could not be opened. They have been left untouched.</source>
-            <translation>Die gesicherten Korrekturen ließen sich nicht öffnen. Sie bleiben unangetastet.</translation>
-        </message>
-        <message>
-            <source>Existing history could not be opened. It has been left untouched; new entries are available for this session only.</source>
-            <translation>Der bisherige Verlauf ließ sich nicht öffnen. Er bleibt unangetastet; neue Einträge gibt es nur bis zum Beenden.</translation>
-        </message>
-        <message>
-            <source>History could not be saved on this Mac. Check available disk space and folder access.</source>
-            <translation>Der Verlauf ließ sich auf diesem Mac nicht sichern. Prüfe freien Platz und Zugriff auf den Ordner.</translation>
-        </message>
-        <message>
-            <source>Cancelled. Ready for your next dictation.</source>
-            <translation>Abgebrochen. Bereit für dein nächstes Diktat.</translation>
-        </message>
-        <message>
-            <source>Converting speech to text…</source>
-            <translation>Sprache wird zu Text …</translation>
-        </message>
-        <message>
-            <source>No audible speech detected. Hold the key a little longer and try again.</source>
-            <translation>Es war nichts zu hören. Halte die Taste etwas länger und versuche es noch einmal.</translation>
-        </message>
-        <message>
-            <source>Text copied — press ⌘V in any text field.</source>
-            <translation>Text kopiert — drücke ⌘V in einem Textfeld.</translation>
-        </message>
-        <message>
-            <source>Enable Accessibility in Settings to test text insertion.</source>
-            <translation>Erlaube die Bedienungshilfen in den Einstellungen, um das Einsetzen zu prüfen.</translation>
-        </message>
-        <message>
-            <source>Use Left or Right Control, Right Option, a function key, or a shortcut with ⌘, ⌃ or ⌥.</source>
-            <translation>Nimm linke oder rechte Control-Taste, rechte Wahltaste, eine Funktionstaste oder eine Taste mit ⌘, ⌃ oder ⌥.</translation>
-        </message>
-        <message>
-            <source>Click a text field in another app. A sample will be pasted in 10 seconds. Esc cancels.</source>
-            <translation>Klicke in ein Textfeld eines anderen Programms. In 10 Sekunden wird ein Beispiel eingesetzt. Esc bricht ab.</translation>
-        </message>
-        <message>
-            <source>Your API key was rejected. Replace it in Settings.</source>
-            <translation>Dein API-Schlüssel wurde abgelehnt. Ersetze ihn in den Einstellungen.</translation>
-        </message>
-        <message>
-            <source>The recording is too large. Try a shorter dictation.</source>
-            <translation>Die Aufnahme ist zu groß. Versuche ein kürzeres Diktat.</translation>
-        </message>
-        <message>
-            <source>The transcription service is temporarily unavailable. Please try again.</source>
-            <translation>Der Dienst ist gerade nicht erreichbar. Bitte versuche es noch einmal.</translation>
-        </message>
-        <message>
-            <source>No speech was recognized. Try again closer to the microphone.</source>
-            <translation>Es wurde nichts erkannt. Versuche es näher am Mikrofon.</translation>
-        </message>
-        <message>
-            <source>Add your OpenAI API key in Settings.</source>
-            <translation>Füge deinen OpenAI-API-Schlüssel in den Einstellungen hinzu.</translation>
-        </message>
-        <message>
-            <source>A required permission changed. Check Settings before dictating again.</source>
-            <translation>Eine nötige Erlaubnis hat sich geändert. Prüfe die Einstellungen, bevor du weiter diktierst.</translation>
-        </message>
-        <message>
-            <source>Keyboard access was interrupted. Try your shortcut again.</source>
-            <translation>Der Zugriff auf die Tastatur war unterbrochen. Versuche deinen Kurzbefehl noch einmal.</translation>
-        </message>
-        <message>
-            <source>Click a text field in your writing app first. Quorvi can stay in the menu bar.</source>
-            <translation>Klicke zuerst in ein Textfeld deines Schreibprogramms. Quorvi kann in der Menüleiste bleiben.</translation>
-        </message>
-        <message>
-            <source>Select a regular text field to dictate.</source>
-            <translation>Wähle ein gewöhnliches Textfeld zum Diktieren.</translation>
-        </message>
-        <message>
-            <source>Click the text field you want to dictate into, then use your shortcut.</source>
-            <translation>Klicke in das Textfeld, in das du diktieren möchtest, und benutze deinen Kurzbefehl.</translation>
-        </message>
-        <message>
-            <source>Dictation reset. Click a text field and hold your shortcut again.</source>
-            <translation>Diktat zurückgesetzt. Klicke in ein Textfeld und halte deinen Kurzbefehl erneut.</translation>
-        </message>
-        <message>
-            <source>Dictation reset. Check permissions and API key setup in Settings.</source>
-            <translation>Diktat zurückgesetzt. Prüfe Erlaubnisse und API-Schlüssel in den Einstellungen.</translation>
-        </message>
-        <message>
-            <source>Ready when you are</source>
-            <translation>Bereit, wenn du es bist</translation>
-        </message>
-    </context>
-    <context>
-        <name>PrivacySettings</name>
-        <message>
-            <source>Privacy</source>
-            <translation>Datenschutz</translation>
-        </message>
-        <message>
-            <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
-            <translation>Aufgenommen wird mit dem Standardeingang deines Macs. Diktate enden nach 3 Minuten. Tondateien werden nach der Aufnahme gelöscht; aufbewahrte Texte und Statistik werden über deinen privaten iCloud-Account abgeglichen, wenn du das einschaltest. Wie lange Texte bleiben, legst du oben fest. Die Verarbeitung in der Cloud richtet sich nach den Dateneinstellungen deines API-Kontos.</translation>
-        </message>
-        <message>
-            <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>
-            <translation>Zum Einsetzen legt Quorvi den Text kurz in die Zwischenablage und stellt sie dann wieder her. Programme zur Verwaltung der Zwischenablage behalten womöglich eine Kopie.</translation>
-        </message>
-        <message>
-            <source>Microphone</source>
-            <translation>Mikrofon</translation>
-        </message>
-        <message>
-            <source>Accessibility</source>
-            <translation>Bedienungshilfen</translation>
-        </message>
-        <message>
-            <source>Manage</source>
-            <translation>Verwalten</translation>
-        </message>
-        <message>
-            <source>Manage %1</source>
-            <translation>%1 verwalten</translation>
-        </message>
-        <message>
-            <source>%1: allowed</source>
-            <translation>%1: erlaubt</translation>
-        </message>
-        <message>
-            <source>%1: not allowed</source>
-            <translation>%1: nicht erlaubt</translation>
-        </message>
-    </context>
-    <context>
-        <name>RecognitionSettings</name>
-        <message>
-            <source>Recognition</source>
-            <translation>Erkennung</translation>
-        </message>
-        <message>
-            <source>Language is detected automatically. Speak naturally in any supported language; your words stay in their original language.</source>
-            <translation>Die Sprache wird von selbst erkannt. Sprich ganz natürlich in einer unterstützten Sprache; deine Worte bleiben in ihr.</translation>
-        </message>
-        <message>
-            <source>Model</source>
-            <translation>Modell</translation>
-        </message>
-        <message>
-            <source>Recognition accuracy varies with the recording and model.</source>
-            <translation>Wie genau die Erkennung ist, hängt von Aufnahme und Modell ab.</translation>
-        </message>
-        <message>
-            <source>Names or terms you often use (optional)</source>
-            <translation>Namen oder Begriffe, die du oft benutzt (optional)</translation>
-        </message>
-    </context>
-    <context>
-        <name>RecordingAppearanceSettings</name>
-        <message>
-            <source>Style</source>
-            <translation>Stil</translation>
-        </message>
-        <message>
-            <source>Preview · microphone off</source>
-            <translation>Vorschau · Mikrofon aus</translation>
-        </message>
-        <message>
-            <source>Dictating into Text Editor</source>
-            <translation>Diktat in den Texteditor</translation>
-        </message>
-    </context>
-    <context>
-        <name>RecordingHUD</name>
-        <message>
-            <source>Esc to cancel</source>
-            <translation>Esc bricht ab</translation>
-        </message>
-        <message>
-            <source>Quorvi dictation</source>
-            <translation>Quorvi-Diktat</translation>
-        </message>
-        <message>
-            <source>Recording time</source>
-            <translation>Aufnahmezeit</translation>
-        </message>
-        <message>
-            <source>Copy transcript</source>
-            <translation>Text kopieren</translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 seconds</source>
-            <translation>
-                <numerusform>%1 Sekunde</numerusform>
-                <numerusform>%1 Sekunden</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>Update %1</source>
-            <translation>Update %1</translation>
-        </message>
-    </context>
-    <context>
-        <name>RecordingPanel</name>
-        <message>
-            <source>Quorvi dictation</source>
-            <translation>Quorvi-Diktat</translation>
-        </message>
-    </context>
-    <context>
-        <name>RememberCorrectionButton</name>
-        <message>
-            <source>Remember correction</source>
-            <translation>Korrektur merken</translation>
-        </message>
-    </context>
-    <context>
-        <name>SettingsPage</name>
-        <message>
-            <source>SET UP YOUR FLOW</source>
-            <translation>RICHTE ES DIR EIN</translation>
-        </message>
-        <message>
-            <source>Settings</source>
-            <translation>Einstellungen</translation>
-        </message>
-        <message>
-            <source>Recording appearance</source>
-            <translation>Aussehen der Aufnahme</translation>
-        </message>
-    </context>
-    <context>
-        <name>SetupCard</name>
-        <message>
-            <source>Make it yours</source>
-            <translation>Mach es zu deinem</translation>
-        </message>
-        <message>
-            <source>ONE-TIME SETUP</source>
-            <translation>EINMALIGE EINRICHTUNG</translation>
-        </message>
-        <message>
-            <source>SET UP YOUR FLOW</source>
-            <translation>RICHTE ES DIR EIN</translation>
-        </message>
-        <message>
-            <source>OpenAI API key</source>
-            <translation>OpenAI-API-Schlüssel</translation>
-        </message>
-        <message>
-            <source>Stored securely in your Mac’s Keychain</source>
-            <translation>Sicher im Schlüsselbund deines Macs aufbewahrt</translation>
-        </message>
-        <message>
-            <source>Add key</source>
-            <translation>Schlüssel hinzufügen</translation>
-        </message>
-        <message>
-            <source>Microphone</source>
-            <translation>Mikrofon</translation>
-        </message>
-        <message>
-            <source>Record only while you dictate</source>
-            <translation>Nur während du diktierst</translation>
-        </message>
-        <message>
-            <source>Enable</source>
-            <translation>Erlauben</translation>
-        </message>
-        <message>
-            <source>Accessibility</source>
-            <translation>Bedienungshilfen</translation>
-        </message>
-        <message>
-            <source>Use your shortcut and insert text</source>
-            <translation>Für Kurzbefehl und Einsetzen des Textes</translation>
-        </message>
-        <message>
-            <source>Enable keyboard access in Input Monitoring</source>
-            <translation>Tastatur unter „Eingabeüberwachung“ erlauben</translation>
-        </message>
-        <message>
-            <source>If access is already enabled, quit and reopen Quorvi.</source>
-            <translation>Wenn das schon erlaubt ist, beende Quorvi und öffne es wieder.</translation>
-        </message>
-        <message>
-            <source>Open Settings</source>
-            <translation>Einstellungen öffnen</translation>
-        </message>
-        <message>
-            <source>Ready</source>
-            <translation>Bereit</translation>
-        </message>
-    </context>
-    <context>
-        <name>Sidebar</name>
-        <message>
-            <source>Pages</source>
-            <translation>Seiten</translation>
-        </message>
-        <message>
-            <source>Dictation</source>
-            <translation>Diktat</translation>
-        </message>
-        <message>
-            <source>History</source>
-            <translation>Verlauf</translation>
-        </message>
-        <message>
-            <source>Insights</source>
-            <translation>Einblicke</translation>
-        </message>
-        <message>
-            <source>Settings</source>
-            <translation>Einstellungen</translation>
-        </message>
-        <message>
-            <source>Your voice, in your words.</source>
-            <translation>Deine Stimme, in deinen Worten.</translation>
-        </message>
-        <message>
-            <source>Automatic language</source>
-            <translation>Sprache automatisch</translation>
-        </message>
-        <message>
-            <source>Quorvi %1 · Native for Mac</source>
-            <translation>Quorvi %1 · Für den Mac gemacht</translation>
-        </message>
-    </context>
-    <context>
-        <name>Spinner</name>
-        <message>
-            <source>In progress</source>
-            <translation>Läuft</translation>
-        </message>
-    </context>
-    <context>
-        <name>StatusCard</name>
-        <message>
-            <source>Automatic language detection</source>
-            <translation>Sprache wird von selbst erkannt</translation>
-        </message>
-        <message>
-            <source>Click a text field in any app, then use your shortcut. You can close this window; Quorvi keeps running in the menu bar.</source>
-            <translation>Klicke in ein Textfeld eines beliebigen Programms und benutze deinen Kurzbefehl. Du kannst dieses Fenster schließen; Quorvi läuft in der Menüleiste weiter.</translation>
-        </message>
-        <message>
-            <source>Recording time</source>
-            <translation>Aufnahmezeit</translation>
-        </message>
-        <message>
-            <source>Stop &amp;&amp; insert</source>
-            <translation>Beenden &amp;&amp; einsetzen</translation>
-        </message>
-        <message>
-            <source>Stop &amp; insert</source>
-            <translation>Beenden &amp; einsetzen</translation>
-        </message>
-        <message>
-            <source>Cancel</source>
-            <translation>Abbrechen</translation>
-        </message>
-        <message>
-            <source>Change shortcut</source>
-            <translation>Kurzbefehl ändern</translation>
-        </message>
-        <message>
-            <source>Keep the shortcut</source>
-            <translation>Kurzbefehl behalten</translation>
-        </message>
-        <message>
-            <source>Click a text field in another app during the 10-second countdown. Quorvi will paste a short sample without recording or an API request.</source>
-            <translation>Klicke während der 10 Sekunden in ein Textfeld eines anderen Programms. Quorvi setzt ein kurzes Beispiel ein, ohne Aufnahme und ohne API.</translation>
-        </message>
-        <message>
-            <source>Test paste</source>
-            <translation>Einsetzen prüfen</translation>
-        </message>
-        <message>
-            <source>Cancel test</source>
-            <translation>Prüfung abbrechen</translation>
-        </message>
-        <message>
-            <source>Ready when you are</source>
-            <translation>Bereit, wenn du es bist</translation>
-        </message>
-        <message>
-            <source>Complete setup to start</source>
-            <translation>Schließe die Einrichtung ab</translation>
-        </message>
-        <message>
-            <source>Press the new shortcut. Esc keeps %1.</source>
-            <translation>Drücke den neuen Kurzbefehl. Esc behält %1.</translation>
-        </message>
-        <message>
-            <source>Shortcut: %1</source>
-            <translation>Kurzbefehl: %1</translation>
-        </message>
-    </context>
-    <context>
-        <name>StatusItem</name>
-        <message>
-            <source>Quorvi — multilingual dictation</source>
-            <translation>Quorvi — mehrsprachiges Diktat</translation>
-        </message>
-        <message>
-            <source>Stop &amp; insert</source>
-            <translation>Beenden &amp; einsetzen</translation>
-        </message>
-        <message>
-            <source>Cancel dictation</source>
-            <translation>Diktat abbrechen</translation>
-        </message>
-        <message>
-            <source>Open Quorvi…</source>
-            <translation>Quorvi öffnen …</translation>
-        </message>
-        <message>
-            <source>History…</source>
-            <translation>Verlauf …</translation>
-        </message>
-        <message>
-            <source>Insights…</source>
-            <translation>Einblicke …</translation>
-        </message>
-        <message>
-            <source>Settings…</source>
-            <translation>Einstellungen …</translation>
-        </message>
-        <message>
-            <source>Copy last transcript</source>
-            <translation>Letzten Text kopieren</translation>
-        </message>
-        <message>
-            <source>Reset dictation</source>
-            <translation>Diktat zurücksetzen</translation>
-        </message>
-        <message>
-            <source>Check for Updates…</source>
-            <translation>Nach Updates suchen …</translation>
-        </message>
-        <message>
-            <source>Quit Quorvi</source>
-            <translation>Quorvi beenden</translation>
-        </message>
-    </context>
-    <context>
-        <name>TranscriptCard</name>
-        <message>
-            <source>Last transcript</source>
-            <translation>Letzter Text</translation>
-        </message>
-        <message>
-            <source>Copy</source>
-            <translation>Kopieren</translation>
-        </message>
-        <message>
-            <source>Clear transcript</source>
-            <translation>Text verwerfen</translation>
-        </message>
-        <message>
-            <source>This copy stays until Quorvi quits. Saved dictations are in History.</source>
-            <translation>Diese Kopie bleibt, bis Quorvi beendet wird. Gesicherte Diktate stehen im Verlauf.</translation>
-        </message>
-    </context>
-    <context>
-        <name>TrayNotice</name>
-        <message>
-            <source>This desktop shows no tray icons. Quorvi keeps running when you close this window; start it again to come back here.</source>
-            <translation>Diese Arbeitsumgebung zeigt keine Symbole in einer Leiste. Quorvi läuft weiter, wenn du dieses Fenster schließt; starte es erneut, um hierher zurückzukommen.</translation>
-        </message>
-        <message>
-            <source>Quit Quorvi</source>
-            <translation>Quorvi beenden</translation>
-        </message>
-    </context>
-    <context>
-        <name>TryItCard</name>
-        <message>
-            <source>Try it here</source>
-            <translation>Probier es hier aus</translation>
-        </message>
-        <message>
-            <source>CLICK BELOW, THEN DICTATE</source>
-            <translation>UNTEN KLICKEN, DANN DIKTIEREN</translation>
-        </message>
-        <message>
-            <source>Dictation test field</source>
-            <translation>Feld zum Ausprobieren</translation>
-        </message>
-        <message>
-            <source>Hello, world. Καλημέρα, κόσμε.</source>
-            <translation>Hello, world. Καλημέρα, κόσμε.</translation>
-        </message>
-    </context>
-    <context>
-        <name>UpdateSettings</name>
-        <message>
-            <source>App updates</source>
-            <translation>Updates</translation>
-        </message>
-        <message>
-            <source>Automatically check for updates</source>
-            <translation>Von selbst nach Updates suchen</translation>
-        </message>
-        <message>
-            <source>New releases are downloaded securely. Quorvi will ask before installing and relaunching.</source>
-            <translation>Neue Versionen werden sicher geladen. Quorvi fragt, bevor es sie installiert und neu startet.</translation>
-        </message>
-        <message>
-            <source>Check for Updates…</source>
-            <translation>Nach Updates suchen …</translation>
-        </message>
-    </context>
-    <context>
-        <name>UsageCostSection</name>
-        <message>
-            <source>No completed dictations in this period.</source>
-            <translation>Keine fertigen Diktate in diesem Zeitraum.</translation>
-        </message>
-        <message>
-            <source>Estimated API cost</source>
-            <translation>Geschätzte API-Kosten</translation>
-        </message>
-        <message>
-            <source>OpenAI pricing ↗</source>
-            <translation>Preise von OpenAI ↗</translation>
-        </message>
-        <message>
-            <source>Cost period</source>
-            <translation>Zeitraum der Kosten</translation>
-        </message>
-        <message>
-            <source>Estimate before tax for completed dictations in your Quorvi history, including synced Macs. Deleted dictations, failed or cancelled requests, and usage in other apps are excluded. Actual charges may differ.</source>
-            <translation>Schätzung vor Steuern für fertige Diktate in deinem Verlauf, auch von abgeglichenen Macs. Gelöschte Diktate, gescheiterte oder abgebrochene Anfragen und die Nutzung in anderen Programmen sind nicht dabei. Die Rechnung kann abweichen.</translation>
-        </message>
-    </context>
+<context>
+    <name>AccountSyncSettings</name>
+    <message>
+        <source>Account &amp; sync</source>
+        <translation>Konto &amp; Abgleich</translation>
+    </message>
+    <message>
+        <source>Sync with my Apple Account</source>
+        <translation>Mit meinem Apple Account abgleichen</translation>
+    </message>
+    <message>
+        <source>Sync now</source>
+        <translation>Jetzt abgleichen</translation>
+    </message>
+    <message>
+        <source>Settings, corrections, retained history and usage sync privately between Macs signed into the same iCloud account. Offline changes are saved and sent when you reconnect.</source>
+        <translation>Einstellungen, Korrekturen, aufbewahrter Verlauf und Nutzung werden privat zwischen Macs abgeglichen, die beim selben iCloud-Account angemeldet sind. Was du ohne Verbindung änderst, wird gesichert und später gesendet.</translation>
+    </message>
+    <message>
+        <source>Microphone and Accessibility permissions must be granted separately on each Mac. Audio recordings are never synced.</source>
+        <translation>Mikrofon und Bedienungshilfen müssen auf jedem Mac eigens erlaubt werden. Aufnahmen werden nie abgeglichen.</translation>
+    </message>
+    <message>
+        <source>Last synced %1 · %2 pending</source>
+        <translation>Zuletzt abgeglichen: %1 · %2 ausstehend</translation>
+    </message>
+</context>
+<context>
+    <name>ApiKeySettings</name>
+    <message>
+        <source>OpenAI API key</source>
+        <translation>OpenAI-API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Gesichert</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Sichern</translation>
+    </message>
+    <message>
+        <source>Get an API key ↗</source>
+        <translation>API-Schlüssel besorgen ↗</translation>
+    </message>
+    <message>
+        <source>Remove key</source>
+        <translation>Schlüssel entfernen</translation>
+    </message>
+    <message>
+        <source>Sync API key through iCloud Keychain</source>
+        <translation>API-Schlüssel über den iCloud-Schlüsselbund abgleichen</translation>
+    </message>
+    <message>
+        <source>Your key stays in macOS Keychain. Recordings go directly to OpenAI for transcription. API usage is billed to your OpenAI account.</source>
+        <translation>Dein Schlüssel bleibt im macOS-Schlüsselbund. Aufnahmen gehen zur Umwandlung in Text direkt an OpenAI. Die Nutzung der API wird deinem OpenAI-Konto berechnet.</translation>
+    </message>
+    <message>
+        <source>Enter a replacement key</source>
+        <translation>Neuen Schlüssel eingeben</translation>
+    </message>
+    <message>
+        <source>Paste your API key</source>
+        <translation>API-Schlüssel einsetzen</translation>
+    </message>
+</context>
+<context>
+    <name>Confirmation</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>CorrectionEditor</name>
+    <message>
+        <source>Remember a correction</source>
+        <translation>Eine Korrektur merken</translation>
+    </message>
+    <message>
+        <source>Save a word or short phrase once. Quorvi will use your preferred spelling in future dictations.</source>
+        <translation>Sichere ein Wort oder eine kurze Wendung einmal. Quorvi schreibt sie in künftigen Diktaten so, wie du es möchtest.</translation>
+    </message>
+    <message>
+        <source>e.g. Russet Miner</source>
+        <translation>z. B. Russet Miner</translation>
+    </message>
+    <message>
+        <source>e.g. russetmanor</source>
+        <translation>z. B. russetmanor</translation>
+    </message>
+    <message>
+        <source>Quorvi writes</source>
+        <translation>Quorvi schreibt</translation>
+    </message>
+    <message>
+        <source>Replace with</source>
+        <translation>Ersetzen durch</translation>
+    </message>
+    <message>
+        <source>Use the exact replacement you want, including capitals. This saves a rule for future text; existing text stays as written.</source>
+        <translation>Gib den Ersatz genau so ein, wie du ihn möchtest, auch in Groß- und Kleinschreibung. Die Regel gilt für künftigen Text; bestehender bleibt, wie er ist.</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Save correction</source>
+        <translation>Korrektur sichern</translation>
+    </message>
+    <message>
+        <source>That phrase does not match this transcript. The rule will still apply to future matches.</source>
+        <translation>Diese Wendung kommt in diesem Text nicht vor. Die Regel gilt trotzdem für künftige Treffer.</translation>
+    </message>
+</context>
+<context>
+    <name>CorrectionRow</name>
+    <message>
+        <source>Enable correction</source>
+        <translation>Korrektur anwenden</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Delete correction</source>
+        <translation>Korrektur löschen</translation>
+    </message>
+    <message>
+        <source>Learned from an edit</source>
+        <translation>Aus einer Änderung gelernt</translation>
+    </message>
+    <message>
+        <source>Saved by you</source>
+        <translation>Von dir gesichert</translation>
+    </message>
+    <message>
+        <source>Enable correction for %1</source>
+        <translation>Korrektur anwenden für %1</translation>
+    </message>
+    <message>
+        <source>Edit correction for %1</source>
+        <translation>Korrektur bearbeiten für %1</translation>
+    </message>
+    <message>
+        <source>Delete correction for %1</source>
+        <translation>Korrektur löschen für %1</translation>
+    </message>
+</context>
+<context>
+    <name>CorrectionsSettings</name>
+    <message>
+        <source>Corrections</source>
+        <translation>Korrekturen</translation>
+    </message>
+    <message>
+        <source>Keep brand names and preferred spellings consistent. Corrections apply automatically before Quorvi pastes or saves your text.</source>
+        <translation>Halte Markennamen und bevorzugte Schreibweisen einheitlich. Korrekturen werden angewandt, bevor Quorvi deinen Text einsetzt oder sichert.</translation>
+    </message>
+    <message>
+        <source>Learn from my edits in other apps</source>
+        <translation>Aus meinen Änderungen in anderen Programmen lernen</translation>
+    </message>
+    <message>
+        <source>Correct the text in the same field, then pause for two seconds. Quorvi saves short spelling corrections automatically and shows Correction saved. It watches for up to one minute after pasting. Mixed Greek and Latin spellings work too.</source>
+        <translation>Verbessere den Text im selben Feld und halte zwei Sekunden inne. Quorvi sichert kurze Verbesserungen der Schreibweise von selbst und zeigt „Korrektur gesichert“. Es achtet nach dem Einsetzen bis zu einer Minute darauf. Auch gemischte griechische und lateinische Schreibweisen gehen.</translation>
+    </message>
+    <message>
+        <source>Test automatic learning</source>
+        <translation>Lernen ausprobieren</translation>
+    </message>
+    <message>
+        <source>Click a field in another app within 10 seconds. Then change oxygen to oxygon in the sample and pause. No recording or API usage.</source>
+        <translation>Klicke innerhalb von 10 Sekunden in ein Feld eines anderen Programms. Mach dann im Beispiel aus oxygen oxygon und halte inne. Ohne Aufnahme und ohne API.</translation>
+    </message>
+    <message>
+        <source>Add correction</source>
+        <translation>Korrektur hinzufügen</translation>
+    </message>
+    <message>
+        <source>Saved corrections</source>
+        <translation>Gesicherte Korrekturen</translation>
+    </message>
+    <message>
+        <source>Search corrections</source>
+        <translation>Korrekturen durchsuchen</translation>
+    </message>
+    <message>
+        <source>No saved corrections. Add the phrase Quorvi writes and the spelling you want.</source>
+        <translation>Keine gesicherten Korrekturen. Gib an, was Quorvi schreibt und wie du es haben möchtest.</translation>
+    </message>
+    <message>
+        <source>Show more</source>
+        <translation>Mehr zeigen</translation>
+    </message>
+    <message>
+        <source>Matching ignores capitalization and extra spaces, and uses whole words. Your replacement keeps its exact spelling and capitalization. Saved rules sync between your Macs when iCloud sync is enabled.</source>
+        <translation>Verglichen werden ganze Wörter, ohne Rücksicht auf Groß- und Kleinschreibung und überzählige Leerzeichen. Dein Ersatz bleibt genau so geschrieben. Gesicherte Regeln werden zwischen deinen Macs abgeglichen, wenn der iCloud-Abgleich eingeschaltet ist.</translation>
+    </message>
+    <message>
+        <source>Automatic learning is off.</source>
+        <translation>Das Lernen ist ausgeschaltet.</translation>
+    </message>
+</context>
+<context>
+    <name>DictationPage</name>
+    <message>
+        <source>Speak in your language.</source>
+        <translation>Sprich in deiner Sprache.</translation>
+    </message>
+    <message>
+        <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
+        <translation>Quorvi bleibt in deiner Menüleiste. Esc bricht ein Diktat ab.</translation>
+    </message>
+</context>
+<context>
+    <name>DictationSettings</name>
+    <message>
+        <source>Dictation</source>
+        <translation>Diktat</translation>
+    </message>
+    <message>
+        <source>Press and release Left or Right Control, Right Option, or a function key. You can also use a key with ⌘ / ⌃ / ⌥. Esc cancels.</source>
+        <translation>Drücke linke oder rechte Control-Taste, rechte Wahltaste oder eine Funktionstaste und lass sie los. Auch eine Taste mit ⌘ / ⌃ / ⌥ geht. Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>Right Option ⌥</source>
+        <translation>Rechte Wahltaste ⌥</translation>
+    </message>
+    <message>
+        <source>Left Control ⌃</source>
+        <translation>Linke Control-Taste ⌃</translation>
+    </message>
+    <message>
+        <source>Right Control ⌃</source>
+        <translation>Rechte Control-Taste ⌃</translation>
+    </message>
+    <message>
+        <source>Record custom shortcut…</source>
+        <translation>Eigenen Kurzbefehl aufnehmen …</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Keep the shortcut</source>
+        <translation>Kurzbefehl behalten</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Kurzbefehl</translation>
+    </message>
+    <message>
+        <source>Choose a shortcut that no other dictation app, and no other application, uses already. Function keys may require Fn.</source>
+        <translation>Wähle einen Kurzbefehl, den kein anderes Diktier- oder sonstiges Programm benutzt. Funktionstasten brauchen vielleicht Fn.</translation>
+    </message>
+    <message>
+        <source>Shortcut mode</source>
+        <translation>Art des Kurzbefehls</translation>
+    </message>
+    <message>
+        <source>Reset dictation</source>
+        <translation>Diktat zurücksetzen</translation>
+    </message>
+    <message>
+        <source>If your shortcut stops responding, reset dictation to reconnect keyboard access.</source>
+        <translation>Wenn dein Kurzbefehl nicht mehr reagiert, setze das Diktat zurück, um die Tastatur neu zu verbinden.</translation>
+    </message>
+    <message>
+        <source>Interaction</source>
+        <translation>Bedienung</translation>
+    </message>
+    <message>
+        <source>Start sound</source>
+        <translation>Ton am Anfang</translation>
+    </message>
+    <message>
+        <source>Preview start</source>
+        <translation>Anfang anhören</translation>
+    </message>
+    <message>
+        <source>Stop sound</source>
+        <translation>Ton am Ende</translation>
+    </message>
+    <message>
+        <source>Preview stop</source>
+        <translation>Ende anhören</translation>
+    </message>
+    <message>
+        <source>Choose a separate cue for starting and stopping. Silent disables just that cue.</source>
+        <translation>Wähle je einen Ton für Anfang und Ende. „Stumm“ schaltet nur diesen einen ab.</translation>
+    </message>
+    <message>
+        <source>Press a key…</source>
+        <translation>Taste drücken …</translation>
+    </message>
+    <message>
+        <source>Shortcut: %1</source>
+        <translation>Kurzbefehl: %1</translation>
+    </message>
+    <message>
+        <source>Press the new shortcut. Esc keeps %1.</source>
+        <translation>Drücke den neuen Kurzbefehl. Esc behält %1.</translation>
+    </message>
+</context>
+<context>
+    <name>GeneralSettings</name>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Launch Quorvi at login</source>
+        <translation>Quorvi beim Anmelden starten</translation>
+    </message>
+    <message>
+        <source>Open Login Items</source>
+        <translation>Anmeldeobjekte öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryPage</name>
+    <message>
+        <source>YOUR WORDS, KEPT CLOSE</source>
+        <translation>DEINE WORTE, GUT AUFGEHOBEN</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Search and reuse your dictations.</source>
+        <translation>Durchsuche deine Diktate und verwende sie wieder.</translation>
+    </message>
+    <message>
+        <source>Load more</source>
+        <translation>Mehr laden</translation>
+    </message>
+    <message>
+        <source>Saving new transcripts is off. Existing history is still available.</source>
+        <translation>Neue Texte werden nicht gesichert. Der bisherige Verlauf bleibt verfügbar.</translation>
+    </message>
+    <message>
+        <source>Search transcripts or apps</source>
+        <translation>Texte oder Programme suchen</translation>
+    </message>
+    <message>
+        <source>Search dictation history</source>
+        <translation>Verlauf der Diktate durchsuchen</translation>
+    </message>
+    <message>
+        <source>Clear search</source>
+        <translation>Suche leeren</translation>
+    </message>
+    <message>
+        <source>No matching dictations</source>
+        <translation>Keine passenden Diktate</translation>
+    </message>
+    <message>
+        <source>Your next dictation starts your history</source>
+        <translation>Mit deinem nächsten Diktat beginnt dein Verlauf</translation>
+    </message>
+    <message>
+        <source>Transcript saving is paused</source>
+        <translation>Das Sichern der Texte ruht</translation>
+    </message>
+    <message>
+        <source>Try a word, phrase, or app name.</source>
+        <translation>Versuche ein Wort, eine Wendung oder den Namen eines Programms.</translation>
+    </message>
+    <message>
+        <source>Manage transcript saving and retention in Settings.</source>
+        <translation>Was gesichert und wie lange es aufbewahrt wird, bestimmst du in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>Delete this dictation?</source>
+        <translation>Dieses Diktat löschen?</translation>
+    </message>
+    <message>
+        <source>It will be removed from history and usage statistics, including your other Macs when iCloud sync is enabled.</source>
+        <translation>Es verschwindet aus Verlauf und Statistik, bei eingeschaltetem iCloud-Abgleich auch auf deinen anderen Macs.</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryRow</name>
+    <message>
+        <source>Show full text</source>
+        <translation>Ganzen Text zeigen</translation>
+    </message>
+    <message>
+        <source>Copy dictation</source>
+        <translation>Diktat kopieren</translation>
+    </message>
+    <message>
+        <source>Delete dictation</source>
+        <translation>Diktat löschen</translation>
+    </message>
+    <message>
+        <source>Show less</source>
+        <translation>Weniger zeigen</translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+</context>
+<context>
+    <name>HistorySettings</name>
+    <message>
+        <source>History &amp; statistics</source>
+        <translation>Verlauf &amp; Statistik</translation>
+    </message>
+    <message>
+        <source>Save transcript history</source>
+        <translation>Texte im Verlauf sichern</translation>
+    </message>
+    <message>
+        <source>Keep transcript text</source>
+        <translation>Texte aufbewahren</translation>
+    </message>
+    <message>
+        <source>Delete all history and statistics…</source>
+        <translation>Ganzen Verlauf und Statistik löschen …</translation>
+    </message>
+    <message>
+        <source>Turning this off stops saving new text. Existing history remains, and usage statistics continue without transcript text.</source>
+        <translation>Ausgeschaltet wird neuer Text nicht mehr gesichert. Der bisherige Verlauf bleibt, und die Statistik läuft ohne Texte weiter.</translation>
+    </message>
+    <message>
+        <source>Older text is removed automatically. Word counts, speaking time, cost estimates, dates and app names remain for Insights. Recordings are not kept.</source>
+        <translation>Älterer Text wird von selbst entfernt. Wortzahlen, Sprechzeit, geschätzte Kosten, Daten und Programmnamen bleiben für die Einblicke. Aufnahmen werden nicht aufbewahrt.</translation>
+    </message>
+    <message>
+        <source>Delete all history and statistics?</source>
+        <translation>Ganzen Verlauf und Statistik löschen?</translation>
+    </message>
+    <message>
+        <source>This permanently removes every saved Quorvi dictation and resets your usage totals, including your other Macs when iCloud sync is enabled.</source>
+        <translation>Das entfernt jedes gesicherte Diktat endgültig und setzt die Statistik zurück, bei eingeschaltetem iCloud-Abgleich auch auf deinen anderen Macs.</translation>
+    </message>
+    <message>
+        <source>Delete all</source>
+        <translation>Alles löschen</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryTexts</name>
+    <message>
+        <source>%1 dictation</source>
+        <translation>%1 Diktat</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 dictations</source>
+        <translation>
+            <numerusform>%1 Diktat</numerusform>
+            <numerusform>%1 Diktate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 words</source>
+        <translation>
+            <numerusform>%1 Wort</numerusform>
+            <numerusform>%1 Wörter</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 · older dictations</source>
+        <translation>%1 · ältere Diktate</translation>
+    </message>
+    <message>
+        <source>%1 min · %2/min</source>
+        <translation>%1 Min. · %2/Min.</translation>
+    </message>
+    <message>
+        <source>USD rate checked %1. GPT-4o model rates are approximate per-minute equivalents.</source>
+        <translation>Preise in USD, geprüft am %1. Die Preise der GPT-4o-Modelle sind ungefähr auf Minuten umgerechnet.</translation>
+    </message>
+    <message>
+        <source>For %1 older dictation, the model wasn&apos;t saved. GPT Transcribe pricing is assumed.</source>
+        <translation>Bei %1 älteren Diktat wurde das Modell nicht gesichert. Es gilt der Preis von GPT Transcribe.</translation>
+    </message>
+    <message numerus="yes">
+        <source>For %1 older dictations, the model wasn&apos;t saved. GPT Transcribe pricing is assumed.</source>
+        <translation>
+            <numerusform>Bei %1 älteren Diktat wurde das Modell nicht gesichert. Es gilt der Preis von GPT Transcribe.</numerusform>
+            <numerusform>Bei %1 älteren Diktaten wurde das Modell nicht gesichert. Es gilt der Preis von GPT Transcribe.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 sec</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 Min.</translation>
+    </message>
+    <message>
+        <source>%1h %2m</source>
+        <translation>%1 Std. %2 Min.</translation>
+    </message>
+    <message>
+        <source>Top %1 of %2 apps</source>
+        <translation>Die ersten %1 von %2 Programmen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1-day streak</source>
+        <translation>
+            <numerusform>%1 Tag in Folge</numerusform>
+            <numerusform>%1 Tage in Folge</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Best: %1 days · all time</source>
+        <translation>
+            <numerusform>Bestwert: %1 Tag · insgesamt</numerusform>
+            <numerusform>Bestwert: %1 Tage · insgesamt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>TODAY</source>
+        <translation>HEUTE</translation>
+    </message>
+    <message>
+        <source>YESTERDAY</source>
+        <translation>GESTERN</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 saved dictations</source>
+        <translation>
+            <numerusform>%1 gesichertes Diktat</numerusform>
+            <numerusform>%1 gesicherte Diktate</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 words · %2 sec</source>
+        <translation>
+            <numerusform>%1 Wort · %2 s</numerusform>
+            <numerusform>%1 Wörter · %2 s</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>InsightsPage</name>
+    <message>
+        <source>YOUR DICTATION, IN NUMBERS</source>
+        <translation>DEINE DIKTATE IN ZAHLEN</translation>
+    </message>
+    <message>
+        <source>Insights</source>
+        <translation>Einblicke</translation>
+    </message>
+    <message>
+        <source>Usage across your synced Macs, measured from your Quorvi dictations.</source>
+        <translation>Nutzung auf deinen abgeglichenen Macs, gemessen an deinen Diktaten mit Quorvi.</translation>
+    </message>
+    <message>
+        <source>Period</source>
+        <translation>Zeitraum</translation>
+    </message>
+    <message>
+        <source>Estimated API cost</source>
+        <translation>Geschätzte API-Kosten</translation>
+    </message>
+    <message>
+        <source>Speed is total words divided by recording time. Counts include completed transcriptions, even when you copy them manually. Statistics start with this version of Quorvi.</source>
+        <translation>Das Tempo ist die Zahl der Wörter geteilt durch die Aufnahmezeit. Gezählt werden fertige Umwandlungen, auch von Hand kopierte. Die Statistik beginnt mit dieser Version von Quorvi.</translation>
+    </message>
+    <message>
+        <source>Words dictated</source>
+        <translation>Diktierte Wörter</translation>
+    </message>
+    <message>
+        <source>Words per minute</source>
+        <translation>Wörter pro Minute</translation>
+    </message>
+    <message>
+        <source>Dictations</source>
+        <translation>Diktate</translation>
+    </message>
+    <message>
+        <source>Speaking time</source>
+        <translation>Sprechzeit</translation>
+    </message>
+    <message>
+        <source>Apps used</source>
+        <translation>Programme</translation>
+    </message>
+    <message>
+        <source>Daily words</source>
+        <translation>Wörter am Tag</translation>
+    </message>
+    <message>
+        <source>Daily words dictated in the last fourteen days</source>
+        <translation>Diktierte Wörter an den letzten vierzehn Tagen</translation>
+    </message>
+    <message>
+        <source>Last 14 days</source>
+        <translation>Letzte 14 Tage</translation>
+    </message>
+    <message>
+        <source>Usage by app</source>
+        <translation>Nutzung nach Programm</translation>
+    </message>
+    <message>
+        <source>Your writing apps will appear here after you dictate.</source>
+        <translation>Hier erscheinen die Programme, in die du diktierst.</translation>
+    </message>
+    <message>
+        <source>Activity over the last 12 weeks</source>
+        <translation>Aktivität der letzten 12 Wochen</translation>
+    </message>
+    <message>
+        <source>A day counts toward your streak when you complete at least one dictation.</source>
+        <translation>Ein Tag zählt, wenn du mindestens ein Diktat abschließt.</translation>
+    </message>
+    <message>
+        <source>%1: %2, %3</source>
+        <translation>%1: %2, %3</translation>
+    </message>
+</context>
+<context>
+    <name>Model</name>
+    <message>
+        <source>Listening…</source>
+        <translation>Hört zu …</translation>
+    </message>
+    <message>
+        <source>Transcribing…</source>
+        <translation>Schreibt um …</translation>
+    </message>
+    <message>
+        <source>Inserting…</source>
+        <translation>Setzt ein …</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Ready to paste</source>
+        <translation>Bereit zum Einsetzen</translation>
+    </message>
+    <message>
+        <source>Needs attention</source>
+        <translation>Braucht dich</translation>
+    </message>
+    <message>
+        <source>Correction saved</source>
+        <translation>Korrektur gesichert</translation>
+    </message>
+    <message>
+        <source>Classic</source>
+        <translation>Klassisch</translation>
+    </message>
+    <message>
+        <source>Soft</source>
+        <translation>Sanft</translation>
+    </message>
+    <message>
+        <source>Chime</source>
+        <translation>Glocke</translation>
+    </message>
+    <message>
+        <source>Click</source>
+        <translation>Klick</translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>Hold to talk</source>
+        <translation>Zum Sprechen halten</translation>
+    </message>
+    <message>
+        <source>Press to toggle</source>
+        <translation>Drücken zum Umschalten</translation>
+    </message>
+    <message>
+        <source>Glass</source>
+        <translation>Glas</translation>
+    </message>
+    <message>
+        <source>Midnight</source>
+        <translation>Mitternacht</translation>
+    </message>
+    <message>
+        <source>Paper</source>
+        <translation>Papier</translation>
+    </message>
+    <message>
+        <source>Frosted glass, blue accents, and a clean native feel.</source>
+        <translation>Mattes Glas, blaue Akzente, klar und vertraut.</translation>
+    </message>
+    <message>
+        <source>A dark capsule with bright mint accents.</source>
+        <translation>Eine dunkle Kapsel mit hellen Akzenten in Minze.</translation>
+    </message>
+    <message>
+        <source>Warm ivory, ink lettering, and terracotta accents.</source>
+        <translation>Warmes Elfenbein, Tinte und Akzente in Terrakotta.</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>7 days</source>
+        <translation>7 Tage</translation>
+    </message>
+    <message>
+        <source>30 days</source>
+        <translation>30 Tage</translation>
+    </message>
+    <message>
+        <source>90 days</source>
+        <translation>90 Tage</translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation>1 Jahr</translation>
+    </message>
+    <message>
+        <source>This month</source>
+        <translation>Dieser Monat</translation>
+    </message>
+    <message>
+        <source>All time</source>
+        <translation>Insgesamt</translation>
+    </message>
+    <message>
+        <source>Until I delete it</source>
+        <translation>Bis ich es lösche</translation>
+    </message>
+    <message>
+        <source>Quorvi will stay closed when you sign in.</source>
+        <translation>Quorvi bleibt geschlossen, wenn du dich anmeldest.</translation>
+    </message>
+    <message>
+        <source>Quorvi will start quietly in the menu bar when you sign in.</source>
+        <translation>Quorvi startet still in der Menüleiste, wenn du dich anmeldest.</translation>
+    </message>
+    <message>
+        <source>Allow Quorvi in System Settings → General → Login Items.</source>
+        <translation>Erlaube Quorvi in den Systemeinstellungen → Allgemein → Anmeldeobjekte.</translation>
+    </message>
+    <message>
+        <source>Launch at login is available after Quorvi is installed in Applications.</source>
+        <translation>Der Start beim Anmelden geht, sobald Quorvi unter „Programme“ installiert ist.</translation>
+    </message>
+    <message>
+        <source>Launch-at-login status is unavailable.</source>
+        <translation>Ob Quorvi beim Anmelden startet, ist nicht bekannt.</translation>
+    </message>
+    <message>
+        <source>Sync paused on this Mac</source>
+        <translation>Abgleich auf diesem Mac angehalten</translation>
+    </message>
+    <message>
+        <source>Ready to learn from your next dictation.</source>
+        <translation>Bereit, aus deinem nächsten Diktat zu lernen.</translation>
+    </message>
+    <message>
+        <source>Saved in macOS Keychain.</source>
+        <translation>Im macOS-Schlüsselbund gesichert.</translation>
+    </message>
+    <message>
+        <source>API key removed.</source>
+        <translation>API-Schlüssel entfernt.</translation>
+    </message>
+    <message>
+        <source>API key sync enabled. Turn on iCloud Passwords &amp; Keychain on your other Macs.</source>
+        <translation>Der API-Schlüssel wird abgeglichen. Schalte auf deinen anderen Macs iCloud-Passwörter &amp; Schlüsselbund ein.</translation>
+    </message>
+    <message>
+        <source>API key kept on this Mac; iCloud copy removed.</source>
+        <translation>Der API-Schlüssel bleibt auf diesem Mac; die Kopie in iCloud ist entfernt.</translation>
+    </message>
+    <message>
+        <source>Enter a valid API key without spaces.</source>
+        <translation>Gib einen gültigen API-Schlüssel ohne Leerzeichen ein.</translation>
+    </message>
+    <message>
+        <source>This API key is kept in memory only. Save a key in Settings to sync it.</source>
+        <translation>Dieser API-Schlüssel steht nur im Arbeitsspeicher. Sichere einen in den Einstellungen, um ihn abzugleichen.</translation>
+    </message>
+    <message>
+        <source>That phrase already has a correction. Edit its existing rule instead.</source>
+        <translation>Für diese Wendung gibt es schon eine Korrektur. Bearbeite die bestehende Regel.</translation>
+    </message>
+    <message>
+        <source>Keep each phrase within 160 characters.</source>
+        <translation>Bleib bei jeder Wendung unter 160 Zeichen.</translation>
+    </message>
+    <message>
+        <source>Saved corrections could not be opened. They have been left untouched.</source>
+        <translation>Die gesicherten Korrekturen ließen sich nicht öffnen. Sie bleiben unangetastet.</translation>
+    </message>
+    <message>
+        <source>Existing history could not be opened. It has been left untouched; new entries are available for this session only.</source>
+        <translation>Der bisherige Verlauf ließ sich nicht öffnen. Er bleibt unangetastet; neue Einträge gibt es nur bis zum Beenden.</translation>
+    </message>
+    <message>
+        <source>History could not be saved on this Mac. Check available disk space and folder access.</source>
+        <translation>Der Verlauf ließ sich auf diesem Mac nicht sichern. Prüfe freien Platz und Zugriff auf den Ordner.</translation>
+    </message>
+    <message>
+        <source>Cancelled. Ready for your next dictation.</source>
+        <translation>Abgebrochen. Bereit für dein nächstes Diktat.</translation>
+    </message>
+    <message>
+        <source>Converting speech to text…</source>
+        <translation>Sprache wird zu Text …</translation>
+    </message>
+    <message>
+        <source>No audible speech detected. Hold the key a little longer and try again.</source>
+        <translation>Es war nichts zu hören. Halte die Taste etwas länger und versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Text copied — press ⌘V in any text field.</source>
+        <translation>Text kopiert — drücke ⌘V in einem Textfeld.</translation>
+    </message>
+    <message>
+        <source>Enable Accessibility in Settings to test text insertion.</source>
+        <translation>Erlaube die Bedienungshilfen in den Einstellungen, um das Einsetzen zu prüfen.</translation>
+    </message>
+    <message>
+        <source>Use Left or Right Control, Right Option, a function key, or a shortcut with ⌘, ⌃ or ⌥.</source>
+        <translation>Nimm linke oder rechte Control-Taste, rechte Wahltaste, eine Funktionstaste oder eine Taste mit ⌘, ⌃ oder ⌥.</translation>
+    </message>
+    <message>
+        <source>Click a text field in another app. A sample will be pasted in 10 seconds. Esc cancels.</source>
+        <translation>Klicke in ein Textfeld eines anderen Programms. In 10 Sekunden wird ein Beispiel eingesetzt. Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>Your API key was rejected. Replace it in Settings.</source>
+        <translation>Dein API-Schlüssel wurde abgelehnt. Ersetze ihn in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>The recording is too large. Try a shorter dictation.</source>
+        <translation>Die Aufnahme ist zu groß. Versuche ein kürzeres Diktat.</translation>
+    </message>
+    <message>
+        <source>The transcription service is temporarily unavailable. Please try again.</source>
+        <translation>Der Dienst ist gerade nicht erreichbar. Bitte versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>No speech was recognized. Try again closer to the microphone.</source>
+        <translation>Es wurde nichts erkannt. Versuche es näher am Mikrofon.</translation>
+    </message>
+    <message>
+        <source>Add your OpenAI API key in Settings.</source>
+        <translation>Füge deinen OpenAI-API-Schlüssel in den Einstellungen hinzu.</translation>
+    </message>
+    <message>
+        <source>A required permission changed. Check Settings before dictating again.</source>
+        <translation>Eine nötige Erlaubnis hat sich geändert. Prüfe die Einstellungen, bevor du weiter diktierst.</translation>
+    </message>
+    <message>
+        <source>Keyboard access was interrupted. Try your shortcut again.</source>
+        <translation>Der Zugriff auf die Tastatur war unterbrochen. Versuche deinen Kurzbefehl noch einmal.</translation>
+    </message>
+    <message>
+        <source>Click a text field in your writing app first. Quorvi can stay in the menu bar.</source>
+        <translation>Klicke zuerst in ein Textfeld deines Schreibprogramms. Quorvi kann in der Menüleiste bleiben.</translation>
+    </message>
+    <message>
+        <source>Select a regular text field to dictate.</source>
+        <translation>Wähle ein gewöhnliches Textfeld zum Diktieren.</translation>
+    </message>
+    <message>
+        <source>Click the text field you want to dictate into, then use your shortcut.</source>
+        <translation>Klicke in das Textfeld, in das du diktieren möchtest, und benutze deinen Kurzbefehl.</translation>
+    </message>
+    <message>
+        <source>Dictation reset. Click a text field and hold your shortcut again.</source>
+        <translation>Diktat zurückgesetzt. Klicke in ein Textfeld und halte deinen Kurzbefehl erneut.</translation>
+    </message>
+    <message>
+        <source>Dictation reset. Check permissions and API key setup in Settings.</source>
+        <translation>Diktat zurückgesetzt. Prüfe Erlaubnisse und API-Schlüssel in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>Ready when you are</source>
+        <translation>Bereit, wenn du es bist</translation>
+    </message>
+</context>
+<context>
+    <name>PrivacySettings</name>
+    <message>
+        <source>Privacy</source>
+        <translation>Datenschutz</translation>
+    </message>
+    <message>
+        <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
+        <translation>Aufgenommen wird mit dem Standardeingang deines Macs. Diktate enden nach 3 Minuten. Tondateien werden nach der Aufnahme gelöscht; aufbewahrte Texte und Statistik werden über deinen privaten iCloud-Account abgeglichen, wenn du das einschaltest. Wie lange Texte bleiben, legst du oben fest. Die Verarbeitung in der Cloud richtet sich nach den Dateneinstellungen deines API-Kontos.</translation>
+    </message>
+    <message>
+        <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>
+        <translation>Zum Einsetzen legt Quorvi den Text kurz in die Zwischenablage und stellt sie dann wieder her. Programme zur Verwaltung der Zwischenablage behalten womöglich eine Kopie.</translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation>Mikrofon</translation>
+    </message>
+    <message>
+        <source>Accessibility</source>
+        <translation>Bedienungshilfen</translation>
+    </message>
+    <message>
+        <source>Manage</source>
+        <translation>Verwalten</translation>
+    </message>
+    <message>
+        <source>Manage %1</source>
+        <translation>%1 verwalten</translation>
+    </message>
+    <message>
+        <source>%1: allowed</source>
+        <translation>%1: erlaubt</translation>
+    </message>
+    <message>
+        <source>%1: not allowed</source>
+        <translation>%1: nicht erlaubt</translation>
+    </message>
+</context>
+<context>
+    <name>RecognitionSettings</name>
+    <message>
+        <source>Recognition</source>
+        <translation>Erkennung</translation>
+    </message>
+    <message>
+        <source>Language is detected automatically. Speak naturally in any supported language; your words stay in their original language.</source>
+        <translation>Die Sprache wird von selbst erkannt. Sprich ganz natürlich in einer unterstützten Sprache; deine Worte bleiben in ihr.</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Recognition accuracy varies with the recording and model.</source>
+        <translation>Wie genau die Erkennung ist, hängt von Aufnahme und Modell ab.</translation>
+    </message>
+    <message>
+        <source>Names or terms you often use (optional)</source>
+        <translation>Namen oder Begriffe, die du oft benutzt (optional)</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingAppearanceSettings</name>
+    <message>
+        <source>Style</source>
+        <translation>Stil</translation>
+    </message>
+    <message>
+        <source>Preview · microphone off</source>
+        <translation>Vorschau · Mikrofon aus</translation>
+    </message>
+    <message>
+        <source>Dictating into Text Editor</source>
+        <translation>Diktat in den Texteditor</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingHUD</name>
+    <message>
+        <source>Esc to cancel</source>
+        <translation>Esc bricht ab</translation>
+    </message>
+    <message>
+        <source>Quorvi dictation</source>
+        <translation>Quorvi-Diktat</translation>
+    </message>
+    <message>
+        <source>Recording time</source>
+        <translation>Aufnahmezeit</translation>
+    </message>
+    <message>
+        <source>Copy transcript</source>
+        <translation>Text kopieren</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 seconds</source>
+        <translation>
+            <numerusform>%1 Sekunde</numerusform>
+            <numerusform>%1 Sekunden</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Update %1</source>
+        <translation>Update %1</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingPanel</name>
+    <message>
+        <source>Quorvi dictation</source>
+        <translation>Quorvi-Diktat</translation>
+    </message>
+</context>
+<context>
+    <name>RememberCorrectionButton</name>
+    <message>
+        <source>Remember correction</source>
+        <translation>Korrektur merken</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsPage</name>
+    <message>
+        <source>SET UP YOUR FLOW</source>
+        <translation>RICHTE ES DIR EIN</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Recording appearance</source>
+        <translation>Aussehen der Aufnahme</translation>
+    </message>
+</context>
+<context>
+    <name>SetupCard</name>
+    <message>
+        <source>Make it yours</source>
+        <translation>Mach es zu deinem</translation>
+    </message>
+    <message>
+        <source>ONE-TIME SETUP</source>
+        <translation>EINMALIGE EINRICHTUNG</translation>
+    </message>
+    <message>
+        <source>SET UP YOUR FLOW</source>
+        <translation>RICHTE ES DIR EIN</translation>
+    </message>
+    <message>
+        <source>OpenAI API key</source>
+        <translation>OpenAI-API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>Stored securely in your Mac’s Keychain</source>
+        <translation>Sicher im Schlüsselbund deines Macs aufbewahrt</translation>
+    </message>
+    <message>
+        <source>Add key</source>
+        <translation>Schlüssel hinzufügen</translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation>Mikrofon</translation>
+    </message>
+    <message>
+        <source>Record only while you dictate</source>
+        <translation>Nur während du diktierst</translation>
+    </message>
+    <message>
+        <source>Enable</source>
+        <translation>Erlauben</translation>
+    </message>
+    <message>
+        <source>Accessibility</source>
+        <translation>Bedienungshilfen</translation>
+    </message>
+    <message>
+        <source>Use your shortcut and insert text</source>
+        <translation>Für Kurzbefehl und Einsetzen des Textes</translation>
+    </message>
+    <message>
+        <source>Enable keyboard access in Input Monitoring</source>
+        <translation>Tastatur unter „Eingabeüberwachung“ erlauben</translation>
+    </message>
+    <message>
+        <source>If access is already enabled, quit and reopen Quorvi.</source>
+        <translation>Wenn das schon erlaubt ist, beende Quorvi und öffne es wieder.</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>Bereit</translation>
+    </message>
+</context>
+<context>
+    <name>Sidebar</name>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Dictation</source>
+        <translation>Diktat</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Insights</source>
+        <translation>Einblicke</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Your voice, in your words.</source>
+        <translation>Deine Stimme, in deinen Worten.</translation>
+    </message>
+    <message>
+        <source>Automatic language</source>
+        <translation>Sprache automatisch</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 · Native for Mac</source>
+        <translation>Quorvi %1 · Für den Mac gemacht</translation>
+    </message>
+</context>
+<context>
+    <name>Spinner</name>
+    <message>
+        <source>In progress</source>
+        <translation>Läuft</translation>
+    </message>
+</context>
+<context>
+    <name>StatusCard</name>
+    <message>
+        <source>Automatic language detection</source>
+        <translation>Sprache wird von selbst erkannt</translation>
+    </message>
+    <message>
+        <source>Click a text field in any app, then use your shortcut. You can close this window; Quorvi keeps running in the menu bar.</source>
+        <translation>Klicke in ein Textfeld eines beliebigen Programms und benutze deinen Kurzbefehl. Du kannst dieses Fenster schließen; Quorvi läuft in der Menüleiste weiter.</translation>
+    </message>
+    <message>
+        <source>Recording time</source>
+        <translation>Aufnahmezeit</translation>
+    </message>
+    <message>
+        <source>Stop &amp;&amp; insert</source>
+        <translation>Beenden &amp;&amp; einsetzen</translation>
+    </message>
+    <message>
+        <source>Stop &amp; insert</source>
+        <translation>Beenden &amp; einsetzen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Change shortcut</source>
+        <translation>Kurzbefehl ändern</translation>
+    </message>
+    <message>
+        <source>Keep the shortcut</source>
+        <translation>Kurzbefehl behalten</translation>
+    </message>
+    <message>
+        <source>Click a text field in another app during the 10-second countdown. Quorvi will paste a short sample without recording or an API request.</source>
+        <translation>Klicke während der 10 Sekunden in ein Textfeld eines anderen Programms. Quorvi setzt ein kurzes Beispiel ein, ohne Aufnahme und ohne API.</translation>
+    </message>
+    <message>
+        <source>Test paste</source>
+        <translation>Einsetzen prüfen</translation>
+    </message>
+    <message>
+        <source>Cancel test</source>
+        <translation>Prüfung abbrechen</translation>
+    </message>
+    <message>
+        <source>Ready when you are</source>
+        <translation>Bereit, wenn du es bist</translation>
+    </message>
+    <message>
+        <source>Complete setup to start</source>
+        <translation>Schließe die Einrichtung ab</translation>
+    </message>
+    <message>
+        <source>Press the new shortcut. Esc keeps %1.</source>
+        <translation>Drücke den neuen Kurzbefehl. Esc behält %1.</translation>
+    </message>
+    <message>
+        <source>Shortcut: %1</source>
+        <translation>Kurzbefehl: %1</translation>
+    </message>
+</context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Quorvi — multilingual dictation</source>
+        <translation>Quorvi — mehrsprachiges Diktat</translation>
+    </message>
+    <message>
+        <source>Stop &amp; insert</source>
+        <translation>Beenden &amp; einsetzen</translation>
+    </message>
+    <message>
+        <source>Cancel dictation</source>
+        <translation>Diktat abbrechen</translation>
+    </message>
+    <message>
+        <source>Open Quorvi…</source>
+        <translation>Quorvi öffnen …</translation>
+    </message>
+    <message>
+        <source>History…</source>
+        <translation>Verlauf …</translation>
+    </message>
+    <message>
+        <source>Insights…</source>
+        <translation>Einblicke …</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Einstellungen …</translation>
+    </message>
+    <message>
+        <source>Copy last transcript</source>
+        <translation>Letzten Text kopieren</translation>
+    </message>
+    <message>
+        <source>Reset dictation</source>
+        <translation>Diktat zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Nach Updates suchen …</translation>
+    </message>
+    <message>
+        <source>Quit Quorvi</source>
+        <translation>Quorvi beenden</translation>
+    </message>
+</context>
+<context>
+    <name>TranscriptCard</name>
+    <message>
+        <source>Last transcript</source>
+        <translation>Letzter Text</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Clear transcript</source>
+        <translation>Text verwerfen</translation>
+    </message>
+    <message>
+        <source>This copy stays until Quorvi quits. Saved dictations are in History.</source>
+        <translation>Diese Kopie bleibt, bis Quorvi beendet wird. Gesicherte Diktate stehen im Verlauf.</translation>
+    </message>
+</context>
+<context>
+    <name>TrayNotice</name>
+    <message>
+        <source>This desktop shows no tray icons. Quorvi keeps running when you close this window; start it again to come back here.</source>
+        <translation>Diese Arbeitsumgebung zeigt keine Symbole in einer Leiste. Quorvi läuft weiter, wenn du dieses Fenster schließt; starte es erneut, um hierher zurückzukommen.</translation>
+    </message>
+    <message>
+        <source>Quit Quorvi</source>
+        <translation>Quorvi beenden</translation>
+    </message>
+</context>
+<context>
+    <name>TryItCard</name>
+    <message>
+        <source>Try it here</source>
+        <translation>Probier es hier aus</translation>
+    </message>
+    <message>
+        <source>CLICK BELOW, THEN DICTATE</source>
+        <translation>UNTEN KLICKEN, DANN DIKTIEREN</translation>
+    </message>
+    <message>
+        <source>Dictation test field</source>
+        <translation>Feld zum Ausprobieren</translation>
+    </message>
+    <message>
+        <source>Hello, world. Καλημέρα, κόσμε.</source>
+        <translation>Hello, world. Καλημέρα, κόσμε.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSettings</name>
+    <message>
+        <source>App updates</source>
+        <translation>Updates</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>Von selbst nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>New releases are downloaded securely. Quorvi will ask before installing and relaunching.</source>
+        <translation>Neue Versionen werden sicher geladen. Quorvi fragt, bevor es sie installiert und neu startet.</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Nach Updates suchen …</translation>
+    </message>
+</context>
+<context>
+    <name>UsageCostSection</name>
+    <message>
+        <source>No completed dictations in this period.</source>
+        <translation>Keine fertigen Diktate in diesem Zeitraum.</translation>
+    </message>
+    <message>
+        <source>Estimated API cost</source>
+        <translation>Geschätzte API-Kosten</translation>
+    </message>
+    <message>
+        <source>OpenAI pricing ↗</source>
+        <translation>Preise von OpenAI ↗</translation>
+    </message>
+    <message>
+        <source>Cost period</source>
+        <translation>Zeitraum der Kosten</translation>
+    </message>
+    <message>
+        <source>Estimate before tax for completed dictations in your Quorvi history, including synced Macs. Deleted dictations, failed or cancelled requests, and usage in other apps are excluded. Actual charges may differ.</source>
+        <translation>Schätzung vor Steuern für fertige Diktate in deinem Verlauf, auch von abgeglichenen Macs. Gelöschte Diktate, gescheiterte oder abgebrochene Anfragen und die Nutzung in anderen Programmen sind nicht dabei. Die Rechnung kann abweichen.</translation>
+    </message>
+</context>
 </TS>

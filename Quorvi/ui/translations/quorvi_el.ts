@@ -1,1344 +1,1344 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="el" sourcelanguage="en">
-    <context>
-        <name>AccountSyncSettings</name>
-        <message>
-            <source>Account &amp; sync</source>
-            <translation>Λογαριασμός και συγχρονισμός</translation>
-        </message>
-        <message>
-            <source>Sync with my Apple Account</source>
-            <translation>Συγχρονισμός με τον λογαριασμό μου Apple</translation>
-        </message>
-        <message>
-            <source>Sync now</source>
-            <translation>Συγχρονισμός τώρα</translation>
-        </message>
-        <message>
-            <source>Settings, corrections, retained history and usage sync privately between Macs signed into the same iCloud account. Offline changes are saved and sent when you reconnect.</source>
-            <translation>Οι ρυθμίσεις, οι διορθώσεις, το ιστορικό που διατηρείται και η χρήση συγχρονίζονται ιδιωτικά μεταξύ των Mac που είναι συνδεδεμένοι στον ίδιο λογαριασμό iCloud. Οι αλλαγές χωρίς σύνδεση αποθηκεύονται και στέλνονται όταν συνδεθείς ξανά.</translation>
-        </message>
-        <message>
-            <source>Microphone and Accessibility permissions must be granted separately on each Mac. Audio recordings are never synced.</source>
-            <translation>Οι άδειες μικροφώνου και προσβασιμότητας δίνονται χωριστά σε κάθε Mac. Οι ηχογραφήσεις δεν συγχρονίζονται ποτέ.</translation>
-        </message>
-        <message>
-            <source>Last synced %1 · %2 pending</source>
-            <translation>Τελευταίος συγχρονισμός: %1 · %2 σε αναμονή</translation>
-        </message>
-    </context>
-    <context>
-        <name>ApiKeySettings</name>
-        <message>
-            <source>OpenAI API key</source>
-            <translation>Κλειδί API του OpenAI</translation>
-        </message>
-        <message>
-            <source>Saved</source>
-            <translation>Αποθηκεύτηκε</translation>
-        </message>
-        <message>
-            <source>Save</source>
-            <translation>Αποθήκευση</translation>
-        </message>
-        <message>
-            <source>Get an API key ↗</source>
-            <translation>Απόκτησε κλειδί API ↗</translation>
-        </message>
-        <message>
-            <source>Remove key</source>
-            <translation>Αφαίρεση κλειδιού</translation>
-        </message>
-        <message>
-            <source>Sync API key through iCloud Keychain</source>
-            <translation>Συγχρονισμός κλειδιού API μέσω iCloud Keychain</translation>
-        </message>
-        <message>
-            <source>Your key stays in macOS Keychain. Recordings go directly to OpenAI for transcription. API usage is billed to your OpenAI account.</source>
-            <translation>Το κλειδί σου μένει στο macOS Keychain. Οι ηχογραφήσεις πηγαίνουν απευθείας στο OpenAI για μεταγραφή. Η χρήση του API χρεώνεται στον λογαριασμό σου στο OpenAI.</translation>
-        </message>
-        <message>
-            <source>Enter a replacement key</source>
-            <translation>Πληκτρολόγησε νέο κλειδί</translation>
-        </message>
-        <message>
-            <source>Paste your API key</source>
-            <translation>Επικόλλησε το κλειδί API</translation>
-        </message>
-    </context>
-    <context>
-        <name>Confirmation</name>
-        <message>
-            <source>Cancel</source>
-            <translation>Ακύρωση</translation>
-        </message>
-    </context>
-    <context>
-        <name>CorrectionEditor</name>
-        <message>
-            <source>Remember a correction</source>
-            <translation>Απομνημόνευση διόρθωσης</translation>
-        </message>
-        <message>
-            <source>Save a word or short phrase once. Quorvi will use your preferred spelling in future dictations.</source>
-            <translation>Αποθήκευσε μια λέξη ή σύντομη φράση μία φορά. Το Quorvi θα χρησιμοποιεί τη γραφή που προτιμάς στις επόμενες υπαγορεύσεις.</translation>
-        </message>
-        <message>
-            <source>e.g. Russet Miner</source>
-            <translation>π.χ. Russet Miner</translation>
-        </message>
-        <message>
-            <source>e.g. russetmanor</source>
-            <translation>π.χ. russetmanor</translation>
-        </message>
-        <message>
-            <source>Quorvi writes</source>
-            <translation>Το Quorvi γράφει</translation>
-        </message>
-        <message>
-            <source>Replace with</source>
-            <translation>Αντικατάσταση με</translation>
-        </message>
-        <message>
-            <source>Use the exact replacement you want, including capitals. This saves a rule for future text; existing text stays as written.</source>
-            <translation>Γράψε την αντικατάσταση ακριβώς όπως τη θέλεις, και με τα κεφαλαία. Ο κανόνας ισχύει για μελλοντικό κείμενο· το υπάρχον μένει όπως γράφτηκε.</translation>
-        </message>
-        <message>
-            <source>Preview</source>
-            <translation>Προεπισκόπηση</translation>
-        </message>
-        <message>
-            <source>Cancel</source>
-            <translation>Ακύρωση</translation>
-        </message>
-        <message>
-            <source>Save correction</source>
-            <translation>Αποθήκευση διόρθωσης</translation>
-        </message>
-        <message>
-            <source>That phrase does not match this transcript. The rule will still apply to future matches.</source>
-            <translation>Η φράση δεν υπάρχει σε αυτό το κείμενο. Ο κανόνας θα ισχύει για μελλοντικές εμφανίσεις.</translation>
-        </message>
-    </context>
-    <context>
-        <name>CorrectionRow</name>
-        <message>
-            <source>Enable correction</source>
-            <translation>Ενεργή διόρθωση</translation>
-        </message>
-        <message>
-            <source>Edit</source>
-            <translation>Επεξεργασία</translation>
-        </message>
-        <message>
-            <source>Delete correction</source>
-            <translation>Διαγραφή διόρθωσης</translation>
-        </message>
-        <message>
-            <source>Learned from an edit</source>
-            <translation>Από δική σου αλλαγή</translation>
-        </message>
-        <message>
-            <source>Saved by you</source>
-            <translation>Αποθηκεύτηκε από εσένα</translation>
-        </message>
-        <message>
-            <source>Enable correction for %1</source>
-            <translation>Ενεργή διόρθωση για %1</translation>
-        </message>
-        <message>
-            <source>Edit correction for %1</source>
-            <translation>Επεξεργασία διόρθωσης για %1</translation>
-        </message>
-        <message>
-            <source>Delete correction for %1</source>
-            <translation>Διαγραφή διόρθωσης για %1</translation>
-        </message>
-    </context>
-    <context>
-        <name>CorrectionsSettings</name>
-        <message>
-            <source>Corrections</source>
-            <translation>Διορθώσεις</translation>
-        </message>
-        <message>
-            <source>Keep brand names and preferred spellings consistent. Corrections apply automatically before Quorvi pastes or saves your text.</source>
-            <translation>Κράτα ίδια τα εμπορικά ονόματα και τις γραφές που προτιμάς. Οι διορθώσεις εφαρμόζονται πριν το Quorvi επικολλήσει ή αποθηκεύσει το κείμενό σου.</translation>
-        </message>
-        <message>
-            <source>Learn from my edits in other apps</source>
-            <translation>Μάθηση από τις αλλαγές μου σε άλλες εφαρμογές</translation>
-        </message>
-        <message>
-            <source>Correct the text in the same field, then pause for two seconds. Quorvi saves short spelling corrections automatically and shows Correction saved. It watches for up to one minute after pasting. Mixed Greek and Latin spellings work too.</source>
-            <translation>Διόρθωσε το κείμενο στο ίδιο πεδίο και περίμενε δύο δευτερόλεπτα. Το Quorvi αποθηκεύει αυτόματα σύντομες ορθογραφικές διορθώσεις και δείχνει «Η διόρθωση αποθηκεύτηκε». Παρακολουθεί έως ένα λεπτό μετά την επικόλληση. Λειτουργεί και με μεικτές ελληνικές και λατινικές γραφές.</translation>
-        </message>
-        <message>
-            <source>Test automatic learning</source>
-            <translation>Δοκιμή αυτόματης μάθησης</translation>
-        </message>
-        <message>
-            <source>Click a field in another app within 10 seconds. Then change oxygen to oxygon in the sample and pause. No recording or API usage.</source>
-            <translation>Κάνε κλικ σε πεδίο άλλης εφαρμογής μέσα σε 10 δευτερόλεπτα. Μετά άλλαξε το oxygen σε oxygon στο δείγμα και περίμενε. Χωρίς ηχογράφηση και χωρίς χρήση του API.</translation>
-        </message>
-        <message>
-            <source>Add correction</source>
-            <translation>Προσθήκη διόρθωσης</translation>
-        </message>
-        <message>
-            <source>Saved corrections</source>
-            <translation>Αποθηκευμένες διορθώσεις</translation>
-        </message>
-        <message>
-            <source>Search corrections</source>
-            <translation>Αναζήτηση διορθώσεων</translation>
-        </message>
-        <message>
-            <source>No saved corrections. Add the phrase Quorvi writes and the spelling you want.</source>
-            <translation>Καμία αποθηκευμένη διόρθωση. Πρόσθεσε τη φράση που γράφει το Quorvi και τη γραφή που θέλεις.</translation>
-        </message>
-        <message>
-            <source>Show more</source>
-            <translation>Περισσότερα</translation>
-        </message>
-        <message>
-            <source>Matching ignores capitalization and extra spaces, and uses whole words. Your replacement keeps its exact spelling and capitalization. Saved rules sync between your Macs when iCloud sync is enabled.</source>
-            <translation>Η σύγκριση γίνεται σε ολόκληρες λέξεις και αγνοεί κεφαλαία και περιττά κενά. Η αντικατάσταση μένει ακριβώς όπως τη γράφεις. Οι κανόνες συγχρονίζονται μεταξύ των Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
-        </message>
-        <message>
-            <source>Automatic learning is off.</source>
-            <translation>Η αυτόματη μάθηση είναι ανενεργή.</translation>
-        </message>
-    </context>
-    <context>
-        <name>DictationPage</name>
-        <message>
-            <source>Speak in your language.</source>
-            <translation>Μίλα στη γλώσσα σου.</translation>
-        </message>
-        <message>
-            <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
-            <translation>Το Quorvi μένει στη γραμμή μενού. Πάτησε Esc για να ακυρώσεις μια υπαγόρευση.</translation>
-        </message>
-    </context>
-    <context>
-        <name>DictationSettings</name>
-        <message>
-            <source>Dictation</source>
-            <translation>Υπαγόρευση</translation>
-        </message>
-        <message>
-            <source>Press and release Left or Right Control, Right Option, or a function key. You can also use a key with ⌘ / ⌃ / ⌥. Esc cancels.</source>
-            <translation>Πάτησε και άφησε το αριστερό ή δεξί Control, το δεξί Option ή ένα πλήκτρο λειτουργίας. Μπορείς και πλήκτρο με ⌘ / ⌃ / ⌥. Το Esc ακυρώνει.</translation>
-        </message>
-        <message>
-            <source>Right Option ⌥</source>
-            <translation>Δεξί Option ⌥</translation>
-        </message>
-        <message>
-            <source>Left Control ⌃</source>
-            <translation>Αριστερό Control ⌃</translation>
-        </message>
-        <message>
-            <source>Right Control ⌃</source>
-            <translation>Δεξί Control ⌃</translation>
-        </message>
-        <message>
-            <source>Record custom shortcut…</source>
-            <translation>Δική σου συντόμευση…</translation>
-        </message>
-        <message>
-            <source>Cancel</source>
-            <translation>Ακύρωση</translation>
-        </message>
-        <message>
-            <source>Keep the shortcut</source>
-            <translation>Διατήρηση της συντόμευσης</translation>
-        </message>
-        <message>
-            <source>Shortcut</source>
-            <translation>Συντόμευση</translation>
-        </message>
-        <message>
-            <source>Choose a shortcut that no other dictation app, and no other application, uses already. Function keys may require Fn.</source>
-            <translation>Διάλεξε συντόμευση που δεν τη χρησιμοποιεί ήδη άλλη εφαρμογή υπαγόρευσης ή άλλη εφαρμογή. Τα πλήκτρα λειτουργίας ίσως χρειάζονται το Fn.</translation>
-        </message>
-        <message>
-            <source>Shortcut mode</source>
-            <translation>Τρόπος συντόμευσης</translation>
-        </message>
-        <message>
-            <source>Reset dictation</source>
-            <translation>Επαναφορά υπαγόρευσης</translation>
-        </message>
-        <message>
-            <source>If your shortcut stops responding, reset dictation to reconnect keyboard access.</source>
-            <translation>Αν η συντόμευση δεν ανταποκρίνεται, κάνε επαναφορά για να συνδεθεί ξανά το πληκτρολόγιο.</translation>
-        </message>
-        <message>
-            <source>Interaction</source>
-            <translation>Αλληλεπίδραση</translation>
-        </message>
-        <message>
-            <source>Start sound</source>
-            <translation>Ήχος έναρξης</translation>
-        </message>
-        <message>
-            <source>Preview start</source>
-            <translation>Δοκιμή έναρξης</translation>
-        </message>
-        <message>
-            <source>Stop sound</source>
-            <translation>Ήχος λήξης</translation>
-        </message>
-        <message>
-            <source>Preview stop</source>
-            <translation>Δοκιμή λήξης</translation>
-        </message>
-        <message>
-            <source>Choose a separate cue for starting and stopping. Silent disables just that cue.</source>
-            <translation>Διάλεξε χωριστό ήχο για έναρξη και λήξη. Το «Σιωπηλό» απενεργοποιεί μόνο εκείνον τον ήχο.</translation>
-        </message>
-        <message>
-            <source>Press a key…</source>
-            <translation>Πάτησε πλήκτρο…</translation>
-        </message>
-        <message>
-            <source>Shortcut: %1</source>
-            <translation>Συντόμευση: %1</translation>
-        </message>
-        <message>
-            <source>Press the new shortcut. Esc keeps %1.</source>
-            <translation>Πάτησε τη νέα συντόμευση. Το Esc κρατά την %1.</translation>
-        </message>
-    </context>
-    <context>
-        <name>GeneralSettings</name>
-        <message>
-            <source>General</source>
-            <translation>Γενικά</translation>
-        </message>
-        <message>
-            <source>Launch Quorvi at login</source>
-            <translation>Εκκίνηση του Quorvi κατά τη σύνδεση</translation>
-        </message>
-        <message>
-            <source>Open Login Items</source>
-            <translation>Άνοιγμα στοιχείων σύνδεσης</translation>
-        </message>
-    </context>
-    <context>
-        <name>HistoryPage</name>
-        <message>
-            <source>YOUR WORDS, KEPT CLOSE</source>
-            <translation>ΤΑ ΛΟΓΙΑ ΣΟΥ, ΚΟΝΤΑ ΣΟΥ</translation>
-        </message>
-        <message>
-            <source>History</source>
-            <translation>Ιστορικό</translation>
-        </message>
-        <message>
-            <source>Search and reuse your dictations.</source>
-            <translation>Αναζήτησε και ξαναχρησιμοποίησε τις υπαγορεύσεις σου.</translation>
-        </message>
-        <message>
-            <source>Load more</source>
-            <translation>Φόρτωση περισσότερων</translation>
-        </message>
-        <message>
-            <source>Saving new transcripts is off. Existing history is still available.</source>
-            <translation>Η αποθήκευση νέων κειμένων είναι ανενεργή. Το υπάρχον ιστορικό είναι διαθέσιμο.</translation>
-        </message>
-        <message>
-            <source>Search transcripts or apps</source>
-            <translation>Αναζήτηση κειμένων ή εφαρμογών</translation>
-        </message>
-        <message>
-            <source>Search dictation history</source>
-            <translation>Αναζήτηση στο ιστορικό υπαγορεύσεων</translation>
-        </message>
-        <message>
-            <source>Clear search</source>
-            <translation>Καθαρισμός αναζήτησης</translation>
-        </message>
-        <message>
-            <source>No matching dictations</source>
-            <translation>Καμία υπαγόρευση δεν ταιριάζει</translation>
-        </message>
-        <message>
-            <source>Your next dictation starts your history</source>
-            <translation>Το ιστορικό σου ξεκινά με την επόμενη υπαγόρευση</translation>
-        </message>
-        <message>
-            <source>Transcript saving is paused</source>
-            <translation>Η αποθήκευση κειμένων έχει διακοπεί</translation>
-        </message>
-        <message>
-            <source>Try a word, phrase, or app name.</source>
-            <translation>Δοκίμασε λέξη, φράση ή όνομα εφαρμογής.</translation>
-        </message>
-        <message>
-            <source>Manage transcript saving and retention in Settings.</source>
-            <translation>Η αποθήκευση και η διατήρηση κειμένων ορίζονται στις Ρυθμίσεις.</translation>
-        </message>
-        <message>
-            <source>Delete this dictation?</source>
-            <translation>Διαγραφή αυτής της υπαγόρευσης;</translation>
-        </message>
-        <message>
-            <source>It will be removed from history and usage statistics, including your other Macs when iCloud sync is enabled.</source>
-            <translation>Θα αφαιρεθεί από το ιστορικό και τα στατιστικά χρήσης, και στους άλλους Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
-        </message>
-        <message>
-            <source>Delete</source>
-            <translation>Διαγραφή</translation>
-        </message>
-    </context>
-    <context>
-        <name>HistoryRow</name>
-        <message>
-            <source>Show full text</source>
-            <translation>Όλο το κείμενο</translation>
-        </message>
-        <message>
-            <source>Copy dictation</source>
-            <translation>Αντιγραφή υπαγόρευσης</translation>
-        </message>
-        <message>
-            <source>Delete dictation</source>
-            <translation>Διαγραφή υπαγόρευσης</translation>
-        </message>
-        <message>
-            <source>Show less</source>
-            <translation>Λιγότερα</translation>
-        </message>
-        <message>
-            <source>Copied</source>
-            <translation>Αντιγράφηκε</translation>
-        </message>
-    </context>
-    <context>
-        <name>HistorySettings</name>
-        <message>
-            <source>History &amp; statistics</source>
-            <translation>Ιστορικό και στατιστικά</translation>
-        </message>
-        <message>
-            <source>Save transcript history</source>
-            <translation>Αποθήκευση ιστορικού κειμένων</translation>
-        </message>
-        <message>
-            <source>Keep transcript text</source>
-            <translation>Διατήρηση κειμένων</translation>
-        </message>
-        <message>
-            <source>Delete all history and statistics…</source>
-            <translation>Διαγραφή όλου του ιστορικού και των στατιστικών…</translation>
-        </message>
-        <message>
-            <source>Turning this off stops saving new text. Existing history remains, and usage statistics continue without transcript text.</source>
-            <translation>Αν το κλείσεις, δεν αποθηκεύεται νέο κείμενο. Το υπάρχον ιστορικό μένει και τα στατιστικά συνεχίζουν χωρίς κείμενα.</translation>
-        </message>
-        <message>
-            <source>Older text is removed automatically. Word counts, speaking time, cost estimates, dates and app names remain for Insights. Recordings are not kept.</source>
-            <translation>Τα παλαιότερα κείμενα αφαιρούνται αυτόματα. Ο αριθμός λέξεων, ο χρόνος ομιλίας, το εκτιμώμενο κόστος, οι ημερομηνίες και τα ονόματα εφαρμογών μένουν για τα στοιχεία χρήσης. Οι ηχογραφήσεις δεν κρατιούνται.</translation>
-        </message>
-        <message>
-            <source>Delete all history and statistics?</source>
-            <translation>Διαγραφή όλου του ιστορικού και των στατιστικών;</translation>
-        </message>
-        <message>
-            <source>This permanently removes every saved Quorvi dictation and resets your usage totals, including your other Macs when iCloud sync is enabled.</source>
-            <translation>Αυτό αφαιρεί οριστικά κάθε αποθηκευμένη υπαγόρευση και μηδενίζει τα σύνολα χρήσης, και στους άλλους Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
-        </message>
-        <message>
-            <source>Delete all</source>
-            <translation>Διαγραφή όλων</translation>
-        </message>
-    </context>
-    <context>
-        <name>HistoryTexts</name>
-        <message>
-            <source>%1 dictation</source>
-            <translation>%1 υπαγόρευση</translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 dictations</source>
-            <translation>
-                <numerusform>%1 υπαγόρευση</numerusform>
-                <numerusform>%1 υπαγορεύσεις</numerusform>
-            </translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 words</source>
-            <translation>
-                <numerusform>%1 λέξη</numerusform>
-                <numerusform>%1 λέξεις</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>%1 · older dictations</source>
-            <translation>%1 · παλαιότερες υπαγορεύσεις</translation>
-        </message>
-        <message>
-            <source>%1 min · %2/min</source>
-            <translation>%1 λεπτά · %2/λεπτό</translation>
-        </message>
-        <message>
-            <source>USD rate checked %1. GPT-4o model rates are approximate per-minute equivalents.</source>
-            <translation>Τιμές σε USD, έλεγχος %1. Οι τιμές των μοντέλων GPT-4o είναι κατά προσέγγιση ανά λεπτό.</translation>
-        </message>
-        <message>
-            <source>For %1 older dictation, the model wasn't saved. GPT Transcribe pricing is assumed.</source>
-            <translation>Για %1 παλαιότερη υπαγόρευση δεν αποθηκεύτηκε το μοντέλο. Λογαριάζεται η τιμή του GPT Transcribe.</translation>
-        </message>
-        <message numerus="yes">
-            <source>For %1 older dictations, the model wasn't saved. GPT Transcribe pricing is assumed.</source>
-            <translation>
-                <numerusform>Για %1 παλαιότερη υπαγόρευση δεν αποθηκεύτηκε το μοντέλο. Λογαριάζεται η τιμή του GPT Transcribe.</numerusform>
-                <numerusform>Για %1 παλαιότερες υπαγορεύσεις δεν αποθηκεύτηκε το μοντέλο. Λογαριάζεται η τιμή του GPT Transcribe.</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>%1 sec</source>
-            <translation>%1 δευτ.</translation>
-        </message>
-        <message>
-            <source>%1 min</source>
-            <translation>%1 λεπτά</translation>
-        </message>
-        <message>
-            <source>%1h %2m</source>
-            <translation>%1 ώ. %2 λ.</translation>
-        </message>
-        <message>
-            <source>Top %1 of %2 apps</source>
-            <translation>Οι πρώτες %1 από %2 εφαρμογές</translation>
-        </message>
-        <message numerus="yes">
-            <source>%1-day streak</source>
-            <translation>
-                <numerusform>%1 ημέρα στη σειρά</numerusform>
-                <numerusform>%1 ημέρες στη σειρά</numerusform>
-            </translation>
-        </message>
-        <message numerus="yes">
-            <source>Best: %1 days · all time</source>
-            <translation>
-                <numerusform>Καλύτερο: %1 ημέρα · συνολικά</numerusform>
-                <numerusform>Καλύτερο: %1 ημέρες · συνολικά</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>TODAY</source>
-            <translation>ΣΗΜΕΡΑ</translation>
-        </message>
-        <message>
-            <source>YESTERDAY</source>
-            <translation>ΧΘΕΣ</translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 saved dictations</source>
-            <translation>
-                <numerusform>%1 αποθηκευμένη υπαγόρευση</numerusform>
-                <numerusform>%1 αποθηκευμένες υπαγορεύσεις</numerusform>
-            </translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 words · %2 sec</source>
-            <translation>
-                <numerusform>%1 λέξη · %2 δευτ.</numerusform>
-                <numerusform>%1 λέξεις · %2 δευτ.</numerusform>
-            </translation>
-        </message>
-    </context>
-    <context>
-        <name>InsightsPage</name>
-        <message>
-            <source>YOUR DICTATION, IN NUMBERS</source>
-            <translation>ΟΙ ΥΠΑΓΟΡΕΥΣΕΙΣ ΣΟΥ ΣΕ ΑΡΙΘΜΟΥΣ</translation>
-        </message>
-        <message>
-            <source>Insights</source>
-            <translation>Στοιχεία χρήσης</translation>
-        </message>
-        <message>
-            <source>Usage across your synced Macs, measured from your Quorvi dictations.</source>
-            <translation>Χρήση στους συγχρονισμένους Mac σου, μετρημένη από τις υπαγορεύσεις σου στο Quorvi.</translation>
-        </message>
-        <message>
-            <source>Period</source>
-            <translation>Περίοδος</translation>
-        </message>
-        <message>
-            <source>Estimated API cost</source>
-            <translation>Εκτιμώμενο κόστος API</translation>
-        </message>
-        <message>
-            <source>Speed is total words divided by recording time. Counts include completed transcriptions, even when you copy them manually. Statistics start with this version of Quorvi.</source>
-            <translation>Η ταχύτητα είναι το σύνολο λέξεων διά του χρόνου ηχογράφησης. Μετρούν οι ολοκληρωμένες μεταγραφές, ακόμη κι όταν τις αντιγράφεις με το χέρι. Τα στατιστικά αρχίζουν με αυτή την έκδοση του Quorvi.</translation>
-        </message>
-        <message>
-            <source>Words dictated</source>
-            <translation>Λέξεις</translation>
-        </message>
-        <message>
-            <source>Words per minute</source>
-            <translation>Λέξεις ανά λεπτό</translation>
-        </message>
-        <message>
-            <source>Dictations</source>
-            <translation>Υπαγορεύσεις</translation>
-        </message>
-        <message>
-            <source>Speaking time</source>
-            <translation>Χρόνος ομιλίας</translation>
-        </message>
-        <message>
-            <source>Apps used</source>
-            <translation>Εφαρμογές</translation>
-        </message>
-        <message>
-            <source>Daily words</source>
-            <translation>Λέξεις ανά ημέρα</translation>
-        </message>
-        <message>
-            <source>Daily words dictated in the last fourteen days</source>
-            <translation>Λέξεις ανά ημέρα τις τελευταίες δεκατέσσερις ημέρες</translation>
-        </message>
-        <message>
-            <source>Last 14 days</source>
-            <translation>Τελευταίες 14 ημέρες</translation>
-        </message>
-        <message>
-            <source>Usage by app</source>
-            <translation>Χρήση ανά εφαρμογή</translation>
-        </message>
-        <message>
-            <source>Your writing apps will appear here after you dictate.</source>
-            <translation>Εδώ θα εμφανιστούν οι εφαρμογές όπου υπαγορεύεις.</translation>
-        </message>
-        <message>
-            <source>Activity over the last 12 weeks</source>
-            <translation>Δραστηριότητα τις τελευταίες 12 εβδομάδες</translation>
-        </message>
-        <message>
-            <source>A day counts toward your streak when you complete at least one dictation.</source>
-            <translation>Μια ημέρα μετρά όταν ολοκληρώσεις τουλάχιστον μία υπαγόρευση.</translation>
-        </message>
-        <message>
-            <source>%1: %2, %3</source>
-            <translation>%1: %2, %3</translation>
-        </message>
-    </context>
-    <context>
-        <name>Model</name>
-        <message>
-            <source>Listening…</source>
-            <translation>Ακούει…</translation>
-        </message>
-        <message>
-            <source>Transcribing…</source>
-            <translation>Μεταγράφει…</translation>
-        </message>
-        <message>
-            <source>Inserting…</source>
-            <translation>Εισάγει…</translation>
-        </message>
-        <message>
-            <source>Done</source>
-            <translation>Έτοιμο</translation>
-        </message>
-        <message>
-            <source>Ready to paste</source>
-            <translation>Έτοιμο για επικόλληση</translation>
-        </message>
-        <message>
-            <source>Needs attention</source>
-            <translation>Χρειάζεται προσοχή</translation>
-        </message>
-        <message>
-            <source>Correction saved</source>
-            <translation>Η διόρθωση αποθηκεύτηκε</translation>
-        </message>
-        <message>
-            <source>Classic</source>
-            <translation>Κλασικός</translation>
-        </message>
-        <message>
-            <source>Soft</source>
-            <translation>Απαλός</translation>
-        </message>
-        <message>
-            <source>Chime</source>
-            <translation>Καμπάνα</translation>
-        </message>
-        <message>
-            <source>Click</source>
-            <translation>Κλικ</translation>
-        </message>
-        <message>
-            <source>Silent</source>
-            <translation>Σιωπηλό</translation>
-        </message>
-        <message>
-            <source>Hold to talk</source>
-            <translation>Κράτημα για ομιλία</translation>
-        </message>
-        <message>
-            <source>Press to toggle</source>
-            <translation>Πάτημα για εναλλαγή</translation>
-        </message>
-        <message>
-            <source>Glass</source>
-            <translation>Γυαλί</translation>
-        </message>
-        <message>
-            <source>Midnight</source>
-            <translation>Μεσάνυχτα</translation>
-        </message>
-        <message>
-            <source>Paper</source>
-            <translation>Χαρτί</translation>
-        </message>
-        <message>
-            <source>Frosted glass, blue accents, and a clean native feel.</source>
-            <translation>Θαμπό γυαλί, γαλάζιες πινελιές, καθαρή και οικεία όψη.</translation>
-        </message>
-        <message>
-            <source>A dark capsule with bright mint accents.</source>
-            <translation>Σκούρα κάψουλα με φωτεινές πινελιές μέντας.</translation>
-        </message>
-        <message>
-            <source>Warm ivory, ink lettering, and terracotta accents.</source>
-            <translation>Ζεστό ιβουάρ, γράμματα μελανιού και πινελιές τερακότας.</translation>
-        </message>
-        <message>
-            <source>Today</source>
-            <translation>Σήμερα</translation>
-        </message>
-        <message>
-            <source>7 days</source>
-            <translation>7 ημέρες</translation>
-        </message>
-        <message>
-            <source>30 days</source>
-            <translation>30 ημέρες</translation>
-        </message>
-        <message>
-            <source>90 days</source>
-            <translation>90 ημέρες</translation>
-        </message>
-        <message>
-            <source>1 year</source>
-            <translation>1 έτος</translation>
-        </message>
-        <message>
-            <source>This month</source>
-            <translation>Αυτός ο μήνας</translation>
-        </message>
-        <message>
-            <source>All time</source>
-            <translation>Συνολικά</translation>
-        </message>
-        <message>
-            <source>Until I delete it</source>
-            <translation>Μέχρι να το διαγράψω</translation>
-        </message>
-        <message>
-            <source>Quorvi will stay closed when you sign in.</source>
-            <translation>Το Quorvi θα μένει κλειστό όταν συνδέεσαι.</translation>
-        </message>
-        <message>
-            <source>Quorvi will start quietly in the menu bar when you sign in.</source>
-            <translation>Το Quorvi θα ξεκινά αθόρυβα στη γραμμή μενού όταν συνδέεσαι.</translation>
-        </message>
-        <message>
-            <source>Allow Quorvi in System Settings → General → Login Items.</source>
-            <translation>Επίτρεψε το Quorvi στις Ρυθμίσεις συστήματος → Γενικά → Στοιχεία σύνδεσης.</translation>
-        </message>
-        <message>
-            <source>Launch at login is available after Quorvi is installed in Applications.</source>
-            <translation>Η εκκίνηση κατά τη σύνδεση είναι διαθέσιμη αφού εγκατασταθεί το Quorvi στις Εφαρμογές.</translation>
-        </message>
-        <message>
-            <source>Launch-at-login status is unavailable.</source>
-            <translation>Η κατάσταση εκκίνησης κατά τη σύνδεση δεν είναι διαθέσιμη.</translation>
-        </message>
-        <message>
-            <source>Sync paused on this Mac</source>
-            <translation>Ο συγχρονισμός έχει διακοπεί σε αυτόν τον Mac</translation>
-        </message>
-        <message>
-            <source>Ready to learn from your next dictation.</source>
-            <translation>Έτοιμο να μάθει από την επόμενη υπαγόρευσή σου.</translation>
-        </message>
-        <message>
-            <source>Saved in macOS Keychain.</source>
-            <translation>Αποθηκεύτηκε στο macOS Keychain.</translation>
-        </message>
-        <message>
-            <source>API key removed.</source>
-            <translation>Το κλειδί API αφαιρέθηκε.</translation>
-        </message>
-        <message>
-            <source>API key sync enabled. Turn on iCloud Passwords &amp; Keychain on your other Macs.</source>
-            <translation>Ο συγχρονισμός του κλειδιού ενεργοποιήθηκε. Ενεργοποίησε το iCloud Passwords &amp; Keychain στους άλλους Mac σου.</translation>
-        </message>
-        <message>
-            <source>API key kept on this Mac; iCloud copy removed.</source>
-            <translation>Το κλειδί μένει σε αυτόν τον Mac· το αντίγραφο iCloud αφαιρέθηκε.</translation>
-        </message>
-        <message>
-            <source>Enter a valid API key without spaces.</source>
-            <translation>Δώσε έγκυρο κλειδί API χωρίς κενά.</translation>
-        </message>
-        <message>
-            <source>This API key is kept in memory only. Save a key in Settings to sync it.</source>
-            <translation>Αυτό το κλειδί API κρατιέται μόνο στη μνήμη. Αποθήκευσε κλειδί στις Ρυθμίσεις για να συγχρονιστεί.</translation>
-        </message>
-        <message>
-            <source>That phrase already has a correction. Edit its existing rule instead.</source>
-            <translation>Η φράση έχει ήδη διόρθωση. Επεξεργάσου τον υπάρχοντα κανόνα.</translation>
-        </message>
-        <message>
-            <source>Keep each phrase within 160 characters.</source>
-            <translation>Κάθε φράση έως 160 χαρακτήρες.</translation>
-        </message>
-        <message>
-            <source>Saved corrections could not be opened. They have been left untouched.</source>
-            <translation>Οι αποθηκευμένες διορθώσεις δεν άνοιξαν. Έμειναν ανέπαφες.</translation>
-        </message>
-        <message>
-            <source>Existing history could not be opened. It has been left untouched; new entries are available for this session only.</source>
-            <translation>Το υπάρχον ιστορικό δεν άνοιξε. Έμεινε ανέπαφο· οι νέες εγγραφές ισχύουν μόνο για τώρα.</translation>
-        </message>
-        <message>
-            <source>History could not be saved on this Mac. Check available disk space and folder access.</source>
-            <translation>Το ιστορικό δεν αποθηκεύτηκε σε αυτόν τον Mac. Έλεγξε τον χώρο στον δίσκο και την πρόσβαση στον φάκελο.</translation>
-        </message>
-        <message>
-            <source>Cancelled. Ready for your next dictation.</source>
-            <translation>Ακυρώθηκε. Έτοιμο για την επόμενη υπαγόρευση.</translation>
-        </message>
-        <message>
-            <source>Converting speech to text…</source>
-            <translation>Μετατροπή ομιλίας σε κείμενο…</translation>
-        </message>
-        <message>
-            <source>No audible speech detected. Hold the key a little longer and try again.</source>
-            <translation>Δεν ακούστηκε ομιλία. Κράτησε το πλήκτρο λίγο περισσότερο και δοκίμασε ξανά.</translation>
-        </message>
-        <message>
-            <source>Text copied — press ⌘V in any text field.</source>
-            <translation>Το κείμενο αντιγράφηκε — πάτησε ⌘V σε πεδίο κειμένου.</translation>
-        </message>
-        <message>
-            <source>Enable Accessibility in Settings to test text insertion.</source>
-            <translation>Ενεργοποίησε την Προσβασιμότητα στις Ρυθμίσεις για τη δοκιμή εισαγωγής.</translation>
-        </message>
-        <message>
-            <source>Use Left or Right Control, Right Option, a function key, or a shortcut with ⌘, ⌃ or ⌥.</source>
-            <translation>Χρησιμοποίησε αριστερό ή δεξί Control, δεξί Option, πλήκτρο λειτουργίας ή συντόμευση με ⌘, ⌃ ή ⌥.</translation>
-        </message>
-        <message>
-            <source>Click a text field in another app. A sample will be pasted in 10 seconds. Esc cancels.</source>
-            <translation>Κάνε κλικ σε πεδίο κειμένου άλλης εφαρμογής. Σε 10 δευτερόλεπτα θα επικολληθεί δείγμα. Το Esc ακυρώνει.</translation>
-        </message>
-        <message>
-            <source>Your API key was rejected. Replace it in Settings.</source>
-            <translation>Το κλειδί API απορρίφθηκε. Αντικατάστησέ το στις Ρυθμίσεις.</translation>
-        </message>
-        <message>
-            <source>The recording is too large. Try a shorter dictation.</source>
-            <translation>Η ηχογράφηση είναι πολύ μεγάλη. Δοκίμασε συντομότερη υπαγόρευση.</translation>
-        </message>
-        <message>
-            <source>The transcription service is temporarily unavailable. Please try again.</source>
-            <translation>Η υπηρεσία δεν είναι προσωρινά διαθέσιμη. Δοκίμασε ξανά.</translation>
-        </message>
-        <message>
-            <source>No speech was recognized. Try again closer to the microphone.</source>
-            <translation>Δεν αναγνωρίστηκε ομιλία. Δοκίμασε πιο κοντά στο μικρόφωνο.</translation>
-        </message>
-        <message>
-            <source>Add your OpenAI API key in Settings.</source>
-            <translation>Πρόσθεσε το κλειδί API του OpenAI στις Ρυθμίσεις.</translation>
-        </message>
-        <message>
-            <source>A required permission changed. Check Settings before dictating again.</source>
-            <translation>Μια απαραίτητη άδεια άλλαξε. Έλεγξε τις Ρυθμίσεις πριν υπαγορεύσεις ξανά.</translation>
-        </message>
-        <message>
-            <source>Keyboard access was interrupted. Try your shortcut again.</source>
-            <translation>Η πρόσβαση στο πληκτρολόγιο διακόπηκε. Δοκίμασε ξανά τη συντόμευση.</translation>
-        </message>
-        <message>
-            <source>Click a text field in your writing app first. Quorvi can stay in the menu bar.</source>
-            <translation>Κάνε πρώτα κλικ σε πεδίο κειμένου της εφαρμογής σου. Το Quorvi μπορεί να μείνει στη γραμμή μενού.</translation>
-        </message>
-        <message>
-            <source>Select a regular text field to dictate.</source>
-            <translation>Διάλεξε κανονικό πεδίο κειμένου για υπαγόρευση.</translation>
-        </message>
-        <message>
-            <source>Click the text field you want to dictate into, then use your shortcut.</source>
-            <translation>Κάνε κλικ στο πεδίο όπου θέλεις να υπαγορεύσεις και χρησιμοποίησε τη συντόμευση.</translation>
-        </message>
-        <message>
-            <source>Dictation reset. Click a text field and hold your shortcut again.</source>
-            <translation>Έγινε επαναφορά. Κάνε κλικ σε πεδίο κειμένου και κράτησε ξανά τη συντόμευση.</translation>
-        </message>
-        <message>
-            <source>Dictation reset. Check permissions and API key setup in Settings.</source>
-            <translation>Έγινε επαναφορά. Έλεγξε τις άδειες και το κλειδί API στις Ρυθμίσεις.</translation>
-        </message>
-        <message>
-            <source>Ready when you are</source>
-            <translation>Έτοιμο όταν είσαι κι εσύ</translation>
-        </message>
-    </context>
-    <context>
-        <name>PrivacySettings</name>
-        <message>
-            <source>Privacy</source>
-            <translation>Απόρρητο</translation>
-        </message>
-        <message>
-            <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
-            <translation>Ο ήχος έρχεται από την προεπιλεγμένη είσοδο του Mac σου. Οι υπαγορεύσεις σταματούν στα 3 λεπτά. Τα αρχεία ήχου διαγράφονται μετά την ηχογράφηση· το ιστορικό που διατηρείται και τα στατιστικά συγχρονίζονται μέσω του ιδιωτικού σου λογαριασμού iCloud όταν το ενεργοποιείς. Η διατήρηση ορίζεται παραπάνω. Η επεξεργασία στο cloud ακολουθεί τις ρυθμίσεις δεδομένων του λογαριασμού API.</translation>
-        </message>
-        <message>
-            <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>
-            <translation>Όταν το Quorvi επικολλά, βάζει για λίγο το κείμενο στο πρόχειρο και μετά το επαναφέρει. Οι διαχειριστές προχείρου ίσως κρατήσουν αντίγραφο.</translation>
-        </message>
-        <message>
-            <source>Microphone</source>
-            <translation>Μικρόφωνο</translation>
-        </message>
-        <message>
-            <source>Accessibility</source>
-            <translation>Προσβασιμότητα</translation>
-        </message>
-        <message>
-            <source>Manage</source>
-            <translation>Διαχείριση</translation>
-        </message>
-        <message>
-            <source>Manage %1</source>
-            <translation>Διαχείριση: %1</translation>
-        </message>
-        <message>
-            <source>%1: allowed</source>
-            <translation>%1: επιτρέπεται</translation>
-        </message>
-        <message>
-            <source>%1: not allowed</source>
-            <translation>%1: δεν επιτρέπεται</translation>
-        </message>
-    </context>
-    <context>
-        <name>RecognitionSettings</name>
-        <message>
-            <source>Recognition</source>
-            <translation>Αναγνώριση</translation>
-        </message>
-        <message>
-            <source>Language is detected automatically. Speak naturally in any supported language; your words stay in their original language.</source>
-            <translation>Η γλώσσα αναγνωρίζεται αυτόματα. Μίλα φυσικά σε όποια υποστηριζόμενη γλώσσα· τα λόγια σου μένουν στη γλώσσα τους.</translation>
-        </message>
-        <message>
-            <source>Model</source>
-            <translation>Μοντέλο</translation>
-        </message>
-        <message>
-            <source>Recognition accuracy varies with the recording and model.</source>
-            <translation>Η ακρίβεια εξαρτάται από την ηχογράφηση και το μοντέλο.</translation>
-        </message>
-        <message>
-            <source>Names or terms you often use (optional)</source>
-            <translation>Ονόματα ή όροι που χρησιμοποιείς συχνά (προαιρετικά)</translation>
-        </message>
-    </context>
-    <context>
-        <name>RecordingAppearanceSettings</name>
-        <message>
-            <source>Style</source>
-            <translation>Στιλ</translation>
-        </message>
-        <message>
-            <source>Preview · microphone off</source>
-            <translation>Προεπισκόπηση · μικρόφωνο κλειστό</translation>
-        </message>
-        <message>
-            <source>Dictating into Text Editor</source>
-            <translation>Υπαγόρευση στον Επεξεργαστή κειμένου</translation>
-        </message>
-    </context>
-    <context>
-        <name>RecordingHUD</name>
-        <message>
-            <source>Esc to cancel</source>
-            <translation>Esc για ακύρωση</translation>
-        </message>
-        <message>
-            <source>Quorvi dictation</source>
-            <translation>Υπαγόρευση Quorvi</translation>
-        </message>
-        <message>
-            <source>Recording time</source>
-            <translation>Χρόνος ηχογράφησης</translation>
-        </message>
-        <message>
-            <source>Copy transcript</source>
-            <translation>Αντιγραφή κειμένου</translation>
-        </message>
-        <message numerus="yes">
-            <source>%1 seconds</source>
-            <translation>
-                <numerusform>%1 δευτερόλεπτο</numerusform>
-                <numerusform>%1 δευτερόλεπτα</numerusform>
-            </translation>
-        </message>
-        <message>
-            <source>Update %1</source>
-            <translation>Ενημέρωση %1</translation>
-        </message>
-    </context>
-    <context>
-        <name>RecordingPanel</name>
-        <message>
-            <source>Quorvi dictation</source>
-            <translation>Υπαγόρευση Quorvi</translation>
-        </message>
-    </context>
-    <context>
-        <name>RememberCorrectionButton</name>
-        <message>
-            <source>Remember correction</source>
-            <translation>Απομνημόνευση διόρθωσης</translation>
-        </message>
-    </context>
-    <context>
-        <name>SettingsPage</name>
-        <message>
-            <source>SET UP YOUR FLOW</source>
-            <translation>ΣΤΗΣΕ ΤΟΝ ΤΡΟΠΟ ΣΟΥ</translation>
-        </message>
-        <message>
-            <source>Settings</source>
-            <translation>Ρυθμίσεις</translation>
-        </message>
-        <message>
-            <source>Recording appearance</source>
-            <translation>Εμφάνιση ηχογράφησης</translation>
-        </message>
-    </context>
-    <context>
-        <name>SetupCard</name>
-        <message>
-            <source>Make it yours</source>
-            <translation>Κάν’ το δικό σου</translation>
-        </message>
-        <message>
-            <source>ONE-TIME SETUP</source>
-            <translation>ΡΥΘΜΙΣΗ ΜΙΑ ΦΟΡΑ</translation>
-        </message>
-        <message>
-            <source>SET UP YOUR FLOW</source>
-            <translation>ΣΤΗΣΕ ΤΟΝ ΤΡΟΠΟ ΣΟΥ</translation>
-        </message>
-        <message>
-            <source>OpenAI API key</source>
-            <translation>Κλειδί API του OpenAI</translation>
-        </message>
-        <message>
-            <source>Stored securely in your Mac’s Keychain</source>
-            <translation>Φυλάσσεται με ασφάλεια στο Keychain του Mac σου</translation>
-        </message>
-        <message>
-            <source>Add key</source>
-            <translation>Προσθήκη κλειδιού</translation>
-        </message>
-        <message>
-            <source>Microphone</source>
-            <translation>Μικρόφωνο</translation>
-        </message>
-        <message>
-            <source>Record only while you dictate</source>
-            <translation>Ηχογράφηση μόνο όσο υπαγορεύεις</translation>
-        </message>
-        <message>
-            <source>Enable</source>
-            <translation>Ενεργοποίηση</translation>
-        </message>
-        <message>
-            <source>Accessibility</source>
-            <translation>Προσβασιμότητα</translation>
-        </message>
-        <message>
-            <source>Use your shortcut and insert text</source>
-            <translation>Για τη συντόμευση και την εισαγωγή κειμένου</translation>
-        </message>
-        <message>
-            <source>Enable keyboard access in Input Monitoring</source>
-            <translation>Επίτρεψε το πληκτρολόγιο στην «Παρακολούθηση εισόδου»</translation>
-        </message>
-        <message>
-            <source>If access is already enabled, quit and reopen Quorvi.</source>
-            <translation>Αν επιτρέπεται ήδη, κλείσε και ξανάνοιξε το Quorvi.</translation>
-        </message>
-        <message>
-            <source>Open Settings</source>
-            <translation>Άνοιγμα ρυθμίσεων</translation>
-        </message>
-        <message>
-            <source>Ready</source>
-            <translation>Έτοιμο</translation>
-        </message>
-    </context>
-    <context>
-        <name>Sidebar</name>
-        <message>
-            <source>Pages</source>
-            <translation>Σελίδες</translation>
-        </message>
-        <message>
-            <source>Dictation</source>
-            <translation>Υπαγόρευση</translation>
-        </message>
-        <message>
-            <source>History</source>
-            <translation>Ιστορικό</translation>
-        </message>
-        <message>
-            <source>Insights</source>
-            <translation>Στοιχεία χρήσης</translation>
-        </message>
-        <message>
-            <source>Settings</source>
-            <translation>Ρυθμίσεις</translation>
-        </message>
-        <message>
-            <source>Your voice, in your words.</source>
-            <translation>Η φωνή σου, με τα λόγια σου.</translation>
-        </message>
-        <message>
-            <source>Automatic language</source>
-            <translation>Αυτόματη γλώσσα</translation>
-        </message>
-        <message>
-            <source>Quorvi %1 · Native for Mac</source>
-            <translation>Quorvi %1 · Φτιαγμένο για Mac</translation>
-        </message>
-    </context>
-    <context>
-        <name>Spinner</name>
-        <message>
-            <source>In progress</source>
-            <translation>Σε εξέλιξη</translation>
-        </message>
-    </context>
-    <context>
-        <name>StatusCard</name>
-        <message>
-            <source>Automatic language detection</source>
-            <translation>Αυτόματη αναγνώριση γλώσσας</translation>
-        </message>
-        <message>
-            <source>Click a text field in any app, then use your shortcut. You can close this window; Quorvi keeps running in the menu bar.</source>
-            <translation>Κάνε κλικ σε πεδίο κειμένου οποιασδήποτε εφαρμογής και χρησιμοποίησε τη συντόμευση. Μπορείς να κλείσεις αυτό το παράθυρο· το Quorvi συνεχίζει στη γραμμή μενού.</translation>
-        </message>
-        <message>
-            <source>Recording time</source>
-            <translation>Χρόνος ηχογράφησης</translation>
-        </message>
-        <message>
-            <source>Stop &amp;&amp; insert</source>
-            <translation>Τέλος &amp;&amp; εισαγωγή</translation>
-        </message>
-        <message>
-            <source>Stop &amp; insert</source>
-            <translation>Τέλος &amp; εισαγωγή</translation>
-        </message>
-        <message>
-            <source>Cancel</source>
-            <translation>Ακύρωση</translation>
-        </message>
-        <message>
-            <source>Change shortcut</source>
-            <translation>Αλλαγή συντόμευσης</translation>
-        </message>
-        <message>
-            <source>Keep the shortcut</source>
-            <translation>Διατήρηση της συντόμευσης</translation>
-        </message>
-        <message>
-            <source>Click a text field in another app during the 10-second countdown. Quorvi will paste a short sample without recording or an API request.</source>
-            <translation>Κάνε κλικ σε πεδίο κειμένου άλλης εφαρμογής στα 10 δευτερόλεπτα της αντίστροφης μέτρησης. Το Quorvi θα επικολλήσει σύντομο δείγμα χωρίς ηχογράφηση και χωρίς αίτημα στο API.</translation>
-        </message>
-        <message>
-            <source>Test paste</source>
-            <translation>Δοκιμή επικόλλησης</translation>
-        </message>
-        <message>
-            <source>Cancel test</source>
-            <translation>Ακύρωση δοκιμής</translation>
-        </message>
-        <message>
-            <source>Ready when you are</source>
-            <translation>Έτοιμο όταν είσαι κι εσύ</translation>
-        </message>
-        <message>
-            <source>Complete setup to start</source>
-            <translation>Ολοκλήρωσε τη ρύθμιση για να ξεκινήσεις</translation>
-        </message>
-        <message>
-            <source>Press the new shortcut. Esc keeps %1.</source>
-            <translation>Πάτησε τη νέα συντόμευση. Το Esc κρατά την %1.</translation>
-        </message>
-        <message>
-            <source>Shortcut: %1</source>
-            <translation>Συντόμευση: %1</translation>
-        </message>
-    </context>
-    <context>
-        <name>StatusItem</name>
-        <message>
-            <source>Quorvi — multilingual dictation</source>
-            <translation>Quorvi — πολύγλωσση υπαγόρευση</translation>
-        </message>
-        <message>
-            <source>Stop &amp; insert</source>
-            <translation>Τέλος &amp; εισαγωγή</translation>
-        </message>
-        <message>
-            <source>Cancel dictation</source>
-            <translation>Ακύρωση υπαγόρευσης</translation>
-        </message>
-        <message>
-            <source>Open Quorvi…</source>
-            <translation>Άνοιγμα του Quorvi…</translation>
-        </message>
-        <message>
-            <source>History…</source>
-            <translation>Ιστορικό…</translation>
-        </message>
-        <message>
-            <source>Insights…</source>
-            <translation>Στοιχεία χρήσης…</translation>
-        </message>
-        <message>
-            <source>Settings…</source>
-            <translation>Ρυθμίσεις…</translation>
-        </message>
-        <message>
-            <source>Copy last transcript</source>
-            <translation>Αντιγραφή τελευταίου κειμένου</translation>
-        </message>
-        <message>
-            <source>Reset dictation</source>
-            <translation>Επαναφορά υπαγόρευσης</translation>
-        </message>
-        <message>
-            <source>Check for Updates…</source>
-            <translation>Έλεγχος για ενημερώσεις…</translation>
-        </message>
-        <message>
-            <source>Quit Quorvi</source>
-            <translation>Τερματισμός του Quorvi</translation>
-        </message>
-    </context>
-    <context>
-        <name>TranscriptCard</name>
-        <message>
-            <source>Last transcript</source>
-            <translation>Τελευταίο κείμενο</translation>
-        </message>
-        <message>
-            <source>Copy</source>
-            <translation>Αντιγραφή</translation>
-        </message>
-        <message>
-            <source>Clear transcript</source>
-            <translation>Καθαρισμός κειμένου</translation>
-        </message>
-        <message>
-            <source>This copy stays until Quorvi quits. Saved dictations are in History.</source>
-            <translation>Αυτό το αντίγραφο μένει μέχρι να κλείσει το Quorvi. Οι αποθηκευμένες υπαγορεύσεις είναι στο Ιστορικό.</translation>
-        </message>
-    </context>
-    <context>
-        <name>TrayNotice</name>
-        <message>
-            <source>This desktop shows no tray icons. Quorvi keeps running when you close this window; start it again to come back here.</source>
-            <translation>Αυτό το περιβάλλον δεν δείχνει εικονίδια συστήματος. Το Quorvi συνεχίζει όταν κλείσεις αυτό το παράθυρο· ξεκίνησέ το ξανά για να επιστρέψεις εδώ.</translation>
-        </message>
-        <message>
-            <source>Quit Quorvi</source>
-            <translation>Τερματισμός του Quorvi</translation>
-        </message>
-    </context>
-    <context>
-        <name>TryItCard</name>
-        <message>
-            <source>Try it here</source>
-            <translation>Δοκίμασέ το εδώ</translation>
-        </message>
-        <message>
-            <source>CLICK BELOW, THEN DICTATE</source>
-            <translation>ΚΑΝΕ ΚΛΙΚ ΚΑΤΩ ΚΑΙ ΥΠΑΓΟΡΕΥΣΕ</translation>
-        </message>
-        <message>
-            <source>Dictation test field</source>
-            <translation>Πεδίο δοκιμής υπαγόρευσης</translation>
-        </message>
-        <message>
-            <source>Hello, world. Καλημέρα, κόσμε.</source>
-            <translation>Hello, world. Καλημέρα, κόσμε.</translation>
-        </message>
-    </context>
-    <context>
-        <name>UpdateSettings</name>
-        <message>
-            <source>App updates</source>
-            <translation>Ενημερώσεις εφαρμογής</translation>
-        </message>
-        <message>
-            <source>Automatically check for updates</source>
-            <translation>Αυτόματος έλεγχος για ενημερώσεις</translation>
-        </message>
-        <message>
-            <source>New releases are downloaded securely. Quorvi will ask before installing and relaunching.</source>
-            <translation>Οι νέες εκδόσεις κατεβαίνουν με ασφάλεια. Το Quorvi θα ρωτήσει πριν εγκαταστήσει και ξεκινήσει ξανά.</translation>
-        </message>
-        <message>
-            <source>Check for Updates…</source>
-            <translation>Έλεγχος για ενημερώσεις…</translation>
-        </message>
-    </context>
-    <context>
-        <name>UsageCostSection</name>
-        <message>
-            <source>No completed dictations in this period.</source>
-            <translation>Καμία ολοκληρωμένη υπαγόρευση σε αυτή την περίοδο.</translation>
-        </message>
-        <message>
-            <source>Estimated API cost</source>
-            <translation>Εκτιμώμενο κόστος API</translation>
-        </message>
-        <message>
-            <source>OpenAI pricing ↗</source>
-            <translation>Τιμές του OpenAI ↗</translation>
-        </message>
-        <message>
-            <source>Cost period</source>
-            <translation>Περίοδος κόστους</translation>
-        </message>
-        <message>
-            <source>Estimate before tax for completed dictations in your Quorvi history, including synced Macs. Deleted dictations, failed or cancelled requests, and usage in other apps are excluded. Actual charges may differ.</source>
-            <translation>Εκτίμηση προ φόρων για ολοκληρωμένες υπαγορεύσεις στο ιστορικό σου, και από συγχρονισμένους Mac. Δεν περιλαμβάνονται διαγραμμένες υπαγορεύσεις, αποτυχημένα ή ακυρωμένα αιτήματα και η χρήση σε άλλες εφαρμογές. Οι πραγματικές χρεώσεις ίσως διαφέρουν.</translation>
-        </message>
-    </context>
+<context>
+    <name>AccountSyncSettings</name>
+    <message>
+        <source>Account &amp; sync</source>
+        <translation>Λογαριασμός και συγχρονισμός</translation>
+    </message>
+    <message>
+        <source>Sync with my Apple Account</source>
+        <translation>Συγχρονισμός με τον λογαριασμό μου Apple</translation>
+    </message>
+    <message>
+        <source>Sync now</source>
+        <translation>Συγχρονισμός τώρα</translation>
+    </message>
+    <message>
+        <source>Settings, corrections, retained history and usage sync privately between Macs signed into the same iCloud account. Offline changes are saved and sent when you reconnect.</source>
+        <translation>Οι ρυθμίσεις, οι διορθώσεις, το ιστορικό που διατηρείται και η χρήση συγχρονίζονται ιδιωτικά μεταξύ των Mac που είναι συνδεδεμένοι στον ίδιο λογαριασμό iCloud. Οι αλλαγές χωρίς σύνδεση αποθηκεύονται και στέλνονται όταν συνδεθείς ξανά.</translation>
+    </message>
+    <message>
+        <source>Microphone and Accessibility permissions must be granted separately on each Mac. Audio recordings are never synced.</source>
+        <translation>Οι άδειες μικροφώνου και προσβασιμότητας δίνονται χωριστά σε κάθε Mac. Οι ηχογραφήσεις δεν συγχρονίζονται ποτέ.</translation>
+    </message>
+    <message>
+        <source>Last synced %1 · %2 pending</source>
+        <translation>Τελευταίος συγχρονισμός: %1 · %2 σε αναμονή</translation>
+    </message>
+</context>
+<context>
+    <name>ApiKeySettings</name>
+    <message>
+        <source>OpenAI API key</source>
+        <translation>Κλειδί API του OpenAI</translation>
+    </message>
+    <message>
+        <source>Saved</source>
+        <translation>Αποθηκεύτηκε</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Αποθήκευση</translation>
+    </message>
+    <message>
+        <source>Get an API key ↗</source>
+        <translation>Απόκτησε κλειδί API ↗</translation>
+    </message>
+    <message>
+        <source>Remove key</source>
+        <translation>Αφαίρεση κλειδιού</translation>
+    </message>
+    <message>
+        <source>Sync API key through iCloud Keychain</source>
+        <translation>Συγχρονισμός κλειδιού API μέσω iCloud Keychain</translation>
+    </message>
+    <message>
+        <source>Your key stays in macOS Keychain. Recordings go directly to OpenAI for transcription. API usage is billed to your OpenAI account.</source>
+        <translation>Το κλειδί σου μένει στο macOS Keychain. Οι ηχογραφήσεις πηγαίνουν απευθείας στο OpenAI για μεταγραφή. Η χρήση του API χρεώνεται στον λογαριασμό σου στο OpenAI.</translation>
+    </message>
+    <message>
+        <source>Enter a replacement key</source>
+        <translation>Πληκτρολόγησε νέο κλειδί</translation>
+    </message>
+    <message>
+        <source>Paste your API key</source>
+        <translation>Επικόλλησε το κλειδί API</translation>
+    </message>
+</context>
+<context>
+    <name>Confirmation</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Ακύρωση</translation>
+    </message>
+</context>
+<context>
+    <name>CorrectionEditor</name>
+    <message>
+        <source>Remember a correction</source>
+        <translation>Απομνημόνευση διόρθωσης</translation>
+    </message>
+    <message>
+        <source>Save a word or short phrase once. Quorvi will use your preferred spelling in future dictations.</source>
+        <translation>Αποθήκευσε μια λέξη ή σύντομη φράση μία φορά. Το Quorvi θα χρησιμοποιεί τη γραφή που προτιμάς στις επόμενες υπαγορεύσεις.</translation>
+    </message>
+    <message>
+        <source>e.g. Russet Miner</source>
+        <translation>π.χ. Russet Miner</translation>
+    </message>
+    <message>
+        <source>e.g. russetmanor</source>
+        <translation>π.χ. russetmanor</translation>
+    </message>
+    <message>
+        <source>Quorvi writes</source>
+        <translation>Το Quorvi γράφει</translation>
+    </message>
+    <message>
+        <source>Replace with</source>
+        <translation>Αντικατάσταση με</translation>
+    </message>
+    <message>
+        <source>Use the exact replacement you want, including capitals. This saves a rule for future text; existing text stays as written.</source>
+        <translation>Γράψε την αντικατάσταση ακριβώς όπως τη θέλεις, και με τα κεφαλαία. Ο κανόνας ισχύει για μελλοντικό κείμενο· το υπάρχον μένει όπως γράφτηκε.</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Προεπισκόπηση</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Ακύρωση</translation>
+    </message>
+    <message>
+        <source>Save correction</source>
+        <translation>Αποθήκευση διόρθωσης</translation>
+    </message>
+    <message>
+        <source>That phrase does not match this transcript. The rule will still apply to future matches.</source>
+        <translation>Η φράση δεν υπάρχει σε αυτό το κείμενο. Ο κανόνας θα ισχύει για μελλοντικές εμφανίσεις.</translation>
+    </message>
+</context>
+<context>
+    <name>CorrectionRow</name>
+    <message>
+        <source>Enable correction</source>
+        <translation>Ενεργή διόρθωση</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Επεξεργασία</translation>
+    </message>
+    <message>
+        <source>Delete correction</source>
+        <translation>Διαγραφή διόρθωσης</translation>
+    </message>
+    <message>
+        <source>Learned from an edit</source>
+        <translation>Από δική σου αλλαγή</translation>
+    </message>
+    <message>
+        <source>Saved by you</source>
+        <translation>Αποθηκεύτηκε από εσένα</translation>
+    </message>
+    <message>
+        <source>Enable correction for %1</source>
+        <translation>Ενεργή διόρθωση για %1</translation>
+    </message>
+    <message>
+        <source>Edit correction for %1</source>
+        <translation>Επεξεργασία διόρθωσης για %1</translation>
+    </message>
+    <message>
+        <source>Delete correction for %1</source>
+        <translation>Διαγραφή διόρθωσης για %1</translation>
+    </message>
+</context>
+<context>
+    <name>CorrectionsSettings</name>
+    <message>
+        <source>Corrections</source>
+        <translation>Διορθώσεις</translation>
+    </message>
+    <message>
+        <source>Keep brand names and preferred spellings consistent. Corrections apply automatically before Quorvi pastes or saves your text.</source>
+        <translation>Κράτα ίδια τα εμπορικά ονόματα και τις γραφές που προτιμάς. Οι διορθώσεις εφαρμόζονται πριν το Quorvi επικολλήσει ή αποθηκεύσει το κείμενό σου.</translation>
+    </message>
+    <message>
+        <source>Learn from my edits in other apps</source>
+        <translation>Μάθηση από τις αλλαγές μου σε άλλες εφαρμογές</translation>
+    </message>
+    <message>
+        <source>Correct the text in the same field, then pause for two seconds. Quorvi saves short spelling corrections automatically and shows Correction saved. It watches for up to one minute after pasting. Mixed Greek and Latin spellings work too.</source>
+        <translation>Διόρθωσε το κείμενο στο ίδιο πεδίο και περίμενε δύο δευτερόλεπτα. Το Quorvi αποθηκεύει αυτόματα σύντομες ορθογραφικές διορθώσεις και δείχνει «Η διόρθωση αποθηκεύτηκε». Παρακολουθεί έως ένα λεπτό μετά την επικόλληση. Λειτουργεί και με μεικτές ελληνικές και λατινικές γραφές.</translation>
+    </message>
+    <message>
+        <source>Test automatic learning</source>
+        <translation>Δοκιμή αυτόματης μάθησης</translation>
+    </message>
+    <message>
+        <source>Click a field in another app within 10 seconds. Then change oxygen to oxygon in the sample and pause. No recording or API usage.</source>
+        <translation>Κάνε κλικ σε πεδίο άλλης εφαρμογής μέσα σε 10 δευτερόλεπτα. Μετά άλλαξε το oxygen σε oxygon στο δείγμα και περίμενε. Χωρίς ηχογράφηση και χωρίς χρήση του API.</translation>
+    </message>
+    <message>
+        <source>Add correction</source>
+        <translation>Προσθήκη διόρθωσης</translation>
+    </message>
+    <message>
+        <source>Saved corrections</source>
+        <translation>Αποθηκευμένες διορθώσεις</translation>
+    </message>
+    <message>
+        <source>Search corrections</source>
+        <translation>Αναζήτηση διορθώσεων</translation>
+    </message>
+    <message>
+        <source>No saved corrections. Add the phrase Quorvi writes and the spelling you want.</source>
+        <translation>Καμία αποθηκευμένη διόρθωση. Πρόσθεσε τη φράση που γράφει το Quorvi και τη γραφή που θέλεις.</translation>
+    </message>
+    <message>
+        <source>Show more</source>
+        <translation>Περισσότερα</translation>
+    </message>
+    <message>
+        <source>Matching ignores capitalization and extra spaces, and uses whole words. Your replacement keeps its exact spelling and capitalization. Saved rules sync between your Macs when iCloud sync is enabled.</source>
+        <translation>Η σύγκριση γίνεται σε ολόκληρες λέξεις και αγνοεί κεφαλαία και περιττά κενά. Η αντικατάσταση μένει ακριβώς όπως τη γράφεις. Οι κανόνες συγχρονίζονται μεταξύ των Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
+    </message>
+    <message>
+        <source>Automatic learning is off.</source>
+        <translation>Η αυτόματη μάθηση είναι ανενεργή.</translation>
+    </message>
+</context>
+<context>
+    <name>DictationPage</name>
+    <message>
+        <source>Speak in your language.</source>
+        <translation>Μίλα στη γλώσσα σου.</translation>
+    </message>
+    <message>
+        <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
+        <translation>Το Quorvi μένει στη γραμμή μενού. Πάτησε Esc για να ακυρώσεις μια υπαγόρευση.</translation>
+    </message>
+</context>
+<context>
+    <name>DictationSettings</name>
+    <message>
+        <source>Dictation</source>
+        <translation>Υπαγόρευση</translation>
+    </message>
+    <message>
+        <source>Press and release Left or Right Control, Right Option, or a function key. You can also use a key with ⌘ / ⌃ / ⌥. Esc cancels.</source>
+        <translation>Πάτησε και άφησε το αριστερό ή δεξί Control, το δεξί Option ή ένα πλήκτρο λειτουργίας. Μπορείς και πλήκτρο με ⌘ / ⌃ / ⌥. Το Esc ακυρώνει.</translation>
+    </message>
+    <message>
+        <source>Right Option ⌥</source>
+        <translation>Δεξί Option ⌥</translation>
+    </message>
+    <message>
+        <source>Left Control ⌃</source>
+        <translation>Αριστερό Control ⌃</translation>
+    </message>
+    <message>
+        <source>Right Control ⌃</source>
+        <translation>Δεξί Control ⌃</translation>
+    </message>
+    <message>
+        <source>Record custom shortcut…</source>
+        <translation>Δική σου συντόμευση…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Ακύρωση</translation>
+    </message>
+    <message>
+        <source>Keep the shortcut</source>
+        <translation>Διατήρηση της συντόμευσης</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Συντόμευση</translation>
+    </message>
+    <message>
+        <source>Choose a shortcut that no other dictation app, and no other application, uses already. Function keys may require Fn.</source>
+        <translation>Διάλεξε συντόμευση που δεν τη χρησιμοποιεί ήδη άλλη εφαρμογή υπαγόρευσης ή άλλη εφαρμογή. Τα πλήκτρα λειτουργίας ίσως χρειάζονται το Fn.</translation>
+    </message>
+    <message>
+        <source>Shortcut mode</source>
+        <translation>Τρόπος συντόμευσης</translation>
+    </message>
+    <message>
+        <source>Reset dictation</source>
+        <translation>Επαναφορά υπαγόρευσης</translation>
+    </message>
+    <message>
+        <source>If your shortcut stops responding, reset dictation to reconnect keyboard access.</source>
+        <translation>Αν η συντόμευση δεν ανταποκρίνεται, κάνε επαναφορά για να συνδεθεί ξανά το πληκτρολόγιο.</translation>
+    </message>
+    <message>
+        <source>Interaction</source>
+        <translation>Αλληλεπίδραση</translation>
+    </message>
+    <message>
+        <source>Start sound</source>
+        <translation>Ήχος έναρξης</translation>
+    </message>
+    <message>
+        <source>Preview start</source>
+        <translation>Δοκιμή έναρξης</translation>
+    </message>
+    <message>
+        <source>Stop sound</source>
+        <translation>Ήχος λήξης</translation>
+    </message>
+    <message>
+        <source>Preview stop</source>
+        <translation>Δοκιμή λήξης</translation>
+    </message>
+    <message>
+        <source>Choose a separate cue for starting and stopping. Silent disables just that cue.</source>
+        <translation>Διάλεξε χωριστό ήχο για έναρξη και λήξη. Το «Σιωπηλό» απενεργοποιεί μόνο εκείνον τον ήχο.</translation>
+    </message>
+    <message>
+        <source>Press a key…</source>
+        <translation>Πάτησε πλήκτρο…</translation>
+    </message>
+    <message>
+        <source>Shortcut: %1</source>
+        <translation>Συντόμευση: %1</translation>
+    </message>
+    <message>
+        <source>Press the new shortcut. Esc keeps %1.</source>
+        <translation>Πάτησε τη νέα συντόμευση. Το Esc κρατά την %1.</translation>
+    </message>
+</context>
+<context>
+    <name>GeneralSettings</name>
+    <message>
+        <source>General</source>
+        <translation>Γενικά</translation>
+    </message>
+    <message>
+        <source>Launch Quorvi at login</source>
+        <translation>Εκκίνηση του Quorvi κατά τη σύνδεση</translation>
+    </message>
+    <message>
+        <source>Open Login Items</source>
+        <translation>Άνοιγμα στοιχείων σύνδεσης</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryPage</name>
+    <message>
+        <source>YOUR WORDS, KEPT CLOSE</source>
+        <translation>ΤΑ ΛΟΓΙΑ ΣΟΥ, ΚΟΝΤΑ ΣΟΥ</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Ιστορικό</translation>
+    </message>
+    <message>
+        <source>Search and reuse your dictations.</source>
+        <translation>Αναζήτησε και ξαναχρησιμοποίησε τις υπαγορεύσεις σου.</translation>
+    </message>
+    <message>
+        <source>Load more</source>
+        <translation>Φόρτωση περισσότερων</translation>
+    </message>
+    <message>
+        <source>Saving new transcripts is off. Existing history is still available.</source>
+        <translation>Η αποθήκευση νέων κειμένων είναι ανενεργή. Το υπάρχον ιστορικό είναι διαθέσιμο.</translation>
+    </message>
+    <message>
+        <source>Search transcripts or apps</source>
+        <translation>Αναζήτηση κειμένων ή εφαρμογών</translation>
+    </message>
+    <message>
+        <source>Search dictation history</source>
+        <translation>Αναζήτηση στο ιστορικό υπαγορεύσεων</translation>
+    </message>
+    <message>
+        <source>Clear search</source>
+        <translation>Καθαρισμός αναζήτησης</translation>
+    </message>
+    <message>
+        <source>No matching dictations</source>
+        <translation>Καμία υπαγόρευση δεν ταιριάζει</translation>
+    </message>
+    <message>
+        <source>Your next dictation starts your history</source>
+        <translation>Το ιστορικό σου ξεκινά με την επόμενη υπαγόρευση</translation>
+    </message>
+    <message>
+        <source>Transcript saving is paused</source>
+        <translation>Η αποθήκευση κειμένων έχει διακοπεί</translation>
+    </message>
+    <message>
+        <source>Try a word, phrase, or app name.</source>
+        <translation>Δοκίμασε λέξη, φράση ή όνομα εφαρμογής.</translation>
+    </message>
+    <message>
+        <source>Manage transcript saving and retention in Settings.</source>
+        <translation>Η αποθήκευση και η διατήρηση κειμένων ορίζονται στις Ρυθμίσεις.</translation>
+    </message>
+    <message>
+        <source>Delete this dictation?</source>
+        <translation>Διαγραφή αυτής της υπαγόρευσης;</translation>
+    </message>
+    <message>
+        <source>It will be removed from history and usage statistics, including your other Macs when iCloud sync is enabled.</source>
+        <translation>Θα αφαιρεθεί από το ιστορικό και τα στατιστικά χρήσης, και στους άλλους Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Διαγραφή</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryRow</name>
+    <message>
+        <source>Show full text</source>
+        <translation>Όλο το κείμενο</translation>
+    </message>
+    <message>
+        <source>Copy dictation</source>
+        <translation>Αντιγραφή υπαγόρευσης</translation>
+    </message>
+    <message>
+        <source>Delete dictation</source>
+        <translation>Διαγραφή υπαγόρευσης</translation>
+    </message>
+    <message>
+        <source>Show less</source>
+        <translation>Λιγότερα</translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation>Αντιγράφηκε</translation>
+    </message>
+</context>
+<context>
+    <name>HistorySettings</name>
+    <message>
+        <source>History &amp; statistics</source>
+        <translation>Ιστορικό και στατιστικά</translation>
+    </message>
+    <message>
+        <source>Save transcript history</source>
+        <translation>Αποθήκευση ιστορικού κειμένων</translation>
+    </message>
+    <message>
+        <source>Keep transcript text</source>
+        <translation>Διατήρηση κειμένων</translation>
+    </message>
+    <message>
+        <source>Delete all history and statistics…</source>
+        <translation>Διαγραφή όλου του ιστορικού και των στατιστικών…</translation>
+    </message>
+    <message>
+        <source>Turning this off stops saving new text. Existing history remains, and usage statistics continue without transcript text.</source>
+        <translation>Αν το κλείσεις, δεν αποθηκεύεται νέο κείμενο. Το υπάρχον ιστορικό μένει και τα στατιστικά συνεχίζουν χωρίς κείμενα.</translation>
+    </message>
+    <message>
+        <source>Older text is removed automatically. Word counts, speaking time, cost estimates, dates and app names remain for Insights. Recordings are not kept.</source>
+        <translation>Τα παλαιότερα κείμενα αφαιρούνται αυτόματα. Ο αριθμός λέξεων, ο χρόνος ομιλίας, το εκτιμώμενο κόστος, οι ημερομηνίες και τα ονόματα εφαρμογών μένουν για τα στοιχεία χρήσης. Οι ηχογραφήσεις δεν κρατιούνται.</translation>
+    </message>
+    <message>
+        <source>Delete all history and statistics?</source>
+        <translation>Διαγραφή όλου του ιστορικού και των στατιστικών;</translation>
+    </message>
+    <message>
+        <source>This permanently removes every saved Quorvi dictation and resets your usage totals, including your other Macs when iCloud sync is enabled.</source>
+        <translation>Αυτό αφαιρεί οριστικά κάθε αποθηκευμένη υπαγόρευση και μηδενίζει τα σύνολα χρήσης, και στους άλλους Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
+    </message>
+    <message>
+        <source>Delete all</source>
+        <translation>Διαγραφή όλων</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryTexts</name>
+    <message>
+        <source>%1 dictation</source>
+        <translation>%1 υπαγόρευση</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 dictations</source>
+        <translation>
+            <numerusform>%1 υπαγόρευση</numerusform>
+            <numerusform>%1 υπαγορεύσεις</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 words</source>
+        <translation>
+            <numerusform>%1 λέξη</numerusform>
+            <numerusform>%1 λέξεις</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 · older dictations</source>
+        <translation>%1 · παλαιότερες υπαγορεύσεις</translation>
+    </message>
+    <message>
+        <source>%1 min · %2/min</source>
+        <translation>%1 λεπτά · %2/λεπτό</translation>
+    </message>
+    <message>
+        <source>USD rate checked %1. GPT-4o model rates are approximate per-minute equivalents.</source>
+        <translation>Τιμές σε USD, έλεγχος %1. Οι τιμές των μοντέλων GPT-4o είναι κατά προσέγγιση ανά λεπτό.</translation>
+    </message>
+    <message>
+        <source>For %1 older dictation, the model wasn&apos;t saved. GPT Transcribe pricing is assumed.</source>
+        <translation>Για %1 παλαιότερη υπαγόρευση δεν αποθηκεύτηκε το μοντέλο. Λογαριάζεται η τιμή του GPT Transcribe.</translation>
+    </message>
+    <message numerus="yes">
+        <source>For %1 older dictations, the model wasn&apos;t saved. GPT Transcribe pricing is assumed.</source>
+        <translation>
+            <numerusform>Για %1 παλαιότερη υπαγόρευση δεν αποθηκεύτηκε το μοντέλο. Λογαριάζεται η τιμή του GPT Transcribe.</numerusform>
+            <numerusform>Για %1 παλαιότερες υπαγορεύσεις δεν αποθηκεύτηκε το μοντέλο. Λογαριάζεται η τιμή του GPT Transcribe.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 sec</source>
+        <translation>%1 δευτ.</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 λεπτά</translation>
+    </message>
+    <message>
+        <source>%1h %2m</source>
+        <translation>%1 ώ. %2 λ.</translation>
+    </message>
+    <message>
+        <source>Top %1 of %2 apps</source>
+        <translation>Οι πρώτες %1 από %2 εφαρμογές</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1-day streak</source>
+        <translation>
+            <numerusform>%1 ημέρα στη σειρά</numerusform>
+            <numerusform>%1 ημέρες στη σειρά</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Best: %1 days · all time</source>
+        <translation>
+            <numerusform>Καλύτερο: %1 ημέρα · συνολικά</numerusform>
+            <numerusform>Καλύτερο: %1 ημέρες · συνολικά</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>TODAY</source>
+        <translation>ΣΗΜΕΡΑ</translation>
+    </message>
+    <message>
+        <source>YESTERDAY</source>
+        <translation>ΧΘΕΣ</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 saved dictations</source>
+        <translation>
+            <numerusform>%1 αποθηκευμένη υπαγόρευση</numerusform>
+            <numerusform>%1 αποθηκευμένες υπαγορεύσεις</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 words · %2 sec</source>
+        <translation>
+            <numerusform>%1 λέξη · %2 δευτ.</numerusform>
+            <numerusform>%1 λέξεις · %2 δευτ.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>InsightsPage</name>
+    <message>
+        <source>YOUR DICTATION, IN NUMBERS</source>
+        <translation>ΟΙ ΥΠΑΓΟΡΕΥΣΕΙΣ ΣΟΥ ΣΕ ΑΡΙΘΜΟΥΣ</translation>
+    </message>
+    <message>
+        <source>Insights</source>
+        <translation>Στοιχεία χρήσης</translation>
+    </message>
+    <message>
+        <source>Usage across your synced Macs, measured from your Quorvi dictations.</source>
+        <translation>Χρήση στους συγχρονισμένους Mac σου, μετρημένη από τις υπαγορεύσεις σου στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>Period</source>
+        <translation>Περίοδος</translation>
+    </message>
+    <message>
+        <source>Estimated API cost</source>
+        <translation>Εκτιμώμενο κόστος API</translation>
+    </message>
+    <message>
+        <source>Speed is total words divided by recording time. Counts include completed transcriptions, even when you copy them manually. Statistics start with this version of Quorvi.</source>
+        <translation>Η ταχύτητα είναι το σύνολο λέξεων διά του χρόνου ηχογράφησης. Μετρούν οι ολοκληρωμένες μεταγραφές, ακόμη κι όταν τις αντιγράφεις με το χέρι. Τα στατιστικά αρχίζουν με αυτή την έκδοση του Quorvi.</translation>
+    </message>
+    <message>
+        <source>Words dictated</source>
+        <translation>Λέξεις</translation>
+    </message>
+    <message>
+        <source>Words per minute</source>
+        <translation>Λέξεις ανά λεπτό</translation>
+    </message>
+    <message>
+        <source>Dictations</source>
+        <translation>Υπαγορεύσεις</translation>
+    </message>
+    <message>
+        <source>Speaking time</source>
+        <translation>Χρόνος ομιλίας</translation>
+    </message>
+    <message>
+        <source>Apps used</source>
+        <translation>Εφαρμογές</translation>
+    </message>
+    <message>
+        <source>Daily words</source>
+        <translation>Λέξεις ανά ημέρα</translation>
+    </message>
+    <message>
+        <source>Daily words dictated in the last fourteen days</source>
+        <translation>Λέξεις ανά ημέρα τις τελευταίες δεκατέσσερις ημέρες</translation>
+    </message>
+    <message>
+        <source>Last 14 days</source>
+        <translation>Τελευταίες 14 ημέρες</translation>
+    </message>
+    <message>
+        <source>Usage by app</source>
+        <translation>Χρήση ανά εφαρμογή</translation>
+    </message>
+    <message>
+        <source>Your writing apps will appear here after you dictate.</source>
+        <translation>Εδώ θα εμφανιστούν οι εφαρμογές όπου υπαγορεύεις.</translation>
+    </message>
+    <message>
+        <source>Activity over the last 12 weeks</source>
+        <translation>Δραστηριότητα τις τελευταίες 12 εβδομάδες</translation>
+    </message>
+    <message>
+        <source>A day counts toward your streak when you complete at least one dictation.</source>
+        <translation>Μια ημέρα μετρά όταν ολοκληρώσεις τουλάχιστον μία υπαγόρευση.</translation>
+    </message>
+    <message>
+        <source>%1: %2, %3</source>
+        <translation>%1: %2, %3</translation>
+    </message>
+</context>
+<context>
+    <name>Model</name>
+    <message>
+        <source>Listening…</source>
+        <translation>Ακούει…</translation>
+    </message>
+    <message>
+        <source>Transcribing…</source>
+        <translation>Μεταγράφει…</translation>
+    </message>
+    <message>
+        <source>Inserting…</source>
+        <translation>Εισάγει…</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Έτοιμο</translation>
+    </message>
+    <message>
+        <source>Ready to paste</source>
+        <translation>Έτοιμο για επικόλληση</translation>
+    </message>
+    <message>
+        <source>Needs attention</source>
+        <translation>Χρειάζεται προσοχή</translation>
+    </message>
+    <message>
+        <source>Correction saved</source>
+        <translation>Η διόρθωση αποθηκεύτηκε</translation>
+    </message>
+    <message>
+        <source>Classic</source>
+        <translation>Κλασικός</translation>
+    </message>
+    <message>
+        <source>Soft</source>
+        <translation>Απαλός</translation>
+    </message>
+    <message>
+        <source>Chime</source>
+        <translation>Καμπάνα</translation>
+    </message>
+    <message>
+        <source>Click</source>
+        <translation>Κλικ</translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation>Σιωπηλό</translation>
+    </message>
+    <message>
+        <source>Hold to talk</source>
+        <translation>Κράτημα για ομιλία</translation>
+    </message>
+    <message>
+        <source>Press to toggle</source>
+        <translation>Πάτημα για εναλλαγή</translation>
+    </message>
+    <message>
+        <source>Glass</source>
+        <translation>Γυαλί</translation>
+    </message>
+    <message>
+        <source>Midnight</source>
+        <translation>Μεσάνυχτα</translation>
+    </message>
+    <message>
+        <source>Paper</source>
+        <translation>Χαρτί</translation>
+    </message>
+    <message>
+        <source>Frosted glass, blue accents, and a clean native feel.</source>
+        <translation>Θαμπό γυαλί, γαλάζιες πινελιές, καθαρή και οικεία όψη.</translation>
+    </message>
+    <message>
+        <source>A dark capsule with bright mint accents.</source>
+        <translation>Σκούρα κάψουλα με φωτεινές πινελιές μέντας.</translation>
+    </message>
+    <message>
+        <source>Warm ivory, ink lettering, and terracotta accents.</source>
+        <translation>Ζεστό ιβουάρ, γράμματα μελανιού και πινελιές τερακότας.</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Σήμερα</translation>
+    </message>
+    <message>
+        <source>7 days</source>
+        <translation>7 ημέρες</translation>
+    </message>
+    <message>
+        <source>30 days</source>
+        <translation>30 ημέρες</translation>
+    </message>
+    <message>
+        <source>90 days</source>
+        <translation>90 ημέρες</translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation>1 έτος</translation>
+    </message>
+    <message>
+        <source>This month</source>
+        <translation>Αυτός ο μήνας</translation>
+    </message>
+    <message>
+        <source>All time</source>
+        <translation>Συνολικά</translation>
+    </message>
+    <message>
+        <source>Until I delete it</source>
+        <translation>Μέχρι να το διαγράψω</translation>
+    </message>
+    <message>
+        <source>Quorvi will stay closed when you sign in.</source>
+        <translation>Το Quorvi θα μένει κλειστό όταν συνδέεσαι.</translation>
+    </message>
+    <message>
+        <source>Quorvi will start quietly in the menu bar when you sign in.</source>
+        <translation>Το Quorvi θα ξεκινά αθόρυβα στη γραμμή μενού όταν συνδέεσαι.</translation>
+    </message>
+    <message>
+        <source>Allow Quorvi in System Settings → General → Login Items.</source>
+        <translation>Επίτρεψε το Quorvi στις Ρυθμίσεις συστήματος → Γενικά → Στοιχεία σύνδεσης.</translation>
+    </message>
+    <message>
+        <source>Launch at login is available after Quorvi is installed in Applications.</source>
+        <translation>Η εκκίνηση κατά τη σύνδεση είναι διαθέσιμη αφού εγκατασταθεί το Quorvi στις Εφαρμογές.</translation>
+    </message>
+    <message>
+        <source>Launch-at-login status is unavailable.</source>
+        <translation>Η κατάσταση εκκίνησης κατά τη σύνδεση δεν είναι διαθέσιμη.</translation>
+    </message>
+    <message>
+        <source>Sync paused on this Mac</source>
+        <translation>Ο συγχρονισμός έχει διακοπεί σε αυτόν τον Mac</translation>
+    </message>
+    <message>
+        <source>Ready to learn from your next dictation.</source>
+        <translation>Έτοιμο να μάθει από την επόμενη υπαγόρευσή σου.</translation>
+    </message>
+    <message>
+        <source>Saved in macOS Keychain.</source>
+        <translation>Αποθηκεύτηκε στο macOS Keychain.</translation>
+    </message>
+    <message>
+        <source>API key removed.</source>
+        <translation>Το κλειδί API αφαιρέθηκε.</translation>
+    </message>
+    <message>
+        <source>API key sync enabled. Turn on iCloud Passwords &amp; Keychain on your other Macs.</source>
+        <translation>Ο συγχρονισμός του κλειδιού ενεργοποιήθηκε. Ενεργοποίησε το iCloud Passwords &amp; Keychain στους άλλους Mac σου.</translation>
+    </message>
+    <message>
+        <source>API key kept on this Mac; iCloud copy removed.</source>
+        <translation>Το κλειδί μένει σε αυτόν τον Mac· το αντίγραφο iCloud αφαιρέθηκε.</translation>
+    </message>
+    <message>
+        <source>Enter a valid API key without spaces.</source>
+        <translation>Δώσε έγκυρο κλειδί API χωρίς κενά.</translation>
+    </message>
+    <message>
+        <source>This API key is kept in memory only. Save a key in Settings to sync it.</source>
+        <translation>Αυτό το κλειδί API κρατιέται μόνο στη μνήμη. Αποθήκευσε κλειδί στις Ρυθμίσεις για να συγχρονιστεί.</translation>
+    </message>
+    <message>
+        <source>That phrase already has a correction. Edit its existing rule instead.</source>
+        <translation>Η φράση έχει ήδη διόρθωση. Επεξεργάσου τον υπάρχοντα κανόνα.</translation>
+    </message>
+    <message>
+        <source>Keep each phrase within 160 characters.</source>
+        <translation>Κάθε φράση έως 160 χαρακτήρες.</translation>
+    </message>
+    <message>
+        <source>Saved corrections could not be opened. They have been left untouched.</source>
+        <translation>Οι αποθηκευμένες διορθώσεις δεν άνοιξαν. Έμειναν ανέπαφες.</translation>
+    </message>
+    <message>
+        <source>Existing history could not be opened. It has been left untouched; new entries are available for this session only.</source>
+        <translation>Το υπάρχον ιστορικό δεν άνοιξε. Έμεινε ανέπαφο· οι νέες εγγραφές ισχύουν μόνο για τώρα.</translation>
+    </message>
+    <message>
+        <source>History could not be saved on this Mac. Check available disk space and folder access.</source>
+        <translation>Το ιστορικό δεν αποθηκεύτηκε σε αυτόν τον Mac. Έλεγξε τον χώρο στον δίσκο και την πρόσβαση στον φάκελο.</translation>
+    </message>
+    <message>
+        <source>Cancelled. Ready for your next dictation.</source>
+        <translation>Ακυρώθηκε. Έτοιμο για την επόμενη υπαγόρευση.</translation>
+    </message>
+    <message>
+        <source>Converting speech to text…</source>
+        <translation>Μετατροπή ομιλίας σε κείμενο…</translation>
+    </message>
+    <message>
+        <source>No audible speech detected. Hold the key a little longer and try again.</source>
+        <translation>Δεν ακούστηκε ομιλία. Κράτησε το πλήκτρο λίγο περισσότερο και δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>Text copied — press ⌘V in any text field.</source>
+        <translation>Το κείμενο αντιγράφηκε — πάτησε ⌘V σε πεδίο κειμένου.</translation>
+    </message>
+    <message>
+        <source>Enable Accessibility in Settings to test text insertion.</source>
+        <translation>Ενεργοποίησε την Προσβασιμότητα στις Ρυθμίσεις για τη δοκιμή εισαγωγής.</translation>
+    </message>
+    <message>
+        <source>Use Left or Right Control, Right Option, a function key, or a shortcut with ⌘, ⌃ or ⌥.</source>
+        <translation>Χρησιμοποίησε αριστερό ή δεξί Control, δεξί Option, πλήκτρο λειτουργίας ή συντόμευση με ⌘, ⌃ ή ⌥.</translation>
+    </message>
+    <message>
+        <source>Click a text field in another app. A sample will be pasted in 10 seconds. Esc cancels.</source>
+        <translation>Κάνε κλικ σε πεδίο κειμένου άλλης εφαρμογής. Σε 10 δευτερόλεπτα θα επικολληθεί δείγμα. Το Esc ακυρώνει.</translation>
+    </message>
+    <message>
+        <source>Your API key was rejected. Replace it in Settings.</source>
+        <translation>Το κλειδί API απορρίφθηκε. Αντικατάστησέ το στις Ρυθμίσεις.</translation>
+    </message>
+    <message>
+        <source>The recording is too large. Try a shorter dictation.</source>
+        <translation>Η ηχογράφηση είναι πολύ μεγάλη. Δοκίμασε συντομότερη υπαγόρευση.</translation>
+    </message>
+    <message>
+        <source>The transcription service is temporarily unavailable. Please try again.</source>
+        <translation>Η υπηρεσία δεν είναι προσωρινά διαθέσιμη. Δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>No speech was recognized. Try again closer to the microphone.</source>
+        <translation>Δεν αναγνωρίστηκε ομιλία. Δοκίμασε πιο κοντά στο μικρόφωνο.</translation>
+    </message>
+    <message>
+        <source>Add your OpenAI API key in Settings.</source>
+        <translation>Πρόσθεσε το κλειδί API του OpenAI στις Ρυθμίσεις.</translation>
+    </message>
+    <message>
+        <source>A required permission changed. Check Settings before dictating again.</source>
+        <translation>Μια απαραίτητη άδεια άλλαξε. Έλεγξε τις Ρυθμίσεις πριν υπαγορεύσεις ξανά.</translation>
+    </message>
+    <message>
+        <source>Keyboard access was interrupted. Try your shortcut again.</source>
+        <translation>Η πρόσβαση στο πληκτρολόγιο διακόπηκε. Δοκίμασε ξανά τη συντόμευση.</translation>
+    </message>
+    <message>
+        <source>Click a text field in your writing app first. Quorvi can stay in the menu bar.</source>
+        <translation>Κάνε πρώτα κλικ σε πεδίο κειμένου της εφαρμογής σου. Το Quorvi μπορεί να μείνει στη γραμμή μενού.</translation>
+    </message>
+    <message>
+        <source>Select a regular text field to dictate.</source>
+        <translation>Διάλεξε κανονικό πεδίο κειμένου για υπαγόρευση.</translation>
+    </message>
+    <message>
+        <source>Click the text field you want to dictate into, then use your shortcut.</source>
+        <translation>Κάνε κλικ στο πεδίο όπου θέλεις να υπαγορεύσεις και χρησιμοποίησε τη συντόμευση.</translation>
+    </message>
+    <message>
+        <source>Dictation reset. Click a text field and hold your shortcut again.</source>
+        <translation>Έγινε επαναφορά. Κάνε κλικ σε πεδίο κειμένου και κράτησε ξανά τη συντόμευση.</translation>
+    </message>
+    <message>
+        <source>Dictation reset. Check permissions and API key setup in Settings.</source>
+        <translation>Έγινε επαναφορά. Έλεγξε τις άδειες και το κλειδί API στις Ρυθμίσεις.</translation>
+    </message>
+    <message>
+        <source>Ready when you are</source>
+        <translation>Έτοιμο όταν είσαι κι εσύ</translation>
+    </message>
+</context>
+<context>
+    <name>PrivacySettings</name>
+    <message>
+        <source>Privacy</source>
+        <translation>Απόρρητο</translation>
+    </message>
+    <message>
+        <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
+        <translation>Ο ήχος έρχεται από την προεπιλεγμένη είσοδο του Mac σου. Οι υπαγορεύσεις σταματούν στα 3 λεπτά. Τα αρχεία ήχου διαγράφονται μετά την ηχογράφηση· το ιστορικό που διατηρείται και τα στατιστικά συγχρονίζονται μέσω του ιδιωτικού σου λογαριασμού iCloud όταν το ενεργοποιείς. Η διατήρηση ορίζεται παραπάνω. Η επεξεργασία στο cloud ακολουθεί τις ρυθμίσεις δεδομένων του λογαριασμού API.</translation>
+    </message>
+    <message>
+        <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>
+        <translation>Όταν το Quorvi επικολλά, βάζει για λίγο το κείμενο στο πρόχειρο και μετά το επαναφέρει. Οι διαχειριστές προχείρου ίσως κρατήσουν αντίγραφο.</translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation>Μικρόφωνο</translation>
+    </message>
+    <message>
+        <source>Accessibility</source>
+        <translation>Προσβασιμότητα</translation>
+    </message>
+    <message>
+        <source>Manage</source>
+        <translation>Διαχείριση</translation>
+    </message>
+    <message>
+        <source>Manage %1</source>
+        <translation>Διαχείριση: %1</translation>
+    </message>
+    <message>
+        <source>%1: allowed</source>
+        <translation>%1: επιτρέπεται</translation>
+    </message>
+    <message>
+        <source>%1: not allowed</source>
+        <translation>%1: δεν επιτρέπεται</translation>
+    </message>
+</context>
+<context>
+    <name>RecognitionSettings</name>
+    <message>
+        <source>Recognition</source>
+        <translation>Αναγνώριση</translation>
+    </message>
+    <message>
+        <source>Language is detected automatically. Speak naturally in any supported language; your words stay in their original language.</source>
+        <translation>Η γλώσσα αναγνωρίζεται αυτόματα. Μίλα φυσικά σε όποια υποστηριζόμενη γλώσσα· τα λόγια σου μένουν στη γλώσσα τους.</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Μοντέλο</translation>
+    </message>
+    <message>
+        <source>Recognition accuracy varies with the recording and model.</source>
+        <translation>Η ακρίβεια εξαρτάται από την ηχογράφηση και το μοντέλο.</translation>
+    </message>
+    <message>
+        <source>Names or terms you often use (optional)</source>
+        <translation>Ονόματα ή όροι που χρησιμοποιείς συχνά (προαιρετικά)</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingAppearanceSettings</name>
+    <message>
+        <source>Style</source>
+        <translation>Στιλ</translation>
+    </message>
+    <message>
+        <source>Preview · microphone off</source>
+        <translation>Προεπισκόπηση · μικρόφωνο κλειστό</translation>
+    </message>
+    <message>
+        <source>Dictating into Text Editor</source>
+        <translation>Υπαγόρευση στον Επεξεργαστή κειμένου</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingHUD</name>
+    <message>
+        <source>Esc to cancel</source>
+        <translation>Esc για ακύρωση</translation>
+    </message>
+    <message>
+        <source>Quorvi dictation</source>
+        <translation>Υπαγόρευση Quorvi</translation>
+    </message>
+    <message>
+        <source>Recording time</source>
+        <translation>Χρόνος ηχογράφησης</translation>
+    </message>
+    <message>
+        <source>Copy transcript</source>
+        <translation>Αντιγραφή κειμένου</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 seconds</source>
+        <translation>
+            <numerusform>%1 δευτερόλεπτο</numerusform>
+            <numerusform>%1 δευτερόλεπτα</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Update %1</source>
+        <translation>Ενημέρωση %1</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingPanel</name>
+    <message>
+        <source>Quorvi dictation</source>
+        <translation>Υπαγόρευση Quorvi</translation>
+    </message>
+</context>
+<context>
+    <name>RememberCorrectionButton</name>
+    <message>
+        <source>Remember correction</source>
+        <translation>Απομνημόνευση διόρθωσης</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsPage</name>
+    <message>
+        <source>SET UP YOUR FLOW</source>
+        <translation>ΣΤΗΣΕ ΤΟΝ ΤΡΟΠΟ ΣΟΥ</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Ρυθμίσεις</translation>
+    </message>
+    <message>
+        <source>Recording appearance</source>
+        <translation>Εμφάνιση ηχογράφησης</translation>
+    </message>
+</context>
+<context>
+    <name>SetupCard</name>
+    <message>
+        <source>Make it yours</source>
+        <translation>Κάν’ το δικό σου</translation>
+    </message>
+    <message>
+        <source>ONE-TIME SETUP</source>
+        <translation>ΡΥΘΜΙΣΗ ΜΙΑ ΦΟΡΑ</translation>
+    </message>
+    <message>
+        <source>SET UP YOUR FLOW</source>
+        <translation>ΣΤΗΣΕ ΤΟΝ ΤΡΟΠΟ ΣΟΥ</translation>
+    </message>
+    <message>
+        <source>OpenAI API key</source>
+        <translation>Κλειδί API του OpenAI</translation>
+    </message>
+    <message>
+        <source>Stored securely in your Mac’s Keychain</source>
+        <translation>Φυλάσσεται με ασφάλεια στο Keychain του Mac σου</translation>
+    </message>
+    <message>
+        <source>Add key</source>
+        <translation>Προσθήκη κλειδιού</translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation>Μικρόφωνο</translation>
+    </message>
+    <message>
+        <source>Record only while you dictate</source>
+        <translation>Ηχογράφηση μόνο όσο υπαγορεύεις</translation>
+    </message>
+    <message>
+        <source>Enable</source>
+        <translation>Ενεργοποίηση</translation>
+    </message>
+    <message>
+        <source>Accessibility</source>
+        <translation>Προσβασιμότητα</translation>
+    </message>
+    <message>
+        <source>Use your shortcut and insert text</source>
+        <translation>Για τη συντόμευση και την εισαγωγή κειμένου</translation>
+    </message>
+    <message>
+        <source>Enable keyboard access in Input Monitoring</source>
+        <translation>Επίτρεψε το πληκτρολόγιο στην «Παρακολούθηση εισόδου»</translation>
+    </message>
+    <message>
+        <source>If access is already enabled, quit and reopen Quorvi.</source>
+        <translation>Αν επιτρέπεται ήδη, κλείσε και ξανάνοιξε το Quorvi.</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Άνοιγμα ρυθμίσεων</translation>
+    </message>
+    <message>
+        <source>Ready</source>
+        <translation>Έτοιμο</translation>
+    </message>
+</context>
+<context>
+    <name>Sidebar</name>
+    <message>
+        <source>Pages</source>
+        <translation>Σελίδες</translation>
+    </message>
+    <message>
+        <source>Dictation</source>
+        <translation>Υπαγόρευση</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Ιστορικό</translation>
+    </message>
+    <message>
+        <source>Insights</source>
+        <translation>Στοιχεία χρήσης</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Ρυθμίσεις</translation>
+    </message>
+    <message>
+        <source>Your voice, in your words.</source>
+        <translation>Η φωνή σου, με τα λόγια σου.</translation>
+    </message>
+    <message>
+        <source>Automatic language</source>
+        <translation>Αυτόματη γλώσσα</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 · Native for Mac</source>
+        <translation>Quorvi %1 · Φτιαγμένο για Mac</translation>
+    </message>
+</context>
+<context>
+    <name>Spinner</name>
+    <message>
+        <source>In progress</source>
+        <translation>Σε εξέλιξη</translation>
+    </message>
+</context>
+<context>
+    <name>StatusCard</name>
+    <message>
+        <source>Automatic language detection</source>
+        <translation>Αυτόματη αναγνώριση γλώσσας</translation>
+    </message>
+    <message>
+        <source>Click a text field in any app, then use your shortcut. You can close this window; Quorvi keeps running in the menu bar.</source>
+        <translation>Κάνε κλικ σε πεδίο κειμένου οποιασδήποτε εφαρμογής και χρησιμοποίησε τη συντόμευση. Μπορείς να κλείσεις αυτό το παράθυρο· το Quorvi συνεχίζει στη γραμμή μενού.</translation>
+    </message>
+    <message>
+        <source>Recording time</source>
+        <translation>Χρόνος ηχογράφησης</translation>
+    </message>
+    <message>
+        <source>Stop &amp;&amp; insert</source>
+        <translation>Τέλος &amp;&amp; εισαγωγή</translation>
+    </message>
+    <message>
+        <source>Stop &amp; insert</source>
+        <translation>Τέλος &amp; εισαγωγή</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Ακύρωση</translation>
+    </message>
+    <message>
+        <source>Change shortcut</source>
+        <translation>Αλλαγή συντόμευσης</translation>
+    </message>
+    <message>
+        <source>Keep the shortcut</source>
+        <translation>Διατήρηση της συντόμευσης</translation>
+    </message>
+    <message>
+        <source>Click a text field in another app during the 10-second countdown. Quorvi will paste a short sample without recording or an API request.</source>
+        <translation>Κάνε κλικ σε πεδίο κειμένου άλλης εφαρμογής στα 10 δευτερόλεπτα της αντίστροφης μέτρησης. Το Quorvi θα επικολλήσει σύντομο δείγμα χωρίς ηχογράφηση και χωρίς αίτημα στο API.</translation>
+    </message>
+    <message>
+        <source>Test paste</source>
+        <translation>Δοκιμή επικόλλησης</translation>
+    </message>
+    <message>
+        <source>Cancel test</source>
+        <translation>Ακύρωση δοκιμής</translation>
+    </message>
+    <message>
+        <source>Ready when you are</source>
+        <translation>Έτοιμο όταν είσαι κι εσύ</translation>
+    </message>
+    <message>
+        <source>Complete setup to start</source>
+        <translation>Ολοκλήρωσε τη ρύθμιση για να ξεκινήσεις</translation>
+    </message>
+    <message>
+        <source>Press the new shortcut. Esc keeps %1.</source>
+        <translation>Πάτησε τη νέα συντόμευση. Το Esc κρατά την %1.</translation>
+    </message>
+    <message>
+        <source>Shortcut: %1</source>
+        <translation>Συντόμευση: %1</translation>
+    </message>
+</context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Quorvi — multilingual dictation</source>
+        <translation>Quorvi — πολύγλωσση υπαγόρευση</translation>
+    </message>
+    <message>
+        <source>Stop &amp; insert</source>
+        <translation>Τέλος &amp; εισαγωγή</translation>
+    </message>
+    <message>
+        <source>Cancel dictation</source>
+        <translation>Ακύρωση υπαγόρευσης</translation>
+    </message>
+    <message>
+        <source>Open Quorvi…</source>
+        <translation>Άνοιγμα του Quorvi…</translation>
+    </message>
+    <message>
+        <source>History…</source>
+        <translation>Ιστορικό…</translation>
+    </message>
+    <message>
+        <source>Insights…</source>
+        <translation>Στοιχεία χρήσης…</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Ρυθμίσεις…</translation>
+    </message>
+    <message>
+        <source>Copy last transcript</source>
+        <translation>Αντιγραφή τελευταίου κειμένου</translation>
+    </message>
+    <message>
+        <source>Reset dictation</source>
+        <translation>Επαναφορά υπαγόρευσης</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Έλεγχος για ενημερώσεις…</translation>
+    </message>
+    <message>
+        <source>Quit Quorvi</source>
+        <translation>Τερματισμός του Quorvi</translation>
+    </message>
+</context>
+<context>
+    <name>TranscriptCard</name>
+    <message>
+        <source>Last transcript</source>
+        <translation>Τελευταίο κείμενο</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Αντιγραφή</translation>
+    </message>
+    <message>
+        <source>Clear transcript</source>
+        <translation>Καθαρισμός κειμένου</translation>
+    </message>
+    <message>
+        <source>This copy stays until Quorvi quits. Saved dictations are in History.</source>
+        <translation>Αυτό το αντίγραφο μένει μέχρι να κλείσει το Quorvi. Οι αποθηκευμένες υπαγορεύσεις είναι στο Ιστορικό.</translation>
+    </message>
+</context>
+<context>
+    <name>TrayNotice</name>
+    <message>
+        <source>This desktop shows no tray icons. Quorvi keeps running when you close this window; start it again to come back here.</source>
+        <translation>Αυτό το περιβάλλον δεν δείχνει εικονίδια συστήματος. Το Quorvi συνεχίζει όταν κλείσεις αυτό το παράθυρο· ξεκίνησέ το ξανά για να επιστρέψεις εδώ.</translation>
+    </message>
+    <message>
+        <source>Quit Quorvi</source>
+        <translation>Τερματισμός του Quorvi</translation>
+    </message>
+</context>
+<context>
+    <name>TryItCard</name>
+    <message>
+        <source>Try it here</source>
+        <translation>Δοκίμασέ το εδώ</translation>
+    </message>
+    <message>
+        <source>CLICK BELOW, THEN DICTATE</source>
+        <translation>ΚΑΝΕ ΚΛΙΚ ΚΑΤΩ ΚΑΙ ΥΠΑΓΟΡΕΥΣΕ</translation>
+    </message>
+    <message>
+        <source>Dictation test field</source>
+        <translation>Πεδίο δοκιμής υπαγόρευσης</translation>
+    </message>
+    <message>
+        <source>Hello, world. Καλημέρα, κόσμε.</source>
+        <translation>Hello, world. Καλημέρα, κόσμε.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSettings</name>
+    <message>
+        <source>App updates</source>
+        <translation>Ενημερώσεις εφαρμογής</translation>
+    </message>
+    <message>
+        <source>Automatically check for updates</source>
+        <translation>Αυτόματος έλεγχος για ενημερώσεις</translation>
+    </message>
+    <message>
+        <source>New releases are downloaded securely. Quorvi will ask before installing and relaunching.</source>
+        <translation>Οι νέες εκδόσεις κατεβαίνουν με ασφάλεια. Το Quorvi θα ρωτήσει πριν εγκαταστήσει και ξεκινήσει ξανά.</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Έλεγχος για ενημερώσεις…</translation>
+    </message>
+</context>
+<context>
+    <name>UsageCostSection</name>
+    <message>
+        <source>No completed dictations in this period.</source>
+        <translation>Καμία ολοκληρωμένη υπαγόρευση σε αυτή την περίοδο.</translation>
+    </message>
+    <message>
+        <source>Estimated API cost</source>
+        <translation>Εκτιμώμενο κόστος API</translation>
+    </message>
+    <message>
+        <source>OpenAI pricing ↗</source>
+        <translation>Τιμές του OpenAI ↗</translation>
+    </message>
+    <message>
+        <source>Cost period</source>
+        <translation>Περίοδος κόστους</translation>
+    </message>
+    <message>
+        <source>Estimate before tax for completed dictations in your Quorvi history, including synced Macs. Deleted dictations, failed or cancelled requests, and usage in other apps are excluded. Actual charges may differ.</source>
+        <translation>Εκτίμηση προ φόρων για ολοκληρωμένες υπαγορεύσεις στο ιστορικό σου, και από συγχρονισμένους Mac. Δεν περιλαμβάνονται διαγραμμένες υπαγορεύσεις, αποτυχημένα ή ακυρωμένα αιτήματα και η χρήση σε άλλες εφαρμογές. Οι πραγματικές χρεώσεις ίσως διαφέρουν.</translation>
+    </message>
+</context>
 </TS>
