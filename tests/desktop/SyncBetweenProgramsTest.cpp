@@ -1,0 +1,166 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fstream>
+
+#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "QuorviCore/history/HistoryArchive.h"
+#include "QuorviCore/propertylist/PropertyList.h"
+#include "tests/support/Editors.h"
+#include "tests/support/FieldReader.h"
+#include "tests/support/PostgresServer.h"
+#include "tests/support/Process.h"
+#include "tests/support/TestUser.h"
+
+// Two real programs, each with a home folder, a desktop and a session bus of its own, on one cloud.
+namespace quorvi::test {
+namespace {
+
+constexpr auto sentence = "please call catherine about the weather";
+constexpr auto recognised = "Please call catherine about the weather.";
+constexpr int behindTheFirstLetter = 27;  // characters from the end of the sentence
+
+// A machine of the user's, whose home folder outlives the program.
+class Machine {
+public:
+    explicit Machine(const std::string& cloud) {
+        std::filesystem::create_directories(home_.path() / ".config/Quorvi");
+        std::filesystem::permissions(home_.path() / ".config/Quorvi",
+                                     std::filesystem::perms::owner_all);
+        const PropertyList preferences(
+            PropertyList::Dictionary{{"cloudDatabase", PropertyList(cloud)}});
+        std::ofstream(preferencesFile(), std::ios::binary) << preferences.toBinary();
+    }
+    ~Machine() { quit(); }
+
+    // On this test's own desktop.
+    void start(std::vector<std::string> settings = {}, std::vector<std::string> arguments = {}) {
+        std::vector<std::string> command{QUORVI_PROGRAM, "--print-stages"};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        launch(std::move(command), std::move(settings));
+    }
+    // On another desktop, of which this one knows nothing.
+    void startElsewhere() {
+        elsewhere_ = std::make_unique<NestedServer>();
+        std::filesystem::create_directories(home_.path() / "run");
+        std::filesystem::permissions(home_.path() / "run", std::filesystem::perms::owner_all);
+        launch({"dbus-run-session", "--", QUORVI_PROGRAM, "--print-stages"},
+               {"DISPLAY=" + elsewhere_->display(), "AT_SPI_BUS_ADDRESS",
+                "XDG_RUNTIME_DIR=" + (home_.path() / "run").string()});
+    }
+    void quit() {
+        if (program_.pid() < 0) return;
+        program_.signal(SIGTERM);
+        program_.wait();
+    }
+    void crash() { program_.kill(); }
+    // Reads what it prints up to a line with the text.
+    void until(const std::string& text) {
+        for (;;)
+            if (program_.readLine().find(text) != std::string::npos) return;
+    }
+
+    std::string historyText() const { return contentOf(historyFile()); }
+    std::string preferencesText() const { return contentOf(preferencesFile()); }
+    std::filesystem::path historyFile() const {
+        return home_.path() / ".local/share/Quorvi/history.json";
+    }
+
+private:
+    void launch(std::vector<std::string> command, std::vector<std::string> settings) {
+        settings.push_back("HOME=" + home_.path().string());
+        program_ = Process(std::move(command), settings);
+    }
+    std::filesystem::path preferencesFile() const {
+        return home_.path() / ".config/Quorvi/preferences.plist";
+    }
+
+    TestFolder home_;
+    std::unique_ptr<NestedServer> elsewhere_;
+    Process program_;
+};
+
+bool holds(const std::string& text, std::string_view part) {
+    return text.find(part) != std::string::npos;
+}
+
+class SyncBetweenProgramsTest : public testing::Test {
+protected:
+    // A dictation with a real voice into a real editor, whose text is then mended.
+    void dictateAndMend(Machine& machine) {
+        const auto sentences = folder_.write("sentences", std::string(sentence) + "\n");
+        Process service({QUORVI_SPEECH_SERVICE, "--port", "0", "--punctuate", "--sentences",
+                         sentences});
+        const auto line = service.readLine();
+        Process editor(mousepad(folder_.write("note.txt", "")));
+        const auto field = reader_.waitForFocus(editor.pid(), "AXTextArea");
+        ASSERT_TRUE(field);
+        // What a first launch begins with gives way to another machine's; what is chosen later does
+        // not.
+        machine.start();
+        machine.until("|");
+        machine.quit();
+        machine.start({"QUORVI_SERVICE=" + line.substr(line.rfind(' ') + 1),
+                       "QUORVI_API_KEY=offline"},
+                      {"--shortcut", "f8"});
+        machine.until("| ready");
+        const auto speech = (folder_.path() / "speech.wav").string();
+        outputOf({"espeak-ng", "-v", "en-us+f2", "-s", "130", "-w", speech, sentence});
+        user_.press(key::f8);
+        machine.until("Listening");
+        outputOf({"paplay", "-d", std::getenv("QUORVI_MIC_FEED"), speech});
+        user_.release(key::f8);
+        machine.until("Done");
+        ASSERT_EQ(reader_.value(*field), recognised);
+        user_.tap(key::left, behindTheFirstLetter);
+        user_.tap(key::backspace);
+        user_.chord({key::leftShift}, key::k);
+        machine.until("Correction saved");
+    }
+
+    void exchange(const std::string& cloud) {
+        Machine first(cloud), second(cloud);
+        second.startElsewhere();
+        dictateAndMend(first);
+        if (HasFatalFailure()) return;
+        // The dictation, the rule that the edit has taught, and the shortcut.
+        EXPECT_TRUE(eventually([&] { return holds(second.historyText(), recognised); }));
+        EXPECT_TRUE(eventually([&] { return holds(second.preferencesText(), "Katherine"); }));
+        EXPECT_TRUE(eventually([&] { return holds(second.preferencesText(), "hotkey"); }));
+
+        // What is deleted on one machine, while it hears of nothing, goes on the other; and a crash
+        // of that one in between takes nothing away.
+        second.quit();
+        std::ofstream(second.historyFile()) << "{\"records\":[],\"version\":1}";
+        first.crash();
+        first.start();
+        first.until("|");
+        EXPECT_TRUE(holds(first.historyText(), recognised));
+        second.startElsewhere();
+        EXPECT_TRUE(eventually([&] { return !holds(first.historyText(), recognised); }));
+        EXPECT_TRUE(holds(first.preferencesText(), "Katherine"));
+    }
+
+    TestFolder folder_;
+    AtspiAccessibility accessibility_{[] { return true; }};
+    FieldReader reader_{accessibility_};
+    TestUser user_;
+};
+
+TEST_F(SyncBetweenProgramsTest, ThroughASharedFolder) {
+    const TestFolder shared;
+    exchange("folder:" + (shared.path() / "cloud").string());
+}
+
+TEST_F(SyncBetweenProgramsTest, ThroughAServer) {
+    const PostgresServer server;
+    server.addAccount("ada", "a password");
+    const auto passwords = folder_.write("passwords", "*:*:*:ada:a password\n");
+    std::filesystem::permissions(passwords, std::filesystem::perms::owner_read);
+    setenv("PGPASSFILE", passwords.c_str(), 1);
+    exchange(server.address("ada"));
+    unsetenv("PGPASSFILE");
+}
+
+}  // namespace
+}  // namespace quorvi::test
