@@ -7,19 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/system/MemoryKeyStore.h"
-#include "Quorvi/system/MemoryPreferences.h"
-#include "tests/fakes/FakeAccessibility.h"
-#include "tests/fakes/FakeAudioInput.h"
-#include "tests/fakes/FakeFileStore.h"
-#include "tests/fakes/FakeHttpTransport.h"
-#include "tests/fakes/FakeKeyEventPoster.h"
-#include "tests/fakes/FakeLocalKeyMonitor.h"
-#include "tests/fakes/FakePasteboard.h"
-#include "tests/fakes/FakePermissions.h"
-#include "tests/fakes/FakeSoundOutput.h"
-#include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/FakeDesktop.h"
 #include "tests/support/TestFolder.h"
 
 namespace quorvi::test {
@@ -32,9 +20,9 @@ inline constexpr KeyCode f8 = 100;
 
 // The controller on fakes of all ports, with an editor whose field holds "Dear " and a clipboard
 // that holds "mine".
-class DictationTest : public testing::Test {
+class DictationTest : public testing::Test, protected VirtualTime, protected FakeDesktop {
 protected:
-    DictationTest() {
+    DictationTest() : FakeDesktop(scheduler, scheduler) {
         workspace.setFrontmost(RunningApplication{editor, "Editor"});
         accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
         accessibility.focus(field);
@@ -59,12 +47,8 @@ protected:
     void makeModel() {
         model.reset();
         model = std::make_unique<AppModel>(
-            // clang-format off
-            AppModel::Environment{scheduler, executor, executor, keyboard, poster, accessibility,
-                workspace, pasteboard, microphone, speaker, permissions, localKeys, preferences,
-                keyStore, service, history, corrections, [this]() -> AccountSyncing& { return sync; },
-                "https://speech.example", folder.path()});
-        // clang-format on
+            environment(scheduler, executor, history, corrections,
+                        [this]() -> AccountSyncing& { return sync; }, folder.path()));
         model->showOverlay = [this] { overlay = "shown"; };
         model->hideOverlay = [this] { overlay = "hidden"; };
         model->setShortcut(Hotkey::f8);
@@ -97,22 +81,6 @@ protected:
     void moveCaret() { accessibility.set(field, "AXSelectedTextRange", Utf16Range{0, 0}); }
 
     const TestFolder folder;
-    VirtualScheduler scheduler;
-    TurnExecutor executor{scheduler};
-    FakeKeyEventTap keyboard;
-    FakeKeyEventPoster poster{scheduler, &keyboard};
-    FakeAccessibility accessibility{scheduler};
-    FakeWorkspace workspace;
-    FakePasteboard pasteboard{scheduler};
-    FakeAudioInput microphone{scheduler};
-    FakeSoundOutput speaker;
-    FakePermissions permissions;
-    FakeLocalKeyMonitor localKeys;
-    MemoryPreferences preferences;
-    MemoryKeyStore keyStore;
-    FakeHttpTransport service{scheduler};
-    FakeFileStore files;
-    const Calendar calendar{"Europe/Athens", "en_US"};
     HistoryStore history{{preferences, files, "history.json", executor, scheduler, pasteboard,
                           [this] { return calendar; }}};
     CorrectionStore corrections{preferences, scheduler};

@@ -7,19 +7,8 @@
 #include <vector>
 
 #include "Quorvi/sync/AccountSync.h"
-#include "Quorvi/system/MemoryKeyStore.h"
-#include "Quorvi/system/MemoryPreferences.h"
-#include "tests/fakes/FakeAccessibility.h"
-#include "tests/fakes/FakeAudioInput.h"
-#include "tests/fakes/FakeFileStore.h"
-#include "tests/fakes/FakeHttpTransport.h"
+#include "tests/fakes/FakeDesktop.h"
 #include "tests/fakes/FakeJournalFiles.h"
-#include "tests/fakes/FakeKeyEventPoster.h"
-#include "tests/fakes/FakeLocalKeyMonitor.h"
-#include "tests/fakes/FakePasteboard.h"
-#include "tests/fakes/FakePermissions.h"
-#include "tests/fakes/FakeSoundOutput.h"
-#include "tests/fakes/FakeWorkspace.h"
 #include "tests/fakes/VirtualScheduler.h"
 #include "tests/support/TestFolder.h"
 
@@ -47,19 +36,24 @@ private:
     Scheduler& right_;
 };
 
+// Made before the fakes that look at it.
+struct MachineTime {
+    SkewedScheduler scheduler;
+};
+
 // One of the user's machines: the stores, the controller and the synchronisation on fakes, with
 // files and preferences that outlive the program.
-class SyncMachine {
+class SyncMachine : private MachineTime, public FakeDesktop {
 public:
     SyncMachine(VirtualScheduler& time, CloudDatabase& database)
         : SyncMachine(time, database, time, nullptr) {}
     // In real time, with background work on an executor; `fakes` is for what is not looked at.
     SyncMachine(Scheduler& time, CloudDatabase& database, VirtualScheduler& fakes,
                 Executor* background)
-        : scheduler(time),
+        : MachineTime{SkewedScheduler(time)},
+          FakeDesktop(MachineTime::scheduler, fakes),
           cloud(database),
-          executor(background ? *background : turns),
-          accessibility(fakes) {
+          executor(background ? *background : turns) {
         preferences.setBoolean("tarnelCorrectionsSeeded", true);
         preferences.setBytes("savedTextCorrections", bytesOf("[]"));
     }
@@ -70,11 +64,9 @@ public:
             preferences, files, "history.json", executor, scheduler, pasteboard,
             [this] { return calendar; }});
         corrections = std::make_unique<CorrectionStore>(preferences, scheduler);
-        model = std::make_unique<AppModel>(AppModel::Environment{
-            scheduler, executor, executor, keyboard, poster, accessibility, workspace, pasteboard,
-            microphone, speaker, permissions, localKeys, preferences, keyStore, service, *history,
-            *corrections, [this]() -> AccountSyncing& { return *sync; }, "https://speech.example",
-            folder.path()});
+        model = std::make_unique<AppModel>(environment(
+            scheduler, executor, *history, *corrections,
+            [this]() -> AccountSyncing& { return *sync; }, folder.path()));
         sync = std::make_unique<AccountSync>(AccountSync::Environment{
             *model, *history, *corrections, preferences, scheduler, cloud,
             {files, journals, archiveFile, executor, scheduler, wholeUpTo}});
@@ -128,27 +120,13 @@ public:
 
     static constexpr auto archiveFile = "account-sync.json";
 
+    using MachineTime::scheduler;
     const TestFolder folder;
-    SkewedScheduler scheduler;
     CloudDatabase& cloud;
     TurnExecutor turns{scheduler};
     Executor& executor;
-    FakeKeyEventTap keyboard;
-    FakeKeyEventPoster poster{scheduler, &keyboard};
-    FakeAccessibility accessibility;
-    FakeWorkspace workspace;
-    FakePasteboard pasteboard{scheduler};
-    FakeAudioInput microphone{scheduler};
-    FakeSoundOutput speaker;
-    FakePermissions permissions;
-    FakeLocalKeyMonitor localKeys;
-    MemoryPreferences preferences;
-    MemoryKeyStore keyStore;
-    FakeHttpTransport service{scheduler};
-    FakeFileStore files;
     FakeJournalFiles journals;
     std::size_t wholeUpTo = 4 << 20;
-    const Calendar calendar{"Europe/Athens", "en_US"};
     std::unique_ptr<HistoryStore> history;
     std::unique_ptr<CorrectionStore> corrections;
     std::unique_ptr<AppModel> model;

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+
+#include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/system/MemoryKeyStore.h"
+#include "Quorvi/system/MemoryPreferences.h"
+#include "tests/fakes/FakeAccessibility.h"
+#include "tests/fakes/FakeAudioInput.h"
+#include "tests/fakes/FakeFileStore.h"
+#include "tests/fakes/FakeHttpTransport.h"
+#include "tests/fakes/FakeKeyEventPoster.h"
+#include "tests/fakes/FakeLocalKeyMonitor.h"
+#include "tests/fakes/FakePasteboard.h"
+#include "tests/fakes/FakePermissions.h"
+#include "tests/fakes/FakeSoundOutput.h"
+#include "tests/fakes/FakeWorkspace.h"
+
+namespace quorvi::test {
+
+// A clock that stands still, and background work on it.
+struct VirtualTime {
+    VirtualScheduler scheduler;
+    TurnExecutor executor{scheduler};
+};
+
+// What a controller stands on, in memory: a fake of every port of the desktop.
+struct FakeDesktop {
+    // `virtualTime` is for what moves the clock itself; usually both are the same.
+    FakeDesktop(Scheduler& time, VirtualScheduler& virtualTime)
+        : poster(time, &keyboard),
+          accessibility(virtualTime),
+          pasteboard(time),
+          microphone(time),
+          service(time) {}
+
+    AppModel::Environment environment(Scheduler& time, Executor& executor, HistoryStore& history,
+                                      CorrectionStore& corrections,
+                                      std::function<AccountSyncing&()> sync,
+                                      std::filesystem::path recordings) {
+        return {time,     executor,   executor,    keyboard,  poster,      accessibility,
+                workspace, pasteboard, microphone, speaker,   permissions, localKeys,
+                preferences, keyStore, service,    history,   corrections, std::move(sync),
+                "https://speech.example", std::move(recordings)};
+    }
+
+    FakeKeyEventTap keyboard;
+    FakeKeyEventPoster poster;
+    FakeAccessibility accessibility;
+    FakeWorkspace workspace;
+    FakePasteboard pasteboard;
+    FakeAudioInput microphone;
+    FakeSoundOutput speaker;
+    FakePermissions permissions;
+    FakeLocalKeyMonitor localKeys;
+    MemoryPreferences preferences;
+    MemoryKeyStore keyStore;
+    FakeHttpTransport service;
+    FakeFileStore files;
+    const Calendar calendar{"Europe/Athens", "en_US"};
+};
+
+}  // namespace quorvi::test
