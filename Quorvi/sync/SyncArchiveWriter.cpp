@@ -226,8 +226,9 @@ bool SyncArchiveWriter::hasDocument(const std::optional<Generation>& generation)
 SyncArchiveWriter::Need SyncArchiveWriter::needsDocument() const {
     // Rarely enough that a large document does not wear out the disk, and often enough that the
     // journal is read quickly.
+    // Others wait for it when it is not idle, as those who apply what was just fetched.
     const std::uint64_t journal = journalGrowth_, document = documentSize_;
-    if (journal > std::max<std::uint64_t>(4 * wholeUpTo_, document)) return Need::now;
+    if (journal > std::max<std::uint64_t>(128 * wholeUpTo_, document)) return Need::now;
     return journal > std::max<std::uint64_t>(wholeUpTo_, document / 4) ? Need::whenIdle
                                                                        : Need::none;
 }
