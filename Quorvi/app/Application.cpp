@@ -56,7 +56,7 @@ public:
             keyStore_ = std::make_unique<MemoryKeyStore>();
         model_ = std::make_unique<AppModel>(environment());
         sync_ = std::make_unique<Synchronisation>(*model_, history_, corrections_, preferences_,
-                                                  files_, scheduler_);
+                                                  files_, scheduler_, chosen(options));
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
         panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(), panelDesktop());
@@ -97,6 +97,14 @@ public:
     }
 
 private:
+    // The settings that the command line sets.
+    static std::vector<std::string_view> chosen(const CommandLine& options) {
+        std::vector<std::string_view> keys;
+        if (options.shortcut) keys.push_back(preferenceKey::hotkey);
+        if (options.mode) keys.push_back(preferenceKey::mode);
+        return keys;
+    }
+
     AppModel::Environment environment() {
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =

@@ -28,11 +28,12 @@ std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& 
 
 Synchronisation::Synchronisation(AppModel& model, HistoryStore& history,
                                  CorrectionStore& corrections, Preferences& preferences,
-                                 FileStore& files, Scheduler& scheduler)
+                                 FileStore& files, Scheduler& scheduler,
+                                 std::vector<std::string_view> chosen)
     : keychain_(scheduler),
       database_(cloud(preferences, scheduler, cloudExecutor_, keychain_)),
       sync_(std::make_unique<AccountSync>(AccountSync::Environment{
           model, history, corrections, preferences, scheduler, *database_,
-          {files, journals_, syncArchiveFile(), disk_, scheduler}})) {}
+          {files, journals_, syncArchiveFile(), disk_, scheduler}, std::move(chosen)})) {}
 
 }  // namespace quorvi

@@ -15,7 +15,8 @@ namespace quorvi {
 class Synchronisation {
 public:
     Synchronisation(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
-                    Preferences& preferences, FileStore& files, Scheduler& scheduler);
+                    Preferences& preferences, FileStore& files, Scheduler& scheduler,
+                    std::vector<std::string_view> chosen);
 
     AccountSync& accountSync() { return *sync_; }
 

@@ -119,6 +119,7 @@ Task<void> AccountSync::captureInBackground(LocalSnapshot now, std::stop_token s
         const Activity::Running running(capturing_);
         auto comparing = archive_->changesOf(now, stop);
         const auto changes = co_await comparing;
+        if (seeds_) captureChosen(changes);
         const std::span all(changes);
         for (std::size_t at = 0; at < all.size(); at += valuesPerTurn) {
             const auto some = all.subspan(at, std::min(valuesPerTurn, all.size() - at));
@@ -133,6 +134,17 @@ Task<void> AccountSync::captureInBackground(LocalSnapshot now, std::stop_token s
     // What has changed meanwhile, and what had to wait for it.
     capture();
     applyIfReady();
+}
+
+void AccountSync::captureChosen(const LocalChanges& changes) {
+    for (const auto& change : changes) {
+        const auto id = change.id.view();
+        if (!id.starts_with(syncPrefix::setting) ||
+            !std::ranges::count(environment_.chosen, id.substr(syncPrefix::setting.size())))
+            continue;
+        noteCaptured(
+            archive_->capture(std::span(&change, 1), false, environment_.scheduler.date()));
+    }
 }
 
 Task<void> AccountSync::captureAll(std::stop_token stop) {

@@ -45,6 +45,9 @@ public:
         Scheduler& scheduler;
         CloudDatabase& database;
         SyncArchive::Environment archive;
+        // Keys of the settings that the user has chosen with this launch: they are edits even if it
+        // is the first one.
+        std::vector<std::string_view> chosen;
     };
 
     explicit AccountSync(Environment environment);
@@ -79,6 +82,7 @@ private:
     void capture();
     Task<void> captureInBackground(LocalSnapshot now, std::stop_token stop);
     Task<void> captureAll(std::stop_token stop);
+    void captureChosen(const LocalChanges& changes);
     void noteDifferences();
     void noteCaptured(const std::vector<SharedString>& ids);
     void tick();

@@ -55,6 +55,16 @@ TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     EXPECT_EQ(second.texts(), Texts{"one"});
     EXPECT_EQ(second.values(), first.values());
     EXPECT_EQ(second.sync->status(), "Up to date with iCloud");
+
+    // But what the user chooses with the first launch is an edit.
+    FakeCloudDatabase thirdCloud{clock, server, "ada"};
+    SyncMachine third{clock, thirdCloud};
+    third.chosen = {"vocabulary"};
+    third.start();
+    third.model->setVocabulary("Μαγειρείο");
+    settle();
+    EXPECT_EQ(first.model->vocabulary(), "Μαγειρείο");
+    EXPECT_EQ(third.values(), first.values());
 }
 
 TEST_F(AccountSyncTest, ChangesTravelBothWaysThroughThePush) {

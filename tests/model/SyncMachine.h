@@ -69,7 +69,7 @@ public:
             [this]() -> AccountSyncing& { return *sync; }, folder.path()));
         sync = std::make_unique<AccountSync>(AccountSync::Environment{
             *model, *history, *corrections, preferences, scheduler, cloud,
-            {files, journals, archiveFile, executor, scheduler, wholeUpTo}});
+            {files, journals, archiveFile, executor, scheduler, wholeUpTo}, chosen});
         preferences.setBoolean("hasLaunchedQuorvi", true);
     }
     void quit() {
@@ -127,6 +127,7 @@ public:
     Executor& executor;
     FakeJournalFiles journals;
     std::size_t wholeUpTo = 4 << 20;
+    std::vector<std::string_view> chosen;  // settings that the launch sets
     std::unique_ptr<HistoryStore> history;
     std::unique_ptr<CorrectionStore> corrections;
     std::unique_ptr<AppModel> model;
