@@ -43,11 +43,13 @@ int runCloudCheck() {
         PosixFileStore files;
         SerialExecutor disk("preferences");
         SerialExecutor cloud("cloud");
-        SecretServiceKeychain keychain(scheduler);
+        const auto makeKeychain = [&]() -> std::unique_ptr<Keychain> {
+            return std::make_unique<SecretServiceKeychain>(scheduler);
+        };
         const PropertyListPreferences preferences(files, preferencesFile(), disk, scheduler);
         const auto address = preferences.string(preferenceKey::cloudDatabase).value_or("");
         const auto database =
-            openCloudDatabase(address, {scheduler, cloud, keychain, UserFolders::find().data});
+            openCloudDatabase(address, {scheduler, cloud, makeKeychain, UserFolders::find().data});
         std::optional<std::int32_t> status;
         auto task = check(*database, status);
         task.start();

@@ -46,7 +46,7 @@ std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
     if (const auto problem = cloudAddressProblem(address)) throw std::invalid_argument(*problem);
     if (isServerAddress(address))
         return std::make_unique<PostgresCloudDatabase>(
-            environment.scheduler, address, cloudPassword(environment.keychain, address));
+            environment.scheduler, address, cloudPassword(environment.makeKeychain(), address));
     const auto folder =
         address.empty() ? environment.userData / standardFolder : folderOf(address);
     return std::make_unique<FolderCloudDatabase>(

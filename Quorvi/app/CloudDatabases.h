@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,7 +16,8 @@ namespace quorvi {
 struct CloudDatabaseEnvironment {
     Scheduler& scheduler;
     Executor& executor;              // for the database alone
-    Keychain& keychain;              // of a server's passwords
+    // Makes the keychain of a server's passwords, which a folder has no need of.
+    std::function<std::unique_ptr<Keychain>()> makeKeychain;
     std::filesystem::path userData;  // the program's folder for what is the user's
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "Quorvi/platform/Keychain.h"
@@ -11,8 +12,7 @@ namespace quorvi {
 // account of each server has its own.
 KeychainQuery cloudPasswordQuery(const std::string& address);
 
-// Looks there. Without an item, or without a keychain, libpq looks in its own files. The keychain
-// outlives it.
-PostgresPassword cloudPassword(Keychain& keychain, const std::string& address);
+// Looks there. Without an item libpq looks in its own files.
+PostgresPassword cloudPassword(std::shared_ptr<Keychain> keychain, const std::string& address);
 
 }  // namespace quorvi

@@ -7,6 +7,7 @@
 #include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/app/UnusableCloudDatabase.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
+#include "Quorvi/platform/linux/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/UserFolders.h"
 
 namespace quorvi {
@@ -14,10 +15,14 @@ namespace quorvi {
 namespace {
 
 std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& scheduler,
-                                     Executor& executor, Keychain& keychain) {
+                                     Executor& executor) {
     const auto address = preferences.string(preferenceKey::cloudDatabase).value_or("");
     try {
-        return openCloudDatabase(address, {scheduler, executor, keychain, UserFolders::find().data});
+        const auto makeKeychain = [&]() -> std::unique_ptr<Keychain> {
+            return std::make_unique<SecretServiceKeychain>(scheduler);
+        };
+        return openCloudDatabase(
+            address, {scheduler, executor, makeKeychain, UserFolders::find().data});
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "quorvi: %s\n", error.what());
         return std::make_unique<UnusableCloudDatabase>(error.what());
@@ -30,8 +35,7 @@ Synchronisation::Synchronisation(AppModel& model, HistoryStore& history,
                                  CorrectionStore& corrections, Preferences& preferences,
                                  FileStore& files, Scheduler& scheduler,
                                  std::vector<std::string_view> chosen)
-    : keychain_(scheduler),
-      database_(cloud(preferences, scheduler, cloudExecutor_, keychain_)),
+    : database_(cloud(preferences, scheduler, cloudExecutor_)),
       sync_(std::make_unique<AccountSync>(AccountSync::Environment{
           model, history, corrections, preferences, scheduler, *database_,
           {files, journals_, syncArchiveFile(), disk_, scheduler}, std::move(chosen)})) {}

@@ -4,7 +4,6 @@
 
 #include "Quorvi/platform/FileStore.h"
 #include "Quorvi/platform/linux/PosixJournalFiles.h"
-#include "Quorvi/platform/linux/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/sync/AccountSync.h"
 
@@ -24,7 +23,6 @@ private:
     SerialExecutor cloudExecutor_{"cloud"};
     SerialExecutor disk_{"sync"};
     PosixJournalFiles journals_;
-    SecretServiceKeychain keychain_;
     std::unique_ptr<CloudDatabase> database_;
     std::unique_ptr<AccountSync> sync_;
 };

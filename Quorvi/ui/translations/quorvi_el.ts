@@ -483,7 +483,7 @@
     </message>
     <message>
         <source>%1 min · %2/min</source>
-        <translation>%1 λεπτά · %2/λεπτό</translation>
+        <translation>%1 λεπ. · %2/λεπτό</translation>
     </message>
     <message>
         <source>USD rate checked %1. GPT-4o model rates are approximate per-minute equivalents.</source>
@@ -506,7 +506,7 @@
     </message>
     <message>
         <source>%1 min</source>
-        <translation>%1 λεπτά</translation>
+        <translation>%1 λεπ.</translation>
     </message>
     <message>
         <source>%1h %2m</source>
