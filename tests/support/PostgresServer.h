@@ -81,10 +81,12 @@ public:
         process_.signal(SIGINT);
         process_.wait();
     }
-    // With all its processes, in the midst of whatever they do.
+    // With all its processes, in the midst of whatever they do. They stand still before the first of
+    // them dies: one that is left over for a moment would tell its client of the others' end.
     void kill() {
         const auto pid = std::to_string(process_.pid());
-        shell("kill -9 " + pid + " $(ps -o pid= --ppid " + pid + ")");
+        shell("kill -STOP " + pid + "; children=$(ps -o pid= --ppid " + pid +
+              "); kill -STOP $children; kill -9 " + pid + " $children");
         process_.wait();
     }
     void freeze() const { process_.freeze(); }
