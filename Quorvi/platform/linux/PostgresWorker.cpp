@@ -179,10 +179,7 @@ void PostgresWorker::opened(const PostgresAnswer& answer) {
     retryAfter_ = times_.firstRetry;
     idleSince_ = now();
     if (!before.id.empty() && before.id != account_.id) events_.accountChange();
-    if (subscribed_) {
-        enqueueFirst(std::make_shared<PostgresSubscription>(*this));
-        events_.remoteChange();  // whatever was announced meanwhile went past
-    }
+    if (subscribed_) enqueueFirst(std::make_shared<PostgresSubscription>(*this));
 }
 
 void PostgresWorker::takeAnswers() {
@@ -279,7 +276,9 @@ std::optional<PostgresQuery> PostgresSubscription::next(const PostgresAccount& a
 }
 
 void PostgresSubscription::answered(const PostgresAnswer& answer) {
-    worker_.subscribed_ = true;
+    // What was announced while there was no connection went past. Whoever looks now is told of all
+    // that comes later.
+    if (std::exchange(worker_.subscribed_, true)) worker_.events_.remoteChange();
     worker_.listening_ = worker_.account_.push && !answer.error;
     if (!worker_.listening_) worker_.nextPoll_ = now();
     if (promise_) promise_->resolve();
