@@ -11,6 +11,7 @@
 #include "Quorvi/app/AppWindow.h"
 #include "Quorvi/app/BusService.h"
 #include "Quorvi/app/CommandLine.h"
+#include "Quorvi/app/HelperPrograms.h"
 #include "Quorvi/app/LinuxDesktop.h"
 #include "Quorvi/app/QtKeyMonitor.h"
 #include "Quorvi/app/QuitSignals.h"
@@ -152,8 +153,7 @@ private:
             co_await pause;
         }
         preferences_.flush();
-        const auto folder = QCoreApplication::applicationDirPath().toStdString();
-        auto leaving = desktop_.leaveClipboard(folder + "/quorvi-clipboard-keeper");
+        auto leaving = desktop_.leaveClipboard(helperProgram("quorvi-clipboard-keeper"));
         co_await leaving;
         qt_.quit();
     }
