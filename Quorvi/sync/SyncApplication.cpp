@@ -24,21 +24,32 @@ struct UuidHash {
 };
 using UuidSet = std::unordered_set<Uuid, UuidHash>;
 
-std::optional<DictationRecord> recordOf(const SyncItem& item) {
+std::optional<DictationRecord> recordOf(const SyncItem& item, DictationRecordDecoder& decoder) {
     try {
-        return decodeRecord(item.payload->string());
+        return decoder.decode(item.payload->view());
     } catch (const HistoryFormatError&) {
         return std::nullopt;
     }
 }
 
-// The list without the records in `replaced` and with those of `fresh`, which are newest first.
+// Latest first; those of one date keep their order. Only pointers are moved about.
+std::vector<DictationRecord*> latestFirst(std::vector<DictationRecord>& records) {
+    std::vector<DictationRecord*> order;
+    order.reserve(records.size());
+    for (auto& record : records) order.push_back(&record);
+    std::ranges::stable_sort(order, std::ranges::greater(),
+                             [](const auto* record) { return record->date; });
+    return order;
+}
+
+// The list without the records in `replaced` and with those of `fresh`, which are taken.
 DictationRecords rebuilt(const DictationRecords& base, const UuidSet& replaced,
-                         std::vector<DictationRecord> fresh) {
+                         std::vector<DictationRecord> records) {
     DictationRecords::Builder builder;
+    const auto fresh = latestFirst(records);
     auto next = fresh.begin();
     const auto addFreshLaterThan = [&](Date date) {
-        for (; next != fresh.end() && next->date > date; ++next) builder.add(std::move(*next));
+        for (; next != fresh.end() && (*next)->date > date; ++next) builder.add(std::move(**next));
     };
     for (const auto& part : base.parts()) {
         const auto& chunk = *part.chunk;
@@ -47,7 +58,7 @@ DictationRecords rebuilt(const DictationRecords& base, const UuidSet& replaced,
             !replaced.empty() && std::ranges::any_of(chunk.records, [&](const auto& record) {
                 return replaced.contains(record.id);
             });
-        const bool isMixed = next != fresh.end() && next->date > chunk.earliest;
+        const bool isMixed = next != fresh.end() && (*next)->date > chunk.earliest;
         // Small chunks are put together with their neighbours, lest they become many.
         const bool isSmall = chunk.records.size() < DictationRecords::chunkSize / 2;
         if (!isReplaced && !isMixed && !isSmall) {
@@ -60,14 +71,18 @@ DictationRecords rebuilt(const DictationRecords& base, const UuidSet& replaced,
             builder.add(record);
         }
     }
-    for (; next != fresh.end(); ++next) builder.add(std::move(*next));
+    for (; next != fresh.end(); ++next) builder.add(std::move(**next));
     return builder.build().newestFirst();
 }
 
 void prepareHistory(SyncApplication& application, const SyncState& state,
                     std::vector<SyncItem> items, const DictationRecords& base) {
     UuidSet replaced;
+    replaced.reserve(state.ledger.differences().size());
     std::vector<DictationRecord> fresh;
+    fresh.reserve(items.size());
+    DictationRecordDecoder decoder;
+    std::string encoded;
     for (const auto& [id, baseline] : state.ledger.differences()) {
         if (!id.view().starts_with(syncPrefix::history)) continue;
         const auto uuid = Uuid::parse(id.view().substr(syncPrefix::history.size()));
@@ -75,24 +90,22 @@ void prepareHistory(SyncApplication& application, const SyncState& state,
     }
     sortNewestFirst(items);
     for (const auto& item : items) {
-        auto record = recordOf(item);
+        auto record = recordOf(item, decoder);
         if (!record) {
             application.local.push_back(LocalChange::of(item.id, std::nullopt));
             continue;
         }
-        auto encoded = encodeRecord(*record);
+        encoded.clear();
+        appendEncodedRecord(encoded, *record);
         auto id = LocalSnapshot::historyId(record->id);
-        if (id != item.id)
-            application.local.push_back(LocalChange::of(item.id, std::nullopt));
+        if (id != item.id) application.local.push_back(LocalChange::of(item.id, std::nullopt));
         if (id != item.id || encoded != item.payload->view())
-            application.local.push_back(
-                LocalChange::of(std::move(id), SharedString(encoded)));
+            application.local.push_back(LocalChange::of(std::move(id), SharedString(encoded)));
         replaced.insert(record->id);
         fresh.push_back(*std::move(record));
     }
     application.recordsDiffer = !replaced.empty();
     if (!application.recordsDiffer) return;
-    std::ranges::stable_sort(fresh, [](const auto& a, const auto& b) { return a.date > b.date; });
     application.records = rebuilt(base, replaced, std::move(fresh));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -51,7 +52,25 @@ private:
 // One record in the form that the document and the synchronisation use: keys sorted, no white
 // space, so that equal records give identical bytes.
 std::string encodeRecord(const DictationRecord& record);
+void appendEncodedRecord(std::string& out, const DictationRecord& record);
 // Throws HistoryFormatError.
 DictationRecord decodeRecord(std::string json);
+
+// Decodes many records, which then share the texts that they have in common. For one thread at a
+// time.
+class DictationRecordDecoder {
+public:
+    DictationRecordDecoder();
+    ~DictationRecordDecoder();
+    DictationRecordDecoder(const DictationRecordDecoder&) = delete;
+    DictationRecordDecoder& operator=(const DictationRecordDecoder&) = delete;
+
+    // Throws HistoryFormatError; the next record can be decoded all the same.
+    DictationRecord decode(std::string_view json);
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
 
 }  // namespace quorvi

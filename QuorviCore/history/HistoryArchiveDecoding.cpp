@@ -131,7 +131,15 @@ public:
     // `first` is what the outermost object is.
     explicit Receiver(Place first) : first_(first) {}
 
+    // Another document or record may come; the texts stay to be shared with it.
+    void restart() {
+        enter(Place::root);
+        depth_ = skipDepth_ = 0;
+        complete_ = false;
+        beginRecord();
+    }
     bool isComplete() const { return complete_; }
+    const DictationRecord& record() const { return record_; }
     DictationRecord takeRecord() { return std::move(record_); }
     HistoryArchive takeArchive() { return {version_, records_.build()}; }
 
@@ -346,6 +354,21 @@ DictationRecord decodeRecord(std::string text) {
     Receiver receiver(Place::record);
     parse(text, receiver);
     return receiver.takeRecord();
+}
+
+struct DictationRecordDecoder::State {
+    Receiver receiver{Place::record};
+    std::string text;  // is parsed in place
+};
+
+DictationRecordDecoder::DictationRecordDecoder() : state_(std::make_unique<State>()) {}
+DictationRecordDecoder::~DictationRecordDecoder() = default;
+
+DictationRecord DictationRecordDecoder::decode(std::string_view json) {
+    state_->text = json;
+    state_->receiver.restart();
+    parse(state_->text, state_->receiver);
+    return state_->receiver.record();
 }
 
 }  // namespace quorvi

@@ -87,4 +87,8 @@ std::string encodeRecord(const DictationRecord& record) {
     return out;
 }
 
+void appendEncodedRecord(std::string& out, const DictationRecord& record) {
+    appendRecord(out, record);
+}
+
 }  // namespace quorvi
