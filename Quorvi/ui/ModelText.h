@@ -1,15 +1,13 @@
 #pragma once
 
-#include <QCoreApplication>
-#include <string>
+#include <QString>
 #include <string_view>
 
 namespace quorvi {
 
-// A fixed text of the layers below, which know no translations, in the user's language. UTF-8; what
-// no translation knows is shown as it is.
-inline QString modelText(std::string_view text) {
-    return QCoreApplication::translate("Model", std::string(text).c_str());
-}
+// A text of the layers below, which know no translations, in the user's language: one that
+// ModelTexts.h lists, or a sentence that fills the gaps of a listed one. UTF-8; any other text is
+// shown as it is.
+QString modelText(std::string_view text);
 
 }  // namespace quorvi

@@ -8,6 +8,7 @@
 #include <QLocale>
 #include <QVBoxLayout>
 
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/StageIcon.h"
 
 namespace quorvi {
@@ -62,7 +63,7 @@ QVariant UpdateWindow::Notes::loadResource(int, const QUrl&) {
 }
 
 UpdateWindow::UpdateWindow(AppUpdater& updater) : updater_(updater) {
-    setWindowTitle(QStringLiteral("Quorvi Updates"));
+    setWindowTitle(tr("Quorvi Updates"));
     const QColor blue(0x33, 0x6E, 0xD4);
     setWindowIcon(QIcon(mark(1, blue)));
     icon_.setPixmap(mark(devicePixelRatioF(), blue));
@@ -77,9 +78,9 @@ UpdateWindow::UpdateWindow(AppUpdater& updater) : updater_(updater) {
     }
     detail_.setTextInteractionFlags(Qt::TextSelectableByMouse);
     notes_.setMinimumHeight(notesHeight);
-    notes_.setAccessibleName(QStringLiteral("Release notes"));
+    notes_.setAccessibleName(tr("Release notes"));
     progress_.setTextVisible(false);
-    progress_.setAccessibleName(QStringLiteral("Progress"));
+    progress_.setAccessibleName(tr("Progress"));
     arrange();
     QObject::connect(&primary_, &QPushButton::clicked, this, [this] { primaryPressed(); });
     QObject::connect(&secondary_, &QPushButton::clicked, this, [this] { secondaryPressed(); });
@@ -141,16 +142,16 @@ void UpdateWindow::showStage() {
     switch (stage) {
         case UpdateStage::checking:
         case UpdateStage::downloading:
-            setButtons({}, QStringLiteral("Cancel"));
+            setButtons({}, tr("Cancel"));
             break;
         case UpdateStage::available:
-            setButtons(QStringLiteral("Download"), QStringLiteral("Later"));
+            setButtons(tr("Download"), tr("Later"));
             break;
         case UpdateStage::ready:
-            setButtons(QStringLiteral("Install…"), QStringLiteral("Later"));
+            setButtons(tr("Install…"), tr("Later"));
             break;
         default:
-            setButtons(QStringLiteral("Close"), {});
+            setButtons(tr("Close"), {});
     }
     // Grows and shrinks with its content, and keeps the size the user has given it meanwhile.
     if (notes_.isHidden() || height() < sizeHint().height()) adjustSize();
@@ -163,14 +164,13 @@ void UpdateWindow::showProgress() {
     progress_.setRange(0, 1000);
     progress_.setValue(static_cast<int>(received * 1000 / length));
     detail_.setVisible(true);
-    detail_.setText(received < length
-                        ? QStringLiteral("%1 of %2").arg(dataSize(received), dataSize(length))
-                        : QStringLiteral("Verifying its signature…"));
+    detail_.setText(received < length ? tr("%1 of %2").arg(dataSize(received), dataSize(length))
+                                      : tr("Verifying its signature…"));
 }
 
 void UpdateWindow::showNotes(bool visible) {
     if (visible && isVisible() && !notes_.isHidden()) return;
-    if (visible) notes_.setHtml(qt(updater_.releaseNotes()));
+    if (visible) notes_.setHtml(modelText(updater_.releaseNotes()));
     notes_.setVisible(visible && !updater_.releaseNotes().empty());
 }
 
@@ -185,26 +185,25 @@ void UpdateWindow::setButtons(const QString& primary, const QString& secondary) 
 }
 
 QString UpdateWindow::title() const {
-    const auto release = QStringLiteral("Quorvi ") +
-                         (updater_.update() ? qt(updater_.update()->displayVersion) : QString());
+    const auto version = updater_.update() ? qt(updater_.update()->displayVersion) : QString();
     switch (updater_.stage()) {
         case UpdateStage::checking:
-            return QStringLiteral("Checking for updates…");
+            return tr("Checking for updates…");
         case UpdateStage::upToDate:
-            return QStringLiteral("No update available");
+            return tr("No update available");
         case UpdateStage::available:
-            return release + QStringLiteral(" is available");
+            return tr("Quorvi %1 is available").arg(version);
         case UpdateStage::downloading:
-            return QStringLiteral("Downloading ") + release + QStringLiteral("…");
+            return tr("Downloading Quorvi %1…").arg(version);
         case UpdateStage::ready:
-            return release + QStringLiteral(" is ready to install");
+            return tr("Quorvi %1 is ready to install").arg(version);
         case UpdateStage::opening:
-            return QStringLiteral("Opening the installer…");
+            return tr("Opening the installer…");
         case UpdateStage::handedOver:
-            return QStringLiteral("The installer is open");
+            return tr("The installer is open");
         case UpdateStage::failed:
-            return updater_.update() ? release + QStringLiteral(" was not installed")
-                                     : QStringLiteral("Can't look for updates");
+            return updater_.update() ? tr("Quorvi %1 was not installed").arg(version)
+                                     : tr("Can't look for updates");
         case UpdateStage::idle:
             break;
     }
@@ -214,15 +213,14 @@ QString UpdateWindow::title() const {
 QString UpdateWindow::detail() const {
     switch (updater_.stage()) {
         case UpdateStage::available:
-            return QStringLiteral("You have Quorvi %1.\n%2")
-                .arg(qt(updater_.currentVersion()), aboutRelease(*updater_.update()));
+            return tr("You have Quorvi %1.").arg(qt(updater_.currentVersion())) +
+                   QLatin1Char('\n') + aboutRelease(*updater_.update());
         case UpdateStage::ready:
-            return QStringLiteral(
+            return tr(
                 "Its signature has been verified. Your system's package installer will open, and "
-                "may "
-                "ask for your password.");
+                "may ask for your password.");
         default:
-            return qt(updater_.message());
+            return modelText(updater_.message());
     }
 }
 

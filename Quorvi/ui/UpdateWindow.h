@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -15,6 +16,8 @@ namespace quorvi {
 // what the updater says and passes on what the user decides; closing it ends the check. Main
 // thread; lives as long as the updater's window callback.
 class UpdateWindow : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(UpdateWindow)
+
 public:
     explicit UpdateWindow(AppUpdater& updater);
 

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <ctime>
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 #include "tests/support/Editors.h"
@@ -20,8 +24,8 @@ constexpr auto refusedKey = "QUORVI_API_KEY=not a key";  // refused, so the key 
 // The program itself, used through the accessibility bus alone, as somebody does who can't see it.
 class WindowByScreenReader : public testing::Test {
 protected:
-    WindowByScreenReader()
-        : quorvi({QUORVI_PROGRAM, "--print-stages"}, {refusedKey}), reader(quorvi.pid()) {}
+    explicit WindowByScreenReader(const std::vector<std::string>& settings = {refusedKey})
+        : quorvi({QUORVI_PROGRAM, "--print-stages"}, settings), reader(quorvi.pid()) {}
 
     void press(R::Role role, const std::string& name) {
         ASSERT_TRUE(reader.press(role, name)) << name << " is not in:\n" << reader.everything();
@@ -33,9 +37,9 @@ protected:
     void expect(R::Role role, const std::string& name) {
         EXPECT_TRUE(reader.sees(role, name)) << name << " is not in:\n" << reader.everything();
     }
-    void openSettings() {
-        press(R::radioButton, "Settings");
-        expect(R::heading, "Settings");
+    void openPage(const std::string& name) {
+        press(R::radioButton, name);
+        expect(R::heading, name);
     }
 
     Process quorvi;
@@ -85,7 +89,7 @@ TEST_F(WindowByScreenReader, AShortcutIsChosenByPressingIt) {
 }
 
 TEST_F(WindowByScreenReader, RulesAreAddedSearchedDisabledEditedAndDeleted) {
-    openSettings();
+    openPage("Settings");
     press(R::pushButton, "Add correction");
     write(R::text, "Quorvi writes", "kunigunde");
     write(R::text, "Replace with", "Cunégonde");
@@ -107,6 +111,88 @@ TEST_F(WindowByScreenReader, RulesAreAddedSearchedDisabledEditedAndDeleted) {
     expect(R::checkBox, "Enable correction for kuni gunde");
     press(R::pushButton, "Delete correction for kuni gunde");
     EXPECT_TRUE(reader.missesSoon(R::checkBox, "Enable correction for kuni gunde"));
+}
+
+// A folder of data with three dictations, one of them six weeks old.
+struct SavedHistory {
+    SavedHistory() {
+        const double now = static_cast<double>(std::time(nullptr)) - 978'307'200;
+        std::string records;
+        for (const auto& [text, days] : {std::pair{"We met Kunigunde.", 0.01},
+                                         {"The other one of today.", 0.02},
+                                         {"It was six weeks ago.", 42.0}}) {
+            const auto id =
+                "00000000-0000-4000-8000-" + std::to_string(100'000'000'000 + records.size());
+            records +=
+                std::string(records.empty() ? "" : ",") + R"({"id":")" + id + R"(","date":)" +
+                std::to_string(now - days * 86'400) + R"(,"text":")" + text +
+                R"(","wordCount":3,"audioSeconds":2,"appName":"Mail","language":"automatic"})";
+        }
+        std::filesystem::create_directories(data.path() / "Quorvi");
+        data.write("Quorvi/history.json", R"({"records":[)" + records + R"(],"version":1})");
+    }
+    const TestFolder data;
+};
+
+class HistoryByScreenReader : public SavedHistory, public WindowByScreenReader {
+protected:
+    HistoryByScreenReader()
+        : WindowByScreenReader({refusedKey, "XDG_DATA_HOME=" + data.path().string()}) {}
+};
+
+TEST_F(HistoryByScreenReader, DictationsAreFoundRememberedFromAndDeleted) {
+    openPage("History");
+    expect(R::label, "3 saved dictations");
+    write(R::text, "Search dictation history", "kunigunde");
+    expect(R::label, "1 saved dictations");
+    press(R::pushButton, "Remember correction");
+    write(R::text, "Quorvi writes", "kunigunde");
+    write(R::text, "Replace with", "Cunégonde");
+    expect(R::label, "We met Cunégonde.");
+    press(R::pushButton, "Save correction");
+
+    press(R::pushButton, "Delete dictation");
+    press(R::pushButton, "Cancel");
+    expect(R::label, "We met Kunigunde.");
+    press(R::pushButton, "Delete dictation");
+    press(R::pushButton, "Delete");
+    expect(R::heading, "No matching dictations");
+    press(R::pushButton, "Clear search");
+    expect(R::label, "2 saved dictations");
+    EXPECT_TRUE(reader.missesSoon(R::label, "We met Kunigunde."));
+    openPage("Settings");
+    expect(R::checkBox, "Enable correction for kunigunde");
+}
+
+TEST_F(HistoryByScreenReader, RetentionIsChosenAndSyncSwitched) {
+    openPage("History");
+    expect(R::label, "It was six weeks ago.");
+    openPage("Settings");
+    EXPECT_EQ(reader.chosen("Keep transcript text"), "90 days");
+    ASSERT_TRUE(user.bringToFront(quorvi.pid()));
+    ASSERT_TRUE(reader.focus("Keep transcript text"));
+    user.tap(key::up);
+    EXPECT_TRUE(eventually([&] { return reader.chosen("Keep transcript text") == "30 days"; }));
+
+    const auto* sync = "Sync with my Apple Account";
+    EXPECT_TRUE(reader.isChecked(R::checkBox, sync));
+    press(R::checkBox, sync);
+    expect(R::label, "Sync paused on this Mac");
+    EXPECT_FALSE(reader.isChecked(R::checkBox, sync));
+    EXPECT_FALSE(reader.isEnabled(R::pushButton, "Sync now"));
+    press(R::checkBox, sync);
+    EXPECT_TRUE(reader.missesSoon(R::label, "Sync paused on this Mac"));
+
+    openPage("History");
+    EXPECT_TRUE(reader.missesSoon(R::label, "It was six weeks ago.")) << "30 days are over";
+}
+
+TEST_F(HistoryByScreenReader, EverythingThatCanBeUsedHasAName) {
+    for (const auto* page : {"Settings", "Insights", "History"}) {
+        openPage(page);
+        if (page == std::string("History")) expect(R::label, "3 saved dictations");
+        EXPECT_EQ(reader.unnamed(), "") << page << ":\n" << reader.everything();
+    }
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QPushButton>
 
+#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/Translations.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Controls.h"
@@ -367,6 +368,15 @@ TEST(MainWindowLanguagesTest, TextsAndTheModelsMessagesAreTranslated) {
     EXPECT_TRUE(lines.contains(QStringLiteral("Einstellungen")));
     EXPECT_TRUE(lines.contains(QStringLiteral("Bereit, aus deinem nächsten Diktat zu lernen.")));
     EXPECT_TRUE(lines.contains(QStringLiteral("<Ton am Anfang: Klassisch>")));
+    for (const auto& [said, shown] :
+         {std::pair{"Paste sent to 100 %2 Mail.", "Eingesetzt in: 100 %2 Mail."},
+          {"The speech service did not answer in time. Please try again.",
+           "Der Sprachdienst hat nicht rechtzeitig geantwortet. Bitte versuche es noch einmal."},
+          {"12 changes waiting to sync", "12 Änderungen warten auf den Abgleich"},
+          {"Quorvi 2 is available, but it needs version 13 of your system or a later one.",
+           "Quorvi 2 ist verfügbar, braucht aber Version 13 deines Systems oder eine spätere."},
+          {"a → b", "a → b"}})
+        EXPECT_EQ(modelText(said).toStdString(), shown);
 }
 
 TEST_F(MainWindowTest, EveryControlHasAName) {

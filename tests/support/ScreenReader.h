@@ -22,10 +22,13 @@ public:
     // Roles as the bus numbers them.
     enum Role : std::uint32_t {
         checkBox = 7,
+        comboBox = 11,
         label = 29,
+        menuItem = 35,
         pushButton = 43,
         passwordText = 40,
         radioButton = 44,
+        scrollBar = 48,
         text = 61,
         heading = 83,
     };
@@ -34,9 +37,9 @@ public:
         GError* error = nullptr;
         auto* session = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error);
         if (!session) fail(error);
-        auto* answer = g_dbus_connection_call_sync(session, "org.a11y.Bus", "/org/a11y/bus",
-                                                   "org.a11y.Bus", "GetAddress", nullptr, nullptr,
-                                                   G_DBUS_CALL_FLAGS_NONE, patience, nullptr, &error);
+        auto* answer = g_dbus_connection_call_sync(
+            session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", nullptr,
+            nullptr, G_DBUS_CALL_FLAGS_NONE, patience, nullptr, &error);
         g_object_unref(session);
         if (!answer) fail(error);
         const char* address = nullptr;
@@ -80,6 +83,35 @@ public:
         const auto found = find(role, name);
         return found && has(*found, checkedState);
     }
+    bool isEnabled(Role role, const std::string& name) {
+        const auto found = find(role, name);
+        return found && has(*found, enabledState);
+    }
+    // Gives the keyboard to what the label names. A choice is called by what is chosen in it.
+    bool focus(const std::string& labelled) {
+        return eventually([&] {
+            const auto target = labelledBy(labelled);
+            return target && call(*target, "org.a11y.atspi.Component", "GrabFocus") &&
+                   has(*target, focusedState);
+        });
+    }
+    std::string chosen(const std::string& labelled) {
+        const auto target = labelledBy(labelled);
+        return target ? nameOf(*target) : std::string();
+    }
+    // The roles of what can be used and has no name. Nobody asks for that of a scroll bar.
+    std::string unnamed() {
+        std::string all;
+        walk([&](const Object& object) {
+            const auto actions = call(object, "org.a11y.atspi.Action", "GetActions");
+            const bool acts = actions && g_variant_get_size(actions.get()) > 0;
+            if ((acts || has(object, focusableState)) && nameOf(object).empty() &&
+                roleOf(object) != scrollBar)
+                all += std::to_string(roleOf(object)) + ' ';
+            return false;
+        });
+        return all;
+    }
     // Everything that can be seen, for a failure's message.
     std::string everything() {
         std::string all;
@@ -97,7 +129,9 @@ private:
     };
     using Value = std::unique_ptr<GVariant, Unref>;
     static constexpr int patience = 5000;  // milliseconds
-    static constexpr int checkedState = 4, enabledState = 8, showingState = 25;
+    static constexpr int checkedState = 4, enabledState = 8, focusableState = 11, focusedState = 12,
+                         showingState = 25;
+    static constexpr std::uint32_t labelsRelation = 1;
 
     [[noreturn]] static void fail(GError* error) {
         std::runtime_error thrown(error->message);
@@ -133,9 +167,8 @@ private:
     }
 
     std::string nameOf(const Object& object) {
-        const auto answer =
-            call(object, atspi::propertiesInterface, "Get",
-                 g_variant_new("(ss)", atspi::accessibleInterface, "Name"));
+        const auto answer = call(object, atspi::propertiesInterface, "Get",
+                                 g_variant_new("(ss)", atspi::accessibleInterface, "Name"));
         if (!answer) return {};
         GVariant* boxed = nullptr;
         g_variant_get(answer.get(), "(v)", &boxed);
@@ -191,6 +224,24 @@ private:
             found = object;
             return true;
         });
+        return found;
+    }
+
+    std::optional<Object> labelledBy(const std::string& name) {
+        const auto naming = find(label, name);
+        const auto answer =
+            naming ? call(*naming, atspi::accessibleInterface, "GetRelationSet") : nullptr;
+        if (!answer) return std::nullopt;
+        std::optional<Object> found;
+        GVariantIter *relations = nullptr, *targets = nullptr;
+        g_variant_get(answer.get(), "(a(ua(so)))", &relations);
+        for (std::uint32_t type = 0; g_variant_iter_next(relations, "(ua(so))", &type, &targets);
+             g_variant_iter_free(targets)) {
+            const char *bus = nullptr, *path = nullptr;
+            if (type == labelsRelation && g_variant_iter_next(targets, "(&s&o)", &bus, &path))
+                found = Object{bus, path};
+        }
+        g_variant_iter_free(relations);
         return found;
     }
 

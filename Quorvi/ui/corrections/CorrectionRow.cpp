@@ -21,8 +21,8 @@ CorrectionRow::CorrectionRow(const TextCorrection& rule, const Actions& actions)
     auto bold = original_->font();
     bold.setWeight(QFont::DemiBold);
     original_->setFont(bold);
-    auto* arrow = row({new SymbolLabel("arrow.turn.down.right", 16, ColorRole::secondary),
-                       replacement_});
+    auto* arrow =
+        row({new SymbolLabel("arrow.turn.down.right", 16, ColorRole::secondary), replacement_});
     arrow->setStretch(1, 1);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(spacing::tiny);
@@ -44,8 +44,9 @@ CorrectionRow::CorrectionRow(const TextCorrection& rule, const Actions& actions)
     connect(enabled_, &QCheckBox::toggled, this,
             [this, actions](bool on) { actions.setEnabled(id_, on); });
     connect(edit_, &QPushButton::clicked, this, [this, actions] { actions.edit(id_); });
-    connect(delete_, &QPushButton::clicked, this, [this, actions] { actions.remove(id_); },
-            Qt::QueuedConnection);
+    connect(
+        delete_, &QPushButton::clicked, this, [this, actions] { actions.remove(id_); },
+        Qt::QueuedConnection);
     show(rule);
 }
 
@@ -62,6 +63,7 @@ void CorrectionRow::show(const TextCorrection& rule) {
     const QString phrase = qt(rule.original);
     setContent(*original_, phrase);
     setContent(*replacement_, qt(rule.replacement));
+    setAccessibleName(phrase);
     origin_->setText(rule.learnedAutomatically ? tr("Learned from an edit") : tr("Saved by you"));
     enabled_->show(rule.isEnabled);
     enabled_->setAccessibleName(tr("Enable correction for %1").arg(phrase));

@@ -3,9 +3,9 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QPushButton>
-#include <QWidget>
 #include <functional>
 
+#include "Quorvi/ui/design/Card.h"
 #include "QuorviCore/corrections/TextCorrection.h"
 
 namespace quorvi {
@@ -13,7 +13,7 @@ namespace quorvi {
 class Switch;
 
 // One saved rule in the list.
-class CorrectionRow : public QWidget {
+class CorrectionRow : public Group {
     Q_DECLARE_TR_FUNCTIONS(CorrectionRow)
 
 public:

@@ -40,8 +40,8 @@ CorrectionsSettings::CorrectionsSettings(CorrectionStore& store, std::function<v
     addLearning();
     problem_ = new QWidget;
     problemText_ = bodyText();
-    auto* problemRow = row({new SymbolLabel("exclamationmark.triangle", 18, ColorRole::warning),
-                            problemText_});
+    auto* problemRow =
+        row({new SymbolLabel("exclamationmark.triangle", 18, ColorRole::warning), problemText_});
     problemRow->setContentsMargins(0, 0, 0, 0);
     problemRow->setStretch(1, 1);
     problem_->setLayout(problemRow);
@@ -65,10 +65,10 @@ void CorrectionsSettings::addLearning() {
     content().addWidget(learningStatus_);
     auto* test = button(tr("Test automatic learning"));
     test->setEnabled(static_cast<bool>(testLearning_));
-    auto* testRow = row(
-        {captionText(tr("Click a field in another app within 10 seconds. Then change oxygen to "
-                        "oxygon in the sample and pause. No recording or API usage.")),
-         test});
+    auto* testRow =
+        row({captionText(tr("Click a field in another app within 10 seconds. Then change oxygen to "
+                            "oxygon in the sample and pause. No recording or API usage.")),
+             test});
     testRow->setStretch(0, 1);
     testRow->setSpacing(spacing::large);
     content().addLayout(testRow);
@@ -87,12 +87,9 @@ void CorrectionsSettings::addList() {
     auto* heading = row({new SymbolLabel("text.badge.checkmark", 20, ColorRole::accent), title,
                          count_, nullptr, add});
     content().addLayout(heading);
-    search_ = new QLineEdit;
-    search_->setPlaceholderText(tr("Search corrections"));
-    search_->setAccessibleName(tr("Search corrections"));
-    search_->addAction(symbolIcon("text.magnifyingglass", ColorRole::secondary),
-                       QLineEdit::LeadingPosition);
-    search_->setClearButtonEnabled(true);
+    search_ =
+        new SearchField(tr("Search corrections"), tr("Search corrections"), "text.magnifyingglass");
+    search_->offerClearing(tr("Clear search"));
     content().addWidget(search_);
     none_ = secondaryText(
         tr("No saved corrections. Add the phrase Quorvi writes and the spelling you want."));
@@ -163,8 +160,7 @@ void CorrectionsSettings::rebuild(const std::vector<TextCorrection>& rules) {
     rows_.clear();
     const CorrectionRow::Actions actions{
         [this](const std::string& id, bool on) { attempt([&] { store_.setEnabled(id, on); }); },
-        [this](const std::string& id) { edit(id); },
-        [this](const std::string& id) { remove(id); }};
+        [this](const std::string& id) { edit(id); }, [this](const std::string& id) { remove(id); }};
     QWidget* before = search_;
     for (const auto& rule : rules) {
         auto* made = new CorrectionRow(rule, actions);

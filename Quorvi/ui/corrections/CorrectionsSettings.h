@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <functional>
 #include <vector>
@@ -15,6 +14,7 @@ namespace quorvi {
 
 class CorrectionRow;
 class CorrectionStore;
+class SearchField;
 class Switch;
 
 // The settings' section on corrections: automatic learning, and the saved rules.
@@ -45,7 +45,7 @@ private:
     QWidget* problem_;
     QLabel* problemText_;
     QLabel* count_;
-    QLineEdit* search_;
+    SearchField* search_;
     QLabel* none_;
     QVBoxLayout* list_;
     QPushButton* more_;

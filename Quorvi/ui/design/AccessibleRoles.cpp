@@ -1,6 +1,8 @@
+#include <QAbstractItemView>
 #include <QAccessibleWidget>
 
 #include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Texts.h"
 
 namespace quorvi {
@@ -21,11 +23,46 @@ private:
     QLabel& label_;
 };
 
+// A choice, called by what is chosen and labelled by the text beside it, as the toolkit has it on
+// this system. The toolkit's own can't be given the keyboard.
+class AccessiblePicker : public QAccessibleWidget {
+public:
+    explicit AccessiblePicker(Picker* picker)
+        : QAccessibleWidget(picker, QAccessible::ComboBox), picker_(*picker) {}
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name || kind == QAccessible::Value
+                   ? picker_.currentText()
+                   : QAccessibleWidget::text(kind);
+    }
+    int childCount() const override { return 1; }
+    QAccessibleInterface* child(int index) const override {
+        return index == 0 ? QAccessible::queryAccessibleInterface(picker_.view()) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface* child) const override {
+        return child && child->object() == picker_.view() ? 0 : -1;
+    }
+    QStringList actionNames() const override {
+        return QStringList{showMenuAction()} + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& name) override {
+        if (name != showMenuAction()) return QAccessibleWidget::doAction(name);
+        if (picker_.view()->isVisible())
+            picker_.hidePopup();
+        else
+            picker_.showPopup();
+    }
+
+private:
+    Picker& picker_;
+};
+
 // The class of the widget is asked for before its base classes are, so the first call decides.
 QAccessibleInterface* ourInterface(const QString&, QObject* object) {
     if (auto* heading = dynamic_cast<HeadingLabel*>(object)) return new AccessibleHeading(heading);
-    if (auto* card = dynamic_cast<Card*>(object))
-        return new QAccessibleWidget(card, QAccessible::Grouping);
+    if (auto* picker = dynamic_cast<Picker*>(object)) return new AccessiblePicker(picker);
+    if (auto* group = dynamic_cast<Group*>(object))
+        return new QAccessibleWidget(group, QAccessible::Grouping);
     if (auto* symbol = dynamic_cast<SymbolLabel*>(object))
         return new QAccessibleWidget(symbol, QAccessible::Whitespace);
     return nullptr;

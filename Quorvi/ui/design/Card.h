@@ -6,9 +6,11 @@
 
 namespace quorvi {
 
-// A rounded, filled container; its rows go into content(). Screen readers see a group with the
-// name of its heading.
-class Card : public QWidget {
+// What screen readers take for a group, by its accessible name.
+class Group : public QWidget {};
+
+// A rounded, filled container; its rows go into content(). The group has the name of its heading.
+class Card : public Group {
 public:
     Card();
     // With a heading and, before it, a symbol; its name as in Symbols.h.

@@ -1,10 +1,12 @@
 #include "Quorvi/ui/design/Controls.h"
 
+#include <QAction>
 #include <QSignalBlocker>
 #include <QVariant>
 #include <QWheelEvent>
 
 #include "Quorvi/ui/design/Symbols.h"
+#include "Quorvi/ui/design/Texts.h"
 
 namespace quorvi {
 
@@ -12,6 +14,7 @@ namespace {
 
 constexpr auto kindProperty = "quorviKind";
 constexpr int textMargin = 8;
+constexpr int searchSymbol = 16;
 
 ColorRole tint(ButtonKind kind) {
     switch (kind) {
@@ -76,6 +79,28 @@ void Picker::show(int index) {
 
 void Picker::wheelEvent(QWheelEvent* event) {
     event->ignore();
+}
+
+SearchField::SearchField(const QString& accessibleName, const QString& placeholder,
+                         const char* symbol)
+    : symbol_(new SymbolLabel(symbol, searchSymbol, ColorRole::secondary)) {
+    setAccessibleName(accessibleName);
+    setPlaceholderText(placeholder);
+    setTextMargins(searchSymbol + 2 * textMargin - 2, 0, textMargin - 2, 0);
+    symbol_->setParent(this);
+    symbol_->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void SearchField::offerClearing(const QString& name) {
+    setClearButtonEnabled(true);
+    // The button is the toolkit's own and has only a picture.
+    if (auto* clear = findChild<QAction*>(QStringLiteral("_q_qlineeditclearaction")))
+        clear->setText(name);
+}
+
+void SearchField::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    symbol_->setGeometry(textMargin + 2, 0, searchSymbol, height());
 }
 
 TextArea::TextArea(const QString& accessibleName, int lines) {

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 
@@ -40,6 +41,22 @@ public:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+};
+
+class SymbolLabel;
+
+// A field that is searched with; the symbol before its text is a picture only.
+class SearchField : public QLineEdit {
+public:
+    SearchField(const QString& accessibleName, const QString& placeholder, const char* symbol);
+    // Offers a button to clear it, of that name.
+    void offerClearing(const QString& name);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    SymbolLabel* symbol_;
 };
 
 // A field for several lines of text, so many of them high; Tab leaves it.

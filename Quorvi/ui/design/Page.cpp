@@ -1,5 +1,7 @@
 #include "Quorvi/ui/design/Page.h"
 
+#include <QApplication>
+
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
 
@@ -33,6 +35,9 @@ Page::Page(const QString& eyebrow, const QString& title, const QString& subtitle
     all->addLayout(&column_);
     all->addStretch(1);
     setWidget(centred);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now && widget()->isAncestorOf(now)) ensureWidgetVisible(now, 0, spacing::large);
+    });
 }
 
 }  // namespace quorvi

@@ -6,7 +6,7 @@
 namespace quorvi {
 
 // A page of the window: one column of cards that scrolls when it is too high, centred when there is
-// more room than it needs.
+// more room than it needs. What gets the keyboard is scrolled to, however it gets it.
 class Page : public QScrollArea {
 public:
     // The eyebrow and the subtitle may be empty.

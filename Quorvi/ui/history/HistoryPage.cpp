@@ -70,15 +70,12 @@ HistoryPage::HistoryPage(HistoryEnvironment environment)
 void HistoryPage::buildHeader() {
     problem_ = new ProblemNote;
     add(problem_);
-    paused_ = secondaryText(
-        tr("Saving new transcripts is off. Existing history is still available."));
+    paused_ =
+        secondaryText(tr("Saving new transcripts is off. Existing history is still available."));
     add(paused_);
 
-    query_ = new QLineEdit;
-    query_->setPlaceholderText(tr("Search transcripts or apps"));
-    query_->setAccessibleName(tr("Search dictation history"));
-    query_->addAction(symbolIcon("magnifyingglass", ColorRole::secondary),
-                      QLineEdit::LeadingPosition);
+    query_ = new SearchField(tr("Search dictation history"), tr("Search transcripts or apps"),
+                             "magnifyingglass");
     clear_ = symbolButton(tr("Clear search"), "xmark.circle.fill");
     clear_->hide();
     auto* line = new QHBoxLayout;
@@ -194,9 +191,10 @@ void HistoryPage::showCount() {
     const bool isEmpty = knows && matches_.positions.empty();
     if (isEmpty) {
         const bool searches = !query_->text().isEmpty();
-        emptyTitle_->setText(searches                  ? tr("No matching dictations")
-                             : store.keepTranscripts() ? tr("Your next dictation starts your history")
-                                                       : tr("Transcript saving is paused"));
+        emptyTitle_->setText(searches ? tr("No matching dictations")
+                             : store.keepTranscripts()
+                                 ? tr("Your next dictation starts your history")
+                                 : tr("Transcript saving is paused"));
         emptySubtitle_->setText(searches
                                     ? tr("Try a word, phrase, or app name.")
                                     : tr("Manage transcript saving and retention in Settings."));
@@ -212,9 +210,9 @@ void HistoryPage::rebuild() {
     for (const auto& day : historyDays(matches_, visibleCount_, calendar)) {
         items_.push_back({.heading = texts::dayHeading(day.date, now, calendar, *formats_)});
         for (const auto& entry : day.entries)
-            items_.push_back({.record = entry,
-                              .place = {&entry == &day.entries.front(),
-                                        &entry == &day.entries.back()}});
+            items_.push_back(
+                {.record = entry,
+                 .place = {&entry == &day.entries.front(), &entry == &day.entries.back()}});
     }
     list_->clear();
     usedRows_ = 0;
@@ -318,8 +316,7 @@ void HistoryPage::expand(const DictationRecord& record, bool expanded) {
         expanded_.insert(record.id);
     else
         expanded_.erase(record.id);
-    if (auto* row = visibleRow(record.id))
-        row->show(DictationRecord(record), *formats_, expanded);
+    if (auto* row = visibleRow(record.id)) row->show(DictationRecord(record), *formats_, expanded);
 }
 
 }  // namespace quorvi

@@ -4,9 +4,9 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QPushButton>
-#include <QWidget>
 #include <functional>
 
+#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 #include "QuorviCore/locale/LocaleFormats.h"
 
@@ -14,7 +14,7 @@ namespace quorvi {
 
 // One dictation of the history page. A row is used again for another record: making one costs more
 // than filling it.
-class HistoryRow : public QWidget {
+class HistoryRow : public Group {
     Q_DECLARE_TR_FUNCTIONS(HistoryRow)
 
 public:

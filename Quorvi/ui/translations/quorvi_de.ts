@@ -210,6 +210,10 @@
         <source>Automatic learning is off.</source>
         <translation>Das Lernen ist ausgeschaltet.</translation>
     </message>
+    <message>
+        <source>Clear search</source>
+        <translation>Suche leeren</translation>
+    </message>
 </context>
 <context>
     <name>DictationPage</name>
@@ -898,6 +902,482 @@
         <source>Ready when you are</source>
         <translation>Bereit, wenn du es bist</translation>
     </message>
+    <message>
+        <source>your app</source>
+        <translation>dein Programm</translation>
+    </message>
+    <message>
+        <source>Click a text field in any app, then use your shortcut.</source>
+        <translation>Klicke in ein Textfeld eines beliebigen Programms und benutze deinen Kurzbefehl.</translation>
+    </message>
+    <message>
+        <source>Open Quorvi from the menu bar, then Settings to finish API key and permission setup.</source>
+        <translation>Öffne Quorvi in der Menüleiste und schließe in den Einstellungen die Einrichtung von API-Schlüssel und Erlaubnissen ab.</translation>
+    </message>
+    <message>
+        <source>Dictating into %1</source>
+        <translation>Diktat in: %1</translation>
+    </message>
+    <message>
+        <source>Inserting into %1…</source>
+        <translation>Wird eingesetzt in: %1 …</translation>
+    </message>
+    <message>
+        <source>Paste sent to %1.</source>
+        <translation>Eingesetzt in: %1.</translation>
+    </message>
+    <message>
+        <source>Testing Paste in %1…</source>
+        <translation>Einsetzen wird geprüft in: %1 …</translation>
+    </message>
+    <message>
+        <source>Sample sent to %1.</source>
+        <translation>Beispiel eingesetzt in: %1.</translation>
+    </message>
+    <message>
+        <source>Click a text field in another app. Sample in %1 seconds. Esc cancels.</source>
+        <translation>Klicke in ein Textfeld eines anderen Programms. Beispiel in %1 Sekunden. Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>Choose a text field and start dictating again.</source>
+        <translation>Wähle ein Textfeld und beginne das Diktat noch einmal.</translation>
+    </message>
+    <message>
+        <source>The clipboard is unavailable. Use Copy text to try again, or select the transcript in Quorvi.</source>
+        <translation>Die Zwischenablage ist nicht verfügbar. Kopiere den Text noch einmal oder markiere ihn in Quorvi.</translation>
+    </message>
+    <message>
+        <source>Could not copy. You can select the transcript in Quorvi.</source>
+        <translation>Kopieren ging nicht. Du kannst den Text in Quorvi markieren.</translation>
+    </message>
+    <message>
+        <source>Enter both the recognized phrase and its replacement.</source>
+        <translation>Gib sowohl die erkannte Wendung als auch ihren Ersatz ein.</translation>
+    </message>
+    <message>
+        <source>Enable Accessibility in Quorvi Settings to insert text.</source>
+        <translation>Erlaube in den Einstellungen von Quorvi die Bedienungshilfen, um Text einzusetzen.</translation>
+    </message>
+    <message>
+        <source>Accessibility access changed. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Der Zugriff auf die Bedienungshilfen hat sich geändert. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>The destination changed while dictating. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Das Ziel hat sich während des Diktats geändert. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>The active window changed. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Das aktive Fenster ist ein anderes. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>Select a regular text field. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Wähle ein gewöhnliches Textfeld. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>The focused field changed. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Das Eingabefeld ist ein anderes. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>The text cursor moved. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Die Einfügemarke hat sich bewegt. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>Could not send Paste. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Das Einsetzen ließ sich nicht senden. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>A modifier key is still held. Release it and copy the transcript from Quorvi.</source>
+        <translation>Eine Sondertaste ist noch gedrückt. Lass sie los und kopiere den Text aus Quorvi.</translation>
+    </message>
+    <message>
+        <source>Release your modifier keys before inserting. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Lass vor dem Einsetzen die Sondertasten los. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>The clipboard is unavailable. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Die Zwischenablage ist nicht verfügbar. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+    </message>
+    <message>
+        <source>No recording is available.</source>
+        <translation>Es gibt keine Aufnahme.</translation>
+    </message>
+    <message>
+        <source>Recording stopped unexpectedly. Check your microphone and try again.</source>
+        <translation>Die Aufnahme endete unerwartet. Prüfe dein Mikrofon und versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Recording stopped unexpectedly. Please try again.</source>
+        <translation>Die Aufnahme endete unerwartet. Bitte versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The microphone could not start. Check your macOS sound input.</source>
+        <translation>Das Mikrofon ließ sich nicht einschalten. Prüfe den Toneingang von macOS.</translation>
+    </message>
+    <message>
+        <source>The folder for recordings could not be created: %1.</source>
+        <translation>Der Ordner für Aufnahmen ließ sich nicht anlegen: %1.</translation>
+    </message>
+    <message>
+        <source>The folder for recordings could not be made private: %1.</source>
+        <translation>Der Ordner für Aufnahmen ließ sich nicht schützen: %1.</translation>
+    </message>
+    <message>
+        <source>The recording could not be read: %1.</source>
+        <translation>Die Aufnahme ließ sich nicht lesen: %1.</translation>
+    </message>
+    <message>
+        <source>The recording could not be created: %1.</source>
+        <translation>Die Aufnahme ließ sich nicht anlegen: %1.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written: %1.</source>
+        <translation>Die Aufnahme ließ sich nicht schreiben: %1.</translation>
+    </message>
+    <message>
+        <source>The sound could not be encoded: %1.</source>
+        <translation>Der Ton ließ sich nicht kodieren: %1.</translation>
+    </message>
+    <message>
+        <source>This system has no AAC encoder.</source>
+        <translation>Dieses System hat keinen AAC-Kodierer.</translation>
+    </message>
+    <message>
+        <source>This API project cannot use the selected model. Try GPT-4o Transcribe in Settings.</source>
+        <translation>Dieses API-Projekt darf das gewählte Modell nicht benutzen. Versuche GPT-4o Transcribe in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>The API is rate limited or has no remaining credit. Check your OpenAI API billing and try again.</source>
+        <translation>Die API ist ausgelastet oder dein Guthaben aufgebraucht. Prüfe die Abrechnung deiner OpenAI-API und versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Transcription failed (HTTP %1). Check your model and try again.</source>
+        <translation>Die Umwandlung ist gescheitert (HTTP %1). Prüfe dein Modell und versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The transcription service returned no response.</source>
+        <translation>Der Dienst hat nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>The transcription service returned an unreadable result.</source>
+        <translation>Die Antwort des Dienstes war nicht zu verstehen.</translation>
+    </message>
+    <message>
+        <source>This recording is empty or too large. Please record a shorter dictation.</source>
+        <translation>Diese Aufnahme ist leer oder zu groß. Bitte nimm ein kürzeres Diktat auf.</translation>
+    </message>
+    <message>
+        <source>The answer of the speech service was too large.</source>
+        <translation>Die Antwort des Sprachdienstes war zu groß.</translation>
+    </message>
+    <message>
+        <source>The request to the speech service failed (%1). Please try again.</source>
+        <translation>Die Anfrage an den Sprachdienst ist gescheitert (%1). Bitte versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The request to the speech service could not be made. Check your API key and the service address in Settings.</source>
+        <translation>Die Anfrage an den Sprachdienst ging nicht. Prüfe API-Schlüssel und Adresse des Dienstes in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>speech service</source>
+        <translation>Sprachdienst</translation>
+    </message>
+    <message>
+        <source>update server</source>
+        <translation>Update-Server</translation>
+    </message>
+    <message>
+        <source>The %1 could not be found. Check your internet connection and try again.</source>
+        <translation>Der %1 wurde nicht gefunden. Prüfe deine Internetverbindung und versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be reached. The connection was refused.</source>
+        <translation>Der %1 war nicht zu erreichen. Die Verbindung wurde abgelehnt.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be reached. Check your internet connection and try again.</source>
+        <translation>Der %1 war nicht zu erreichen. Prüfe deine Internetverbindung und versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The %1 did not answer in time. Please try again.</source>
+        <translation>Der %1 hat nicht rechtzeitig geantwortet. Bitte versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be trusted. Its certificate is not valid.</source>
+        <translation>Dem %1 ist nicht zu trauen. Sein Zertifikat ist ungültig.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be trusted. The certificates of this computer could not be read.</source>
+        <translation>Dem %1 ist nicht zu trauen. Die Zertifikate dieses Computers ließen sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>A secure connection to the %1 could not be made. Please try again.</source>
+        <translation>Eine sichere Verbindung zum %1 kam nicht zustande. Bitte versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The connection to the %1 was lost. Please try again.</source>
+        <translation>Die Verbindung zum %1 ist abgebrochen. Bitte versuche es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Learning in %1. Correct a spelling, then pause for two seconds.</source>
+        <translation>Lernt in: %1. Verbessere eine Schreibweise und halte zwei Sekunden inne.</translation>
+    </message>
+    <message>
+        <source>Checking automatic learning in %1…</source>
+        <translation>Das Lernen wird geprüft in: %1 …</translation>
+    </message>
+    <message>
+        <source>Could not verify readable text in %1. Use Remember correction for this dictation.</source>
+        <translation>Lesbarer Text ließ sich nicht bestätigen in: %1. Nutze für dieses Diktat „Korrektur merken“.</translation>
+    </message>
+    <message>
+        <source>Could not read the final edit in %1. Use Remember correction.</source>
+        <translation>Die letzte Änderung ließ sich nicht lesen in: %1. Nutze „Korrektur merken“.</translation>
+    </message>
+    <message>
+        <source>The test pasted, but automatic learning could not attach to this editor.</source>
+        <translation>Das Beispiel ist eingesetzt, aber in diesem Editor kann nicht gelernt werden.</translation>
+    </message>
+    <message>
+        <source>Automatic learning needs a verified paste. Use Remember correction for this copied transcript.</source>
+        <translation>Das Lernen braucht ein bestätigtes Einsetzen. Nutze für diesen kopierten Text „Korrektur merken“.</translation>
+    </message>
+    <message>
+        <source>The surrounding text changed. Use Remember correction for this edit.</source>
+        <translation>Der Text ringsum hat sich geändert. Nutze für diese Änderung „Korrektur merken“.</translation>
+    </message>
+    <message>
+        <source>The field was cleared before a correction was saved.</source>
+        <translation>Das Feld wurde geleert, bevor eine Korrektur gesichert war.</translation>
+    </message>
+    <message>
+        <source>No spelling change was detected in the last dictation.</source>
+        <translation>Im letzten Diktat wurde keine Schreibweise geändert.</translation>
+    </message>
+    <message>
+        <source>This edit needs a manual rule. Choose Remember correction.</source>
+        <translation>Diese Änderung braucht eine eigene Regel. Wähle „Korrektur merken“.</translation>
+    </message>
+    <message>
+        <source>Remembered: %1</source>
+        <translation>Gemerkt: %1</translation>
+    </message>
+    <message>
+        <source>This correction is already saved.</source>
+        <translation>Diese Korrektur ist schon gesichert.</translation>
+    </message>
+    <message>
+        <source>An existing rule controls this phrase. Edit or enable it in the list below.</source>
+        <translation>Für diese Wendung gilt schon eine Regel. Bearbeite sie in der Liste unten oder schalte sie ein.</translation>
+    </message>
+    <message>
+        <source>Your API key is unavailable. Add it again in Settings.</source>
+        <translation>Dein API-Schlüssel ist nicht verfügbar. Füge ihn in den Einstellungen noch einmal hinzu.</translation>
+    </message>
+    <message>
+        <source>Could not save your API key to Keychain (%1).</source>
+        <translation>Der API-Schlüssel ließ sich nicht im Schlüsselbund sichern (%1).</translation>
+    </message>
+    <message>
+        <source>Could not update iCloud Keychain (%1).</source>
+        <translation>Der iCloud-Schlüsselbund ließ sich nicht ändern (%1).</translation>
+    </message>
+    <message>
+        <source>Could not remove the key from Keychain (%1).</source>
+        <translation>Der Schlüssel ließ sich nicht aus dem Schlüsselbund entfernen (%1).</translation>
+    </message>
+    <message>
+        <source>Could not remove the iCloud Keychain copy (%1).</source>
+        <translation>Die Kopie im iCloud-Schlüsselbund ließ sich nicht entfernen (%1).</translation>
+    </message>
+    <message>
+        <source>Install Quorvi before you have it start when you sign in.</source>
+        <translation>Installiere Quorvi, bevor du es beim Anmelden starten lässt.</translation>
+    </message>
+    <message>
+        <source>This desktop has no settings for programs that start when you sign in.</source>
+        <translation>Diese Arbeitsumgebung hat keine Einstellungen für Programme, die beim Anmelden starten.</translation>
+    </message>
+    <message>
+        <source>Connecting to iCloud…</source>
+        <translation>Verbindung mit iCloud …</translation>
+    </message>
+    <message>
+        <source>Checking Apple Account…</source>
+        <translation>Apple Account wird geprüft …</translation>
+    </message>
+    <message>
+        <source>Syncing with iCloud…</source>
+        <translation>Abgleich mit iCloud …</translation>
+    </message>
+    <message>
+        <source>Up to date with iCloud</source>
+        <translation>Mit iCloud abgeglichen</translation>
+    </message>
+    <message>
+        <source>%1 changes waiting to sync</source>
+        <translation>%1 Änderungen warten auf den Abgleich</translation>
+    </message>
+    <message>
+        <source>Sign in to iCloud in System Settings to sync.</source>
+        <translation>Melde dich zum Abgleichen in den Systemeinstellungen bei iCloud an.</translation>
+    </message>
+    <message>
+        <source>Sync is unavailable. Your changes are saved on this Mac.</source>
+        <translation>Der Abgleich ist nicht verfügbar. Deine Änderungen sind auf diesem Mac gesichert.</translation>
+    </message>
+    <message>
+        <source>Offline — changes will sync when you reconnect.</source>
+        <translation>Offline — abgeglichen wird, sobald du wieder verbunden bist.</translation>
+    </message>
+    <message>
+        <source>iCloud access is unavailable for this build (%1).</source>
+        <translation>Diese Ausgabe hat keinen Zugriff auf iCloud (%1).</translation>
+    </message>
+    <message>
+        <source>iCloud storage is full. Your changes are saved on this Mac.</source>
+        <translation>Der iCloud-Speicher ist voll. Deine Änderungen sind auf diesem Mac gesichert.</translation>
+    </message>
+    <message>
+        <source>iCloud will retry. Your changes are saved on this Mac (%1).</source>
+        <translation>iCloud versucht es wieder. Deine Änderungen sind auf diesem Mac gesichert (%1).</translation>
+    </message>
+    <message>
+        <source>Sync data could not be read. Your local data is untouched.</source>
+        <translation>Die Daten des Abgleichs ließen sich nicht lesen. Deine Daten hier sind unangetastet.</translation>
+    </message>
+    <message>
+        <source>Sync paused: changes could not be saved to this Mac. Check disk space and restart Quorvi.</source>
+        <translation>Abgleich angehalten: Änderungen ließen sich auf diesem Mac nicht sichern. Prüfe den freien Platz und starte Quorvi neu.</translation>
+    </message>
+    <message>
+        <source>Sync paused: iCloud data was reset. Local data has been preserved.</source>
+        <translation>Abgleich angehalten: Die Daten in iCloud wurden zurückgesetzt. Deine Daten hier sind erhalten.</translation>
+    </message>
+    <message>
+        <source>Sync paused: sign back into the original Apple Account. Data from different accounts stays separate.</source>
+        <translation>Abgleich angehalten: Melde dich wieder beim ursprünglichen Apple Account an. Daten verschiedener Accounts bleiben getrennt.</translation>
+    </message>
+    <message>
+        <source>Sync paused: the original Apple Account is unavailable.</source>
+        <translation>Abgleich angehalten: Der ursprüngliche Apple Account ist nicht verfügbar.</translation>
+    </message>
+    <message>
+        <source>This history file was created by a newer version of Quorvi.</source>
+        <translation>Diese Verlaufsdatei stammt von einer neueren Version von Quorvi.</translation>
+    </message>
+    <message>
+        <source>Updates aren&apos;t configured in this build.</source>
+        <translation>In dieser Ausgabe sind keine Updates eingerichtet.</translation>
+    </message>
+    <message>
+        <source>The system&apos;s installer has Quorvi %1. When it is done, quit Quorvi and start it again.</source>
+        <translation>Das Installationsprogramm des Systems hat Quorvi %1. Wenn es fertig ist, beende Quorvi und starte es wieder.</translation>
+    </message>
+    <message>
+        <source>The folder for updates could not be created: %1.</source>
+        <translation>Der Ordner für Updates ließ sich nicht anlegen: %1.</translation>
+    </message>
+    <message>
+        <source>The update could not be read from the disk.</source>
+        <translation>Das Update ließ sich nicht von der Platte lesen.</translation>
+    </message>
+    <message>
+        <source>The update could not be saved: %1.</source>
+        <translation>Das Update ließ sich nicht sichern: %1.</translation>
+    </message>
+    <message>
+        <source>The update could not be read. It is not a Debian package.</source>
+        <translation>Das Update ließ sich nicht lesen. Es ist kein Debian-Paket.</translation>
+    </message>
+    <message>
+        <source>The update was refused. Its package is not Quorvi&apos;s.</source>
+        <translation>Das Update wurde abgelehnt. Sein Paket ist nicht Quorvis.</translation>
+    </message>
+    <message>
+        <source>The update was refused. It calls itself Quorvi %1 but is not newer than the Quorvi that is running.</source>
+        <translation>Das Update wurde abgelehnt. Es nennt sich Quorvi %1, ist aber nicht neuer als das laufende Quorvi.</translation>
+    </message>
+    <message>
+        <source>The update server redirects to a connection that is not secure.</source>
+        <translation>Der Update-Server leitet auf eine unsichere Verbindung um.</translation>
+    </message>
+    <message>
+        <source>The update server&apos;s address is not a secure one (https).</source>
+        <translation>Die Adresse des Update-Servers ist keine sichere (https).</translation>
+    </message>
+    <message>
+        <source>The update server redirects without end.</source>
+        <translation>Der Update-Server leitet endlos um.</translation>
+    </message>
+    <message>
+        <source>The update server answered with an error (HTTP %1). Please try again later.</source>
+        <translation>Der Update-Server meldet einen Fehler (HTTP %1). Bitte versuche es später noch einmal.</translation>
+    </message>
+    <message>
+        <source>The update server answered with something else than asked for (HTTP %1). Please try again later.</source>
+        <translation>Der Update-Server antwortet mit etwas anderem als verlangt (HTTP %1). Bitte versuche es später noch einmal.</translation>
+    </message>
+    <message>
+        <source>The download is larger than the update feed says. It was refused.</source>
+        <translation>Der Download ist größer, als der Update-Feed sagt. Er wurde abgelehnt.</translation>
+    </message>
+    <message>
+        <source>The download is smaller than the update feed says. It was refused.</source>
+        <translation>Der Download ist kleiner, als der Update-Feed sagt. Er wurde abgelehnt.</translation>
+    </message>
+    <message>
+        <source>The answer of the update server was too large.</source>
+        <translation>Die Antwort des Update-Servers war zu groß.</translation>
+    </message>
+    <message>
+        <source>The update feed could not be read. It is not a feed of releases.</source>
+        <translation>Der Update-Feed ließ sich nicht lesen. Er enthält keine Versionen.</translation>
+    </message>
+    <message>
+        <source>The update feed was refused. It declares a document type, which a feed has no use for.</source>
+        <translation>Der Update-Feed wurde abgelehnt. Er erklärt einen Dokumenttyp, den ein Feed nicht braucht.</translation>
+    </message>
+    <message>
+        <source>The update feed was refused. It is nested too deeply.</source>
+        <translation>Der Update-Feed wurde abgelehnt. Er ist zu tief verschachtelt.</translation>
+    </message>
+    <message>
+        <source>The update feed was refused. It has too many entries.</source>
+        <translation>Der Update-Feed wurde abgelehnt. Er hat zu viele Einträge.</translation>
+    </message>
+    <message>
+        <source>The update feed was refused. It is too large.</source>
+        <translation>Der Update-Feed wurde abgelehnt. Er ist zu groß.</translation>
+    </message>
+    <message>
+        <source>This desktop has no program that installs packages. Install it with: sudo apt install %1</source>
+        <translation>Diese Arbeitsumgebung hat kein Programm, das Pakete installiert. Installiere es mit: sudo apt install %1</translation>
+    </message>
+    <message>
+        <source>The package installer could not be started. Install it with: sudo apt install %1</source>
+        <translation>Das Installationsprogramm ließ sich nicht starten. Installiere es mit: sudo apt install %1</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 is the newest version.</source>
+        <translation>Quorvi %1 ist die neueste Version.</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 is available, but it needs version %2 of your system or a later one.</source>
+        <translation>Quorvi %1 ist verfügbar, braucht aber Version %2 deines Systems oder eine spätere.</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 was refused. Its signature is not valid.</source>
+        <translation>Quorvi %1 wurde abgelehnt. Die Signatur ist ungültig.</translation>
+    </message>
+    <message>
+        <source>The update server could not be used (%1).</source>
+        <translation>Der Update-Server ließ sich nicht benutzen (%1).</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;The release notes could not be loaded.&lt;/p&gt;</source>
+        <translation>&lt;p&gt;Die Versionshinweise ließen sich nicht laden.&lt;/p&gt;</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1316,6 +1796,93 @@
     <message>
         <source>Check for Updates…</source>
         <translation>Nach Updates suchen …</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateWindow</name>
+    <message>
+        <source>Quorvi Updates</source>
+        <translation>Quorvi-Updates</translation>
+    </message>
+    <message>
+        <source>Release notes</source>
+        <translation>Versionshinweise</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Laden</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Install…</source>
+        <translation>Installieren …</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Verifying its signature…</source>
+        <translation>Die Signatur wird geprüft …</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>Es wird nach Updates gesucht …</translation>
+    </message>
+    <message>
+        <source>No update available</source>
+        <translation>Kein Update verfügbar</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 is available</source>
+        <translation>Quorvi %1 ist verfügbar</translation>
+    </message>
+    <message>
+        <source>Downloading Quorvi %1…</source>
+        <translation>Quorvi %1 wird geladen …</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 is ready to install</source>
+        <translation>Quorvi %1 kann installiert werden</translation>
+    </message>
+    <message>
+        <source>Opening the installer…</source>
+        <translation>Das Installationsprogramm wird geöffnet …</translation>
+    </message>
+    <message>
+        <source>The installer is open</source>
+        <translation>Das Installationsprogramm ist offen</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 was not installed</source>
+        <translation>Quorvi %1 wurde nicht installiert</translation>
+    </message>
+    <message>
+        <source>Can&apos;t look for updates</source>
+        <translation>Es kann nicht nach Updates gesucht werden</translation>
+    </message>
+    <message>
+        <source>You have Quorvi %1.</source>
+        <translation>Du hast Quorvi %1.</translation>
+    </message>
+    <message>
+        <source>Its signature has been verified. Your system&apos;s package installer will open, and may ask for your password.</source>
+        <translation>Die Signatur ist geprüft. Das Installationsprogramm deines Systems öffnet sich und fragt vielleicht nach deinem Passwort.</translation>
     </message>
 </context>
 <context>

@@ -210,6 +210,10 @@
         <source>Automatic learning is off.</source>
         <translation>Η αυτόματη μάθηση είναι ανενεργή.</translation>
     </message>
+    <message>
+        <source>Clear search</source>
+        <translation>Καθαρισμός αναζήτησης</translation>
+    </message>
 </context>
 <context>
     <name>DictationPage</name>
@@ -898,6 +902,482 @@
         <source>Ready when you are</source>
         <translation>Έτοιμο όταν είσαι κι εσύ</translation>
     </message>
+    <message>
+        <source>your app</source>
+        <translation>η εφαρμογή σου</translation>
+    </message>
+    <message>
+        <source>Click a text field in any app, then use your shortcut.</source>
+        <translation>Κάνε κλικ σε πεδίο κειμένου οποιασδήποτε εφαρμογής και χρησιμοποίησε τη συντόμευση.</translation>
+    </message>
+    <message>
+        <source>Open Quorvi from the menu bar, then Settings to finish API key and permission setup.</source>
+        <translation>Άνοιξε το Quorvi από τη γραμμή μενού και ολοκλήρωσε στις Ρυθμίσεις το κλειδί API και τις άδειες.</translation>
+    </message>
+    <message>
+        <source>Dictating into %1</source>
+        <translation>Υπαγόρευση σε: %1</translation>
+    </message>
+    <message>
+        <source>Inserting into %1…</source>
+        <translation>Εισαγωγή σε: %1…</translation>
+    </message>
+    <message>
+        <source>Paste sent to %1.</source>
+        <translation>Η επικόλληση στάλθηκε σε: %1.</translation>
+    </message>
+    <message>
+        <source>Testing Paste in %1…</source>
+        <translation>Δοκιμή επικόλλησης σε: %1…</translation>
+    </message>
+    <message>
+        <source>Sample sent to %1.</source>
+        <translation>Το δείγμα στάλθηκε σε: %1.</translation>
+    </message>
+    <message>
+        <source>Click a text field in another app. Sample in %1 seconds. Esc cancels.</source>
+        <translation>Κάνε κλικ σε πεδίο κειμένου άλλης εφαρμογής. Δείγμα σε %1 δευτερόλεπτα. Το Esc ακυρώνει.</translation>
+    </message>
+    <message>
+        <source>Choose a text field and start dictating again.</source>
+        <translation>Διάλεξε πεδίο κειμένου και ξεκίνα ξανά την υπαγόρευση.</translation>
+    </message>
+    <message>
+        <source>The clipboard is unavailable. Use Copy text to try again, or select the transcript in Quorvi.</source>
+        <translation>Το πρόχειρο δεν είναι διαθέσιμο. Δοκίμασε ξανά την αντιγραφή ή επίλεξε το κείμενο στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>Could not copy. You can select the transcript in Quorvi.</source>
+        <translation>Η αντιγραφή απέτυχε. Μπορείς να επιλέξεις το κείμενο στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>Enter both the recognized phrase and its replacement.</source>
+        <translation>Δώσε και τη φράση που αναγνωρίζεται και την αντικατάστασή της.</translation>
+    </message>
+    <message>
+        <source>Enable Accessibility in Quorvi Settings to insert text.</source>
+        <translation>Ενεργοποίησε την Προσβασιμότητα στις Ρυθμίσεις του Quorvi για εισαγωγή κειμένου.</translation>
+    </message>
+    <message>
+        <source>Accessibility access changed. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Η πρόσβαση προσβασιμότητας άλλαξε. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>The destination changed while dictating. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Ο προορισμός άλλαξε στη διάρκεια της υπαγόρευσης. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>The active window changed. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Το ενεργό παράθυρο άλλαξε. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>Select a regular text field. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Διάλεξε κανονικό πεδίο κειμένου. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>The focused field changed. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Το πεδίο εστίασης άλλαξε. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>The text cursor moved. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Ο δρομέας κειμένου μετακινήθηκε. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>Could not send Paste. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Η επικόλληση δεν στάλθηκε. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>A modifier key is still held. Release it and copy the transcript from Quorvi.</source>
+        <translation>Ένα πλήκτρο τροποποίησης είναι ακόμη πατημένο. Άφησέ το και αντίγραψε το κείμενο από το Quorvi.</translation>
+    </message>
+    <message>
+        <source>Release your modifier keys before inserting. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Άφησε τα πλήκτρα τροποποίησης πριν την εισαγωγή. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>The clipboard is unavailable. Your transcript is ready to copy in Quorvi.</source>
+        <translation>Το πρόχειρο δεν είναι διαθέσιμο. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+    </message>
+    <message>
+        <source>No recording is available.</source>
+        <translation>Δεν υπάρχει ηχογράφηση.</translation>
+    </message>
+    <message>
+        <source>Recording stopped unexpectedly. Check your microphone and try again.</source>
+        <translation>Η ηχογράφηση σταμάτησε απρόσμενα. Έλεγξε το μικρόφωνό σου και δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>Recording stopped unexpectedly. Please try again.</source>
+        <translation>Η ηχογράφηση σταμάτησε απρόσμενα. Δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>The microphone could not start. Check your macOS sound input.</source>
+        <translation>Το μικρόφωνο δεν ξεκίνησε. Έλεγξε την είσοδο ήχου του macOS.</translation>
+    </message>
+    <message>
+        <source>The folder for recordings could not be created: %1.</source>
+        <translation>Ο φάκελος ηχογραφήσεων δεν δημιουργήθηκε: %1.</translation>
+    </message>
+    <message>
+        <source>The folder for recordings could not be made private: %1.</source>
+        <translation>Ο φάκελος ηχογραφήσεων δεν έγινε ιδιωτικός: %1.</translation>
+    </message>
+    <message>
+        <source>The recording could not be read: %1.</source>
+        <translation>Η ηχογράφηση δεν διαβάστηκε: %1.</translation>
+    </message>
+    <message>
+        <source>The recording could not be created: %1.</source>
+        <translation>Η ηχογράφηση δεν δημιουργήθηκε: %1.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written: %1.</source>
+        <translation>Η ηχογράφηση δεν γράφτηκε: %1.</translation>
+    </message>
+    <message>
+        <source>The sound could not be encoded: %1.</source>
+        <translation>Ο ήχος δεν κωδικοποιήθηκε: %1.</translation>
+    </message>
+    <message>
+        <source>This system has no AAC encoder.</source>
+        <translation>Το σύστημα δεν έχει κωδικοποιητή AAC.</translation>
+    </message>
+    <message>
+        <source>This API project cannot use the selected model. Try GPT-4o Transcribe in Settings.</source>
+        <translation>Αυτό το έργο API δεν μπορεί να χρησιμοποιήσει το επιλεγμένο μοντέλο. Δοκίμασε το GPT-4o Transcribe στις Ρυθμίσεις.</translation>
+    </message>
+    <message>
+        <source>The API is rate limited or has no remaining credit. Check your OpenAI API billing and try again.</source>
+        <translation>Το API έφτασε το όριό του ή δεν έχει υπόλοιπο. Έλεγξε τη χρέωση του API του OpenAI και δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>Transcription failed (HTTP %1). Check your model and try again.</source>
+        <translation>Η μεταγραφή απέτυχε (HTTP %1). Έλεγξε το μοντέλο και δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>The transcription service returned no response.</source>
+        <translation>Η υπηρεσία μεταγραφής δεν απάντησε.</translation>
+    </message>
+    <message>
+        <source>The transcription service returned an unreadable result.</source>
+        <translation>Η υπηρεσία μεταγραφής έδωσε αποτέλεσμα που δεν διαβάζεται.</translation>
+    </message>
+    <message>
+        <source>This recording is empty or too large. Please record a shorter dictation.</source>
+        <translation>Η ηχογράφηση είναι κενή ή πολύ μεγάλη. Κάνε συντομότερη υπαγόρευση.</translation>
+    </message>
+    <message>
+        <source>The answer of the speech service was too large.</source>
+        <translation>Η απάντηση της υπηρεσίας ομιλίας ήταν πολύ μεγάλη.</translation>
+    </message>
+    <message>
+        <source>The request to the speech service failed (%1). Please try again.</source>
+        <translation>Το αίτημα προς την υπηρεσία ομιλίας απέτυχε (%1). Δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>The request to the speech service could not be made. Check your API key and the service address in Settings.</source>
+        <translation>Το αίτημα προς την υπηρεσία ομιλίας δεν έγινε. Έλεγξε το κλειδί API και τη διεύθυνση της υπηρεσίας στις Ρυθμίσεις.</translation>
+    </message>
+    <message>
+        <source>speech service</source>
+        <translation>υπηρεσία ομιλίας</translation>
+    </message>
+    <message>
+        <source>update server</source>
+        <translation>διακομιστής ενημερώσεων</translation>
+    </message>
+    <message>
+        <source>The %1 could not be found. Check your internet connection and try again.</source>
+        <translation>Δεν βρέθηκε: %1. Έλεγξε τη σύνδεση στο διαδίκτυο και δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be reached. The connection was refused.</source>
+        <translation>Δεν ήταν δυνατή η πρόσβαση: %1. Η σύνδεση απορρίφθηκε.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be reached. Check your internet connection and try again.</source>
+        <translation>Δεν ήταν δυνατή η πρόσβαση: %1. Έλεγξε τη σύνδεση στο διαδίκτυο και δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>The %1 did not answer in time. Please try again.</source>
+        <translation>Δεν υπήρξε έγκαιρη απάντηση: %1. Δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be trusted. Its certificate is not valid.</source>
+        <translation>Δεν είναι αξιόπιστο: %1. Το πιστοποιητικό δεν είναι έγκυρο.</translation>
+    </message>
+    <message>
+        <source>The %1 could not be trusted. The certificates of this computer could not be read.</source>
+        <translation>Δεν είναι αξιόπιστο: %1. Τα πιστοποιητικά αυτού του υπολογιστή δεν διαβάστηκαν.</translation>
+    </message>
+    <message>
+        <source>A secure connection to the %1 could not be made. Please try again.</source>
+        <translation>Δεν έγινε ασφαλής σύνδεση: %1. Δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>The connection to the %1 was lost. Please try again.</source>
+        <translation>Η σύνδεση χάθηκε: %1. Δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>Learning in %1. Correct a spelling, then pause for two seconds.</source>
+        <translation>Μάθηση σε: %1. Διόρθωσε μια γραφή και περίμενε δύο δευτερόλεπτα.</translation>
+    </message>
+    <message>
+        <source>Checking automatic learning in %1…</source>
+        <translation>Έλεγχος αυτόματης μάθησης σε: %1…</translation>
+    </message>
+    <message>
+        <source>Could not verify readable text in %1. Use Remember correction for this dictation.</source>
+        <translation>Δεν επιβεβαιώθηκε αναγνώσιμο κείμενο σε: %1. Χρησιμοποίησε «Απομνημόνευση διόρθωσης» για αυτή την υπαγόρευση.</translation>
+    </message>
+    <message>
+        <source>Could not read the final edit in %1. Use Remember correction.</source>
+        <translation>Η τελική αλλαγή δεν διαβάστηκε σε: %1. Χρησιμοποίησε «Απομνημόνευση διόρθωσης».</translation>
+    </message>
+    <message>
+        <source>The test pasted, but automatic learning could not attach to this editor.</source>
+        <translation>Το δείγμα επικολλήθηκε, αλλά η αυτόματη μάθηση δεν λειτουργεί σε αυτόν τον επεξεργαστή.</translation>
+    </message>
+    <message>
+        <source>Automatic learning needs a verified paste. Use Remember correction for this copied transcript.</source>
+        <translation>Η αυτόματη μάθηση χρειάζεται επιβεβαιωμένη επικόλληση. Χρησιμοποίησε «Απομνημόνευση διόρθωσης» για αυτό το κείμενο.</translation>
+    </message>
+    <message>
+        <source>The surrounding text changed. Use Remember correction for this edit.</source>
+        <translation>Το γύρω κείμενο άλλαξε. Χρησιμοποίησε «Απομνημόνευση διόρθωσης» για αυτή την αλλαγή.</translation>
+    </message>
+    <message>
+        <source>The field was cleared before a correction was saved.</source>
+        <translation>Το πεδίο άδειασε πριν αποθηκευτεί διόρθωση.</translation>
+    </message>
+    <message>
+        <source>No spelling change was detected in the last dictation.</source>
+        <translation>Δεν εντοπίστηκε αλλαγή γραφής στην τελευταία υπαγόρευση.</translation>
+    </message>
+    <message>
+        <source>This edit needs a manual rule. Choose Remember correction.</source>
+        <translation>Αυτή η αλλαγή θέλει δικό σου κανόνα. Διάλεξε «Απομνημόνευση διόρθωσης».</translation>
+    </message>
+    <message>
+        <source>Remembered: %1</source>
+        <translation>Απομνημονεύτηκε: %1</translation>
+    </message>
+    <message>
+        <source>This correction is already saved.</source>
+        <translation>Αυτή η διόρθωση είναι ήδη αποθηκευμένη.</translation>
+    </message>
+    <message>
+        <source>An existing rule controls this phrase. Edit or enable it in the list below.</source>
+        <translation>Για τη φράση ισχύει ήδη κανόνας. Επεξεργάσου τον ή ενεργοποίησέ τον στη λίστα παρακάτω.</translation>
+    </message>
+    <message>
+        <source>Your API key is unavailable. Add it again in Settings.</source>
+        <translation>Το κλειδί API δεν είναι διαθέσιμο. Πρόσθεσέ το ξανά στις Ρυθμίσεις.</translation>
+    </message>
+    <message>
+        <source>Could not save your API key to Keychain (%1).</source>
+        <translation>Το κλειδί API δεν αποθηκεύτηκε στο Keychain (%1).</translation>
+    </message>
+    <message>
+        <source>Could not update iCloud Keychain (%1).</source>
+        <translation>Το iCloud Keychain δεν ενημερώθηκε (%1).</translation>
+    </message>
+    <message>
+        <source>Could not remove the key from Keychain (%1).</source>
+        <translation>Το κλειδί δεν αφαιρέθηκε από το Keychain (%1).</translation>
+    </message>
+    <message>
+        <source>Could not remove the iCloud Keychain copy (%1).</source>
+        <translation>Το αντίγραφο στο iCloud Keychain δεν αφαιρέθηκε (%1).</translation>
+    </message>
+    <message>
+        <source>Install Quorvi before you have it start when you sign in.</source>
+        <translation>Εγκατάστησε το Quorvi πριν το βάλεις να ξεκινά στη σύνδεση.</translation>
+    </message>
+    <message>
+        <source>This desktop has no settings for programs that start when you sign in.</source>
+        <translation>Αυτό το περιβάλλον δεν έχει ρυθμίσεις για προγράμματα που ξεκινούν στη σύνδεση.</translation>
+    </message>
+    <message>
+        <source>Connecting to iCloud…</source>
+        <translation>Σύνδεση με το iCloud…</translation>
+    </message>
+    <message>
+        <source>Checking Apple Account…</source>
+        <translation>Έλεγχος λογαριασμού Apple…</translation>
+    </message>
+    <message>
+        <source>Syncing with iCloud…</source>
+        <translation>Συγχρονισμός με το iCloud…</translation>
+    </message>
+    <message>
+        <source>Up to date with iCloud</source>
+        <translation>Συγχρονισμένο με το iCloud</translation>
+    </message>
+    <message>
+        <source>%1 changes waiting to sync</source>
+        <translation>%1 αλλαγές περιμένουν συγχρονισμό</translation>
+    </message>
+    <message>
+        <source>Sign in to iCloud in System Settings to sync.</source>
+        <translation>Συνδέσου στο iCloud από τις Ρυθμίσεις συστήματος για συγχρονισμό.</translation>
+    </message>
+    <message>
+        <source>Sync is unavailable. Your changes are saved on this Mac.</source>
+        <translation>Ο συγχρονισμός δεν είναι διαθέσιμος. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac.</translation>
+    </message>
+    <message>
+        <source>Offline — changes will sync when you reconnect.</source>
+        <translation>Χωρίς σύνδεση — οι αλλαγές θα συγχρονιστούν όταν συνδεθείς ξανά.</translation>
+    </message>
+    <message>
+        <source>iCloud access is unavailable for this build (%1).</source>
+        <translation>Η πρόσβαση στο iCloud δεν είναι διαθέσιμη σε αυτή την έκδοση (%1).</translation>
+    </message>
+    <message>
+        <source>iCloud storage is full. Your changes are saved on this Mac.</source>
+        <translation>Ο χώρος του iCloud γέμισε. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac.</translation>
+    </message>
+    <message>
+        <source>iCloud will retry. Your changes are saved on this Mac (%1).</source>
+        <translation>Το iCloud θα ξαναδοκιμάσει. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac (%1).</translation>
+    </message>
+    <message>
+        <source>Sync data could not be read. Your local data is untouched.</source>
+        <translation>Τα δεδομένα συγχρονισμού δεν διαβάστηκαν. Τα τοπικά σου δεδομένα είναι ανέπαφα.</translation>
+    </message>
+    <message>
+        <source>Sync paused: changes could not be saved to this Mac. Check disk space and restart Quorvi.</source>
+        <translation>Ο συγχρονισμός διακόπηκε: οι αλλαγές δεν αποθηκεύτηκαν σε αυτόν τον Mac. Έλεγξε τον χώρο στον δίσκο και ξεκίνα ξανά το Quorvi.</translation>
+    </message>
+    <message>
+        <source>Sync paused: iCloud data was reset. Local data has been preserved.</source>
+        <translation>Ο συγχρονισμός διακόπηκε: τα δεδομένα του iCloud μηδενίστηκαν. Τα τοπικά δεδομένα διατηρήθηκαν.</translation>
+    </message>
+    <message>
+        <source>Sync paused: sign back into the original Apple Account. Data from different accounts stays separate.</source>
+        <translation>Ο συγχρονισμός διακόπηκε: συνδέσου ξανά στον αρχικό λογαριασμό Apple. Τα δεδομένα διαφορετικών λογαριασμών μένουν χωριστά.</translation>
+    </message>
+    <message>
+        <source>Sync paused: the original Apple Account is unavailable.</source>
+        <translation>Ο συγχρονισμός διακόπηκε: ο αρχικός λογαριασμός Apple δεν είναι διαθέσιμος.</translation>
+    </message>
+    <message>
+        <source>This history file was created by a newer version of Quorvi.</source>
+        <translation>Το αρχείο ιστορικού δημιουργήθηκε από νεότερη έκδοση του Quorvi.</translation>
+    </message>
+    <message>
+        <source>Updates aren&apos;t configured in this build.</source>
+        <translation>Οι ενημερώσεις δεν έχουν ρυθμιστεί σε αυτή την έκδοση.</translation>
+    </message>
+    <message>
+        <source>The system&apos;s installer has Quorvi %1. When it is done, quit Quorvi and start it again.</source>
+        <translation>Το πρόγραμμα εγκατάστασης του συστήματος έχει το Quorvi %1. Όταν τελειώσει, κλείσε το Quorvi και ξεκίνα το ξανά.</translation>
+    </message>
+    <message>
+        <source>The folder for updates could not be created: %1.</source>
+        <translation>Ο φάκελος ενημερώσεων δεν δημιουργήθηκε: %1.</translation>
+    </message>
+    <message>
+        <source>The update could not be read from the disk.</source>
+        <translation>Η ενημέρωση δεν διαβάστηκε από τον δίσκο.</translation>
+    </message>
+    <message>
+        <source>The update could not be saved: %1.</source>
+        <translation>Η ενημέρωση δεν αποθηκεύτηκε: %1.</translation>
+    </message>
+    <message>
+        <source>The update could not be read. It is not a Debian package.</source>
+        <translation>Η ενημέρωση δεν διαβάστηκε. Δεν είναι πακέτο Debian.</translation>
+    </message>
+    <message>
+        <source>The update was refused. Its package is not Quorvi&apos;s.</source>
+        <translation>Η ενημέρωση απορρίφθηκε. Το πακέτο δεν είναι του Quorvi.</translation>
+    </message>
+    <message>
+        <source>The update was refused. It calls itself Quorvi %1 but is not newer than the Quorvi that is running.</source>
+        <translation>Η ενημέρωση απορρίφθηκε. Λέγεται Quorvi %1 αλλά δεν είναι νεότερη από το Quorvi που τρέχει.</translation>
+    </message>
+    <message>
+        <source>The update server redirects to a connection that is not secure.</source>
+        <translation>Ο διακομιστής ενημερώσεων οδηγεί σε σύνδεση που δεν είναι ασφαλής.</translation>
+    </message>
+    <message>
+        <source>The update server&apos;s address is not a secure one (https).</source>
+        <translation>Η διεύθυνση του διακομιστή ενημερώσεων δεν είναι ασφαλής (https).</translation>
+    </message>
+    <message>
+        <source>The update server redirects without end.</source>
+        <translation>Ο διακομιστής ενημερώσεων ανακατευθύνει χωρίς τέλος.</translation>
+    </message>
+    <message>
+        <source>The update server answered with an error (HTTP %1). Please try again later.</source>
+        <translation>Ο διακομιστής ενημερώσεων απάντησε με σφάλμα (HTTP %1). Δοκίμασε ξανά αργότερα.</translation>
+    </message>
+    <message>
+        <source>The update server answered with something else than asked for (HTTP %1). Please try again later.</source>
+        <translation>Ο διακομιστής ενημερώσεων απάντησε με κάτι άλλο από ό,τι ζητήθηκε (HTTP %1). Δοκίμασε ξανά αργότερα.</translation>
+    </message>
+    <message>
+        <source>The download is larger than the update feed says. It was refused.</source>
+        <translation>Η λήψη είναι μεγαλύτερη από όσο λέει η ροή ενημερώσεων. Απορρίφθηκε.</translation>
+    </message>
+    <message>
+        <source>The download is smaller than the update feed says. It was refused.</source>
+        <translation>Η λήψη είναι μικρότερη από όσο λέει η ροή ενημερώσεων. Απορρίφθηκε.</translation>
+    </message>
+    <message>
+        <source>The answer of the update server was too large.</source>
+        <translation>Η απάντηση του διακομιστή ενημερώσεων ήταν πολύ μεγάλη.</translation>
+    </message>
+    <message>
+        <source>The update feed could not be read. It is not a feed of releases.</source>
+        <translation>Η ροή ενημερώσεων δεν διαβάστηκε. Δεν περιέχει εκδόσεις.</translation>
+    </message>
+    <message>
+        <source>The update feed was refused. It declares a document type, which a feed has no use for.</source>
+        <translation>Η ροή ενημερώσεων απορρίφθηκε. Δηλώνει τύπο εγγράφου, που δεν χρειάζεται σε ροή.</translation>
+    </message>
+    <message>
+        <source>The update feed was refused. It is nested too deeply.</source>
+        <translation>Η ροή ενημερώσεων απορρίφθηκε. Είναι πολύ βαθιά εμφωλευμένη.</translation>
+    </message>
+    <message>
+        <source>The update feed was refused. It has too many entries.</source>
+        <translation>Η ροή ενημερώσεων απορρίφθηκε. Έχει πάρα πολλές καταχωρίσεις.</translation>
+    </message>
+    <message>
+        <source>The update feed was refused. It is too large.</source>
+        <translation>Η ροή ενημερώσεων απορρίφθηκε. Είναι πολύ μεγάλη.</translation>
+    </message>
+    <message>
+        <source>This desktop has no program that installs packages. Install it with: sudo apt install %1</source>
+        <translation>Αυτό το περιβάλλον δεν έχει πρόγραμμα εγκατάστασης πακέτων. Εγκατάστησέ το με: sudo apt install %1</translation>
+    </message>
+    <message>
+        <source>The package installer could not be started. Install it with: sudo apt install %1</source>
+        <translation>Το πρόγραμμα εγκατάστασης δεν ξεκίνησε. Εγκατάστησέ το με: sudo apt install %1</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 is the newest version.</source>
+        <translation>Το Quorvi %1 είναι η νεότερη έκδοση.</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 is available, but it needs version %2 of your system or a later one.</source>
+        <translation>Το Quorvi %1 είναι διαθέσιμο, αλλά χρειάζεται έκδοση %2 του συστήματός σου ή νεότερη.</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 was refused. Its signature is not valid.</source>
+        <translation>Το Quorvi %1 απορρίφθηκε. Η υπογραφή δεν είναι έγκυρη.</translation>
+    </message>
+    <message>
+        <source>The update server could not be used (%1).</source>
+        <translation>Ο διακομιστής ενημερώσεων δεν χρησιμοποιήθηκε (%1).</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;The release notes could not be loaded.&lt;/p&gt;</source>
+        <translation>&lt;p&gt;Οι σημειώσεις έκδοσης δεν φορτώθηκαν.&lt;/p&gt;</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1316,6 +1796,93 @@
     <message>
         <source>Check for Updates…</source>
         <translation>Έλεγχος για ενημερώσεις…</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateWindow</name>
+    <message>
+        <source>Quorvi Updates</source>
+        <translation>Ενημερώσεις του Quorvi</translation>
+    </message>
+    <message>
+        <source>Release notes</source>
+        <translation>Σημειώσεις έκδοσης</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Πρόοδος</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Ακύρωση</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Λήψη</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Αργότερα</translation>
+    </message>
+    <message>
+        <source>Install…</source>
+        <translation>Εγκατάσταση…</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Κλείσιμο</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 από %2</translation>
+    </message>
+    <message>
+        <source>Verifying its signature…</source>
+        <translation>Έλεγχος της υπογραφής…</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>Έλεγχος για ενημερώσεις…</translation>
+    </message>
+    <message>
+        <source>No update available</source>
+        <translation>Δεν υπάρχει ενημέρωση</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 is available</source>
+        <translation>Το Quorvi %1 είναι διαθέσιμο</translation>
+    </message>
+    <message>
+        <source>Downloading Quorvi %1…</source>
+        <translation>Λήψη του Quorvi %1…</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 is ready to install</source>
+        <translation>Το Quorvi %1 είναι έτοιμο για εγκατάσταση</translation>
+    </message>
+    <message>
+        <source>Opening the installer…</source>
+        <translation>Άνοιγμα του προγράμματος εγκατάστασης…</translation>
+    </message>
+    <message>
+        <source>The installer is open</source>
+        <translation>Το πρόγραμμα εγκατάστασης είναι ανοιχτό</translation>
+    </message>
+    <message>
+        <source>Quorvi %1 was not installed</source>
+        <translation>Το Quorvi %1 δεν εγκαταστάθηκε</translation>
+    </message>
+    <message>
+        <source>Can&apos;t look for updates</source>
+        <translation>Ο έλεγχος για ενημερώσεις δεν γίνεται</translation>
+    </message>
+    <message>
+        <source>You have Quorvi %1.</source>
+        <translation>Έχεις το Quorvi %1.</translation>
+    </message>
+    <message>
+        <source>Its signature has been verified. Your system&apos;s package installer will open, and may ask for your password.</source>
+        <translation>Η υπογραφή ελέγχθηκε. Θα ανοίξει το πρόγραμμα εγκατάστασης του συστήματός σου και ίσως ζητήσει τον κωδικό σου.</translation>
     </message>
 </context>
 <context>
