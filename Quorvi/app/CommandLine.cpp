@@ -20,6 +20,10 @@ constexpr auto description =
     "  quit     end it\n"
     "  doctor   look at all that a dictation needs, whether Quorvi is running or not; say what is\n"
     "           wrong and what to do\n\n"
+    "Commands for what Quorvi keeps of you on this machine, each by itself:\n"
+    "  export FILE     write dictations, rules and settings as one JSON document\n"
+    "  import FILE     fold such a document in; the later version of each value counts\n"
+    "  erase [--yes]   remove everything, after a confirmation; --yes is the confirmation\n\n"
     "Environment:\n"
     "  QUORVI_API_KEY   the key for the speech service, for this run only: it is kept in memory,\n"
     "                   and the keyring's own key is left alone\n"
@@ -27,7 +31,8 @@ constexpr auto description =
     "                   or http:// for this machine itself\n\n"
     "Exit status: 0 after Quit or when Quorvi is running already, 1 without a display, when the\n"
     "keyring refused, when a command found no Quorvi or the doctor something for you to do, 2 for a\n"
-    "command line or a service address that makes no sense.";
+    "command line or a service address that makes no sense. Also 1 when an export, import or\n"
+    "erasure failed or was not confirmed, and 130 when it was interrupted.";
 
 const std::array<std::pair<const char*, const Hotkey*>, 6> shortcuts{{
     {"right-option", &Hotkey::rightOption},

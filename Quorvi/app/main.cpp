@@ -8,13 +8,16 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "Quorvi/app/Application.h"
-#include "Quorvi/app/CloudCommand.h"
 #include "Quorvi/app/BusCommand.h"
+#include "Quorvi/app/CloudCommand.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/Doctor.h"
+#include "Quorvi/app/EraseCommand.h"
 #include "Quorvi/app/KeyCommand.h"
+#include "Quorvi/app/TransferCommand.h"
 #include "Quorvi/platform/linux/X11InputSupport.h"
 
 namespace {
@@ -78,7 +81,10 @@ int main(int argc, char** argv) {
     if (argc == 2)
         if (const auto command = quorvi::keyCommandFromArgument(argv[1]))
             return quorvi::runKeyCommand(*command);
-    if (const auto status = quorvi::runCloudCommand({argv + 1, argv + argc})) return *status;
+    const std::vector<std::string_view> arguments(argv + 1, argv + argc);
+    for (const auto run :
+         {quorvi::runCloudCommand, quorvi::runTransferCommand, quorvi::runEraseCommand})
+        if (const auto status = run(arguments)) return *status;
     if (argc == 2 && quorvi::isBusCommand(argv[1])) return quorvi::runBusCommand(argv[1]);
     if (argc == 2 && argv[1] == std::string_view("doctor")) return examine(argc, argv);
     const char* display = std::getenv("DISPLAY");

@@ -8,7 +8,6 @@
 
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
-#include "QuorviCore/propertylist/PropertyList.h"
 
 namespace quorvi {
 
@@ -125,18 +124,10 @@ std::vector<TextCorrection> validRules(std::vector<SyncItem> items) {
 LocalSnapshot::Settings settingsOf(const std::vector<SyncItem>& items) {
     LocalSnapshot::Settings settings;
     for (const auto& item : items) {
-        const auto list = PropertyList::fromBinary(item.payload->view());
-        const auto* fields = list ? std::get_if<PropertyList::Dictionary>(&list->value) : nullptr;
-        if (fields == nullptr) continue;
-        const std::string key(item.id.view().substr(syncPrefix::setting.size()));
-        const auto entry = fields->find("value");
-        if (entry == fields->end()) continue;
-        std::visit(
-            [&]<class T>(const T& value) {
-                if constexpr (requires { LocalSnapshot::Setting(value); })
-                    settings.insert_or_assign(key, LocalSnapshot::Setting(value));
-            },
-            entry->second.value);
+        auto value = LocalSnapshot::decode(item.payload->view());
+        if (value)
+            settings.insert_or_assign(
+                std::string(item.id.view().substr(syncPrefix::setting.size())), *std::move(value));
     }
     return settings;
 }

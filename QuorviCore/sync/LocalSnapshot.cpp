@@ -324,6 +324,22 @@ SharedString LocalSnapshot::encode(const Setting& value) {
     return PropertyList{PropertyList::Value(std::move(entry))}.toBinary();
 }
 
+std::optional<LocalSnapshot::Setting> LocalSnapshot::decode(std::string_view payload) {
+    const auto list = PropertyList::fromBinary(payload);
+    const auto* fields = list ? std::get_if<PropertyList::Dictionary>(&list->value) : nullptr;
+    if (fields == nullptr) return std::nullopt;
+    const auto entry = fields->find("value");
+    if (entry == fields->end()) return std::nullopt;
+    return std::visit(
+        []<class T>(const T& value) -> std::optional<Setting> {
+            if constexpr (requires { Setting(value); })
+                return Setting(value);
+            else
+                return std::nullopt;
+        },
+        entry->second.value);
+}
+
 SharedString LocalSnapshot::historyId(const Uuid& id) {
     std::array<char, syncPrefix::history.size() + 36> text;
     const auto digits = id.characters();

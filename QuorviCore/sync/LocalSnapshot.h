@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -58,6 +59,8 @@ public:
 
     // The payload of a setting: a property list with the one entry "value".
     static SharedString encode(const Setting& value);
+    // Nothing for what no setting is encoded as.
+    static std::optional<Setting> decode(std::string_view payload);
     static SharedString historyId(const Uuid& id);
 
 private:

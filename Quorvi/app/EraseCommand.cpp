@@ -1,0 +1,145 @@
+#include "Quorvi/app/EraseCommand.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <system_error>
+
+#include "Quorvi/app/CloudDatabases.h"
+#include "Quorvi/app/CloudPassword.h"
+#include "Quorvi/app/KeyCommand.h"
+#include "Quorvi/app/SingleInstance.h"
+#include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/dictation/PreferenceKeys.h"
+#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/PosixFileStore.h"
+#include "Quorvi/platform/linux/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/SecretServiceKeychain.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/XdgLoginItem.h"
+
+namespace quorvi {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string cloudAddress() {
+    LoopScheduler scheduler;
+    PosixFileStore files;
+    SerialExecutor disk("preferences");
+    const PropertyListPreferences preferences(files, preferencesFile(), disk, scheduler);
+    return preferences.string(preferenceKey::cloudDatabase).value_or("");
+}
+
+void explain(const UserFolders& folders, const std::string& cloud) {
+    std::printf(
+        "This removes from this machine, for good:\n"
+        "  %s: your dictations, and what is kept for the synchronisation\n"
+        "  %s: your rules and settings\n"
+        "  the API key%s in your keyring\n"
+        "  the start at login, if it is on\n",
+        folders.data.c_str(), folders.config.c_str(),
+        isServerAddress(cloud) ? " and the password of the cloud" : "");
+    if (cloud.empty())
+        std::printf("Nothing was shared with other machines.\n");
+    else
+        std::printf(
+            "Your other machines keep what they have, and so does the cloud, %s: set to it again,\n"
+            "this machine gets everything back from there. To be rid of that, too, erase each\n"
+            "machine, and then the folder or the account of the server.\n",
+            cloud.c_str());
+}
+
+bool isConfirmed() {
+    if (!isatty(STDIN_FILENO)) {
+        std::fprintf(stderr, "quorvi: Nothing was removed. Without a terminal, say --yes.\n");
+        return false;
+    }
+    std::printf("Type \"erase\" to go on: ");
+    std::fflush(stdout);
+    std::string answer;
+    std::getline(std::cin, answer);
+    if (answer == "erase") return true;
+    std::fprintf(stderr, "quorvi: Nothing was removed.\n");
+    return false;
+}
+
+// Files that the user keeps elsewhere are linked to: they go, too, wherever they are.
+bool removeFolder(const fs::path& folder) {
+    std::error_code error;
+    for (const auto& file : {historyFile(), preferencesFile(), syncArchiveFile()})
+        if (file.parent_path() == folder && fs::is_symlink(file, error))
+            fs::remove(fs::weakly_canonical(file, error), error);
+    fs::remove_all(folder, error);
+    if (!error) return true;
+    std::fprintf(stderr, "quorvi: %s could not be removed (%s).\n", folder.c_str(),
+                 error.message().c_str());
+    return false;
+}
+
+bool removeCloudPassword(const std::string& cloud) {
+    if (!isServerAddress(cloud)) return true;
+    LoopScheduler scheduler;
+    SecretServiceKeychain keychain(scheduler);
+    const auto status = keychain.remove(cloudPasswordQuery(cloud), {});
+    if (status == KeychainStatus::success || status == KeychainStatus::itemNotFound) return true;
+    std::fprintf(stderr, "quorvi: The password of the cloud could not be removed.\n");
+    return false;
+}
+
+bool removeLoginItem() {
+    try {
+        XdgLoginItem item(XdgLoginItem::Places::current());
+        const auto status = item.status();
+        if (status == LoginItemStatus::enabled || status == LoginItemStatus::requiresApproval)
+            item.unregisterItem();
+        return true;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quorvi: The start at login is still on (%s).\n", error.what());
+        return false;
+    }
+}
+
+int erase(bool isSure) {
+    const SingleInstance instance;
+    if (!instance.isFirst()) {
+        std::fprintf(stderr, "quorvi: Quorvi is running. Quit it first: quorvi quit\n");
+        return 1;
+    }
+    const auto folders = UserFolders::find();
+    const auto cloud = cloudAddress();
+    explain(folders, cloud);
+    if (!isSure && !isConfirmed()) return 1;
+    // All of them, even when one fails. The keyring first: what is in it is found by the settings.
+    const std::array done{runKeyCommand(KeyCommand::remove) == 0, removeCloudPassword(cloud),
+                          removeLoginItem(), removeFolder(folders.data),
+                          removeFolder(folders.config)};
+    const bool isAll = std::ranges::all_of(done, [](bool one) { return one; });
+    if (isAll) std::printf("Everything was removed.\n");
+    return isAll ? 0 : 1;
+}
+
+}  // namespace
+
+std::optional<int> runEraseCommand(const std::vector<std::string_view>& arguments) {
+    if (arguments.empty() || arguments[0] != "erase") return std::nullopt;
+    const bool isSure = arguments.size() == 2 && arguments[1] == "--yes";
+    if (arguments.size() != 1 && !isSure) {
+        std::fprintf(stderr, "quorvi: erase takes nothing but --yes (see quorvi --help)\n");
+        return 2;
+    }
+    try {
+        return erase(isSure);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quorvi: %s\n", error.what());
+        return 1;
+    }
+}
+
+}  // namespace quorvi

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "Quorvi/corrections/CorrectionStore.h"
+#include "Quorvi/history/HistoryFile.h"
+#include "Quorvi/platform/FileStore.h"
+#include "Quorvi/platform/JournalFile.h"
+#include "Quorvi/platform/Preferences.h"
+#include "Quorvi/sync/SyncApplication.h"
+#include "Quorvi/sync/SyncArchiveWriter.h"
+
+namespace quorvi {
+
+// The user's dictations, rules and settings as they lie in the files, each with the stamp that the
+// synchronisation knows it by, for what works without a running program. Blocks for the disk.
+class UserData {
+public:
+    struct Places {
+        FileStore& files;
+        JournalFiles& journals;
+        Preferences& preferences;
+        Scheduler& scheduler;
+        std::filesystem::path history, archive;  // the files
+    };
+    enum class Access {
+        reading,   // beside a running program; what it is just writing may be missing
+        changing,  // while none runs
+    };
+
+    // Throws a std::exception with a sentence when something can't be read; nothing is ever written
+    // over it.
+    UserData(const Places& places, Access access);
+
+    // Every value, newest version first.
+    std::vector<SyncItem> items() const;
+
+    struct Counts {
+        std::size_t dictations = 0, rules = 0, settings = 0;
+    };
+    static Counts count(const std::vector<SyncItem>& items);
+
+    // Folds in versions from elsewhere, in memory: the later version of each value counts, what was
+    // deleted here stays deleted, and a dropped text stays dropped. Yields how many values differ
+    // from what was there.
+    Counts merge(const std::vector<SyncItem>& incoming);
+
+    // Writes it. Throws a std::exception with a sentence. The history is replaced as a whole, then
+    // the preferences are: if that fails, merging the same once more completes it.
+    void save();
+
+private:
+    void openArchive(const Places& places, Access access);
+    void saveArchive();
+
+    Preferences& preferences_;
+    HistoryFile history_;
+    DictationRecords records_;
+    CorrectionStore corrections_;
+    std::unique_ptr<SyncArchiveWriter> writer_;  // when there is an archive to be written
+    SyncState state_;
+    std::vector<SharedString> changed_;  // ids with another version than the archive has
+};
+
+}  // namespace quorvi

@@ -1,0 +1,111 @@
+#include "QuorviCore/transfer/ExportDocument.h"
+
+#include <gtest/gtest.h>
+
+#include "QuorviCore/corrections/TextCorrectionCoding.h"
+#include "QuorviCore/history/HistoryArchive.h"
+#include "QuorviCore/sync/LocalSnapshot.h"
+#include "tests/support/GeneratedHistory.h"
+
+namespace quorvi::test {
+namespace {
+
+void ignore(std::size_t, std::size_t) {}
+
+std::string documentOf(std::vector<SyncItem> items) {
+    ExportEncoder encoder(std::move(items));
+    std::string document;
+    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) document += piece;
+    EXPECT_EQ(encoder.done(), encoder.size());
+    return document;
+}
+
+std::vector<SyncItem> sample(std::size_t dictations = 3) {
+    std::vector<SyncItem> items;
+    std::int64_t revision = 1;
+    for (const auto& record : GeneratedHistory(dictations).take())
+        items.emplace_back(LocalSnapshot::historyId(record.id), encodeRecord(record), ++revision,
+                           "dev\"ice\n", !record.text);
+    const TextCorrection rule{.id = "01234567-89AB-CDEF-0123-456789ABCDEF",
+                              .original = "a \"b\"",
+                              .replacement = "γ\n",
+                              .updatedAt = {8.5}};
+    items.emplace_back("correction:" + rule.id, encodeCorrection(rule), 7, "device", false);
+    const LocalSnapshot::Settings settings{{"a flag", false},
+                                           {"hotkey", bytesOf(R"({"key":61,"name":"Ö"})")},
+                                           {"number", std::int64_t{-30}},
+                                           {"text", std::string("Κουζίνα \"x\"\n")},
+                                           {"text, empty", std::string()}};
+    for (const auto& [key, value] : settings)
+        items.emplace_back("setting:" + key, LocalSnapshot::encode(value), 253'402'300'799'999,
+                           "device", false);
+    return items;
+}
+
+TEST(ExportDocument, ReadsWhatItWroteInPiecesAndWithoutWhatIsGone) {
+    EXPECT_TRUE(decodeExport(documentOf({}), ignore).empty());
+    EXPECT_EQ(decodeExport(documentOf(sample()), ignore), sample());
+    // More than one piece.
+    std::size_t reports = 0;
+    EXPECT_EQ(decodeExport(documentOf(sample(3000)),
+                           [&](std::size_t done, std::size_t of) {
+                               EXPECT_LE(done, of);
+                               ++reports;
+                           }),
+              sample(3000));
+    EXPECT_EQ(reports, 4u);
+
+    // In any order; and what the document has no form for is no part of it.
+    auto items = sample();
+    std::rotate(items.begin(), items.begin() + 4, items.end());
+    items.emplace_back("setting:gone", std::nullopt, 9, "device", false);
+    items.emplace_back("setting:odd", SharedString("no property list"), 9, "device", false);
+    items.emplace_back("other:thing", SharedString("{}"), 9, "device", false);
+    EXPECT_EQ(decodeExport(documentOf(items), ignore), sample());
+}
+
+TEST(ExportDocument, RefusesWhatIsNotWholeOrNotAsItShouldBe) {
+    const auto whole = documentOf(sample());
+    for (std::size_t size = 0; size + 1 < whole.size(); size += 7)
+        EXPECT_THROW(decodeExport(whole.substr(0, size), ignore), ExportFormatError) << size;
+
+    const auto with = [&](const std::string& old, const std::string& replacement) {
+        auto changed = whole;
+        const auto at = changed.find(old);
+        EXPECT_NE(at, changed.npos) << old;
+        if (at != changed.npos) changed.replace(at, old.size(), replacement);
+        return changed;
+    };
+    EXPECT_EQ(decodeExport(with("\"version\":1", R"("version":1,"note":[{}])"), ignore), sample());
+    const std::vector<std::pair<std::string, std::string>> faults{
+        {"quorvi-export", "quorvi-other"},
+        {"\"history\":[", "\"history\":{}, \"x\":["},
+        {"\"corrections\"", "\"correction\""},
+        {"\"revision\":7", "\"revision\":0"},
+        {"\"revision\":7", "\"revision\":9223372036854775807"},
+        {"\"revision\":7", "\"revision\":7.5"},
+        {"\"redacted\":false,\"revision\":7", "\"revision\":7"},
+        {"\"device\":\"device\"", "\"device\":\"\""},
+        {"\"wordCount\":", "\"wordCount\":-0.5e999, \"x\":"},
+        {"\"audioSeconds\":", "\"audio\":"},
+        {"\"isEnabled\":true", "\"isEnabled\":1"},
+        {"01234567-89AB", "01234567-89A"},
+        {"\"value\":-30", "\"value\":null"},
+        {"\"value\":-30", "\"value\":30.5"},
+        {"Κουζίνα", "\xCE"},
+        {"Κουζίνα", "\\ud800"},
+    };
+    for (const auto& [old, replacement] : faults)
+        EXPECT_THROW(decodeExport(with(old, replacement), ignore), ExportFormatError)
+            << replacement;
+    EXPECT_THROW(decodeExport(std::string(1'000'000, '['), ignore), ExportFormatError);
+    try {
+        decodeExport(with("\"version\":1", "\"version\":2"), ignore);
+        FAIL() << "a later version was read";
+    } catch (const ExportFormatError& error) {
+        EXPECT_STREQ(error.what(), "This export was written by a newer version of Quorvi.");
+    }
+}
+
+}  // namespace
+}  // namespace quorvi::test

@@ -1,0 +1,160 @@
+// Taking one's data along and erasing it, as from a command line, with a running program, a real
+// keyring and a real autostart folder.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/support/Keyring.h"
+#include "tests/support/Process.h"
+
+namespace quorvi::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto record =
+    R"({"device":"elsewhere","redacted":false,"revision":9,"value":{"appName":"Mail",)"
+    R"("audioSeconds":1.5,"date":812345678.25,"id":"01234567-89AB-CDEF-0123-456789ABCDEF",)"
+    R"("language":"en","text":"Grüße","wordCount":1}})";
+const std::string document =
+    R"({"format":"quorvi-export","version":1,"history":[)" + std::string(record) +
+    R"(],"corrections":[],"settings":[{"device":"elsewhere","key":"mode","redacted":false,)"
+    R"("revision":9,"value":"toggle"}]})";
+
+struct Said {
+    int status;
+    std::string output;  // of both kinds
+};
+
+// A user's home, and commands in it.
+class Home {
+public:
+    Process start(const std::string& command, std::vector<std::string> settings = {}) const {
+        settings.push_back("HOME=" + folder.path().string());
+        settings.push_back("XDG_RUNTIME_DIR=" + folder.path().string());
+        return Process({"sh", "-c", command}, settings);
+    }
+    Said run(const std::string& arguments) const {
+        auto program =
+            start("exec " QUORVI_PROGRAM " " + arguments + " 2>&1", {"DISPLAY", "WAYLAND_DISPLAY"});
+        auto output = program.readAll();
+        return {program.wait(), std::move(output)};
+    }
+    fs::path file(const std::string& name) const { return folder.path() / name; }
+    // What is in the user's files, by their names.
+    std::vector<std::string> content() const {
+        std::vector<std::string> all;
+        for (const auto& entry : fs::recursive_directory_iterator(folder.path()))
+            if (entry.is_regular_file() && entry.path().filename() != "quorvi.lock")
+                all.push_back(entry.path().string() + ":" + contentOf(entry.path()));
+        std::ranges::sort(all);
+        return all;
+    }
+
+    TestFolder folder;
+};
+
+TEST(TransferProgram, CarriesEverythingFromOneHomeToAnother) {
+    const Home one, other;
+    one.folder.write("in.json", document);
+    const auto import = one.run("import " + one.file("in.json").string());
+    EXPECT_EQ(import.output,
+              "Taken over: 1 dictation, 0 rules and 1 setting.\n"
+              "The rest was here already, is newer here, or was deleted here.\n");
+    EXPECT_EQ(import.status, 0);
+
+    const auto out = other.file("out ü.json");
+    auto said = one.run("export '" + out.string() + "'");
+    EXPECT_TRUE(said.output.starts_with(out.string() + ": 1 dictation, 1 rule and 11 settings.\n"))
+        << said.output;
+    EXPECT_EQ(fs::status(out).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_TRUE(contentOf(out).find("\"text\":\"Grüße\"") != std::string::npos);
+    EXPECT_EQ(other.run("import '" + out.string() + "'").status, 0);
+    EXPECT_EQ(contentOf(other.file(".local/share/Quorvi/history.json")),
+              contentOf(one.file(".local/share/Quorvi/history.json")));
+
+    // Nothing is changed by what is broken, missing, or in the way.
+    const auto before = other.content();
+    one.folder.write("broken.json", document.substr(0, document.size() - 2));
+    for (const auto& [arguments, status, sentence] :
+         std::vector<std::tuple<std::string, int, std::string>>{
+             {"import " + one.file("broken.json").string(), 1, "This file is no export of Quorvi"},
+             {"import /nowhere", 1, "There is no file /nowhere."},
+             {"import /", 1, "/ could not be read"},
+             {"import", 2, "import needs one file"},
+             {"export /", 1, "/ is a folder. Name a file."},
+             {"export /proc/quorvi.json", 1, "could not be written"},
+             {"export a b", 2, "export needs one file"},
+             {"erase now", 2, "erase takes nothing but --yes"},
+             {"erase < /dev/null", 1, "Nothing was removed. Without a terminal, say --yes."}}) {
+        said = other.run(arguments);
+        EXPECT_EQ(said.status, status) << arguments;
+        EXPECT_NE(said.output.find(sentence), std::string::npos) << said.output;
+    }
+    EXPECT_EQ(other.content(), before);
+}
+
+TEST(TransferProgram, WaitsForTheRunningProgramToQuitButExportsBesideIt) {
+    const Home home;
+    home.folder.write("in.json", document);
+    ASSERT_EQ(home.run("import " + home.file("in.json").string()).status, 0);
+    auto program = home.start("exec " QUORVI_PROGRAM " --print-stages");
+    program.readLine();
+    for (const auto& arguments :
+         {"import " + home.file("in.json").string(), std::string("erase --yes")}) {
+        const auto said = home.run(arguments);
+        EXPECT_EQ(said.output, "quorvi: Quorvi is running. Quit it first: quorvi quit\n");
+        EXPECT_EQ(said.status, 1);
+    }
+    const auto said = home.run("export " + home.file("out.json").string());
+    EXPECT_EQ(said.status, 0) << said.output;
+    EXPECT_NE(contentOf(home.file("out.json")).find("Grüße"), std::string::npos);
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.wait(), 0);
+}
+
+TEST(TransferProgram, ErasesAllOfItAndTheKeyAndSaysWhatStays) {
+    const Keyring keyring;
+    const Home home;
+    home.folder.write("in.json", document);
+    ASSERT_EQ(home.run("import " + home.file("in.json").string()).status, 0);
+    EXPECT_EQ(home.run("--cloud-database=folder:" + home.file("shared").string()).status, 0);
+    auto storing = home.start("printf 'sk-test-0123456789abcdef' | " QUORVI_PROGRAM " --store-key");
+    ASSERT_EQ(storing.wait(), 0);
+    // The history is kept elsewhere.
+    const auto history = home.file(".local/share/Quorvi/history.json");
+    fs::rename(history, home.file("elsewhere.json"));
+    fs::create_symlink(home.file("elsewhere.json"), history);
+
+    // Typed on a terminal: first no, then yes.
+    const auto typed = [&](const std::string& answer) {
+        auto program = home.start("echo " + answer + " | script -qec '" QUORVI_PROGRAM " erase' " +
+                                  home.file("typescript").string());
+        auto output = program.readAll();
+        fs::remove(home.file("typescript"));
+        return Said{program.wait(), std::move(output)};
+    };
+    const auto before = home.content();
+    auto said = typed("no");
+    EXPECT_EQ(said.status, 1);
+    EXPECT_NE(said.output.find("Nothing was removed."), std::string::npos) << said.output;
+    EXPECT_EQ(home.content(), before);
+
+    said = typed("erase");
+    EXPECT_EQ(said.status, 0) << said.output;
+    for (const std::string sentence :
+         {"Your other machines keep what they have, and so does the cloud, folder:",
+          "There is no API key in your keyring.", "Everything was removed."})
+        EXPECT_NE(said.output.find(sentence), std::string::npos) << said.output;
+    EXPECT_FALSE(fs::exists(home.file(".local/share/Quorvi")));
+    EXPECT_FALSE(fs::exists(home.file(".config/Quorvi")));
+    EXPECT_FALSE(fs::exists(home.file("elsewhere.json")));
+    EXPECT_TRUE(fs::exists(home.file("in.json")));
+}
+
+}  // namespace
+}  // namespace quorvi::test
