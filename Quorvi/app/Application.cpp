@@ -65,11 +65,10 @@ public:
             *model_, StatusItem::Actions{.openWindow = [this] { openWindow(); },
                                          .checkForUpdates = [this] { updates_.updater().check(); },
                                          .quit = [this] { quit(); }});
-        window_ = std::make_unique<AppWindow>(
-            AppWindow::Parts{*model_, corrections_, history_, sync_->accountSync(), *keyStore_,
-                             updates_.updater(), preferences_, scheduler_,
-                             desktop_.historyEnvironment(preferences_, {}).calendar,
-                             [this] { quit(); }});
+        window_ = std::make_unique<AppWindow>(AppWindow::Parts{
+            *model_, corrections_, history_, sync_->accountSync(), *keyStore_, updates_.updater(),
+            preferences_, scheduler_, desktop_.historyEnvironment(preferences_, {}).calendar,
+            [this] { quit(); }});
         bus_ = std::make_unique<BusService>(
             *model_, BusService::Actions{[this] { openWindow(); }, [this] { quit(); }});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
@@ -83,6 +82,7 @@ public:
             tasks_.start([this, &apiKey](std::stop_token) { return keepKey(std::move(apiKey)); });
         modelChanged();
         tasks_.start([this](const std::stop_token&) { return noteLaunch(); });
+        scheduler_.post([this] { readYears(); });
     }
 
     // Stops the work and leaves the event loop once the clipboard is in other hands.
@@ -128,6 +128,13 @@ private:
     RecordingPanel::Desktop panelDesktop() {
         return {.isComposited = [this] { return desktop_.isComposited(); },
                 .reducesMotion = [this] { return desktop_.reducesMotion(); }};
+    }
+
+    // Once the icon is in the tray: years of dictations, and what there is of them to synchronise,
+    // would take a small machine's processors, and the memory's locks, from the start.
+    void readYears() {
+        historyHold_.reset();
+        sync_->begin();
     }
 
     void openWindow() { window_->open(); }
@@ -176,6 +183,7 @@ private:
     SerialExecutor preferencesDisk_{"preferences"};
     PropertyListPreferences preferences_{files_, preferencesFile(), preferencesDisk_, scheduler_};
     std::unique_ptr<KeyStore> keyStore_;
+    std::unique_ptr<SerialExecutor::Hold> historyHold_ = desktop_.holdHistory();
     HistoryStore history_{desktop_.historyEnvironment(preferences_, historyFile())};
     CorrectionStore corrections_{preferences_, scheduler_};
     std::unique_ptr<AppModel> model_;

@@ -13,7 +13,6 @@
 #include "Quorvi/platform/linux/PulsePermissions.h"
 #include "Quorvi/platform/linux/PulseSoundOutput.h"
 #include "Quorvi/platform/linux/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
 #include "Quorvi/platform/linux/X11Compositing.h"
 #include "Quorvi/platform/linux/X11InputSupport.h"
 #include "Quorvi/platform/linux/X11KeyEventPoster.h"
@@ -115,6 +114,10 @@ std::unique_ptr<KeyStore> LinuxDesktop::keychainStore(Preferences& preferences) 
     auto& a = *adapters_;
     a.keychain = std::make_unique<SecretServiceKeychain>(scheduler_);
     return std::make_unique<KeychainStore>(*a.keychain, preferences, a.secrets, scheduler_);
+}
+
+std::unique_ptr<SerialExecutor::Hold> LinuxDesktop::holdHistory() {
+    return std::make_unique<SerialExecutor::Hold>(adapters_->history);
 }
 
 bool LinuxDesktop::isComposited() {

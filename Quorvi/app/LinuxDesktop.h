@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/platform/linux/SerialExecutor.h"
 
 namespace quorvi {
 
@@ -28,6 +29,9 @@ public:
     // What a history in that file stands on.
     HistoryStore::Environment historyEnvironment(Preferences& preferences,
                                                  std::filesystem::path file);
+
+    // Keeps the history from being read and written while it lives.
+    std::unique_ptr<SerialExecutor::Hold> holdHistory();
 
     // Told when the desktop has granted or withdrawn something: accessibility, a microphone.
     [[nodiscard]] Subscription onPermissionsChanged(std::function<void()> observer) {

@@ -10,7 +10,7 @@
 namespace quorvi {
 
 // The synchronisation with its cloud, the one that the preference "cloudDatabase" names, and its
-// threads. Outlived by everything that it is given.
+// threads. Reads nothing before begin(). Outlived by everything that it is given.
 class Synchronisation {
 public:
     Synchronisation(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
@@ -19,9 +19,13 @@ public:
 
     AccountSync& accountSync() { return *sync_; }
 
+    // Has what lies on the disk read, which until then waits.
+    void begin() { untilBegin_.release(); }
+
 private:
     SerialExecutor cloudExecutor_{"cloud"};
     SerialExecutor disk_{"sync"};
+    SerialExecutor::Hold untilBegin_{disk_};
     PosixJournalFiles journals_;
     std::unique_ptr<CloudDatabase> database_;
     std::unique_ptr<AccountSync> sync_;

@@ -3,6 +3,7 @@
 #include <gio/gio.h>
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <future>
@@ -14,9 +15,9 @@
 
 namespace quorvi::test {
 
-// A desktop's tray as programs see it over D-Bus: the watcher that they announce their icons to, and
-// a host that reads an icon's menu and clicks in it. On a thread of its own. What asks the program
-// is given a function that keeps the program's loop running meanwhile.
+// A desktop's tray as programs see it over D-Bus: the watcher that they announce their icons to,
+// and a host that reads an icon's menu and clicks in it. On a thread of its own. What asks the
+// program is given a function that keeps the program's loop running meanwhile.
 class TrayHost {
 public:
     struct Row {
@@ -55,6 +56,12 @@ public:
         std::lock_guard lock(mutex_);
         return item_;
     }
+    // Waits, a minute at most, for an icon that was announced since the last one was forgotten.
+    bool waitForItem() {
+        std::unique_lock lock(mutex_);
+        return announced_.wait_for(lock, std::chrono::minutes(1),
+                                   [this] { return !item_.empty(); });
+    }
     void forgetItem() {
         std::lock_guard lock(mutex_);
         item_.clear();
@@ -74,9 +81,9 @@ public:
     }
     std::vector<Row> menu(const KeepRunning& keepRunning) {
         const auto path = property("Menu", keepRunning);
-        auto* answer = call(path, menuInterface, "GetLayout",
-                            g_variant_new("(ii@as)", 0, -1, g_variant_new_strv(nullptr, 0)),
-                            keepRunning);
+        auto* answer =
+            call(path, menuInterface, "GetLayout",
+                 g_variant_new("(ii@as)", 0, -1, g_variant_new_strv(nullptr, 0)), keepRunning);
         auto* layout = g_variant_get_child_value(answer, 1);
         auto* children = g_variant_get_child_value(layout, 2);
         std::vector<Row> rows;
@@ -168,9 +175,9 @@ private:
         g_free(address);
         auto* node = g_dbus_node_info_new_for_xml(watcherXml, nullptr);
         static constexpr GDBusInterfaceVTable table{onCall, onGet, nullptr, {}};
-        const auto object = g_dbus_connection_register_object(
-            connection_, "/StatusNotifierWatcher", node->interfaces[0], &table, this, nullptr,
-            nullptr);
+        const auto object =
+            g_dbus_connection_register_object(connection_, "/StatusNotifierWatcher",
+                                              node->interfaces[0], &table, this, nullptr, nullptr);
         const auto name = g_bus_own_name_on_connection(
             connection_, watcherName, G_BUS_NAME_OWNER_FLAGS_NONE,
             [](GDBusConnection*, const char*, gpointer promise) {
@@ -193,6 +200,7 @@ private:
             auto& host = *static_cast<TrayHost*>(self);
             std::lock_guard lock(host.mutex_);
             host.item_ = sender;
+            host.announced_.notify_all();
         }
         g_dbus_method_invocation_return_value(invocation, nullptr);
     }
@@ -209,6 +217,7 @@ private:
     GDBusConnection* connection_ = nullptr;
     mutable std::mutex mutex_;
     std::string item_;
+    std::condition_variable announced_;
     std::thread thread_;
 };
 

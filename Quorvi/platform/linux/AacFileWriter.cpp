@@ -9,21 +9,16 @@
 #include <system_error>
 #include <utility>
 
+#include "Quorvi/platform/linux/AvLibraries.h"
 #include "QuorviCore/transcription/QuorviError.h"
-
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libavutil/channel_layout.h>
-#include <libavutil/dict.h>
-#include <libavutil/error.h>
-#include <libavutil/log.h>
-#include <libavutil/mem.h>
-}
 
 namespace quorvi {
 
 namespace {
+
+const AvLibraries& av() {
+    return AvLibraries::get();
+}
 
 // libav's error codes are negated errno values, or codes of its own that mean little to a user.
 void check(int result, const std::string& what) {
@@ -39,13 +34,13 @@ const std::string cannotCreate = "The recording could not be created";
 const std::string cannotWrite = "The recording could not be written";
 
 struct Free {
-    void operator()(AVCodecContext* p) const { avcodec_free_context(&p); }
-    void operator()(AVFormatContext* p) const { avformat_free_context(p); }
-    void operator()(AVFrame* p) const { av_frame_free(&p); }
-    void operator()(AVPacket* p) const { av_packet_free(&p); }
+    void operator()(AVCodecContext* p) const { av().avcodec_free_context(&p); }
+    void operator()(AVFormatContext* p) const { av().avformat_free_context(p); }
+    void operator()(AVFrame* p) const { av().av_frame_free(&p); }
+    void operator()(AVPacket* p) const { av().av_packet_free(&p); }
     void operator()(AVIOContext* p) const {
-        av_freep(&p->buffer);
-        avio_context_free(&p);
+        av().av_freep(&p->buffer);
+        av().avio_context_free(&p);
     }
 };
 
@@ -95,8 +90,8 @@ struct AacFileWriter::Impl {
 
     OutputFile file;
     std::unique_ptr<AVCodecContext, Free> codec;
-    std::unique_ptr<AVFrame, Free> frame{av_frame_alloc()};
-    std::unique_ptr<AVPacket, Free> packet{av_packet_alloc()};
+    std::unique_ptr<AVFrame, Free> frame{av().av_frame_alloc()};
+    std::unique_ptr<AVPacket, Free> packet{av().av_packet_alloc()};
     std::unique_ptr<AVIOContext, Free> io;
     std::unique_ptr<AVFormatContext, Free> format;
     AVStream* stream = nullptr;  // owned by format
@@ -104,47 +99,49 @@ struct AacFileWriter::Impl {
     std::int64_t position = 0;   // of the frame's first sample
 
     explicit Impl(AudioSettings settings) {
-        av_log_set_level(AV_LOG_ERROR);
-        const auto* encoder = avcodec_find_encoder(AV_CODEC_ID_AAC);
+        av().av_log_set_level(AV_LOG_ERROR);
+        const auto* encoder = av().avcodec_find_encoder(AV_CODEC_ID_AAC);
         if (!encoder) throw QuorviError::message("This system has no AAC encoder.");
-        codec.reset(avcodec_alloc_context3(encoder));
+        codec.reset(av().avcodec_alloc_context3(encoder));
         codec->sample_fmt = AV_SAMPLE_FMT_FLTP;
         codec->sample_rate = settings.sampleRate;
         codec->bit_rate = settings.bitRate;
         codec->time_base = {1, settings.sampleRate};
         codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-        av_channel_layout_default(&codec->ch_layout, settings.channels);
-        check(avcodec_open2(codec.get(), encoder, nullptr), cannotEncode);
+        av().av_channel_layout_default(&codec->ch_layout, settings.channels);
+        check(av().avcodec_open2(codec.get(), encoder, nullptr), cannotEncode);
 
         frame->format = codec->sample_fmt;
         frame->sample_rate = codec->sample_rate;
         frame->nb_samples = codec->frame_size;
-        check(av_channel_layout_copy(&frame->ch_layout, &codec->ch_layout), cannotEncode);
-        check(av_frame_get_buffer(frame.get(), 0), cannotEncode);
+        check(av().av_channel_layout_copy(&frame->ch_layout, &codec->ch_layout), cannotEncode);
+        check(av().av_frame_get_buffer(frame.get(), 0), cannotEncode);
     }
 
     void open(const std::filesystem::path& path) {
         AVFormatContext* made = nullptr;
-        check(avformat_alloc_output_context2(&made, nullptr, "ipod", path.c_str()), cannotCreate);
+        check(av().avformat_alloc_output_context2(&made, nullptr, "ipod", path.c_str()),
+              cannotCreate);
         format.reset(made);
-        io.reset(avio_alloc_context(static_cast<unsigned char*>(av_malloc(bufferSize)), bufferSize,
-                                    1, &file, nullptr, &OutputFile::write, &OutputFile::seek));
+        io.reset(av().avio_alloc_context(static_cast<unsigned char*>(av().av_malloc(bufferSize)),
+                                         bufferSize, 1, &file, nullptr, &OutputFile::write,
+                                         &OutputFile::seek));
         format->pb = io.get();
-        stream = avformat_new_stream(format.get(), nullptr);
+        stream = av().avformat_new_stream(format.get(), nullptr);
         stream->time_base = codec->time_base;
-        check(avcodec_parameters_from_context(stream->codecpar, codec.get()), cannotCreate);
+        check(av().avcodec_parameters_from_context(stream->codecpar, codec.get()), cannotCreate);
         // The usual time scale of milliseconds would cut the sound down to a whole number of them.
         AVDictionary* options = nullptr;
-        av_dict_set_int(&options, "movie_timescale", codec->sample_rate, 0);
-        const int written = avformat_write_header(format.get(), &options);
-        av_dict_free(&options);
+        av().av_dict_set_int(&options, "movie_timescale", codec->sample_rate, 0);
+        const int written = av().avformat_write_header(format.get(), &options);
+        av().av_dict_free(&options);
         check(written, cannotCreate);
     }
 
     void write(std::span<const std::int16_t> samples) {
         const int channels = codec->ch_layout.nb_channels;
         for (std::size_t i = 0; i < samples.size();) {
-            if (filled == 0) check(av_frame_make_writable(frame.get()), cannotEncode);
+            if (filled == 0) check(av().av_frame_make_writable(frame.get()), cannotEncode);
             for (int channel = 0; channel < channels; ++channel) {
                 auto* plane = reinterpret_cast<float*>(frame->extended_data[channel]);
                 plane[filled] = static_cast<float>(samples[i++]) / 32768.0F;
@@ -157,29 +154,29 @@ struct AacFileWriter::Impl {
         frame->nb_samples = filled;
         frame->pts = position;
         position += std::exchange(filled, 0);
-        check(avcodec_send_frame(codec.get(), frame.get()), cannotEncode);
+        check(av().avcodec_send_frame(codec.get(), frame.get()), cannotEncode);
         takePackets();
     }
 
     void takePackets() {
         for (;;) {
-            const int result = avcodec_receive_packet(codec.get(), packet.get());
+            const int result = av().avcodec_receive_packet(codec.get(), packet.get());
             if (result == AVERROR(EAGAIN) || result == AVERROR_EOF) return;
             check(result, cannotEncode);
             packet->stream_index = stream->index;
-            av_packet_rescale_ts(packet.get(), codec->time_base, stream->time_base);
-            check(av_write_frame(format.get(), packet.get()), cannotWrite);
-            av_packet_unref(packet.get());
+            av().av_packet_rescale_ts(packet.get(), codec->time_base, stream->time_base);
+            check(av().av_write_frame(format.get(), packet.get()), cannotWrite);
+            av().av_packet_unref(packet.get());
             check(io->error, cannotWrite);
         }
     }
 
     void finish() {
         if (filled > 0) encode();
-        check(avcodec_send_frame(codec.get(), nullptr), cannotEncode);
+        check(av().avcodec_send_frame(codec.get(), nullptr), cannotEncode);
         takePackets();
-        check(av_write_trailer(format.get()), cannotWrite);
-        avio_flush(io.get());
+        check(av().av_write_trailer(format.get()), cannotWrite);
+        av().avio_flush(io.get());
         check(io->error, cannotWrite);
         file.close();
     }

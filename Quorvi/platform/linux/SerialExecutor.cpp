@@ -27,12 +27,20 @@ void SerialExecutor::run(std::function<void()> job) {
     wake_.notify_one();
 }
 
+void SerialExecutor::hold(int change) {
+    {
+        std::lock_guard lock(mutex_);
+        holds_ += change;
+    }
+    wake_.notify_one();
+}
+
 void SerialExecutor::work() {
     for (;;) {
         std::function<void()> job;
         {
             std::unique_lock lock(mutex_);
-            wake_.wait(lock, [this] { return ending_ || !jobs_.empty(); });
+            wake_.wait(lock, [this] { return ending_ || (!jobs_.empty() && holds_ == 0); });
             if (jobs_.empty()) return;
             job = std::move(jobs_.front());
             jobs_.pop_front();

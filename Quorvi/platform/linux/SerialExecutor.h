@@ -5,6 +5,7 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "QuorviCore/async/Executor.h"
 
@@ -19,13 +20,31 @@ public:
 
     void run(std::function<void()> job) override;
 
+    // While a Hold lives, what is queued waits: for what can do without a processor until something
+    // that is waited for is done. On any thread; the executor outlives it.
+    class Hold {
+    public:
+        explicit Hold(SerialExecutor& executor) : executor_(&executor) { executor.hold(1); }
+        ~Hold() { release(); }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+        void release() {
+            if (auto* executor = std::exchange(executor_, nullptr)) executor->hold(-1);
+        }
+
+    private:
+        SerialExecutor* executor_;
+    };
+
 private:
     void work();
+    void hold(int change);
 
     std::mutex mutex_;
     std::condition_variable wake_;
     std::deque<std::function<void()>> jobs_;
     bool ending_ = false;
+    int holds_ = 0;
     std::thread thread_;
 };
 

@@ -1,0 +1,19 @@
+// The least that a program with the same toolkit needs for an icon with a menu in the tray: what
+// Quorvi's start is measured against.
+#include <QApplication>
+#include <QIcon>
+#include <QMenu>
+#include <QPixmap>
+#include <QSystemTrayIcon>
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QPixmap pixmap(22, 22);
+    pixmap.fill(Qt::gray);
+    QMenu menu;
+    menu.addAction(QStringLiteral("Quit"), &application, &QApplication::quit);
+    QSystemTrayIcon icon{QIcon(pixmap)};
+    icon.setContextMenu(&menu);
+    icon.show();
+    return QApplication::exec();
+}
