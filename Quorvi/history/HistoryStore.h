@@ -84,6 +84,9 @@ public:
     // Blocks until everything recorded is on the disk, or can't be brought there. For shutting
     // down only.
     void flush();
+    // What brings everything recorded until it is called to the disk, and says whether it is there.
+    // Blocks; for any thread, also after the store is gone.
+    std::function<bool()> flusher() const { return writer_.flusher(); }
 
 private:
     enum class Phase { loading, saving, readOnly };

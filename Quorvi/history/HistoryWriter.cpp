@@ -23,21 +23,26 @@ void HistoryWriter::flush() {
     state_->writePending();
 }
 
-void HistoryWriter::State::writePending() {
+std::function<bool()> HistoryWriter::flusher() const {
+    return [state = state_] { return state->writePending(); };
+}
+
+bool HistoryWriter::State::writePending() {
     std::lock_guard lock(writing);
     std::optional<Pending> taken;
     {
         std::lock_guard guard(mutex);
         taken = std::exchange(pending, std::nullopt);
     }
-    if (!taken) return;
-    bool saved = true;
+    if (!taken) return isKept;
     try {
         file.save(taken->records);
+        isKept = true;
     } catch (const std::exception&) {
-        saved = false;
+        isKept = false;
     }
-    outcome(taken->revision, saved);
+    outcome(taken->revision, isKept);
+    return isKept;
 }
 
 }  // namespace quorvi

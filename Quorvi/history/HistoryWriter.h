@@ -26,6 +26,8 @@ public:
     // Blocks until the last snapshot is on the disk, or has failed. Writes it here when the
     // executor has not come to it.
     void flush();
+    // The same for any thread, also after the writer is gone; false when it has failed.
+    std::function<bool()> flusher() const;
 
 private:
     struct Pending {
@@ -35,11 +37,12 @@ private:
     struct State {
         State(HistoryFile f, Outcome o) : file(std::move(f)), outcome(std::move(o)) {}
 
-        void writePending();
+        bool writePending();
 
         const HistoryFile file;
         const Outcome outcome;
         std::mutex writing;  // held while the file is written
+        bool isKept = true;  // the last snapshot that was taken from `pending`
         std::mutex mutex;    // guards `pending` only
         std::optional<Pending> pending;
     };

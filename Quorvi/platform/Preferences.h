@@ -41,6 +41,9 @@ public:
 
     // Blocks until every change made so far is kept, or until persistenceError() says why not.
     virtual void flush() = 0;
+    // What does the same on any thread, also after this object is gone, and says whether it is
+    // kept. Preferences that are not written in this run count as kept.
+    virtual std::function<bool()> flusher() = 0;
 
     // After any change of a value or of the persistence error.
     [[nodiscard]] virtual Subscription onChange(std::function<void()> observer) = 0;

@@ -22,9 +22,17 @@ constexpr auto preferencesDelay = 300ms;
 
 AccountSync::AccountSync(Environment environment)
     : environment_(std::move(environment)), tasks_(environment_.scheduler) {
-    const auto& preferences = environment_.preferences;
+    auto& preferences = environment_.preferences;
+    // A state that knows of a value that the stores have not kept would take it for deleted, or
+    // changed back, after a crash.
+    environment_.archive.flushStores = [flushHistory = environment_.history.flusher(),
+                                        flushPreferences = preferences.flusher()] {
+        return flushHistory() && flushPreferences();
+    };
     enabled_ = preferences.boolean(enabledKey).value_or(true);
-    seeds_ = !preferences.boolean(preferenceKey::hasLaunched).value_or(false);
+    seeds_ = preferences.boolean(seedingKey).value_or(false) ||
+             !preferences.boolean(preferenceKey::hasLaunched).value_or(false);
+    if (seeds_) preferences.setBoolean(seedingKey, true);
     if (!enabled_) status_ = "Sync paused on this Mac";
     tasks_.start([this](std::stop_token stop) { return open(stop); });
 }
@@ -118,8 +126,9 @@ Task<void> AccountSync::captureInBackground(LocalSnapshot now, std::stop_token s
     {
         const Activity::Running running(capturing_);
         auto comparing = archive_->changesOf(now, stop);
-        const auto changes = co_await comparing;
+        auto changes = co_await comparing;
         if (seeds_) captureChosen(changes);
+        adoptHeld(changes);
         const std::span all(changes);
         for (std::size_t at = 0; at < all.size(); at += valuesPerTurn) {
             const auto some = all.subspan(at, std::min(valuesPerTurn, all.size() - at));
@@ -134,6 +143,17 @@ Task<void> AccountSync::captureInBackground(LocalSnapshot now, std::stop_token s
     // What has changed meanwhile, and what had to wait for it.
     capture();
     applyIfReady();
+}
+
+// What was written into the stores shortly before a crash, which the archive does not know: a new
+// version would take precedence over what others have made of it since.
+void AccountSync::adoptHeld(LocalChanges& changes) {
+    std::erase_if(changes, [this](const LocalChange& change) {
+        const auto* item = archive_->ledger().item(change.id);
+        if (item == nullptr || item->payload != change.payload) return false;
+        archive_->adopt(change);
+        return true;
+    });
 }
 
 void AccountSync::captureChosen(const LocalChanges& changes) {
@@ -176,6 +196,7 @@ void AccountSync::persist() {
 void AccountSync::persisted(bool saved) {
     if (!diskHealthy_) return;
     if (saved) {
+        if (captured_ && !seeds_) environment_.preferences.remove(seedingKey);
         if (std::exchange(pendingCount_, archive_->state().pending.size()) != pendingCount_)
             changed();
         return;

@@ -35,6 +35,8 @@ public:
     static constexpr std::string_view recordType = "QuorviItem";
     static constexpr std::string_view subscriptionID = "quorvi.private.changes";
     static constexpr std::string_view enabledKey = "iCloudSyncEnabled";
+    // Set from the first launch until the archive has taken in what that launch began with.
+    static constexpr std::string_view seedingKey = "iCloudSyncSeeding";
 
     // All of it outlives this.
     struct Environment {
@@ -83,6 +85,7 @@ private:
     Task<void> captureInBackground(LocalSnapshot now, std::stop_token stop);
     Task<void> captureAll(std::stop_token stop);
     void captureChosen(const LocalChanges& changes);
+    void adoptHeld(LocalChanges& changes);
     void noteDifferences();
     void noteCaptured(const std::vector<SharedString>& ids);
     void tick();

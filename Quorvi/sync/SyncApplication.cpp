@@ -109,6 +109,9 @@ void prepareHistory(SyncApplication& application, const SyncState& state,
 }
 
 std::vector<TextCorrection> validRules(std::vector<SyncItem> items) {
+    // In an order that is the same on all machines also where the stamps are, as those of the rules
+    // that a first launch brings along.
+    std::ranges::sort(items, {}, &SyncItem::id);
     sortNewestFirst(items);
     std::vector<TextCorrection> rules;
     std::unordered_set<std::string> phrases;

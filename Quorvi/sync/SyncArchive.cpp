@@ -23,7 +23,8 @@ struct Loaded {
 
 Loaded load(const SyncArchive::Environment& environment) {
     auto writer = std::make_shared<SyncArchiveWriter>(environment.files, environment.journals,
-                                                      environment.path, environment.wholeUpTo);
+                                                      environment.path, environment.wholeUpTo,
+                                                      environment.flushStores);
     auto state = writer->copy();
     return {std::move(writer), std::move(state)};
 }
@@ -65,6 +66,11 @@ const SyncItem& SyncArchive::merge(const SyncItem& incoming) {
     const auto& held = state_.ledger.merge(incoming);
     touch(held.id);
     return held;
+}
+
+void SyncArchive::adopt(const LocalChange& value) {
+    state_.ledger.adopt(value);
+    touch(value.id);
 }
 
 void SyncArchive::rebaseline() {

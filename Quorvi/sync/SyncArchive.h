@@ -43,6 +43,9 @@ public:
         Scheduler& scheduler;
         // The size in bytes up to which the document is written as a whole.
         std::size_t wholeUpTo = 4 << 20;
+        // Called on the thread that is about to write: brings the values that the state speaks of
+        // to the disk first. When it can't, nothing is written. Outlives its owner.
+        std::function<bool()> flushStores = {};
     };
 
     // Reads the document and the journal on the executor; without a document the state is a new
@@ -63,6 +66,7 @@ public:
     // thousand take about a millisecond.
     std::vector<SharedString> capture(std::span<const LocalChange> changes, bool seed, Date now);
     const SyncItem& merge(const SyncItem& incoming);
+    void adopt(const LocalChange& value);
     void rebaseline();
 
     void setOwner(SharedString owner);

@@ -64,8 +64,12 @@ std::filesystem::path journalOf(std::filesystem::path document) {
 }  // namespace
 
 SyncArchiveWriter::SyncArchiveWriter(FileStore& files, JournalFiles& journals,
-                                     std::filesystem::path document, std::size_t wholeUpTo)
-    : files_(files), path_(std::move(document)), wholeUpTo_(wholeUpTo) {
+                                     std::filesystem::path document, std::size_t wholeUpTo,
+                                     std::function<bool()> flushStores)
+    : files_(files),
+      path_(std::move(document)),
+      wholeUpTo_(wholeUpTo),
+      flushStores_(std::move(flushStores)) {
     // First of all, so that no other process changes the files between reading and writing.
     try {
         journal_ = journals.open(journalOf(path_));
@@ -139,6 +143,7 @@ bool SyncArchiveWriter::writePushed() {
     if (closed_) return false;
     takePushed();
     if (unwritten_.empty() && document_ && !failed_) return true;
+    if (!storesAreFlushed()) return false;
     const bool isLarge = document_ && document_->size + journalSize_ > wholeUpTo_;
     if (isLarge && journal_ && !failed_) {
         try {
@@ -238,6 +243,7 @@ bool SyncArchiveWriter::writeDocument(bool regardless) {
     if (closed_) return false;
     takePushed();
     if (journalSize_ == 0 && unwritten_.empty() && document_ && !failed_) return true;
+    if (!storesAreFlushed()) return false;
     return replaceDocument(regardless);
 }
 

@@ -23,9 +23,10 @@ namespace quorvi {
 // but for push().
 class SyncArchiveWriter {
 public:
+    // `flushStores` as in SyncArchive::Environment.
     // Reads both files. Throws std::system_error, or SyncFormatError when they are not understood.
     SyncArchiveWriter(FileStore& files, JournalFiles& journals, std::filesystem::path document,
-                      std::size_t wholeUpTo);
+                      std::size_t wholeUpTo, std::function<bool()> flushStores = {});
 
     // For the next one who works on the copy. Takes no time.
     void push(std::vector<SyncDelta> deltas);
@@ -56,6 +57,7 @@ private:
 
     void replay(std::string_view journal);
     bool writePushed();
+    bool storesAreFlushed() const { return !flushStores_ || flushStores_(); }
     void takePushed();
     void appendToJournal();
     bool replaceDocument(bool regardless);
@@ -65,6 +67,7 @@ private:
     FileStore& files_;
     const std::filesystem::path path_;
     const std::size_t wholeUpTo_;
+    const std::function<bool()> flushStores_;
 
     std::mutex pushing_;  // guards pushed_ only
     std::vector<SyncDelta> pushed_;

@@ -29,6 +29,9 @@ public:
     bool couldBeRead() const override { return couldBeRead_; }
     std::optional<std::string> persistenceError() const override { return std::nullopt; }
     void flush() override {}
+    std::function<bool()> flusher() override {
+        return [] { return true; };
+    }
 
     // As if there were stored values that can't be read.
     void setCouldBeRead(bool could) { couldBeRead_ = could; }

@@ -72,6 +72,9 @@ public:
     // be called for one part of the changes after the other.
     std::vector<SharedString> capture(std::span<const LocalChange> changes, bool seed, Date now);
 
+    // Takes the local value for what it was at the last look, without a new version.
+    void adopt(const LocalChange& value) { setBaseline(value.id, value.payload); }
+
     // Folds in one version from elsewhere. Yields what is held then.
     const SyncItem& merge(const SyncItem& incoming);
 

@@ -38,10 +38,11 @@ struct FakeDesktop {
     AppModel::Environment environment(Scheduler& time, Executor& executor, HistoryStore& history,
                                       CorrectionStore& corrections,
                                       std::function<AccountSyncing&()> sync,
-                                      std::filesystem::path recordings) {
+                                      std::filesystem::path recordings,
+                                      Preferences* others = nullptr) {
         return {time,     executor,   executor,    keyboard,  poster,      accessibility,
                 workspace, pasteboard, microphone, speaker,   permissions, localKeys,
-                preferences, keyStore, service,    history,   corrections, std::move(sync),
+                others ? *others : preferences, keyStore, service,    history,   corrections, std::move(sync),
                 "https://speech.example", std::move(recordings)};
     }
 

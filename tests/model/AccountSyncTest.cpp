@@ -2,6 +2,7 @@
 
 #include "tests/fakes/FakeCloudDatabase.h"
 #include "tests/model/SyncMachine.h"
+#include "tests/support/Waiting.h"
 
 namespace quorvi::test {
 namespace {
@@ -50,6 +51,8 @@ TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     first.model->setVocabulary("Κουζίνα");
     first.dictate("one");
     settle();
+    second.start();
+    second.kill();  // before the archive knew of the first launch
     startSecond();
     EXPECT_EQ(second.model->vocabulary(), "Κουζίνα");
     EXPECT_EQ(second.texts(), Texts{"one"});
@@ -206,6 +209,30 @@ TEST_F(AccountSyncTest, AnEditDuringAnApplicationIsKept) {
         ASSERT_EQ(first.values(), second.values());
         second.quit();
     }
+}
+
+// It was applied, and the program died before the archive said so.
+TEST_F(AccountSyncTest, WhatTheStoresHoldOfOthersIsNoEditAfterACrash) {
+    startSecond();
+    second.kill();
+    second.preferences.setString("vocabulary", "older");
+    {
+        Running opening(SyncArchive::open({second.files, second.journals, SyncMachine::archiveFile,
+                                           second.turns, second.scheduler}));
+        clock.settle();
+        const auto& archive = *opening.value();
+        archive->merge({"setting:vocabulary", LocalSnapshot::encode(std::string("older")), 5, "Z",
+                        false});
+        Running persisting(archive->persist());
+        clock.settle();
+        ASSERT_EQ(persisting.value(), true);
+    }
+    first.model->setVocabulary("newer");
+    settle();
+    second.start();
+    settle();
+    EXPECT_EQ(second.model->vocabulary(), "newer");
+    EXPECT_EQ(first.model->vocabulary(), "newer");
 }
 
 TEST_F(AccountSyncTest, WhatWasNotSentOrNotAppliedIsTakenUpAtTheNextStart) {

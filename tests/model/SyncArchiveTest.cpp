@@ -24,8 +24,8 @@ struct Disk {
 // One run of a program.
 struct Program {
     explicit Program(Disk& d, std::size_t wholeUpTo = 20'000) : disk(d) {
-        Running opening(SyncArchive::open(
-            {disk.files, disk.journals, document, executor, scheduler, wholeUpTo}));
+        Running opening(SyncArchive::open({disk.files, disk.journals, document, executor, scheduler,
+                                           wholeUpTo, [this] { return storesAreKept; }}));
         scheduler.settle();
         failure = opening.failure();
         if (opening.ended() && failure.empty())
@@ -41,6 +41,7 @@ struct Program {
     }
 
     Disk& disk;
+    bool storesAreKept = true;
     VirtualScheduler scheduler;
     TurnExecutor executor{scheduler};
     std::unique_ptr<SyncArchive> archive;
@@ -147,6 +148,27 @@ TEST(SyncArchive, AFailedWriteIsMadeUpForByTheNext) {
             kept = documentOf(run.archive->state());
         }
         EXPECT_EQ(documentOf(Program(disk).archive->state()), kept);
+    }
+}
+
+// After a crash it would take what the stores lack for deleted.
+TEST(SyncArchive, IsNeverAheadOfTheStores) {
+    for (const std::size_t size : {10, 15'000}) {
+        Disk disk;
+        Program run(disk);
+        run.fill(size);
+        ASSERT_TRUE(run.persist());
+        const Disk before = disk;
+        run.archive->setOwner("me");
+        run.storesAreKept = false;
+        EXPECT_FALSE(run.persist());
+        EXPECT_FALSE(run.archive->flush());
+        EXPECT_EQ(disk.files.files, before.files.files);
+        EXPECT_EQ(disk.journals.files, before.journals.files);
+        run.storesAreKept = true;
+        EXPECT_TRUE(run.persist());
+        Disk copy = disk;
+        EXPECT_EQ(Program(copy).archive->state().owner, "me");
     }
 }
 

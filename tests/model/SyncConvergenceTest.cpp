@@ -2,10 +2,10 @@
 
 #include <cstdlib>
 #include <random>
-#include <set>
 
 #include "tests/fakes/FakeCloudDatabase.h"
 #include "tests/model/SyncMachine.h"
+#include "tests/support/SyncEdits.h"
 
 // Several machines, all kinds of changes in any order, and clouds, disks and clocks as bad as they
 // come: at the end all hold the same. QUORVI_SYNC_SEEDS says how many histories are tried,
@@ -38,7 +38,7 @@ public:
 
     void live() {
         for (int step = 0; step < 60; ++step) {
-            act(*machines_[below(machines_.size())]);
+            act(below(machines_.size()));
             clock_.advance(std::chrono::milliseconds(below(4) ? below(3000) : below(40)));
         }
     }
@@ -59,6 +59,7 @@ public:
     }
 
     void check() {
+        for (std::size_t i = 0; i < machines_.size(); ++i) noteKept(i);
         const auto expected = machines_[0]->values();
         for (const auto& machine : machines_) {
             EXPECT_EQ(machine->sync->status(), "Up to date with iCloud");
@@ -66,85 +67,47 @@ public:
             EXPECT_EQ(machine->values(), expected);
             EXPECT_EQ(machine->rules(), machines_[0]->rules());
         }
-        // Every dictation that was kept is there or was deleted by somebody.
-        std::set<std::string> present;
-        for (const auto& [id, payload] : expected) present.insert(id);
-        for (const auto& id : dictated_)
-            EXPECT_TRUE(present.contains(id) || deleted_.contains(id)) << id << " is lost";
-        for (const auto& id : deleted_) EXPECT_FALSE(present.contains(id)) << id << " is back";
+        judge_.check(expected);
     }
 
 private:
     std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
     bool chance(std::uint64_t oneOf) { return below(oneOf) == 0; }
-    std::string word() { return std::string(1, static_cast<char>('a' + below(6))); }
+    // What was done is on the disk, unless the program was killed before it came there.
+    void noteKept(std::size_t who) {
+        for (const auto& edit : waiting_[who].takenIn(*machines_[who])) judge_.wasKept(edit);
+    }
 
-    void act(SyncMachine& machine) {
+    void act(std::size_t who) {
+        auto& machine = *machines_[who];
         if (!machine.isRunning()) {
             machine.start();
             return;
         }
-        auto& history = *machine.history;
-        auto& corrections = *machine.corrections;
-        const auto& rules = corrections.rules().rules();
-        auto& cloud = static_cast<FakeCloudDatabase&>(machine.cloud);
-        if (history.isLoading()) return;
+        noteKept(who);
+        auto& cloud = *clouds_[who];
         switch (below(19)) {
-            case 0:
-            case 1:
-            case 2:
-            case 3: {
-                machine.dictate("words " + word(), static_cast<double>(below(3) * 50));
-                const auto id = history.records()[0].id.string();
-                clock_.advance(2ms);  // the history is on the disk
-                dictated_.insert("history:" + id);
-                break;
-            }
-            case 4:
-                if (history.records().empty()) break;
-                {
-                    const auto id = history.records()[below(history.records().size())].id;
-                    history.remove(id);
-                    clock_.advance(2ms);
-                    machine.sync->syncNow();
-                    deleted_.insert("history:" + id.string());
-                }
-                break;
-            case 5:
-            case 6:
-                try {
-                    corrections.save({.original = word(), .replacement = word() + word()});
-                } catch (const QuorviError&) {
-                }
-                break;
-            case 7:
-                if (!rules.empty()) corrections.remove(rules[below(rules.size())].id);
-                break;
-            case 8:
-                if (!rules.empty())
-                    corrections.setEnabled(rules[below(rules.size())].id, chance(2));
-                break;
-            case 9: machine.model->setVocabulary(word() + word()); break;
-            case 10:
-                machine.model->setRecordingTheme(chance(2) ? RecordingTheme::paper
-                                                           : RecordingTheme::midnight);
-                break;
-            case 11: history.setKeepTranscripts(chance(2)); break;
             case 12: machine.sync->setEnabled(!machine.sync->enabled()); break;
             case 13: cloud.fail(CloudOperation::zoneChanges, CloudError(4, "", 2s), -1); break;
             case 14: cloud.succeed(CloudOperation::zoneChanges); break;
             case 15: cloud.lostAnswers = 1; break;
             case 16:
-                clock_.advance(2ms);
+                if (chance(2)) clock_.advance(2ms);
                 machine.kill();
+                waiting_[who].clear();
                 break;
-            case 17: machine.quit(); break;
-            case 18: {
-                constexpr TranscriptRetention all[] = {TranscriptRetention::thirtyDays,
-                                                       TranscriptRetention::ninetyDays,
-                                                       TranscriptRetention::forever};
-                history.setRetention(all[below(3)]);
+            case 17:
+                machine.quit();
+                waiting_[who].clear();
                 break;
+            default: {
+                auto plan = SyncEditor(machine, machine.scheduler, random_()).plan();
+                auto edits = std::move(plan.edits);
+                for (auto& edit : plan.make()) edits.push_back(std::move(edit));
+                for (const auto& edit : edits) {
+                    judge_.wasTried(edit);
+                    waiting_[who].add(edit);
+                }
             }
         }
     }
@@ -154,7 +117,8 @@ private:
     FakeCloudServer server_{clock_};
     std::vector<std::unique_ptr<FakeCloudDatabase>> clouds_;
     std::vector<std::unique_ptr<SyncMachine>> machines_;
-    std::set<std::string> dictated_, deleted_;
+    std::map<std::size_t, WaitingEdits> waiting_;
+    SyncJudge judge_;
 };
 
 TEST(SyncConvergenceTest, AllMachinesEndWithTheSame) {

@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -24,8 +25,10 @@ namespace quorvi::test {
 class Process {
 public:
     Process() = default;
+    enum class Input { inherited, own };
     explicit Process(std::vector<std::string> command,
-                     const std::vector<std::string>& settings = {})
+                     const std::vector<std::string>& settings = {},
+                     Input input = Input::inherited)
         : home_(std::make_unique<TestFolder>()) {
         std::vector<std::string> environment;
         for (char** one = environ; *one; ++one) environment.emplace_back(*one);
@@ -34,13 +37,14 @@ public:
             set(environment, name);
         set(environment, "HOME=" + home_->path().string());
         for (const auto& setting : settings) set(environment, setting);
-        spawn(pointers(command), pointers(environment));
+        spawn(pointers(command), pointers(environment), input);
     }
     Process(Process&& other) noexcept { *this = std::move(other); }
     Process& operator=(Process&& other) noexcept {
         end();
         pid_ = std::exchange(other.pid_, -1);
         output_ = std::exchange(other.output_, -1);
+        input_ = std::exchange(other.input_, -1);
         unread_ = std::move(other.unread_);
         home_ = std::move(other.home_);
         return *this;
@@ -71,6 +75,12 @@ public:
         return pid_ < 0;
     }
 
+    // A line for its standard input, if that is its own; nothing when it is dead.
+    void writeLine(const std::string& line) const {
+        const auto all = line + "\n";
+        if (send(input_, all.data(), all.size(), MSG_NOSIGNAL) < 0) return;
+    }
+
     // The next line of the output, without its end. Throws when none comes within a minute.
     std::string readLine() {
         auto end = unread_.find('\n');
@@ -98,8 +108,10 @@ private:
         result.push_back(nullptr);
         return result;
     }
-    void spawn(std::vector<char*> arguments, std::vector<char*> environment) {
-        int ends[2];
+    void spawn(std::vector<char*> arguments, std::vector<char*> environment, Input input) {
+        int ends[2], inputs[2] = {-1, -1};
+        if (input == Input::own && socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, inputs) != 0)
+            throw std::runtime_error("no sockets");
         if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
         const auto log = std::filesystem::temp_directory_path() / "programs.log";
         posix_spawn_file_actions_t actions;
@@ -107,6 +119,7 @@ private:
         posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
         posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log.c_str(),
                                          O_WRONLY | O_CREAT | O_APPEND, 0600);
+        if (inputs[1] >= 0) posix_spawn_file_actions_adddup2(&actions, inputs[1], STDIN_FILENO);
         posix_spawnattr_t attributes;
         posix_spawnattr_init(&attributes);
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
@@ -116,6 +129,8 @@ private:
         posix_spawn_file_actions_destroy(&actions);
         close(ends[1]);
         output_ = ends[0];
+        if (inputs[1] >= 0) close(inputs[1]);
+        input_ = inputs[0];
         if (failed) pid_ = -1;
     }
     bool readMore() {
@@ -129,11 +144,13 @@ private:
     void end() {
         kill();
         if (output_ >= 0) close(std::exchange(output_, -1));
+        if (input_ >= 0) close(std::exchange(input_, -1));
     }
 
     std::unique_ptr<TestFolder> home_;
     pid_t pid_ = -1;
     int output_ = -1;
+    int input_ = -1;
     std::string unread_;
 };
 

@@ -142,6 +142,11 @@ void PropertyListFile::store(const Values& values) {
     files_.replace(path_, parts, previous_);
 }
 
+bool PropertyListFile::isWritten() const {
+    std::lock_guard oneWriter(writing_);
+    return !lastFailed_;
+}
+
 std::vector<PropertyListFile::Outcome> PropertyListFile::takeOutcomes() {
     std::lock_guard lock(mutex_);
     return std::exchange(outcomes_, {});

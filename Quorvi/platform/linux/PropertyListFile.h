@@ -55,6 +55,8 @@ public:
     // outcome to be taken.
     bool write();
     std::vector<Outcome> takeOutcomes();
+    // Whether the last write succeeded. Waits for one that is under way.
+    bool isWritten() const;
 
 private:
     // Nothing when there is no file. Throws when there is one that can't be read or understood.
@@ -66,7 +68,7 @@ private:
     const std::filesystem::path path_;
     const std::filesystem::path previous_;
 
-    std::mutex writing_;  // held for the whole of a write
+    mutable std::mutex writing_;  // held for the whole of a write
     Values base_;         // what the file held when it was last seen
     bool lastFailed_ = false;
 

@@ -94,17 +94,19 @@ void PropertyListPreferences::remove(std::string_view key) {
     note(key, nullptr);
 }
 
+std::function<void()> PropertyListPreferences::writing() {
+    return [file = file_, &scheduler = scheduler_, alive = std::weak_ptr(alive_)] {
+        if (!file->write()) return;
+        scheduler.post([alive] {
+            if (const auto self = alive.lock()) (*self)->takeOver();
+        });
+    };
+}
+
 void PropertyListPreferences::note(std::string_view key, PropertyListFile::Value value) {
     const auto noted = file_->change(key, std::move(value));
     changedAt_.insert_or_assign(std::string(key), noted.revision);
-    if (noted.needsWrite) {
-        disk_.run([file = file_, &scheduler = scheduler_, alive = std::weak_ptr(alive_)] {
-            if (!file->write()) return;
-            scheduler.post([alive] {
-                if (const auto self = alive.lock()) (*self)->takeOver();
-            });
-        });
-    }
+    if (noted.needsWrite) disk_.run(writing());
     changes_.notify();
 }
 
@@ -127,6 +129,13 @@ void PropertyListPreferences::takeOver() {
         persistenceError_ = std::move(error);
     }
     if (changed) changes_.notify();
+}
+
+std::function<bool()> PropertyListPreferences::flusher() {
+    return [file = file_, write = writing()] {
+        write();
+        return file->isWritten();
+    };
 }
 
 void PropertyListPreferences::flush() {

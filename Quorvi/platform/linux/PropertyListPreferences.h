@@ -52,6 +52,7 @@ public:
     bool couldBeRead() const override { return couldBeRead_; }
     std::optional<std::string> persistenceError() const override { return persistenceError_; }
     void flush() override;
+    std::function<bool()> flusher() override;
     [[nodiscard]] Subscription onChange(std::function<void()> observer) override {
         return changes_.subscribe(std::move(observer));
     }
@@ -60,6 +61,7 @@ private:
     template <class T>
     std::optional<T> find(std::string_view key) const;
     void set(std::string_view key, PropertyList value);
+    std::function<void()> writing();
     void note(std::string_view key, PropertyListFile::Value value);
     void takeOver();
 

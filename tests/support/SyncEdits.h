@@ -1,0 +1,336 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "QuorviCore/corrections/TextCorrectionCoding.h"
+#include "QuorviCore/history/HistoryArchive.h"
+#include "tests/support/SyncedProgram.h"
+
+namespace quorvi::test {
+
+// What a user has done to one value.
+struct SyncEdit {
+    enum class Kind { dictated, deleted, redacted, wrote };
+    Kind kind;
+    std::string id;
+    std::string value;  // what it is to be, as syncedValue() yields it
+    // The version that the ledger has made of it.
+    std::int64_t revision = 0;
+    std::string device;
+};
+
+// What matters of a payload, without what the program adds, such as a date; for a rule the phrase
+// comes first, before a '>'.
+inline std::string syncedValue(const std::string& id, const std::string& payload) {
+    if (id.starts_with(syncPrefix::history)) {
+        const auto record = decodeRecord(payload);
+        return record.text ? record.text->string() : "-";
+    }
+    if (!id.starts_with(syncPrefix::correction)) return payload;
+    const auto rule = decodeCorrection(payload).value();
+    return rule.original + ">" + rule.replacement + (rule.isEnabled ? "+" : "-");
+}
+
+// A user who does anything that changes synchronised values. What may be lost by an edit is known
+// before it is made, in case that the program does not live to tell.
+class SyncEditor {
+public:
+    struct Plan {
+        std::vector<SyncEdit> edits;
+        std::function<std::vector<SyncEdit>()> make;  // yields further ones, known only now
+    };
+
+    SyncEditor(SyncedProgram& program, Scheduler& clock, std::uint64_t seed)
+        : program_(program), clock_(clock), random_(seed) {}
+
+    Plan plan() {
+        auto& history = *program_.history;
+        auto& corrections = *program_.corrections;
+        auto& model = *program_.model;
+        const auto& rules = corrections.rules().rules();
+        if (history.isLoading() || corrections.persistenceError())
+            return {{}, [] { return None(); }};
+        switch (below(14)) {
+            case 0:
+            case 1:
+            case 2:
+            case 3:
+                return dictation();
+            case 4: {
+                if (history.records().empty()) break;
+                const auto id = history.records()[below(history.records().size())].id;
+                return {{{Kind::deleted, historyId(id), {}}}, [&history, id] {
+                            history.remove(id);
+                            return None();
+                        }};
+            }
+            case 5:
+            case 6: {
+                TextCorrection rule{.original = below(2) ? letter() : word(),
+                                    .replacement = word()};
+                return save(rule);
+            }
+            case 7: {
+                if (rules.empty()) break;
+                const auto id = rules[below(rules.size())].id;
+                return {{{Kind::deleted, ruleId(id), {}}}, [&corrections, id] {
+                            corrections.remove(id);
+                            return None();
+                        }};
+            }
+            case 8: {
+                if (rules.empty()) break;
+                auto rule = rules[below(rules.size())];
+                rule.isEnabled = !rule.isEnabled;
+                rule.replacement = word();
+                return save(rule);
+            }
+            case 9:
+            case 10: {
+                const auto text = word();
+                return setting("vocabulary", text, [&model, text] { model.setVocabulary(text); });
+            }
+            case 11: {
+                const auto theme = below(2) ? RecordingTheme::paper : RecordingTheme::midnight;
+                return setting("recordingTheme", std::string(rawValue(theme)),
+                               [&model, theme] { model.setRecordingTheme(theme); });
+            }
+            case 12: {
+                const bool keeps = below(2);
+                return setting("keepTranscripts", keeps,
+                               [&history, keeps] { history.setKeepTranscripts(keeps); });
+            }
+            case 13:
+                return retention();
+        }
+        return {{}, [] { return None(); }};
+    }
+
+private:
+    using Kind = SyncEdit::Kind;
+    using None = std::vector<SyncEdit>;
+
+    static std::string historyId(const Uuid& id) { return LocalSnapshot::historyId(id).string(); }
+    static std::string ruleId(const std::string& id) {
+        return std::string(syncPrefix::correction) + id;
+    }
+
+    std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
+    std::string letter() { return std::string(1, static_cast<char>('a' + below(6))); }
+    // One that is nowhere else.
+    std::string word() { return letter() + std::to_string(random_()); }
+
+    Plan dictation() {
+        const auto text = "words " + word();
+        const auto daysAgo = static_cast<double>(below(3) * 50);
+        const auto today = clock_.date().secondsSinceReferenceDate;
+        return {{}, [this, text, daysAgo, today] {
+                    auto& history = *program_.history;
+                    history.record(text, 2, "Editor", "el", TranscriptionModel::transcribe,
+                                   {today - daysAgo * 86400});
+                    const auto& record = history.records()[0];
+                    // An old text may go at any time.
+                    const bool stays = record.text && daysAgo == 0;
+                    return None{
+                        {Kind::dictated, historyId(record.id), stays ? record.text->string() : ""}};
+                }};
+    }
+    Plan save(TextCorrection rule) {
+        auto& corrections = *program_.corrections;
+        const auto id = ruleId(rule.id);
+        const auto value = syncedValue(id, encodeCorrection(rule));
+        return {{{Kind::wrote, id, value}}, [&corrections, rule, id] {
+                    try {
+                        corrections.save(rule);
+                    } catch (const QuorviError&) {  // the phrase is taken
+                    }
+                    return None();
+                }};
+    }
+    Plan setting(const std::string& key, LocalSnapshot::Setting value, std::function<void()> set) {
+        const auto id = std::string(syncPrefix::setting) + key;
+        return {{{Kind::wrote, id, LocalSnapshot::encode(value).string()}}, [set] {
+                    set();
+                    return None();
+                }};
+    }
+    Plan retention() {
+        auto& history = *program_.history;
+        constexpr TranscriptRetention all[] = {TranscriptRetention::thirtyDays,
+                                               TranscriptRetention::ninetyDays,
+                                               TranscriptRetention::forever};
+        const auto chosen = all[below(3)];
+        const auto make = [&history, chosen] {
+            std::set<std::string> withText;
+            for (const auto& record : history.records())
+                if (record.text) withText.insert(historyId(record.id));
+            history.setRetention(chosen);
+            for (const auto& record : history.records())
+                if (record.text) withText.erase(historyId(record.id));
+            None redacted;
+            for (const auto& id : withText) redacted.push_back({Kind::redacted, id, {}});
+            return redacted;
+        };
+        auto plan = setting("transcriptRetention", std::int64_t{rawValue(chosen)}, [] {});
+        plan.make = make;
+        return plan;
+    }
+
+    SyncedProgram& program_;
+    Scheduler& clock_;
+    std::mt19937_64 random_;
+};
+
+// The edits of one program that its ledger has not taken in yet.
+class WaitingEdits {
+public:
+    void add(const SyncEdit& edit) {
+        // What nobody has looked at meanwhile is overtaken.
+        std::erase_if(edits_, [&](const SyncEdit& other) { return other.id == edit.id; });
+        edits_.push_back(edit);
+    }
+    void clear() { edits_.clear(); }
+
+    // Those that the ledger holds now, with its stamp. Each is told once.
+    std::vector<SyncEdit> takenIn(const SyncedProgram& program) {
+        std::vector<SyncEdit> all;
+        if (!program.isRunning() || !program.sync->archive()) return all;
+        const auto& ledger = program.sync->archive()->ledger();
+        std::erase_if(edits_, [&](SyncEdit& edit) {
+            const auto* item = ledger.item(edit.id);
+            if (!isIn(edit, item)) return false;
+            if (item) edit.revision = item->revision;
+            if (item) edit.device = item->device.string();
+            all.push_back(edit);
+            return true;
+        });
+        return all;
+    }
+
+private:
+    static bool isIn(const SyncEdit& edit, const SyncItem* item) {
+        using Kind = SyncEdit::Kind;
+        switch (edit.kind) {
+            case Kind::dictated:
+                return item;
+            case Kind::deleted:
+                return item && item->deleted();
+            case Kind::redacted:
+                return item && (item->redacted || item->deleted());
+            case Kind::wrote:
+                return item && item->payload &&
+                       syncedValue(edit.id, item->payload->string()) == edit.value;
+        }
+        return false;
+    }
+
+    std::vector<SyncEdit> edits_;
+};
+
+// Knows what users have done and what of it was acknowledged, and says whether anything was lost.
+class SyncJudge {
+public:
+    // May have come to something or not.
+    void wasTried(const SyncEdit& edit) {
+        if (edit.kind == SyncEdit::Kind::wrote) tried_[edit.id].insert(edit.value);
+        if (edit.kind == SyncEdit::Kind::deleted) mayBeGone_.insert(edit.id);
+    }
+    // Is on a disk and in the ledger.
+    void wasKept(const SyncEdit& edit) {
+        ++kept_;
+        // The first values of a first launch give way to whatever there is.
+        if (edit.kind == SyncEdit::Kind::wrote && edit.revision == 1) return;
+        switch (edit.kind) {
+            case SyncEdit::Kind::dictated:
+                dictated_[edit.id] = edit.value;
+                break;
+            case SyncEdit::Kind::deleted:
+                gone_.insert(edit.id);
+                break;
+            case SyncEdit::Kind::redacted:
+                redacted_.insert(edit.id);
+                break;
+            case SyncEdit::Kind::wrote:
+                written_[edit.id].push_back(edit);
+                break;
+        }
+    }
+    std::size_t keptCount() const { return kept_; }
+
+    // All values that are there at the end.
+    void check(const std::map<std::string, std::string>& values) const {
+        for (const auto& [id, text] : dictated_) {
+            const auto found = values.find(id);
+            if (found == values.end()) {
+                EXPECT_TRUE(mayBeGone_.contains(id)) << id << " is lost";
+            } else if (!text.empty()) {
+                EXPECT_EQ(syncedValue(id, found->second), text) << id;
+            }
+        }
+        for (const auto& id : gone_) EXPECT_FALSE(values.contains(id)) << id << " is back";
+        for (const auto& id : redacted_)
+            if (const auto found = values.find(id); found != values.end()) {
+                EXPECT_EQ(syncedValue(id, found->second), "-") << "the text of " << id;
+            }
+        for (const auto& [id, edits] : written_) {
+            const auto found = values.find(id);
+            if (found == values.end()) {
+                EXPECT_TRUE(mayBeGone_.contains(id) || hasRival(id)) << id << " is lost";
+                continue;
+            }
+            const auto value = syncedValue(id, found->second);
+            EXPECT_TRUE(mayBe(id, edits, value))
+                << id << " is " << testing::PrintToString(value) << " and not "
+                << testing::PrintToString(latest(edits).value) << " of " << latest(edits).revision
+                << " by " << latest(edits).device;
+        }
+    }
+
+private:
+    static const SyncEdit& latest(const std::vector<SyncEdit>& edits) {
+        return *std::ranges::max_element(
+            edits, {}, [](const SyncEdit& edit) { return std::tie(edit.revision, edit.device); });
+    }
+    // The latest of those that were acknowledged, or one of which nobody knows when it was.
+    bool mayBe(const std::string& id, const std::vector<SyncEdit>& edits,
+               const std::string& value) const {
+        if (value == latest(edits).value) return true;
+        const auto tried = tried_.find(id);
+        return tried != tried_.end() &&
+               std::cmp_greater(tried->second.count(value),
+                                std::ranges::count(edits, value, &SyncEdit::value));
+    }
+    // Of several rules for a phrase one stays; every machine brings some of its own along.
+    bool hasRival(const std::string& id) const {
+        const auto phraseOf = [](const std::string& value) {
+            return value.substr(0, value.find('>'));
+        };
+        std::set<std::string> own;
+        for (const auto& value : tried_.at(id)) own.insert(phraseOf(value));
+        for (const auto& phrase : own)
+            if (phrase.size() > 1 && phrase.find_first_of("0123456789") == phrase.npos) return true;
+        for (const auto& [other, values] : tried_)
+            if (other != id)
+                for (const auto& value : values)
+                    if (own.contains(phraseOf(value))) return true;
+        return false;
+    }
+
+    std::map<std::string, std::string> dictated_;  // and the text, where it has to stay
+    std::set<std::string> gone_, mayBeGone_, redacted_;
+    std::map<std::string, std::vector<SyncEdit>> written_;
+    std::map<std::string, std::multiset<std::string>> tried_;
+    std::size_t kept_ = 0;
+};
+
+}  // namespace quorvi::test

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Quorvi/sync/AccountSync.h"
+#include "tests/fakes/FakeDesktop.h"
+
+namespace quorvi::test {
+
+// Time as one machine sees it, whose own clock may be wrong, and which may have less patience.
+class SkewedScheduler : public Scheduler {
+public:
+    explicit SkewedScheduler(Scheduler& right, double skewSeconds = 0, int speedUp = 1)
+        : skew(skewSeconds), right_(right), speed_(speedUp) {}
+    TimePoint now() const override { return TimePoint(right_.now().time_since_epoch() * speed_); }
+    Date date() const override { return {right_.date().secondsSinceReferenceDate + skew}; }
+    void post(std::function<void()> work) override { right_.post(std::move(work)); }
+    Timer after(Duration delay, std::function<void()> work) override {
+        return right_.after(delay / speed_, std::move(work));
+    }
+    Timer every(Duration period, std::function<void()> work) override {
+        return right_.every(period / speed_, std::move(work));
+    }
+
+    double skew;  // seconds
+
+private:
+    Scheduler& right_;
+    const int speed_;
+};
+
+// One run of the program as far as synchronisation is concerned: the stores, the controller and the
+// synchronisation itself, on whatever files, clock and cloud a test has for them.
+class SyncedProgram {
+public:
+    struct Environment {
+        FakeDesktop& desktop;  // what is looked at by nobody here
+        Scheduler& scheduler;
+        Preferences& preferences;
+        FileStore& files;
+        JournalFiles& journals;
+        std::filesystem::path historyFile, archiveFile, recordings;
+        Executor& historyDisk;
+        Executor& syncDisk;
+        CloudDatabase& cloud;
+        std::size_t wholeUpTo;
+        std::vector<std::string_view> chosen;  // settings that the launch sets
+    };
+
+    void start(const Environment& e) {
+        history = std::make_unique<HistoryStore>(HistoryStore::Environment{
+            e.preferences, e.files, e.historyFile, e.historyDisk, e.scheduler, e.desktop.pasteboard,
+            [calendar = e.desktop.calendar] { return calendar; }});
+        corrections = std::make_unique<CorrectionStore>(e.preferences, e.scheduler);
+        model = std::make_unique<AppModel>(e.desktop.environment(
+            e.scheduler, e.historyDisk, *history, *corrections,
+            [this]() -> AccountSyncing& { return *sync; }, e.recordings, &e.preferences));
+        sync = std::make_unique<AccountSync>(AccountSync::Environment{
+            *model,
+            *history,
+            *corrections,
+            e.preferences,
+            e.scheduler,
+            e.cloud,
+            {e.files, e.journals, e.archiveFile, e.syncDisk, e.scheduler, e.wholeUpTo},
+            e.chosen});
+        e.preferences.setBoolean("hasLaunchedQuorvi", true);
+    }
+    void quit() {
+        model->shutdown();
+        kill();
+    }
+    // As the process does: nothing is finished.
+    void kill() {
+        sync.reset();
+        model.reset();
+        corrections.reset();
+        history.reset();
+    }
+    bool isRunning() const { return sync != nullptr; }
+
+    // Rules in order, as "phrase>replacement".
+    std::vector<std::string> rules() const {
+        std::vector<std::string> all;
+        for (const auto& rule : corrections->rules().rules())
+            all.push_back(rule.original + ">" + rule.replacement);
+        return all;
+    }
+    // All values by id, in the bytes in which they travel.
+    std::map<std::string, std::string> values() const {
+        std::map<std::string, std::string> all;
+        const LocalSnapshot now(history->records(), corrections->rules(), model->syncSettings());
+        for (const auto& [id, payload] : now.payloads()) all.emplace(id.string(), payload.string());
+        return all;
+    }
+
+    std::unique_ptr<HistoryStore> history;
+    std::unique_ptr<CorrectionStore> corrections;
+    std::unique_ptr<AppModel> model;
+    std::unique_ptr<AccountSync> sync;
+};
+
+}  // namespace quorvi::test
