@@ -46,7 +46,7 @@ inline double processorSeconds(pid_t pid) {
 struct MemoryUse {
     double resident = 0;      // megabytes, as the other two
     double proportional = 0;  // what is shared with others is divided among them
-    double own = 0;           // what nobody else uses
+    double own = 0;           // what no other program could share: no file's content
 };
 
 inline MemoryUse memoryOf(pid_t pid) {
@@ -58,7 +58,7 @@ inline MemoryUse memoryOf(pid_t pid) {
         const double megabytes = kilobytes * 1024 / 1e6;
         if (key == "Rss:") memory.resident = megabytes;
         if (key == "Pss:") memory.proportional = megabytes;
-        if (key == "Private_Clean:" || key == "Private_Dirty:") memory.own += megabytes;
+        if (key == "Anonymous:") memory.own = megabytes;
     }
     return memory;
 }

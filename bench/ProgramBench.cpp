@@ -144,8 +144,10 @@ void reportThreads(const char* what, const std::map<int, ThreadUse>& before,
 
 // How often in a second the program wakes up by itself beyond its own timers. All that threads do
 // within a moment follows from one wake-up. The timers are the look at the permissions and the tick
-// of the synchronisation, which fall together every two seconds.
+// of the synchronisation, which fall together every two seconds; every eighth tick is a pass, which
+// writes to the disk and is told of it later.
 constexpr auto timerPeriod = 2s;
+constexpr auto passPeriod = 16s;
 
 double wakeUps(const char* what, pid_t pid, std::chrono::seconds time) {
     constexpr auto step = 50ms;
@@ -170,8 +172,8 @@ double wakeUps(const char* what, pid_t pid, std::chrono::seconds time) {
     }
     reportThreads(what, before, threadsOf(pid), static_cast<double>(time.count()));
     std::fprintf(stderr, "  in %d moments\n", moments);
-    const auto ticks = time / timerPeriod + 1;  // one may lie at the edge
-    return std::max(0.0, static_cast<double>(moments - ticks) / static_cast<double>(time.count()));
+    const auto own = time / timerPeriod + time / passPeriod + 1;  // one may lie at the edge
+    return std::max(0.0, static_cast<double>(moments - own) / static_cast<double>(time.count()));
 }
 
 void reportMemory(const char* what, pid_t pid) {

@@ -35,6 +35,13 @@ Timer VirtualScheduler::schedule(Duration delay, Entry entry) {
     return Timer(std::make_unique<Node>(timers_, id));
 }
 
+std::vector<Duration> VirtualScheduler::timers() const {
+    std::vector<Duration> periods;
+    for (const auto& [key, entry] : timers_->entries) periods.push_back(entry.period);
+    std::ranges::sort(periods);
+    return periods;
+}
+
 void VirtualScheduler::settle() {
     advance(Duration::zero());
 }

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "QuorviCore/async/Executor.h"
 #include "QuorviCore/async/Scheduler.h"
@@ -26,6 +27,8 @@ public:
     void advance(Duration by);
     // Time that passes inside a turn, as in a call that blocks: what falls due meanwhile runs late.
     void elapse(Duration by) { now_ += by; }
+    // The periods of the timers that run, in order; zero for one that fires once.
+    std::vector<Duration> timers() const;
 
 private:
     struct Entry {

@@ -39,6 +39,19 @@ protected:
     SyncMachine second{clock, secondCloud};
 };
 
+// The one of the controller and the tick: with both every two seconds, one wake-up serves both.
+TEST_F(AccountSyncTest, NothingIsWaitedForButTheTickOnceAllIsSent) {
+    const std::vector<Duration> idle{2s, 2s};
+    clock.advance(1min);
+    EXPECT_EQ(clock.timers(), idle);
+    first.dictate("one");
+    first.model->setVocabulary("Κουζίνα");
+    clock.advance(100ms);
+    EXPECT_NE(clock.timers(), idle);
+    clock.advance(1min);
+    EXPECT_EQ(clock.timers(), idle);
+}
+
 TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     EXPECT_EQ(first.sync->status(), "Up to date with iCloud");
     EXPECT_EQ(first.sync->pendingCount(), 0u);

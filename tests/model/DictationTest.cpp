@@ -43,6 +43,24 @@ TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     EXPECT_EQ(model->stage(), Stage::success) << "the stage stays";
 }
 
+// Whatever else goes on waking the processor up empties a battery for nothing.
+TEST_F(DictationTest, WhatIsDoneLeavesNoTimerButTheLookAtThePermissions) {
+    const std::vector<Duration> idle{2s};
+    EXPECT_EQ(scheduler.timers(), idle);
+    dictateToTheEnd();
+    EXPECT_GT(scheduler.timers().size(), 1u) << "the field is watched for the user's own edits";
+    scheduler.advance(2min);
+    EXPECT_EQ(scheduler.timers(), idle);
+    keyboard.press(f8);
+    scheduler.advance(1s);
+    model->cancel();
+    model->armInsertionTest(true);
+    scheduler.advance(1s);
+    model->cancel();
+    scheduler.advance(10s);
+    EXPECT_EQ(scheduler.timers(), idle);
+}
+
 TEST_F(DictationTest, TheStartCueItselfIsNotTakenForSpeech) {
     // Loud while the cue sounds, silent afterwards.
     microphone.levels = [](double seconds) { return seconds < 0.18 ? -10.0F : -70.0F; };
