@@ -9,33 +9,14 @@
 #include <QVBoxLayout>
 
 #include "Quorvi/ui/ModelText.h"
-#include "Quorvi/ui/StageIcon.h"
+#include "Quorvi/ui/design/Controls.h"
 
 namespace quorvi {
 
 namespace {
 
-constexpr int markSize = 48;
 constexpr int textWidth = 400;
 constexpr int notesHeight = 220;
-
-QString qt(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
-// The program's mark, sharp on any screen.
-QPixmap mark(qreal ratio, const QColor& color) {
-    QPixmap pixmap(QSize(markSize, markSize) * ratio);
-    pixmap.setDevicePixelRatio(ratio);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRoundedRect(QRectF(0, 0, markSize, markSize), 11, 11);
-    paintWaveform(painter, QRectF(9, 9, markSize - 18, markSize - 18), Qt::white);
-    return pixmap;
-}
 
 QString dataSize(std::uint64_t bytes) {
     return QLocale().formattedDataSize(static_cast<qint64>(bytes), 1, QLocale::DataSizeSIFormat);
@@ -54,6 +35,8 @@ QString aboutRelease(const AppcastItem& item) {
 UpdateWindow::Notes::Notes() {
     setOpenLinks(false);
     document()->setDocumentMargin(10);
+    // The style draws the field behind the text.
+    viewport()->setAutoFillBackground(false);
     QObject::connect(this, &QTextBrowser::anchorClicked, this,
                      [](const QUrl& url) { QDesktopServices::openUrl(url); });
 }
@@ -64,18 +47,11 @@ QVariant UpdateWindow::Notes::loadResource(int, const QUrl&) {
 
 UpdateWindow::UpdateWindow(AppUpdater& updater) : updater_(updater) {
     setWindowTitle(tr("Quorvi Updates"));
-    const QColor blue(0x33, 0x6E, 0xD4);
-    setWindowIcon(QIcon(mark(1, blue)));
-    icon_.setPixmap(mark(devicePixelRatioF(), blue));
-    auto font = title_.font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * 1.25);
-    title_.setFont(font);
-    for (auto* label : {&title_, &detail_}) {
-        label->setTextFormat(Qt::PlainText);
-        label->setWordWrap(true);
-        label->setMinimumWidth(textWidth);
-    }
+    setWindowIcon(BrandMark::icon());
+    detail_.setTextFormat(Qt::PlainText);
+    detail_.setWordWrap(true);
+    title_.setMinimumWidth(textWidth);
+    detail_.setMinimumWidth(textWidth);
     detail_.setTextInteractionFlags(Qt::TextSelectableByMouse);
     notes_.setMinimumHeight(notesHeight);
     notes_.setAccessibleName(tr("Release notes"));
@@ -90,7 +66,10 @@ UpdateWindow::UpdateWindow(AppUpdater& updater) : updater_(updater) {
 void UpdateWindow::arrange() {
     auto* words = new QVBoxLayout;
     words->setSpacing(6);
-    words->addWidget(&title_);
+    auto* heading = new QHBoxLayout;
+    heading->addWidget(&title_, 1);
+    heading->addWidget(&spinner_, 0, Qt::AlignTop);
+    words->addLayout(heading);
     words->addWidget(&progress_);
     words->addWidget(&detail_);
     words->addStretch();
@@ -135,8 +114,8 @@ void UpdateWindow::showStage() {
     detail_.setText(detail());
     detail_.setVisible(!detail_.text().isEmpty());
     const bool busy = stage == UpdateStage::checking || stage == UpdateStage::opening;
-    progress_.setVisible(busy || stage == UpdateStage::downloading);
-    progress_.setRange(0, 0);
+    spinner_.setVisible(busy);
+    progress_.setVisible(stage == UpdateStage::downloading);
     showNotes(stage == UpdateStage::available || stage == UpdateStage::downloading ||
               stage == UpdateStage::ready);
     switch (stage) {
@@ -175,6 +154,7 @@ void UpdateWindow::showNotes(bool visible) {
 }
 
 void UpdateWindow::setButtons(const QString& primary, const QString& secondary) {
+    setKind(primary_, ButtonKind::primary);
     primary_.setText(primary);
     primary_.setVisible(!primary.isEmpty());
     secondary_.setText(secondary);

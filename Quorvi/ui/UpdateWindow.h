@@ -9,6 +9,9 @@
 #include <optional>
 
 #include "Quorvi/system/updates/AppUpdater.h"
+#include "Quorvi/ui/design/BrandMark.h"
+#include "Quorvi/ui/design/Spinner.h"
+#include "Quorvi/ui/design/Texts.h"
 
 namespace quorvi {
 
@@ -49,8 +52,9 @@ private:
 
     AppUpdater& updater_;
     std::optional<UpdateStage> shown_;
-    QLabel icon_;
-    QLabel title_;
+    BrandMark icon_{48};
+    HeadingLabel title_{{}, TextStyle::heading};
+    Spinner spinner_;
     QLabel detail_;
     Notes notes_;
     QProgressBar progress_;

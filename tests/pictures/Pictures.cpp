@@ -4,15 +4,18 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMessageBox>
 #include <QPixmap>
 #include <QPushButton>
 #include <cstdio>
 
 #include "Quorvi/ui/Translations.h"
+#include "Quorvi/ui/UpdateWindow.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/design/Page.h"
+#include "Quorvi/ui/history/HistoryRow.h"
 #include "Quorvi/ui/window/Pages.h"
 #include "tests/support/Palettes.h"
 #include "tests/support/WindowWorld.h"
@@ -24,12 +27,14 @@ using namespace std::chrono_literals;
 
 class Album {
 public:
-    Album(QString folder, QString suffix) : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
+    Album(QString folder, QString suffix)
+        : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
 
     void setTheme(const QString& theme) { theme_ = theme; }
 
     void take(QWidget& widget, const QString& name) {
         QCoreApplication::processEvents();
+        if (name.isEmpty()) return;
         const QString file =
             folder_ + QLatin1Char('/') + name + QLatin1Char('-') + theme_ + suffix_ + ".png";
         widget.grab().save(file);
@@ -53,6 +58,14 @@ private:
     QString suffix_;
     QString theme_;
 };
+
+// Searches and sums are turns of the virtual clock.
+void settle(WindowWorld& world) {
+    for (int turn = 0; turn < 100; ++turn) {
+        QCoreApplication::processEvents();
+        world.scheduler.settle();
+    }
+}
 
 void fillCorrections(CorrectionStore& store) {
     store.save({.original = "Lorem Ypsum", .replacement = "Lorem Ipsum", .isEnabled = false});
@@ -82,8 +95,9 @@ void dictationPages(Album& album) {
     world.scheduler.advance(7900ms);
     album.takeWhole(world.show(), "dictation-recording");
     world.model.cancel();
-    world.dictate("Hello, world. Καλημέρα, κόσμε. This is what I said, and it is long enough to need "
-                  "a second line on the card, as most dictations do.");
+    world.dictate(
+        "Hello, world. Καλημέρα, κόσμε. This is what I said, and it is long enough to need "
+        "a second line on the card, as most dictations do.");
     album.takeWhole(world.show(), "dictation-transcript");
     world.dictate("שלום עולם, זהו משפט שנכתב מימין לשמאל.");
     world.model.armInsertionTest();
@@ -110,7 +124,7 @@ void settingsPages(Album& album) {
         world.model.setSelectedPage(pageIndex::settings);
         world.model.saveKey("sk-new").start();
         world.model.setVocabulary("Quorvi, Ada Lovelace, Θεσσαλονίκη");
-        world.sync.set({true, "Syncing…", 12, Date{817'000'000}, true});
+        world.sync.set({true, "Syncing with iCloud…", 12, Date{817'000'000}, true});
         album.takeWhole(world.show(), "settings-full");
         world.model.beginShortcutCapture();
         album.takeWhole(world.show(), "settings-choosing");
@@ -121,20 +135,21 @@ void settingsPages(Album& album) {
     WindowWorld world;
     world.preferences.setBytes("savedTextCorrections", bytesOf("not a list"));
     CorrectionStore locked(world.preferences, world.scheduler);
-    MainWindow window({world.model, locked, world.services().history, world.sync, world.keys,
-                       world.loginItem, world.updater, world.preferences, world.scheduler, {}});
+    MainWindow window({world.model,
+                       locked,
+                       world.services().history,
+                       world.sync,
+                       world.keys,
+                       world.loginItem,
+                       world.updater,
+                       world.preferences,
+                       world.scheduler,
+                       {}});
     world.model.saveKey("two words").start();
     world.model.setSelectedPage(pageIndex::settings);
     window.present();
+    settle(world);
     album.takeWhole(window, "settings-error");
-}
-
-// Searches and sums are turns of the virtual clock.
-void settle(WindowWorld& world) {
-    for (int turn = 0; turn < 100; ++turn) {
-        QCoreApplication::processEvents();
-        world.scheduler.settle();
-    }
 }
 
 void takePage(Album& album, WindowWorld& world, int page, const QString& name) {
@@ -151,10 +166,13 @@ void fillHistory(WindowWorld& world) {
         "Καλημέρα, στέλνω την αναφορά μέχρι το απόγευμα.",
         "Remember to book the table for eight.",
         "שלום, נפגש מחר בבוקר.",
-        "The quarterly report is ready. I have gone through the figures with the team, and we agree "
-        "that the second half of the year looks better than we had expected. There are three things "
+        "The quarterly report is ready. I have gone through the figures with the team, and we "
+        "agree "
+        "that the second half of the year looks better than we had expected. There are three "
+        "things "
         "left to decide: the date of the review, who presents it, and whether we invite the people "
-        "from the other office, who have asked for it twice already. I suggest that we settle all of "
+        "from the other office, who have asked for it twice already. I suggest that we settle all "
+        "of "
         "it in one short meeting on Thursday.",
     };
     const char* const apps[] = {"Mail", "Text Editor", "Firefox", "Notes"};
@@ -190,6 +208,48 @@ void historyPages(Album& album) {
     settle(world);
     takePage(album, world, pageIndex::history, "history-error");
     takePage(album, world, pageIndex::insights, "insights-error");
+}
+
+// The user's check for updates, from the search to its ends, and a question before a deletion.
+void windows(Album& album) {
+    WindowWorld world;
+    world.downloader.body =
+        R"(<rss version="2.0" xmlns:sparkle="http://www.andymatuschak.org/xml-namespaces/sparkle">
+           <channel><item><title>2.0</title><pubDate>Wed, 25 Nov 2026 08:00:00 +0000</pubDate>
+           <description><![CDATA[<h3>New</h3><ul><li>Dictation in three more languages</li>
+           <li>Corrections are found faster</li></ul>]]></description>
+           <sparkle:version>2.0</sparkle:version><enclosure url="https://example.org/2.deb"
+           length="4200000" type="application/octet-stream" sparkle:edSignature=")" +
+        std::string(86, 'A') + R"(=="/></item></channel></rss>)";
+    AppUpdater updater({.scheduler = world.scheduler,
+                        .executor = world.executor,
+                        .preferences = world.preferences,
+                        .downloader = world.downloader,
+                        .installer = world.installer,
+                        .configuration = {.feed = "https://example.org/appcast.xml",
+                                          .publicKey = std::string(43, 'A') + "=",
+                                          .currentVersion = "0.1.0",
+                                          .folder = world.folder.path() / "updates"}});
+    UpdateWindow window(updater);
+    updater.check();
+    window.present();
+    album.take(window, "update-checking");
+    world.scheduler.advance(5s);
+    album.take(window, "update-available");
+    updater.download();
+    album.take(window, "update-downloading");
+    world.scheduler.advance(5s);
+    album.take(window, "update-failed");
+    updater.close();
+
+    fillHistory(world);
+    takePage(album, world, pageIndex::history, {});
+    for (auto* button : world.window->findChildren<QPushButton*>())
+        if (button->accessibleName() == HistoryRow::tr("Delete dictation")) {
+            button->click();
+            break;
+        }
+    if (auto* box = world.window->findChild<QMessageBox*>()) album.take(*box, "confirmation");
 }
 
 void editors(Album& album) {
@@ -240,6 +300,7 @@ int main(int argc, char** argv) {
         historyPages(album);
         settingsPages(album);
         editors(album);
+        windows(album);
     }
     QApplication::setPalette(refined(palettes().front().second));
     for (const auto language : {QLocale::German, QLocale::Greek}) {
@@ -251,6 +312,7 @@ int main(int argc, char** argv) {
         historyPages(album);
         settingsPages(album);
         editors(album);
+        windows(album);
     }
     return 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <memory>
 #include <string>
 
@@ -31,18 +32,22 @@ struct WindowWorld : VirtualTime, FakeDesktop {
     }
 
     MainWindow& show() {
-        if (!window)
-            window = std::make_unique<MainWindow>(
-                services());
+        if (!window) window = std::make_unique<MainWindow>(services());
         window->present();
         scheduler.advance(std::chrono::milliseconds(1));
         return *window;
-    }    WindowServices services() {
-        return {model,     corrections,
+    }
+    WindowServices services() {
+        return {model,
+                corrections,
                 HistoryEnvironment{history, executor, scheduler, [this] { return calendar; }, {}},
-                sync,      keys,
-                loginItem, updater,
-                preferences, scheduler, [this] { ++quits; }};
+                sync,
+                keys,
+                loginItem,
+                updater,
+                preferences,
+                scheduler,
+                [this] { ++quits; }};
     }
     void saveKey() {
         keys.save("sk-key").start();
@@ -67,6 +72,7 @@ struct WindowWorld : VirtualTime, FakeDesktop {
     }
 
     static constexpr pid_t editor = 100;
+    const Calendar calendar{"Europe/Athens", QLocale().name().toStdString()};
     const TestFolder folder;
     MemoryKeyStore& keys = keyStore;
     FakeLoginItem loginService;
@@ -82,10 +88,13 @@ struct WindowWorld : VirtualTime, FakeDesktop {
                                          preferences,
                                          downloader,
                                          installer,
-                                         {.feed = "", .publicKey = "", .currentVersion = "0.1.0",
+                                         {.feed = "",
+                                          .publicKey = "",
+                                          .currentVersion = "0.1.0",
                                           .folder = folder.path() / "updates"}}};
-    AppModel model{environment(scheduler, executor, history, corrections,
-                               [this]() -> AccountSyncing& { return sync; }, folder.path())};
+    AppModel model{environment(
+        scheduler, executor, history, corrections, [this]() -> AccountSyncing& { return sync; },
+        folder.path())};
     AXElement field = accessibility.makeText(editor, "Dear ");
     int quits = 0;
     std::unique_ptr<MainWindow> window;

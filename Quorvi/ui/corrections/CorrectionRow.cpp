@@ -32,6 +32,7 @@ CorrectionRow::CorrectionRow(const TextCorrection& rule, const Actions& actions)
     auto* line = new QHBoxLayout;
     line->setSpacing(spacing::small);
     line->addLayout(texts, 1);
+    line->addSpacing(spacing::small);
     line->addWidget(enabled_);
     line->addWidget(edit_);
     line->addWidget(delete_);

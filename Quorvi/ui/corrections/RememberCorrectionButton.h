@@ -4,6 +4,8 @@
 #include <QPushButton>
 #include <QString>
 
+#include "Quorvi/ui/design/Controls.h"
+
 namespace quorvi {
 
 class CorrectionStore;
@@ -14,7 +16,8 @@ class RememberCorrectionButton : public QPushButton {
 
 public:
     // The store outlives the button.
-    RememberCorrectionButton(QString transcript, CorrectionStore& store);
+    RememberCorrectionButton(QString transcript, CorrectionStore& store,
+                             ButtonKind kind = ButtonKind::regular);
 
     void setTranscript(QString transcript) { transcript_ = std::move(transcript); }
 

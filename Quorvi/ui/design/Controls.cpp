@@ -36,7 +36,7 @@ ColorRole tint(ButtonKind kind) {
 
 QPushButton* button(const QString& text, ButtonKind kind, const char* symbol) {
     auto* made = new QPushButton(text);
-    made->setProperty(kindProperty, static_cast<int>(kind));
+    setKind(*made, kind);
     made->setAutoDefault(false);
     if (kind == ButtonKind::link) made->setCursor(Qt::PointingHandCursor);
     if (symbol) {
@@ -51,6 +51,10 @@ QPushButton* symbolButton(const QString& name, const char* symbol, ButtonKind ki
     made->setToolTip(name);
     made->setAccessibleName(name);
     return made;
+}
+
+void setKind(QPushButton& button, ButtonKind kind) {
+    button.setProperty(kindProperty, static_cast<int>(kind));
 }
 
 ButtonKind kindOf(const QWidget* button) {

@@ -22,6 +22,7 @@ QPushButton* button(const QString& text, ButtonKind kind = ButtonKind::regular,
 // A quiet button that shows only a symbol; the name is its tool tip and what is read out.
 QPushButton* symbolButton(const QString& name, const char* symbol,
                           ButtonKind kind = ButtonKind::quiet);
+void setKind(QPushButton& button, ButtonKind kind);
 ButtonKind kindOf(const QWidget* button);
 
 // A check box that is drawn as a sliding switch.

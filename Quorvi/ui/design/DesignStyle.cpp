@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyleOption>
+#include <QTextEdit>
 
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/Controls.h"
@@ -20,6 +21,7 @@ constexpr int switchHeight = 20;
 constexpr int controlHeight = 32;
 constexpr int symbolGap = 7;  // between a button's symbol and its text
 constexpr int menuSign = 14;
+constexpr int progressHeight = 8;
 
 bool isSwitch(const QWidget* widget) {
     return widget && widget->property("quorviSwitch").toBool();
@@ -182,6 +184,25 @@ void paintPicker(QPainter& painter, const QStyleOptionComboBox* option) {
     if (showsFocus(option)) paintRing(painter, bounds, spacing::controlRadius, palette);
 }
 
+void paintProgress(QPainter& painter, const QStyleOptionProgressBar& option) {
+    const auto& palette = option.palette;
+    QRectF bar(option.rect.x(), option.rect.center().y() - progressHeight / 2.0 + 0.5,
+               option.rect.width(), progressHeight);
+    const double radius = progressHeight / 2.0;
+    painter.setPen(isHighContrast(palette) ? QPen(color(ColorRole::ink, palette), 1)
+                                           : QPen(Qt::NoPen));
+    painter.setBrush(mixed(color(ColorRole::page, palette), color(ColorRole::ink, palette), 0.14));
+    painter.drawRoundedRect(bar, radius, radius);
+    const int range = option.maximum - option.minimum;
+    const double done = range > 0 ? double(option.progress - option.minimum) / range : 0;
+    if (done <= 0) return;
+    bar.setWidth(qMax<double>(progressHeight, bar.width() * qMin(done, 1.0)));
+    if (option.direction == Qt::RightToLeft) bar.moveRight(option.rect.right());
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color(ColorRole::accent, palette));
+    painter.drawRoundedRect(bar, radius, radius);
+}
+
 void paintScrollBar(QPainter& painter, const QStyle& style, const QStyleOptionSlider* option,
                     const QWidget* widget) {
     if (option->minimum == option->maximum) return;
@@ -334,7 +355,16 @@ void DesignStyle::drawControl(ControlElement element, const QStyleOption* option
             return;
         }
     }
-    if (element == CE_ShapedFrame && dynamic_cast<const TextArea*>(widget)) {
+    if (const auto* progress = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+        element == CE_ProgressBar && progress) {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        paintProgress(*painter, *progress);
+        painter->restore();
+        return;
+    }
+    if (element == CE_ShapedFrame &&
+        (dynamic_cast<const TextArea*>(widget) || qobject_cast<const QTextEdit*>(widget))) {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         paintField(*painter, option);

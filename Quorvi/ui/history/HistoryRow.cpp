@@ -41,7 +41,7 @@ HistoryRow::HistoryRow(const Actions& actions)
                        caption_, nullptr, copy_, delete_});
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(spacing::large, spacing::medium, spacing::medium, spacing::medium);
-    all->setSpacing(spacing::tiny);
+    all->setSpacing(spacing::small);
     all->addLayout(actionsRow_);
     all->addWidget(text_);
     all->addWidget(toggle_, 0, Qt::AlignLeft);

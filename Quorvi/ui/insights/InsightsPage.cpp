@@ -1,13 +1,13 @@
 #include "Quorvi/ui/insights/InsightsPage.h"
 
 #include <QDateTime>
-#include <QGridLayout>
 #include <QLocale>
 #include <QShowEvent>
 #include <QTimeZone>
 #include <algorithm>
 #include <chrono>
 #include <utility>
+#include <vector>
 
 #include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Spacing.h"
@@ -103,6 +103,8 @@ QWidget* InsightsPage::tile(Metric metric, const char* symbol, const QString& ti
     card->content().addLayout(heading);
     card->content().addWidget(value);
     card->setAccessibleName(title);
+    // As wide as its neighbours, whatever they say.
+    card->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     values_[metric] = value;
     tiles_[metric] = card;
     return card;
@@ -110,16 +112,20 @@ QWidget* InsightsPage::tile(Metric metric, const char* symbol, const QString& ti
 
 QWidget* InsightsPage::buildMetrics() {
     auto* metrics = new QWidget;
-    auto* grid = new QGridLayout(metrics);
-    grid->setContentsMargins({});
-    grid->setSpacing(spacing::medium);
-    // Three tiles above two.
-    grid->addWidget(tile(wordsDictated, "text.bubble", tr("Words dictated")), 0, 0, 1, 2);
-    grid->addWidget(tile(wordsPerMinute, "speedometer", tr("Words per minute")), 0, 2, 1, 2);
-    grid->addWidget(tile(dictations, "mic", tr("Dictations")), 0, 4, 1, 2);
-    grid->addWidget(tile(speakingTime, "clock", tr("Speaking time")), 1, 0, 1, 3);
-    grid->addWidget(tile(appsUsed, "square.grid.2x2", tr("Apps used")), 1, 3, 1, 3);
-    for (int column = 0; column < 6; ++column) grid->setColumnStretch(column, 1);
+    auto* rows = new QVBoxLayout(metrics);
+    rows->setContentsMargins({});
+    rows->setSpacing(spacing::medium);
+    for (const auto& tiles :
+         {std::vector{tile(wordsDictated, "text.bubble", tr("Words dictated")),
+                      tile(wordsPerMinute, "speedometer", tr("Words per minute")),
+                      tile(dictations, "mic", tr("Dictations"))},
+          std::vector{tile(speakingTime, "clock", tr("Speaking time")),
+                      tile(appsUsed, "square.grid.2x2", tr("Apps used"))}}) {
+        auto* line = new QHBoxLayout;
+        line->setSpacing(spacing::medium);
+        for (auto* each : tiles) line->addWidget(each, 1);
+        rows->addLayout(line);
+    }
     return metrics;
 }
 
@@ -208,8 +214,8 @@ void InsightsPage::follow() {
 
 Task<void> InsightsPage::sum(std::stop_token stop) {
     const auto calendar = environment_.calendar();
-    auto summing = figures_.of(environment_.store.records(), period_,
-                               environment_.scheduler.date(), calendar, stop);
+    auto summing = figures_.of(environment_.store.records(), period_, environment_.scheduler.date(),
+                               calendar, stop);
     const auto sums = co_await summing;
     summing_ = false;
     display(sums, calendar);
@@ -242,7 +248,8 @@ void InsightsPage::showApps(const std::vector<AppUsage>& apps, const LocaleForma
         delete item->widget();
         delete item;
     }
-    const double most = apps.empty() ? 1 : static_cast<double>(std::max<std::int64_t>(apps[0].words, 1));
+    const double most =
+        apps.empty() ? 1 : static_cast<double>(std::max<std::int64_t>(apps[0].words, 1));
     for (std::size_t n = 0; n < std::min(apps.size(), texts::shownApps); ++n) {
         auto* line = new QWidget;
         auto* name = bodyText(qt(apps[n].name));
@@ -272,9 +279,9 @@ void InsightsPage::showDays(const UsageSummary& usage, const Calendar& calendar,
     for (const auto& day : usage.days)
         all.push_back({static_cast<double>(day.words), day.dictations > 0,
                        days.number(days.day(day.date)), texts::integer(day.words, formats),
-                       tr("%1: %2, %3").arg(qt(formats.longDate(day.date)),
-                                            texts::words(day.words, formats),
-                                            texts::dictations(day.dictations, formats))});
+                       tr("%1: %2, %3")
+                           .arg(qt(formats.longDate(day.date)), texts::words(day.words, formats),
+                                texts::dictations(day.dictations, formats))});
     const auto last = std::min(all.size(), shownDays);
     bars_->show({all.end() - static_cast<std::ptrdiff_t>(last), all.end()});
     const int firstRow = all.empty() ? 0 : days.row(days.day(usage.days.front().date));

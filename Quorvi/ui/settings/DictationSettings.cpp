@@ -80,8 +80,9 @@ void DictationSettings::addSounds() {
     content().addWidget(headingText(tr("Interaction")));
     startSound_ = soundPicker(tr("Start sound"), RecordingCue::start, tr("Preview start"));
     stopSound_ = soundPicker(tr("Stop sound"), RecordingCue::stop, tr("Preview stop"));
-    content().addWidget(captionText(tr("Choose a separate cue for starting and stopping. Silent "
-                                       "disables just that cue.")));
+    content().addWidget(
+        captionText(tr("Choose a separate cue for starting and stopping. Silent "
+                       "disables just that cue.")));
 }
 
 Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
@@ -101,7 +102,7 @@ Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
 void DictationSettings::refresh() {
     setEnabled(!isActive(model_.stage()));
     const bool choosing = model_.isChoosingShortcut();
-    const QString label = qt(model_.shortcut().label);
+    const QString label = modelText(model_.shortcut().label);
     shortcut_->setText(choosing ? tr("Press a key…") : label);
     shortcut_->setAccessibleName(tr("Shortcut: %1").arg(shortcut_->text()));
     cancel_->setVisible(choosing);

@@ -32,6 +32,7 @@ void GeneralSettings::showEvent(QShowEvent* event) {
 void GeneralSettings::refresh() {
     launch_->show(loginItem_.isEnabled());
     message_->setText(modelText(loginItem_.message()));
+    message_->setVisible(!loginItem_.message().empty());
     open_->setVisible(loginItem_.requiresApproval());
 }
 

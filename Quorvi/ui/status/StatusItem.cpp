@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "Quorvi/ui/ModelText.h"
-#include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/StageIcon.h"
+#include "Quorvi/ui/design/Texts.h"
 
 namespace quorvi {
 
@@ -22,8 +22,8 @@ constexpr int insightsPage = 3;
 
 QIcon stageIcon(DictationStage stage) {
     // Trays are dark on most desktops and light on some; a mid grey is seen on both.
-    const QColor color = stage == DictationStage::recording ? QColor(0xE0, 0x3A, 0x36)
-                                                            : QColor(0xA8, 0xB0, 0xBA);
+    const QColor color =
+        stage == DictationStage::recording ? QColor(0xE0, 0x3A, 0x36) : QColor(0xA8, 0xB0, 0xBA);
     QIcon icon;
     for (int size : {16, 22, 24, 32, 48}) {
         QPixmap pixmap(size, size);
@@ -93,7 +93,8 @@ void StatusItem::rebuildMenu() {
     menu_.clear();
     menu_.setTitle(QStringLiteral("Quorvi: ") + modelText(title(stage)));
     addLine(QStringLiteral("Quorvi · ") + modelText(title(stage)));
-    addLine(qt(model_.shortcut().label) + QStringLiteral(" · ") + modelText(title(model_.mode())));
+    addLine(modelText(model_.shortcut().label) + QStringLiteral(" · ") +
+            modelText(title(model_.mode())));
     menu_.addSeparator();
     if (stage == DictationStage::recording) add(tr("Stop & insert"), [this] { model_.finish(); });
     if (isActive(stage)) add(tr("Cancel dictation"), [this] { model_.cancel(); });

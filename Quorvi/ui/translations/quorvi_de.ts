@@ -1378,6 +1378,22 @@
         <source>&lt;p&gt;The release notes could not be loaded.&lt;/p&gt;</source>
         <translation>&lt;p&gt;Die Versionshinweise ließen sich nicht laden.&lt;/p&gt;</translation>
     </message>
+    <message>
+        <source>Right ⌥</source>
+        <translation>Rechte ⌥</translation>
+    </message>
+    <message>
+        <source>Left ⌃</source>
+        <translation>Linke ⌃</translation>
+    </message>
+    <message>
+        <source>Right ⌃</source>
+        <translation>Rechte ⌃</translation>
+    </message>
+    <message>
+        <source>Key %1</source>
+        <translation>Taste %1</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1453,7 +1469,7 @@
     </message>
     <message>
         <source>Dictating into Text Editor</source>
-        <translation>Diktat in den Texteditor</translation>
+        <translation>Diktat in: Texteditor</translation>
     </message>
 </context>
 <context>
@@ -1602,7 +1618,7 @@
     </message>
     <message>
         <source>Your voice, in your words.</source>
-        <translation>Deine Stimme, in deinen Worten.</translation>
+        <translation>Deine Stimme, deine Worte.</translation>
     </message>
     <message>
         <source>Automatic language</source>
@@ -1610,7 +1626,7 @@
     </message>
     <message>
         <source>Quorvi %1 · Native for Mac</source>
-        <translation>Quorvi %1 · Für den Mac gemacht</translation>
+        <translation>Quorvi %1 · Für den Mac</translation>
     </message>
 </context>
 <context>

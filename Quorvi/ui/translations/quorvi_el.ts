@@ -1378,6 +1378,22 @@
         <source>&lt;p&gt;The release notes could not be loaded.&lt;/p&gt;</source>
         <translation>&lt;p&gt;Οι σημειώσεις έκδοσης δεν φορτώθηκαν.&lt;/p&gt;</translation>
     </message>
+    <message>
+        <source>Right ⌥</source>
+        <translation>Δεξί ⌥</translation>
+    </message>
+    <message>
+        <source>Left ⌃</source>
+        <translation>Αριστερό ⌃</translation>
+    </message>
+    <message>
+        <source>Right ⌃</source>
+        <translation>Δεξί ⌃</translation>
+    </message>
+    <message>
+        <source>Key %1</source>
+        <translation>Πλήκτρο %1</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1453,7 +1469,7 @@
     </message>
     <message>
         <source>Dictating into Text Editor</source>
-        <translation>Υπαγόρευση στον Επεξεργαστή κειμένου</translation>
+        <translation>Υπαγόρευση σε: Κειμενογράφος</translation>
     </message>
 </context>
 <context>
@@ -1610,7 +1626,7 @@
     </message>
     <message>
         <source>Quorvi %1 · Native for Mac</source>
-        <translation>Quorvi %1 · Φτιαγμένο για Mac</translation>
+        <translation>Quorvi %1 · Για Mac</translation>
     </message>
 </context>
 <context>

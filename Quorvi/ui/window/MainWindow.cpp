@@ -12,6 +12,7 @@
 #include "Quorvi/ui/corrections/RememberCorrectionButton.h"
 #include "Quorvi/ui/design/BrandMark.h"
 #include "Quorvi/ui/design/Colors.h"
+#include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/window/Pages.h"
 #include "Quorvi/ui/window/Sidebar.h"
 #include "Quorvi/ui/window/TrayNotice.h"
@@ -45,7 +46,7 @@ MainWindow::MainWindow(WindowServices services)
     setWindowTitle(QStringLiteral("Quorvi"));
     setWindowIcon(BrandMark::icon());
     services_.history.makeRememberButton = [this](const QString& transcript) -> QWidget* {
-        return new RememberCorrectionButton(transcript, services_.corrections);
+        return new RememberCorrectionButton(transcript, services_.corrections, ButtonKind::quiet);
     };
     auto* detail = new QVBoxLayout;
     detail->setSpacing(0);

@@ -63,8 +63,8 @@ void StatusCard::build() {
     change_ = button(tr("Change shortcut"));
     keep_ = button(tr("Cancel"));
     keep_->setAccessibleName(tr("Keep the shortcut"));
-    auto* shortcutRow = row({new SymbolLabel("keyboard", 18, ColorRole::secondary), shortcut_,
-                             change_, keep_});
+    auto* shortcutRow =
+        row({new SymbolLabel("keyboard", 18, ColorRole::secondary), shortcut_, change_, keep_});
     shortcutRow->setStretch(1, 1);
     content().addLayout(shortcutRow);
 
@@ -106,9 +106,10 @@ void StatusCard::refreshRecording() {
 
 void StatusCard::refreshShortcut() {
     const bool choosing = model_.isChoosingShortcut();
-    shortcut_->setText(choosing ? tr("Press the new shortcut. Esc keeps %1.")
-                                      .arg(qt(model_.shortcut().label))
-                                : tr("Shortcut: %1").arg(qt(model_.shortcut().label)));
+    shortcut_->setText(
+        choosing
+            ? tr("Press the new shortcut. Esc keeps %1.").arg(modelText(model_.shortcut().label))
+            : tr("Shortcut: %1").arg(modelText(model_.shortcut().label)));
     change_->setVisible(!choosing);
     change_->setEnabled(!isActive(model_.stage()));
     keep_->setVisible(choosing);
