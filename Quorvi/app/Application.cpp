@@ -60,7 +60,7 @@ public:
                                                   files_, scheduler_, chosen(options));
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
-        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(), panelDesktop());
+        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(), [this] { return desktop_.surroundings(); });
         statusItem_ = std::make_unique<StatusItem>(
             *model_, StatusItem::Actions{.openWindow = [this] { openWindow(); },
                                          .checkForUpdates = [this] { updates_.updater().check(); },
@@ -74,6 +74,8 @@ public:
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
+        surroundings_ =
+            desktop_.onSurroundingsChanged([this] { panel_->followSurroundings(); });
         changes_ = model_->onChange([this] { modelChanged(); });
         permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
         keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
@@ -123,11 +125,6 @@ private:
         auto looking = keyStore_->refresh();
         const bool hasSavedKey = co_await looking;
         if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) openWindow();
-    }
-
-    RecordingPanel::Desktop panelDesktop() {
-        return {.isComposited = [this] { return desktop_.isComposited(); },
-                .reducesMotion = [this] { return desktop_.reducesMotion(); }};
     }
 
     // Once the icon is in the tray: years of dictations, and what there is of them to synchronise,
@@ -202,6 +199,7 @@ private:
     Subscription preferenceChanges_;
     Subscription changes_;
     Subscription permissions_;
+    Subscription surroundings_;
     Subscription keyChanges_;
     TaskScope tasks_{scheduler_};
 };

@@ -13,6 +13,7 @@
 #include "Quorvi/platform/linux/PulsePermissions.h"
 #include "Quorvi/platform/linux/PulseSoundOutput.h"
 #include "Quorvi/platform/linux/SecretServiceKeychain.h"
+#include "Quorvi/platform/linux/X11Bars.h"
 #include "Quorvi/platform/linux/X11Compositing.h"
 #include "Quorvi/platform/linux/X11InputSupport.h"
 #include "Quorvi/platform/linux/X11KeyEventPoster.h"
@@ -53,15 +54,11 @@ struct LinuxDesktop::Adapters {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);
         probes.run([this, permissionsChanged] {
             inputHookIsPossible = x11InputHookIsPossible();
-            composited = x11IsComposited();
-            reducesMotion = x11ReducesMotion();
             permissionsChanged();
         });
     }
 
     std::atomic<bool> inputHookIsPossible{false};
-    std::atomic<bool> composited{false};
-    std::atomic<bool> reducesMotion{false};
     SerialExecutor disk{"disk"};
     PosixFileStore files;
     // Of its own: writing a long history must not hold up a recording.
@@ -92,7 +89,9 @@ LinuxDesktop::LinuxDesktop(Scheduler& scheduler)
                                                    if (!alive.expired())
                                                        permissionsChanged_.notify();
                                                });
-                                           })) {}
+                                           })) {
+    lookAround();
+}
 
 LinuxDesktop::~LinuxDesktop() = default;
 
@@ -120,16 +119,22 @@ std::unique_ptr<SerialExecutor::Hold> LinuxDesktop::holdHistory() {
     return std::make_unique<SerialExecutor::Hold>(adapters_->history);
 }
 
-bool LinuxDesktop::isComposited() {
-    auto& adapters = *adapters_;
-    adapters.probes.run([&adapters] { adapters.composited = x11IsComposited(); });
-    return adapters.composited;
+Surroundings LinuxDesktop::surroundings() {
+    lookAround();
+    return surroundings_;
 }
 
-bool LinuxDesktop::reducesMotion() {
-    auto& adapters = *adapters_;
-    adapters.probes.run([&adapters] { adapters.reducesMotion = x11ReducesMotion(); });
-    return adapters.reducesMotion;
+void LinuxDesktop::lookAround() {
+    adapters_->probes.run([this, alive = std::weak_ptr<bool>(alive_), &scheduler = scheduler_] {
+        Surroundings seen{.isComposited = x11IsComposited(),
+                          .reducesMotion = x11ReducesMotion(),
+                          .bars = x11Bars()};
+        scheduler.post([this, alive, seen = std::move(seen)] {
+            if (alive.expired() || seen == surroundings_) return;
+            surroundings_ = seen;
+            surroundingsChanged_.notify();
+        });
+    });
 }
 
 HistoryStore::Environment LinuxDesktop::historyEnvironment(Preferences& preferences,

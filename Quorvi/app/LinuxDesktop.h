@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/platform/Surroundings.h"
 #include "Quorvi/platform/linux/SerialExecutor.h"
 
 namespace quorvi {
@@ -43,15 +44,21 @@ public:
     // when it is clear that it can't be.
     Task<void> leaveClipboard(std::string keeper);
 
-    // Whether windows can be translucent, and whether the user wants as little movement as possible:
-    // as last known; asking has a fresh look taken. Never block.
-    bool isComposited();
-    bool reducesMotion();
+    // What surrounds a window, as last known; asking has a fresh look taken, which is told of when it
+    // finds something else. Never block.
+    Surroundings surroundings();
+    [[nodiscard]] Subscription onSurroundingsChanged(std::function<void()> observer) {
+        return surroundingsChanged_.subscribe(std::move(observer));
+    }
 
 private:
     struct Adapters;
+    void lookAround();
+
     Scheduler& scheduler_;
     Observable permissionsChanged_;
+    Observable surroundingsChanged_;
+    Surroundings surroundings_;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for what is posted here
     std::unique_ptr<Adapters> adapters_;
 };

@@ -41,12 +41,12 @@ TEST_F(RecordingHUDTest, ShowsWhatBelongsToEachStage) {
     EXPECT_EQ(shown(DictationStage::learned), "Correction saved | Words");
     EXPECT_EQ(hud.toolTip(), QStringLiteral("Words"));
     for (const auto& [stage, two] : {std::pair(DictationStage::failure, true),
-                                    {DictationStage::idle, true},
-                                    {DictationStage::clipboard, true},
-                                    {DictationStage::learned, true},
-                                    {DictationStage::success, false},
-                                    {DictationStage::recording, false},
-                                    {DictationStage::inserting, false}})
+                                     {DictationStage::idle, true},
+                                     {DictationStage::clipboard, true},
+                                     {DictationStage::learned, true},
+                                     {DictationStage::success, false},
+                                     {DictationStage::recording, false},
+                                     {DictationStage::inserting, false}})
         EXPECT_EQ(RecordingHUD::usesTwoLines(stage), two);
 
     bool copied = false;
@@ -111,7 +111,9 @@ TEST_F(RecordingHUDTest, NothingMovesThatCannotBeSeen) {
 // The indicator on the real controller, which stands on fakes.
 class RecordingOverlayTest : public DictationTest {
 protected:
-    void TearDown() override { model->showOverlay = model->hideOverlay = [] {}; }
+    void TearDown() override {
+        model->showOverlay = model->hideOverlay = [] {};
+    }
 
     void publishUpdate() {
         downloader.body =
@@ -124,13 +126,17 @@ protected:
 
     FakeDownloader downloader{scheduler};
     FakeUpdateInstaller installer;
-    AppUpdater updater{{scheduler, executor, preferences, downloader, installer,
+    AppUpdater updater{{scheduler,
+                        executor,
+                        preferences,
+                        downloader,
+                        installer,
                         {"https://a/feed", "PUAXw+hDiVqStwqnTRt+vJyYLM8uxJaMwM1V8Sr0Zgw=", "1.0",
                          "12", "quorvi", folder.path() / "updates"}}};
 };
 
 TEST_F(RecordingOverlayTest, FollowsTheControllerAndOffersWhatCanBeDone) {
-    RecordingPanel panel(*model, updater, {[] { return true; }, [] { return false; }});
+    RecordingPanel panel(*model, updater, [] { return Surroundings{.isComposited = true}; });
     model->showOverlay = [&] { panel.present(); };
     model->hideOverlay = [&] { panel.hide(); };
     EXPECT_FALSE(panel.isVisible());
@@ -154,7 +160,7 @@ TEST_F(RecordingOverlayTest, FollowsTheControllerAndOffersWhatCanBeDone) {
 }
 
 TEST_F(RecordingOverlayTest, UpdateIsOfferedOnlyWhileRecording) {
-    RecordingPanel panel(*model, updater, {[] { return true; }, [] { return false; }});
+    RecordingPanel panel(*model, updater, [] { return Surroundings{.isComposited = true}; });
     publishUpdate();
     panel.present();
     EXPECT_FALSE(panel.acceptsMouse());

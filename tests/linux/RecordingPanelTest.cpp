@@ -8,7 +8,9 @@
 #include <sstream>
 
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/X11Bars.h"
 #include "Quorvi/platform/linux/X11Compositing.h"
+#include "Quorvi/platform/linux/X11Settings.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/model/DictationFixture.h"
@@ -38,8 +40,9 @@ protected:
         if (manager != "openbox") {
             windowManager = Process({"xfwm4", "--replace", "--compositor=on"});
             ASSERT_TRUE(eventually([&] {
-                return shell("xprop -id $(xprop -root -notype -f _NET_SUPPORTING_WM_CHECK 32x "
-                             "' $0' _NET_SUPPORTING_WM_CHECK | cut -d' ' -f2) _NET_WM_NAME")
+                return shell(
+                           "xprop -id $(xprop -root -notype -f _NET_SUPPORTING_WM_CHECK 32x "
+                           "' $0' _NET_SUPPORTING_WM_CHECK | cut -d' ' -f2) _NET_WM_NAME")
                            .find("Xfwm4") != std::string::npos;
             }));
             ASSERT_TRUE(eventually(x11IsComposited));
@@ -49,13 +52,15 @@ protected:
         const auto found = reader.waitForFocus(editorProgram.pid(), "AXTextArea");
         ASSERT_TRUE(found);
         textField = found;
-        panel = std::make_unique<RecordingPanel>(
-            *model, updater,
-            RecordingPanel::Desktop{[] { return x11IsComposited(); }, [] { return false; }});
+        panel = std::make_unique<RecordingPanel>(*model, updater, [] {
+            return Surroundings{x11IsComposited(), x11ReducesMotion(), x11Bars()};
+        });
         model->showOverlay = [this] { panel->present(); };
         model->hideOverlay = [this] { panel->hide(); };
     }
-    void TearDown() override { model->showOverlay = model->hideOverlay = [] {}; }
+    void TearDown() override {
+        model->showOverlay = model->hideOverlay = [] {};
+    }
 
     static bool until(const std::function<bool()>& condition) {
         return eventually([&] {

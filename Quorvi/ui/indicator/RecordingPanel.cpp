@@ -4,8 +4,8 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QPainter>
-#include <QScreen>
 #include <QWindow>
+#include <QtMath>
 #include <cmath>
 #include <utility>
 
@@ -17,12 +17,13 @@ constexpr int screenMargin = 28;  // between the panel and the bottom of the usa
 
 }  // namespace
 
-RecordingPanel::RecordingPanel(AppModel& model, AppUpdater& updater, Desktop desktop)
+RecordingPanel::RecordingPanel(AppModel& model, AppUpdater& updater,
+                               std::function<Surroundings()> surroundings)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                            Qt::WindowDoesNotAcceptFocus | Qt::BypassWindowManagerHint),
       model_(model),
       updater_(updater),
-      desktop_(std::move(desktop)),
+      surroundings_(std::move(surroundings)),
       overlay_(model, updater, this) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
@@ -47,18 +48,63 @@ QRect RecordingPanel::place(const QRect& usable, const QSize& size) {
             size};
 }
 
+QRect RecordingPanel::usable(QRect available, const QRect& screen, double ratio,
+                             const std::vector<Surroundings::Bar>& bars) {
+    // The toolkit scales the sizes of screens, not where they begin.
+    const QRect pixels(screen.topLeft(), (QSizeF(screen.size()) * ratio).toSize());
+    for (const auto& bar : bars) {
+        const QRect common = pixels & QRect(bar.x, bar.y, bar.width, bar.height);
+        if (common.isEmpty()) continue;
+        const int depth = qCeil((bar.edge <= Surroundings::Bar::Edge::right ? common.width()
+                                                                            : common.height()) /
+                                ratio);
+        switch (bar.edge) {
+            case Surroundings::Bar::Edge::left:
+                available.setLeft(qMax(available.left(), screen.left() + depth));
+                break;
+            case Surroundings::Bar::Edge::right:
+                available.setRight(qMin(available.right(), screen.right() - depth));
+                break;
+            case Surroundings::Bar::Edge::top:
+                available.setTop(qMax(available.top(), screen.top() + depth));
+                break;
+            case Surroundings::Bar::Edge::bottom:
+                available.setBottom(qMin(available.bottom(), screen.bottom() - depth));
+                break;
+        }
+    }
+    return available;
+}
+
 void RecordingPanel::present() {
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!screen) screen = QGuiApplication::primaryScreen();
-    if (!screen) return;
-    setGeometry(place(screen->availableGeometry(), RecordingHUD::panelSize(model_.stage())));
-    overlay_.setReducesMotion(desktop_.reducesMotion());
+    screen_ = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen_) screen_ = QGuiApplication::primaryScreen();
+    if (!screen_) return;
+    shown_ = surroundings_();
+    placeOnScreen();
+    overlay_.setReducesMotion(shown_.reducesMotion);
     applyShape();
     winId();  // so that there is a window to let the mouse through
     applyMouse();
     show();
     raise();
     raisedAt_ = 0;
+}
+
+void RecordingPanel::followSurroundings() {
+    if (!isVisible() || !screen_) return;
+    shown_ = surroundings_();
+    placeOnScreen();
+    overlay_.setReducesMotion(shown_.reducesMotion);
+    applyShape();
+}
+
+void RecordingPanel::placeOnScreen() {
+    // Of several screens the toolkit cuts off what lies beside any bar of any of them.
+    const bool isOnly = QGuiApplication::screens().size() == 1;
+    const auto free = usable(isOnly ? screen_->availableGeometry() : screen_->geometry(),
+                             screen_->geometry(), screen_->devicePixelRatio(), shown_.bars);
+    setGeometry(place(free, RecordingHUD::panelSize(model_.stage())));
 }
 
 void RecordingPanel::follow() {
@@ -92,7 +138,7 @@ void RecordingPanel::applyMouse() {
 
 // Without a compositor nothing is translucent: the window is cut to the capsule.
 void RecordingPanel::applyShape() {
-    const bool cutOut = !desktop_.isComposited();
+    const bool cutOut = !shown_.isComposited;
     overlay_.setCutOut(cutOut);
     if (!cutOut) return clearMask();
     constexpr auto margin = RecordingHUD::shadowMargin;

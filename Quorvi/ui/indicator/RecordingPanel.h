@@ -1,8 +1,12 @@
 #pragma once
 
+#include <QPointer>
+#include <QScreen>
 #include <QWidget>
 #include <functional>
+#include <vector>
 
+#include "Quorvi/platform/Surroundings.h"
 #include "Quorvi/ui/indicator/RecordingOverlay.h"
 
 namespace quorvi {
@@ -14,16 +18,14 @@ namespace quorvi {
 // and the updater outlive it.
 class RecordingPanel : public QWidget {
 public:
-    // What the toolkit doesn't know of the desktop. None of it may wait.
-    struct Desktop {
-        std::function<bool()> isComposited;    // windows can be translucent at the moment
-        std::function<bool()> reducesMotion;   // the user wants as little movement as possible
-    };
-
-    RecordingPanel(AppModel& model, AppUpdater& updater, Desktop desktop);
+    // `surroundings` are what is known of the desktop at the moment; they may not wait.
+    RecordingPanel(AppModel& model, AppUpdater& updater,
+                   std::function<Surroundings()> surroundings);
 
     // Shows the panel on the screen with the mouse pointer.
     void present();
+    // What is known of the desktop has changed.
+    void followSurroundings();
 
     // Whether there is something to click on.
     bool acceptsMouse() const;
@@ -31,16 +33,23 @@ public:
     // Where a panel of this size belongs on a screen, of which `usable` is free of the desktop's
     // own bars.
     static QRect place(const QRect& usable, const QSize& size);
+    // What the bars leave of the `available` part of a screen. `ratio` of the display's pixels are
+    // one of ours.
+    static QRect usable(QRect available, const QRect& screen, double ratio,
+                        const std::vector<Surroundings::Bar>& bars);
 
 private:
     void follow();
     void refit();
     void applyMouse();
     void applyShape();
+    void placeOnScreen();
 
     AppModel& model_;
     AppUpdater& updater_;
-    Desktop desktop_;
+    std::function<Surroundings()> surroundings_;
+    Surroundings shown_;
+    QPointer<QScreen> screen_;
     RecordingOverlay overlay_;
     double raisedAt_ = 0;  // whole seconds of the recording
     Subscription changes_;
