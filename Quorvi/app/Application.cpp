@@ -12,6 +12,7 @@
 #include "Quorvi/app/BusService.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/HelperPrograms.h"
+#include "Quorvi/app/InterruptionNote.h"
 #include "Quorvi/app/LinuxDesktop.h"
 #include "Quorvi/app/QtKeyMonitor.h"
 #include "Quorvi/app/QuitSignals.h"
@@ -47,7 +48,9 @@ constexpr auto trayPatience = 5s;
 class Application {
 public:
     Application(QApplication& qt, const CommandLine& options, std::string apiKey)
-        : qt_(qt), desktop_(scheduler_), printStages_(options.printStages) {
+        : qt_(qt),
+          desktop_(scheduler_, helperProgram("quorvi-clipboard-keeper")),
+          printStages_(options.printStages) {
         preferenceChanges_ = preferences_.onChange([this] { reportPreferences(); });
         reportPreferences();
         // A key that comes with the run stays with the run, which leaves no trace of it.
@@ -77,6 +80,8 @@ public:
         surroundings_ =
             desktop_.onSurroundingsChanged([this] { panel_->followSurroundings(); });
         changes_ = model_->onChange([this] { modelChanged(); });
+        interruptionNote_ = std::make_unique<InterruptionNote>(
+            *model_, history_, preferencesDisk_, scheduler_, interruptionNoteFile());
         permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
         keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
         quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
@@ -157,7 +162,7 @@ private:
             co_await pause;
         }
         preferences_.flush();
-        auto leaving = desktop_.leaveClipboard(helperProgram("quorvi-clipboard-keeper"));
+        auto leaving = desktop_.leaveClipboard();
         co_await leaving;
         qt_.quit();
     }
@@ -184,6 +189,7 @@ private:
     HistoryStore history_{desktop_.historyEnvironment(preferences_, historyFile())};
     CorrectionStore corrections_{preferences_, scheduler_};
     std::unique_ptr<AppModel> model_;
+    std::unique_ptr<InterruptionNote> interruptionNote_;
     std::unique_ptr<Synchronisation> sync_;
     Updates updates_{scheduler_, preferences_};
     std::unique_ptr<RecordingPanel> panel_;

@@ -5,7 +5,6 @@
 
 #include "Quorvi/history/SystemCalendar.h"
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
-#include "Quorvi/platform/linux/ClipboardHandover.h"
 #include "Quorvi/platform/linux/CurlTransport.h"
 #include "Quorvi/platform/linux/PosixFileStore.h"
 #include "Quorvi/platform/linux/PulseAudioInput.h"
@@ -39,12 +38,13 @@ constexpr Duration handoverStep = 5ms;
 // ends last, so that a deletion asked for at the end is still done.
 struct LinuxDesktop::Adapters {
     // `permissionsChanged` may be called on any thread.
-    Adapters(Scheduler& scheduler, const std::function<void()>& permissionsChanged)
+    Adapters(Scheduler& scheduler, std::string clipboardKeeper,
+             const std::function<void()>& permissionsChanged)
         : tap(scheduler),
           poster(tap),
           accessibility([this] { return inputHookIsPossible.load(); }, permissionsChanged),
           workspace(scheduler),
-          pasteboard(scheduler),
+          pasteboard(scheduler, {.keeper = std::move(clipboardKeeper)}),
           sound(scheduler),
           audioInput(sound, scheduler),
           soundOutput(sound),
@@ -81,9 +81,9 @@ struct LinuxDesktop::Adapters {
     SerialExecutor probes{"probes"};
 };
 
-LinuxDesktop::LinuxDesktop(Scheduler& scheduler)
+LinuxDesktop::LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper)
     : scheduler_(scheduler),
-      adapters_(std::make_unique<Adapters>(scheduler,
+      adapters_(std::make_unique<Adapters>(scheduler, std::move(clipboardKeeper),
                                            [this, &scheduler, alive = std::weak_ptr<bool>(alive_)] {
                                                scheduler.post([this, alive] {
                                                    if (!alive.expired())
@@ -95,13 +95,12 @@ LinuxDesktop::LinuxDesktop(Scheduler& scheduler)
 
 LinuxDesktop::~LinuxDesktop() = default;
 
-Task<void> LinuxDesktop::leaveClipboard(std::string keeper) {
+Task<void> LinuxDesktop::leaveClipboard() {
     auto& pasteboard = adapters_->pasteboard;
-    auto asking = pasteboard.offered();
-    const auto items = co_await asking;
-    if (items.empty()) co_return;
     const auto ours = pasteboard.changeCount();
-    if (!startClipboardKeeper(keeper, items)) co_return;
+    auto handing = pasteboard.handOver();
+    const bool isHandedOver = co_await handing;
+    if (!isHandedOver) co_return;
     const auto latest = scheduler_.now() + handoverPatience;
     while (pasteboard.changeCount() == ours && scheduler_.now() < latest) {
         auto pause = sleepFor(scheduler_, handoverStep, {});

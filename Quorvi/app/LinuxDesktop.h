@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
 
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/Surroundings.h"
@@ -13,7 +14,9 @@ namespace quorvi {
 // that stands on it, and ends its threads when it is destroyed.
 class LinuxDesktop {
 public:
-    explicit LinuxDesktop(Scheduler& scheduler);
+    // `clipboardKeeper` is the program that goes on offering the clipboard when this one is gone;
+    // without one the clipboard goes, too.
+    explicit LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper = {});
     ~LinuxDesktop();
     LinuxDesktop(const LinuxDesktop&) = delete;
     LinuxDesktop& operator=(const LinuxDesktop&) = delete;
@@ -39,10 +42,9 @@ public:
         return permissionsChanged_.subscribe(std::move(observer));
     }
 
-    // Hands what this program still offers on the clipboard over to `keeper`, a program that goes
-    // on offering it, so that quitting takes nothing from the user. Resumes when that is done, or
-    // when it is clear that it can't be.
-    Task<void> leaveClipboard(std::string keeper);
+    // Hands what this program still offers on the clipboard over to the keeper, so that quitting
+    // takes nothing from the user. Resumes when that is done, or when it is clear that it can't be.
+    Task<void> leaveClipboard();
 
     // What surrounds a window, as last known; asking has a fresh look taken, which is told of when it
     // finds something else. Never block.

@@ -15,6 +15,11 @@ inline std::filesystem::path historyFile() {
     return UserFolders::find().data / "history.json";
 }
 
+// There while a dictation is under way, and after a crash.
+inline std::filesystem::path interruptionNoteFile() {
+    return UserFolders::find().data / "dictation-under-way";
+}
+
 inline std::filesystem::path syncArchiveFile() {
     return UserFolders::find().data / "account-sync.json";
 }

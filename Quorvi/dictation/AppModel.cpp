@@ -250,6 +250,10 @@ void AppModel::correctionLearned(const TextCorrection& rule) {
     dismissOverlay(4s);
 }
 
+void AppModel::reportInterruption(const std::string& sentence) {
+    if (!isActive(stage_) && !starting_ && !shutDown_) fail(sentence);
+}
+
 void AppModel::resetDictation() {
     cancel();
     endShortcutCapture();

@@ -123,6 +123,8 @@ public:
     void finish();
     void cancel();
     void fail(const std::string& message);
+    // Shows what became of a dictation that a crash interrupted, unless there is a new one.
+    void reportInterruption(const std::string& sentence);
     void copyTranscript();
     void clearTranscript() { set(lastTranscript_, std::string()); }
     void dismissOverlay(std::chrono::seconds delay);

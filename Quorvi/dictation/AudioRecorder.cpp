@@ -26,8 +26,9 @@ QuorviError noRecording() {
 }  // namespace
 
 // One recording from start() to its deletion. The recorder and the task that works on the recording
-// share it; when the last of them lets go, the capture ends and the file is deleted. The file
-// exists before record() completes or not at all, so a deletion queued after that can't miss it.
+// share it; when the last of them lets go, the capture ends and the file is gone. It has a name only
+// while it begins: the file exists before record() completes or not at all, so a deletion queued
+// after that can't miss it.
 struct AudioRecorder::Recording {
     enum class Phase { starting, capturing, stopped, finishing };
 
@@ -46,6 +47,7 @@ struct AudioRecorder::Recording {
     AudioRecorder* owner;  // null once the recorder has given this recording up
     Executor& disk;
     std::filesystem::path file;
+    std::shared_ptr<const Descriptor> content;
     std::unique_ptr<AudioCapture> capture;
     Phase phase = Phase::starting;
     std::stop_source giveUp;  // ends the start() or finish() under way
@@ -94,6 +96,10 @@ Task<void> AudioRecorder::start(std::stop_token stop) {
     auto running = recording->capture->record(recording->file, AudioSettings{}, giveUp);
     co_await running;
     throwIfStopped(giveUp);
+    auto takingOut = inBackground(
+        disk_, scheduler_, [path = recording->file] { return recordings::takeOut(path); }, giveUp);
+    recording->content = co_await takingOut;
+    throwIfStopped(giveUp);
 
     guard.dismiss();
     recording->phase = Recording::Phase::capturing;
@@ -115,7 +121,7 @@ Task<Bytes> AudioRecorder::finish(std::stop_token stop) {
     co_await whole;
     throwIfStopped(giveUp);
     auto content = inBackground(
-        disk_, scheduler_, [path = recording->file] { return recordings::read(path); }, giveUp);
+        disk_, scheduler_, [file = recording->content] { return recordings::read(*file); }, giveUp);
     Bytes bytes = co_await content;
     throwIfStopped(giveUp);
     co_return bytes;

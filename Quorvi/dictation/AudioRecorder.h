@@ -16,7 +16,8 @@ namespace quorvi {
 
 // Records the microphone into a private temporary file while the user dictates, and sees to it that
 // no recording outlives its dictation on the disk: whichever way a recording ends, with its bytes,
-// with a failure, by discard() or by cancellation at any point, its file is deleted.
+// with a failure, by discard() or by cancellation at any point, its file is deleted. As soon as it
+// runs the file has no name any more, so that it goes with the process, too, however that ends.
 //
 // Main thread only; owned by the dictation controller. Files are checked, read and deleted on
 // `disk`, which should be quick to take a job (a start waits for one) and which must outlive the
@@ -62,7 +63,7 @@ public:
     // Makes ready what the next start() would have to wait for.
     void prepare();
 
-    // Deletes what an earlier run of the program left behind. Call it before the first start().
+    // Deletes what a run of the program that ended while a recording began left behind. Call it before the first start().
     void removeStaleRecordings();
 
 private:

@@ -8,7 +8,6 @@
 #include <string>
 #include <system_error>
 
-#include "Quorvi/platform/Descriptor.h"
 #include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi::recordings {
@@ -49,15 +48,23 @@ void prepareFolder(const fs::path& folder) {
         throw failure("The folder for recordings could not be made private", errno);
 }
 
-Bytes read(const fs::path& file) {
+std::shared_ptr<const Descriptor> takeOut(const fs::path& file) {
+    auto opened = std::make_shared<const Descriptor>(
+        ::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    if (!*opened || ::unlink(file.c_str()) != 0)
+        throw failure("The recording could not be kept apart", errno);
+    return opened;
+}
+
+Bytes read(const Descriptor& file) {
     const std::string what = "The recording could not be read";
-    const Descriptor opened(::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
     struct stat info {};
-    if (opened.get() < 0 || ::fstat(opened.get(), &info) != 0) throw failure(what, errno);
+    if (::fstat(file.get(), &info) != 0) throw failure(what, errno);
     Bytes bytes(static_cast<std::size_t>(info.st_size));
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const auto count = ::read(opened.get(), bytes.data() + done, bytes.size() - done);
+        const auto count = ::pread(file.get(), bytes.data() + done, bytes.size() - done,
+                                   static_cast<off_t>(done));
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) throw failure(what, errno);
         if (count == 0) break;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 
+#include "Quorvi/platform/Descriptor.h"
 #include "QuorviCore/Bytes.h"
 
 namespace quorvi {
@@ -15,8 +17,12 @@ namespace recordings {
 // folder or a link of that name there first.
 void prepareFolder(const std::filesystem::path& folder);
 
+// Opens a recording that is being written and takes its name away: nobody finds it from then on, and
+// it is gone once nobody has it open any more, also when the program is killed. Throws QuorviError.
+std::shared_ptr<const Descriptor> takeOut(const std::filesystem::path& file);
+
 // The whole recording. Throws QuorviError.
-Bytes read(const std::filesystem::path& file);
+Bytes read(const Descriptor& file);
 
 // Deletes left-over recordings; failures are ignored, and so are files of other kinds.
 void removeAll(const std::filesystem::path& folder);

@@ -28,7 +28,8 @@ Task<TranscriptClipboard::Items> TranscriptClipboard::snapshot(std::optional<Cop
 
 Task<void> TranscriptClipboard::installTemporary(std::string text, Items backup,
                                                  std::stop_token stop) {
-    auto writing = pasteboard_.writeText(std::move(text), TranscriptVisibility::hiddenFromHistory);
+    auto writing =
+        pasteboard_.writeText(std::move(text), TranscriptVisibility::hiddenFromHistory, backup);
     const auto count = co_await writing;
     if (!count) {
         auto writingBack = pasteboard_.write(std::move(backup));

@@ -34,7 +34,7 @@ struct PasteboardItem {
 
 enum class TranscriptVisibility {
     everywhere,         // a text like any other
-    hiddenFromHistory,  // marked so that clipboard managers keep it out of their history
+    hiddenFromHistory,  // there for a moment; marked so that clipboard managers don't keep it
 };
 
 // The general clipboard. Called on the main thread; the work is done on a thread of its own, in the
@@ -54,8 +54,11 @@ public:
     // or nothing when the clipboard could not be taken. The content stays available until
     // something newer replaces it.
     virtual Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items) = 0;
-    virtual Task<std::optional<std::int64_t>> writeText(std::string text,
-                                                        TranscriptVisibility visibility) = 0;
+    // A text that is there for a moment stands in for `former`, which is what the clipboard is to
+    // hold should this program end before it has given that back.
+    virtual Task<std::optional<std::int64_t>> writeText(
+        std::string text, TranscriptVisibility visibility,
+        std::vector<PasteboardItem> former = {}) = 0;
 
     // The same as write(), but only while the change count is still `expected`; a newer content of
     // somebody else's is left alone. Returns at once, even when nothing waits for it any more.

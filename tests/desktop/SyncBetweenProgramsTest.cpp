@@ -1,15 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <fstream>
 
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 #include "QuorviCore/history/HistoryArchive.h"
-#include "QuorviCore/propertylist/PropertyList.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
 #include "tests/support/PostgresServer.h"
 #include "tests/support/Process.h"
+#include "tests/support/QuorviProgram.h"
 #include "tests/support/TestUser.h"
 
 // Two real programs, each with a home folder, a desktop and a session bus of its own, on one cloud.
@@ -20,64 +19,25 @@ constexpr auto sentence = "please call catherine about the weather";
 constexpr auto recognised = "Please call catherine about the weather.";
 constexpr int behindTheFirstLetter = 27;  // characters from the end of the sentence
 
-// A machine of the user's, whose home folder outlives the program.
-class Machine {
+// A machine of the user's.
+class Machine : public QuorviProgram {
 public:
-    explicit Machine(const std::string& cloud) {
-        std::filesystem::create_directories(home_.path() / ".config/Quorvi");
-        std::filesystem::permissions(home_.path() / ".config/Quorvi",
-                                     std::filesystem::perms::owner_all);
-        const PropertyList preferences(
-            PropertyList::Dictionary{{"cloudDatabase", PropertyList(cloud)}});
-        std::ofstream(preferencesFile(), std::ios::binary) << preferences.toBinary();
-    }
-    ~Machine() { quit(); }
+    explicit Machine(const std::string& cloud)
+        : QuorviProgram({{"cloudDatabase", PropertyList(cloud)}}) {}
 
-    // On this test's own desktop.
-    void start(std::vector<std::string> settings = {}, std::vector<std::string> arguments = {}) {
-        std::vector<std::string> command{QUORVI_PROGRAM, "--print-stages"};
-        command.insert(command.end(), arguments.begin(), arguments.end());
-        launch(std::move(command), std::move(settings));
-    }
-    // On another desktop, of which this one knows nothing.
+    // On another desktop, of which this test's own knows nothing.
     void startElsewhere() {
         elsewhere_ = std::make_unique<NestedServer>();
-        std::filesystem::create_directories(home_.path() / "run");
-        std::filesystem::permissions(home_.path() / "run", std::filesystem::perms::owner_all);
+        const auto run = home().path() / "run";
+        std::filesystem::create_directories(run);
+        std::filesystem::permissions(run, std::filesystem::perms::owner_all);
         launch({"dbus-run-session", "--", QUORVI_PROGRAM, "--print-stages"},
                {"DISPLAY=" + elsewhere_->display(), "AT_SPI_BUS_ADDRESS",
-                "XDG_RUNTIME_DIR=" + (home_.path() / "run").string()});
-    }
-    void quit() {
-        if (program_.pid() < 0) return;
-        program_.signal(SIGTERM);
-        program_.wait();
-    }
-    void crash() { program_.kill(); }
-    // Reads what it prints up to a line with the text.
-    void until(const std::string& text) {
-        for (;;)
-            if (program_.readLine().find(text) != std::string::npos) return;
-    }
-
-    std::string historyText() const { return contentOf(historyFile()); }
-    std::string preferencesText() const { return contentOf(preferencesFile()); }
-    std::filesystem::path historyFile() const {
-        return home_.path() / ".local/share/Quorvi/history.json";
+                "XDG_RUNTIME_DIR=" + run.string()});
     }
 
 private:
-    void launch(std::vector<std::string> command, std::vector<std::string> settings) {
-        settings.push_back("HOME=" + home_.path().string());
-        program_ = Process(std::move(command), settings);
-    }
-    std::filesystem::path preferencesFile() const {
-        return home_.path() / ".config/Quorvi/preferences.plist";
-    }
-
-    TestFolder home_;
     std::unique_ptr<NestedServer> elsewhere_;
-    Process program_;
 };
 
 bool holds(const std::string& text, std::string_view part) {

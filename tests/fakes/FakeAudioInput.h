@@ -64,13 +64,12 @@ private:
                     if (!file.empty()) std::filesystem::remove(file);
                 }
             } abandoned{file};
-            std::ofstream(file, std::ios::binary).close();
+            file_.open(file, std::ios::binary);
             auto opening =
                 sleepFor(input_.scheduler_,
                          input_.startsAtOnce ? Duration::zero() : Duration::max() / 2, stop);
             co_await opening;
             abandoned.file.clear();
-            file_ = std::move(file);
             began_ = input_.scheduler_.now();
             input_.active_ = this;
         }
@@ -83,7 +82,7 @@ private:
             auto turn = sleepFor(input_.scheduler_, Duration::zero(), {});
             co_await turn;
             if (input_.finishFailure) throw QuorviError::message(*input_.finishFailure);
-            std::ofstream(file_) << input_.content;
+            file_ << input_.content << std::flush;
         }
         double currentTime() const override {
             const auto end = ended_.value_or(input_.scheduler_.now());
@@ -95,7 +94,7 @@ private:
 
     private:
         FakeAudioInput& input_;
-        std::filesystem::path file_;
+        std::ofstream file_;
         std::optional<TimePoint> began_, ended_;
     };
 

@@ -74,7 +74,8 @@ Task<std::optional<std::int64_t>> FakePasteboard::write(std::vector<PasteboardIt
 }
 
 Task<std::optional<std::int64_t>> FakePasteboard::writeText(std::string text,
-                                                            TranscriptVisibility visibility) {
+                                                            TranscriptVisibility visibility,
+                                                            std::vector<PasteboardItem>) {
     auto items = textItems(text);
     if (visibility == TranscriptVisibility::hiddenFromHistory)
         items[0].representations.push_back(representation("x-kde-passwordManagerHint", "secret"));

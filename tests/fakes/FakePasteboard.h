@@ -19,8 +19,8 @@ public:
     std::int64_t changeCount() const override { return changeCount_; }
     Task<std::vector<PasteboardItem>> read(std::stop_token stop) override;
     Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items) override;
-    Task<std::optional<std::int64_t>> writeText(std::string text,
-                                                TranscriptVisibility visibility) override;
+    Task<std::optional<std::int64_t>> writeText(std::string text, TranscriptVisibility visibility,
+                                                std::vector<PasteboardItem> former = {}) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
     // Another program copies, or clears the clipboard with no items.

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <deque>
 
-#include "QuorviCore/identity/Uuid.h"
 #include "tests/fakes/FakeAudioInput.h"
 #include "tests/fakes/VirtualScheduler.h"
 #include "tests/support/TestFolder.h"
@@ -83,10 +82,7 @@ TEST_F(AudioRecorderTest, RecordsIntoAPrivateFileAndHandsOverItsBytes) {
     EXPECT_EQ(recorder->meter(), -160);
     ASSERT_EQ(started(), "started");
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
-    ASSERT_EQ(files().size(), 1U);
-    const fs::path name = files()[0];
-    EXPECT_EQ(name.extension(), ".m4a");
-    EXPECT_TRUE(isUuid(name.stem()));
+    EXPECT_TRUE(files().empty()) << "a recording that runs has no name";
     scheduler.advance(std::chrono::milliseconds(1500));
     EXPECT_EQ(recorder->duration(), 1.5);
     EXPECT_EQ(recorder->meter(), -20);
@@ -100,11 +96,9 @@ TEST_F(AudioRecorderTest, RecordsIntoAPrivateFileAndHandsOverItsBytes) {
 
 TEST_F(AudioRecorderTest, ANewStartReplacesARecording) {
     ASSERT_EQ(started(), "started");
-    const auto former = files();
     ASSERT_EQ(started(), "started");
     EXPECT_EQ(changes, (std::vector{true, false, true}));
-    EXPECT_EQ(files().size(), 1U);
-    EXPECT_NE(files(), former);
+    EXPECT_EQ(finished(), "bytes sound");
 }
 
 TEST_F(AudioRecorderTest, AStartFromWithinTheReportOfAnEndSurvivesTheDiscardThatReportedIt) {
@@ -116,7 +110,6 @@ TEST_F(AudioRecorderTest, AStartFromWithinTheReportOfAnEndSurvivesTheDiscardThat
     recorder->discard();
     scheduler.settle();
     EXPECT_TRUE(input.isCapturing());
-    EXPECT_EQ(files().size(), 1U);
     recorder->onRecordingChanged = nullptr;
 }
 
@@ -164,7 +157,7 @@ TEST_F(AudioRecorderTest, CancellingOrDiscardingAtAnyTurnLeavesNoFileAndNoCaptur
     for (const auto way :
          {Way::cancel, Way::discard, Way::stopCapture, Way::dropTask, Way::dropRecorder})
         for (const bool finishing : {false, true})
-            for (int turns = 0; turns < 8; ++turns) {
+            for (int turns = 0; turns < 9; ++turns) {
                 SCOPED_TRACE("way " + std::to_string(static_cast<int>(way)) + " finishing " +
                              std::to_string(finishing) + " turn " + std::to_string(turns));
                 // Otherwise a start is kept waiting within the capture.
@@ -223,7 +216,7 @@ TEST_F(AudioRecorderTest, OnlyLeftOverRecordingsAreRemoved) {
     recorder->removeStaleRecordings();
     ASSERT_EQ(started(), "started");
     const auto left = files();
-    EXPECT_EQ(left.size(), 3U);
+    EXPECT_EQ(left.size(), 2U);
     EXPECT_EQ(std::ranges::count(left, "old.m4a"), 0);
 }
 

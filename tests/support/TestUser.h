@@ -108,6 +108,26 @@ public:
         releaseButton(button);
     }
 
+    // How many keys the server takes for held.
+    std::size_t pressedKeys() const {
+        auto* c = connection_.get();
+        const auto reply = ownXcb(xcb_query_keymap_reply(c, xcb_query_keymap(c), nullptr));
+        std::size_t count = 0;
+        for (const auto eight : reply->keys) count += std::bitset<8>(eight).count();
+        return count;
+    }
+    // Whether no program holds the keyboard.
+    bool canGrabKeyboard() const {
+        auto* c = connection_.get();
+        const auto cookie =
+            xcb_grab_keyboard(c, 0, connection_.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                              XCB_GRAB_MODE_ASYNC);
+        const auto reply = ownXcb(xcb_grab_keyboard_reply(c, cookie, nullptr));
+        xcb_ungrab_keyboard(c, XCB_CURRENT_TIME);
+        connection_.synchronise();
+        return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    }
+
     xcb_window_t activeWindow() const {
         return propertyOf(connection_, connection_.root(), "_NET_ACTIVE_WINDOW");
     }

@@ -1,12 +1,20 @@
-// Offers, on the clipboard, what its standard input holds, until somebody copies something else or
-// the X server ends. Quorvi starts it when it quits while the user's clipboard is in its hands.
+// Stands by while Quorvi offers something on the clipboard, and offers in its place, until somebody
+// copies something else or the X server ends, what the clipboard is to hold when Quorvi is gone. A
+// copy that another program has made stays. Quorvi starts it; its standard input is their socket.
+#include <poll.h>
+#include <sys/socket.h>
 #include <unistd.h>
 #include <xcb/xfixes.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "Quorvi/platform/linux/ClipboardHandover.h"
 #include "Quorvi/platform/linux/LoopScheduler.h"
@@ -18,85 +26,164 @@ namespace quorvi {
 namespace {
 
 using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
 
-Bytes readInput() {
-    Bytes content;
-    Bytes piece(1 << 16);
-    for (;;) {
-        const auto n = read(STDIN_FILENO, piece.data(), piece.size());
-        if (n <= 0) return content;
-        content.insert(content.end(), piece.begin(), piece.begin() + n);
+// An application that was just told to paste may ask for the transcript when its owner is gone
+// already. It gets nothing then, and not what the user had copied before.
+constexpr auto pasteTime = 1s;
+
+class Keeper {
+public:
+    Keeper() : clipboard_(connection_.atom("CLIPBOARD")) {
+        auto* c = connection_.get();
+        const auto version = xcb_xfixes_query_version(c, 5, 0);
+        ownXcb(xcb_xfixes_query_version_reply(c, version, nullptr));
+        const auto* extension = xcb_get_extension_data(c, &xcb_xfixes_id);
+        firstEvent_ = extension ? extension->first_event : 0;
+        xcb_xfixes_select_selection_input(
+            c, connection_.root(), clipboard_,
+            XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+        owner_ = askOwner();
     }
-}
 
-Task<void> offer(X11Pasteboard& pasteboard, std::vector<PasteboardItem> items, bool& done,
-                 bool& taken) {
-    auto writing = pasteboard.write(std::move(items));
-    taken = (co_await writing).has_value();
-    done = true;
-}
+    int run() {
+        while (connection_.isAlive()) {
+            handleEvents();
+            // Quorvi's connection to the X server ends a moment after its socket.
+            if (ended_ && !offering_ && !offerAt_ && owner_ != guarded_) return 0;
+            if (offerAt_ && *offerAt_ <= Clock::now()) {
+                offer();
+                continue;
+            }
+            pollfd ready[] = {{connection_.fileDescriptor(), POLLIN, 0},
+                              {ended_ ? -1 : STDIN_FILENO, POLLIN, 0}};
+            if (poll(ready, 2, untilOffer()) > 0 && ready[1].revents) receive();
+        }
+        return 1;
+    }
 
-bool takeClipboard(X11Pasteboard& pasteboard, LoopScheduler& scheduler,
-                   std::vector<PasteboardItem> items) {
-    bool done = false;
-    bool taken = false;
-    TaskScope scope(scheduler);
-    scope.start([&](std::stop_token) { return offer(pasteboard, std::move(items), done, taken); });
-    scheduler.runUntil([&] { return done; }, 10s);
-    return taken;
-}
+private:
+    void receive() {
+        std::unique_ptr<Descriptor> file;
+        const auto message = receiveClipboardMessage(socket_, file);
+        if (!message) {
+            ended_ = true;
+            return;
+        }
+        switch (message->kind) {
+            case ClipboardMessage::Kind::content:
+                content_ = std::move(file);
+                return;
+            case ClipboardMessage::Kind::guard:
+            case ClipboardMessage::Kind::standIn:
+                guarded_ = message->window;
+                pasted_ = message->kind == ClipboardMessage::Kind::standIn
+                              ? Clock::now() + pasteTime
+                              : Clock::time_point{};
+                return;
+            case ClipboardMessage::Kind::takeOver:
+                owner_ = askOwner();
+                if (owner_ == guarded_) offer();
+        }
+    }
 
-// Waits, on a connection of its own, until the clipboard belongs to somebody else.
-void waitForAnotherOwner(const X11Connection& connection, xcb_atom_t clipboard) {
-    auto* c = connection.get();
-    const auto owner = [&] {
-        const auto cookie = xcb_get_selection_owner(c, clipboard);
+    void handleEvents() {
+        while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
+            if (xcbEventType(*event) != firstEvent_ + XCB_XFIXES_SELECTION_NOTIFY) continue;
+            const auto& e =
+                *reinterpret_cast<const xcb_xfixes_selection_notify_event_t*>(event.get());
+            if (e.selection != clipboard_) continue;
+            const bool taken = e.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+            const auto before = std::exchange(owner_, taken ? e.owner : XCB_NONE);
+            if (offering_ && owner_ != offering_) stopOffering();
+            offerAt_.reset();
+            if (!taken && before != XCB_NONE && before == guarded_) offerAt_ = pasted_;
+        }
+    }
+
+    int untilOffer() const {
+        if (!offerAt_) return -1;
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(*offerAt_ - Clock::now());
+        return std::max(0, static_cast<int>(left.count()));
+    }
+
+    // Puts the content on the clipboard.
+    void offer() {
+        guarded_ = XCB_NONE;
+        offerAt_.reset();
+        if (!content_) return;
+        auto items = readClipboardFile(*content_);
+        if (ended_) content_.reset();
+        pasteboard_ = std::make_unique<X11Pasteboard>(scheduler_);
+        bool done = false;
+        {
+            TaskScope scope(scheduler_);
+            scope.start([&](std::stop_token) { return take(std::move(items), done); });
+            scheduler_.runUntil([&] { return done; }, 10s);
+        }
+        // Events of the time in between tell of owners before this one.
+        connection_.synchronise();
+        while (ownXcb(xcb_poll_for_event(connection_.get()))) continue;
+        owner_ = offering_ = askOwner();
+    }
+    Task<void> take(std::vector<PasteboardItem> items, bool& done) {
+        auto writing = pasteboard_->write(std::move(items));
+        co_await writing;
+        done = true;
+    }
+    void stopOffering() {
+        pasteboard_.reset();
+        offering_ = XCB_NONE;
+    }
+
+    xcb_window_t askOwner() const {
+        auto* c = connection_.get();
+        const auto cookie = xcb_get_selection_owner(c, clipboard_);
         const auto reply = ownXcb(xcb_get_selection_owner_reply(c, cookie, nullptr));
         return reply ? reply->owner : XCB_NONE;
-    };
-    const auto ours = owner();
-    while (owner() == ours)
-        if (!ownXcb(xcb_wait_for_event(c))) return;
-}
+    }
 
-int keep() {
-    auto items = decodeClipboard(readInput());
-    if (items.empty()) return 0;
-    const X11Connection connection;
-    if (!connection.isAlive()) return 1;
-    auto* c = connection.get();
-    const auto clipboard = connection.atom("CLIPBOARD");
-    const auto version = xcb_xfixes_query_version(c, 5, 0);
-    ownXcb(xcb_xfixes_query_version_reply(c, version, nullptr));
-    xcb_xfixes_select_selection_input(c, connection.root(), clipboard,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    connection.synchronise();
+    const X11Connection connection_;
+    const xcb_atom_t clipboard_;
+    int firstEvent_ = 0;
+    const Descriptor socket_{STDIN_FILENO};
+    bool ended_ = false;  // Quorvi has
+    std::unique_ptr<Descriptor> content_;
+    xcb_window_t guarded_ = XCB_NONE;  // Quorvi's
+    xcb_window_t owner_ = XCB_NONE;    // of the clipboard, as far as events have told
+    xcb_window_t offering_ = XCB_NONE;
+    Clock::time_point pasted_{};  // what is offered in the content's stead has been pasted by then
+    std::optional<Clock::time_point> offerAt_;
+    LoopScheduler scheduler_;
+    std::unique_ptr<X11Pasteboard> pasteboard_;
+};
 
-    LoopScheduler scheduler;
-    X11Pasteboard pasteboard(scheduler);
-    if (!takeClipboard(pasteboard, scheduler, std::move(items))) return 1;
-    waitForAnotherOwner(connection, clipboard);
-    return 0;
+bool startedByQuorvi() {
+    int type = 0;
+    socklen_t size = sizeof type;
+    return getsockopt(STDIN_FILENO, SOL_SOCKET, SO_TYPE, &type, &size) == 0 &&
+           type == SOCK_SEQPACKET;
 }
 
 }  // namespace
 }  // namespace quorvi
 
 int main(int argc, char** argv) {
-    if (argc > 1) {
-        const bool asked = std::strcmp(argv[1], "--help") == 0;
+    const bool asked = argc > 1 && std::strcmp(argv[1], "--help") == 0;
+    if (asked || argc > 1 || !quorvi::startedByQuorvi()) {
         std::fprintf(asked ? stdout : stderr,
-                     "usage: quorvi-clipboard-keeper < CONTENT\n\n"
-                     "Offers the content that Quorvi hands over on the clipboard until somebody\n"
-                     "copies something else. Started by Quorvi; of no use by itself.\n\n"
-                     "Exit codes: 0 the clipboard is another's, 1 it could not be taken, 2 bad "
+                     "usage: quorvi-clipboard-keeper\n\n"
+                     "Stands by while Quorvi offers something on the clipboard, and gives the\n"
+                     "user's clipboard back when Quorvi is gone, however that has come about.\n"
+                     "Started by Quorvi; of no use by itself.\n\n"
+                     "Exit codes: 0 the clipboard is another's, 1 there is no X server, 2 bad "
                      "usage.\n");
         return asked ? 0 : 2;
     }
     try {
-        return quorvi::keep();
+        return quorvi::Keeper().run();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "quorvi-clipboard-keeper: %s\n", error.what());
         return 1;

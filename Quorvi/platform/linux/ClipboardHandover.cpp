@@ -1,18 +1,16 @@
 #include "Quorvi/platform/linux/ClipboardHandover.h"
 
-#include <fcntl.h>
-#include <spawn.h>
 #include <sys/mman.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdint>
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <utility>
 
 #include "QuorviCore/transcription/QuorviError.h"
-
-extern char** environ;
 
 namespace quorvi {
 
@@ -23,13 +21,21 @@ void appendNumber(Bytes& bytes, std::uint64_t number) {
         bytes.push_back(static_cast<std::uint8_t>(number >> shift));
 }
 
-template <class Range>
-void appendBlock(Bytes& bytes, const Range& block) {
-    appendNumber(bytes, block.size());
-    bytes.insert(bytes.end(), block.begin(), block.end());
+void appendText(Bytes& bytes, const std::string& text) {
+    appendNumber(bytes, text.size());
+    bytes.insert(bytes.end(), text.begin(), text.end());
 }
 
-// Takes the parts of a block in order and refuses to read past its end.
+bool writeAll(const Descriptor& file, const Bytes& bytes) {
+    for (std::size_t written = 0; written < bytes.size();) {
+        const auto n = write(file.get(), bytes.data() + written, bytes.size() - written);
+        if (n <= 0) return false;
+        written += static_cast<std::size_t>(n);
+    }
+    return true;
+}
+
+// Takes the parts of a content in order and refuses to read past its end.
 class Reader {
 public:
     explicit Reader(const Bytes& bytes) : bytes_(bytes) {}
@@ -60,37 +66,43 @@ private:
     std::size_t at_ = 0;
 };
 
-// A file of memory only, positioned at its beginning; -1 when there is none to be had.
-int memoryFile(const Bytes& content) {
-    const int file = memfd_create("clipboard", MFD_CLOEXEC);
-    if (file < 0) return -1;
-    for (std::size_t written = 0; written < content.size();) {
-        const auto n = write(file, content.data() + written, content.size() - written);
-        if (n <= 0) {
-            close(file);
-            return -1;
-        }
-        written += static_cast<std::size_t>(n);
+Bytes wholeOf(const Descriptor& file) {
+    struct stat info {};
+    Bytes bytes(fstat(file.get(), &info) == 0 ? static_cast<std::size_t>(info.st_size) : 0);
+    for (std::size_t done = 0; done < bytes.size();) {
+        const auto n = pread(file.get(), bytes.data() + done, bytes.size() - done,
+                             static_cast<off_t>(done));
+        if (n <= 0) throw QuorviError::message("The clipboard that was handed over is unreadable.");
+        done += static_cast<std::size_t>(n);
     }
-    lseek(file, 0, SEEK_SET);
-    return file;
-}
-
-}  // namespace
-
-Bytes encodeClipboard(const std::vector<PasteboardItem>& items) {
-    Bytes bytes;
-    for (const auto& item : items)
-        for (const auto& one : item.representations) {
-            appendBlock(bytes, one.type);
-            appendBlock(bytes, one.encoding);
-            appendNumber(bytes, static_cast<std::uint64_t>(one.format));
-            appendBlock(bytes, *one.data);
-        }
     return bytes;
 }
 
-std::vector<PasteboardItem> decodeClipboard(const Bytes& bytes) {
+// Room for one descriptor beside a message.
+union Control {
+    cmsghdr header;
+    char bytes[CMSG_SPACE(sizeof(int))];
+};
+
+}  // namespace
+
+std::unique_ptr<Descriptor> clipboardFile(const std::vector<PasteboardItem>& items) {
+    auto file = std::make_unique<Descriptor>(memfd_create("clipboard", MFD_CLOEXEC));
+    if (!*file) return nullptr;
+    for (const auto& item : items)
+        for (const auto& one : item.representations) {
+            Bytes head;
+            appendText(head, one.type);
+            appendText(head, one.encoding);
+            appendNumber(head, static_cast<std::uint64_t>(one.format));
+            appendNumber(head, one.data->size());
+            if (!writeAll(*file, head) || !writeAll(*file, *one.data)) return nullptr;
+        }
+    return file;
+}
+
+std::vector<PasteboardItem> readClipboardFile(const Descriptor& file) {
+    const auto bytes = wholeOf(file);
     PasteboardItem item;
     for (Reader reader(bytes); !reader.atEnd();) {
         PasteboardRepresentation one;
@@ -106,26 +118,44 @@ std::vector<PasteboardItem> decodeClipboard(const Bytes& bytes) {
     return {std::move(item)};
 }
 
-bool startClipboardKeeper(const std::string& program, const std::vector<PasteboardItem>& items) {
-    const int content = memoryFile(encodeClipboard(items));
-    if (content < 0) return false;
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, content, STDIN_FILENO);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
-    std::string name = program;
-    char* arguments[] = {name.data(), nullptr};
-    pid_t keeper = 0;
-    const int failed =
-        posix_spawn(&keeper, program.c_str(), &actions, &attributes, arguments, environ);
-    posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&actions);
-    close(content);
-    return failed == 0;
+bool sendClipboardMessage(const Descriptor& socket, ClipboardMessage message,
+                          const Descriptor* file) {
+    iovec part{&message, sizeof message};
+    msghdr all{};
+    all.msg_iov = &part;
+    all.msg_iovlen = 1;
+    Control control{};
+    if (file) {
+        all.msg_control = control.bytes;
+        all.msg_controllen = sizeof control.bytes;
+        control.header.cmsg_level = SOL_SOCKET;
+        control.header.cmsg_type = SCM_RIGHTS;
+        control.header.cmsg_len = CMSG_LEN(sizeof(int));
+        const int descriptor = file->get();
+        std::memcpy(CMSG_DATA(&control.header), &descriptor, sizeof descriptor);
+    }
+    return sendmsg(socket.get(), &all, MSG_NOSIGNAL | MSG_DONTWAIT) == sizeof message;
+}
+
+std::optional<ClipboardMessage> receiveClipboardMessage(const Descriptor& socket,
+                                                        std::unique_ptr<Descriptor>& file) {
+    ClipboardMessage message;
+    iovec part{&message, sizeof message};
+    msghdr all{};
+    all.msg_iov = &part;
+    all.msg_iovlen = 1;
+    Control control{};
+    all.msg_control = control.bytes;
+    all.msg_controllen = sizeof control.bytes;
+    file.reset();
+    if (recvmsg(socket.get(), &all, MSG_CMSG_CLOEXEC) != sizeof message) return std::nullopt;
+    const auto* header = CMSG_FIRSTHDR(&all);
+    if (header && header->cmsg_type == SCM_RIGHTS) {
+        int descriptor = -1;
+        std::memcpy(&descriptor, CMSG_DATA(header), sizeof descriptor);
+        file = std::make_unique<Descriptor>(descriptor);
+    }
+    return message;
 }
 
 }  // namespace quorvi

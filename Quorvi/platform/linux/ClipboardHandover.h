@@ -1,22 +1,38 @@
 #pragma once
 
-#include <string>
+#include <cstdint>
+#include <memory>
+#include <optional>
 #include <vector>
 
+#include "Quorvi/platform/Descriptor.h"
 #include "Quorvi/platform/Pasteboard.h"
 
-// What is on an X11 clipboard ends with the program that offers it. A program that quits hands its
-// content over to a keeper, a small process that offers it until somebody copies something else.
+// What passes between Quorvi and quorvi-clipboard-keeper: short messages over a socket, and contents
+// as files that are memory only.
 namespace quorvi {
 
-// The content as one block of bytes, and back. Decoding throws QuorviError when the bytes are no
-// such block.
-Bytes encodeClipboard(const std::vector<PasteboardItem>& items);
-std::vector<PasteboardItem> decodeClipboard(const Bytes& bytes);
+struct ClipboardMessage {
+    enum class Kind : std::uint32_t {
+        content,  // with a file: what the clipboard is to hold after this program; without: nothing
+        guard,    // `window` is about to own the clipboard
+        standIn,  // the same, for a moment, with something that is about to be pasted
+        takeOver  // offer the content now
+    };
+    Kind kind = Kind::content;
+    std::uint32_t window = 0;
+};
 
-// Starts the keeper program with the content as its standard input, which is memory and no file.
-// False when that is not possible. Returns at once; the keeper takes the clipboard a few
-// milliseconds later.
-bool startClipboardKeeper(const std::string& program, const std::vector<PasteboardItem>& items);
+// A file of memory only with the content. Null when there is no memory for it.
+std::unique_ptr<Descriptor> clipboardFile(const std::vector<PasteboardItem>& items);
+// Throws QuorviError when the file holds no such content.
+std::vector<PasteboardItem> readClipboardFile(const Descriptor& file);
+
+// Never blocks: false when the other side is gone or takes nothing.
+bool sendClipboardMessage(const Descriptor& socket, ClipboardMessage message,
+                          const Descriptor* file = nullptr);
+// Waits for the next message; its file, if it has one, is put into `file`. Nothing at the end.
+std::optional<ClipboardMessage> receiveClipboardMessage(const Descriptor& socket,
+                                                        std::unique_ptr<Descriptor>& file);
 
 }  // namespace quorvi

@@ -19,8 +19,10 @@ std::shared_ptr<const PasteboardItem> merged(std::vector<PasteboardItem> items) 
 
 X11ClipboardSession::X11ClipboardSession(const std::string& display, int wakeFd,
                                          X11ReadLimits limits,
-                                         std::atomic<std::int64_t>& changeCount)
+                                         std::atomic<std::int64_t>& changeCount,
+                                         ClipboardKeeper& keeper)
     : changeCount_(changeCount),
+      keeper_(keeper),
       connection_(display, wakeFd),
       server_(connection_),
       reader_(connection_, limits) {
@@ -55,8 +57,16 @@ void X11ClipboardSession::ownerChanged(const X11SelectionEvent& event) {
         if (write_->owner != 0) return server_.serve(write_->item, write_->time);
     }
     server_.stopServing();
+    keeper_.forget();
 }
 
+bool X11ClipboardSession::handOver() {
+    if (offered().empty()) return false;
+    keeper_.takeOver();
+    return true;
+}
+
+// What we offer; empty when the clipboard is not ours.
 std::vector<PasteboardItem> X11ClipboardSession::offered() {
     connection_.sync();
     if (!server_.item()) return {};
@@ -69,7 +79,10 @@ std::vector<PasteboardItem> X11ClipboardSession::read(const std::function<bool()
 }
 
 std::optional<std::int64_t> X11ClipboardSession::take(std::vector<PasteboardItem> items,
+                                                      const std::vector<PasteboardItem>& afterwards,
                                                       std::uint32_t time) {
+    keeper_.prepare(afterwards);
+    keeper_.guard(connection_.window(), items);
     auto item = merged(std::move(items));
     server_.prepare(*item);
     const auto owner = item->representations.empty() ? 0 : connection_.window();
@@ -81,8 +94,9 @@ std::optional<std::int64_t> X11ClipboardSession::take(std::vector<PasteboardItem
     return count;
 }
 
-std::optional<std::int64_t> X11ClipboardSession::write(std::vector<PasteboardItem> items) {
-    return take(std::move(items), connection_.serverTime());
+std::optional<std::int64_t> X11ClipboardSession::write(
+    std::vector<PasteboardItem> items, const std::vector<PasteboardItem>& afterwards) {
+    return take(std::move(items), afterwards, connection_.serverTime());
 }
 
 // The server refuses an ownership that is older than the current one. Taking the clipboard with the
@@ -91,7 +105,8 @@ std::optional<std::int64_t> X11ClipboardSession::write(std::vector<PasteboardIte
 void X11ClipboardSession::restore(std::int64_t expected, std::vector<PasteboardItem> items) {
     const auto now = connection_.serverTime();
     if (changeCount_ != expected) return;
-    take(std::move(items), server_.item() ? server_.since() : now);
+    const auto afterwards = items;
+    take(std::move(items), afterwards, server_.item() ? server_.since() : now);
 }
 
 void X11ClipboardSession::wait() {

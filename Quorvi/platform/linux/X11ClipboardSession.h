@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Quorvi/platform/Pasteboard.h"
+#include "Quorvi/platform/linux/ClipboardKeeper.h"
 #include "Quorvi/platform/linux/X11SelectionConnection.h"
 #include "Quorvi/platform/linux/X11SelectionReader.h"
 #include "Quorvi/platform/linux/X11SelectionServer.h"
@@ -22,14 +23,18 @@ namespace quorvi {
 class X11ClipboardSession {
 public:
     X11ClipboardSession(const std::string& display, int wakeFd, X11ReadLimits limits,
-                        std::atomic<std::int64_t>& changeCount);
+                        std::atomic<std::int64_t>& changeCount, ClipboardKeeper& keeper);
 
     std::vector<PasteboardItem> read(const std::function<bool()>& abandoned);
-    std::optional<std::int64_t> write(std::vector<PasteboardItem> items);
+    // `afterwards` is what the clipboard is to hold after this program.
+    std::optional<std::int64_t> write(std::vector<PasteboardItem> items,
+                                      const std::vector<PasteboardItem>& afterwards);
     void restore(std::int64_t expected, std::vector<PasteboardItem> items);
 
-    // What we offer; empty when the clipboard is not ours.
-    std::vector<PasteboardItem> offered();
+    // Readies the keeper for what was read, which is what will be given back.
+    void prepareKeeper(const std::vector<PasteboardItem>& items) { keeper_.prepare(items); }
+    // False when we offer nothing.
+    bool handOver();
 
     // Serves others until `wakeFd` is written to.
     void wait();
@@ -44,9 +49,13 @@ private:
 
     void handle(const X11SelectionEvent& event);
     void ownerChanged(const X11SelectionEvent& event);
-    std::optional<std::int64_t> take(std::vector<PasteboardItem> items, std::uint32_t time);
+    std::vector<PasteboardItem> offered();
+    std::optional<std::int64_t> take(std::vector<PasteboardItem> items,
+                                     const std::vector<PasteboardItem>& afterwards,
+                                     std::uint32_t time);
 
     std::atomic<std::int64_t>& changeCount_;
+    ClipboardKeeper& keeper_;
     X11SelectionConnection connection_;
     X11SelectionServer server_;
     X11SelectionReader reader_;

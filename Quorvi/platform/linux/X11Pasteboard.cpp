@@ -40,6 +40,7 @@ public:
     Worker(Options options, std::atomic<std::int64_t>& changeCount)
         : options_(std::move(options)),
           changeCount_(changeCount),
+          keeper_(options_.keeper),
           wakeFd_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
         if (wakeFd_ < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
         thread_ = std::thread([this] { work(); });
@@ -77,6 +78,7 @@ private:
 
     const Options options_;
     std::atomic<std::int64_t>& changeCount_;
+    ClipboardKeeper keeper_;  // the thread's own
     const int wakeFd_;
     std::atomic<bool> ending_{false};
     std::mutex mutex_;
@@ -111,7 +113,7 @@ bool X11Pasteboard::Worker::connect() {
     try {
         session_ = std::make_unique<X11ClipboardSession>(
             options_.display, wakeFd_, X11ReadLimits{options_.progressLimit, options_.totalLimit},
-            changeCount_);
+            changeCount_, keeper_);
     } catch (const X11ConnectionLost&) {
         return false;
     }
@@ -159,8 +161,10 @@ Task<std::vector<PasteboardItem>> X11Pasteboard::read(std::stop_token stop) {
         // A wait for an owner ends with the caller's interest in it.
         const std::stop_callback wakeUp(stop, [&worker] { worker.wake(); });
         try {
-            promise.resolve(
-                session.read([&] { return stop.stop_requested() || worker.isEnding(); }));
+            const auto items =
+                session.read([&] { return stop.stop_requested() || worker.isEnding(); });
+            promise.resolve(items);
+            session.prepareKeeper(items);
         } catch (const X11OwnerSilent&) {
             promise.reject(unavailable());
         } catch (const Cancelled&) {
@@ -173,30 +177,37 @@ Task<std::vector<PasteboardItem>> X11Pasteboard::read(std::stop_token stop) {
     co_return co_await future;
 }
 
-Task<std::vector<PasteboardItem>> X11Pasteboard::offered() {
-    using Items = std::vector<PasteboardItem>;
-    Promise<Items> promise(scheduler_);
+Task<bool> X11Pasteboard::handOver() {
+    Promise<bool> promise(scheduler_);
     auto future = promise.future();
     worker_->enqueue(
-        {[promise](X11ClipboardSession& session) mutable { promise.resolve(session.offered()); },
-         [promise]() mutable { promise.resolve(Items{}); }});
+        {[promise](X11ClipboardSession& session) mutable { promise.resolve(session.handOver()); },
+         [promise]() mutable { promise.resolve(false); }});
     co_return co_await future;
 }
 
-Task<std::optional<std::int64_t>> X11Pasteboard::write(std::vector<PasteboardItem> items) {
+Task<std::optional<std::int64_t>> X11Pasteboard::write(std::vector<PasteboardItem> items,
+                                                       std::vector<PasteboardItem> afterwards) {
     Promise<std::optional<std::int64_t>> promise(scheduler_);
     auto future = promise.future();
-    auto run = [promise, items = std::move(items)](X11ClipboardSession& session) mutable {
-        promise.resolve(session.write(items));
+    auto run = [promise, items = std::move(items),
+                afterwards = std::move(afterwards)](X11ClipboardSession& session) mutable {
+        promise.resolve(session.write(items, afterwards));
     };
     worker_->enqueue({std::move(run), [promise]() mutable { promise.resolve(std::nullopt); }});
     co_return co_await future;
 }
 
+Task<std::optional<std::int64_t>> X11Pasteboard::write(std::vector<PasteboardItem> items) {
+    return write(items, items);
+}
+
 Task<std::optional<std::int64_t>> X11Pasteboard::writeText(std::string text,
-                                                           TranscriptVisibility visibility) {
+                                                           TranscriptVisibility visibility,
+                                                           std::vector<PasteboardItem> former) {
     std::vector<PasteboardItem> items{x11TextItem(text, visibility)};
-    return write(std::move(items));
+    if (visibility == TranscriptVisibility::everywhere) former = items;
+    return write(std::move(items), std::move(former));
 }
 
 void X11Pasteboard::restore(std::int64_t expected, std::vector<PasteboardItem> items) {

@@ -14,6 +14,8 @@ namespace quorvi {
 // read from us. The thread starts with the object and ends with it; what we offered is gone then.
 // The PRIMARY selection is never touched, and contents stay in memory.
 //
+// With a keeper (see ClipboardKeeper) the user's clipboard outlives this program, however it ends.
+//
 // Without a server operations fail, and each later one tries to connect again; the change count
 // then grows by one, since nobody knows what was missed.
 class X11Pasteboard : public Pasteboard {
@@ -22,6 +24,7 @@ public:
         std::string display;                               // empty: $DISPLAY
         Duration progressLimit = std::chrono::seconds(1);  // an owner's silence that ends a read
         Duration totalLimit = std::chrono::seconds(3);     // time for a whole read
+        std::string keeper;                                // its program; empty: none
     };
 
     explicit X11Pasteboard(Scheduler& scheduler);
@@ -31,16 +34,18 @@ public:
     std::int64_t changeCount() const override { return changeCount_; }
     Task<std::vector<PasteboardItem>> read(std::stop_token stop) override;
     Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items) override;
-    Task<std::optional<std::int64_t>> writeText(std::string text,
-                                                TranscriptVisibility visibility) override;
+    Task<std::optional<std::int64_t>> writeText(std::string text, TranscriptVisibility visibility,
+                                                std::vector<PasteboardItem> former = {}) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
-    // What this program itself offers, empty when the clipboard is another's: what would be gone
-    // when the program ends.
-    Task<std::vector<PasteboardItem>> offered();
+    // Has the keeper take over what this program offers, which it does some milliseconds later.
+    // False when there is nothing to take over.
+    Task<bool> handOver();
 
 private:
     class Worker;
+    Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items,
+                                            std::vector<PasteboardItem> afterwards);
 
     Scheduler& scheduler_;
     std::atomic<std::int64_t> changeCount_{0};

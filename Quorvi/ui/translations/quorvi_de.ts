@@ -871,6 +871,22 @@
         <translation>Füge deinen OpenAI-API-Schlüssel in den Einstellungen hinzu.</translation>
     </message>
     <message>
+        <source>Quorvi ended unexpectedly during your last dictation. Nothing of it was kept; please dictate it again.</source>
+        <translation>Quorvi wurde während deines letzten Diktats unerwartet beendet. Nichts davon wurde behalten; bitte diktiere es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Quorvi ended unexpectedly while your last dictation was transcribed. Its text is not in the history; please dictate it again.</source>
+        <translation>Quorvi wurde unerwartet beendet, während dein letztes Diktat in Text umgewandelt wurde. Der Text steht nicht im Verlauf; bitte diktiere es noch einmal.</translation>
+    </message>
+    <message>
+        <source>Quorvi ended unexpectedly while it inserted your last dictation. Its text is in the history.</source>
+        <translation>Quorvi wurde unerwartet beendet, während dein letztes Diktat eingefügt wurde. Der Text steht im Verlauf.</translation>
+    </message>
+    <message>
+        <source>Quorvi ended unexpectedly while it inserted your last dictation. Its text is not in the history; look for it where you were writing.</source>
+        <translation>Quorvi wurde unerwartet beendet, während dein letztes Diktat eingefügt wurde. Der Text steht nicht im Verlauf; sieh dort nach, wo du geschrieben hast.</translation>
+    </message>
+    <message>
         <source>A required permission changed. Check Settings before dictating again.</source>
         <translation>Eine nötige Erlaubnis hat sich geändert. Prüfe die Einstellungen, bevor du weiter diktierst.</translation>
     </message>
@@ -1021,6 +1037,10 @@
     <message>
         <source>The folder for recordings could not be made private: %1.</source>
         <translation>Der Ordner für Aufnahmen ließ sich nicht schützen: %1.</translation>
+    </message>
+    <message>
+        <source>The recording could not be kept apart: %1.</source>
+        <translation>Die Aufnahme ließ sich nicht absondern: %1.</translation>
     </message>
     <message>
         <source>The recording could not be read: %1.</source>

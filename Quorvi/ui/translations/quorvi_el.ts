@@ -871,6 +871,22 @@
         <translation>Πρόσθεσε το κλειδί API του OpenAI στις Ρυθμίσεις.</translation>
     </message>
     <message>
+        <source>Quorvi ended unexpectedly during your last dictation. Nothing of it was kept; please dictate it again.</source>
+        <translation>Το Quorvi έκλεισε απρόσμενα κατά την τελευταία σου υπαγόρευση. Δεν κρατήθηκε τίποτα· υπαγόρευσέ την ξανά.</translation>
+    </message>
+    <message>
+        <source>Quorvi ended unexpectedly while your last dictation was transcribed. Its text is not in the history; please dictate it again.</source>
+        <translation>Το Quorvi έκλεισε απρόσμενα ενώ μετέτρεπε σε κείμενο την τελευταία σου υπαγόρευση. Το κείμενο δεν είναι στο ιστορικό· υπαγόρευσέ το ξανά.</translation>
+    </message>
+    <message>
+        <source>Quorvi ended unexpectedly while it inserted your last dictation. Its text is in the history.</source>
+        <translation>Το Quorvi έκλεισε απρόσμενα ενώ εισήγαγε την τελευταία σου υπαγόρευση. Το κείμενο είναι στο ιστορικό.</translation>
+    </message>
+    <message>
+        <source>Quorvi ended unexpectedly while it inserted your last dictation. Its text is not in the history; look for it where you were writing.</source>
+        <translation>Το Quorvi έκλεισε απρόσμενα ενώ εισήγαγε την τελευταία σου υπαγόρευση. Το κείμενο δεν είναι στο ιστορικό· ψάξε το εκεί όπου έγραφες.</translation>
+    </message>
+    <message>
         <source>A required permission changed. Check Settings before dictating again.</source>
         <translation>Μια απαραίτητη άδεια άλλαξε. Έλεγξε τις Ρυθμίσεις πριν υπαγορεύσεις ξανά.</translation>
     </message>
@@ -1021,6 +1037,10 @@
     <message>
         <source>The folder for recordings could not be made private: %1.</source>
         <translation>Ο φάκελος ηχογραφήσεων δεν έγινε ιδιωτικός: %1.</translation>
+    </message>
+    <message>
+        <source>The recording could not be kept apart: %1.</source>
+        <translation>Η ηχογράφηση δεν απομονώθηκε: %1.</translation>
     </message>
     <message>
         <source>The recording could not be read: %1.</source>
