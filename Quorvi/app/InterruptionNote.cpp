@@ -22,7 +22,8 @@ constexpr std::string_view transcribingNote = "transcribing";
 constexpr std::string_view insertingNote = "inserting ";  // and the record's id
 
 constexpr auto whileRecording =
-    "Quorvi ended unexpectedly during your last dictation. Nothing of it was kept; please dictate it "
+    "Quorvi ended unexpectedly during your last dictation. Nothing of it was kept; please dictate "
+    "it "
     "again.";
 constexpr auto whileTranscribing =
     "Quorvi ended unexpectedly while your last dictation was transcribed. Its text is not in the "
@@ -45,8 +46,7 @@ void write(const fs::path& file, const std::string& line) {
         ::open(file.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
     // In this order there is a whole line at any moment.
     if (!opened || ::pwrite(opened.get(), line.data(), line.size(), 0) < 0) return;
-    [[maybe_unused]] const auto cut =
-        ::ftruncate(opened.get(), static_cast<off_t>(line.size()));
+    [[maybe_unused]] const auto cut = ::ftruncate(opened.get(), static_cast<off_t>(line.size()));
 }
 
 // The note, which is gone then; empty when there was none.
@@ -97,8 +97,8 @@ std::string InterruptionNote::newestRecord() const {
 }
 
 Task<void> InterruptionNote::lookBack(std::stop_token stop) {
-    auto reading =
-        inBackground(disk_, scheduler_, [file = file_] { return take(file); }, std::move(stop));
+    auto reading = inBackground(
+        disk_, scheduler_, [file = file_] { return take(file); }, std::move(stop));
     left_ = co_await reading;
     if (left_->empty()) co_return;
     historyChanges_ = history_.onChange([this] { tell(); });
@@ -110,9 +110,8 @@ void InterruptionNote::tell() {
     const auto note = *std::exchange(left_, std::nullopt);
     historyChanges_ = {};
     if (note.starts_with(insertingNote))
-        model_.reportInterruption(isInHistory(note.substr(insertingNote.size()))
-                                      ? whileInserting
-                                      : whileInsertingUnkept);
+        model_.reportInterruption(
+            isInHistory(note.substr(insertingNote.size())) ? whileInserting : whileInsertingUnkept);
     else
         model_.reportInterruption(note == transcribingNote ? whileTranscribing : whileRecording);
 }

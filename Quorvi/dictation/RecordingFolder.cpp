@@ -49,8 +49,8 @@ void prepareFolder(const fs::path& folder) {
 }
 
 std::shared_ptr<const Descriptor> takeOut(const fs::path& file) {
-    auto opened = std::make_shared<const Descriptor>(
-        ::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    auto opened =
+        std::make_shared<const Descriptor>(::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
     if (!*opened || ::unlink(file.c_str()) != 0)
         throw failure("The recording could not be kept apart", errno);
     return opened;
@@ -63,8 +63,8 @@ Bytes read(const Descriptor& file) {
     Bytes bytes(static_cast<std::size_t>(info.st_size));
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const auto count = ::pread(file.get(), bytes.data() + done, bytes.size() - done,
-                                   static_cast<off_t>(done));
+        const auto count =
+            ::pread(file.get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) throw failure(what, errno);
         if (count == 0) break;

@@ -17,8 +17,9 @@ namespace recordings {
 // folder or a link of that name there first.
 void prepareFolder(const std::filesystem::path& folder);
 
-// Opens a recording that is being written and takes its name away: nobody finds it from then on, and
-// it is gone once nobody has it open any more, also when the program is killed. Throws QuorviError.
+// Opens a recording that is being written and takes its name away: nobody finds it from then on,
+// and it is gone once nobody has it open any more, also when the program is killed. Throws
+// QuorviError.
 std::shared_ptr<const Descriptor> takeOut(const std::filesystem::path& file);
 
 // The whole recording. Throws QuorviError.

@@ -70,8 +70,8 @@ Bytes wholeOf(const Descriptor& file) {
     struct stat info {};
     Bytes bytes(fstat(file.get(), &info) == 0 ? static_cast<std::size_t>(info.st_size) : 0);
     for (std::size_t done = 0; done < bytes.size();) {
-        const auto n = pread(file.get(), bytes.data() + done, bytes.size() - done,
-                             static_cast<off_t>(done));
+        const auto n =
+            pread(file.get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
         if (n <= 0) throw QuorviError::message("The clipboard that was handed over is unreadable.");
         done += static_cast<std::size_t>(n);
     }

@@ -8,8 +8,8 @@
 #include "Quorvi/platform/Descriptor.h"
 #include "Quorvi/platform/Pasteboard.h"
 
-// What passes between Quorvi and quorvi-clipboard-keeper: short messages over a socket, and contents
-// as files that are memory only.
+// What passes between Quorvi and quorvi-clipboard-keeper: short messages over a socket, and
+// contents as files that are memory only.
 namespace quorvi {
 
 struct ClipboardMessage {

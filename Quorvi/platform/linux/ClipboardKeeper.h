@@ -29,8 +29,8 @@ public:
     // What the clipboard is to hold after this program. Costs a copy, and nothing when it is what
     // was prepared last.
     void prepare(const std::vector<PasteboardItem>& items);
-    // This program's window is about to own the clipboard and to offer the items: what was prepared,
-    // or what stands in for that until it has been pasted.
+    // This program's window is about to own the clipboard and to offer the items: what was
+    // prepared, or what stands in for that until it has been pasted.
     void guard(std::uint32_t window, const std::vector<PasteboardItem>& items);
     // The clipboard belongs to somebody else.
     void forget();
