@@ -42,14 +42,14 @@ public:
     pid_t pid() const { return process_.pid(); }
 
     // Reads what it prints, up to a line with one of the texts.
-    std::string until(const std::vector<std::string>& texts) {
+    std::string untilOneOf(const std::vector<std::string>& texts) {
         for (;;) {
             auto line = process_.readLine();
             for (const auto& text : texts)
                 if (line.find(text) != line.npos) return line;
         }
     }
-    std::string until(const std::string& text) { return until(std::vector{text}); }
+    std::string until(const std::string& text) { return untilOneOf({text}); }
     // What it has printed and not been read, after its end.
     std::string rest() { return process_.readAll(); }
 

@@ -1,0 +1,214 @@
+// Many dictations in a row with things going wrong at random. Fifty by default; QUORVI_SOAK=1000
+// and QUORVI_SEED=… make it longer and another.
+#include <algorithm>
+#include <cstdio>
+#include <iostream>
+#include <map>
+#include <random>
+#include <set>
+
+#include "bench/Figure.h"
+#include "tests/desktop/ProgramDesk.h"
+
+namespace quorvi::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto done = "Done";
+constexpr auto readyToPaste = "Ready to paste";
+constexpr auto failed = "Needs attention";
+
+int variable(const char* name, int otherwise) {
+    const char* given = std::getenv(name);
+    return given ? std::atoi(given) : otherwise;
+}
+
+// What a process holds on to.
+struct Holdings {
+    long kilobytes = 0;  // memory of its own
+    long descriptors = 0;
+    long threads = 0;
+};
+
+Holdings holdingsOf(pid_t pid) {
+    namespace fs = std::filesystem;
+    const fs::path folder = "/proc/" + std::to_string(pid);
+    const auto count = [&](const char* name) {
+        return static_cast<long>(std::distance(fs::directory_iterator(folder / name), {}));
+    };
+    const auto status = contentOf(folder / "status");
+    const auto at = status.find("RssAnon:");
+    return {at == status.npos ? 0 : std::atol(status.c_str() + at + 8), count("fd"), count("task")};
+}
+
+enum class Fault {
+    none,
+    serviceRefuses,
+    serviceHangsUp,
+    serviceTalksNonsense,
+    editorHangs,
+    editorDies,
+    soundServerRestarts,
+    ownerHangs,
+    ownerDies,
+    userCopies,
+    count
+};
+
+class Soak : public ProgramDesk {
+protected:
+    Soak() : random_(static_cast<unsigned>(seed)) {
+        std::cout << "QUORVI_SEED=" << seed << " QUORVI_SOAK=" << rounds << std::endl;
+    }
+
+    // A third of all dictations have trouble.
+    Fault chooseFault() {
+        if (random_() % 3 != 0) return Fault::none;
+        return static_cast<Fault>(1 + random_() % (static_cast<unsigned>(Fault::count) - 1));
+    }
+
+    void copyAnew() {
+        copied_ = "copied " + std::to_string(round_);
+        copy(copied_);
+    }
+
+    // One dictation: the stage it ends in.
+    std::string dictate(Fault fault) {
+        const bool refuses = fault == Fault::serviceRefuses;
+        speech.willSay({.text = fault == Fault::serviceTalksNonsense ? "\\u0000\\\"},{" : text_,
+                        .status = refuses ? 500 : 200,
+                        .drop = fault == Fault::serviceHangsUp});
+        if (fault == Fault::ownerHangs) {
+            owner.reset();
+            owner.emplace(textItems("held back"), ForeignOwner::Manners{.silent = true});
+        } else if (fault == Fault::ownerDies || random_() % 4 == 0) {
+            copyAnew();
+        }
+        user.press(key::f8);
+        auto stage = stageIn(program.untilOneOf({"Listening", failed}));
+        if (stage == failed) {
+            user.release(key::f8);
+            return stage;
+        }
+        hold();
+        if (fault == Fault::soundServerRestarts) {
+            sound.kill();
+            program.until(failed);
+            user.release(key::f8);
+            sound.start();
+            hum();
+            program.until("| ready");
+            return failed;
+        }
+        if (fault == Fault::editorHangs) editor.freeze();
+        if (fault == Fault::editorDies) editor.kill();
+        user.release(key::f8);
+        if (fault == Fault::ownerDies) owner.reset();
+        if (fault == Fault::userCopies) {
+            stage = stageIn(program.untilOneOf({"Inserting", failed}));
+            if (stage == failed) return stage;
+            copyAnew();
+        }
+        stage = stageIn(program.untilOneOf({done, readyToPaste, failed}));
+        if (fault == Fault::editorHangs) editor.thaw();
+        return stage;
+    }
+    static std::string stageIn(const std::string& line) { return line.substr(0, line.find(" |")); }
+
+    // What must hold after a dictation, whatever went wrong in it.
+    void check(Fault fault, const std::string& stage) {
+        const bool deaf = fault == Fault::serviceRefuses || fault == Fault::serviceHangsUp ||
+                          fault == Fault::soundServerRestarts;
+        const bool helpless = fault == Fault::ownerHangs || fault == Fault::editorDies;
+        const auto* expected = deaf       ? failed
+                               : helpless ? readyToPaste
+                                          : done;
+        if (deaf || helpless || fault == Fault::none) {
+            EXPECT_EQ(stage, expected);
+        }
+
+        const auto now = clipboard();
+        if (stage == readyToPaste) {
+            // The user's own copy wins when it comes last.
+            EXPECT_TRUE(now == text_ || (fault == Fault::userCopies && now == copied_)) << now;
+            copied_ = now;
+        } else if (fault == Fault::ownerDies) {
+            EXPECT_TRUE(now == copied_ || now.empty()) << now;
+            copied_ = now;
+        } else if (fault != Fault::ownerHangs) {
+            EXPECT_EQ(now, copied_);
+        }
+        if (now == text_) seenOnClipboard_.insert(text_);
+        if (fault == Fault::editorDies) openEditor();
+        if (fault == Fault::ownerHangs) copyAnew();
+        if (stage == done && fault == Fault::none) {
+            EXPECT_TRUE(eventually([&] { return fieldText().ends_with(text_); })) << fieldText();
+        }
+        EXPECT_EQ(user.pressedKeys(), 0U);
+        EXPECT_EQ(recordingsLeft(), std::vector<std::string>{});
+    }
+
+    // Texts that were recognised and are nowhere.
+    int lost() {
+        const auto inField = fieldText();
+        const auto inHistory = program.historyText();
+        return static_cast<int>(std::ranges::count_if(speech.served(), [&](const auto& text) {
+            const bool found = inField.find(text) != inField.npos ||
+                               inHistory.find('"' + text + '"') != inHistory.npos ||
+                               seenOnClipboard_.contains(text);
+            if (!found) std::cout << "lost: " << text << std::endl;
+            return !found && text.starts_with("Word");
+        }));
+    }
+
+    const int rounds = variable("QUORVI_SOAK", 50);
+    const int seed = variable("QUORVI_SEED", 1);
+    std::mt19937 random_;
+    int round_ = 0;
+    std::string text_, copied_;
+    std::set<std::string> seenOnClipboard_;
+};
+
+TEST_F(Soak, LosesNoWordNoClipboardAndNoMemory) {
+    startQuorvi();
+    program.until("| ready");
+    copyAnew();
+    const int warmUp = std::max(rounds / 5, 10);
+    Holdings before;
+    std::map<std::string, int> outcomes;
+    for (round_ = 1; round_ <= rounds; ++round_) {
+        text_ = "Word " + std::to_string(round_) + ".";
+        const auto fault = chooseFault();
+        SCOPED_TRACE("dictation " + std::to_string(round_) + ", fault " +
+                     std::to_string(static_cast<int>(fault)));
+        const auto stage = dictate(fault);
+        check(fault, stage);
+        ++outcomes[stage];
+        if (round_ == warmUp) before = holdingsOf(program.pid());
+        if (round_ % 50 == 0) {
+            expectFreeKeyboard();
+            const auto now = holdingsOf(program.pid());
+            std::cout << round_ << ": " << now.kilobytes << " kB, " << now.descriptors
+                      << " descriptors, " << now.threads << " threads" << std::endl;
+        }
+        if (HasFailure()) break;
+    }
+    for (const auto& [stage, count] : outcomes) std::cout << stage << ": " << count << std::endl;
+    const auto after = holdingsOf(program.pid());
+    program.quit();
+    const auto missing = lost();
+    EXPECT_EQ(missing, 0);
+    EXPECT_EQ(clipboard(), copied_) << "after the end";
+    // What a busy moment takes is given back later; what leaks grows with the number of dictations.
+    EXPECT_LE(after.descriptors, before.descriptors + 8);
+    EXPECT_LE(after.threads, before.threads + 4);
+    EXPECT_LE(after.kilobytes, before.kilobytes + 8192 + 4 * rounds);
+    bench::figure("soak_lost", missing, "words");
+    bench::figure("soak_memory_growth",
+                  static_cast<double>(after.kilobytes - before.kilobytes) / (rounds - warmUp),
+                  "kB/dictation");
+}
+
+}  // namespace
+}  // namespace quorvi::test
