@@ -24,22 +24,30 @@ int variable(const char* name, int otherwise) {
     return given ? std::atoi(given) : otherwise;
 }
 
-// What a process holds on to.
+// What the program and its helper hold on to.
 struct Holdings {
     long kilobytes = 0;  // memory of its own
     long descriptors = 0;
     long threads = 0;
 };
 
-Holdings holdingsOf(pid_t pid) {
+Holdings holdingsOf(pid_t program) {
     namespace fs = std::filesystem;
-    const fs::path folder = "/proc/" + std::to_string(pid);
-    const auto count = [&](const char* name) {
-        return static_cast<long>(std::distance(fs::directory_iterator(folder / name), {}));
-    };
-    const auto status = contentOf(folder / "status");
-    const auto at = status.find("RssAnon:");
-    return {at == status.npos ? 0 : std::atol(status.c_str() + at + 8), count("fd"), count("task")};
+    Holdings all;
+    const auto helpers = shell("pgrep -P " + std::to_string(program));
+    std::istringstream pids(std::to_string(program) + " " + helpers);
+    for (std::string pid; pids >> pid;) {
+        const auto folder = fs::path("/proc") / pid;
+        const auto count = [&](const char* name) {
+            return static_cast<long>(std::distance(fs::directory_iterator(folder / name), {}));
+        };
+        const auto status = contentOf(folder / "status");
+        if (const auto at = status.find("RssAnon:"); at != status.npos)
+            all.kilobytes += std::atol(status.c_str() + at + 8);
+        all.descriptors += count("fd");
+        all.threads += count("task");
+    }
+    return all;
 }
 
 enum class Fault {
@@ -121,9 +129,7 @@ protected:
         const bool deaf = fault == Fault::serviceRefuses || fault == Fault::serviceHangsUp ||
                           fault == Fault::soundServerRestarts;
         const bool helpless = fault == Fault::ownerHangs || fault == Fault::editorDies;
-        const auto* expected = deaf       ? failed
-                               : helpless ? readyToPaste
-                                          : done;
+        const auto* expected = deaf ? failed : helpless ? readyToPaste : done;
         if (deaf || helpless || fault == Fault::none) {
             EXPECT_EQ(stage, expected);
         }
