@@ -15,6 +15,8 @@ public:
     bool isFirst() const { return isFirst_; }
 
 private:
+    void waitForRemains() const;
+
     int lock_ = -1;
     bool isFirst_ = true;
 };

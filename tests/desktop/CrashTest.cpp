@@ -13,10 +13,9 @@ enum class Moment { recording, transcribing, inserting, pasted, done };
 
 class Crash : public ProgramDesk, public testing::WithParamInterface<int> {
 protected:
+    std::filesystem::path note() const { return program.dataFolder() / "dictation-under-way"; }
     bool noteSays(const std::string& stage) const {
-        return eventually([&] {
-            return contentOf(program.dataFolder() / "dictation-under-way").starts_with(stage);
-        });
+        return eventually([&] { return contentOf(note()).starts_with(stage); });
     }
     bool holds(const std::string& text) { return fieldText().find(text) != std::string::npos; }
 
@@ -39,7 +38,10 @@ protected:
         if (moment == Moment::pasted) {
             EXPECT_TRUE(eventually([&] { return holds(dictated); }));
         }
-        if (moment == Moment::done) program.until("Done");
+        if (moment == Moment::done) {
+            program.until("Done");
+            EXPECT_TRUE(eventually([&] { return !std::filesystem::exists(note()); }));
+        }
     }
 
     // What the next start says, given whether the text had reached the history.
