@@ -216,7 +216,7 @@ int runApplication(QApplication& qt, std::string apiKey) {
     const auto options = CommandLine::parse();
     const SingleInstance instance;
     if (!instance.isFirst()) {
-        std::fprintf(stderr, "quorvi: Quorvi is running already.\n");
+        std::fprintf(stderr, "quorvi: %s\n", instance.rival().c_str());
         return 0;
     }
     installDesign(qt);

@@ -7,45 +7,66 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
-#include <string>
 #include <thread>
+
+#include "Quorvi/platform/linux/PrivateFolder.h"
+#include "Quorvi/platform/linux/UserFolders.h"
 
 namespace quorvi {
 
 namespace {
 
-std::string lockFile() {
+int open(const std::filesystem::path& file) {
+    return ::open(file.c_str(), O_CREAT | O_RDWR | O_CLOEXEC | O_NOFOLLOW, 0600);
+}
+
+std::filesystem::path sessionLock() {
     if (const char* folder = std::getenv("XDG_RUNTIME_DIR"); folder && *folder)
-        return std::string(folder) + "/quorvi.lock";
-    const auto name = "quorvi-" + std::to_string(getuid()) + ".lock";
-    return std::filesystem::temp_directory_path() / name;
+        return std::filesystem::path(folder) / "quorvi.lock";
+    return std::filesystem::temp_directory_path() /
+           ("quorvi-" + std::to_string(getuid()) + ".lock");
+}
+
+int openDataLock() {
+    try {
+        const auto folder = UserFolders::find().data;
+        makePrivateFolder(folder);
+        return open(folder / "running.lock");
+    } catch (const std::exception&) {
+        return -1;
+    }
+}
+
+// A record lock is this process's alone. One of flock() would be the files', and when a program is
+// killed while it starts another, that one has its files open until it has become itself.
+// Without a place for the lock there is nothing to tell by; the program runs all the same.
+bool isTaken(const Descriptor& file) {
+    struct flock whole {};
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    return file && fcntl(file.get(), F_SETLK, &whole) != 0 && (errno == EACCES || errno == EAGAIN);
 }
 
 }  // namespace
 
-// A record lock is this process's alone. One of flock() would be the files', and when a program is
-// killed while it starts another, that one has its files open until it has become itself.
-SingleInstance::SingleInstance()
-    : lock_(open(lockFile().c_str(), O_CREAT | O_RDWR | O_CLOEXEC | O_NOFOLLOW, 0600)) {
-    // Without a place for the lock there is nothing to tell by; the program runs all the same.
-    if (lock_ < 0) return;
-    struct flock whole {};
-    whole.l_type = F_WRLCK;
-    whole.l_whence = SEEK_SET;
-    isFirst_ = fcntl(lock_, F_SETLK, &whole) == 0 || (errno != EACCES && errno != EAGAIN);
-    if (isFirst_) waitForRemains();
+SingleInstance::SingleInstance() : inSession_(open(sessionLock())), inData_(openDataLock()) {
+    if (isTaken(inSession_))
+        rival_ = "Quorvi is running already.";
+    else if (isTaken(inData_))
+        rival_ =
+            "Quorvi is running already, in another session or on another computer, with the same "
+            "home folder.";
+    else
+        waitForRemains();
 }
 
 // The locks of a killed run's files may be held for a moment yet in that way, this one's like all.
 void SingleInstance::waitForRemains() const {
     constexpr int tries = 400;
-    for (int i = 0; i < tries && flock(lock_, LOCK_EX | LOCK_NB) != 0; ++i)
+    for (int i = 0; inSession_ && i < tries && flock(inSession_.get(), LOCK_EX | LOCK_NB) != 0; ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
-}
-
-SingleInstance::~SingleInstance() {
-    if (lock_ >= 0) close(lock_);
 }
 
 }  // namespace quorvi

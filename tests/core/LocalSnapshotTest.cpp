@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <limits>
 #include <random>
 
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/propertylist/PropertyList.h"
 #include "tests/support/LiteralSync.h"
+#include "tests/support/Seeds.h"
 
 namespace quorvi::test {
 namespace {
@@ -133,8 +133,7 @@ SyncLedger::Payloads literalPayloads(const LocalSnapshot& now) {
 }
 
 TEST(LocalSnapshot, ChangesAreThoseOfTheWholeComparison) {
-    const char* given = std::getenv("QUORVI_SEED");
-    const unsigned first = given ? static_cast<unsigned>(std::strtoul(given, nullptr, 10)) : 1;
+    const auto first = fromEnvironment("QUORVI_SEED", 1);
     std::size_t changed = 0;
     for (unsigned seed = first; seed < first + 12 && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));

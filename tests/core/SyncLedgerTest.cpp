@@ -9,14 +9,10 @@
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/json/Base64.h"
 #include "tests/support/LiteralSync.h"
+#include "tests/support/Seeds.h"
 
 namespace quorvi::test {
 namespace {
-
-unsigned fromEnvironment(const char* name, unsigned fallback) {
-    const char* value = std::getenv(name);
-    return value ? static_cast<unsigned>(std::strtoul(value, nullptr, 10)) : fallback;
-}
 
 // The dictation with this number, always the same.
 DictationRecord dictation(unsigned number, std::optional<SharedString> text = "said") {

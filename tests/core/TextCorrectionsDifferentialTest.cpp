@@ -2,13 +2,13 @@
 #include <unicode/locid.h>
 #include <unicode/unistr.h>
 
-#include <cstdlib>
 #include <map>
 
 #include "QuorviCore/corrections/TextCorrections.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/text/Tokens.h"
 #include "tests/support/LiteralRules.h"
+#include "tests/support/Seeds.h"
 #include "tests/support/Texts.h"
 
 namespace quorvi::test {
@@ -139,11 +139,6 @@ private:
     std::size_t wordLength_ = 3;
     std::vector<std::string> letters_, symbols_, spaces_;
 };
-
-unsigned fromEnvironment(const char* name, unsigned otherwise) {
-    const char* value = std::getenv(name);
-    return value ? static_cast<unsigned>(std::strtoul(value, nullptr, 10)) : otherwise;
-}
 
 // More rounds from another seed: QUORVI_SEED=… QUORVI_ROUNDS=… core_tests
 TEST(TextCorrectionsDifferential, RandomRulesGiveWhatTheirRegularExpressionsGive) {

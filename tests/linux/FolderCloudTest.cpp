@@ -7,7 +7,6 @@
 #include <signal.h>
 #include <sys/stat.h>
 
-#include <cstdlib>
 #include <memory>
 #include <random>
 #include <sstream>
@@ -15,6 +14,7 @@
 
 #include "tests/support/FullDisk.h"
 #include "tests/support/OwnProcess.h"
+#include "tests/support/Seeds.h"
 #include "tests/support/TestFolder.h"
 
 namespace quorvi::test {
@@ -234,22 +234,11 @@ private:
 };
 
 TEST(FolderCloud, LosesNothingWhateverTheSynchroniserDoes) {
-    const auto variable = [](const char* name, int standard) {
-        const char* value = std::getenv(name);
-        return value ? std::atoi(value) : standard;
-    };
-    const int first = variable("QUORVI_SEED", 1), rounds = variable("QUORVI_ROUNDS", 100);
-    for (int seed = first; seed < first + rounds; ++seed) {
-        SCOPED_TRACE("QUORVI_SEED=" + std::to_string(seed));
-        try {
-            Wanderer wanderer(static_cast<unsigned>(seed));
-            wanderer.wander(150);
-            wanderer.finish();
-        } catch (const std::exception& error) {
-            ADD_FAILURE() << error.what();
-        }
-        if (testing::Test::HasFailure()) return;
-    }
+    forEachSeed("QUORVI_SEED", "QUORVI_ROUNDS", 100, [](unsigned seed) {
+        Wanderer wanderer(seed);
+        wanderer.wander(150);
+        wanderer.finish();
+    });
 }
 
 TEST(FolderCloud, WaitsForATailAtEveryByte) {
@@ -493,6 +482,18 @@ TEST(FolderCloud, IsAnotherMachineForEachProgramAndOnEachComputer) {
     one.restart();
     EXPECT_NE(one.cloud->ownFolder(), before);
     EXPECT_EQ(one.fetch(), 2u);
+
+    // As a backup brings it back to this computer, or a copy of the computer has it.
+    const auto old = contentOf(home.path() / "machine");
+    const auto earlier = one.cloud->ownFolder();
+    one.restart();
+    one.save("z", "3");
+    one.cloud.reset();
+    std::ofstream(home.path() / "machine") << old;
+    one.restart();
+    one.save("x", "4", one.cloud->fetchRecord({zone, "x"}).changeTag);
+    EXPECT_NE(one.cloud->ownFolder(), earlier);
+    EXPECT_EQ(Machine(folder, home.path() / "newcomer").fetch(), 3u);
 }
 
 TEST(FolderCloud, KeepsWhatItHasAcknowledgedWhenItIsKilled) {

@@ -7,6 +7,7 @@
 #include <random>
 
 #include "tests/support/PostgresMachines.h"
+#include "tests/support/Seeds.h"
 #include "tests/support/TlsServer.h"
 
 namespace quorvi::test {
@@ -38,10 +39,9 @@ protected:
 // Whatever was acknowledged is there after the server was killed while it saved and committed; what
 // wasn't is there wholly or not at all.
 TEST_F(PostgresCloudBadDaysTest, LosesNothingAcknowledgedWhenTheServerIsKilled) {
-    const auto* given = std::getenv("QUORVI_SEED");
-    const auto seed = given ? std::strtoul(given, nullptr, 10) : std::random_device{}();
+    const auto seed = fromEnvironment("QUORVI_SEED", std::random_device{}());
     std::cout << "QUORVI_SEED=" << seed << std::endl;
-    std::mt19937 random(static_cast<unsigned>(seed));
+    std::mt19937 random(seed);
     const auto database = machine();
     get(database->saveZone("Notes", {}));
     std::map<std::string, CloudRecord> acknowledged;

@@ -348,17 +348,6 @@ TEST_F(CloudSyncEngineTest, SendsLessAtATimeWhenTheDatabaseAsksForIt) {
     EXPECT_EQ(pending(), 0u);
 }
 
-TEST_F(CloudSyncEngineTest, LearnsOfASaveWhoseAnswerWasLost) {
-    makeZone();
-    edit("a", "1");
-    device.lostAnswers = 1;
-    EXPECT_EQ(send(), "code 4");
-    EXPECT_EQ(pendingNames(), (Names{"a"}));
-    EXPECT_EQ(send(), "done");
-    EXPECT_EQ(recorder.failures.at("a").code(), cloudErrorCode::serverRecordChanged);
-    EXPECT_EQ(textOf(*recorder.failures.at("a").serverRecord()->payload), "1");
-}
-
 TEST_F(CloudSyncEngineTest, FetchesEverythingInPagesAndThenOnlyWhatIsNew) {
     makeZone();
     remote(1000);

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <random>
 
 #include "tests/fakes/FakeCloudDatabase.h"
 #include "tests/model/SyncMachine.h"
+#include "tests/support/Seeds.h"
 #include "tests/support/SyncEdits.h"
 
 // Several machines, all kinds of changes in any order, and clouds, disks and clocks as bad as they
@@ -12,11 +12,6 @@
 // QUORVI_SYNC_FIRST_SEED with which one to begin.
 namespace quorvi::test {
 namespace {
-
-std::uint64_t environmentNumber(const char* name, std::uint64_t otherwise) {
-    const auto* text = std::getenv(name);
-    return text ? std::strtoull(text, nullptr, 10) : otherwise;
-}
 
 class Household {
 public:
@@ -122,15 +117,12 @@ private:
 };
 
 TEST(SyncConvergenceTest, AllMachinesEndWithTheSame) {
-    const auto first = environmentNumber("QUORVI_SYNC_FIRST_SEED", 1);
-    const auto count = environmentNumber("QUORVI_SYNC_SEEDS", 200);
-    for (auto seed = first; seed < first + count && !testing::Test::HasFailure(); ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
+    forEachSyncSeed(200, [](unsigned seed) {
         Household household(seed);
         household.live();
         household.settle();
         household.check();
-    }
+    });
 }
 
 }  // namespace

@@ -105,6 +105,12 @@ void FolderCloud::open() {
     opened->segments.readAll(std::nullopt);
     opened->self = opened->index.machineNumber(machine_->id);
     const auto& self = opened->index.machine(opened->self);
+    // Numbers that this machine has not given out: a copy of this computer has written as it, or its
+    // file comes from a backup. It goes on as another one.
+    if (self.covered > machine_->reserved) {
+        machine_->renew();
+        return open();
+    }
     const auto segments = opened->segments.segmentsOf(opened->self);
     if (!segments.empty()) opened->firstSegment = segments.front();
     opened->writer = std::make_unique<FolderWriter>(own, machine_->id,
