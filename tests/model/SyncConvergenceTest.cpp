@@ -101,7 +101,7 @@ private:
                 for (auto& edit : plan.make()) edits.push_back(std::move(edit));
                 for (const auto& edit : edits) {
                     judge_.wasTried(edit);
-                    waiting_[who].add(edit);
+                    waiting_[who].add(edit, machine);
                 }
             }
         }

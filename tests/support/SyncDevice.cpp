@@ -192,7 +192,7 @@ private:
         auto edits = plan.edits;
         for (const auto& one : edits) say("tried", one);
         for (auto& one : plan.make()) edits.push_back(std::move(one));
-        for (const auto& one : edits) waiting_.add(one);
+        for (const auto& one : edits) waiting_.add(one, run_->program);
     }
 
     // The ledger has it, and all that has been asked of the disks until now.

@@ -194,10 +194,14 @@ private:
 // The edits of one program that its ledger has not taken in yet.
 class WaitingEdits {
 public:
-    void add(const SyncEdit& edit) {
+    // To be called before the ledger can have taken it in.
+    void add(SyncEdit edit, const SyncedProgram& program) {
         // What nobody has looked at meanwhile is overtaken.
         std::erase_if(edits_, [&](const SyncEdit& other) { return other.id == edit.id; });
-        edits_.push_back(edit);
+        const auto* archive = program.sync->archive();
+        const auto* item = archive ? archive->ledger().item(edit.id) : nullptr;
+        edit.revision = item ? item->revision : 0;
+        edits_.push_back(std::move(edit));
     }
     void clear() { edits_.clear(); }
 
@@ -208,9 +212,9 @@ public:
         const auto& ledger = program.sync->archive()->ledger();
         std::erase_if(edits_, [&](SyncEdit& edit) {
             const auto* item = ledger.item(edit.id);
-            if (!isIn(edit, item)) return false;
-            if (item) edit.revision = item->revision;
-            if (item) edit.device = item->device.string();
+            if (!item || !isIn(edit, *item, ledger.device())) return false;
+            edit.revision = item->revision;
+            edit.device = item->device.string();
             all.push_back(edit);
             return true;
         });
@@ -218,18 +222,16 @@ public:
     }
 
 private:
-    static bool isIn(const SyncEdit& edit, const SyncItem* item) {
+    static bool isIn(const SyncEdit& edit, const SyncItem& item, const SharedString& device) {
         using Kind = SyncEdit::Kind;
         switch (edit.kind) {
-            case Kind::dictated:
-                return item;
-            case Kind::deleted:
-                return item && item->deleted();
-            case Kind::redacted:
-                return item && (item->redacted || item->deleted());
+            case Kind::dictated: return true;
+            case Kind::deleted: return item.deleted();
+            case Kind::redacted: return item.redacted || item.deleted();
             case Kind::wrote:
-                return item && item->payload &&
-                       syncedValue(edit.id, item->payload->string()) == edit.value;
+                // Another machine may have written the same.
+                return item.payload && item.device == device && item.revision > edit.revision &&
+                       syncedValue(edit.id, item.payload->string()) == edit.value;
         }
         return false;
     }
