@@ -102,8 +102,9 @@ struct Run {
     FakeDesktop desktop;
     SlowFiles files;
     PosixJournalFiles journals;
-    SerialExecutor preferencesDisk{"preferences"}, historyDisk{"history"}, syncDisk{"sync"},
-        cloudDisk{"cloud"};
+    // They end in the order in which they hand on what is to be told.
+    SerialExecutor cloudDisk{"cloud"}, syncDisk{"sync"}, preferencesDisk{"preferences"},
+        historyDisk{"history"};
     PropertyListPreferences preferences;
     std::unique_ptr<CloudDatabase> real;
     UnreliableCloud cloud;

@@ -225,9 +225,12 @@ private:
     static bool isIn(const SyncEdit& edit, const SyncItem& item, const SharedString& device) {
         using Kind = SyncEdit::Kind;
         switch (edit.kind) {
-            case Kind::dictated: return true;
-            case Kind::deleted: return item.deleted();
-            case Kind::redacted: return item.redacted || item.deleted();
+            case Kind::dictated:
+                return true;
+            case Kind::deleted:
+                return item.deleted();
+            case Kind::redacted:
+                return item.redacted || item.deleted();
             case Kind::wrote:
                 // Another machine may have written the same.
                 return item.payload && item.device == device && item.revision > edit.revision &&
