@@ -171,7 +171,7 @@ private:
     // Everybody has said and heard everything once nothing changes in two rounds.
     void check(std::span<Device> devices, SyncJudge& judge) {
         std::vector<Holdings> before, now;
-        for (int round = 0; round < 12; ++round) {
+        for (int round = 0; round < 100; ++round) {
             for (auto& device : devices) device.tell("round");
             now.clear();
             for (auto& device : devices) device.await("round", judge);

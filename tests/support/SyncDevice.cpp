@@ -169,7 +169,10 @@ public:
         if (!run_) return;
         for (const auto& edit : waiting_.takenIn(run_->program)) tellWhenKept(edit);
         if (!inRound_ || sync().working()) return;
-        if (sync().lastSynced() != lastSynced_ && sync().pendingCount() == 0 &&
+        // A pass may end while the stores are still being read, or written.
+        const bool isApplied = !run_->program.history->isLoading() && sync().archive() &&
+                               sync().archive()->ledger().differences().empty();
+        if (isApplied && sync().lastSynced() != lastSynced_ && sync().pendingCount() == 0 &&
             sync().status() == "Up to date with iCloud") {
             inRound_ = false;
             say("round");
@@ -180,7 +183,10 @@ public:
         if (!run_ || !inRound_) return;
         sync().syncNow();
         if (++tries_ == 400)
-            say("stuck " + std::to_string(sync().pendingCount()) + " pending: " + sync().status());
+            say("stuck " + std::to_string(sync().pendingCount()) + " pending, " +
+                std::to_string(sync().archive() ? sync().archive()->ledger().differences().size()
+                                                : 0) +
+                " not applied: " + sync().status());
     }
 
     LoopScheduler loop;
