@@ -29,10 +29,12 @@ constexpr auto description =
     "                   and the keyring's own key is left alone\n"
     "  QUORVI_SERVICE   its address, when it is not the OpenAI API: https://host[:port],\n"
     "                   or http:// for this machine itself\n\n"
-    "Exit status: 0 after Quit or when Quorvi is running already, 1 without a display, when the\n"
-    "keyring refused, when a command found no Quorvi or the doctor something for you to do, 2 for a\n"
-    "command line or a service address that makes no sense. Also 1 when an export, import or\n"
-    "erasure failed or was not confirmed, and 130 when it was interrupted.";
+    "Exit status: 0 done, after Quit, or when Quorvi is running already; 1 when it could not be\n"
+    "done: no display, the keyring refused, a command found no Quorvi, the cloud failed or its\n"
+    "address is none, an export, import or erasure failed or was not confirmed, the doctor found\n"
+    "something for you to do; 2 when the command line or the speech service's address makes no\n"
+    "sense, and when --cloud-release-check finds no account; 130 when an export, import or\n"
+    "erasure was interrupted.";
 
 const std::array<std::pair<const char*, const Hotkey*>, 6> shortcuts{{
     {"right-option", &Hotkey::rightOption},
@@ -84,7 +86,10 @@ CommandLine CommandLine::parse() {
         QStringLiteral("Print a line for each change of the dictation's stage. Never the text."));
     QCommandLineParser parser;
     parser.setApplicationDescription(QString::fromUtf8(description));
-    parser.addHelpOption();
+    // Not addHelpOption(), which promises options of the toolkit that are none of this program's.
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Print this and end."));
+    parser.addOption(help);
     parser.addVersionOption();
     // Carried out before a desktop is looked for, and only by themselves; here for the help.
     const QCommandLineOption storeKey(
@@ -110,12 +115,12 @@ CommandLine CommandLine::parse() {
                        "it went and ends, with status 2 when no account is signed in."));
     parser.addOptions({storeKey, removeKey, cloudDatabase, cloudPassword, cloudCheck, shortcut, mode, stages});
     if (!parser.parse(QCoreApplication::arguments())) complain(parser.errorText());
-    if (parser.isSet(QStringLiteral("help"))) parser.showHelp();
+    if (parser.isSet(help)) parser.showHelp();
     if (parser.isSet(QStringLiteral("version"))) parser.showVersion();
     if (!parser.positionalArguments().isEmpty())
         complain(QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments()[0]));
 
-    for (const auto& option : {storeKey, removeKey, cloudCheck})
+    for (const auto& option : {storeKey, removeKey, cloudDatabase, cloudPassword, cloudCheck})
         if (parser.isSet(option))
             complain(QStringLiteral("--%1 stands by itself").arg(option.names()[0]));
 

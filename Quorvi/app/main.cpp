@@ -52,8 +52,7 @@ void writeNoCore() {
 // Whether the command line only asks for something to read, which needs no desktop.
 bool asksToRead(int argc, char** argv) {
     return std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
-        return argument == "--help" || argument == "-h" || argument == "--help-all" ||
-               argument == "--version" || argument == "-v";
+        return argument == "--help" || argument == "-h" || argument == "--version" || argument == "-v";
     });
 }
 
@@ -96,6 +95,8 @@ int main(int argc, char** argv) {
     if (argc == 2 && argv[1] == std::string_view("doctor")) return examine(argc, argv);
     const char* display = std::getenv("DISPLAY");
     if (!display || !*display) {
+        const QCoreApplication reading(argc, argv);
+        quorvi::CommandLine::parse();
         std::fprintf(stderr, "quorvi: There is no X display. Start Quorvi on a desktop.\n");
         return 1;
     }

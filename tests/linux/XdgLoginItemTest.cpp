@@ -63,6 +63,17 @@ TEST_F(XdgLoginItemTest, WritesAnEntryThatTheDesktopStarts) {
     }
 }
 
+// An administrator who copies the template for everybody has what each user's own setting would write.
+TEST_F(XdgLoginItemTest, WritesWhatTheInstalledTemplateHolds) {
+    install("bin/quorvi", "quorvi");
+    item().registerItem();
+    auto wanted = contentOf(QUORVI_TEST_SUPPORT "/../../Quorvi/app/quorvi.desktop.in");
+    const std::string placeholder = "@QUORVI_EXECUTABLE@";
+    for (std::size_t at; (at = wanted.find(placeholder)) != wanted.npos;)
+        wanted.replace(at, placeholder.size(), places.executable.string());
+    EXPECT_EQ(entry(), wanted);
+}
+
 TEST_F(XdgLoginItemTest, ReadsWhatTheUserDecidedElsewhere) {
     install("bin/quorvi", "quorvi");
     auto login = item();

@@ -118,7 +118,7 @@ std::string autostartEntry(const std::string& program) {
            "Exec=" +
            escapedValue(quotedForExec(program)) + "\nTryExec=" + escapedValue(program) +
            "\n"
-           "Icon=quorvi\n"
+           "Icon=app.quorvi.Quorvi\n"
            "Terminal=false\n"
            "StartupNotify=false\n"
            "X-GNOME-Autostart-enabled=true\n";

@@ -36,13 +36,20 @@ void BrandMark::paint(QPainter& painter, const QRectF& bounds, const QPalette& p
     }
 }
 
+QPalette BrandMark::launcherPalette() {
+    QPalette palette;
+    palette.setColor(QPalette::Active, QPalette::Highlight, QColor(0x25, 0x6d, 0x9a));
+    palette.setColor(QPalette::Active, QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
 QIcon BrandMark::icon() {
     QIcon icon;
     for (int size : {16, 24, 32, 48, 64, 128}) {
         QPixmap pixmap(size, size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        paint(painter, QRectF(0, 0, size, size), QPalette());
+        paint(painter, QRectF(0, 0, size, size), launcherPalette());
         icon.addPixmap(pixmap);
     }
     return icon;

@@ -12,6 +12,8 @@ public:
     QSize sizeHint() const override { return {size_, size_}; }
 
     static void paint(QPainter& painter, const QRectF& bounds, const QPalette& palette);
+    // The colours of the mark outside of the program, where no palette of a desktop counts.
+    static QPalette launcherPalette();
     // For the window's title bar and the desktop's lists.
     static QIcon icon();
 
