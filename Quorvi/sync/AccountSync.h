@@ -146,6 +146,7 @@ private:
     std::string status_ = "Connecting to iCloud…";
     std::size_t pendingCount_ = 0;
     std::optional<Date> lastSynced_;
+    std::optional<Date> keptLastSynced_;  // the one that a pass of this run has last persisted
     bool working_ = false;
 
     std::unique_ptr<SyncArchive> archive_;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "Quorvi/sync/AccountSync.h"
@@ -15,6 +16,9 @@ using namespace std::chrono_literals;
 
 // What the engine is told of within one turn of the main thread.
 constexpr std::size_t idsPerTurn = 2000;
+
+// How far the time of the last pass may be behind on the disk, in seconds.
+constexpr double keptTimeAge = 600;
 
 // Says so when it ends, however that comes about.
 class WhileSet {
@@ -218,7 +222,14 @@ Task<void> AccountSync::exchange(std::shared_ptr<CloudSyncEngine> engine, std::s
         lastSynced_ = environment_.scheduler.date();
         archive_->setLastSynced(*lastSynced_);
         setStatus("Up to date with iCloud");
-        persist();
+        // The time of a pass without news goes along with the next change, or is written now and
+        // then: a disk that is written to every few seconds for nothing else never rests.
+        const auto kept = keptLastSynced_.value_or(Date{}).secondsSinceReferenceDate;
+        const bool isOld = std::abs(lastSynced_->secondsSinceReferenceDate - kept) >= keptTimeAge;
+        if (isOld || archive_->hasChanges()) {
+            keptLastSynced_ = lastSynced_;
+            persist();
+        }
     } else {
         setStatus(std::to_string(pending) + " changes waiting to sync");
     }

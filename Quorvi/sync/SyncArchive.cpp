@@ -114,7 +114,7 @@ void SyncArchive::setInitialFetchComplete(bool complete) {
 
 void SyncArchive::setLastSynced(Date date) {
     state_.lastSynced = date;
-    changed_ = true;
+    timeChanged_ = true;
 }
 
 void SyncArchive::count(std::string_view event, std::int64_t times) {
@@ -131,7 +131,7 @@ void SyncArchive::touch(const SharedString& id) {
 }
 
 void SyncArchive::gather() {
-    if (touched_.empty() && !changed_) return;
+    if (touched_.empty() && !changed_ && !timeChanged_) return;
     SyncDelta delta{
         .rebaselined = std::exchange(rebaselined_, false),
         .clock = state_.ledger.clock(),
@@ -145,7 +145,7 @@ void SyncArchive::gather() {
     delta.values.reserve(touched_.size());
     for (const auto& id : touched_) delta.values.push_back(SyncDelta::valueOf(state_, id));
     touched_.clear();
-    changed_ = false;
+    changed_ = timeChanged_ = false;
     gathered_.push_back(std::move(delta));
 }
 

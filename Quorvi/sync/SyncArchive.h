@@ -77,6 +77,8 @@ public:
     void removePending(const SharedString& id);
     void setInitialFetchComplete(bool complete);
     void setLastSynced(Date date);
+    // Whether there is more to persist than the time of the last pass.
+    bool hasChanges() const { return changed_ || !touched_.empty() || !gathered_.empty(); }
     void count(std::string_view event, std::int64_t times = 1);
 
     // Has the present state kept. `done` is called on the main thread, in a later turn, once that
@@ -132,6 +134,7 @@ private:
     // it last.
     SharedStringSet touched_;
     bool changed_ = false;
+    bool timeChanged_ = false;  // of the last pass
     bool rebaselined_ = false;
     bool engineStateChanged_ = false;
     std::vector<SyncDelta> gathered_;

@@ -52,6 +52,31 @@ TEST_F(AccountSyncTest, NothingIsWaitedForButTheTickOnceAllIsSent) {
     EXPECT_EQ(clock.timers(), idle);
 }
 
+// The time of the last pass is kept with what comes next, now and then, and at the end.
+TEST_F(AccountSyncTest, PassesWithoutNewsLeaveTheDiskAlone) {
+    const auto kept = [this] {
+        const std::string name = "\"lastSynced\":";
+        const auto& document = first.files.files[SyncMachine::archiveFile];
+        return Date{std::stod(document.substr(document.find(name) + name.size()))};
+    };
+    clock.advance(1min);
+    const int before = first.files.attempts;
+    const auto synced = first.sync->lastSynced();
+    clock.advance(5min);
+    EXPECT_EQ(first.files.attempts, before);
+    EXPECT_GT(first.sync->lastSynced(), synced) << "there were passes";
+    first.dictate("one");
+    settle();
+    EXPECT_GT(kept(), synced);
+    const auto early = clock.date();
+    clock.advance(1h);
+    EXPECT_GT(kept(), Date{early.secondsSinceReferenceDate + 2900});
+    while (kept() >= *first.sync->lastSynced()) clock.advance(1min);
+    const auto last = *first.sync->lastSynced();
+    first.quit();
+    EXPECT_GE(kept(), last);
+}
+
 TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     EXPECT_EQ(first.sync->status(), "Up to date with iCloud");
     EXPECT_EQ(first.sync->pendingCount(), 0u);
