@@ -30,9 +30,10 @@ AccountSync::AccountSync(Environment environment)
         return flushHistory() && flushPreferences();
     };
     enabled_ = preferences.boolean(enabledKey).value_or(true);
-    seeds_ = preferences.boolean(seedingKey).value_or(false) ||
-             !preferences.boolean(preferenceKey::hasLaunched).value_or(false);
-    if (seeds_) preferences.setBoolean(seedingKey, true);
+    // True in the first launch itself, false in one that has to make up for it.
+    const bool wasCutShort = preferences.contains(seedingKey);
+    seeds_ = wasCutShort || !preferences.boolean(preferenceKey::hasLaunched).value_or(false);
+    if (seeds_) preferences.setBoolean(seedingKey, !wasCutShort);
     if (!enabled_) status_ = "Sync paused on this Mac";
     tasks_.start([this](std::stop_token stop) { return open(stop); });
 }
@@ -53,7 +54,10 @@ Task<void> AccountSync::open(std::stop_token stop) {
     const auto& state = archive_->state();
     lastSynced_ = state.lastSynced;
     pendingCount_ = state.pending.size();
-    seeds_ = seeds_ && state.ledger.items().empty() && !state.ledger.hasBaseline();
+    // What a first launch that was cut short has fetched does not make its values edits.
+    const bool wasCutShort = environment_.preferences.boolean(seedingKey) == false;
+    seeds_ = seeds_ && (wasCutShort ||
+                        (state.ledger.items().empty() && !state.ledger.hasBaseline()));
     changed();
     capture();
     subscribe();
@@ -139,6 +143,7 @@ Task<void> AccountSync::captureInBackground(LocalSnapshot now, std::stop_token s
         seeds_ = false;
         captured_ = std::move(now);
         noteDifferences();
+        if (environment_.preferences.contains(seedingKey)) noteSeeded();
     }
     // What has changed meanwhile, and what had to wait for it.
     capture();
@@ -153,6 +158,14 @@ void AccountSync::adoptHeld(LocalChanges& changes) {
         if (item == nullptr || item->payload != change.payload) return false;
         archive_->adopt(change);
         return true;
+    });
+}
+
+// Not before the archive has them: a launch that comes too soon is the first one once more.
+void AccountSync::noteSeeded() {
+    archive_->persist([this](bool saved) {
+        persisted(saved);
+        if (saved) environment_.preferences.remove(seedingKey);
     });
 }
 
@@ -196,7 +209,6 @@ void AccountSync::persist() {
 void AccountSync::persisted(bool saved) {
     if (!diskHealthy_) return;
     if (saved) {
-        if (captured_ && !seeds_) environment_.preferences.remove(seedingKey);
         if (std::exchange(pendingCount_, archive_->state().pending.size()) != pendingCount_)
             changed();
         return;

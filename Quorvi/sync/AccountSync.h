@@ -86,6 +86,7 @@ private:
     Task<void> captureAll(std::stop_token stop);
     void captureChosen(const LocalChanges& changes);
     void adoptHeld(LocalChanges& changes);
+    void noteSeeded();
     void noteDifferences();
     void noteCaptured(const std::vector<SharedString>& ids);
     void tick();
