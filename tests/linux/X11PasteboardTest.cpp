@@ -122,6 +122,39 @@ TEST_F(X11PasteboardTest, WhatASlowOwnerGivesInPiecesComesBackByteForByte) {
     EXPECT_EQ(reader.type, reader.atom("INTEGER"));
 }
 
+TEST_F(X11PasteboardTest, AKeeperGivesBackWhatWasThereWhenTheProgramIsGone) {
+    auto mine = richItems();
+    mine[0].representations.push_back(representation("image/bmp", randomBytes(twentyMegabytes)));
+    const auto stand = [&](std::string text) {
+        const Writing writing(rig.pasteboard().writeText(
+            std::move(text), TranscriptVisibility::hiddenFromHistory, read()));
+        EXPECT_TRUE(countOf(writing));
+    };
+    const auto keeper = "pgrep -r R,S,D -P " + std::to_string(getpid()) + " quorvi-clipboar";
+    rig.open({.keeper = QUORVI_CLIPBOARD_KEEPER});
+    read();
+    foreignCopy(mine);
+    stand("transcript");
+    // One that has died is replaced at the next need.
+    shell("kill -9 $(" + keeper + ")");
+    rig.owner.reset();
+    foreignCopy(mine);
+    stand("transcript");
+    EXPECT_NE(shell(keeper), "");
+    rig.close();
+    rig.open({});
+    EXPECT_TRUE(eventually([&] { return read() == mine; }));
+
+    // What somebody has copied meanwhile stays.
+    rig.open({.keeper = QUORVI_CLIPBOARD_KEEPER});
+    stand("transcript");
+    foreignCopy(textItems("newer"));
+    rig.close();
+    EXPECT_TRUE(eventually([&] { return shell(keeper).empty(); })) << "it has nothing to keep";
+    rig.open({});
+    EXPECT_EQ(read(), textItems("newer"));
+}
+
 TEST_F(X11PasteboardTest, ALateAnswerIsNeverTakenForAnotherOne) {
     rig.open({.display = {}, .progressLimit = 300ms, .totalLimit = 30s});
     ForeignOwner former(textItems("former"), {.delay = 400ms, .delayedType = "UTF8_STRING"});
