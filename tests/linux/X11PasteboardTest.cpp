@@ -137,6 +137,7 @@ TEST_F(X11PasteboardTest, AKeeperGivesBackWhatWasThereWhenTheProgramIsGone) {
     stand("transcript");
     // One that has died is replaced at the next need.
     shell("kill -9 $(" + keeper + ")");
+    EXPECT_TRUE(eventually([&] { return shell(keeper).empty(); }));
     rig.owner.reset();
     foreignCopy(mine);
     stand("transcript");

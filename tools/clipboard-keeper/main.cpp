@@ -45,12 +45,13 @@ public:
             XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-        owner_ = askOwner();
+        owner_ = lastOwner_ = askOwner();
     }
 
     int run() {
         while (connection_.isAlive()) {
             handleEvents();
+            if (quorviDiedUnseen()) offerAt_ = pasted_;
             // Quorvi's connection to the X server ends a moment after its socket.
             if (ended_ && !offering_ && !offerAt_ && owner_ != guarded_) return 0;
             if (offerAt_ && *offerAt_ <= Clock::now()) {
@@ -89,6 +90,12 @@ private:
         }
     }
 
+    // Quorvi may have been gone before this program was ready to hear of it, or knew its window.
+    bool quorviDiedUnseen() const {
+        return ended_ && !offerAt_ && guarded_ != XCB_NONE && owner_ == XCB_NONE &&
+               (lastOwner_ == guarded_ || lastOwner_ == XCB_NONE);
+    }
+
     void handleEvents() {
         while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
             if (xcbEventType(*event) != firstEvent_ + XCB_XFIXES_SELECTION_NOTIFY) continue;
@@ -97,6 +104,7 @@ private:
             if (e.selection != clipboard_) continue;
             const bool taken = e.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
             const auto before = std::exchange(owner_, taken ? e.owner : XCB_NONE);
+            if (taken) lastOwner_ = e.owner;
             if (offering_ && owner_ != offering_) stopOffering();
             offerAt_.reset();
             if (!taken && before != XCB_NONE && before == guarded_) offerAt_ = pasted_;
@@ -123,14 +131,19 @@ private:
             scope.start([&](std::stop_token) { return take(std::move(items), done); });
             scheduler_.runUntil([&] { return done; }, 10s);
         }
-        // Events of the time in between tell of owners before this one.
-        connection_.synchronise();
-        while (ownXcb(xcb_poll_for_event(connection_.get()))) continue;
-        owner_ = offering_ = askOwner();
+        if (!offering_) stopOffering();
     }
     Task<void> take(std::vector<PasteboardItem> items, bool& done) {
         auto writing = pasteboard_->write(std::move(items));
         co_await writing;
+        // Events up to here tell of owners before.
+        connection_.synchronise();
+        while (ownXcb(xcb_poll_for_event(connection_.get()))) continue;
+        owner_ = askOwner();
+        // Somebody may have copied already. What is ours now has been ours then.
+        auto looking = pasteboard_->isOffering();
+        const bool isOurs = co_await looking;
+        if (isOurs) offering_ = owner_;
         done = true;
     }
     void stopOffering() {
@@ -151,9 +164,10 @@ private:
     const Descriptor socket_{STDIN_FILENO};
     bool ended_ = false;  // Quorvi has
     std::unique_ptr<Descriptor> content_;
-    xcb_window_t guarded_ = XCB_NONE;  // Quorvi's
-    xcb_window_t owner_ = XCB_NONE;    // of the clipboard, as far as events have told
-    xcb_window_t offering_ = XCB_NONE;
+    xcb_window_t guarded_ = XCB_NONE;    // Quorvi's
+    xcb_window_t owner_ = XCB_NONE;      // of the clipboard, as far as events have told
+    xcb_window_t lastOwner_ = XCB_NONE;  // before it was nobody's
+    xcb_window_t offering_ = XCB_NONE;   // this program's own
     Clock::time_point pasted_{};  // what is offered in the content's stead has been pasted by then
     std::optional<Clock::time_point> offerAt_;
     LoopScheduler scheduler_;

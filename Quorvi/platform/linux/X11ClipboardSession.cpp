@@ -61,7 +61,7 @@ void X11ClipboardSession::ownerChanged(const X11SelectionEvent& event) {
 }
 
 bool X11ClipboardSession::handOver() {
-    if (offered().empty()) return false;
+    if (!isOffering()) return false;
     keeper_.takeOver();
     return true;
 }

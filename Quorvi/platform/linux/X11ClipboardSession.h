@@ -33,6 +33,7 @@ public:
 
     // Readies the keeper for what was read, which is what will be given back.
     void prepareKeeper(const std::vector<PasteboardItem>& items) { keeper_.prepare(items); }
+    bool isOffering() { return !offered().empty(); }
     // False when we offer nothing.
     bool handOver();
 

@@ -177,12 +177,21 @@ Task<std::vector<PasteboardItem>> X11Pasteboard::read(std::stop_token stop) {
     co_return co_await future;
 }
 
+Task<bool> X11Pasteboard::isOffering() {
+    return ask(&X11ClipboardSession::isOffering);
+}
+
 Task<bool> X11Pasteboard::handOver() {
+    return ask(&X11ClipboardSession::handOver);
+}
+
+Task<bool> X11Pasteboard::ask(bool (X11ClipboardSession::*question)()) {
     Promise<bool> promise(scheduler_);
     auto future = promise.future();
-    worker_->enqueue(
-        {[promise](X11ClipboardSession& session) mutable { promise.resolve(session.handOver()); },
-         [promise]() mutable { promise.resolve(false); }});
+    worker_->enqueue({[promise, question](X11ClipboardSession& session) mutable {
+                          promise.resolve((session.*question)());
+                      },
+                      [promise]() mutable { promise.resolve(false); }});
     co_return co_await future;
 }
 

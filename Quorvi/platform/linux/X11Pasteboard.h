@@ -9,6 +9,8 @@
 
 namespace quorvi {
 
+class X11ClipboardSession;
+
 // The CLIPBOARD selection of an X server. Everything happens on a thread with a connection of its
 // own, so an owner that is slow or hangs holds up neither the main thread nor the programs that
 // read from us. The thread starts with the object and ends with it; what we offered is gone then.
@@ -38,12 +40,16 @@ public:
                                                 std::vector<PasteboardItem> former = {}) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
+    // Whether what is on the clipboard is this program's.
+    Task<bool> isOffering();
+
     // Has the keeper take over what this program offers, which it does some milliseconds later.
     // False when there is nothing to take over.
     Task<bool> handOver();
 
 private:
     class Worker;
+    Task<bool> ask(bool (X11ClipboardSession::*question)());
     Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items,
                                             std::vector<PasteboardItem> afterwards);
 
