@@ -2,6 +2,7 @@
 
 #include <ctime>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -10,8 +11,10 @@
 #include "Quorvi/platform/linux/AtspiAccessibility.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
+#include "tests/support/Keyring.h"
 #include "tests/support/Process.h"
 #include "tests/support/ScreenReader.h"
+#include "tests/support/SoundServer.h"
 #include "tests/support/TestUser.h"
 
 namespace quorvi::test {
@@ -46,6 +49,43 @@ protected:
     ScreenReader reader;
     TestUser user;
 };
+
+// On a new machine: no key, no microphone, accessibility switched off.
+TEST(FirstRun, EachRowIsReadyAsSoonAsTheUserHasSeenToIt) {
+    const Process keyring(Keyring::daemon(Keyring::Begin::unlocked));
+    const SoundServer sound(SoundServer::Microphone::absent);
+    const auto setAccessibility = [](const char* on) {
+        shell(std::string("gdbus call --session -d org.a11y.Bus -o /org/a11y/bus -m "
+                          "org.freedesktop.DBus.Properties.Set org.a11y.Status IsEnabled '<") +
+              on + ">'");
+    };
+    setAccessibility("false");
+    const Process quorvi({QUORVI_PROGRAM}, {"PULSE_SERVER=" + sound.address()});
+    ScreenReader reader(quorvi.pid());
+    const struct {
+        const char* row;
+        std::function<void()> fix;
+    } rows[] = {
+        {"Enable: Accessibility", [&] { setAccessibility("true"); }},
+        {"Enable: Microphone",
+         [&] {
+             sound.pactl("load-module module-null-sink sink_name=mic_feed");
+             sound.pactl("load-module module-remap-source master=mic_feed.monitor source_name=mic");
+         }},
+        {"Add key: OpenAI API key",
+         [] { shell("printf 'sk-stored\n' | " QUORVI_PROGRAM " --store-key"); }},
+    };
+    for (const auto& each : rows)
+        EXPECT_TRUE(reader.sees(R::pushButton, each.row)) << each.row << '\n'
+                                                          << reader.everything();
+    EXPECT_TRUE(reader.sees(R::heading, "Complete setup to start"));
+    for (const auto& each : rows) {
+        each.fix();
+        EXPECT_TRUE(reader.missesSoon(R::pushButton, each.row)) << reader.everything();
+    }
+    EXPECT_TRUE(reader.sees(R::heading, "Ready when you are"));
+    EXPECT_TRUE(reader.missesSoon(R::heading, "Make it yours"));
+}
 
 // From the first start to the first text in another program.
 TEST_F(WindowByScreenReader, ANewUserSetsUpAKeyAndTestsPasting) {
