@@ -25,9 +25,7 @@ using testing::AssertionSuccess;
 // The pages on a real store, whose background is turns of the virtual clock.
 class HistoryPagesTest : public testing::Test {
 protected:
-    HistoryPagesTest() {
-        settle();
-    }
+    HistoryPagesTest() { settle(); }
 
     void settle() {
         scheduler.settle();
@@ -84,6 +82,9 @@ protected:
         const auto at = all.find(first);
         return at == all.npos ? "(not there) " + all : all.substr(at);
     }
+    static bool shows(const QWidget& root, const std::string& part) {
+        return seen(root).find(part) != std::string::npos;
+    }
     static std::size_t count(const std::string& text, const std::string& part) {
         std::size_t number = 0;
         for (auto at = text.find(part); at != text.npos; at = text.find(part, at + 1)) ++number;
@@ -110,7 +111,8 @@ TEST_F(HistoryPagesTest, ListsTheDictationsByDay) {
               "YOUR WORDS, KEPT CLOSE | History | Search and reuse your dictations. | _Search "
               "transcripts or apps_ | 2 saved dictations | TODAY | 12:01\u202FAM | Text Editor | 2 "
               "words · 62 sec" +
-                  actions + " | written early | YESTERDAY | 11:59\u202FPM | Mail | 3 words · 2 sec" +
+                  actions +
+                  " | written early | YESTERDAY | 11:59\u202FPM | Mail | 3 words · 2 sec" +
                   actions + " | written late yesterday");
 
     press(page, "Copy dictation", 1);
@@ -122,7 +124,7 @@ TEST_F(HistoryPagesTest, ListsTheDictationsByDay) {
 
     dictate("one more", minutesAgo(0), "Notes");
     settle();
-    EXPECT_NE(seen(page).find("3 saved dictations | TODAY"), std::string::npos) << seen(page);
+    EXPECT_TRUE(shows(page, "3 saved dictations | TODAY")) << seen(page);
     for (auto* button : page.findChildren<QPushButton*>())
         if (button->isVisible() && button->text() == QStringLiteral("Remember correction")) {
             EXPECT_EQ(button->property("transcript"), QStringLiteral("one more"));
@@ -146,12 +148,12 @@ TEST_F(HistoryPagesTest, FindsWordsAndApplicationsAndShowsFiftyAtATime) {
     press(page, "Load more");
     settle();
     EXPECT_EQ(rows(), 120u);
-    EXPECT_EQ(seen(page).find("Load more"), std::string::npos);
+    EXPECT_FALSE(shows(page, "Load more"));
 
     query->setText(QStringLiteral("MEET"));
     settle();
     EXPECT_EQ(rows(), 12u);
-    EXPECT_NE(seen(page).find("12 saved dictations"), std::string::npos);
+    EXPECT_TRUE(shows(page, "12 saved dictations"));
     query->setText(QStringLiteral("cafe"));
     settle();
     EXPECT_EQ(rows(), 1u);
@@ -164,7 +166,7 @@ TEST_F(HistoryPagesTest, FindsWordsAndApplicationsAndShowsFiftyAtATime) {
     press(page, "Clear search");
     settle();
     EXPECT_EQ(rows(), 50u);
-    EXPECT_EQ(seen(page).find("Clear search"), std::string::npos);
+    EXPECT_FALSE(shows(page, "Clear search"));
 }
 
 TEST_F(HistoryPagesTest, LongTextsAreShortenedUntilAskedFor) {
@@ -210,10 +212,8 @@ TEST_F(HistoryPagesTest, SaysWhyItIsEmptyAndWhatIsWrong) {
               "saving and retention in Settings.");
     store.setKeepTranscripts(false);
     settle();
-    EXPECT_NE(seen(page).find("Transcript saving is paused"), std::string::npos);
-    EXPECT_NE(
-        seen(page).find("Saving new transcripts is off. Existing history is still available."),
-        std::string::npos);
+    EXPECT_TRUE(shows(page, "Transcript saving is paused"));
+    EXPECT_TRUE(shows(page, "Saving new transcripts is off. Existing history is still available."));
     dictate("no text of it is kept", minutesAgo(1));
     settle();
     EXPECT_EQ(count(seen(page), "[Delete dictation]"), 0u);
@@ -221,9 +221,9 @@ TEST_F(HistoryPagesTest, SaysWhyItIsEmptyAndWhatIsWrong) {
     store.setKeepTranscripts(true);
     dictate("lost", minutesAgo(1));
     settle();
-    EXPECT_NE(seen(page).find("History could not be saved on this Mac. Check available disk space "
-                              "and folder access."),
-              std::string::npos)
+    EXPECT_TRUE(shows(page,
+                      "History could not be saved on this Mac. Check available disk space "
+                      "and folder access."))
         << seen(page);
 }
 
@@ -231,11 +231,11 @@ TEST_F(HistoryPagesTest, TodayBecomesYesterdayAtMidnight) {
     dictate("tonight", minutesAgo(1));
     HistoryPage page(environment());
     present(page);
-    EXPECT_NE(seen(page).find("TODAY"), std::string::npos);
+    EXPECT_TRUE(shows(page, "TODAY"));
     scheduler.advance(24h);
     settle();
-    EXPECT_EQ(seen(page).find("TODAY"), std::string::npos);
-    EXPECT_NE(seen(page).find("YESTERDAY"), std::string::npos);
+    EXPECT_FALSE(shows(page, "TODAY"));
+    EXPECT_TRUE(shows(page, "YESTERDAY"));
 }
 
 TEST_F(HistoryPagesTest, InsightsAreTheSumsOfThePeriod) {
@@ -266,12 +266,13 @@ TEST_F(HistoryPagesTest, InsightsAreTheSumsOfThePeriod) {
     EXPECT_EQ(period->accessibleName(), QStringLiteral("Period"));
     period->setCurrentIndex(4);
     settle();
-    EXPECT_NE(seen(page).find("| All time | Old | 5 words"), std::string::npos) << seen(page);
+    EXPECT_TRUE(shows(page, "| All time | Old | 5 words")) << seen(page);
 
     store.clear();
     settle();
     text = seen(page);
-    EXPECT_NE(text.find("| 0 | — | 0 | Speaking time | Apps used | 0 sec | 0 |"), text.npos) << text;
+    EXPECT_NE(text.find("| 0 | — | 0 | Speaking time | Apps used | 0 sec | 0 |"), text.npos)
+        << text;
     EXPECT_NE(text.find("Your writing apps will appear here after you dictate."), text.npos);
     EXPECT_NE(text.find("No completed dictations in this period."), text.npos);
 }
@@ -281,12 +282,14 @@ TEST_F(HistoryPagesTest, ChartsTellTheirDays) {
     InsightsPage page(environment());
     present(page);
     const auto* bars = part<DailyBars>(page);
-    EXPECT_EQ(bars->accessibleName(), QStringLiteral("Daily words dictated in the last fourteen days"));
+    EXPECT_EQ(bars->accessibleName(),
+              QStringLiteral("Daily words dictated in the last fourteen days"));
     const auto days = bars->accessibleDescription().split(QLatin1Char('\n'));
     EXPECT_EQ(days.size(), 14);
     EXPECT_TRUE(days.last().endsWith(QStringLiteral(": 3 words, 1 dictation")));
     EXPECT_TRUE(days.first().endsWith(QStringLiteral(": 0 words, 0 dictations")));
-    EXPECT_EQ(part<ActivityGrid>(page)->accessibleDescription().split(QLatin1Char('\n')).size(), 84);
+    EXPECT_EQ(part<ActivityGrid>(page)->accessibleDescription().split(QLatin1Char('\n')).size(),
+              84);
     EXPECT_EQ(ActivityGrid::opacity(0, 0), 0.25);
     EXPECT_EQ(ActivityGrid::opacity(50, 100), 0.625);
     EXPECT_EQ(ActivityGrid::opacity(100, 100), 1);
@@ -327,7 +330,7 @@ TEST_F(HistoryPagesTest, SettingsChangeTheStoreAndDeleteEverythingAfterAConfirma
     press(settings, "Delete all history and statistics…");
     answer(settings, title, message, "Delete all");
     EXPECT_TRUE(store.records().empty());
-    EXPECT_NE(seen(settings).find("No completed dictations in this period."), std::string::npos);
+    EXPECT_TRUE(shows(settings, "No completed dictations in this period."));
 }
 
 }  // namespace

@@ -43,11 +43,14 @@ public:
 
     // The page as high as its content, so that nothing of it needs scrolling.
     void takeWhole(MainWindow& window, const QString& name) {
-        QCoreApplication::processEvents();
-        for (auto* page : window.findChildren<Page*>()) {
-            if (!page->isVisible()) continue;
-            auto* content = page->widget();
-            window.resize(940, qMax(800, content->heightForWidth(page->viewport()->width())));
+        // A window that has just been shown has its width only after a while.
+        for (int round = 0; round < 3; ++round) {
+            QCoreApplication::processEvents();
+            for (auto* page : window.findChildren<Page*>()) {
+                if (!page->isVisible()) continue;
+                auto* content = page->widget();
+                window.resize(940, qMax(800, content->heightForWidth(page->viewport()->width())));
+            }
         }
         take(window, name);
         window.resize(940, 800);
