@@ -76,7 +76,8 @@ const std::vector<StoredSetting>& settingsThatTravel() {
 template <class T>
 std::optional<PreferenceValue> asValue(std::optional<T> value) {
     if (!value) return std::nullopt;
-    return PreferenceValue(*std::move(value));
+    // In place: g++ 12 takes a temporary's other members for uninitialised under the sanitizers.
+    return std::optional<PreferenceValue>(std::in_place, *std::move(value));
 }
 
 // Of the type that the setting has.
