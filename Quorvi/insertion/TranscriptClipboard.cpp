@@ -7,6 +7,13 @@
 
 namespace quorvi {
 
+namespace {
+
+// How often the user may copy something while a transcript is on its way to the clipboard.
+constexpr int mostCopies = 3;
+
+}  // namespace
+
 Task<TranscriptClipboard::Copy> TranscriptClipboard::copyAhead(std::stop_token stop) {
     Copy copy{.changeCount = pasteboard_.changeCount()};
     auto reading = pasteboard_.read(std::move(stop));
@@ -18,26 +25,37 @@ Task<TranscriptClipboard::Copy> TranscriptClipboard::copyAhead(std::stop_token s
     co_return copy;
 }
 
-Task<TranscriptClipboard::Items> TranscriptClipboard::snapshot(std::optional<Copy> ahead,
-                                                               std::stop_token stop) {
+Task<TranscriptClipboard::Copy> TranscriptClipboard::snapshot(std::optional<Copy> ahead,
+                                                              std::stop_token stop) {
     if (ahead && ahead->items && ahead->changeCount == pasteboard_.changeCount())
-        co_return std::move(*ahead->items);
+        co_return std::move(*ahead);
+    Copy copy{.changeCount = pasteboard_.changeCount()};
     auto reading = pasteboard_.read(std::move(stop));
-    co_return co_await reading;
+    copy.items = co_await reading;
+    co_return copy;
 }
 
-Task<void> TranscriptClipboard::installTemporary(std::string text, Items backup,
+Task<void> TranscriptClipboard::installTemporary(std::string text, Copy backup,
                                                  std::stop_token stop) {
-    auto writing =
-        pasteboard_.writeText(std::move(text), TranscriptVisibility::hiddenFromHistory, backup);
-    const auto count = co_await writing;
-    if (!count) {
-        auto writingBack = pasteboard_.write(std::move(backup));
-        co_await writingBack;
-        throw QuorviError::message(
-            "The clipboard is unavailable. Your transcript is ready to copy in Quorvi.");
+    std::optional<std::int64_t> count;
+    for (int tries = 0; !count; ++tries) {
+        auto items = backup.items.value_or(Items{});
+        auto writing = pasteboard_.writeText(text, TranscriptVisibility::hiddenFromHistory,
+                                             std::move(items), backup.changeCount);
+        count = co_await writing;
+        if (count) break;
+        const bool isSame = pasteboard_.changeCount() == backup.changeCount;
+        if (isSame) {
+            auto writingBack = pasteboard_.write(backup.items.value_or(Items{}));
+            co_await writingBack;
+        }
+        if (isSame || tries == mostCopies)
+            throw QuorviError::message(
+                "The clipboard is unavailable. Your transcript is ready to copy in Quorvi.");
+        auto again = snapshot(std::nullopt, stop);
+        backup = co_await again;
     }
-    backup_ = std::move(backup);
+    backup_ = std::move(backup.items).value_or(Items{});
     ownedChangeCount_ = count;
     if (stop.stop_requested()) {
         restore();
@@ -59,7 +77,8 @@ Task<bool> TranscriptClipboard::copyPermanently(std::string text, std::stop_toke
     std::optional<Items> before;
     try {
         auto reading = snapshot(std::nullopt, stop);
-        before = co_await reading;
+        auto copy = co_await reading;
+        before = std::move(copy.items);
     } catch (const QuorviError&) {
     }
     auto writing = pasteboard_.writeText(std::move(text), TranscriptVisibility::everywhere);

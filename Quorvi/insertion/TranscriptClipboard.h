@@ -31,12 +31,12 @@ public:
 
     // A deep copy of the clipboard, the one made ahead as long as the clipboard is still the same.
     // Throws QuorviError when its owner doesn't answer.
-    Task<Items> snapshot(std::optional<Copy> ahead, std::stop_token stop);
+    Task<Copy> snapshot(std::optional<Copy> ahead, std::stop_token stop);
 
-    // Puts the text there for the time of a paste. Throws QuorviError when that is not possible;
-    // the clipboard is then as it was. A stop while it is being put there takes it back at once and
-    // throws Cancelled.
-    Task<void> installTemporary(std::string text, Items backup, std::stop_token stop);
+    // Puts the text there for the time of a paste. What the user has copied since the backup was
+    // made takes its place. Throws QuorviError when that is not possible; the clipboard is then as
+    // it was. A stop while it is being put there takes it back at once and throws Cancelled.
+    Task<void> installTemporary(std::string text, Copy backup, std::stop_token stop);
 
     // Gives the user's clipboard back, unless somebody has written to it since. Returns at once;
     // later operations see the restored content.

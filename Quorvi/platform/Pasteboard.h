@@ -55,10 +55,12 @@ public:
     // something newer replaces it.
     virtual Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items) = 0;
     // A text that is there for a moment stands in for `former`, which is what the clipboard is to
-    // hold should this program end before it has given that back.
+    // hold should this program end before it has given that back. With an `expected` change count
+    // nothing is replaced once there is another: what somebody has copied meanwhile stays.
     virtual Task<std::optional<std::int64_t>> writeText(
         std::string text, TranscriptVisibility visibility,
-        std::vector<PasteboardItem> former = {}) = 0;
+        std::vector<PasteboardItem> former = {},
+        std::optional<std::int64_t> expected = std::nullopt) = 0;
 
     // The same as write(), but only while the change count is still `expected`; a newer content of
     // somebody else's is left alone. Returns at once, even when nothing waits for it any more.

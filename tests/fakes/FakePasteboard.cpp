@@ -59,11 +59,16 @@ std::optional<std::int64_t> FakePasteboard::replace(std::vector<PasteboardItem> 
 }
 
 Task<std::optional<std::int64_t>> FakePasteboard::writeItems(std::vector<PasteboardItem> items,
-                                                             const char* entry) {
+                                                             const char* entry,
+                                                             std::optional<std::int64_t> expected) {
     Promise<std::optional<std::int64_t>> promise(scheduler_);
     auto future = promise.future();
-    enqueue([this, promise, items = std::move(items), entry](std::function<void()> done) mutable {
-        promise.resolve(replace(std::move(items), entry));
+    enqueue([this, promise, items = std::move(items), entry,
+             expected](std::function<void()> done) mutable {
+        if (expected && *expected != changeCount_)
+            promise.resolve(std::nullopt);
+        else
+            promise.resolve(replace(std::move(items), entry));
         done();
     });
     co_return co_await future;
@@ -75,11 +80,12 @@ Task<std::optional<std::int64_t>> FakePasteboard::write(std::vector<PasteboardIt
 
 Task<std::optional<std::int64_t>> FakePasteboard::writeText(std::string text,
                                                             TranscriptVisibility visibility,
-                                                            std::vector<PasteboardItem>) {
+                                                            std::vector<PasteboardItem>,
+                                                            std::optional<std::int64_t> expected) {
     auto items = textItems(text);
     if (visibility == TranscriptVisibility::hiddenFromHistory)
         items[0].representations.push_back(representation("x-kde-passwordManagerHint", "secret"));
-    return writeItems(std::move(items), "write text");
+    return writeItems(std::move(items), "write text", expected);
 }
 
 void FakePasteboard::restore(std::int64_t expected, std::vector<PasteboardItem> items) {

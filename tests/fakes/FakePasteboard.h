@@ -20,7 +20,8 @@ public:
     Task<std::vector<PasteboardItem>> read(std::stop_token stop) override;
     Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items) override;
     Task<std::optional<std::int64_t>> writeText(std::string text, TranscriptVisibility visibility,
-                                                std::vector<PasteboardItem> former = {}) override;
+                                                std::vector<PasteboardItem> former = {},
+                                                std::optional<std::int64_t> expected = {}) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
     // Another program copies, or clears the clipboard with no items.
@@ -46,7 +47,8 @@ private:
     void runNext();
     std::optional<std::int64_t> replace(std::vector<PasteboardItem> items, const char* entry);
     Task<std::optional<std::int64_t>> writeItems(std::vector<PasteboardItem> items,
-                                                 const char* entry);
+                                                 const char* entry,
+                                                 std::optional<std::int64_t> expected = {});
 
     Scheduler& scheduler_;
     std::vector<PasteboardItem> contents_;

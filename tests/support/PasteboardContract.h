@@ -100,10 +100,16 @@ TYPED_TEST_P(PasteboardContract, AForeignContentComesBackAfterTheTranscript) {
     }
 }
 
-TYPED_TEST_P(PasteboardContract, ANewerCopyWinsOverARestore) {
+TYPED_TEST_P(PasteboardContract, ANewerCopyWinsOverARestoreAndOverAWriteThatExpectsAnother) {
     const auto count = this->writeText("transcript");
     ASSERT_TRUE(count);
     this->foreignCopy(textItems("newer"));
+    const auto write = [&](auto expected) {
+        return this->countOf(typename TestFixture::Writing(this->rig.pasteboard().writeText(
+            "late", TranscriptVisibility::hiddenFromHistory, {}, expected)));
+    };
+    EXPECT_EQ(write(*count), std::nullopt);
+    EXPECT_EQ(this->read(), textItems("newer"));
     this->rig.pasteboard().restore(*count, richItems());
     EXPECT_EQ(this->read(), textItems("newer"));
     EXPECT_EQ(this->rig.pasteboard().changeCount(), *count + 1);
@@ -147,7 +153,7 @@ TYPED_TEST_P(PasteboardContract, AHangingOwnerIsAFailureAndACancelledReadMakesWa
 }
 
 REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, EveryWriteCountsOnceAndYieldsTheCountRightAfterIt,
-                            AForeignContentComesBackAfterTheTranscript, ANewerCopyWinsOverARestore,
+                            AForeignContentComesBackAfterTheTranscript, ANewerCopyWinsOverARestoreAndOverAWriteThatExpectsAnother,
                             ATranscriptCarriesTheHistoryHintOnlyWhenItIsToBeHidden,
                             OperationsAreDoneInTheOrderOfTheCalls,
                             AHangingOwnerIsAFailureAndACancelledReadMakesWay);

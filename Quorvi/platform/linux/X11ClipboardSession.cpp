@@ -95,8 +95,12 @@ std::optional<std::int64_t> X11ClipboardSession::take(std::vector<PasteboardItem
 }
 
 std::optional<std::int64_t> X11ClipboardSession::write(
-    std::vector<PasteboardItem> items, const std::vector<PasteboardItem>& afterwards) {
-    return take(std::move(items), afterwards, connection_.serverTime());
+    std::vector<PasteboardItem> items, const std::vector<PasteboardItem>& afterwards,
+    std::optional<std::int64_t> expected) {
+    // Somebody who copies after this moment has a later time, and the server refuses ours.
+    const auto now = connection_.serverTime();
+    if (expected && changeCount_ != *expected) return std::nullopt;
+    return take(std::move(items), afterwards, now);
 }
 
 // The server refuses an ownership that is older than the current one. Taking the clipboard with the

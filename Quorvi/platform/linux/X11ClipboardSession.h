@@ -28,7 +28,8 @@ public:
     std::vector<PasteboardItem> read(const std::function<bool()>& abandoned);
     // `afterwards` is what the clipboard is to hold after this program.
     std::optional<std::int64_t> write(std::vector<PasteboardItem> items,
-                                      const std::vector<PasteboardItem>& afterwards);
+                                      const std::vector<PasteboardItem>& afterwards,
+                                      std::optional<std::int64_t> expected);
     void restore(std::int64_t expected, std::vector<PasteboardItem> items);
 
     // Readies the keeper for what was read, which is what will be given back.

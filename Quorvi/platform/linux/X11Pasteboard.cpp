@@ -196,27 +196,29 @@ Task<bool> X11Pasteboard::ask(bool (X11ClipboardSession::*question)()) {
 }
 
 Task<std::optional<std::int64_t>> X11Pasteboard::write(std::vector<PasteboardItem> items,
-                                                       std::vector<PasteboardItem> afterwards) {
+                                                       std::vector<PasteboardItem> afterwards,
+                                                       std::optional<std::int64_t> expected) {
     Promise<std::optional<std::int64_t>> promise(scheduler_);
     auto future = promise.future();
-    auto run = [promise, items = std::move(items),
-                afterwards = std::move(afterwards)](X11ClipboardSession& session) mutable {
-        promise.resolve(session.write(items, afterwards));
+    auto run = [promise, items = std::move(items), afterwards = std::move(afterwards),
+                expected](X11ClipboardSession& session) mutable {
+        promise.resolve(session.write(items, afterwards, expected));
     };
     worker_->enqueue({std::move(run), [promise]() mutable { promise.resolve(std::nullopt); }});
     co_return co_await future;
 }
 
 Task<std::optional<std::int64_t>> X11Pasteboard::write(std::vector<PasteboardItem> items) {
-    return write(items, items);
+    return write(items, items, std::nullopt);
 }
 
 Task<std::optional<std::int64_t>> X11Pasteboard::writeText(std::string text,
                                                            TranscriptVisibility visibility,
-                                                           std::vector<PasteboardItem> former) {
+                                                           std::vector<PasteboardItem> former,
+                                                           std::optional<std::int64_t> expected) {
     std::vector<PasteboardItem> items{x11TextItem(text, visibility)};
     if (visibility == TranscriptVisibility::everywhere) former = items;
-    return write(std::move(items), std::move(former));
+    return write(std::move(items), std::move(former), expected);
 }
 
 void X11Pasteboard::restore(std::int64_t expected, std::vector<PasteboardItem> items) {

@@ -37,7 +37,8 @@ public:
     Task<std::vector<PasteboardItem>> read(std::stop_token stop) override;
     Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items) override;
     Task<std::optional<std::int64_t>> writeText(std::string text, TranscriptVisibility visibility,
-                                                std::vector<PasteboardItem> former = {}) override;
+                                                std::vector<PasteboardItem> former = {},
+                                                std::optional<std::int64_t> expected = {}) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
     // Whether what is on the clipboard is this program's.
@@ -51,7 +52,8 @@ private:
     class Worker;
     Task<bool> ask(bool (X11ClipboardSession::*question)());
     Task<std::optional<std::int64_t>> write(std::vector<PasteboardItem> items,
-                                            std::vector<PasteboardItem> afterwards);
+                                            std::vector<PasteboardItem> afterwards,
+                                            std::optional<std::int64_t> expected);
 
     Scheduler& scheduler_;
     std::atomic<std::int64_t> changeCount_{0};
