@@ -35,6 +35,10 @@ protected:
             return;
         }
         program.until("Inserting");
+        // The note follows the stage; it goes again when this moment was missed.
+        EXPECT_TRUE(eventually([&] {
+            return !std::filesystem::exists(note()) || contentOf(note()).starts_with("inserting");
+        }));
         if (moment == Moment::pasted) {
             EXPECT_TRUE(eventually([&] { return holds(dictated); }));
         }
