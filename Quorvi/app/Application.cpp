@@ -11,6 +11,7 @@
 #include "Quorvi/app/AppWindow.h"
 #include "Quorvi/app/BusService.h"
 #include "Quorvi/app/CommandLine.h"
+#include "Quorvi/app/DesktopColorScheme.h"
 #include "Quorvi/app/HelperPrograms.h"
 #include "Quorvi/app/InterruptionNote.h"
 #include "Quorvi/app/LinuxDesktop.h"
@@ -220,6 +221,7 @@ int runApplication(QApplication& qt, std::string apiKey) {
         return 0;
     }
     installDesign(qt);
+    const DesktopColorScheme colours;
     const auto translation = installTranslation(QLocale());
     try {
         Application application(qt, options, std::move(apiKey));
