@@ -15,6 +15,7 @@
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/design/Page.h"
+#include "Quorvi/ui/history/HistoryPage.h"
 #include "Quorvi/ui/history/HistoryRow.h"
 #include "Quorvi/ui/window/Pages.h"
 #include "tests/support/Palettes.h"
@@ -201,9 +202,10 @@ void historyPages(Album& album) {
         fillHistory(world);
         takePage(album, world, pageIndex::history, "history-full");
         takePage(album, world, pageIndex::insights, "insights-full");
-        for (auto* field : world.window->findChildren<QLineEdit*>())
-            if (field->placeholderText() == QStringLiteral("Search transcripts or apps"))
-                field->setText(QStringLiteral("no such words"));
+        // Whatever the language calls it.
+        for (auto* widget : world.window->findChildren<QWidget*>())
+            if (dynamic_cast<HistoryPage*>(widget))
+                widget->findChild<QLineEdit*>()->setText(QStringLiteral("no such words"));
         takePage(album, world, pageIndex::history, "history-no-match");
     }
     WindowWorld world;
