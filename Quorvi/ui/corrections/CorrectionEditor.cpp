@@ -1,5 +1,6 @@
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 
+#include <QEvent>
 #include <exception>
 #include <utility>
 
@@ -33,10 +34,7 @@ QVBoxLayout* labelled(const QString& text, QLineEdit* field) {
 
 CorrectionEditor::CorrectionEditor(CorrectionStore& store, TextCorrection rule,
                                    std::optional<QString> transcript, QWidget* parent)
-    : QDialog(parent),
-      store_(store),
-      rule_(std::move(rule)),
-      transcript_(std::move(transcript)) {
+    : QDialog(parent), store_(store), rule_(std::move(rule)), transcript_(std::move(transcript)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Remember a correction"));
     build();
@@ -45,6 +43,9 @@ CorrectionEditor::CorrectionEditor(CorrectionStore& store, TextCorrection rule,
     connect(original_, &QLineEdit::textChanged, this, [this] { edited(); });
     connect(replacement_, &QLineEdit::textChanged, this, [this] { edited(); });
     edited();
+    ensurePolished();
+    resize(editorWidth, 0);
+    keepRoom();
     original_->setFocus();
 }
 
@@ -53,16 +54,18 @@ void CorrectionEditor::build() {
     all->setContentsMargins(spacing::large, spacing::large, spacing::large, spacing::large);
     all->setSpacing(spacing::medium);
     all->addWidget(headingText(tr("Remember a correction")));
-    all->addWidget(secondaryText(tr("Save a word or short phrase once. Quorvi will use your "
-                                    "preferred spelling in future dictations.")));
+    all->addWidget(
+        secondaryText(tr("Save a word or short phrase once. Quorvi will use your "
+                         "preferred spelling in future dictations.")));
     original_ = new QLineEdit;
     original_->setPlaceholderText(tr("e.g. Russet Miner"));
     replacement_ = new QLineEdit;
     replacement_->setPlaceholderText(tr("e.g. russetmanor"));
     all->addLayout(labelled(tr("Quorvi writes"), original_));
     all->addLayout(labelled(tr("Replace with"), replacement_));
-    all->addWidget(captionText(tr("Use the exact replacement you want, including capitals. This "
-                                  "saves a rule for future text; existing text stays as written.")));
+    all->addWidget(
+        captionText(tr("Use the exact replacement you want, including capitals. This "
+                       "saves a rule for future text; existing text stays as written.")));
     previewHeading_ = headingText(tr("Preview"));
     preview_ = contentText();
     all->addWidget(previewHeading_);
@@ -84,6 +87,18 @@ void CorrectionEditor::build() {
     setMinimumWidth(editorWidth);
 }
 
+bool CorrectionEditor::event(QEvent* event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize) keepRoom();
+    return handled;
+}
+
+// The toolkit lets a window become as low as its labels would be in one line, and squeezes the
+// fields, where the screen is small or a line comes in addition.
+void CorrectionEditor::keepRoom() {
+    setMinimumHeight(layout()->totalHeightForWidth(qMax(width(), editorWidth)));
+}
+
 void CorrectionEditor::edited() {
     rule_.original = original_->text().toStdString();
     rule_.replacement = replacement_->text().toStdString();
@@ -95,8 +110,9 @@ void CorrectionEditor::edited() {
     preview_->setVisible(changes);
     if (changes) setContent(*preview_, *result);
     note_->setVisible(result && !changes);
-    note_->setText(tr("That phrase does not match this transcript. The rule will still apply to "
-                      "future matches."));
+    note_->setText(
+        tr("That phrase does not match this transcript. The rule will still apply to "
+           "future matches."));
     const bool bothGiven = !rule_.original.empty() && !rule_.replacement.empty();
     error_->setText(problem && bothGiven ? modelText(*problem) : QString());
     error_->setVisible(!error_->text().isEmpty());

@@ -19,12 +19,16 @@ class CorrectionEditor : public QDialog {
 
 public:
     // With a transcript, shows what the rule makes of it. The store outlives the dialog.
-    CorrectionEditor(CorrectionStore& store, TextCorrection rule,
-                     std::optional<QString> transcript, QWidget* parent);
+    CorrectionEditor(CorrectionStore& store, TextCorrection rule, std::optional<QString> transcript,
+                     QWidget* parent);
+
+protected:
+    bool event(QEvent* event) override;
 
 private:
     void build();
     void edited();
+    void keepRoom();
     void save();
     std::optional<QString> preview() const;
 
