@@ -134,8 +134,8 @@ private:
         const auto text = "words " + word();
         const auto daysAgo = static_cast<double>(below(3) * 50);
         const auto today = clock_.date().secondsSinceReferenceDate;
-        return {{}, [this, text, daysAgo, today] {
-                    auto& history = *program_.history;
+        // The plan outlives the editor.
+        return {{}, [&history = *program_.history, text, daysAgo, today] {
                     history.record(text, 2, "Editor", "el", TranscriptionModel::transcribe,
                                    {today - daysAgo * 86400});
                     const auto& record = history.records()[0];
