@@ -1,6 +1,6 @@
-// A first upload of a user's items and a first fetch of them, through the engine and a shared folder,
-// all costs included; against writing and reading as many files, one for each item, as a folder that
-// is kept simple would have them.
+// A first upload of a user's items and a first fetch of them, through the engine and a shared
+// folder, all costs included; against writing and reading as many files, one for each item, as a
+// folder that is kept simple would have them.
 
 #include <fcntl.h>
 #include <time.h>

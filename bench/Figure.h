@@ -23,7 +23,9 @@ inline double percentile(std::vector<double> values, double p) {
     return values[static_cast<std::size_t>(static_cast<double>(last) * p + 0.5)];
 }
 
-inline double median(std::vector<double> values) { return percentile(std::move(values), 0.5); }
+inline double median(std::vector<double> values) {
+    return percentile(std::move(values), 0.5);
+}
 
 // `ratio` is reference / value: how many times better than the reference.
 inline void figure(const std::string& name, double value, const std::string& unit,

@@ -1,6 +1,6 @@
-// The history's pages with ten years of dictations, in a window of the usual size: opening them, and
-// a keystroke in the search field as the interface's thread sees it. The references are a list whose
-// rows are all made at once, and looking through all records at the keystroke.
+// The history's pages with ten years of dictations, in a window of the usual size: opening them,
+// and a keystroke in the search field as the interface's thread sees it. The references are a list
+// whose rows are all made at once, and looking through all records at the keystroke.
 
 #include <time.h>
 
@@ -50,8 +50,7 @@ struct Turns {
     }
     template <class Condition>
     void runUntil(Condition holds) {
-        while (!holds())
-            measure([] { QCoreApplication::processEvents(QEventLoop::AllEvents, 0); });
+        while (!holds()) measure([] { QCoreApplication::processEvents(QEventLoop::AllEvents, 0); });
     }
 };
 
@@ -59,8 +58,8 @@ class Pages {
 public:
     Pages() {
         preferences_.setInteger("transcriptRetention", 0);
-        HistoryFile(files_, path_).save(
-            DictationRecords(test::GeneratedHistory(count, scheduler_.date()).take()));
+        HistoryFile(files_, path_)
+            .save(DictationRecords(test::GeneratedHistory(count, scheduler_.date()).take()));
         store_ = std::make_unique<HistoryStore>(
             HistoryStore::Environment{preferences_, files_, path_, executor_, scheduler_,
                                       pasteboard_, [this] { return calendar_; }});

@@ -64,7 +64,8 @@ public:
                                                   files_, scheduler_, chosen(options));
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
-        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(), [this] { return desktop_.surroundings(); });
+        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(),
+                                                  [this] { return desktop_.surroundings(); });
         statusItem_ = std::make_unique<StatusItem>(
             *model_, StatusItem::Actions{.openWindow = [this] { openWindow(); },
                                          .checkForUpdates = [this] { updates_.updater().check(); },
@@ -78,11 +79,10 @@ public:
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
         model_->showOverlay = [this] { panel_->present(); };
         model_->hideOverlay = [this] { panel_->hide(); };
-        surroundings_ =
-            desktop_.onSurroundingsChanged([this] { panel_->followSurroundings(); });
+        surroundings_ = desktop_.onSurroundingsChanged([this] { panel_->followSurroundings(); });
         changes_ = model_->onChange([this] { modelChanged(); });
-        interruptionNote_ = std::make_unique<InterruptionNote>(
-            *model_, history_, preferencesDisk_, scheduler_, interruptionNoteFile());
+        interruptionNote_ = std::make_unique<InterruptionNote>(*model_, history_, preferencesDisk_,
+                                                               scheduler_, interruptionNoteFile());
         permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
         keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
         quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });

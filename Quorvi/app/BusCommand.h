@@ -4,8 +4,8 @@
 
 namespace quorvi {
 
-// Whether the argument names something that the running program is asked for: start, finish, toggle,
-// cancel, status, show or quit.
+// Whether the argument names something that the running program is asked for: start, finish,
+// toggle, cancel, status, show or quit.
 bool isBusCommand(std::string_view argument);
 
 // Asks the running program; `show` starts it where the desktop knows how. Returns the exit status:

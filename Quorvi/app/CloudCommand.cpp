@@ -52,15 +52,14 @@ int storeAddress(const std::string& address) {
 int storePassword() {
     Stored stored;
     const auto address = stored.preferences.string(preferenceKey::cloudDatabase).value_or("");
-    if (!isServerAddress(address))
-        return complain("The cloud is a folder, which has no password.");
+    if (!isServerAddress(address)) return complain("The cloud is a folder, which has no password.");
     const auto password = readSecret("Password of the database: ");
     SecretServiceKeychain keychain(stored.scheduler);
     const auto query = cloudPasswordQuery(address);
     auto status = keychain.update(query, password, {});
     if (status == KeychainStatus::itemNotFound)
-        status = keychain.add(query, password,
-                              KeychainAccessibility::whenUnlockedThisDeviceOnly, {});
+        status =
+            keychain.add(query, password, KeychainAccessibility::whenUnlockedThisDeviceOnly, {});
     if (status != KeychainStatus::success)
         return complain("The keyring did not take the password (" +
                         std::to_string(static_cast<int>(status)) + ").");

@@ -27,8 +27,8 @@ std::filesystem::path folderOf(const std::string& address) {
 }  // namespace
 
 bool isServerAddress(const std::string& address) {
-    return std::ranges::any_of(
-        serverSchemes, [&](const auto scheme) { return address.starts_with(scheme); });
+    return std::ranges::any_of(serverSchemes,
+                               [&](const auto scheme) { return address.starts_with(scheme); });
 }
 
 std::optional<std::string> cloudAddressProblem(const std::string& address) {
@@ -47,8 +47,7 @@ std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
     if (isServerAddress(address))
         return std::make_unique<PostgresCloudDatabase>(
             environment.scheduler, address, cloudPassword(environment.makeKeychain(), address));
-    const auto folder =
-        address.empty() ? environment.userData / standardFolder : folderOf(address);
+    const auto folder = address.empty() ? environment.userData / standardFolder : folderOf(address);
     return std::make_unique<FolderCloudDatabase>(
         environment.scheduler, environment.executor,
         FolderCloudDatabase::Place{folder, environment.userData / deviceFile});

@@ -15,7 +15,7 @@ namespace quorvi {
 // What a database may need; it outlives it.
 struct CloudDatabaseEnvironment {
     Scheduler& scheduler;
-    Executor& executor;              // for the database alone
+    Executor& executor;  // for the database alone
     // Makes the keychain of a server's passwords, which a folder has no need of.
     std::function<std::unique_ptr<Keychain>()> makeKeychain;
     std::filesystem::path userData;  // the program's folder for what is the user's

@@ -11,8 +11,8 @@ KeychainQuery cloudPasswordQuery(const std::string& address) {
 }
 
 PostgresPassword cloudPassword(std::shared_ptr<Keychain> keychain, const std::string& address) {
-    return [keychain = std::move(keychain), query = cloudPasswordQuery(address)](
-               std::stop_token stop) -> std::optional<Secret> {
+    return [keychain = std::move(keychain),
+            query = cloudPasswordQuery(address)](std::stop_token stop) -> std::optional<Secret> {
         // A locked keychain is asked for only when it is known to hold something, or may: nobody
         // who keeps the password in a file wants to be bothered.
         if (keychain->exists(query, stop) == KeychainStatus::itemNotFound) return std::nullopt;

@@ -111,9 +111,11 @@ CommandLine CommandLine::parse() {
                        "input, stores it in the keyring and ends."));
     const QCommandLineOption cloudCheck(
         QStringLiteral("cloud-release-check"),
-        QStringLiteral("By itself: writes to the cloud database, reads it back, cleans up, says how "
-                       "it went and ends, with status 2 when no account is signed in."));
-    parser.addOptions({storeKey, removeKey, cloudDatabase, cloudPassword, cloudCheck, shortcut, mode, stages});
+        QStringLiteral(
+            "By itself: writes to the cloud database, reads it back, cleans up, says how "
+            "it went and ends, with status 2 when no account is signed in."));
+    parser.addOptions(
+        {storeKey, removeKey, cloudDatabase, cloudPassword, cloudCheck, shortcut, mode, stages});
     if (!parser.parse(QCoreApplication::arguments())) complain(parser.errorText());
     if (parser.isSet(help)) parser.showHelp();
     if (parser.isSet(QStringLiteral("version"))) parser.showVersion();

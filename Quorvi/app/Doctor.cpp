@@ -77,8 +77,7 @@ private:
 
     void lookAtKeyboard() {
         canInstallTap_ = x11InputHookIsPossible();
-        if (canInstallTap_)
-            return good("Global shortcut", "The display offers what it needs.");
+        if (canInstallTap_) return good("Global shortcut", "The display offers what it needs.");
         const char* display = std::getenv("DISPLAY");
         if (!display || !*display)
             return bad("Global shortcut", "There is no X display.",
@@ -103,9 +102,8 @@ private:
         PulseConnection sound(scheduler_);
         std::optional<bool> connected;
         sound.run([&] {
-            sound.whenReady([&](bool ready) {
-                scheduler_.post([&connected, ready] { connected = ready; });
-            });
+            sound.whenReady(
+                [&](bool ready) { scheduler_.post([&connected, ready] { connected = ready; }); });
         });
         scheduler_.runUntil([&] { return connected.has_value(); }, patience);
         if (!connected.value_or(false)) {
@@ -115,8 +113,7 @@ private:
         }
         good("Sound server", "It answers.");
         scheduler_.runUntil([&] { return sound.hasMicrophone().has_value(); }, patience);
-        if (sound.hasMicrophone().value_or(false))
-            return good("Microphone", "There is one.");
+        if (sound.hasMicrophone().value_or(false)) return good("Microphone", "There is one.");
         bad("Microphone", "The sound server has none.",
             "Plug one in, or choose an input device in the desktop's sound settings.");
     }
@@ -160,11 +157,12 @@ private:
             case KeychainStatus::interactionNotAllowed:
                 return note("Keyring", "It is locked. You will be asked to unlock it.");
             default:
-                return bad("Keyring",
-                           "No keyring answers (" +
-                               std::to_string(static_cast<std::int32_t>(status)) + ").",
-                           "Install and start GNOME Keyring or KDE Wallet, or use QUORVI_API_KEY for "
-                           "a single run.");
+                return bad(
+                    "Keyring",
+                    "No keyring answers (" + std::to_string(static_cast<std::int32_t>(status)) +
+                        ").",
+                    "Install and start GNOME Keyring or KDE Wallet, or use QUORVI_API_KEY for "
+                    "a single run.");
         }
     }
 
@@ -172,8 +170,8 @@ private:
         const char* variable = std::getenv("QUORVI_SERVICE");
         std::string address;
         try {
-            address = serviceAddress(variable ? variable
-                                              : preferences_.string("service").value_or(""));
+            address =
+                serviceAddress(variable ? variable : preferences_.string("service").value_or(""));
         } catch (const std::exception& error) {
             return bad("Speech service", error.what(),
                        "Correct QUORVI_SERVICE: https://host[:port].");

@@ -46,8 +46,8 @@ public:
     // takes nothing from the user. Resumes when that is done, or when it is clear that it can't be.
     Task<void> leaveClipboard();
 
-    // What surrounds a window, as last known; asking has a fresh look taken, which is told of when it
-    // finds something else. Never block.
+    // What surrounds a window, as last known; asking has a fresh look taken, which is told of when
+    // it finds something else. Never block.
     Surroundings surroundings();
     [[nodiscard]] Subscription onSurroundingsChanged(std::function<void()> observer) {
         return surroundingsChanged_.subscribe(std::move(observer));

@@ -21,8 +21,8 @@ std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& 
         const auto makeKeychain = [&]() -> std::unique_ptr<Keychain> {
             return std::make_unique<SecretServiceKeychain>(scheduler);
         };
-        return openCloudDatabase(
-            address, {scheduler, executor, makeKeychain, UserFolders::find().data});
+        return openCloudDatabase(address,
+                                 {scheduler, executor, makeKeychain, UserFolders::find().data});
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "quorvi: %s\n", error.what());
         return std::make_unique<UnusableCloudDatabase>(error.what());
@@ -36,8 +36,14 @@ Synchronisation::Synchronisation(AppModel& model, HistoryStore& history,
                                  FileStore& files, Scheduler& scheduler,
                                  std::vector<std::string_view> chosen)
     : database_(cloud(preferences, scheduler, cloudExecutor_)),
-      sync_(std::make_unique<AccountSync>(AccountSync::Environment{
-          model, history, corrections, preferences, scheduler, *database_,
-          {files, journals_, syncArchiveFile(), disk_, scheduler}, std::move(chosen)})) {}
+      sync_(std::make_unique<AccountSync>(
+          AccountSync::Environment{model,
+                                   history,
+                                   corrections,
+                                   preferences,
+                                   scheduler,
+                                   *database_,
+                                   {files, journals_, syncArchiveFile(), disk_, scheduler},
+                                   std::move(chosen)})) {}
 
 }  // namespace quorvi

@@ -34,10 +34,10 @@ std::string takeFromEnvironment(const char* name) {
     return taken;
 }
 
-// A crash writes no memory anywhere, be it to a file or to a collector of crash reports: the key may
-// be in it, and what was said. To a collector the kernel pays no heed to a limit of 0, but it takes
-// one of 1 byte for "none"; for a file that is less than any dump. Should the limit not be ours to
-// choose, no part of the memory belongs to a dump.
+// A crash writes no memory anywhere, be it to a file or to a collector of crash reports: the key
+// may be in it, and what was said. To a collector the kernel pays no heed to a limit of 0, but it
+// takes one of 1 byte for "none"; for a file that is less than any dump. Should the limit not be
+// ours to choose, no part of the memory belongs to a dump.
 void writeNoCore() {
     if (FILE* filter = std::fopen("/proc/self/coredump_filter", "w")) {
         std::fputs("0", filter);
@@ -52,7 +52,8 @@ void writeNoCore() {
 // Whether the command line only asks for something to read, which needs no desktop.
 bool asksToRead(int argc, char** argv) {
     return std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
-        return argument == "--help" || argument == "-h" || argument == "--version" || argument == "-v";
+        return argument == "--help" || argument == "-h" || argument == "--version" ||
+               argument == "-v";
     });
 }
 

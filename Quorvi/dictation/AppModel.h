@@ -56,8 +56,8 @@ public:
         HistoryStore& history;
         CorrectionStore& corrections;
         std::function<AccountSyncing&()> accountSync;  // created on first use
-        std::string service;                        // see serviceAddress()
-        std::filesystem::path recordings;           // folder of the recordings in progress
+        std::string service;                           // see serviceAddress()
+        std::filesystem::path recordings;              // folder of the recordings in progress
     };
 
     explicit AppModel(Environment environment);

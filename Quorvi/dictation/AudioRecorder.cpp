@@ -26,9 +26,9 @@ QuorviError noRecording() {
 }  // namespace
 
 // One recording from start() to its deletion. The recorder and the task that works on the recording
-// share it; when the last of them lets go, the capture ends and the file is gone. It has a name only
-// while it begins: the file exists before record() completes or not at all, so a deletion queued
-// after that can't miss it.
+// share it; when the last of them lets go, the capture ends and the file is gone. It has a name
+// only while it begins: the file exists before record() completes or not at all, so a deletion
+// queued after that can't miss it.
 struct AudioRecorder::Recording {
     enum class Phase { starting, capturing, stopped, finishing };
 

@@ -63,7 +63,8 @@ public:
     // Makes ready what the next start() would have to wait for.
     void prepare();
 
-    // Deletes what a run of the program that ended while a recording began left behind. Call it before the first start().
+    // Deletes what a run of the program that ended while a recording began left behind. Call it
+    // before the first start().
     void removeStaleRecordings();
 
 private:

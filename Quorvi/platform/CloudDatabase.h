@@ -139,8 +139,9 @@ public:
     virtual Task<CloudRecord> fetchRecord(CloudRecordID id, std::stop_token stop) = 0;
 
     // What has changed since the token was handed out, also by this machine; in pages of the
-    // database's choice, of some 2,000 records at most. An empty token asks for everything. A token that the database no longer understands gives
-    // changeTokenExpired; a zone that is gone zoneNotFound.
+    // database's choice, of some 2,000 records at most. An empty token asks for everything. A token
+    // that the database no longer understands gives changeTokenExpired; a zone that is gone
+    // zoneNotFound.
     virtual Task<CloudZoneChanges> zoneChanges(std::string token, std::stop_token stop) = 0;
     virtual Task<CloudRecordChanges> recordChanges(std::string zone, std::string token,
                                                    std::stop_token stop) = 0;

@@ -62,8 +62,8 @@ public:
 
     // The presses to swallow from now on. The hook decides with this list by itself, without
     // waiting for the main thread, so a busy main thread never holds up the user's keyboard; the
-    // handler's verdict says the same afterwards. What was set before install() holds from its first
-    // moment on.
+    // handler's verdict says the same afterwards. What was set before install() holds from its
+    // first moment on.
     virtual void setSwallowed(std::vector<SwallowedKey> keys) = 0;
 
     // The physical state of a key or mouse button as last known; never blocks. Synthesised paste

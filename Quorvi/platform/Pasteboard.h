@@ -58,8 +58,7 @@ public:
     // hold should this program end before it has given that back. With an `expected` change count
     // nothing is replaced once there is another: what somebody has copied meanwhile stays.
     virtual Task<std::optional<std::int64_t>> writeText(
-        std::string text, TranscriptVisibility visibility,
-        std::vector<PasteboardItem> former = {},
+        std::string text, TranscriptVisibility visibility, std::vector<PasteboardItem> former = {},
         std::optional<std::int64_t> expected = std::nullopt) = 0;
 
     // The same as write(), but only while the change count is still `expected`; a newer content of

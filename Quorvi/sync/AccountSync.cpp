@@ -56,8 +56,8 @@ Task<void> AccountSync::open(std::stop_token stop) {
     pendingCount_ = state.pending.size();
     // What a first launch that was cut short has fetched does not make its values edits.
     const bool wasCutShort = environment_.preferences.boolean(seedingKey) == false;
-    seeds_ = seeds_ && (wasCutShort ||
-                        (state.ledger.items().empty() && !state.ledger.hasBaseline()));
+    seeds_ =
+        seeds_ && (wasCutShort || (state.ledger.items().empty() && !state.ledger.hasBaseline()));
     changed();
     capture();
     subscribe();
@@ -78,8 +78,7 @@ void AccountSync::subscribe() {
     subscriptions_.push_back(environment_.history.onChange(captureSoon));
     subscriptions_.push_back(environment_.corrections.onChange(captureSoon));
     subscriptions_.push_back(environment_.preferences.onChange([this] {
-        preferencesSettle_ =
-            environment_.scheduler.after(preferencesDelay, [this] { capture(); });
+        preferencesSettle_ = environment_.scheduler.after(preferencesDelay, [this] { capture(); });
     }));
     subscriptions_.push_back(environment_.database.onRemoteChange([this] { syncNow(); }));
     tickTimer_ = environment_.scheduler.every(tickPeriod, [this] { tick(); });

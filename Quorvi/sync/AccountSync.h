@@ -169,16 +169,16 @@ private:
     TimePoint retryAfter_ = TimePoint::min();
     bool passAgain_ = false;  // something happened during a pass that it may have missed
 
-    bool applying_ = false;     // the stores are being written
-    bool needsApply_ = false;   // the ledger holds what the stores may not
-    bool rulesMerged_ = false;  // the rules' order may differ
+    bool applying_ = false;                       // the stores are being written
+    bool needsApply_ = false;                     // the ledger holds what the stores may not
+    bool rulesMerged_ = false;                    // the rules' order may differ
     Activity preparing_{environment_.scheduler};  // an application is being worked out
     // Grows with whatever makes a prepared application out of date.
     std::uint64_t generation_ = 0;
 
     unsigned ticks_ = 0;
     Timer tickTimer_;
-    Timer localSync_;   // the pass that follows a local change
+    Timer localSync_;  // the pass that follows a local change
     Timer preferencesSettle_;
     bool captureIsPosted_ = false;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for what is posted here

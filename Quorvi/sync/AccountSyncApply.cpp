@@ -11,8 +11,8 @@ namespace quorvi {
 bool AccountSync::mayApply() const {
     return archive_ && diskHealthy_ && !shutDown_ && archive_->state().initialFetchComplete &&
            !needsFetchCompletion_ && needsApply_ && !applying_ && captured_ &&
-           !capturing_.isActive() && storesAreReady() &&
-           !isActive(environment_.model.stage()) && !environment_.model.isChoosingShortcut();
+           !capturing_.isActive() && storesAreReady() && !isActive(environment_.model.stage()) &&
+           !environment_.model.isChoosingShortcut();
 }
 
 void AccountSync::applyIfReady() {

@@ -126,8 +126,8 @@ void AccountSync::merge(const CloudRecord& record) {
 std::optional<CloudRecordBatch> AccountSync::nextRecordZoneChangeBatch(
     std::span<const CloudRecordID> pending, CloudSyncEngine& engine) {
     if (&engine != engine_.get() || !mayOfferRecords()) return std::nullopt;
-    return CloudRecordBatch::make(
-        pending, [this](const CloudRecordID& id) { return recordToSend(id); });
+    return CloudRecordBatch::make(pending,
+                                  [this](const CloudRecordID& id) { return recordToSend(id); });
 }
 
 // With the change tag of the version that was seen last, so that a stale save is refused.

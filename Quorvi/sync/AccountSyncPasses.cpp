@@ -46,9 +46,7 @@ Task<void> AccountSync::connect(std::stop_token stop) {
     // Switched off and on again meanwhile: nobody else would try.
     if (attempt == connection_ || !canRun() || engine_) co_return;
     if (environment_.scheduler.now() < retryAfter_) co_return;
-    inNextTurn([this] {
-        tasks_.start([this](std::stop_token again) { return connect(again); });
-    });
+    inNextTurn([this] { tasks_.start([this](std::stop_token again) { return connect(again); }); });
 }
 
 Task<void> AccountSync::tryToConnect(std::uint64_t attempt, std::stop_token stop) {

@@ -52,7 +52,7 @@ struct CloudSyncEngine::Core {
 
     CloudEngineState memory;  // its pendingRecords are in `pending` instead
     PendingSaves pending;
-    bool isSignedOut = false;  // memory.user is then the last one
+    bool isSignedOut = false;          // memory.user is then the last one
     std::list<Operation*> operations;  // the first one has its turn, the others wait
 };
 

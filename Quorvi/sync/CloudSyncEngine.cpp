@@ -34,7 +34,8 @@ CloudSyncEngine::Core::Core(CloudSyncEngine& engine_, Configuration& configurati
       scheduler(configuration.scheduler),
       delegate(configuration.delegate),
       subscriptionID(std::move(configuration.subscriptionID)),
-      memory(CloudEngineState::decode(configuration.stateSerialization).value_or(CloudEngineState{})) {
+      memory(
+          CloudEngineState::decode(configuration.stateSerialization).value_or(CloudEngineState{})) {
     for (auto& id : memory.pendingRecords) pending.add(std::move(id));
     memory.pendingRecords.clear();
 }

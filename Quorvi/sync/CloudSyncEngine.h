@@ -79,7 +79,7 @@ public:
         Scheduler& scheduler;
         Bytes stateSerialization;  // of the last StateUpdate; empty, or not understood: a new start
         CloudSyncEngineDelegate& delegate;  // outlives the engine
-        std::string subscriptionID;  // kept for the owner, who saves the subscription
+        std::string subscriptionID;         // kept for the owner, who saves the subscription
     };
 
     explicit CloudSyncEngine(Configuration configuration);

@@ -15,9 +15,12 @@ std::size_t PendingSaves::Hash::operator()(const CloudRecordID& id) const {
 
 PendingSaves::List& PendingSaves::listOf(Place place) {
     switch (place) {
-        case Place::underWay: return underWay_;
-        case Place::heldBack: return heldBack_;
-        case Place::waiting: break;
+        case Place::underWay:
+            return underWay_;
+        case Place::heldBack:
+            return heldBack_;
+        case Place::waiting:
+            break;
     }
     return waiting_;
 }

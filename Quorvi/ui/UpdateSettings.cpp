@@ -11,8 +11,9 @@ UpdateSettings::UpdateSettings(AppUpdater& updater)
       updater_(updater),
       automatic_(new Switch(tr("Automatically check for updates"))) {
     content().addWidget(automatic_);
-    content().addWidget(secondaryText(tr("New releases are downloaded securely. Quorvi will ask "
-                                         "before installing and relaunching.")));
+    content().addWidget(
+        secondaryText(tr("New releases are downloaded securely. Quorvi will ask "
+                         "before installing and relaunching.")));
     auto* check = button(tr("Check for Updates…"));
     auto* version =
         row({secondaryText(QStringLiteral("Quorvi ") + qt(updater_.currentVersion())), check});

@@ -1,5 +1,5 @@
-// The program as a desktop's launcher, key bindings and scripts meet it: over the session bus and on
-// the command line.
+// The program as a desktop's launcher, key bindings and scripts meet it: over the session bus and
+// on the command line.
 
 #include <gtest/gtest.h>
 
@@ -62,13 +62,14 @@ TEST_F(BusCommands, DriveTheRunningProgram) {
     EXPECT_TRUE(eventually([&] { return stage() != "idle"; })) << quorvi("status").output;
     EXPECT_EQ(quorvi("cancel").status, 0);
 
-    // A second copy ends at once and leaves the first as it is; the launcher's activation and `show`
-    // bring the window up.
+    // A second copy ends at once and leaves the first as it is; the launcher's activation and
+    // `show` bring the window up.
     auto second = Process({QUORVI_PROGRAM}, settings());
     EXPECT_EQ(second.wait(), 0);
     EXPECT_FALSE(windowIsShown());
-    shell("gdbus call --session -d app.quorvi.Quorvi -o /app/quorvi/Quorvi -m "
-          "org.freedesktop.Application.Activate '{}'");
+    shell(
+        "gdbus call --session -d app.quorvi.Quorvi -o /app/quorvi/Quorvi -m "
+        "org.freedesktop.Application.Activate '{}'");
     EXPECT_TRUE(eventually(windowIsShown));
 
     EXPECT_EQ(quorvi("quit").status, 0);
@@ -81,8 +82,9 @@ TEST_F(BusCommands, LauncherStartsWhatIsNotRunning) {
     fs::create_directories(services);
     std::ofstream(services / "app.quorvi.Quorvi.service")
         << "[D-BUS Service]\nName=app.quorvi.Quorvi\nExec=" QUORVI_PROGRAM "\n";
-    shell("gdbus call --session -d org.freedesktop.DBus -o / -m org.freedesktop.DBus.ReloadConfig; "
-          "dbus-update-activation-environment DISPLAY XDG_RUNTIME_DIR QT_QPA_PLATFORM");
+    shell(
+        "gdbus call --session -d org.freedesktop.DBus -o / -m org.freedesktop.DBus.ReloadConfig; "
+        "dbus-update-activation-environment DISPLAY XDG_RUNTIME_DIR QT_QPA_PLATFORM");
     EXPECT_EQ(quorvi("status").status, 1) << "a question starts nothing";
     EXPECT_EQ(quorvi("show").status, 0);
     EXPECT_TRUE(eventually(windowIsShown));
@@ -100,8 +102,8 @@ TEST_F(BusCommands, DoctorSaysWhatIsWrongAndWhatToDo) {
     const auto elsewhere =
         quorvi("doctor", "-u DISPLAY PULSE_SERVER=unix:/nowhere QUORVI_SERVICE=ftp://x");
     EXPECT_EQ(elsewhere.status, 1);
-    for (const auto* line : {"✗ Global shortcut: There is no X display.", "✗ Sound server: ",
-                             "✗ Speech service: "})
+    for (const auto* line :
+         {"✗ Global shortcut: There is no X display.", "✗ Sound server: ", "✗ Speech service: "})
         EXPECT_NE(elsewhere.output.find(line), std::string::npos) << line << "\n"
                                                                   << elsewhere.output;
 }

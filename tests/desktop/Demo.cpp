@@ -1,13 +1,13 @@
 // Two dictations, end to end, as a user would make them, inside a private headless desktop: starts
-// the offline speech service, a text editor and Quorvi itself, holds the shortcut, speaks a sentence
-// into the virtual microphone, lets go, and reads the text back from the editor. Then mends a name
-// in the editor, waits until Quorvi has learned it, and dictates the sentence again.
+// the offline speech service, a text editor and Quorvi itself, holds the shortcut, speaks a
+// sentence into the virtual microphone, lets go, and reads the text back from the editor. Then
+// mends a name in the editor, waits until Quorvi has learned it, and dictates the sentence again.
 //
 //   quorvi-demo BIN-FOLDER OUTPUT-FOLDER [again]
 //
-// With "again", for a user who has seen the demo before: one dictation, which has to come out as it was
-// mended then. Prints each step with its time. Exit status 0 only if the text arrived, the second time as
-// it was mended, and the clipboard was given back.
+// With "again", for a user who has seen the demo before: one dictation, which has to come out as it
+// was mended then. Prints each step with its time. Exit status 0 only if the text arrived, the
+// second time as it was mended, and the clipboard was given back.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>

@@ -35,8 +35,8 @@ TEST_F(InstalledProgram, IsWhatTheLauncherAndTheBusStart) {
     EXPECT_EQ(shell("desktop-file-validate " + entry.string()), "");
     const auto text = content(entry);
     for (const std::string& line : {"Exec=" + (prefix / "bin/quorvi").string() + " show\n",
-                                   "TryExec=" + (prefix / "bin/quorvi").string() + "\n",
-                                   std::string("Icon=app.quorvi.Quorvi\n")})
+                                    "TryExec=" + (prefix / "bin/quorvi").string() + "\n",
+                                    std::string("Icon=app.quorvi.Quorvi\n")})
         EXPECT_NE(text.find("\n" + line), text.npos) << text;
     EXPECT_TRUE(fs::exists(share / "icons/hicolor/scalable/apps/app.quorvi.Quorvi.svg"));
 

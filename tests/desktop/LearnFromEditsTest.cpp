@@ -120,8 +120,7 @@ TEST_F(LearnFromEdits, NothingFromADeletedText) {
     user.tap(key::remove);
     EXPECT_TRUE(untilEvent("observer.cleared")) << trail();
     EXPECT_TRUE(hasEvent("observer.temporarilyEmpty"));
-    EXPECT_EQ(corrections.learningStatus(),
-              "The field was cleared before a correction was saved.");
+    EXPECT_EQ(corrections.learningStatus(), "The field was cleared before a correction was saved.");
 }
 
 TEST_F(LearnFromEdits, NothingFromAnEditElsewhereInTheField) {
@@ -134,10 +133,11 @@ TEST_F(LearnFromEdits, NothingFromAnEditElsewhereInTheField) {
 }
 
 TEST_F(LearnFromEdits, NothingFromWhatTheProgramRewritesByItself) {
-    ASSERT_TRUE(dictateInto(chromium("<textarea autofocus id=e></textarea><script>"
-                                     "e.oninput = () => setTimeout(() => "
-                                     "e.value = e.value.replace('nice', 'nise'), 2000)</script>",
-                                     folder)));
+    ASSERT_TRUE(
+        dictateInto(chromium("<textarea autofocus id=e></textarea><script>"
+                             "e.oninput = () => setTimeout(() => "
+                             "e.value = e.value.replace('nice', 'nise'), 2000)</script>",
+                             folder)));
     EXPECT_TRUE(untilEvent("observer.noInput")) << trail();
     EXPECT_TRUE(knows("nice", "nice"));
 }

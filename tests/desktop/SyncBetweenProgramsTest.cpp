@@ -49,15 +49,15 @@ protected:
     // A dictation with a real voice into a real editor, whose text is then mended.
     void dictateAndMend(Machine& machine) {
         const auto sentences = folder_.write("sentences", std::string(sentence) + "\n");
-        Process service({QUORVI_SPEECH_SERVICE, "--port", "0", "--punctuate", "--sentences",
-                         sentences});
+        Process service(
+            {QUORVI_SPEECH_SERVICE, "--port", "0", "--punctuate", "--sentences", sentences});
         const auto line = service.readLine();
         Process editor(mousepad(folder_.write("note.txt", "")));
         const auto field = reader_.waitForFocus(editor.pid(), "AXTextArea");
         ASSERT_TRUE(field);
-        machine.start({"QUORVI_SERVICE=" + line.substr(line.rfind(' ') + 1),
-                       "QUORVI_API_KEY=offline"},
-                      {"--shortcut", "f8"});
+        machine.start(
+            {"QUORVI_SERVICE=" + line.substr(line.rfind(' ') + 1), "QUORVI_API_KEY=offline"},
+            {"--shortcut", "f8"});
         machine.until("| ready");
         const auto speech = (folder_.path() / "speech.wav").string();
         outputOf({"espeak-ng", "-v", "en-us+f2", "-s", "130", "-w", speech, sentence});

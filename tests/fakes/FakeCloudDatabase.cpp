@@ -209,7 +209,8 @@ Task<std::vector<CloudSaveResult>> FakeCloudDatabase::saveRecords(std::vector<Cl
 
 CloudSaveResult FakeCloudDatabase::save(CloudRecord record) {
     const auto refuse = [&record](int code, std::optional<CloudRecord> stored = std::nullopt) {
-        return CloudSaveResult{record, CloudError(code, "refused", std::nullopt, std::move(stored))};
+        return CloudSaveResult{record,
+                               CloudError(code, "refused", std::nullopt, std::move(stored))};
     };
     if (const auto found = recordFailures_.find(record.id.name); found != recordFailures_.end()) {
         const auto error = found->second.error;

@@ -129,12 +129,12 @@ public:
     // Overrides what follows from the user.
     std::optional<CloudAccountStatus> status;
 
-    Duration delay{};             // of every operation
-    std::size_t pageSize = 400;   // records of one page
-    bool reversesPages = false;   // records of a page come in another order
-    bool repeatsRecords = false;  // each page brings the last records of the page before again
+    Duration delay{};              // of every operation
+    std::size_t pageSize = 400;    // records of one page
+    bool reversesPages = false;    // records of a page come in another order
+    bool repeatsRecords = false;   // each page brings the last records of the page before again
     bool damagesPayloads = false;  // of records that are fetched by their name
-    int lostAnswers = 0;          // so many saves happen, and end with networkFailure
+    int lostAnswers = 0;           // so many saves happen, and end with networkFailure
 
     std::map<CloudOperation, int> calls;
     std::vector<std::size_t> savedBatchSizes;

@@ -40,10 +40,26 @@ struct FakeDesktop {
                                       std::function<AccountSyncing&()> sync,
                                       std::filesystem::path recordings,
                                       Preferences* others = nullptr) {
-        return {time,     executor,   executor,    keyboard,  poster,      accessibility,
-                workspace, pasteboard, microphone, speaker,   permissions, localKeys,
-                others ? *others : preferences, keyStore, service,    history,   corrections, std::move(sync),
-                "https://speech.example", std::move(recordings)};
+        return {time,
+                executor,
+                executor,
+                keyboard,
+                poster,
+                accessibility,
+                workspace,
+                pasteboard,
+                microphone,
+                speaker,
+                permissions,
+                localKeys,
+                others ? *others : preferences,
+                keyStore,
+                service,
+                history,
+                corrections,
+                std::move(sync),
+                "https://speech.example",
+                std::move(recordings)};
     }
 
     FakeKeyEventTap keyboard;

@@ -26,7 +26,9 @@ Process run(const std::filesystem::path& home, const std::string& argument,
     return Process({"sh", "-c", "exec \"$0\" \"$1\" " + input, QUORVI_PROGRAM, argument},
                    {"HOME=" + home.string(), "DISPLAY", "WAYLAND_DISPLAY"});
 }
-Process check(const std::filesystem::path& home) { return run(home, "--cloud-release-check"); }
+Process check(const std::filesystem::path& home) {
+    return run(home, "--cloud-release-check");
+}
 
 TEST(CloudCheckProgram, ChecksTheFolderThatThePreferencesName) {
     const TestFolder home;

@@ -88,14 +88,14 @@ class Wanderer {
 public:
     explicit Wanderer(unsigned seed) : random_(seed) {
         for (int i = 0; i < machines; ++i) {
-            machines_.push_back(std::make_unique<Machine>(
-                home_.path() / ("copy" + std::to_string(i)),
-                home_.path() / ("machine" + std::to_string(i)),
-                FolderCloud::Limits{.recordsPerPage = 3,
-                                    .bytesPerPage = 1000,
-                                    .segmentSize = 600,
-                                    .smallLog = 500,
-                                    .segments = 5}));
+            machines_.push_back(
+                std::make_unique<Machine>(home_.path() / ("copy" + std::to_string(i)),
+                                          home_.path() / ("machine" + std::to_string(i)),
+                                          FolderCloud::Limits{.recordsPerPage = 3,
+                                                              .bytesPerPage = 1000,
+                                                              .segmentSize = 600,
+                                                              .smallLog = 500,
+                                                              .segments = 5}));
             machines_.back()->cloud->saveZone(zone);
         }
         words_.resize(machines);
@@ -105,14 +105,26 @@ public:
         for (int step = 0; step < steps; ++step) {
             const auto who = static_cast<std::size_t>(pick(machines));
             switch (pick(10)) {
-                case 0: machines_[who]->restart(); break;
-                case 1: machines_[who]->cloud->compact(); break;
+                case 0:
+                    machines_[who]->restart();
+                    break;
+                case 1:
+                    machines_[who]->cloud->compact();
+                    break;
                 case 2:
-                case 3: fetch(who); break;
+                case 3:
+                    fetch(who);
+                    break;
                 case 4:
-                case 5: edit(who, "r" + std::to_string(pick(6))); break;
-                case 6: machines_[who]->token.clear(); break;
-                default: synchronise(); break;
+                case 5:
+                    edit(who, "r" + std::to_string(pick(6)));
+                    break;
+                case 6:
+                    machines_[who]->token.clear();
+                    break;
+                default:
+                    synchronise();
+                    break;
             }
         }
     }
@@ -278,7 +290,8 @@ TEST(FolderCloud, WaitsForATailAtEveryByte) {
 
 TEST(FolderCloud, DeliversBothOfTwoVersionsAndLetsTheNextSaveNameTheChosenOne) {
     const TestFolder home;
-    Machine one(home.path() / "a", home.path() / "one"), two(home.path() / "b", home.path() / "two");
+    Machine one(home.path() / "a", home.path() / "one"),
+        two(home.path() / "b", home.path() / "two");
     const auto exchange = [&] {
         fs::copy(one.cloud->ownFolder(), two.folder / one.cloud->ownFolder().filename(),
                  fs::copy_options::recursive | fs::copy_options::overwrite_existing);
@@ -378,8 +391,7 @@ TEST(FolderCloud, GoesOnWhenFilesAreDeletedOrAreNotItsOwn) {
 
     // A machine's files are gone: its records can't be read, and the others' stay.
     fs::remove_all(ofOne);
-    EXPECT_EQ(codeOf([&] { two.cloud->fetchRecord({zone, "x"}); }),
-              cloudErrorCode::networkFailure);
+    EXPECT_EQ(codeOf([&] { two.cloud->fetchRecord({zone, "x"}); }), cloudErrorCode::networkFailure);
     EXPECT_EQ(two.fetch(), 1u) << "its own, which it has not fetched before";
     // That machine begins again, as another one, and is understood.
     const auto before = ofOne.filename();

@@ -72,7 +72,8 @@ TEST_F(PostgresCloudBadDaysTest, LosesNothingAcknowledgedWhenTheServerIsKilled) 
             }
         }
         const auto offline = code(database->accountStatus({}));
-        EXPECT_TRUE(offline == code::networkUnavailable || offline == code::networkFailure) << offline;
+        EXPECT_TRUE(offline == code::networkUnavailable || offline == code::networkFailure)
+            << offline;
         server.start();
         const auto stored = everything(*database);
         for (const auto& [name, one] : acknowledged) {

@@ -21,8 +21,9 @@ protected:
         static QApplication application(count, arguments);
         host().forgetItem();
         item = std::make_unique<StatusItem>(
-            *model, StatusItem::Actions{[this] { asked += "window "; },
-                                        [this] { asked += "updates "; }, [this] { asked += "quit "; }});
+            *model,
+            StatusItem::Actions{[this] { asked += "window "; }, [this] { asked += "updates "; },
+                                [this] { asked += "quit "; }});
     }
     void SetUp() override {
         ASSERT_TRUE(until([] { return !host().item().empty(); })) << "no icon was announced";
@@ -71,21 +72,23 @@ TEST_F(StatusItemTest, MenuFollowsTheDictationItemByItem) {
 
     keyboard.press(f8);
     scheduler.advance(1s);
-    EXPECT_EQ(menu(), "(Quorvi · Listening…)\n(F8 · Hold to talk)\n-\nStop & insert\nCancel "
-                      "dictation\n" +
-                          always);
+    EXPECT_EQ(menu(),
+              "(Quorvi · Listening…)\n(F8 · Hold to talk)\n-\nStop & insert\nCancel "
+              "dictation\n" +
+                  always);
     service.answersAfter = 1h;
     choose("Stop & insert");
     ASSERT_EQ(model->stage(), DictationStage::transcribing);
-    EXPECT_EQ(menu(), "(Quorvi · Transcribing…)\n(F8 · Hold to talk)\n-\nCancel dictation\n" +
-                          always);
+    EXPECT_EQ(menu(),
+              "(Quorvi · Transcribing…)\n(F8 · Hold to talk)\n-\nCancel dictation\n" + always);
     choose("Cancel dictation");
     EXPECT_EQ(model->stage(), DictationStage::idle);
     keyboard.release(f8);
 
     model->setMode(DictationMode::toggle);
     model->setShortcut({0, modifierFlag::control, "⌃&"});
-    EXPECT_TRUE(menu().starts_with("(Quorvi · Ready when you are)\n(⌃& · Press to toggle)\n")) << menu();
+    EXPECT_TRUE(menu().starts_with("(Quorvi · Ready when you are)\n(⌃& · Press to toggle)\n"))
+        << menu();
 }
 
 TEST_F(StatusItemTest, EntriesDoWhatTheySay) {

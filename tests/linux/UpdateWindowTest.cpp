@@ -4,8 +4,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QPushButton>
 #include <QEventLoop>
+#include <QPushButton>
 #include <memory>
 #include <string>
 

@@ -63,7 +63,8 @@ TEST_F(XdgLoginItemTest, WritesAnEntryThatTheDesktopStarts) {
     }
 }
 
-// An administrator who copies the template for everybody has what each user's own setting would write.
+// An administrator who copies the template for everybody has what each user's own setting would
+// write.
 TEST_F(XdgLoginItemTest, WritesWhatTheInstalledTemplateHolds) {
     install("bin/quorvi", "quorvi");
     item().registerItem();

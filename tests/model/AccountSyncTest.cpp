@@ -200,8 +200,7 @@ TEST_F(AccountSyncTest, WhatAMachineCannotTakeIsReplacedByWhatItHas) {
     }
     EXPECT_EQ(inCloud("setting:recordingTheme").payload,
               LocalSnapshot::encode(std::string("glass")));
-    EXPECT_EQ(inCloud("setting:vocabulary").payload,
-              LocalSnapshot::encode(std::string(1200, 'v')));
+    EXPECT_EQ(inCloud("setting:vocabulary").payload, LocalSnapshot::encode(std::string(1200, 'v')));
 }
 
 TEST_F(AccountSyncTest, OfTwoRulesForOnePhraseTheNewerStays) {
@@ -259,8 +258,8 @@ TEST_F(AccountSyncTest, WhatTheStoresHoldOfOthersIsNoEditAfterACrash) {
                                            second.turns, second.scheduler}));
         clock.settle();
         const auto& archive = *opening.value();
-        archive->merge({"setting:vocabulary", LocalSnapshot::encode(std::string("older")), 5, "Z",
-                        false});
+        archive->merge(
+            {"setting:vocabulary", LocalSnapshot::encode(std::string("older")), 5, "Z", false});
         Running persisting(archive->persist());
         clock.settle();
         ASSERT_EQ(persisting.value(), true);

@@ -38,9 +38,8 @@ TEST_F(AccountSyncTroubleTest, EveryErrorHasItsSentence) {
         {6, "iCloud will retry. Your changes are saved on this Mac (6)."},
         {23, "iCloud will retry. Your changes are saved on this Mac (23)."},
     };
-    for (const auto operation :
-         {CloudOperation::accountStatus, CloudOperation::userRecordName,
-          CloudOperation::zoneChanges, CloudOperation::recordChanges}) {
+    for (const auto operation : {CloudOperation::accountStatus, CloudOperation::userRecordName,
+                                 CloudOperation::zoneChanges, CloudOperation::recordChanges}) {
         for (const auto& [code, sentence] : sentences) {
             clock.advance(60s);
             ASSERT_EQ(status(), "Up to date with iCloud");
@@ -243,8 +242,8 @@ TEST_F(AccountSyncTroubleTest, RecordsThatMakeNoSenseAreCountedAndLeftOut) {
     auto elsewhere = other.saveRecords({{{"Elsewhere", "e"}, "QuorviItem", Bytes{1}, {}}}, {});
     elsewhere.start();
     clock.advance(20s);
-    for (const auto* key : {"ignoredType", "missingPayload", "invalidPayload", "mismatchedID",
-                            "ignoredZone"})
+    for (const auto* key :
+         {"ignoredType", "missingPayload", "invalidPayload", "mismatchedID", "ignoredZone"})
         EXPECT_EQ(machine.diagnostic(key), 1) << key;
     EXPECT_EQ(status(), "Up to date with iCloud");
 }
@@ -256,13 +255,23 @@ TEST_F(AccountSyncTroubleTest, EverySuspensionPointMeetsEveryInterruption) {
         CloudOperation::saveSubscription, CloudOperation::saveZone,
         CloudOperation::zoneChanges,      CloudOperation::recordChanges,
         CloudOperation::saveRecords};
-    enum Interruption { offAndOn, off, signedOut, otherUser, reset, failure, restart, killed, ends };
+    enum Interruption {
+        offAndOn,
+        off,
+        signedOut,
+        otherUser,
+        reset,
+        failure,
+        restart,
+        killed,
+        ends
+    };
     for (const auto operation : operations) {
         for (int interruption = offAndOn; interruption < ends; ++interruption) {
             for (const bool connects : {true, false}) {
-                SCOPED_TRACE(testing::Message() << "operation " << static_cast<int>(operation)
-                                                << ", interruption " << interruption
-                                                << (connects ? ", connecting" : ", in a pass"));
+                SCOPED_TRACE(testing::Message()
+                             << "operation " << static_cast<int>(operation) << ", interruption "
+                             << interruption << (connects ? ", connecting" : ", in a pass"));
                 // Until it is known whose the data is, anybody's account will do.
                 if (connects && interruption == otherUser &&
                     (operation == CloudOperation::accountStatus ||
@@ -287,11 +296,21 @@ TEST_F(AccountSyncTroubleTest, EverySuspensionPointMeetsEveryInterruption) {
                         time.advance(1ms);
                         one.sync->setEnabled(true);
                         break;
-                    case off: one.sync->setEnabled(false); break;
-                    case signedOut: database.signOut(); break;
-                    case otherUser: database.signIn("bob"); break;
-                    case reset: cloudServer.resetZone("ada", "QuorviAccount"); break;
-                    case failure: database.fail(operation, CloudError(4)); break;
+                    case off:
+                        one.sync->setEnabled(false);
+                        break;
+                    case signedOut:
+                        database.signOut();
+                        break;
+                    case otherUser:
+                        database.signIn("bob");
+                        break;
+                    case reset:
+                        cloudServer.resetZone("ada", "QuorviAccount");
+                        break;
+                    case failure:
+                        database.fail(operation, CloudError(4));
+                        break;
                     case restart:
                         one.quit();
                         one.start();

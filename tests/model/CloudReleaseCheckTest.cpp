@@ -73,8 +73,9 @@ TEST_F(CloudReleaseCheckTest, TellsWhatWentWrongAndCleansUp) {
         const auto before = device.calls[Op::deleteZone];
         device.fail(operation, error);
         EXPECT_EQ(check(), "1 Cloud check failed: The line is cut.");
-        EXPECT_EQ(device.calls[Op::deleteZone] - before,
-                  operation == Op::accountStatus ? 0 : operation == Op::deleteZone ? 2 : 1);
+        EXPECT_EQ(device.calls[Op::deleteZone] - before, operation == Op::accountStatus ? 0
+                                                         : operation == Op::deleteZone  ? 2
+                                                                                        : 1);
         EXPECT_TRUE(server.zones("anna").empty());
     }
     device.failRecord("synthetic-check", CloudError(cloudErrorCode::quotaExceeded, "It is full."));

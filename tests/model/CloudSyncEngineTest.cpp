@@ -244,8 +244,7 @@ TEST_F(CloudSyncEngineTest, KeepsAChangeUntilItsOutcomeIsToldAndSendsItAgainWhen
     bool again = true;
     recorder.onEvent = [&](const CloudSyncEvent& event, CloudSyncEngine&) {
         if (!std::holds_alternative<SentRecordZoneChanges>(event)) return;
-        EXPECT_FALSE(
-            engine->state().contains(PendingRecordZoneChange::saveRecord({zone, "a"})));
+        EXPECT_FALSE(engine->state().contains(PendingRecordZoneChange::saveRecord({zone, "a"})));
         if (std::exchange(again, false)) edit("a", "2");
     };
     device.release(Op::saveRecords);
@@ -411,8 +410,7 @@ TEST_F(CloudSyncEngineTest, StartsFromTheBeginningWhenItsTokensHaveExpired) {
     run(other.deleteZone("Doomed", {}));
     server.expireTokens();
     recorder.fetched.clear();
-    EXPECT_EQ(logOf([this] { fetch(); }),
-              "fetch( zones+Zone-Doomed state Zone( got3 state ) )");
+    EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones+Zone-Doomed state Zone( got3 state ) )");
     EXPECT_EQ(recorder.fetched, server.records(user, zone));
 
     // In the middle of a fetch, too; but a database that refuses every token is not asked for ever.

@@ -46,9 +46,9 @@ protected:
 
     void makeModel() {
         model.reset();
-        model = std::make_unique<AppModel>(
-            environment(scheduler, executor, history, corrections,
-                        [this]() -> AccountSyncing& { return sync; }, folder.path()));
+        model = std::make_unique<AppModel>(environment(
+            scheduler, executor, history, corrections, [this]() -> AccountSyncing& { return sync; },
+            folder.path()));
         model->showOverlay = [this] { overlay = "shown"; };
         model->hideOverlay = [this] { overlay = "hidden"; };
         model->setShortcut(Hotkey::f8);

@@ -82,10 +82,18 @@ private:
         noteKept(who);
         auto& cloud = *clouds_[who];
         switch (below(19)) {
-            case 12: machine.sync->setEnabled(!machine.sync->enabled()); break;
-            case 13: cloud.fail(CloudOperation::zoneChanges, CloudError(4, "", 2s), -1); break;
-            case 14: cloud.succeed(CloudOperation::zoneChanges); break;
-            case 15: cloud.lostAnswers = 1; break;
+            case 12:
+                machine.sync->setEnabled(!machine.sync->enabled());
+                break;
+            case 13:
+                cloud.fail(CloudOperation::zoneChanges, CloudError(4, "", 2s), -1);
+                break;
+            case 14:
+                cloud.succeed(CloudOperation::zoneChanges);
+                break;
+            case 15:
+                cloud.lostAnswers = 1;
+                break;
             case 16:
                 if (chance(2)) clock_.advance(2ms);
                 machine.kill();

@@ -111,7 +111,6 @@ private:
 };
 TYPED_TEST_SUITE_P(CloudContract);
 
-
 TYPED_TEST_P(CloudContract, KnowsItsAccountAndKeepsOthersOut) {
     auto &first = this->rig.first(), &second = this->rig.second(), &stranger = this->rig.stranger();
     for (auto* one : {&first, &second, &stranger})
@@ -172,10 +171,9 @@ TYPED_TEST_P(CloudContract, KeepsRecordsByteForByteUnderAnyName) {
     std::string everyByte;
     for (int byte = 0; byte < 256; ++byte) everyByte.push_back(static_cast<char>(byte));
     std::vector<CloudRecord> records;
-    for (const auto* name :
-         {"history:6F9619FF-8B86-D011-B42D-00CF4FC964FF", "Name", "name", "a/b", "..", ".", " ",
-          "tab\tand\nline", "'; drop table records; --", "\"quoted\" \\ %s $1", "Ωμέγα 😀",
-          "caf\u00E9", "cafe\u0301", "*?[x]"})
+    for (const auto* name : {"history:6F9619FF-8B86-D011-B42D-00CF4FC964FF", "Name", "name", "a/b",
+                             "..", ".", " ", "tab\tand\nline", "'; drop table records; --",
+                             "\"quoted\" \\ %s $1", "Ωμέγα 😀", "caf\u00E9", "cafe\u0301", "*?[x]"})
         records.push_back(this->record(name, everyByte + name));
     records.push_back(this->record(std::string(255, 'n'), ""));
     records.push_back(this->record("big", std::string(1 << 20, '\0') + "end"));

@@ -2,8 +2,8 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QStyle>
 #include <QString>
+#include <QStyle>
 #include <utility>
 #include <vector>
 
@@ -11,8 +11,8 @@ namespace quorvi::test {
 
 inline QPalette paletteOf(QColor window, QColor base, QColor text, QColor accent) {
     QPalette palette(window, window);
-    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                      QPalette::ToolTipText})
+    for (auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(role, text);
     palette.setColor(QPalette::Base, base);
     palette.setColor(QPalette::AlternateBase, window);

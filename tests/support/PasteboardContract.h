@@ -153,7 +153,8 @@ TYPED_TEST_P(PasteboardContract, AHangingOwnerIsAFailureAndACancelledReadMakesWa
 }
 
 REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, EveryWriteCountsOnceAndYieldsTheCountRightAfterIt,
-                            AForeignContentComesBackAfterTheTranscript, ANewerCopyWinsOverARestoreAndOverAWriteThatExpectsAnother,
+                            AForeignContentComesBackAfterTheTranscript,
+                            ANewerCopyWinsOverARestoreAndOverAWriteThatExpectsAnother,
                             ATranscriptCarriesTheHistoryHintOnlyWhenItIsToBeHidden,
                             OperationsAreDoneInTheOrderOfTheCalls,
                             AHangingOwnerIsAFailureAndACancelledReadMakesWay);

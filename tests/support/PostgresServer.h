@@ -81,8 +81,8 @@ public:
         process_.signal(SIGINT);
         process_.wait();
     }
-    // With all its processes, in the midst of whatever they do. They stand still before the first of
-    // them dies: one that is left over for a moment would tell its client of the others' end.
+    // With all its processes, in the midst of whatever they do. They stand still before the first
+    // of them dies: one that is left over for a moment would tell its client of the others' end.
     void kill() {
         const auto pid = std::to_string(process_.pid());
         shell("kill -STOP " + pid + "; children=$(ps -o pid= --ppid " + pid +

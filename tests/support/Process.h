@@ -27,8 +27,7 @@ public:
     Process() = default;
     enum class Input { inherited, own };
     explicit Process(std::vector<std::string> command,
-                     const std::vector<std::string>& settings = {},
-                     Input input = Input::inherited)
+                     const std::vector<std::string>& settings = {}, Input input = Input::inherited)
         : home_(std::make_unique<TestFolder>()) {
         std::vector<std::string> environment;
         for (char** one = environ; *one; ++one) environment.emplace_back(*one);

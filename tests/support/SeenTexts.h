@@ -20,9 +20,9 @@ T* part(const QWidget& root) {
     return nullptr;
 }
 
-// The texts that can be seen, top to bottom and then from left to right: labels as they are, buttons
-// in brackets, in round ones when they can't be used, choices with an arrow. Texts on one line are
-// those whose middles are no further apart than a few pixels.
+// The texts that can be seen, top to bottom and then from left to right: labels as they are,
+// buttons in brackets, in round ones when they can't be used, choices with an arrow. Texts on one
+// line are those whose middles are no further apart than a few pixels.
 inline std::string seen(const QWidget& root) {
     struct Text {
         QPoint middle;

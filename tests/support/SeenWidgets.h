@@ -15,8 +15,8 @@
 
 namespace quorvi::test {
 
-// What can be seen in a widget, as lines: texts as they stand, [buttons], (switches), <pickers>, and
-// {fields}; what is disabled is marked with a "-". In reading order.
+// What can be seen in a widget, as lines: texts as they stand, [buttons], (switches), <pickers>,
+// and {fields}; what is disabled is marked with a "-". In reading order.
 class SeenWidgets {
 public:
     explicit SeenWidgets(const QWidget& root) : root_(root) {}
@@ -38,8 +38,8 @@ public:
             const auto* label = qobject_cast<const QLabel*>(widget);
             const int needed = label && label->wordWrap() ? label->heightForWidth(label->width())
                                                           : widget->minimumSizeHint().height();
-            const int width = label && label->wordWrap() ? widestWord(*label)
-                                                         : widget->minimumSizeHint().width();
+            const int width =
+                label && label->wordWrap() ? widestWord(*label) : widget->minimumSizeHint().width();
             if (widget->height() < needed || widget->width() < width)
                 found << QStringLiteral("%1 is %2x%3, needs %4x%5")
                              .arg(line)
@@ -89,7 +89,8 @@ private:
     }
     static QString nameOf(const QWidget& widget) {
         if (!widget.accessibleName().isEmpty()) return widget.accessibleName();
-        if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) return button->text();
+        if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+            return button->text();
         return {};
     }
 
@@ -97,7 +98,8 @@ private:
         int widest = 0;
         // A line may end at a space, and at one without width.
         auto text = label.text();
-        for (const auto& word : text.replace(QChar(0x200B), QLatin1Char(' ')).split(QLatin1Char(' ')))
+        for (const auto& word :
+             text.replace(QChar(0x200B), QLatin1Char(' ')).split(QLatin1Char(' ')))
             widest = std::max(widest, label.fontMetrics().horizontalAdvance(word));
         return widest;
     }

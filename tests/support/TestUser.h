@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <initializer_list>
 #include <string>
-#include <vector>
 #include <string_view>
+#include <vector>
 
 #include "Quorvi/platform/linux/X11Connection.h"
 #include "tests/support/Waiting.h"
@@ -17,7 +17,8 @@ namespace quorvi::test {
 
 // X keycodes of physical keys, as a person's keyboard sends them.
 namespace key {
-inline constexpr std::uint8_t escape = 9, a = 38, k = 45, s = 39, d = 40, l = 46, v = 55, x = 53, tab = 23;
+inline constexpr std::uint8_t escape = 9, a = 38, k = 45, s = 39, d = 40, l = 46, v = 55, x = 53,
+                              tab = 23;
 inline constexpr std::uint8_t leftControl = 37, rightControl = 105, leftShift = 50;
 inline constexpr std::uint8_t leftAlt = 64, rightAlt = 108, leftSuper = 133;
 inline constexpr std::uint8_t capsLock = 66, numLock = 77, space = 65, enter = 36, f6 = 72, f8 = 74;
@@ -119,9 +120,8 @@ public:
     // Whether no program holds the keyboard.
     bool canGrabKeyboard() const {
         auto* c = connection_.get();
-        const auto cookie =
-            xcb_grab_keyboard(c, 0, connection_.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                              XCB_GRAB_MODE_ASYNC);
+        const auto cookie = xcb_grab_keyboard(c, 0, connection_.root(), XCB_CURRENT_TIME,
+                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         const auto reply = ownXcb(xcb_grab_keyboard_reply(c, cookie, nullptr));
         xcb_ungrab_keyboard(c, XCB_CURRENT_TIME);
         connection_.synchronise();
@@ -132,8 +132,8 @@ public:
         return propertyOf(connection_, connection_.root(), "_NET_ACTIVE_WINDOW");
     }
     void activate(xcb_window_t window) const { test::activate(connection_, window); }
-    // Waits for a window of the process and sees to it that it is the active one, as a user does who
-    // clicks it in the task bar: a window manager may keep a new window in the back.
+    // Waits for a window of the process and sees to it that it is the active one, as a user does
+    // who clicks it in the task bar: a window manager may keep a new window in the back.
     bool bringToFront(pid_t pid) const {
         const auto isOf = [&](xcb_window_t window) {
             return window && propertyOf(connection_, window, "_NET_WM_PID") ==
@@ -157,9 +157,9 @@ public:
 private:
     std::vector<xcb_window_t> windows() const {
         auto* c = connection_.get();
-        const auto cookie = xcb_get_property(c, 0, connection_.root(),
-                                             connection_.atom("_NET_CLIENT_LIST"),
-                                             XCB_ATOM_WINDOW, 0, 100);
+        const auto cookie =
+            xcb_get_property(c, 0, connection_.root(), connection_.atom("_NET_CLIENT_LIST"),
+                             XCB_ATOM_WINDOW, 0, 100);
         const auto reply = ownXcb(xcb_get_property_reply(c, cookie, nullptr));
         if (!reply) return {};
         const auto* first = static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));

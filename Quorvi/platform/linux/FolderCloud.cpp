@@ -105,17 +105,16 @@ void FolderCloud::open() {
     opened->segments.readAll(std::nullopt);
     opened->self = opened->index.machineNumber(machine_->id);
     const auto& self = opened->index.machine(opened->self);
-    // Numbers that this machine has not given out: a copy of this computer has written as it, or its
-    // file comes from a backup. It goes on as another one.
+    // Numbers that this machine has not given out: a copy of this computer has written as it, or
+    // its file comes from a backup. It goes on as another one.
     if (self.covered > machine_->reserved) {
         machine_->renew();
         return open();
     }
     const auto segments = opened->segments.segmentsOf(opened->self);
     if (!segments.empty()) opened->firstSegment = segments.front();
-    opened->writer = std::make_unique<FolderWriter>(own, machine_->id,
-                                                    segments.empty() ? 1 : segments.back() + 1,
-                                                    limits_.segmentSize);
+    opened->writer = std::make_unique<FolderWriter>(
+        own, machine_->id, segments.empty() ? 1 : segments.back() + 1, limits_.segmentSize);
     // An entry that others may have seen before it was lost keeps its number.
     opened->nextNumber = std::max(machine_->reserved, self.covered) + 1;
     opened->ownBytes = opened->segments.sizeOf(opened->self);
@@ -197,9 +196,7 @@ void FolderCloud::note(Entry entry) {
 void FolderCloud::saveZone(const std::string& zone) {
     auto& index = ready().index;
     if (index.zone(zone)) return;
-    note({.kind = Entry::Kind::zoneMade,
-          .generation = index.nextGeneration(zone),
-          .zone = zone});
+    note({.kind = Entry::Kind::zoneMade, .generation = index.nextGeneration(zone), .zone = zone});
 }
 
 void FolderCloud::deleteZone(const std::string& zone) {
@@ -266,15 +263,15 @@ std::vector<CloudSaveResult> FolderCloud::write(std::vector<CloudRecord> records
                     .name = record.id.name,
                     .type = record.type};
         if (winner) {
-            if (record.changeTag != tagOf(winner->machine, winner->item->clock,
-                                          winner->item->number)) {
+            if (record.changeTag !=
+                tagOf(winner->machine, winner->item->clock, winner->item->number)) {
                 FolderBodies bodies(opened_->segments);
                 auto stored = read(bodies, winner->machine, *winner->item);
-                results.push_back(stored ? refused(std::move(record),
-                                                   cloudErrorCode::serverRecordChanged,
-                                                   "The record has changed.", std::move(stored))
-                                         : refused(std::move(record),
-                                                   cloudErrorCode::networkFailure, isNotThere));
+                results.push_back(
+                    stored
+                        ? refused(std::move(record), cloudErrorCode::serverRecordChanged,
+                                  "The record has changed.", std::move(stored))
+                        : refused(std::move(record), cloudErrorCode::networkFailure, isNotThere));
                 continue;
             }
             entry.parent.emplace(
@@ -387,8 +384,7 @@ CloudRecordChanges FolderCloud::recordChanges(const std::string& name, const std
         bool isWhole = true;
         for (; item != machine.items.end(); ++item) {
             if (!index.counts(*item) || &index.zones()[item->zone] != zone) continue;
-            if (page.modified.size() == limits_.recordsPerPage ||
-                bytes >= limits_.bytesPerPage) {
+            if (page.modified.size() == limits_.recordsPerPage || bytes >= limits_.bytesPerPage) {
                 page.more = true;
                 break;
             }

@@ -17,9 +17,9 @@ class FolderWatch;
 // conflict; what has not arrived yet, or not whole, is waited for.
 //
 // The account is the owner's identity that the folder holds: whoever can read it belongs to it.
-// A save is checked against what has arrived on this machine. Two machines that save a record before
-// they hear of each other both succeed; then both versions are fetched by all machines, and one of
-// them, the same everywhere, is the one that a further save has to name.
+// A save is checked against what has arrived on this machine. Two machines that save a record
+// before they hear of each other both succeed; then both versions are fetched by all machines, and
+// one of them, the same everywhere, is the one that a further save has to name.
 //
 // Errors: networkUnavailable for a folder or mount that is missing, permissionFailure for one that
 // may not be written, quotaExceeded for a full disk.

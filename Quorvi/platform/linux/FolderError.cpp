@@ -12,13 +12,16 @@ int codeOf(int error) {
     switch (error) {
         case EACCES:
         case EPERM:
-        case EROFS: return cloudErrorCode::permissionFailure;
+        case EROFS:
+            return cloudErrorCode::permissionFailure;
         case ENOSPC:
         case EDQUOT:
-        case EFBIG: return cloudErrorCode::quotaExceeded;
+        case EFBIG:
+            return cloudErrorCode::quotaExceeded;
         case ENOTDIR:
         case ELOOP:
-        case ENAMETOOLONG: return cloudErrorCode::badContainer;
+        case ENAMETOOLONG:
+            return cloudErrorCode::badContainer;
         case ENOENT:
         case ENODEV:
         case ENXIO:
@@ -31,8 +34,10 @@ int codeOf(int error) {
         case ENETUNREACH:
         case ENOTCONN:
         case ECONNRESET:
-        case ECONNREFUSED: return cloudErrorCode::networkUnavailable;
-        default: return cloudErrorCode::internalError;
+        case ECONNREFUSED:
+            return cloudErrorCode::networkUnavailable;
+        default:
+            return cloudErrorCode::internalError;
     }
 }
 

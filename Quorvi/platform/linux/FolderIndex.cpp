@@ -106,7 +106,8 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
             link(place.machine, at, record);
             break;
         }
-        default: break;  // of a later version of this program
+        default:
+            break;  // of a later version of this program
     }
 }
 
@@ -145,8 +146,8 @@ bool FolderIndex::counts(const Item& item) const {
 
 bool FolderIndex::isNeeded(const Item& item) const {
     if (!item.isRecord) return true;
-    return item.state != Item::State::outdated &&
-           item.generation == zones_[item.zone].generation && zones_[item.zone].exists();
+    return item.state != Item::State::outdated && item.generation == zones_[item.zone].generation &&
+           zones_[item.zone].exists();
 }
 
 std::optional<FolderIndex::Winner> FolderIndex::winner(const Zone& zone,

@@ -25,9 +25,10 @@ public:
     void renew();
 
     Uuid id;
-    std::string folder;          // where it has written; empty: nowhere yet
-    std::string owner;           // of that folder
-    std::uint64_t reserved = 0;  // no entry has a greater number; entries that were lost keep theirs
+    std::string folder;  // where it has written; empty: nowhere yet
+    std::string owner;   // of that folder
+    std::uint64_t reserved =
+        0;  // no entry has a greater number; entries that were lost keep theirs
 
 private:
     std::filesystem::path file_;

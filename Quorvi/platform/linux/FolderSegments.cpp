@@ -59,8 +59,7 @@ std::string folderSegmentName(std::uint32_t number) {
 }
 
 std::optional<std::uint32_t> folderSegmentNumber(std::string_view name) {
-    if (name.size() != digits + extension.size() || !name.ends_with(extension))
-        return std::nullopt;
+    if (name.size() != digits + extension.size() || !name.ends_with(extension)) return std::nullopt;
     std::uint32_t number = 0;
     const auto end = name.data() + digits;
     const auto [at, error] = std::from_chars(name.data(), end, number);
@@ -164,8 +163,7 @@ bool FolderSegments::parse(std::uint32_t machine, std::uint32_t number, Segment&
     std::size_t kept = 0;  // bytes of an entry that is not whole yet
     for (;;) {
         const auto at = segment.parsed;
-        const auto got =
-            readAt(file.get(), bytes.data() + kept, bytes.size() - kept, at + kept);
+        const auto got = readAt(file.get(), bytes.data() + kept, bytes.size() - kept, at + kept);
         if (!got) {
             segment.changed = 0;
             break;
@@ -176,8 +174,8 @@ bool FolderSegments::parse(std::uint32_t machine, std::uint32_t number, Segment&
             const auto size = frameSize + body->size();
             if (const auto entry = readBody(*body)) {
                 const auto offset = segment.parsed + frameSize;
-                index_.take(*entry, {machine, number, offset,
-                                     static_cast<std::uint32_t>(body->size())});
+                index_.take(*entry,
+                            {machine, number, offset, static_cast<std::uint32_t>(body->size())});
                 if (entry->kind == Entry::Kind::end)
                     index_.takeWhole(machine, number, *segment.start, entry->number);
             }

@@ -18,8 +18,8 @@ namespace quorvi {
 std::string folderSegmentName(std::uint32_t number);
 std::optional<std::uint32_t> folderSegmentNumber(std::string_view name);
 
-// Brings an index up to date with the machines' folders. Whatever is not there yet, or not whole, is
-// passed over until it is. One thread at a time.
+// Brings an index up to date with the machines' folders. Whatever is not there yet, or not whole,
+// is passed over until it is. One thread at a time.
 class FolderSegments {
 public:
     FolderSegments(std::filesystem::path folder, FolderIndex& index);

@@ -69,7 +69,7 @@ private:
     const std::filesystem::path previous_;
 
     mutable std::mutex writing_;  // held for the whole of a write
-    Values base_;         // what the file held when it was last seen
+    Values base_;                 // what the file held when it was last seen
     bool lastFailed_ = false;
 
     mutable std::mutex mutex_;  // guards the rest; never held while the disk works

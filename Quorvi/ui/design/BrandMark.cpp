@@ -26,8 +26,8 @@ void BrandMark::paint(QPainter& painter, const QRectF& bounds, const QPalette& p
     constexpr double strokes[] = {0.2, 0.46, 0.62, 0.34, 0.16};
     const double step = bounds.width() * 0.14;
     double x = bounds.center().x() - 2 * step;
-    painter.setPen(
-        QPen(color(ColorRole::onAccent, palette), bounds.width() * 0.075, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(color(ColorRole::onAccent, palette), bounds.width() * 0.075, Qt::SolidLine,
+                        Qt::RoundCap));
     for (double share : strokes) {
         const double half = bounds.height() * share / 2;
         painter.drawLine(QPointF(x, bounds.center().y() - half),

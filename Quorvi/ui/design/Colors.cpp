@@ -75,8 +75,8 @@ QPalette refined(const QPalette& desktop) {
         palette.setColor(group, QPalette::PlaceholderText, secondary);
     }
     const QColor faint = mixed(window, ink, strict ? 0.6 : 0.42);
-    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                      QPalette::PlaceholderText})
+    for (auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText})
         palette.setColor(QPalette::Disabled, role, faint);
     return palette;
 }

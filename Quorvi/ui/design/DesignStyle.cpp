@@ -57,8 +57,7 @@ QColor raised(const QPalette& palette) {
 
 QColor touched(QColor fill, const QStyleOption* option) {
     const auto& palette = option->palette;
-    if (has(option, QStyle::State_Sunken))
-        return mixed(fill, color(ColorRole::ink, palette), 0.14);
+    if (has(option, QStyle::State_Sunken)) return mixed(fill, color(ColorRole::ink, palette), 0.14);
     if (has(option, QStyle::State_MouseOver) && has(option, QStyle::State_Enabled))
         return mixed(fill, color(ColorRole::ink, palette), 0.06);
     return fill;
@@ -133,9 +132,9 @@ void paintButtonLabel(QPainter& painter, const QStyleOptionButton& option, const
     painter.drawText(place(x + symbol + gap, text), flags, option.text);
     if (!opensMenu) return;
     const QRect end = place(x + symbol + gap + text + symbolGap, menuSign);
-    painter.drawPixmap(QPointF(end.x(), end.center().y() - menuSign / 2.0 + 0.5),
-                       symbolPixmap("chevron.down", ink, menuSign,
-                                    painter.device()->devicePixelRatio()));
+    painter.drawPixmap(
+        QPointF(end.x(), end.center().y() - menuSign / 2.0 + 0.5),
+        symbolPixmap("chevron.down", ink, menuSign, painter.device()->devicePixelRatio()));
 }
 
 void paintSwitch(QPainter& painter, const QStyleOption* option) {
@@ -155,8 +154,8 @@ void paintSwitch(QPainter& painter, const QStyleOption* option) {
     const double size = switchHeight - 6;
     painter.setPen(Qt::NoPen);
     painter.setBrush(on ? color(ColorRole::onAccent, palette) : QColor(Qt::white));
-    painter.drawEllipse(QRectF(knobRight ? bounds.right() - size - 3 : bounds.x() + 3,
-                               bounds.y() + 3, size, size));
+    painter.drawEllipse(
+        QRectF(knobRight ? bounds.right() - size - 3 : bounds.x() + 3, bounds.y() + 3, size, size));
 }
 
 void paintField(QPainter& painter, const QStyleOption* option) {
@@ -208,11 +207,11 @@ void paintScrollBar(QPainter& painter, const QStyle& style, const QStyleOptionSl
     if (option->minimum == option->maximum) return;
     const QRect handle =
         style.subControlRect(QStyle::CC_ScrollBar, option, QStyle::SC_ScrollBarSlider, widget);
-    const bool held =
-        has(option, QStyle::State_Sunken) && option->activeSubControls == QStyle::SC_ScrollBarSlider;
-    const QColor thumb = mixed(color(ColorRole::page, option->palette),
-                               color(ColorRole::ink, option->palette),
-                               held || has(option, QStyle::State_MouseOver) ? 0.5 : 0.28);
+    const bool held = has(option, QStyle::State_Sunken) &&
+                      option->activeSubControls == QStyle::SC_ScrollBarSlider;
+    const QColor thumb =
+        mixed(color(ColorRole::page, option->palette), color(ColorRole::ink, option->palette),
+              held || has(option, QStyle::State_MouseOver) ? 0.5 : 0.28);
     const QRectF bar = QRectF(handle).adjusted(3, 3, -3, -3);
     const double radius = qMin(bar.width(), bar.height()) / 2;
     painter.setPen(Qt::NoPen);

@@ -74,7 +74,8 @@ QFont textFont(TextStyle style) {
     return font;
 }
 
-// The text comes last: its change is told to screen readers, which see the class that there is then.
+// The text comes last: its change is told to screen readers, which see the class that there is
+// then.
 HeadingLabel::HeadingLabel(const QString& text, TextStyle style) {
     plain(this, style, true);
     setText(text);

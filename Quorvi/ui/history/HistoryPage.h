@@ -81,7 +81,7 @@ private:
     bool searching_ = false;
 
     std::vector<Item> items_;
-    std::size_t placed_ = 0;  // how many of them are in the list
+    std::size_t placed_ = 0;                // how many of them are in the list
     std::optional<LocaleFormats> formats_;  // of what is shown
     // Top to bottom, which is also the order of the keyboard's focus; the first ones are in use.
     std::vector<HistoryRow*> rows_;

@@ -88,12 +88,12 @@ Task<void> HistorySettings::showCost(std::stop_token stop) {
 }
 
 void HistorySettings::confirmClearing() {
-    ask(this,
-        {.title = tr("Delete all history and statistics?"),
-         .message = tr("This permanently removes every saved Quorvi dictation and resets your usage "
-                       "totals, including your other Macs when iCloud sync is enabled."),
-         .destroy = tr("Delete all"),
-         .onDestroy = [this] { environment_.store.clear(); }});
+    ask(this, {.title = tr("Delete all history and statistics?"),
+               .message =
+                   tr("This permanently removes every saved Quorvi dictation and resets your usage "
+                      "totals, including your other Macs when iCloud sync is enabled."),
+               .destroy = tr("Delete all"),
+               .onDestroy = [this] { environment_.store.clear(); }});
 }
 
 }  // namespace quorvi

@@ -47,9 +47,8 @@ QString integer(std::int64_t value, const LocaleFormats& formats) {
 }
 
 QString dictations(std::int64_t count, const LocaleFormats& formats) {
-    const auto text = count == 1
-                          ? HistoryTexts::tr("%1 dictation")
-                          : HistoryTexts::tr("%1 dictations", nullptr, forPlural(count));
+    const auto text = count == 1 ? HistoryTexts::tr("%1 dictation")
+                                 : HistoryTexts::tr("%1 dictations", nullptr, forPlural(count));
     return text.arg(integer(count, formats));
 }
 
@@ -98,12 +97,13 @@ QString modelTooltip(const ModelCostUsage& usage) {
 QString assumptionNote(const UsageCostSummary& cost, const LocaleFormats& formats) {
     const auto count = cost.assumedDictations();
     if (count == 0) return {};
-    const auto text =
-        count == 1 ? HistoryTexts::tr("For %1 older dictation, the model wasn't saved. GPT "
-                                      "Transcribe pricing is assumed.")
-                   : HistoryTexts::tr("For %1 older dictations, the model wasn't saved. GPT "
-                                      "Transcribe pricing is assumed.",
-                                      nullptr, forPlural(count));
+    const auto text = count == 1 ? HistoryTexts::tr(
+                                       "For %1 older dictation, the model wasn't saved. GPT "
+                                       "Transcribe pricing is assumed.")
+                                 : HistoryTexts::tr(
+                                       "For %1 older dictations, the model wasn't saved. GPT "
+                                       "Transcribe pricing is assumed.",
+                                       nullptr, forPlural(count));
     return text.arg(integer(count, formats));
 }
 
@@ -111,8 +111,8 @@ QString speakingTime(double seconds, const LocaleFormats& formats) {
     const auto total = whole(seconds);
     if (total < 60) return HistoryTexts::tr("%1 sec").arg(integer(total, formats));
     if (total < 3600) return HistoryTexts::tr("%1 min").arg(integer(total / 60, formats));
-    return HistoryTexts::tr("%1h %2m")
-        .arg(integer(total / 3600, formats), integer(total % 3600 / 60, formats));
+    return HistoryTexts::tr("%1h %2m").arg(integer(total / 3600, formats),
+                                           integer(total % 3600 / 60, formats));
 }
 
 QString wordsPerMinute(const UsageSummary& usage, const LocaleFormats& formats) {

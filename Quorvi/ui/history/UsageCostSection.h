@@ -16,7 +16,9 @@ namespace quorvi {
 class PeriodPicker : public Picker {
 public:
     PeriodPicker(const QString& accessibleName, UsagePeriod period);
-    UsagePeriod period() const { return allUsagePeriods.at(static_cast<std::size_t>(currentIndex())); }
+    UsagePeriod period() const {
+        return allUsagePeriods.at(static_cast<std::size_t>(currentIndex()));
+    }
 };
 
 // What the dictations of a period are estimated to have cost.

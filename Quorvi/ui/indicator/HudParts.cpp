@@ -146,8 +146,8 @@ void HudText::paintEvent(QPaintEvent*) {
             line.draw(&painter, {0, 0});
             continue;
         }
-        const auto rest = fontMetrics().elidedText(text().mid(line.textStart()), Qt::ElideRight,
-                                                   width());
+        const auto rest =
+            fontMetrics().elidedText(text().mid(line.textStart()), Qt::ElideRight, width());
         painter.drawText(QRectF(0, line.y(), width(), line.height()),
                          static_cast<int>(layout.textOption().alignment() | Qt::AlignTop), rest);
     }
@@ -236,10 +236,10 @@ void HudButton::paintEvent(QPaintEvent*) {
     sign_(painter, QRectF(QStyle::visualRect(direction, rect(), bounds)), color_);
     const int left = bounds.right() + 6;
     painter.setPen(color_);
-    painter.drawText(QStyle::visualRect(direction, rect(), QRect(left, 0, width() - left, height())),
-                     static_cast<int>(QStyle::visualAlignment(direction, Qt::AlignLeft) |
-                                      Qt::AlignVCenter),
-                     text());
+    painter.drawText(
+        QStyle::visualRect(direction, rect(), QRect(left, 0, width() - left, height())),
+        static_cast<int>(QStyle::visualAlignment(direction, Qt::AlignLeft) | Qt::AlignVCenter),
+        text());
 }
 
 }  // namespace quorvi

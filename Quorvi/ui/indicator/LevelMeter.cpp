@@ -13,7 +13,8 @@ constexpr double barGap = 3;
 constexpr double restingHeight = 3;
 constexpr double tallest = 22;
 constexpr double movement = 100;  // milliseconds
-// Of the timer's own: while the level keeps changing, which it does as often, each change is a frame.
+// Of the timer's own: while the level keeps changing, which it does as often, each change is a
+// frame.
 constexpr int frame = 50;
 
 double easedOut(double part) {

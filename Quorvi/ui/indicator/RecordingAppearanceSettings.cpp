@@ -32,7 +32,8 @@ RecordingAppearanceSettings::RecordingAppearanceSettings(AppModel& model)
     all->addWidget(caption);
 
     QObject::connect(style_, &QComboBox::currentIndexChanged, this, [this](int index) {
-        if (index >= 0) model_.setRecordingTheme(allRecordingThemes.at(static_cast<std::size_t>(index)));
+        if (index >= 0)
+            model_.setRecordingTheme(allRecordingThemes.at(static_cast<std::size_t>(index)));
     });
     follow();
     changes_ = model_.onChange([this] { follow(); });

@@ -2,8 +2,8 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <QVBoxLayout>
 #include <cmath>
 #include <utility>
@@ -99,8 +99,7 @@ void RecordingHUD::setValues(Values values) {
     const auto before = std::exchange(values_, std::move(values));
     if (before.theme != values_.theme) color();
     if (before.stage != values_.stage || before.message != values_.message) showStage();
-    if (before.stage != values_.stage ||
-        std::floor(before.elapsed) != std::floor(values_.elapsed))
+    if (before.stage != values_.stage || std::floor(before.elapsed) != std::floor(values_.elapsed))
         showElapsed();
     showButtons();
     meter_->setLevel(values_.level);
@@ -118,8 +117,7 @@ QSize RecordingHUD::contentSize(DictationStage) {
 }
 
 QSize RecordingHUD::panelSize(DictationStage stage) {
-    return contentSize(stage).grownBy(
-        {shadowMargin, shadowMargin, shadowMargin, shadowMargin});
+    return contentSize(stage).grownBy({shadowMargin, shadowMargin, shadowMargin, shadowMargin});
 }
 
 bool RecordingHUD::usesTwoLines(DictationStage stage) {
@@ -133,7 +131,8 @@ QString RecordingHUD::elapsedText(double seconds) {
 }
 
 void RecordingHUD::color() {
-    colors_ = ThemePalette::of(values_.theme, parentWidget() ? parentWidget()->palette() : palette());
+    colors_ =
+        ThemePalette::of(values_.theme, parentWidget() ? parentWidget()->palette() : palette());
     title_->setFont(colors_.font(font(), titleSize, QFont::DemiBold));
     time_->setFont(colors_.font(font(), titleSize - 1, QFont::Medium));
     message_->setFont(colors_.font(font(), messageSize, QFont::Medium));

@@ -55,9 +55,9 @@ QRect RecordingPanel::usable(QRect available, const QRect& screen, double ratio,
     for (const auto& bar : bars) {
         const QRect common = pixels & QRect(bar.x, bar.y, bar.width, bar.height);
         if (common.isEmpty()) continue;
-        const int depth = qCeil((bar.edge <= Surroundings::Bar::Edge::right ? common.width()
-                                                                            : common.height()) /
-                                ratio);
+        const int depth =
+            qCeil((bar.edge <= Surroundings::Bar::Edge::right ? common.width() : common.height()) /
+                  ratio);
         switch (bar.edge) {
             case Surroundings::Bar::Edge::left:
                 available.setLeft(qMax(available.left(), screen.left() + depth));
@@ -123,9 +123,9 @@ void RecordingPanel::refit() {
     const auto size = RecordingHUD::panelSize(model_.stage());
     if (size == this->size()) return;
     const auto now = geometry();
-    setGeometry({{now.x() + (now.width() - size.width()) / 2,
-                  now.y() + now.height() - size.height()},
-                 size});
+    setGeometry(
+        {{now.x() + (now.width() - size.width()) / 2, now.y() + now.height() - size.height()},
+         size});
     applyShape();
 }
 

@@ -28,7 +28,8 @@ ThemePalette ThemePalette::of(RecordingTheme theme, const QPalette& desktop) {
             colors.ink = desktop.color(QPalette::WindowText);
             colors.secondaryInk = withOpacity(colors.ink, 0.68F);
             colors.accent = rgb(0.2F, 0.43F, 0.83F);
-            colors.surfaceTop = withOpacity(dark ? window.lighter(115) : rgb(1, 1, 1), glassOpacity);
+            colors.surfaceTop =
+                withOpacity(dark ? window.lighter(115) : rgb(1, 1, 1), glassOpacity);
             colors.surfaceBottom = withOpacity(window, glassOpacity);
             colors.border = rgb(1, 1, 1, dark ? 0.18F : 0.7F);
             break;

@@ -72,7 +72,8 @@ void DailyBars::show(std::vector<ChartDay> days) {
 QRectF DailyBars::slot(std::size_t day) const {
     const double step = static_cast<double>(width()) / static_cast<double>(days_.size());
     auto column = static_cast<double>(day);
-    if (layoutDirection() == Qt::RightToLeft) column = static_cast<double>(days_.size() - 1) - column;
+    if (layoutDirection() == Qt::RightToLeft)
+        column = static_cast<double>(days_.size() - 1) - column;
     return {column * step, 0, step, static_cast<double>(height())};
 }
 
@@ -95,9 +96,8 @@ void DailyBars::paintEvent(QPaintEvent*) {
         const auto area = slot(day);
         const bool today = day + 1 == days_.size();
         const double wide = std::min(area.width() * 0.62, 32.0);
-        const double high = days_[day].words > 0
-                                ? std::max((base - top) * days_[day].words / most, 3.0)
-                                : 0;
+        const double high =
+            days_[day].words > 0 ? std::max((base - top) * days_[day].words / most, 3.0) : 0;
         const QRectF bar(area.center().x() - wide / 2, base - high, wide, high);
         if (high > 0) {
             // Round above, straight where it stands.
@@ -181,10 +181,11 @@ void ActivityGrid::paintEvent(QPaintEvent*) {
     for (int row = 0; row < weekdays_.size(); ++row) {
         const QRect area(0, static_cast<int>(row * step), labelWidth() - 8,
                          static_cast<int>(cellSize));
-        painter.drawText(QStyle::visualRect(layoutDirection(), rect(), area),
-                         static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) |
-                                          Qt::AlignVCenter),
-                         weekdays_[row]);
+        painter.drawText(
+            QStyle::visualRect(layoutDirection(), rect(), area),
+            static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) |
+                             Qt::AlignVCenter),
+            weekdays_[row]);
     }
     const auto ink = color(ColorRole::ink, palette());
     const auto accent = color(ColorRole::accent, palette());

@@ -16,7 +16,8 @@ namespace {
 // The month by its short name, and the time without seconds, in the user's order and language.
 QString moment(Date date) {
     const QLocale locale;
-    const auto time = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(date.unixSeconds() * 1000));
+    const auto time =
+        QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(date.unixSeconds() * 1000));
     QString format = locale.dateFormat(QLocale::LongFormat);
     format.replace(QStringLiteral("dddd, "), QString());
     format.replace(QStringLiteral("dddd "), QString());
@@ -64,10 +65,9 @@ void AccountSyncSettings::refresh() {
     const auto last = sync_.lastSynced();
     lastSynced_->setVisible(last.has_value());
     if (last)
-        lastSynced_->setText(
-            tr("Last synced %1 · %2 pending")
-                .arg(moment(*last),
-                     QLocale().toString(static_cast<qulonglong>(sync_.pendingCount()))));
+        lastSynced_->setText(tr("Last synced %1 · %2 pending")
+                                 .arg(moment(*last), QLocale().toString(static_cast<qulonglong>(
+                                                         sync_.pendingCount()))));
 }
 
 }  // namespace quorvi

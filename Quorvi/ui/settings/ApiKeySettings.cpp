@@ -25,8 +25,9 @@ ApiKeySettings::ApiKeySettings(AppModel& model, KeyStore& keys, Scheduler& sched
     connect(apiKey_, &QLineEdit::textChanged, this, [this] { refresh(); });
     connect(apiKey_, &QLineEdit::returnPressed, this, [this] { save(); });
     connect(save_, &QPushButton::clicked, this, [this] { save(); });
-    connect(remove_, &QPushButton::clicked, this,
-            [this] { tasks_.start([this](const std::stop_token&) { return model_.removeKey(); }); });
+    connect(remove_, &QPushButton::clicked, this, [this] {
+        tasks_.start([this](const std::stop_token&) { return model_.removeKey(); });
+    });
     connect(sync_, &QCheckBox::toggled, this, [this](bool on) {
         tasks_.start([this, on](const std::stop_token&) { return changeSync(on); });
     });
@@ -81,7 +82,8 @@ void ApiKeySettings::refresh() {
 
 void ApiKeySettings::save() {
     if (!save_->isEnabled()) return;
-    tasks_.start([this](const std::stop_token&) { return storeKey(apiKey_->text().toStdString()); });
+    tasks_.start(
+        [this](const std::stop_token&) { return storeKey(apiKey_->text().toStdString()); });
 }
 
 // The field keeps a key that could not be stored, for another try.

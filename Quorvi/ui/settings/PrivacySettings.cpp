@@ -8,7 +8,8 @@
 
 namespace quorvi {
 
-PrivacySettings::PrivacySettings(AppModel& model) : Card(tr("Privacy"), "hand.raised"), model_(model) {
+PrivacySettings::PrivacySettings(AppModel& model)
+    : Card(tr("Privacy"), "hand.raised"), model_(model) {
     content().addWidget(secondaryText(
         tr("Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files "
            "are deleted after recording; retained text history and usage statistics sync through "

@@ -15,22 +15,26 @@ SetupCard::SetupCard(AppModel& model) : model_(model) {
     auto* once = captionText(tr("ONE-TIME SETUP"));
     once->setWordWrap(false);
     auto* top = new QHBoxLayout;
-    top->addLayout(
-        cardTitle(eyebrowText(tr("SET UP YOUR FLOW")), headingText(tr("Make it yours"))), 1);
+    top->addLayout(cardTitle(eyebrowText(tr("SET UP YOUR FLOW")), headingText(tr("Make it yours"))),
+                   1);
     top->addWidget(once, 0, Qt::AlignTop);
     content().addLayout(top);
-    addRow(tr("OpenAI API key"), tr("Stored securely in your Mac’s Keychain"), tr("Add key"),
-           [this] { return model_.hasKey(); },
-           [this] { model_.setSelectedPage(pageIndex::settings); });
-    addRow(tr("Microphone"), tr("Record only while you dictate"), tr("Enable"),
-           [this] { return model_.microphoneAllowed(); }, [this] { model_.requestMicrophone(); });
-    addRow(tr("Accessibility"), tr("Use your shortcut and insert text"), tr("Enable"),
-           [this] { return model_.accessibilityAllowed(); },
-           [this] { model_.requestAccessibility(); });
-    addRow(tr("Enable keyboard access in Input Monitoring"),
-           tr("If access is already enabled, quit and reopen Quorvi."), tr("Open Settings"),
-           [this] { return model_.keyboardReady(); },
-           [this] { model_.openPrivacy(PrivacyPane::inputMonitoring); })
+    addRow(
+        tr("OpenAI API key"), tr("Stored securely in your Mac’s Keychain"), tr("Add key"),
+        [this] { return model_.hasKey(); },
+        [this] { model_.setSelectedPage(pageIndex::settings); });
+    addRow(
+        tr("Microphone"), tr("Record only while you dictate"), tr("Enable"),
+        [this] { return model_.microphoneAllowed(); }, [this] { model_.requestMicrophone(); });
+    addRow(
+        tr("Accessibility"), tr("Use your shortcut and insert text"), tr("Enable"),
+        [this] { return model_.accessibilityAllowed(); },
+        [this] { model_.requestAccessibility(); });
+    addRow(
+        tr("Enable keyboard access in Input Monitoring"),
+        tr("If access is already enabled, quit and reopen Quorvi."), tr("Open Settings"),
+        [this] { return model_.keyboardReady(); },
+        [this] { model_.openPrivacy(PrivacyPane::inputMonitoring); })
         .vanishes = true;
     refresh();
     changes_ = model_.onChange([this] { refresh(); });

@@ -49,9 +49,8 @@ protected:
         else
             painter.setBrush(underMouse() ? mixed(ground, ink, 0.06) : QColor(Qt::transparent));
         painter.drawRoundedRect(shape, spacing::controlRadius, spacing::controlRadius);
-        const QColor onFill = isChecked() && isHighContrast(palette())
-                                  ? color(ColorRole::onAccent, palette())
-                                  : ink;
+        const QColor onFill =
+            isChecked() && isHighContrast(palette()) ? color(ColorRole::onAccent, palette()) : ink;
         const QColor tint = isChecked() && !isHighContrast(palette()) ? accent : onFill;
         const QRect symbolRect =
             QStyle::visualRect(layoutDirection(), rect(), QRect(12, (height() - 18) / 2, 18, 18));
@@ -114,7 +113,8 @@ QWidget* Sidebar::footer() {
     auto* all = new QVBoxLayout(foot);
     all->setContentsMargins(spacing::small, 0, spacing::small, 0);
     all->setSpacing(spacing::small);
-    auto* name = row({new BrandMark(32), new HeadingLabel(QStringLiteral("Quorvi"), TextStyle::heading)});
+    auto* name =
+        row({new BrandMark(32), new HeadingLabel(QStringLiteral("Quorvi"), TextStyle::heading)});
     name->setStretch(1, 1);
     all->addLayout(name);
     all->addWidget(captionText(tr("Your voice, in your words.")));
@@ -122,8 +122,8 @@ QWidget* Sidebar::footer() {
                           captionText(tr("Automatic language"))});
     language->setStretch(1, 1);
     all->addLayout(language);
-    all->addWidget(captionText(
-        tr("Quorvi %1 · Native for Mac").arg(QCoreApplication::applicationVersion())));
+    all->addWidget(
+        captionText(tr("Quorvi %1 · Native for Mac").arg(QCoreApplication::applicationVersion())));
     return foot;
 }
 

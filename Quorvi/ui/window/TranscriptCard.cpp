@@ -16,8 +16,8 @@ TranscriptCard::TranscriptCard(AppModel& model, CorrectionStore& corrections)
     auto* copy = button(tr("Copy"), ButtonKind::regular, "doc.on.doc");
     auto* clear = button(tr("Clear transcript"));
     content().addLayout(row({copy, remember_, nullptr, clear}));
-    content().addWidget(captionText(
-        tr("This copy stays until Quorvi quits. Saved dictations are in History.")));
+    content().addWidget(
+        captionText(tr("This copy stays until Quorvi quits. Saved dictations are in History.")));
     connect(copy, &QPushButton::clicked, this, [this] { model_.copyTranscript(); });
     connect(clear, &QPushButton::clicked, this, [this] { model_.clearTranscript(); });
     refresh();
