@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
-#include "Quorvi/platform/linux/AtspiBus.h"
-#include "Quorvi/platform/linux/AtspiPeers.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/atspi/AtspiBus.h"
+#include "Quorvi/platform/linux/atspi/AtspiPeers.h"
 #include "bench/Figure.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"

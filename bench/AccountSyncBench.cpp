@@ -4,9 +4,9 @@
 
 #include <time.h>
 
-#include "Quorvi/platform/linux/FolderCloudDatabase.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "bench/Figure.h"
 #include "tests/model/SyncMachine.h"

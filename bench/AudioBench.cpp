@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PulseAudioInput.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/pulse/PulseAudioInput.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "bench/Figure.h"

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/FolderCloudDatabase.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/sync/CloudSyncEngine.h"
 #include "QuorviCore/identity/Uuid.h"
 #include "bench/Figure.h"

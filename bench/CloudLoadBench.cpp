@@ -12,8 +12,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PostgresCloudDatabase.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "bench/Figure.h"
 #include "tests/support/PostgresAccounts.h"

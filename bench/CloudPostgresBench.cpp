@@ -6,8 +6,8 @@
 #include <deque>
 #include <random>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PostgresCloudDatabase.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 #include "bench/Figure.h"
 #include "tests/support/PostgresAccounts.h"
 #include "tests/support/Waiting.h"

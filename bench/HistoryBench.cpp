@@ -14,9 +14,9 @@
 #include <functional>
 
 #include "Quorvi/history/HistoryStore.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "QuorviCore/history/HistoryIndex.h"
 #include "QuorviCore/history/HistorySummaries.h"

@@ -8,8 +8,8 @@
 #include <QLineEdit>
 #include <cstdio>
 
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/design/DesignStyle.h"

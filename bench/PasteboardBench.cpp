@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/X11Pasteboard.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 #include "bench/Figure.h"
 #include "tests/support/ForeignOwner.h"
 #include "tests/support/ForeignRequestor.h"

@@ -5,10 +5,10 @@
 
 #include <filesystem>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PropertyListPreferences.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "bench/Figure.h"
 #include "tests/support/TestFolder.h"
 

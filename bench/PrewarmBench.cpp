@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/CurlTransport.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/curl/CurlTransport.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "bench/DelayedLink.h"
 #include "bench/Figure.h"
 #include "tests/support/TlsServer.h"

@@ -13,10 +13,10 @@
 #include <thread>
 
 #include "Quorvi/history/HistoryFile.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PropertyListPreferences.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/TranscriptRetention.h"
 #include "bench/Figure.h"

@@ -7,10 +7,10 @@
 #include <array>
 #include <functional>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PosixJournalFiles.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/sync/SyncArchive.h"
 #include "bench/Figure.h"
 #include "tests/support/GeneratedHistory.h"

@@ -10,9 +10,9 @@
 #include <string>
 #include <thread>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/X11Connection.h"
-#include "Quorvi/platform/linux/X11KeyEventTap.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/x11/X11Connection.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 #include "bench/Figure.h"
 #include "tests/support/KeyWindow.h"
 #include "tests/support/TestUser.h"

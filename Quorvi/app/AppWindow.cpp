@@ -3,8 +3,8 @@
 #include <QSystemTrayIcon>
 #include <utility>
 
-#include "Quorvi/platform/linux/SerialExecutor.h"
-#include "Quorvi/platform/linux/XdgLoginItem.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
 #include "Quorvi/system/LaunchAtLoginController.h"
 #include "Quorvi/ui/window/MainWindow.h"
 

@@ -10,11 +10,11 @@
 #include "Quorvi/app/SecretInput.h"
 #include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PropertyListPreferences.h"
-#include "Quorvi/platform/linux/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 
 namespace quorvi {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "Quorvi/app/CloudPassword.h"
-#include "Quorvi/platform/linux/FolderCloudDatabase.h"
-#include "Quorvi/platform/linux/PostgresCloudDatabase.h"
+#include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 
 namespace quorvi {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "Quorvi/platform/Keychain.h"
-#include "Quorvi/platform/linux/PostgresSettings.h"
+#include "Quorvi/platform/linux/postgres/PostgresSettings.h"
 
 namespace quorvi {
 

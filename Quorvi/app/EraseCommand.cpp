@@ -16,12 +16,12 @@
 #include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PropertyListPreferences.h"
-#include "Quorvi/platform/linux/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
-#include "Quorvi/platform/linux/XdgLoginItem.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
+#include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
 
 namespace quorvi {
 

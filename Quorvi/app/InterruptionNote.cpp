@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "Quorvi/platform/Descriptor.h"
-#include "Quorvi/platform/linux/PrivateFolder.h"
+#include "Quorvi/platform/linux/posix/PrivateFolder.h"
 #include "QuorviCore/async/Async.h"
 
 namespace quorvi {

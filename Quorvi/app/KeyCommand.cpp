@@ -7,11 +7,11 @@
 
 #include "Quorvi/app/SecretInput.h"
 #include "Quorvi/app/StoredFiles.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PropertyListPreferences.h"
-#include "Quorvi/platform/linux/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/system/KeychainStore.h"
 
 namespace quorvi {

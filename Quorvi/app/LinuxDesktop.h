@@ -6,7 +6,7 @@
 
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/Surroundings.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 
 namespace quorvi {
 

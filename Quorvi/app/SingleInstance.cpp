@@ -11,8 +11,8 @@
 #include <filesystem>
 #include <thread>
 
-#include "Quorvi/platform/linux/PrivateFolder.h"
-#include "Quorvi/platform/linux/UserFolders.h"
+#include "Quorvi/platform/linux/posix/PrivateFolder.h"
+#include "Quorvi/platform/linux/xdg/UserFolders.h"
 
 namespace quorvi {
 

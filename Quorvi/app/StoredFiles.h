@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "Quorvi/platform/linux/UserFolders.h"
+#include "Quorvi/platform/linux/xdg/UserFolders.h"
 
 // Where the program keeps what is the user's.
 namespace quorvi {

@@ -7,8 +7,8 @@
 #include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/app/UnusableCloudDatabase.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
-#include "Quorvi/platform/linux/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/UserFolders.h"
+#include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
+#include "Quorvi/platform/linux/xdg/UserFolders.h"
 
 namespace quorvi {
 

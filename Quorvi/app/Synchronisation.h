@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "Quorvi/platform/FileStore.h"
-#include "Quorvi/platform/linux/PosixJournalFiles.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/sync/AccountSync.h"
 
 namespace quorvi {

@@ -12,11 +12,11 @@
 
 #include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/app/StoredFiles.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PosixJournalFiles.h"
-#include "Quorvi/platform/linux/PropertyListPreferences.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "Quorvi/transfer/UserData.h"
 #include "QuorviCore/transfer/ExportDocument.h"
 

@@ -4,9 +4,9 @@
 #include <QSysInfo>
 #include <filesystem>
 
-#include "Quorvi/platform/linux/CurlDownloader.h"
-#include "Quorvi/platform/linux/GioUpdateInstaller.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/curl/CurlDownloader.h"
+#include "Quorvi/platform/linux/gio/GioUpdateInstaller.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 
 namespace quorvi {
 

@@ -18,7 +18,7 @@
 #include "Quorvi/app/EraseCommand.h"
 #include "Quorvi/app/KeyCommand.h"
 #include "Quorvi/app/TransferCommand.h"
-#include "Quorvi/platform/linux/X11InputSupport.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 
 namespace {
 

@@ -17,7 +17,7 @@
 #include <string_view>
 #include <thread>
 
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"

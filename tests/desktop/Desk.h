@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "Quorvi/app/LinuxDesktop.h"
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakeLocalKeyMonitor.h"

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
 #include "tests/support/ForeignOwner.h"

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
 #include "tests/support/Keyring.h"

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/CurlDownloader.h"
-#include "Quorvi/platform/linux/GioUpdateInstaller.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/curl/CurlDownloader.h"
+#include "Quorvi/platform/linux/gio/GioUpdateInstaller.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/support/SignedReleases.h"
 #include "tests/support/TlsServer.h"

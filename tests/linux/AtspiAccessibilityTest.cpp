@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 
 #include <gtest/gtest.h>
 

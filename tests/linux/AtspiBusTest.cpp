@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/AtspiBus.h"
+#include "Quorvi/platform/linux/atspi/AtspiBus.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -6,8 +6,8 @@
 #include <atomic>
 #include <string>
 
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
-#include "Quorvi/platform/linux/AtspiPeers.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/atspi/AtspiPeers.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"

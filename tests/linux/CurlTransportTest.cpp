@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/CurlTransport.h"
+#include "Quorvi/platform/linux/curl/CurlTransport.h"
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "tests/support/TlsServer.h"
 #include "tests/support/Waiting.h"
 

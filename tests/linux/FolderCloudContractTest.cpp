@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "Quorvi/platform/linux/FolderCloudDatabase.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "tests/support/CloudContract.h"
 #include "tests/support/TestFolder.h"
 

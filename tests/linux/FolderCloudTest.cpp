@@ -1,6 +1,6 @@
 // The shared folder with a file synchroniser at work, and on bad days of the file system.
 
-#include "Quorvi/platform/linux/FolderCloud.h"
+#include "Quorvi/platform/linux/folder/FolderCloud.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>

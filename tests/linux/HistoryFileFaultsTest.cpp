@@ -11,9 +11,9 @@
 #include <thread>
 
 #include "Quorvi/history/HistoryStore.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/support/GeneratedHistory.h"

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "Quorvi/dictation/RecordingCue.h"
-#include "Quorvi/platform/linux/PulseSoundOutput.h"
+#include "Quorvi/platform/linux/pulse/PulseSoundOutput.h"
 #include "tests/support/DecodedSound.h"
 #include "tests/support/MicrophoneUser.h"
 #include "tests/support/SoundServer.h"

@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/PostgresCloudDatabase.h"
+#include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <map>
 #include <set>
 
-#include "Quorvi/platform/linux/PostgresAddress.h"
+#include "Quorvi/platform/linux/postgres/PostgresAddress.h"
 #include "tests/support/PostgresMachines.h"
 
 namespace quorvi::test {

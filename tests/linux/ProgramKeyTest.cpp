@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/SecretServiceKeychain.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "tests/support/Keyring.h"
 
 namespace quorvi::test {

@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -9,11 +9,11 @@
 #include <random>
 #include <utility>
 
-#include "Quorvi/platform/linux/FileLock.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
-#include "Quorvi/platform/linux/UserFolders.h"
+#include "Quorvi/platform/linux/posix/FileLock.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/xdg/UserFolders.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/PreferencesContract.h"
 #include "tests/support/TestFolder.h"

@@ -1,8 +1,8 @@
-#include "Quorvi/platform/linux/PulsePermissions.h"
+#include "Quorvi/platform/linux/pulse/PulsePermissions.h"
 
 #include <gtest/gtest.h>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "tests/support/SoundServer.h"
 
 namespace quorvi::test {

@@ -1,11 +1,11 @@
-#include "Quorvi/platform/linux/PulseSoundOutput.h"
+#include "Quorvi/platform/linux/pulse/PulseSoundOutput.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "Quorvi/dictation/RecordingCue.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "QuorviCore/transcription/QuorviError.h"
 #include "tests/support/SoundServer.h"
 #include "tests/support/SpeakerEar.h"

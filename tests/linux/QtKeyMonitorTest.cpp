@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/X11KeyEventTap.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 #include "Quorvi/ui/QtScheduler.h"
 #include "tests/support/TestUser.h"
 

@@ -7,10 +7,10 @@
 #include <QScreen>
 #include <sstream>
 
-#include "Quorvi/platform/linux/AtspiAccessibility.h"
-#include "Quorvi/platform/linux/X11Bars.h"
-#include "Quorvi/platform/linux/X11Compositing.h"
-#include "Quorvi/platform/linux/X11Settings.h"
+#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/x11/desktop/X11Bars.h"
+#include "Quorvi/platform/linux/x11/desktop/X11Compositing.h"
+#include "Quorvi/platform/linux/x11/desktop/X11Settings.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/model/DictationFixture.h"

@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/system/KeychainStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "QuorviCore/async/Async.h"

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/CurlTransport.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/curl/CurlTransport.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "QuorviCore/transcription/TranscriptionClient.h"
 #include "tests/support/SpeechSamples.h"
 #include "tests/support/Waiting.h"

@@ -8,10 +8,10 @@
 #include <iostream>
 #include <thread>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PosixJournalFiles.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/sync/SyncArchive.h"
 #include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakeJournalFiles.h"

@@ -9,8 +9,8 @@
 #include <memory>
 #include <string>
 
-#include "Quorvi/platform/linux/CurlDownloader.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/curl/CurlDownloader.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/UpdateSettings.h"

@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/X11KeyEventPoster.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventPoster.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/X11KeyEventTap.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 
 #include <gtest/gtest.h>
 

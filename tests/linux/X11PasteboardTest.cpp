@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/X11Pasteboard.h"
+#include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -7,7 +7,7 @@
 #include <functional>
 #include <random>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "tests/support/ForeignOwner.h"
 #include "tests/support/ForeignRequestor.h"
 #include "tests/support/PasteboardContract.h"

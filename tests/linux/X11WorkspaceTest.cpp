@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/X11Workspace.h"
+#include "Quorvi/platform/linux/x11/desktop/X11Workspace.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include <string>
 #include <thread>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "tests/support/KeyWindow.h"
 #include "tests/support/Process.h"
 

@@ -1,6 +1,6 @@
 // The login item on real folders, as the desktop's other programs read and write them.
 
-#include "Quorvi/platform/linux/XdgLoginItem.h"
+#include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "Quorvi/platform/linux/X11Connection.h"
+#include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "tests/support/PasteboardItems.h"
 
 namespace quorvi::test {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/X11Connection.h"
+#include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "QuorviCore/Bytes.h"
 
 namespace quorvi::test {

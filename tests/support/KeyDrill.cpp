@@ -10,9 +10,9 @@
 #include <string>
 #include <string_view>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/system/KeychainStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "QuorviCore/Wipe.h"

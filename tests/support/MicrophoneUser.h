@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PulseAudioInput.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/pulse/PulseAudioInput.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {

@@ -3,7 +3,7 @@
 #include <atomic>
 #include <string>
 
-#include "Quorvi/platform/linux/PostgresSettings.h"
+#include "Quorvi/platform/linux/postgres/PostgresSettings.h"
 #include "tests/support/PostgresServer.h"
 
 namespace quorvi::test {

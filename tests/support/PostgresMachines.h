@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PostgresCloudDatabase.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 #include "tests/support/PostgresAccounts.h"
 #include "tests/support/Waiting.h"
 

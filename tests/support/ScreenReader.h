@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "Quorvi/platform/linux/AtspiProtocol.h"
+#include "Quorvi/platform/linux/atspi/AtspiProtocol.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {

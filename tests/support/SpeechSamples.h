@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/AacFileWriter.h"
+#include "Quorvi/platform/linux/pulse/AacFileWriter.h"
 #include "QuorviCore/Bytes.h"
 #include "tests/support/Process.h"
 

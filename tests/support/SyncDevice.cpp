@@ -14,13 +14,13 @@
 #include <sstream>
 #include <thread>
 
-#include "Quorvi/platform/linux/FolderCloudDatabase.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/PosixFileStore.h"
-#include "Quorvi/platform/linux/PosixJournalFiles.h"
-#include "Quorvi/platform/linux/PostgresCloudDatabase.h"
-#include "Quorvi/platform/linux/PropertyListPreferences.h"
-#include "Quorvi/platform/linux/SerialExecutor.h"
+#include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "tests/support/Hexadecimal.h"
 #include "tests/support/SyncEdits.h"
 #include "tests/support/UnreliableCloud.h"

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "Quorvi/platform/KeyEventTap.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/X11KeyEventTap.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi {

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Quorvi/platform/linux/X11Connection.h"
+#include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {

@@ -16,10 +16,10 @@
 #include <utility>
 #include <vector>
 
-#include "Quorvi/platform/linux/ClipboardHandover.h"
-#include "Quorvi/platform/linux/LoopScheduler.h"
-#include "Quorvi/platform/linux/X11Connection.h"
-#include "Quorvi/platform/linux/X11Pasteboard.h"
+#include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/x11/X11Connection.h"
+#include "Quorvi/platform/linux/x11/clipboard/ClipboardHandover.h"
+#include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 #include "QuorviCore/async/TaskScope.h"
 
 namespace quorvi {

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <sys/types.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Quorvi/platform/linux/atspi/AtspiFocusTracker.h"
+#include "Quorvi/platform/linux/atspi/AtspiPeers.h"
+#include "Quorvi/platform/linux/atspi/AtspiRoles.h"
+
+namespace quorvi::atspi {
+
+// Finds the focused object and the active window. The tracked events come first, each checked with
+// its application; where none is left, as for a field that had the focus before this program
+// started, the application's own search and then a bounded walk from its active window. Used from
+// one thread at a time.
+class AtspiFocusFinder {
+public:
+    AtspiFocusFinder(AtspiPeers& peers, AtspiFocusTracker& tracker)
+        : peers_(peers), tracker_(tracker) {}
+
+    std::optional<ObjectRef> focusedObjectOf(pid_t pid, TimePoint deadline);
+    std::optional<ObjectRef> activeWindowOf(pid_t pid, TimePoint deadline);
+
+    // Of whichever application has the active window.
+    std::optional<ObjectRef> focusedObject(TimePoint deadline);
+
+private:
+    struct Candidate {
+        ObjectRef object;
+        Role role = Role::invalid;
+        States states;
+    };
+
+    std::optional<ObjectRef> focusedIn(const std::string& bus, TimePoint deadline);
+    std::optional<ObjectRef> activeWindowIn(const std::vector<std::string>& names,
+                                            TimePoint deadline);
+    std::optional<ObjectRef> search(const ObjectRef& window, TimePoint deadline);
+    ObjectRef innermost(const Candidate& focused, TimePoint deadline);
+    std::vector<Candidate> matches(const ObjectRef& window, TimePoint deadline);
+    std::vector<Candidate> walk(const ObjectRef& window, TimePoint deadline);
+    std::vector<Candidate> describe(const std::vector<ObjectRef>& objects, TimePoint deadline);
+    std::vector<ObjectRef> childrenOf(const std::vector<ObjectRef>& objects, TimePoint deadline);
+
+    AtspiPeers& peers_;
+    AtspiFocusTracker& tracker_;
+};
+
+}  // namespace quorvi::atspi

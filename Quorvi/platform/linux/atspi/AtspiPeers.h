@@ -1,0 +1,70 @@
+#pragma once
+
+#include <sys/types.h>
+#include <chrono>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Quorvi/platform/linux/atspi/AtspiBus.h"
+#include "Quorvi/platform/linux/atspi/AtspiVariant.h"
+#include "QuorviCore/async/Scheduler.h"
+
+namespace quorvi::atspi {
+
+struct Call {
+    ObjectRef object;
+    const char* interface;
+    const char* method;
+    Variant arguments;
+};
+
+Call propertyCall(const ObjectRef& object, const char* interface, const char* name);
+
+// Calls to the applications on the accessibility bus, and what is known of each of them. A call
+// blocks its thread until the answer or the deadline; calls made together wait together. An
+// application that let a call time out is not asked again for a short while, so that a hung one
+// costs a series of queries one time-out and not one for each. One thread at a time; forget() and
+// forgetAll() may be called from any other.
+class AtspiPeers {
+public:
+    explicit AtspiPeers(const AtspiBus& bus,
+                        Duration restAfterTimeout = std::chrono::milliseconds(250))
+        : bus_(bus), restAfterTimeout_(restAfterTimeout) {}
+
+    // One reply for each call, in order; null for those that failed or came too late.
+    std::vector<Variant> callAll(std::vector<Call> calls, TimePoint deadline);
+    Variant call(Call call, TimePoint deadline);
+
+    // Answers of the bus itself, which is never hung.
+    std::optional<pid_t> process(const std::string& bus, TimePoint deadline);
+
+    // The bus names of the applications of a process; usually one.
+    std::vector<std::string> namesOf(pid_t pid, TimePoint deadline);
+    std::vector<std::string> allNames(TimePoint deadline);
+
+    // Whether the application draws its interface with Chromium's toolkit.
+    bool isChromium(const std::string& bus, TimePoint deadline);
+
+    void forget(const std::string& bus);
+    void forgetAll();
+
+private:
+    struct Peer {
+        std::optional<pid_t> pid;
+        std::optional<std::string> toolkit;
+        TimePoint restUntil{};
+    };
+
+    bool isResting(const std::string& bus, TimePoint now);
+    void rest(const std::string& bus, TimePoint until);
+
+    const AtspiBus& bus_;
+    const Duration restAfterTimeout_;
+    std::mutex mutex_;  // guards peers_
+    std::map<std::string, Peer> peers_;
+};
+
+}  // namespace quorvi::atspi

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Quorvi/platform/linux/atspi/AtspiProtocol.h"
+
+struct _GVariant;
+
+// Messages of the accessibility bus, without GLib's headers. The readers accept the body of a
+// reply, a tuple, whatever its shape: what does not fit yields nothing.
+namespace quorvi::atspi {
+
+struct ReleaseVariant {
+    void operator()(_GVariant* variant) const;
+};
+using Variant = std::unique_ptr<_GVariant, ReleaseVariant>;
+
+// Arguments of calls.
+Variant arguments();
+Variant arguments(std::int32_t a);
+Variant arguments(std::int32_t a, std::int32_t b);
+Variant arguments(std::string_view a);
+Variant arguments(std::string_view a, std::string_view b);
+
+// Arguments of Collection.GetMatches: at most `count` descendants that have `state`.
+Variant matchesWithState(State state, std::int32_t count);
+
+std::optional<std::string> readText(const Variant& reply);
+std::optional<std::uint32_t> readUnsigned(const Variant& reply);
+std::optional<std::int32_t> readInteger(const Variant& reply);
+std::optional<States> readStates(const Variant& reply);
+std::optional<std::vector<ObjectRef>> readObjects(const Variant& reply);
+std::optional<std::vector<std::string>> readTexts(const Variant& reply);
+
+struct Span {
+    std::int32_t start = 0;
+    std::int32_t end = 0;
+    bool operator==(const Span&) const = default;
+};
+std::optional<Span> readSpan(const Variant& reply);
+
+}  // namespace quorvi::atspi

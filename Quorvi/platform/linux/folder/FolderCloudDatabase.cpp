@@ -1,0 +1,146 @@
+#include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
+
+#include <mutex>
+#include <utility>
+#include <vector>
+
+#include "Quorvi/platform/linux/folder/FolderCloud.h"
+#include "Quorvi/platform/linux/folder/FolderWatch.h"
+#include "QuorviCore/async/Async.h"
+#include "QuorviCore/async/Future.h"
+
+namespace quorvi {
+
+// Saves that come while the disk is busy wait for it together.
+struct FolderCloudDatabase::Saves {
+    void carryOut(FolderCloud& cloud) {
+        std::vector<std::vector<CloudRecord>> taken;
+        std::vector<Promise<std::vector<CloudSaveResult>>> answers;
+        {
+            std::lock_guard lock(mutex);
+            taken.swap(batches);
+            answers.swap(promises);
+        }
+        if (taken.empty()) return;
+        auto outcomes = cloud.saveTogether(std::move(taken));
+        for (std::size_t i = 0; i < outcomes.size(); ++i) {
+            if (outcomes[i].failure)
+                answers[i].reject(outcomes[i].failure);
+            else
+                answers[i].resolve(std::move(outcomes[i].results));
+        }
+        try {
+            cloud.compact();
+        } catch (const CloudError&) {
+            // The log stays longer than it need be, and the next save tries again.
+        }
+    }
+
+    std::mutex mutex;  // guards the rest
+    std::vector<std::vector<CloudRecord>> batches;
+    std::vector<Promise<std::vector<CloudSaveResult>>> promises;
+};
+
+FolderCloudDatabase::FolderCloudDatabase(Scheduler& scheduler, Executor& executor, Place place)
+    : scheduler_(scheduler),
+      executor_(executor),
+      folder_(place.folder),
+      cloud_(std::make_shared<FolderCloud>(std::move(place.folder), std::move(place.deviceFile))),
+      saves_(std::make_shared<Saves>()) {}
+
+FolderCloudDatabase::~FolderCloudDatabase() = default;
+
+template <class Work>
+auto FolderCloudDatabase::run(Work work, std::stop_token stop) {
+    return inBackground(
+        executor_, scheduler_,
+        [cloud = cloud_, stop, work = std::move(work)]() mutable {
+            throwIfStopped(stop);
+            return work(*cloud);
+        },
+        stop);
+}
+
+Task<CloudAccountStatus> FolderCloudDatabase::accountStatus(std::stop_token stop) {
+    return run(
+        [](FolderCloud& cloud) {
+            cloud.owner();
+            return CloudAccountStatus::available;
+        },
+        stop);
+}
+
+Task<std::string> FolderCloudDatabase::userRecordName(std::stop_token stop) {
+    auto asking = run([](FolderCloud& cloud) { return cloud.owner(); }, stop);
+    auto owner = co_await asking;
+    const bool isAnother = !owner_.empty() && owner != owner_;
+    owner_ = owner;
+    // Another folder has been put in the place.
+    if (isAnother)
+        scheduler_.post([weak = std::weak_ptr(accountChange_)] {
+            if (const auto observers = weak.lock()) observers->notify();
+        });
+    co_return owner;
+}
+
+Task<void> FolderCloudDatabase::saveZone(std::string zone, std::stop_token stop) {
+    return run([zone](FolderCloud& cloud) { cloud.saveZone(zone); }, stop);
+}
+
+Task<void> FolderCloudDatabase::deleteZone(std::string zone, std::stop_token stop) {
+    return run([zone](FolderCloud& cloud) { cloud.deleteZone(zone); }, stop);
+}
+
+Task<std::vector<CloudSaveResult>> FolderCloudDatabase::saveRecords(
+    std::vector<CloudRecord> records, std::stop_token stop) {
+    throwIfStopped(stop);
+    Promise<std::vector<CloudSaveResult>> promise(scheduler_);
+    auto saving = promise.future(stop);
+    {
+        std::lock_guard lock(saves_->mutex);
+        saves_->batches.push_back(std::move(records));
+        saves_->promises.push_back(promise);
+    }
+    executor_.run([cloud = cloud_, saves = saves_] { saves->carryOut(*cloud); });
+    co_return co_await saving;
+}
+
+Task<CloudRecord> FolderCloudDatabase::fetchRecord(CloudRecordID id, std::stop_token stop) {
+    return run([id](FolderCloud& cloud) { return cloud.fetchRecord(id); }, stop);
+}
+
+Task<CloudZoneChanges> FolderCloudDatabase::zoneChanges(std::string token, std::stop_token stop) {
+    return run([token](FolderCloud& cloud) { return cloud.zoneChanges(token); }, stop);
+}
+
+Task<CloudRecordChanges> FolderCloudDatabase::recordChanges(std::string zone, std::string token,
+                                                            std::stop_token stop) {
+    return run([zone, token](FolderCloud& cloud) { return cloud.recordChanges(zone, token); },
+               stop);
+}
+
+Task<void> FolderCloudDatabase::saveSubscription(std::string, std::stop_token stop) {
+    const auto changed = [&scheduler = scheduler_, weak = std::weak_ptr(remoteChange_)] {
+        scheduler.post([weak] {
+            if (const auto observers = weak.lock()) observers->notify();
+        });
+    };
+    // A network mount may take its time for this, too.
+    auto watching = run(
+        [changed, folder = folder_](FolderCloud& cloud) {
+            return std::make_unique<FolderWatch>(folder, cloud.ownFolder().filename().string(),
+                                                 changed);
+        },
+        stop);
+    watch_ = co_await watching;
+}
+
+Subscription FolderCloudDatabase::onRemoteChange(std::function<void()> observer) {
+    return remoteChange_->subscribe(std::move(observer));
+}
+
+Subscription FolderCloudDatabase::onAccountChange(std::function<void()> observer) {
+    return accountChange_->subscribe(std::move(observer));
+}
+
+}  // namespace quorvi

@@ -1,0 +1,221 @@
+#include "Quorvi/platform/linux/folder/FolderSegments.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "Quorvi/platform/linux/folder/FolderError.h"
+
+namespace quorvi {
+
+using namespace folderlog;
+
+namespace {
+
+constexpr std::string_view extension = ".log";
+constexpr std::size_t digits = 8;
+constexpr std::size_t readAhead = 1 << 20;
+
+// Calls `visit` with each name in the folder; false when it can't be opened.
+bool forEachName(const std::filesystem::path& folder,
+                 const std::function<void(const char*)>& visit) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> opened(::opendir(folder.c_str()), ::closedir);
+    if (!opened) return false;
+    while (const dirent* one = ::readdir(opened.get())) visit(one->d_name);
+    return true;
+}
+
+// As many of the bytes as there are; nothing when they can't be read.
+std::optional<std::size_t> readAt(int file, char* to, std::size_t size, std::uint64_t offset) {
+    std::size_t done = 0;
+    while (done < size) {
+        const auto got = ::pread(file, to + done, size - done, static_cast<off_t>(offset + done));
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return std::nullopt;
+        if (got == 0) break;
+        done += static_cast<std::size_t>(got);
+    }
+    return done;
+}
+
+int openToRead(const std::filesystem::path& file) {
+    return ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW);
+}
+
+}  // namespace
+
+std::string folderSegmentName(std::uint32_t number) {
+    auto name = std::to_string(number);
+    name.insert(0, digits - std::min(digits, name.size()), '0');
+    return name.append(extension);
+}
+
+std::optional<std::uint32_t> folderSegmentNumber(std::string_view name) {
+    if (name.size() != digits + extension.size() || !name.ends_with(extension)) return std::nullopt;
+    std::uint32_t number = 0;
+    const auto end = name.data() + digits;
+    const auto [at, error] = std::from_chars(name.data(), end, number);
+    return error == std::errc() && at == end ? std::optional(number) : std::nullopt;
+}
+
+FolderSegments::FolderSegments(std::filesystem::path folder, FolderIndex& index)
+    : folder_(std::move(folder)), index_(index) {}
+
+std::filesystem::path FolderSegments::pathOf(const Uuid& machine) const {
+    return folder_ / machine.string();
+}
+
+std::filesystem::path FolderSegments::pathOf(std::uint32_t machine, std::uint32_t segment) const {
+    return pathOf(index_.machine(machine).id) / folderSegmentName(segment);
+}
+
+std::vector<std::uint32_t> FolderSegments::segmentsOf(std::uint32_t machine) const {
+    std::vector<std::uint32_t> numbers;
+    if (const auto found = segments_.find(machine); found != segments_.end())
+        for (const auto& [number, segment] : found->second) numbers.push_back(number);
+    return numbers;
+}
+
+std::uint64_t FolderSegments::sizeOf(std::uint32_t machine) const {
+    std::uint64_t size = 0;
+    if (const auto found = segments_.find(machine); found != segments_.end())
+        for (const auto& [number, segment] : found->second) size += segment.size;
+    return size;
+}
+
+void FolderSegments::readAll(std::optional<Uuid> except) {
+    std::vector<Uuid> machines;
+    const auto visit = [&](const char* name) {
+        if (!isUuid(name)) return;
+        const auto id = Uuid::parse(name);
+        if (id && id != except) machines.push_back(*id);
+    };
+    if (!forEachName(folder_, visit)) failFolder("read", folder_);
+    for (const auto& id : machines) readMachine(id);
+}
+
+void FolderSegments::readMachine(const Uuid& id) {
+    const auto machine = index_.machineNumber(id);
+    auto& segments = segments_[machine];
+    list(machine, segments);
+    // A segment may have waited for what another one holds.
+    for (bool more = true; more;) {
+        more = false;
+        for (auto& [number, segment] : segments)
+            if (segment.isNew) more |= parse(machine, number, segment);
+    }
+}
+
+void FolderSegments::list(std::uint32_t machine, Segments& segments) {
+    const auto folder = pathOf(index_.machine(machine).id);
+    std::vector<std::uint32_t> present;
+    const auto visit = [&](const char* name) {
+        const auto number = folderSegmentNumber(name);
+        struct stat status {};
+        if (!number || ::stat((folder / name).c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+            return;
+        present.push_back(*number);
+        auto& segment = segments[*number];
+        const auto size = static_cast<std::uint64_t>(status.st_size);
+        const auto changed = status.st_mtim.tv_sec * 1'000'000'000 + status.st_mtim.tv_nsec;
+        if (size != segment.size || changed != segment.changed) segment.isNew = true;
+        segment.size = size;
+        segment.changed = changed;
+    };
+    if (!forEachName(folder, visit)) return;  // a machine whose folder is gone, or not there yet
+    std::erase_if(segments, [&](const auto& one) {
+        return std::find(present.begin(), present.end(), one.first) == present.end();
+    });
+}
+
+// Returns whether anything was taken in.
+bool FolderSegments::parse(std::uint32_t machine, std::uint32_t number, Segment& segment) {
+    const auto path = pathOf(machine, number);
+    const Descriptor file(openToRead(path));
+    if (!file) {
+        segment.isNew = false;
+        segment.changed = 0;  // look again
+        return false;
+    }
+    std::string bytes(readAhead, '\0');
+    if (!segment.start) {
+        const auto got = readAt(file.get(), bytes.data(), headSize, 0);
+        segment.start = readHead(std::string_view(bytes).substr(0, got.value_or(0)),
+                                 index_.machine(machine).id);
+        segment.parsed = headSize;
+        if (!segment.start) {
+            segment.isNew = false;
+            return false;
+        }
+    }
+    if (*segment.start > index_.machine(machine).covered + 1) return false;  // something is missing
+    segment.isNew = false;
+
+    const auto begin = segment.parsed;
+    std::size_t kept = 0;  // bytes of an entry that is not whole yet
+    for (;;) {
+        const auto at = segment.parsed;
+        const auto got = readAt(file.get(), bytes.data() + kept, bytes.size() - kept, at + kept);
+        if (!got) {
+            segment.changed = 0;
+            break;
+        }
+        std::string_view rest(bytes.data(), kept + *got);
+        const bool isEnd = rest.size() < bytes.size();
+        while (const auto body = readFrame(rest)) {
+            const auto size = frameSize + body->size();
+            if (const auto entry = readBody(*body)) {
+                const auto offset = segment.parsed + frameSize;
+                index_.take(*entry,
+                            {machine, number, offset, static_cast<std::uint32_t>(body->size())});
+                if (entry->kind == Entry::Kind::end)
+                    index_.takeWhole(machine, number, *segment.start, entry->number);
+            }
+            segment.parsed += size;
+            rest.remove_prefix(size);
+        }
+        if (isEnd) break;
+        // A body may be longer than what was read at once.
+        kept = rest.size();
+        std::copy(rest.begin(), rest.end(), bytes.begin());
+        if (kept == bytes.size()) bytes.resize(bytes.size() * 2);
+    }
+    return segment.parsed != begin;
+}
+
+bool FolderBodies::open(const FolderPlace& place) {
+    if (file_ && machine_ == place.machine && segment_ == place.segment) return true;
+    file_.reset();
+    window_.clear();
+    machine_ = place.machine;
+    segment_ = place.segment;
+    const int opened = openToRead(segments_.pathOf(place.machine, place.segment));
+    if (opened < 0) return false;
+    file_.emplace(opened);
+    return true;
+}
+
+std::optional<std::string_view> FolderBodies::read(const FolderPlace& place) {
+    if (!open(place)) return std::nullopt;
+    const auto begin = place.offset - frameSize;
+    const auto size = frameSize + place.length;
+    if (begin < offset_ || begin + size > offset_ + window_.size()) {
+        window_.resize(std::max(readAhead, size));
+        offset_ = begin;
+        window_.resize(readAt(file_->get(), window_.data(), window_.size(), begin).value_or(0));
+    }
+    const auto at = static_cast<std::size_t>(begin - offset_);
+    if (window_.size() < at + size) return std::nullopt;
+    const auto body = readFrame(std::string_view(window_).substr(at, size));
+    return body && body->size() == place.length ? body : std::nullopt;
+}
+
+}  // namespace quorvi

@@ -1,0 +1,92 @@
+#include "Quorvi/platform/linux/folder/FolderWriter.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+#include "Quorvi/platform/linux/folder/FolderError.h"
+#include "Quorvi/platform/linux/folder/FolderSegments.h"
+
+namespace quorvi {
+
+namespace {
+
+void writeAll(int file, std::string_view bytes, const std::filesystem::path& path) {
+    while (!bytes.empty()) {
+        const auto written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) failFolder("write", path);
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+void syncFolder(const std::filesystem::path& folder) {
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // Some network file systems know no fsync of a folder.
+    if (!opened || (::fsync(opened.get()) != 0 && errno != EINVAL)) failFolder("fsync", folder);
+}
+
+}  // namespace
+
+std::filesystem::path FolderWriter::lastSegment() const {
+    return folder_ / folderSegmentName(next_ - 1);
+}
+
+void FolderWriter::begin(std::uint64_t start) {
+    const auto path = folder_ / folderSegmentName(next_);
+    file_ = std::make_unique<Descriptor>(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC, 0600));
+    if (!*file_) failFolder("create", path);
+    ++next_;
+    std::string head;
+    folderlog::appendHead(head, machine_, start);
+    writeAll(file_->get(), head, path);
+    size_ = head.size();
+    syncFolder(folder_);
+}
+
+FolderWriter::Position FolderWriter::append(std::string_view entries, std::uint64_t start) {
+    const auto failed = [this] {
+        // Nothing may follow what could be torn.
+        if (file_ && *file_ && ::ftruncate(file_->get(), static_cast<off_t>(size_)) != 0)
+            errno = 0;  // readers pass over it
+        file_.reset();
+    };
+    if (size_ + entries.size() > segmentSize_) finishSegment();
+    try {
+        if (!file_) begin(start);
+        isSynced_ = false;
+        writeAll(file_->get(), entries, lastSegment());
+    } catch (const CloudError&) {
+        failed();
+        throw;
+    }
+    const Position position{next_ - 1, size_};
+    size_ += entries.size();
+    return position;
+}
+
+void FolderWriter::sync() {
+    if (!file_ || isSynced_) return;
+    if (::fdatasync(file_->get()) != 0) {
+        const auto error = folderError(errno, "fdatasync", lastSegment());
+        file_.reset();  // whatever has become of it
+        throw error;
+    }
+    isSynced_ = true;
+}
+
+void FolderWriter::finishSegment() {
+    sync();
+    file_.reset();
+}
+
+void FolderWriter::removeBelow(std::uint32_t segment) {
+    for (std::uint32_t number = 0; number < segment; ++number)
+        ::unlink((folder_ / folderSegmentName(number)).c_str());
+    syncFolder(folder_);
+}
+
+}  // namespace quorvi

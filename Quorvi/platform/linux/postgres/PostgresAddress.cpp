@@ -1,0 +1,85 @@
+#include "Quorvi/platform/linux/postgres/PostgresAddress.h"
+
+#include <libpq-fe.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <map>
+#include <memory>
+
+#include "Quorvi/platform/CloudDatabase.h"
+
+namespace quorvi {
+
+namespace {
+
+// libpq 15 knows no "system" for the certificates to trust, only a file.
+constexpr const char* systemCertificates = "/etc/ssl/certs/ca-certificates.crt";
+
+[[noreturn]] void refuse(const char* sentence) {
+    throw CloudError(cloudErrorCode::invalidArguments, sentence);
+}
+
+std::map<std::string, std::string> parse(const std::string& address) {
+    char* complaint = nullptr;
+    const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
+        PQconninfoParse(address.c_str(), &complaint), PQconninfoFree);
+    PQfreemem(complaint);
+    if (!options) refuse("The database address can't be understood.");
+    std::map<std::string, std::string> given;
+    for (const auto* option = options.get(); option->keyword; ++option)
+        if (option->val) given[option->keyword] = option->val;
+    return given;
+}
+
+bool isLocal(const std::string& host) {
+    return host.starts_with('/') || host.starts_with('@') || host == "localhost" ||
+           host.starts_with("127.") || host == "::1";
+}
+
+// Whether every one of a list of hosts is this machine. No host at all may mean any machine, by the
+// environment or a service file.
+bool areLocal(const std::string& hosts) {
+    std::size_t begin = 0;
+    for (;;) {
+        const auto end = std::min(hosts.find(',', begin), hosts.size());
+        if (!isLocal(hosts.substr(begin, end - begin))) return false;
+        if (end == hosts.size()) return true;
+        begin = end + 1;
+    }
+}
+
+bool hasOwnCertificates() {
+    if (std::getenv("PGSSLROOTCERT")) return true;
+    const char* home = std::getenv("HOME");
+    return home && ::access((std::string(home) + "/.postgresql/root.crt").c_str(), F_OK) == 0;
+}
+
+}  // namespace
+
+PostgresAddress::PostgresAddress(const std::string& address) {
+    if (!address.starts_with("postgresql://") && !address.starts_with("postgres://"))
+        refuse("The address of a PostgreSQL database begins with postgresql://");
+    auto given = parse(address);
+    if (given.contains("password") || given.contains("sslpassword"))
+        refuse(
+            "The database address must not contain a password. Keep it in the keyring or in "
+            "~/.pgpass.");
+
+    const auto hosts = given.contains("hostaddr") ? given["hostaddr"] : given["host"];
+    if (given["host"].empty()) given.erase("host");
+    const bool local = areLocal(hosts) && !given.contains("service");
+    given.emplace("sslmode", local ? "prefer" : "verify-full");
+    if (!hasOwnCertificates()) given.emplace("sslrootcert", systemCertificates);
+    // Kerberos would look for its own servers first, blocking.
+    given.emplace("gssencmode", "disable");
+    given.emplace("fallback_application_name", "Quorvi");
+    given.emplace("keepalives_idle", "30");
+    given.emplace("keepalives_interval", "10");
+    given.emplace("keepalives_count", "3");
+    given.emplace("tcp_user_timeout", "15000");
+    given["client_encoding"] = "UTF8";
+    parameters_.assign(given.begin(), given.end());
+}
+
+}  // namespace quorvi

@@ -1,0 +1,146 @@
+#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+
+#include <utility>
+
+#include "QuorviCore/text/Text.h"
+
+namespace quorvi {
+
+namespace {
+
+using Problem = PropertyListFile::Problem;
+
+std::optional<std::string> sentence(Problem problem) {
+    switch (problem) {
+        case Problem::notRead:
+            return "Preferences could not be opened. They have been left untouched; changes last "
+                   "for this session only.";
+        case Problem::notWritten:
+            return "Preferences could not be saved on this computer. Check available disk space "
+                   "and folder access.";
+        case Problem::none:
+            break;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+PropertyListPreferences::PropertyListPreferences(FileStore& files,
+                                                 const std::filesystem::path& file, Executor& disk,
+                                                 Scheduler& scheduler)
+    : disk_(disk),
+      scheduler_(scheduler),
+      file_(std::make_shared<PropertyListFile>(files, file)),
+      values_(file_->load()),
+      couldBeRead_(!file_->isBlocked()),
+      persistenceError_(sentence(couldBeRead_ ? Problem::none : Problem::notRead)),
+      alive_(std::make_shared<PropertyListPreferences*>(this)) {}
+
+PropertyListPreferences::~PropertyListPreferences() = default;
+
+template <class T>
+std::optional<T> PropertyListPreferences::find(std::string_view key) const {
+    const auto found = values_.find(key);
+    if (found == values_.end()) return std::nullopt;
+    const auto* value = std::get_if<T>(&found->second->value);
+    return value ? std::optional<T>(*value) : std::nullopt;
+}
+
+std::optional<std::string> PropertyListPreferences::string(std::string_view key) const {
+    return find<std::string>(key);
+}
+std::optional<bool> PropertyListPreferences::boolean(std::string_view key) const {
+    return find<bool>(key);
+}
+std::optional<std::int64_t> PropertyListPreferences::integer(std::string_view key) const {
+    return find<std::int64_t>(key);
+}
+std::optional<Bytes> PropertyListPreferences::bytes(std::string_view key) const {
+    return find<Bytes>(key);
+}
+bool PropertyListPreferences::contains(std::string_view key) const {
+    return values_.find(key) != values_.end();
+}
+
+void PropertyListPreferences::setString(std::string_view key, std::string value) {
+    set(key, {text::isValidUtf8(value) ? std::move(value) : text::wellFormed(value)});
+}
+void PropertyListPreferences::setBoolean(std::string_view key, bool value) {
+    set(key, {value});
+}
+void PropertyListPreferences::setInteger(std::string_view key, std::int64_t value) {
+    set(key, {value});
+}
+void PropertyListPreferences::setBytes(std::string_view key, Bytes value) {
+    set(key, {std::move(value)});
+}
+
+void PropertyListPreferences::set(std::string_view key, PropertyList value) {
+    const auto found = values_.find(key);
+    if (found != values_.end() && *found->second == value) return;
+    auto shared = std::make_shared<const PropertyList>(std::move(value));
+    if (found == values_.end())
+        values_.emplace(key, shared);
+    else
+        found->second = shared;
+    note(key, std::move(shared));
+}
+
+void PropertyListPreferences::remove(std::string_view key) {
+    const auto found = values_.find(key);
+    if (found == values_.end()) return;
+    values_.erase(found);
+    note(key, nullptr);
+}
+
+std::function<void()> PropertyListPreferences::writing() {
+    return [file = file_, &scheduler = scheduler_, alive = std::weak_ptr(alive_)] {
+        if (!file->write()) return;
+        scheduler.post([alive] {
+            if (const auto self = alive.lock()) (*self)->takeOver();
+        });
+    };
+}
+
+void PropertyListPreferences::note(std::string_view key, PropertyListFile::Value value) {
+    const auto noted = file_->change(key, std::move(value));
+    changedAt_.insert_or_assign(std::string(key), noted.revision);
+    if (noted.needsWrite) disk_.run(writing());
+    changes_.notify();
+}
+
+// Another process's values, except where this one has made a newer change since that will be
+// written over them.
+void PropertyListPreferences::takeOver() {
+    bool changed = false;
+    for (auto& outcome : file_->takeOutcomes()) {
+        for (auto& [key, value] : outcome.foreign) {
+            const auto own = changedAt_.find(key);
+            if (own != changedAt_.end() && own->second > outcome.revision) continue;
+            if (value)
+                values_.insert_or_assign(key, std::move(value));
+            else
+                values_.erase(key);
+            changed = true;
+        }
+        auto error = sentence(outcome.problem);
+        changed = changed || error != persistenceError_;
+        persistenceError_ = std::move(error);
+    }
+    if (changed) changes_.notify();
+}
+
+std::function<bool()> PropertyListPreferences::flusher() {
+    return [file = file_, write = writing()] {
+        write();
+        return file->isWritten();
+    };
+}
+
+void PropertyListPreferences::flush() {
+    file_->write();
+    takeOver();
+}
+
+}  // namespace quorvi

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Quorvi/platform/Preferences.h"
+#include "Quorvi/platform/linux/propertylist/PropertyListFile.h"
+#include "QuorviCore/async/Executor.h"
+#include "QuorviCore/async/Scheduler.h"
+
+namespace quorvi {
+
+// Preferences in one file, a binary property list: XML would lose control characters and fractions
+// of a second. The file is read once, by the constructor; reads come from memory. A change is
+// written soon afterwards on the executor, merged key by key into what another process may have
+// written meanwhile; that other process's changes are taken over. Keys and types that are not known
+// here pass through unchanged. The generation before the last is kept beside the file.
+//
+// A file that can't be read is never touched: the values then come from the previous generation, if
+// there is one, and last for this run. A write that fails is tried again with the next change and
+// with flush().
+//
+// Main thread. The store and the scheduler outlive the executor, which may outlive this object.
+// Destroying it writes nothing more than what is already on its way; flush() comes before.
+class PropertyListPreferences final : public Preferences {
+public:
+    PropertyListPreferences(FileStore& files, const std::filesystem::path& file, Executor& disk,
+                            Scheduler& scheduler);
+    ~PropertyListPreferences() override;
+    PropertyListPreferences(const PropertyListPreferences&) = delete;
+    PropertyListPreferences& operator=(const PropertyListPreferences&) = delete;
+
+    std::optional<std::string> string(std::string_view key) const override;
+    std::optional<bool> boolean(std::string_view key) const override;
+    std::optional<std::int64_t> integer(std::string_view key) const override;
+    std::optional<Bytes> bytes(std::string_view key) const override;
+    bool contains(std::string_view key) const override;
+
+    // Malformed UTF-8 is replaced by U+FFFD.
+    void setString(std::string_view key, std::string value) override;
+    void setBoolean(std::string_view key, bool value) override;
+    void setInteger(std::string_view key, std::int64_t value) override;
+    void setBytes(std::string_view key, Bytes value) override;
+    void remove(std::string_view key) override;
+
+    bool couldBeRead() const override { return couldBeRead_; }
+    std::optional<std::string> persistenceError() const override { return persistenceError_; }
+    void flush() override;
+    std::function<bool()> flusher() override;
+    [[nodiscard]] Subscription onChange(std::function<void()> observer) override {
+        return changes_.subscribe(std::move(observer));
+    }
+
+private:
+    template <class T>
+    std::optional<T> find(std::string_view key) const;
+    void set(std::string_view key, PropertyList value);
+    std::function<void()> writing();
+    void note(std::string_view key, PropertyListFile::Value value);
+    void takeOver();
+
+    Executor& disk_;
+    Scheduler& scheduler_;
+    std::shared_ptr<PropertyListFile> file_;
+    PropertyListFile::Values values_;
+    std::map<std::string, std::uint64_t, std::less<>> changedAt_;  // own changes in this run
+    bool couldBeRead_;
+    std::optional<std::string> persistenceError_;
+    Observable changes_;
+    std::shared_ptr<PropertyListPreferences*> alive_;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+
+#include "Quorvi/platform/AudioCapture.h"
+#include "Quorvi/platform/linux/pulse/PulseConnection.h"
+
+struct pa_operation;
+struct pa_stream;
+
+namespace quorvi {
+
+// One recording stream from the microphone. Sound thread only, and made there as a shared_ptr. No
+// call blocks, and none waits for a server or a device that has fallen silent beyond a fixed limit.
+class PulseRecordStream : public std::enable_shared_from_this<PulseRecordStream> {
+public:
+    struct Events {
+        std::function<void(std::span<const std::int16_t>)> samples;
+        // The stream has come to its end, on its own or by drain(). The last call.
+        std::function<void()> ended;
+    };
+
+    PulseRecordStream(PulseConnection& connection, AudioSettings settings, Events events);
+    ~PulseRecordStream();
+    PulseRecordStream(const PulseRecordStream&) = delete;
+    PulseRecordStream& operator=(const PulseRecordStream&) = delete;
+
+    void begin();
+    // Stops capturing, takes what the server has captured until now, and ends.
+    void drain();
+
+private:
+    struct Callbacks;
+
+    void connect();
+    void read();
+    void pause();
+    void expectData(Duration limit);
+    void await(pa_operation* operation);
+    void end();
+
+    PulseConnection& connection_;
+    AudioSettings settings_;
+    Events events_;
+    pa_stream* stream_ = nullptr;
+    pa_operation* awaited_ = nullptr;  // of drain()
+    Timer limit_;
+    TimePoint dataDue_{};
+    bool draining_ = false;
+    bool pausing_ = false;
+    bool ended_ = false;
+};
+
+}  // namespace quorvi

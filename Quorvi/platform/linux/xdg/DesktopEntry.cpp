@@ -1,0 +1,127 @@
+#include "Quorvi/platform/linux/xdg/DesktopEntry.h"
+
+#include <glib.h>
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+namespace quorvi {
+
+namespace {
+
+constexpr auto group = "Desktop Entry";
+
+using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_free)>;
+
+bool flag(GKeyFile* file, const char* key, bool fallback) {
+    GError* error = nullptr;
+    const bool value = g_key_file_get_boolean(file, group, key, &error) != FALSE;
+    if (error == nullptr) return value;
+    g_error_free(error);
+    return fallback;
+}
+
+std::vector<std::string> list(GKeyFile* file, const char* key) {
+    gchar** values = g_key_file_get_string_list(file, group, key, nullptr, nullptr);
+    std::vector<std::string> result;
+    for (gchar** value = values; value && *value; ++value) result.emplace_back(*value);
+    g_strfreev(values);
+    return result;
+}
+
+bool namesAny(const std::vector<std::string>& names, const std::string& desktops) {
+    std::istringstream stream(desktops);
+    for (std::string desktop; std::getline(stream, desktop, ':');)
+        if (std::ranges::find(names, desktop) != names.end()) return true;
+    return false;
+}
+
+// "%%" stands for "%"; a field code is no part of a program's name.
+std::string withoutFieldCodes(std::string_view word) {
+    std::string result;
+    for (std::size_t i = 0; i < word.size(); ++i) {
+        if (word[i] != '%') {
+            result += word[i];
+        } else if (++i < word.size() && word[i] == '%') {
+            result += '%';
+        }
+    }
+    return result;
+}
+
+std::string programOf(GKeyFile* file) {
+    gchar* command = g_key_file_get_string(file, group, "Exec", nullptr);
+    if (command == nullptr) return {};
+    gchar** words = nullptr;
+    std::string program;
+    if (g_shell_parse_argv(command, nullptr, &words, nullptr)) program = withoutFieldCodes(*words);
+    g_strfreev(words);
+    g_free(command);
+    return program;
+}
+
+// A value as it stands in the file.
+std::string escapedValue(const std::string& value) {
+    std::string result;
+    for (const char c : value) {
+        if (c == '\\')
+            result += "\\\\";
+        else if (c == '\n')
+            result += "\\n";
+        else if (c == '\t')
+            result += "\\t";
+        else if (c == '\r')
+            result += "\\r";
+        else
+            result += c;
+    }
+    return result;
+}
+
+}  // namespace
+
+std::optional<DesktopEntry> DesktopEntry::read(const std::filesystem::path& file,
+                                               const std::string& desktops) {
+    const KeyFile entry(g_key_file_new(), &g_key_file_free);
+    if (!g_key_file_load_from_file(entry.get(), file.c_str(), G_KEY_FILE_NONE, nullptr) ||
+        !g_key_file_has_group(entry.get(), group))
+        return std::nullopt;
+    DesktopEntry result;
+    result.program = programOf(entry.get());
+    result.isHidden = flag(entry.get(), "Hidden", false) ||
+                      !flag(entry.get(), "X-GNOME-Autostart-enabled", true) ||
+                      !flag(entry.get(), "X-MATE-Autostart-enabled", true);
+    const auto only = list(entry.get(), "OnlyShowIn");
+    const bool isExcluded = namesAny(list(entry.get(), "NotShowIn"), desktops);
+    result.showsHere = !isExcluded && (only.empty() || namesAny(only, desktops));
+    return result;
+}
+
+std::string quotedForExec(const std::string& path) {
+    std::string quoted = "\"";
+    for (const char c : path) {
+        if (std::string_view("\"`$\\").find(c) != std::string_view::npos) quoted += '\\';
+        if (c == '%') quoted += '%';
+        quoted += c;
+    }
+    return quoted + '"';
+}
+
+std::string autostartEntry(const std::string& program) {
+    return "[Desktop Entry]\n"
+           "Type=Application\n"
+           "Name=Quorvi\n"
+           "Comment=Dictation that works in every application\n"
+           "Exec=" +
+           escapedValue(quotedForExec(program)) + "\nTryExec=" + escapedValue(program) +
+           "\n"
+           "Icon=app.quorvi.Quorvi\n"
+           "Terminal=false\n"
+           "StartupNotify=false\n"
+           "X-GNOME-Autostart-enabled=true\n";
+}
+
+}  // namespace quorvi

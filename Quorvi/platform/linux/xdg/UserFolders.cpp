@@ -1,0 +1,43 @@
+#include "Quorvi/platform/linux/xdg/UserFolders.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <stdexcept>
+
+namespace quorvi {
+
+namespace {
+
+constexpr auto folderName = "Quorvi";
+
+// The variable's folder, empty when it names none.
+std::filesystem::path variable(const char* name) {
+    const char* value = std::getenv(name);
+    std::filesystem::path folder = value ? value : "";
+    return folder.is_absolute() ? folder : std::filesystem::path{};
+}
+
+std::filesystem::path home() {
+    if (auto folder = variable("HOME"); !folder.empty()) return folder;
+    const passwd* account = ::getpwuid(::getuid());
+    if (!account || !account->pw_dir || *account->pw_dir != '/')
+        throw std::runtime_error("The user has no home folder.");
+    return account->pw_dir;
+}
+
+std::filesystem::path folder(const char* name, const char* standard) {
+    auto base = variable(name);
+    if (base.empty()) base = home() / standard;
+    return base / folderName;
+}
+
+}  // namespace
+
+UserFolders UserFolders::find() {
+    return {.data = folder("XDG_DATA_HOME", ".local/share"),
+            .config = folder("XDG_CONFIG_HOME", ".config")};
+}
+
+}  // namespace quorvi
