@@ -1,6 +1,6 @@
 #pragma once
 
-#include "QuorviCore/Secret.h"
+#include "QuorviCore/base/Secret.h"
 
 namespace quorvi {
 

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "Quorvi/corrections/TarnelCorrections.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/text/Text.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -19,14 +19,14 @@
 #include "Quorvi/history/HistoryStore.h"
 #include "Quorvi/input/GlobalHotkey.h"
 #include "Quorvi/insertion/TextInsertion.h"
+#include "Quorvi/platform/AccountSyncing.h"
 #include "Quorvi/platform/KeyStore.h"
 #include "Quorvi/platform/LocalKeyMonitor.h"
 #include "Quorvi/platform/Preferences.h"
 #include "Quorvi/platform/SystemPermissions.h"
-#include "Quorvi/sync/AccountSyncing.h"
+#include "Quorvi/transcription/TranscriptionClient.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
-#include "QuorviCore/transcription/TranscriptionClient.h"
 
 namespace quorvi {
 

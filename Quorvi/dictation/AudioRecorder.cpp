@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "Quorvi/dictation/RecordingFolder.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/identity/Uuid.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

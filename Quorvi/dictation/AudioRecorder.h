@@ -7,10 +7,10 @@
 #include <string>
 
 #include "Quorvi/platform/AudioCapture.h"
-#include "QuorviCore/Bytes.h"
 #include "QuorviCore/async/Executor.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/async/Task.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

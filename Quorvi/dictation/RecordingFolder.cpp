@@ -8,7 +8,7 @@
 #include <string>
 #include <system_error>
 
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi::recordings {
 

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Quorvi/platform/Descriptor.h"
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

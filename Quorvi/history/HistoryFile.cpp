@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/history/HistoryArchive.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/CorrectionContext.h"
 #include "QuorviCore/text/Text.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 

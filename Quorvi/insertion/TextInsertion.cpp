@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "Quorvi/insertion/PasteKeyboard.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/text/Text.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/async/Task.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

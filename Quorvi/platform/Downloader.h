@@ -6,8 +6,8 @@
 #include <stop_token>
 #include <string>
 
-#include "QuorviCore/Bytes.h"
 #include "QuorviCore/async/Task.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

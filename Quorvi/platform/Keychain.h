@@ -5,8 +5,8 @@
 #include <stop_token>
 #include <string>
 
-#include "QuorviCore/Secret.h"
 #include "QuorviCore/async/Observable.h"
+#include "QuorviCore/base/Secret.h"
 
 namespace quorvi {
 

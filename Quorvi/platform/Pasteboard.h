@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
 #include "QuorviCore/async/Task.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <variant>
 
-#include "QuorviCore/Bytes.h"
 #include "QuorviCore/async/Observable.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

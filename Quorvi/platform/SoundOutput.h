@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

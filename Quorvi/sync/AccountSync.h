@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/sync/AccountSyncing.h"
+#include "Quorvi/platform/AccountSyncing.h"
 #include "Quorvi/sync/Activity.h"
 #include "Quorvi/sync/CloudSyncEngine.h"
 #include "Quorvi/sync/SyncApplication.h"

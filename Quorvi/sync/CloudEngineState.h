@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Quorvi/platform/CloudDatabase.h"
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

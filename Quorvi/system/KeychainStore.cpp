@@ -2,10 +2,10 @@
 
 #include <utility>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/identity/BundleIdentifier.h"
 #include "QuorviCore/text/Text.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -1,9 +1,9 @@
 #include "Quorvi/system/MemoryKeyStore.h"
 
-#include "QuorviCore/Wipe.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
+#include "QuorviCore/base/Wipe.h"
 #include "QuorviCore/text/Text.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/json/JsonReading.h"
 #include "QuorviCore/json/JsonWriting.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

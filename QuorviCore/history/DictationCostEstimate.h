@@ -1,6 +1,6 @@
 #pragma once
 
-#include "QuorviCore/SharedString.h"
+#include "QuorviCore/base/SharedString.h"
 #include "QuorviCore/transcription/TranscriptionOptions.h"
 
 namespace quorvi {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
-#include "QuorviCore/SharedString.h"
 #include "QuorviCore/async/Date.h"
+#include "QuorviCore/base/SharedString.h"
 #include "QuorviCore/history/DictationCostEstimate.h"
 #include "QuorviCore/identity/Uuid.h"
 

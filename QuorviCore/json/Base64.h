@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "QuorviCore/SharedString.h"
+#include "QuorviCore/base/SharedString.h"
 
 // Bytes as they are written in JSON: the standard alphabet, padded.
 namespace quorvi::json {

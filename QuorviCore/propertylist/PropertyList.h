@@ -10,8 +10,8 @@
 #include <variant>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
 #include "QuorviCore/async/Date.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/propertylist/PropertyList.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <variant>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 #include "QuorviCore/corrections/TextCorrections.h"
 #include "QuorviCore/history/DictationRecords.h"
 #include "QuorviCore/sync/SyncLedger.h"

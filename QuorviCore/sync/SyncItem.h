@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "QuorviCore/SharedString.h"
+#include "QuorviCore/base/SharedString.h"
 
 namespace quorvi {
 

@@ -10,8 +10,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "QuorviCore/SharedString.h"
 #include "QuorviCore/async/Date.h"
+#include "QuorviCore/base/SharedString.h"
 #include "QuorviCore/sync/SyncItem.h"
 
 namespace quorvi {

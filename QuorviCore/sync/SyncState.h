@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "QuorviCore/SharedString.h"
 #include "QuorviCore/async/Date.h"
+#include "QuorviCore/base/SharedString.h"
 #include "QuorviCore/sync/SyncLedger.h"
 
 namespace quorvi {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 #include "QuorviCore/identity/Uuid.h"
 
 namespace quorvi {

@@ -4,8 +4,8 @@
 #include <charconv>
 #include <optional>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/text/Text.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

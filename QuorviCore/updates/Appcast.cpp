@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/updates/Version.h"
 
 namespace quorvi {

@@ -5,8 +5,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/text/Text.h"
-#include "QuorviCore/transcription/QuorviError.h"
 #include "QuorviCore/updates/Appcast.h"
 #include "QuorviCore/updates/Version.h"
 

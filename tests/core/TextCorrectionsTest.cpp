@@ -7,8 +7,8 @@
 #include <limits>
 #include <thread>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
-#include "QuorviCore/transcription/QuorviError.h"
 #include "tests/support/Texts.h"
 
 namespace quorvi::test {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "QuorviCore/transcription/TranscriptionClient.h"
+#include "Quorvi/transcription/TranscriptionClient.h"
 #include "tests/fakes/FakeHttpTransport.h"
 #include "tests/fakes/VirtualScheduler.h"
 #include "tests/support/Waiting.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/updates/Appcast.h"
 #include "QuorviCore/updates/ReleaseNotes.h"
 #include "QuorviCore/updates/UpdateSignature.h"

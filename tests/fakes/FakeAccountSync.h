@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Quorvi/sync/AccountSyncing.h"
+#include "Quorvi/platform/AccountSyncing.h"
 
 namespace quorvi::test {
 

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "Quorvi/platform/AudioCapture.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi::test {
 

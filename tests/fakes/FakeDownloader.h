@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "Quorvi/platform/Downloader.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi::test {
 

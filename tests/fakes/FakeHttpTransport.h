@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "Quorvi/platform/HttpTransport.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/transcription/HttpTransport.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi::test {
 

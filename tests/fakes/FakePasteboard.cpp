@@ -3,8 +3,8 @@
 #include <chrono>
 #include <utility>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Future.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi::test {
 

@@ -6,7 +6,7 @@
 
 #include "Quorvi/dictation/RecordingCue.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 #include "tests/support/SoundServer.h"
 #include "tests/support/SpeakerEar.h"
 

@@ -8,7 +8,7 @@
 
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "QuorviCore/transcription/TranscriptionClient.h"
+#include "Quorvi/transcription/TranscriptionClient.h"
 #include "tests/support/SpeechSamples.h"
 #include "tests/support/Waiting.h"
 

@@ -8,8 +8,8 @@
 
 #include "Quorvi/corrections/TarnelCorrections.h"
 #include "Quorvi/system/MemoryPreferences.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
-#include "QuorviCore/transcription/QuorviError.h"
 #include "tests/fakes/VirtualScheduler.h"
 
 namespace quorvi::test {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/x11/X11Connection.h"
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi::test {
 

@@ -15,8 +15,8 @@
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/system/KeychainStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
-#include "QuorviCore/Wipe.h"
 #include "QuorviCore/async/Async.h"
+#include "QuorviCore/base/Wipe.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/pulse/AacFileWriter.h"
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 #include "tests/support/Process.h"
 
 namespace quorvi::test {

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi::speech {
 

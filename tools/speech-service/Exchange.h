@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 #include "tools/speech-service/Reply.h"
 
 namespace quorvi::speech {

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "QuorviCore/Wipe.h"
+#include "QuorviCore/base/Wipe.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi::speech {

@@ -7,7 +7,7 @@
 #include <mutex>
 #include <thread>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 #include "tools/speech-service/Recognizer.h"
 #include "tools/speech-service/Reply.h"
 

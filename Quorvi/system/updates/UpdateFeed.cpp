@@ -3,8 +3,8 @@
 #include <string_view>
 #include <utility>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/transcription/QuorviError.h"
 #include "QuorviCore/updates/ReleaseNotes.h"
 
 namespace quorvi {

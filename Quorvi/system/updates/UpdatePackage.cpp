@@ -5,9 +5,9 @@
 #include <system_error>
 #include <utility>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/base/Bytes.h"
 #include "QuorviCore/updates/UpdateSignature.h"
 #include "QuorviCore/updates/Version.h"
 

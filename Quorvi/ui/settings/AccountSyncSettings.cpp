@@ -3,7 +3,7 @@
 #include <QDateTime>
 #include <QLocale>
 
-#include "Quorvi/sync/AccountSyncing.h"
+#include "Quorvi/platform/AccountSyncing.h"
 #include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spinner.h"

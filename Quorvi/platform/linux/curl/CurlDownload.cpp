@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/curl/CurlSupport.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Task.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -11,8 +11,8 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/curl/CurlDownload.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

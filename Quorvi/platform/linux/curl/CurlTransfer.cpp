@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/curl/CurlSupport.h"
-#include "QuorviCore/Wipe.h"
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
+#include "QuorviCore/base/Wipe.h"
 
 namespace quorvi {
 

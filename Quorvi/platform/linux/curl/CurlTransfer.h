@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "Quorvi/platform/HttpTransport.h"
 #include "QuorviCore/async/Future.h"
-#include "QuorviCore/transcription/HttpTransport.h"
 
 // Included only by the sources of CurlTransport.
 namespace quorvi {

@@ -12,8 +12,8 @@
 
 #include "Quorvi/platform/linux/curl/CurlSupport.h"
 #include "Quorvi/platform/linux/curl/CurlTransfer.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "Quorvi/platform/HttpTransport.h"
 #include "QuorviCore/async/Scheduler.h"
-#include "QuorviCore/transcription/HttpTransport.h"
 
 namespace quorvi {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/postgres/PostgresErrors.h"
-#include "QuorviCore/Wipe.h"
+#include "QuorviCore/base/Wipe.h"
 
 namespace quorvi {
 

@@ -9,7 +9,7 @@
 #include "Quorvi/platform/CloudDatabase.h"
 #include "Quorvi/platform/linux/postgres/PostgresAddress.h"
 #include "Quorvi/platform/linux/postgres/PostgresQuery.h"
-#include "QuorviCore/Secret.h"
+#include "QuorviCore/base/Secret.h"
 
 namespace quorvi {
 

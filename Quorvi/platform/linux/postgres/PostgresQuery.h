@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

@@ -5,8 +5,8 @@
 #include <optional>
 #include <stop_token>
 
-#include "QuorviCore/Secret.h"
 #include "QuorviCore/async/Scheduler.h"
+#include "QuorviCore/base/Secret.h"
 
 namespace quorvi {
 

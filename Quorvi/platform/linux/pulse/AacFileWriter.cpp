@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/pulse/AvLibraries.h"
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 

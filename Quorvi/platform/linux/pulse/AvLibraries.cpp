@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 

@@ -7,7 +7,7 @@
 
 #include "Quorvi/platform/linux/pulse/AacFileWriter.h"
 #include "Quorvi/platform/linux/pulse/PulseRecordStream.h"
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 

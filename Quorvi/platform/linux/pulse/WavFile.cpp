@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 

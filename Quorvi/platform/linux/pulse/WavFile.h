@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

@@ -10,7 +10,7 @@
 #include <memory>
 #include <utility>
 
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 

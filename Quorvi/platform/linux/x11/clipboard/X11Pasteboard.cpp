@@ -15,8 +15,8 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/x11/clipboard/X11ClipboardSession.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Future.h"
-#include "QuorviCore/transcription/QuorviError.h"
 
 namespace quorvi {
 

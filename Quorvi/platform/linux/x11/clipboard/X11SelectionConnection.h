@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
 #include "QuorviCore/async/Scheduler.h"
+#include "QuorviCore/base/Bytes.h"
 
 struct xcb_connection_t;
 

@@ -1,4 +1,4 @@
-#include "QuorviCore/transcription/TranscriptionClient.h"
+#include "Quorvi/transcription/TranscriptionClient.h"
 
 #include <rapidjson/encodedstream.h>
 #include <rapidjson/memorystream.h>
@@ -9,8 +9,8 @@
 #include <string_view>
 #include <utility>
 
-#include "QuorviCore/Wipe.h"
 #include "QuorviCore/async/Async.h"
+#include "QuorviCore/base/Wipe.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/transcription/MultipartBody.h"
 

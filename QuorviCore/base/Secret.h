@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "QuorviCore/Wipe.h"
+#include "QuorviCore/base/Wipe.h"
 
 namespace quorvi {
 

@@ -1,4 +1,4 @@
-#include "QuorviCore/SharedString.h"
+#include "QuorviCore/base/SharedString.h"
 
 #include <cstring>
 #include <limits>

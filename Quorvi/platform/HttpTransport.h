@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "QuorviCore/Bytes.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/async/Task.h"
+#include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
 

@@ -3,10 +3,10 @@
 #include <stop_token>
 #include <string>
 
-#include "QuorviCore/Bytes.h"
+#include "Quorvi/platform/HttpTransport.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Task.h"
-#include "QuorviCore/transcription/HttpTransport.h"
-#include "QuorviCore/transcription/QuorviError.h"
+#include "QuorviCore/base/Bytes.h"
 #include "QuorviCore/transcription/ServiceAddress.h"
 #include "QuorviCore/transcription/TranscriptionOptions.h"
 
