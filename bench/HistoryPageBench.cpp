@@ -10,8 +10,8 @@
 
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/shell/QtScheduler.h"
 #include "Quorvi/system/MemoryPreferences.h"
-#include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/history/HistoryPage.h"
 #include "Quorvi/ui/insights/InsightsPage.h"

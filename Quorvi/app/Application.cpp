@@ -9,15 +9,8 @@
 #include <utility>
 
 #include "Quorvi/app/AppWindow.h"
-#include "Quorvi/app/BusService.h"
 #include "Quorvi/app/CommandLine.h"
-#include "Quorvi/app/DesktopColorScheme.h"
-#include "Quorvi/app/HelperPrograms.h"
-#include "Quorvi/app/InterruptionNote.h"
 #include "Quorvi/app/LinuxDesktop.h"
-#include "Quorvi/app/QtKeyMonitor.h"
-#include "Quorvi/app/QuitSignals.h"
-#include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/app/Synchronisation.h"
 #include "Quorvi/app/Updates.h"
@@ -26,13 +19,20 @@
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+#include "Quorvi/shell/BusService.h"
+#include "Quorvi/shell/DesktopColorScheme.h"
+#include "Quorvi/shell/HelperPrograms.h"
+#include "Quorvi/shell/InterruptionNote.h"
+#include "Quorvi/shell/LaunchPolicy.h"
+#include "Quorvi/shell/QtKeyMonitor.h"
+#include "Quorvi/shell/QtScheduler.h"
+#include "Quorvi/shell/QuitSignals.h"
+#include "Quorvi/shell/SingleInstance.h"
 #include "Quorvi/system/MemoryKeyStore.h"
-#include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/Translations.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/indicator/RecordingPanel.h"
 #include "Quorvi/ui/status/StatusItem.h"
-#include "QuorviCore/launch/LaunchPolicy.h"
 
 namespace quorvi {
 

@@ -11,14 +11,14 @@
 #include <vector>
 
 #include "Quorvi/app/Application.h"
-#include "Quorvi/app/BusCommand.h"
-#include "Quorvi/app/CloudCommand.h"
 #include "Quorvi/app/CommandLine.h"
-#include "Quorvi/app/Doctor.h"
-#include "Quorvi/app/EraseCommand.h"
-#include "Quorvi/app/KeyCommand.h"
-#include "Quorvi/app/TransferCommand.h"
+#include "Quorvi/app/commands/CloudCommand.h"
+#include "Quorvi/app/commands/Doctor.h"
+#include "Quorvi/app/commands/EraseCommand.h"
+#include "Quorvi/app/commands/KeyCommand.h"
+#include "Quorvi/app/commands/TransferCommand.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
+#include "Quorvi/shell/BusCommand.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <QScreen>
 
 #include "Quorvi/app/LinuxDesktop.h"
-#include "Quorvi/ui/QtScheduler.h"
+#include "Quorvi/shell/QtScheduler.h"
 #include "Quorvi/ui/indicator/RecordingPanel.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"

@@ -1,4 +1,4 @@
-#include "Quorvi/app/DesktopColorScheme.h"
+#include "Quorvi/shell/DesktopColorScheme.h"
 
 #include <gtest/gtest.h>
 

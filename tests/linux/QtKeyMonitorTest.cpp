@@ -1,4 +1,4 @@
-#include "Quorvi/app/QtKeyMonitor.h"
+#include "Quorvi/shell/QtKeyMonitor.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
-#include "Quorvi/ui/QtScheduler.h"
+#include "Quorvi/shell/QtScheduler.h"
 #include "tests/support/TestUser.h"
 
 namespace quorvi::test {

@@ -11,8 +11,8 @@
 
 #include "Quorvi/platform/linux/curl/CurlDownloader.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/shell/QtScheduler.h"
 #include "Quorvi/system/MemoryPreferences.h"
-#include "Quorvi/ui/QtScheduler.h"
 #include "Quorvi/ui/UpdateSettings.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/support/SignedReleases.h"

@@ -1,4 +1,4 @@
-#include "Quorvi/app/EraseCommand.h"
+#include "Quorvi/app/commands/EraseCommand.h"
 
 #include <unistd.h>
 
@@ -12,9 +12,8 @@
 
 #include "Quorvi/app/CloudDatabases.h"
 #include "Quorvi/app/CloudPassword.h"
-#include "Quorvi/app/KeyCommand.h"
-#include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/app/commands/KeyCommand.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
@@ -22,6 +21,7 @@
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
+#include "Quorvi/shell/SingleInstance.h"
 
 namespace quorvi {
 

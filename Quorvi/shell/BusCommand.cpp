@@ -1,4 +1,4 @@
-#include "Quorvi/app/BusCommand.h"
+#include "Quorvi/shell/BusCommand.h"
 
 #include <gio/gio.h>
 
@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-#include "Quorvi/app/BusNames.h"
+#include "Quorvi/shell/BusNames.h"
 
 namespace quorvi {
 

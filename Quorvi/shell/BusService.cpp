@@ -1,11 +1,11 @@
-#include "Quorvi/app/BusService.h"
+#include "Quorvi/shell/BusService.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <utility>
 
-#include "Quorvi/app/BusNames.h"
+#include "Quorvi/shell/BusNames.h"
 
 namespace quorvi {
 

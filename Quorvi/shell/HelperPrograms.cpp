@@ -1,4 +1,4 @@
-#include "Quorvi/app/HelperPrograms.h"
+#include "Quorvi/shell/HelperPrograms.h"
 
 #include <QCoreApplication>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "Quorvi/app/QuitSignals.h"
+#include "Quorvi/shell/QuitSignals.h"
 
 #include <sys/eventfd.h>
 #include <unistd.h>

@@ -1,12 +1,12 @@
-#include "Quorvi/app/KeyCommand.h"
+#include "Quorvi/app/commands/KeyCommand.h"
 
 #include <chrono>
 #include <cstdio>
 #include <optional>
 #include <string>
 
-#include "Quorvi/app/SecretInput.h"
 #include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/app/commands/SecretInput.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"

@@ -1,4 +1,4 @@
-#include "Quorvi/app/TransferCommand.h"
+#include "Quorvi/app/commands/TransferCommand.h"
 
 #include <unistd.h>
 
@@ -10,13 +10,13 @@
 #include <string>
 #include <utility>
 
-#include "Quorvi/app/SingleInstance.h"
 #include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+#include "Quorvi/shell/SingleInstance.h"
 #include "Quorvi/transfer/UserData.h"
 #include "QuorviCore/transfer/ExportDocument.h"
 

@@ -1,4 +1,4 @@
-#include "Quorvi/app/Doctor.h"
+#include "Quorvi/app/commands/Doctor.h"
 
 #include <QApplication>
 #include <QSystemTrayIcon>
@@ -8,7 +8,6 @@
 #include <string>
 #include <utility>
 
-#include "Quorvi/app/BusCommand.h"
 #include "Quorvi/app/CloudDatabases.h"
 #include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
@@ -21,6 +20,7 @@
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
+#include "Quorvi/shell/BusCommand.h"
 #include "Quorvi/sync/AccountSync.h"
 #include "QuorviCore/identity/BundleIdentifier.h"
 #include "QuorviCore/transcription/ServiceAddress.h"

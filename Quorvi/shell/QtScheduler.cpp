@@ -1,4 +1,4 @@
-#include "Quorvi/ui/QtScheduler.h"
+#include "Quorvi/shell/QtScheduler.h"
 
 #include <QTimer>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "Quorvi/app/InterruptionNote.h"
+#include "Quorvi/shell/InterruptionNote.h"
 
 #include <fcntl.h>
 #include <unistd.h>

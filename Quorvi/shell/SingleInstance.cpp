@@ -1,4 +1,4 @@
-#include "Quorvi/app/SingleInstance.h"
+#include "Quorvi/shell/SingleInstance.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,4 +1,4 @@
-#include "Quorvi/app/SecretInput.h"
+#include "Quorvi/app/commands/SecretInput.h"
 
 #include <termios.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "Quorvi/app/CloudCheckCommand.h"
+#include "Quorvi/app/commands/CloudCheckCommand.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "Quorvi/app/QtKeyMonitor.h"
+#include "Quorvi/shell/QtKeyMonitor.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>

@@ -1,14 +1,14 @@
-#include "Quorvi/app/CloudCommand.h"
+#include "Quorvi/app/commands/CloudCommand.h"
 
 #include <cstdio>
 #include <stdexcept>
 #include <string>
 
-#include "Quorvi/app/CloudCheckCommand.h"
 #include "Quorvi/app/CloudDatabases.h"
 #include "Quorvi/app/CloudPassword.h"
-#include "Quorvi/app/SecretInput.h"
 #include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/app/commands/CloudCheckCommand.h"
+#include "Quorvi/app/commands/SecretInput.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
