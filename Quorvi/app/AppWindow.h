@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "Quorvi/ui/window/WindowServices.h"
+#include "Quorvi/ui/WindowServices.h"
 
 namespace quorvi {
 

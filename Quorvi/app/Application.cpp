@@ -29,10 +29,10 @@
 #include "Quorvi/shell/QuitSignals.h"
 #include "Quorvi/shell/SingleInstance.h"
 #include "Quorvi/system/MemoryKeyStore.h"
-#include "Quorvi/ui/Translations.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/indicator/RecordingPanel.h"
 #include "Quorvi/ui/status/StatusItem.h"
+#include "Quorvi/ui/translations/Translations.h"
 
 namespace quorvi {
 

@@ -4,7 +4,7 @@
 
 #include "Quorvi/platform/Preferences.h"
 #include "Quorvi/system/updates/AppUpdater.h"
-#include "Quorvi/ui/UpdateWindow.h"
+#include "Quorvi/ui/updates/UpdateWindow.h"
 
 namespace quorvi {
 

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/UpdateWindow.h"
+#include "Quorvi/ui/updates/UpdateWindow.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/shell/QtScheduler.h"
 #include "Quorvi/system/MemoryPreferences.h"
-#include "Quorvi/ui/UpdateSettings.h"
+#include "Quorvi/ui/updates/UpdateSettings.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/support/SignedReleases.h"
 #include "tests/support/TlsServer.h"

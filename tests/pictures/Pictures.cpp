@@ -9,14 +9,14 @@
 #include <QPushButton>
 #include <cstdio>
 
-#include "Quorvi/ui/Translations.h"
-#include "Quorvi/ui/UpdateWindow.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/design/Page.h"
 #include "Quorvi/ui/history/HistoryPage.h"
 #include "Quorvi/ui/history/HistoryRow.h"
+#include "Quorvi/ui/translations/Translations.h"
+#include "Quorvi/ui/updates/UpdateWindow.h"
 #include "Quorvi/ui/window/Pages.h"
 #include "tests/support/Palettes.h"
 #include "tests/support/WindowWorld.h"

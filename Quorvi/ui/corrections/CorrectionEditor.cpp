@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "Quorvi/corrections/CorrectionStore.h"
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ModelText.h"
 #include "QuorviCore/corrections/TextCorrections.h"
 
 namespace quorvi {

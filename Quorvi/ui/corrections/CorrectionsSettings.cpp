@@ -6,13 +6,13 @@
 #include <utility>
 
 #include "Quorvi/corrections/CorrectionStore.h"
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/corrections/CorrectionRow.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Symbols.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 namespace quorvi {
 

@@ -10,8 +10,8 @@
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Symbols.h"
-#include "Quorvi/ui/history/Confirmation.h"
 #include "Quorvi/ui/history/HistoryTexts.h"
+#include "Quorvi/ui/widgets/Confirmation.h"
 #include "QuorviCore/async/Async.h"
 
 namespace quorvi {

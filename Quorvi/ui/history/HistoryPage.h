@@ -13,8 +13,8 @@
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 #include "Quorvi/ui/history/HistoryRow.h"
-#include "Quorvi/ui/history/ProblemNote.h"
 #include "Quorvi/ui/history/RowList.h"
+#include "Quorvi/ui/widgets/ProblemNote.h"
 
 namespace quorvi {
 

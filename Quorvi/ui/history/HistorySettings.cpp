@@ -3,9 +3,9 @@
 #include <QShowEvent>
 #include <utility>
 
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/history/Confirmation.h"
+#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/Confirmation.h"
 
 namespace quorvi {
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Quorvi/ui/StageIcon.h"
+#include "Quorvi/ui/widgets/StageIcon.h"
 
 namespace quorvi {
 

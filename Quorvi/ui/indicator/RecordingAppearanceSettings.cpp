@@ -3,10 +3,10 @@
 #include <QVBoxLayout>
 #include <optional>
 
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 namespace quorvi {
 

@@ -8,8 +8,8 @@
 #include <cmath>
 #include <utility>
 
-#include "Quorvi/ui/ModelText.h"
-#include "Quorvi/ui/StageIcon.h"
+#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/StageIcon.h"
 
 namespace quorvi {
 

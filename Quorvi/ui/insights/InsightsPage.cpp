@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/history/HistoryTexts.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 namespace quorvi {
 

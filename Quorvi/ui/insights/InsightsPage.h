@@ -8,9 +8,9 @@
 #include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Page.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
-#include "Quorvi/ui/history/ProblemNote.h"
 #include "Quorvi/ui/history/UsageCostSection.h"
 #include "Quorvi/ui/insights/Charts.h"
+#include "Quorvi/ui/widgets/ProblemNote.h"
 
 namespace quorvi {
 

@@ -4,10 +4,10 @@
 #include <QLocale>
 
 #include "Quorvi/platform/AccountSyncing.h"
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spinner.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 namespace quorvi {
 

@@ -6,10 +6,10 @@
 
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/KeyStore.h"
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 namespace quorvi {
 

@@ -3,11 +3,11 @@
 #include <QMenu>
 
 #include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/settings/LabelledRow.h"
+#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/LabelledRow.h"
 
 namespace quorvi {
 

@@ -3,9 +3,9 @@
 #include <QShowEvent>
 
 #include "Quorvi/system/LaunchAtLoginController.h"
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 namespace quorvi {
 

@@ -4,7 +4,7 @@
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/settings/LabelledRow.h"
+#include "Quorvi/ui/widgets/LabelledRow.h"
 
 namespace quorvi {
 

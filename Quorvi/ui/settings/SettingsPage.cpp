@@ -1,7 +1,6 @@
 #include "Quorvi/ui/settings/SettingsPage.h"
 
 #include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/ui/UpdateSettings.h"
 #include "Quorvi/ui/corrections/CorrectionsSettings.h"
 #include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/history/HistorySettings.h"
@@ -12,6 +11,7 @@
 #include "Quorvi/ui/settings/GeneralSettings.h"
 #include "Quorvi/ui/settings/PrivacySettings.h"
 #include "Quorvi/ui/settings/RecognitionSettings.h"
+#include "Quorvi/ui/updates/UpdateSettings.h"
 
 namespace quorvi {
 

@@ -7,9 +7,9 @@
 #include <QPixmap>
 #include <utility>
 
-#include "Quorvi/ui/ModelText.h"
-#include "Quorvi/ui/StageIcon.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/StageIcon.h"
 
 namespace quorvi {
 

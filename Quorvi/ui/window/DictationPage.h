@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 
+#include "Quorvi/ui/WindowServices.h"
 #include "Quorvi/ui/design/Page.h"
-#include "Quorvi/ui/window/WindowServices.h"
 
 namespace quorvi {
 

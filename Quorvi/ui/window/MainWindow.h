@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <array>
 
-#include "Quorvi/ui/window/WindowServices.h"
+#include "Quorvi/ui/WindowServices.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {

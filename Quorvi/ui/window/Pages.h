@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Quorvi/ui/window/WindowServices.h"
+#include "Quorvi/ui/WindowServices.h"
 
 class QWidget;
 

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/history/Confirmation.h"
+#include "Quorvi/ui/widgets/Confirmation.h"
 
 #include <QCoreApplication>
 #include <QGridLayout>

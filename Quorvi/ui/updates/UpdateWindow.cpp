@@ -1,4 +1,4 @@
-#include "Quorvi/ui/UpdateWindow.h"
+#include "Quorvi/ui/updates/UpdateWindow.h"
 
 #include <QCloseEvent>
 #include <QDateTime>
@@ -8,8 +8,8 @@
 #include <QLocale>
 #include <QVBoxLayout>
 
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Controls.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 namespace quorvi {
 

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/Translations.h"
+#include "Quorvi/ui/translations/Translations.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/UpdateSettings.h"
+#include "Quorvi/ui/updates/UpdateSettings.h"
 
 #include "Quorvi/system/updates/AppUpdater.h"
 #include "Quorvi/ui/design/Controls.h"

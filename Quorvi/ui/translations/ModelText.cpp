@@ -1,4 +1,4 @@
-#include "Quorvi/ui/ModelText.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 #include <QCoreApplication>
 #include <QStringList>

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/StageIcon.h"
+#include "Quorvi/ui/widgets/StageIcon.h"
 
 #include <QPainterPath>
 

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/settings/LabelledRow.h"
+#include "Quorvi/ui/widgets/LabelledRow.h"
 
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"

@@ -1,10 +1,10 @@
-#include "Quorvi/ui/history/ProblemNote.h"
+#include "Quorvi/ui/widgets/ProblemNote.h"
 
 #include <QHBoxLayout>
 
-#include "Quorvi/ui/ModelText.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ModelText.h"
 
 namespace quorvi {
 
