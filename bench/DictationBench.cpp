@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/app/LinuxDesktop.h"
+#include "Quorvi/app/composition/LinuxDesktop.h"
 #include "Quorvi/dictation/RecordingCue.h"
 #include "Quorvi/insertion/PasteKeyboard.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/app/LinuxDesktop.h"
+#include "Quorvi/app/composition/LinuxDesktop.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/system/MemoryKeyStore.h"

@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QScreen>
 
-#include "Quorvi/app/LinuxDesktop.h"
+#include "Quorvi/app/composition/LinuxDesktop.h"
 #include "Quorvi/shell/QtScheduler.h"
 #include "Quorvi/ui/indicator/RecordingPanel.h"
 #include "tests/fakes/FakeDownloader.h"

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "Quorvi/app/CloudDatabases.h"
-#include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/app/composition/CloudDatabases.h"
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"

@@ -4,11 +4,11 @@
 #include <stdexcept>
 #include <string>
 
-#include "Quorvi/app/CloudDatabases.h"
-#include "Quorvi/app/CloudPassword.h"
-#include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/app/commands/CloudCheckCommand.h"
 #include "Quorvi/app/commands/SecretInput.h"
+#include "Quorvi/app/composition/CloudDatabases.h"
+#include "Quorvi/app/composition/CloudPassword.h"
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"

@@ -8,8 +8,8 @@
 #include <string>
 #include <utility>
 
-#include "Quorvi/app/CloudDatabases.h"
-#include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/app/composition/CloudDatabases.h"
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"

@@ -10,10 +10,10 @@
 #include <string>
 #include <system_error>
 
-#include "Quorvi/app/CloudDatabases.h"
-#include "Quorvi/app/CloudPassword.h"
-#include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/app/commands/KeyCommand.h"
+#include "Quorvi/app/composition/CloudDatabases.h"
+#include "Quorvi/app/composition/CloudPassword.h"
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "Quorvi/app/StoredFiles.h"
 #include "Quorvi/app/commands/SecretInput.h"
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"

@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-#include "Quorvi/app/StoredFiles.h"
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/PosixJournalFiles.h"

@@ -1,11 +1,11 @@
-#include "Quorvi/app/CloudDatabases.h"
+#include "Quorvi/app/composition/CloudDatabases.h"
 
 #include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <string_view>
 
-#include "Quorvi/app/CloudPassword.h"
+#include "Quorvi/app/composition/CloudPassword.h"
 #include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
 #include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 

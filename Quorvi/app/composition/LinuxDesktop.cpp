@@ -1,4 +1,4 @@
-#include "Quorvi/app/LinuxDesktop.h"
+#include "Quorvi/app/composition/LinuxDesktop.h"
 
 #include <atomic>
 #include <filesystem>

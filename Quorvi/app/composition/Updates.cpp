@@ -1,4 +1,4 @@
-#include "Quorvi/app/Updates.h"
+#include "Quorvi/app/composition/Updates.h"
 
 #include <QStandardPaths>
 #include <QSysInfo>

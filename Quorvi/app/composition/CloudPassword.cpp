@@ -1,4 +1,4 @@
-#include "Quorvi/app/CloudPassword.h"
+#include "Quorvi/app/composition/CloudPassword.h"
 
 #include <utility>
 

@@ -1,11 +1,11 @@
-#include "Quorvi/app/Synchronisation.h"
+#include "Quorvi/app/composition/Synchronisation.h"
 
 #include <cstdio>
 #include <stdexcept>
 
-#include "Quorvi/app/CloudDatabases.h"
-#include "Quorvi/app/StoredFiles.h"
-#include "Quorvi/app/UnusableCloudDatabase.h"
+#include "Quorvi/app/composition/CloudDatabases.h"
+#include "Quorvi/app/composition/StoredFiles.h"
+#include "Quorvi/app/composition/UnusableCloudDatabase.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
