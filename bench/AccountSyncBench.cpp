@@ -9,8 +9,8 @@
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "bench/Figure.h"
-#include "tests/model/SyncMachine.h"
 #include "tests/support/GeneratedHistory.h"
+#include "tests/sync/SyncMachine.h"
 
 namespace quorvi::bench {
 namespace {

@@ -32,7 +32,7 @@ public:
     };
 
     ScriptedSpeech()
-        : process_({"python3", QUORVI_TEST_SUPPORT "/scripted_speech_service.py",
+        : process_({"python3", QUORVI_SOURCE "/tests/support/programs/scripted_speech_service.py",
                     folder_.path().string()}),
           port_(process_.readLine()) {}
     std::string address() const { return "http://127.0.0.1:" + port_; }

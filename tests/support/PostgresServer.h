@@ -114,7 +114,7 @@ public:
         std::vector<std::string> words{"sh",
                                        "-c",
                                        "exec \"$0\" \"$@\" <" + file.string(),
-                                       QUORVI_TEST_SUPPORT "/../../scripts/cloud-server",
+                                       QUORVI_SOURCE "/scripts/cloud-server",
                                        command,
                                        "--database",
                                        socketAddress("postgres")};

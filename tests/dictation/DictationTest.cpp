@@ -1,0 +1,226 @@
+#include "tests/dictation/DictationFixture.h"
+
+namespace quorvi::test {
+namespace {
+
+TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
+    keyboard.press(f8);
+    settle();
+    EXPECT_EQ(model->stage(), Stage::recording);
+    EXPECT_EQ(model->message(), "Dictating into Editor");
+    EXPECT_EQ(overlay, "shown");
+    EXPECT_EQ(cues(), 1);
+    EXPECT_EQ(service.opened.size(), 1u) << "opened while the user speaks";
+    scheduler.advance(1s);
+    EXPECT_NEAR(model->elapsed(), 1, 0.06);
+    EXPECT_NEAR(model->level(), 0.7, 0.001);
+    keyboard.release(f8);
+    settle();
+    EXPECT_EQ(model->stage(), Stage::transcribing);
+    EXPECT_EQ(model->message(), "Converting speech to text…");
+    EXPECT_EQ(cues(), 2);
+    EXPECT_EQ(recordingsLeft(), 0);
+
+    scheduler.advance(500ms);
+    EXPECT_EQ(model->stage(), Stage::inserting);
+    EXPECT_EQ(fieldText(), "Dear Hello there");
+    ASSERT_EQ(history.records().size(), 1u);
+    const auto& record = history.records()[0];
+    EXPECT_EQ(record.text, "Hello there");
+    EXPECT_EQ(record.appName, "Editor");
+    EXPECT_EQ(record.language, "automatic");
+    EXPECT_EQ(record.costEstimate->modelID, "gpt-transcribe");
+    EXPECT_NEAR(record.audioSeconds, 1, 0.01);
+
+    scheduler.advance(1s);
+    EXPECT_EQ(model->stage(), Stage::success);
+    EXPECT_EQ(model->message(), "Paste sent to Editor.");
+    EXPECT_EQ(pasteboard.text(), "mine");
+    EXPECT_EQ(lastCode(), "observer.started");
+    EXPECT_FALSE(model->hotkey().cancelEnabled());
+    scheduler.advance(2s);
+    EXPECT_EQ(overlay, "hidden");
+    EXPECT_EQ(model->stage(), Stage::success) << "the stage stays";
+}
+
+// Whatever else goes on waking the processor up empties a battery for nothing.
+TEST_F(DictationTest, WhatIsDoneLeavesNoTimerButTheLookAtThePermissions) {
+    const std::vector<Duration> idle{2s};
+    EXPECT_EQ(scheduler.timers(), idle);
+    dictateToTheEnd();
+    EXPECT_GT(scheduler.timers().size(), 1u) << "the field is watched for the user's own edits";
+    scheduler.advance(2min);
+    EXPECT_EQ(scheduler.timers(), idle);
+    keyboard.press(f8);
+    scheduler.advance(1s);
+    model->cancel();
+    model->armInsertionTest(true);
+    scheduler.advance(1s);
+    model->cancel();
+    scheduler.advance(10s);
+    EXPECT_EQ(scheduler.timers(), idle);
+}
+
+TEST_F(DictationTest, TheStartCueItselfIsNotTakenForSpeech) {
+    // Loud while the cue sounds, silent afterwards.
+    microphone.levels = [](double seconds) { return seconds < 0.18 ? -10.0F : -70.0F; };
+    const auto stageAfterAWord = [this] {
+        dictate(600ms);
+        return model->stage();
+    };
+    EXPECT_EQ(stageAfterAWord(), Stage::failure);
+    model->setSoundStyle(RecordingCue::start, RecordingSoundStyle::silent);
+    EXPECT_EQ(stageAfterAWord(), Stage::transcribing);
+    model->cancel();
+    model->setSoundStyle(RecordingCue::start, RecordingSoundStyle::soft);
+    model->setSoundCuesEnabled(false);
+    EXPECT_EQ(stageAfterAWord(), Stage::transcribing);
+}
+
+TEST_F(DictationTest, FinishesByItselfAfterThreeMinutes) {
+    model->setMode(DictationMode::toggle);
+    keyboard.tap(f8);
+    scheduler.advance(179s);
+    EXPECT_EQ(model->stage(), Stage::recording);
+    scheduler.advance(1100ms);
+    EXPECT_EQ(model->stage(), Stage::transcribing);
+}
+
+TEST_F(DictationTest, TheShortcutDoesNothingWhileWorking) {
+    for (auto mode : allDictationModes) {
+        model->setMode(mode);
+        model->start();
+        scheduler.advance(1s);
+        model->finish();
+        settle();
+        keyboard.tap(f8);
+        settle();
+        EXPECT_EQ(model->stage(), Stage::transcribing);
+        scheduler.advance(600ms);
+        keyboard.tap(f8);
+        settle();
+        EXPECT_EQ(model->stage(), Stage::inserting);
+        scheduler.advance(2s);
+        EXPECT_EQ(microphone.captures, mode == DictationMode::hold ? 1 : 2);
+        moveCaret();
+    }
+}
+
+TEST_F(DictationTest, EscapeAtAnyMomentLeavesNothingBehind) {
+    for (auto moment : {200ms, 1050ms, 1300ms, 1700ms, 2200ms}) {
+        SCOPED_TRACE(moment.count());
+        const auto saved = history.records().size();
+        keyboard.press(f8);
+        scheduler.advance(std::min<Duration>(moment, 1s));
+        if (moment > 1s) {
+            keyboard.release(f8);
+            scheduler.advance(moment - 1s);
+        }
+        keyboard.tap(keyCode::escape);
+        keyboard.release(f8);
+        settle();
+        EXPECT_EQ(model->message(), "Cancelled. Ready for your next dictation.");
+        EXPECT_EQ(overlay, "hidden");
+        EXPECT_FALSE(microphone.isCapturing());
+        scheduler.advance(10s);
+        EXPECT_EQ(model->stage(), Stage::idle) << "a late result changed it";
+        EXPECT_EQ(pasteboard.text(), "mine");
+        EXPECT_EQ(recordingsLeft(), 0);
+        EXPECT_EQ(history.records().size(), saved + (moment > 1500ms ? 1 : 0))
+            << "words that were recognised are kept";
+        moveCaret();
+    }
+}
+
+TEST_F(DictationTest, AnAnswerThatArrivesAfterACancelIsDropped) {
+    service.deaf = true;
+    for (const int status : {401, 200}) {
+        service.status = status;
+        dictate();
+        model->cancel();
+        scheduler.advance(2s);
+        EXPECT_EQ(model->stage(), Stage::idle);
+        EXPECT_TRUE(history.records().empty());
+    }
+    dictate();
+    model->cancel();
+    service.body = R"({"text":"second"})";
+    dictateToTheEnd();
+    EXPECT_EQ(model->stage(), Stage::success) << "a dictation started meanwhile is its own";
+    ASSERT_EQ(history.records().size(), 1u);
+    EXPECT_EQ(history.records()[0].text, "second");
+}
+
+TEST_F(DictationTest, AnUnverifiedPasteIsSentAndSaysThatLearningCannotFollow) {
+    poster.onPost = nullptr;
+    dictateToTheEnd();
+    EXPECT_EQ(model->stage(), Stage::success);
+    EXPECT_EQ(corrections.learningStatus(),
+              "Could not verify readable text in Editor. Use Remember correction for this "
+              "dictation.");
+    EXPECT_EQ(lastCode(), "paste.valueMismatch") << "no watch without a verified paste";
+}
+
+TEST_F(DictationTest, ALearnedCorrectionIsShownUnlessSomethingMoreUrgentIs) {
+    const TextCorrection rule{.id = newUuid(), .original = "oxygen", .replacement = "oxygon"};
+    corrections.onLearned(rule);
+    EXPECT_EQ(model->stage(), Stage::learned);
+    EXPECT_EQ(model->message(), "oxygen → oxygon");
+    keyboard.press(f8);
+    settle();
+    corrections.onLearned(rule);
+    EXPECT_EQ(model->stage(), Stage::recording);
+    keyboard.release(f8);
+    settle();
+    corrections.onLearned(rule);
+    EXPECT_EQ(model->stage(), Stage::failure);
+}
+
+// What the user does after the paste, and how the watch then ends.
+TEST_F(DictationTest, AFixOfThePastedTextIsLearnedAndShown) {
+    const auto newest = [this] { return corrections.rules().rules().front().replacement; };
+    const auto pasteAndFix = [this](const char* word, const char* fixed) {
+        service.body = std::string(R"({"text":"hello )") + word + "\"}";
+        accessibility.set(field, "AXValue", std::string("Dear "));
+        accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0});
+        dictateToTheEnd();
+        ASSERT_EQ(lastCode(), "observer.started");
+        accessibility.set(field, "AXValue", std::string("Dear Hello ") + fixed);
+        keyboard.tap(0);
+    };
+    pasteAndFix("there", "theer");
+    scheduler.advance(3s);
+    EXPECT_EQ(newest(), "theer");
+    EXPECT_EQ(model->stage(), Stage::learned);
+    EXPECT_EQ(model->message(), "there → theer");
+    EXPECT_EQ(overlay, "shown");
+
+    // The next dictation takes a last look; nothing is shown over it.
+    pasteAndFix("wherever", "whereever");
+    bool wasShown = false;
+    const auto changes =
+        model->onChange([&] { wasShown = wasShown || model->stage() == Stage::learned; });
+    keyboard.press(f8);
+    settle();
+    EXPECT_FALSE(wasShown);
+    EXPECT_EQ(newest(), "whereever");
+    EXPECT_EQ(model->stage(), Stage::recording);
+    keyboard.release(f8);
+    model->cancel();
+
+    const std::pair<const char*, std::function<void()>> endings[] = {
+        {"cancelled", [this] { model->cancel(); }},
+        {"learning switched", [this] { corrections.setLearnsAutomatically(true); }},
+        {"shut down", [this] { model->shutdown(); }}};
+    for (const auto& [name, end] : endings) {
+        SCOPED_TRACE(name);
+        pasteAndFix("oxygen", "oxygon");
+        scheduler.advance(1s);
+        end();
+        scheduler.advance(5s);
+        EXPECT_EQ(newest(), "whereever");
+    }
+}
+
+}  // namespace
+}  // namespace quorvi::test

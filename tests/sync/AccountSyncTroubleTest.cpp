@@ -1,0 +1,344 @@
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "tests/fakes/FakeCloudDatabase.h"
+#include "tests/sync/SyncMachine.h"
+
+namespace quorvi::test {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class AccountSyncTroubleTest : public testing::Test {
+protected:
+    void start() {
+        machine.start();
+        clock.advance(5s);
+    }
+    const std::string& status() const { return machine.sync->status(); }
+    int passes() { return cloud.calls[CloudOperation::zoneChanges]; }
+
+    VirtualScheduler clock;
+    FakeCloudServer server{clock};
+    FakeCloudDatabase cloud{clock, server, "ada"};
+    SyncMachine machine{clock, cloud};
+};
+
+TEST_F(AccountSyncTroubleTest, EveryErrorHasItsSentence) {
+    start();
+    const std::vector<std::pair<int, std::string>> sentences{
+        {3, "Offline — changes will sync when you reconnect."},
+        {4, "Offline — changes will sync when you reconnect."},
+        {5, "iCloud access is unavailable for this build (5)."},
+        {8, "iCloud access is unavailable for this build (8)."},
+        {10, "iCloud access is unavailable for this build (10)."},
+        {9, "Sign in to iCloud in System Settings to sync."},
+        {25, "iCloud storage is full. Your changes are saved on this Mac."},
+        {6, "iCloud will retry. Your changes are saved on this Mac (6)."},
+        {23, "iCloud will retry. Your changes are saved on this Mac (23)."},
+    };
+    for (const auto operation : {CloudOperation::accountStatus, CloudOperation::userRecordName,
+                                 CloudOperation::zoneChanges, CloudOperation::recordChanges}) {
+        for (const auto& [code, sentence] : sentences) {
+            clock.advance(60s);
+            ASSERT_EQ(status(), "Up to date with iCloud");
+            // A zone is asked only when it has changed.
+            if (operation == CloudOperation::recordChanges)
+                server.deleteRecord("ada", {"QuorviAccount", "setting:mode"});
+            cloud.fail(operation, CloudError(code));
+            machine.sync->syncNow();
+            clock.advance(1s);
+            EXPECT_EQ(status(), sentence) << static_cast<int>(operation);
+            EXPECT_FALSE(machine.sync->working());
+        }
+    }
+    EXPECT_GT(machine.diagnostic("fetchFailures"), 0);
+}
+
+TEST_F(AccountSyncTroubleTest, AfterAnErrorTheCloudIsLeftAlone) {
+    start();
+    clock.advance(60s);
+    cloud.fail(CloudOperation::zoneChanges, CloudError(6));
+    machine.sync->syncNow();
+    clock.advance(1s);
+    const auto before = passes();
+    for (int i = 0; i < 28; ++i) {
+        machine.sync->syncNow();
+        clock.advance(1s);
+    }
+    EXPECT_EQ(passes(), before);
+    clock.advance(20s);
+    EXPECT_GT(passes(), before);
+    EXPECT_EQ(status(), "Up to date with iCloud");
+
+    cloud.fail(CloudOperation::zoneChanges, CloudError(7, "busy", 300s));
+    machine.sync->syncNow();
+    clock.advance(1s);
+    const auto then = passes();
+    clock.advance(295s);
+    EXPECT_EQ(passes(), then);
+    clock.advance(30s);
+    EXPECT_GT(passes(), then);
+}
+
+TEST_F(AccountSyncTroubleTest, ARecordThatIsRefusedIsSentAgain) {
+    start();
+    struct Case {
+        int code;
+        std::string status;
+    };
+    for (const auto code : {6, 11, 14, 25, 26}) {
+        const auto text = "refused with " + std::to_string(code);
+        machine.dictate(text);
+        const auto name = "history:" + machine.history->records()[0].id.string();
+        cloud.failRecord(name, CloudError(code));
+        clock.advance(1500ms);
+        EXPECT_FALSE(server.record("ada", {"QuorviAccount", name}));
+        EXPECT_EQ(status(), "1 changes waiting to sync");
+        EXPECT_EQ(machine.sync->pendingCount(), 1u);
+        clock.advance(60s);
+        EXPECT_TRUE(server.record("ada", {"QuorviAccount", name})) << code;
+        EXPECT_EQ(status(), "Up to date with iCloud");
+    }
+}
+
+TEST_F(AccountSyncTroubleTest, TheAnswerToASaveMayBeLost) {
+    start();
+    cloud.lostAnswers = 1;
+    machine.dictate("once");
+    clock.advance(90s);
+    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(machine.texts(), Texts{"once"});
+    EXPECT_EQ(machine.sync->pendingCount(), 0u);
+}
+
+TEST_F(AccountSyncTroubleTest, NoAccountAndAnotherAccount) {
+    cloud.signOut();
+    start();
+    EXPECT_EQ(status(), "Sign in to iCloud in System Settings to sync.");
+    cloud.signIn("ada");
+    clock.advance(20s);
+    EXPECT_EQ(status(), "Up to date with iCloud");
+
+    machine.dictate("of ada's");
+    clock.advance(100ms);
+    cloud.signIn("bob");
+    clock.advance(60s);
+    EXPECT_EQ(status(),
+              "Sync paused: sign back into the original Apple Account. Data from different "
+              "accounts stays separate.");
+    EXPECT_TRUE(server.records("bob", "QuorviAccount").empty());
+    cloud.signOut();
+    clock.advance(60s);
+    EXPECT_EQ(status(), "Sign in to iCloud in System Settings to sync.");
+    cloud.signIn("ada");
+    clock.advance(60s);
+    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
+
+    // Nothing announces the change: the next pass notices.
+    cloud.status = CloudAccountStatus::noAccount;
+    machine.sync->syncNow();
+    clock.advance(1s);
+    EXPECT_EQ(status(), "Sync paused: the original Apple Account is unavailable.");
+}
+
+TEST_F(AccountSyncTroubleTest, AResetOfTheCloudSwitchesSyncOffAndKeepsEverything) {
+    start();
+    machine.dictate("kept");
+    clock.advance(5s);
+    server.resetZone("ada", "QuorviAccount");
+    clock.advance(5s);
+    EXPECT_EQ(status(), "Sync paused on this Mac");
+    EXPECT_FALSE(machine.sync->enabled());
+    EXPECT_EQ(machine.preferences.boolean("iCloudSyncEnabled"), false);
+    EXPECT_EQ(machine.texts(), Texts{"kept"});
+    clock.advance(120s);
+    EXPECT_FALSE(server.hasZone("ada", "QuorviAccount"));
+
+    machine.sync->setEnabled(true);
+    clock.advance(120s);
+    EXPECT_EQ(machine.texts(), Texts{"kept"});
+}
+
+TEST_F(AccountSyncTroubleTest, SwitchedOffNothingIsExchangedAndChangesAreKeptForLater) {
+    machine.preferences.setBoolean("iCloudSyncEnabled", false);
+    start();
+    EXPECT_EQ(status(), "Sync paused on this Mac");
+    machine.dictate("one");
+    clock.advance(60s);
+    machine.sync->syncNow();
+    clock.advance(1s);
+    EXPECT_TRUE(cloud.calls.empty());
+    EXPECT_GT(machine.sync->pendingCount(), 0u);
+    machine.sync->setEnabled(true);
+    clock.advance(5s);
+    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
+}
+
+TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeReadIsLeftAsItIs) {
+    machine.files.files[SyncMachine::archiveFile] = "{\"ledger\":";
+    start();
+    machine.dictate("one");
+    clock.advance(60s);
+    EXPECT_EQ(status(), "Sync data could not be read. Your local data is untouched.");
+    machine.quit();
+    EXPECT_EQ(machine.files.files[SyncMachine::archiveFile], "{\"ledger\":");
+    EXPECT_TRUE(cloud.calls.empty());
+}
+
+TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeWrittenEndsSyncForTheProcess) {
+    start();
+    machine.files.full = machine.journals.full = true;
+    machine.dictate("one");
+    clock.advance(5s);
+    EXPECT_EQ(status(),
+              "Sync paused: changes could not be saved to this Mac. Check disk space and restart "
+              "Quorvi.");
+    machine.files.full = machine.journals.full = false;
+    const auto before = passes();
+    machine.sync->syncNow();
+    clock.advance(120s);
+    EXPECT_EQ(passes(), before);
+    machine.quit();
+    machine.start();
+    clock.advance(5s);
+    EXPECT_EQ(status(), "Up to date with iCloud");
+}
+
+// An empty list because of a fault must not delete everything everywhere.
+TEST_F(AccountSyncTroubleTest, AStoreThatFailedToLoadIsNotTakenForAnEmptyOne) {
+    start();
+    machine.dictate("precious");
+    machine.corrections->save({.original = "a", .replacement = "b"});
+    clock.advance(5s);
+    machine.quit();
+    machine.files.files["history.json"] = "broken";
+    machine.start();
+    clock.advance(60s);
+    ASSERT_TRUE(machine.history->persistenceError());
+    std::set<bool> deleted;
+    for (const auto& [name, record] : server.records("ada", "QuorviAccount"))
+        deleted.insert(SyncItem::decode(textOf(*record.payload))->deleted());
+    EXPECT_EQ(deleted, std::set<bool>{false});
+}
+
+TEST_F(AccountSyncTroubleTest, RecordsThatMakeNoSenseAreCountedAndLeftOut) {
+    start();
+    FakeCloudDatabase other(clock, server, "ada");
+    const SyncItem strange("history:other", std::nullopt, 1, "X", false);
+    auto saving = other.saveRecords(
+        {{{"QuorviAccount", "a"}, "Other", Bytes{1}, {}},
+         {{"QuorviAccount", "b"}, "QuorviItem", std::nullopt, {}},
+         {{"QuorviAccount", "c"}, "QuorviItem", bytesOf("{}"), {}},
+         {{"QuorviAccount", "d"}, "QuorviItem", bytesOf(SyncLedger::encode(strange)), {}}},
+        {});
+    saving.start();
+    auto zone = other.saveZone("Elsewhere", {});
+    zone.start();
+    clock.settle();
+    auto elsewhere = other.saveRecords({{{"Elsewhere", "e"}, "QuorviItem", Bytes{1}, {}}}, {});
+    elsewhere.start();
+    clock.advance(20s);
+    for (const auto* key :
+         {"ignoredType", "missingPayload", "invalidPayload", "mismatchedID", "ignoredZone"})
+        EXPECT_EQ(machine.diagnostic(key), 1) << key;
+    EXPECT_EQ(status(), "Up to date with iCloud");
+}
+
+// Whatever happens while something is awaited, sync works again afterwards and no change is lost.
+TEST_F(AccountSyncTroubleTest, EverySuspensionPointMeetsEveryInterruption) {
+    const std::vector<CloudOperation> operations{
+        CloudOperation::accountStatus,    CloudOperation::userRecordName,
+        CloudOperation::saveSubscription, CloudOperation::saveZone,
+        CloudOperation::zoneChanges,      CloudOperation::recordChanges,
+        CloudOperation::saveRecords};
+    enum Interruption {
+        offAndOn,
+        off,
+        signedOut,
+        otherUser,
+        reset,
+        failure,
+        restart,
+        killed,
+        ends
+    };
+    for (const auto operation : operations) {
+        for (int interruption = offAndOn; interruption < ends; ++interruption) {
+            for (const bool connects : {true, false}) {
+                SCOPED_TRACE(testing::Message()
+                             << "operation " << static_cast<int>(operation) << ", interruption "
+                             << interruption << (connects ? ", connecting" : ", in a pass"));
+                // Until it is known whose the data is, anybody's account will do.
+                if (connects && interruption == otherUser &&
+                    (operation == CloudOperation::accountStatus ||
+                     operation == CloudOperation::userRecordName))
+                    continue;
+                VirtualScheduler time;
+                FakeCloudServer cloudServer{time};
+                FakeCloudDatabase database{time, cloudServer, "ada"};
+                SyncMachine one{time, database};
+                if (connects) database.hold(operation);
+                one.start();
+                time.advance(3s);
+                if (!connects) database.hold(operation);
+                one.dictate("precious");
+                time.advance(3s);
+                switch (interruption) {
+                    case offAndOn:
+                        one.sync->setEnabled(false);
+                        one.sync->setEnabled(true);
+                        time.advance(1ms);
+                        one.sync->setEnabled(false);
+                        time.advance(1ms);
+                        one.sync->setEnabled(true);
+                        break;
+                    case off:
+                        one.sync->setEnabled(false);
+                        break;
+                    case signedOut:
+                        database.signOut();
+                        break;
+                    case otherUser:
+                        database.signIn("bob");
+                        break;
+                    case reset:
+                        cloudServer.resetZone("ada", "QuorviAccount");
+                        break;
+                    case failure:
+                        database.fail(operation, CloudError(4));
+                        break;
+                    case restart:
+                        one.quit();
+                        one.start();
+                        break;
+                    case killed:
+                        one.kill();
+                        one.start();
+                        break;
+                }
+                time.advance(3s);
+                database.release(operation);
+                time.advance(3s);
+                EXPECT_TRUE(cloudServer.records("bob", "QuorviAccount").empty());
+                if (interruption == off) {
+                    EXPECT_EQ(one.sync->status(), "Sync paused on this Mac");
+                }
+                database.signIn("ada");
+                one.sync->setEnabled(true);
+                time.advance(150s);
+                EXPECT_EQ(one.texts(), Texts{"precious"});
+                if (interruption == reset) continue;  // everything is elsewhere gone for good
+                EXPECT_EQ(one.sync->status(), "Up to date with iCloud");
+                EXPECT_EQ(cloudServer.records("ada", "QuorviAccount").size(), 12u);
+                EXPECT_FALSE(one.sync->working());
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace quorvi::test

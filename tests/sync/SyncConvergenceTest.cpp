@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/fakes/FakeCloudDatabase.h"
+#include "tests/support/Seeds.h"
+#include "tests/support/SyncEdits.h"
+#include "tests/sync/SyncMachine.h"
+
+// Several machines, all kinds of changes in any order, and clouds, disks and clocks as bad as they
+// come: at the end all hold the same. QUORVI_SYNC_SEEDS says how many histories are tried,
+// QUORVI_SYNC_FIRST_SEED with which one to begin.
+namespace quorvi::test {
+namespace {
+
+class Household {
+public:
+    explicit Household(std::uint64_t seed) : random_(seed) {
+        const auto count = 3 + below(3);
+        for (std::uint64_t i = 0; i < count; ++i) {
+            clouds_.push_back(std::make_unique<FakeCloudDatabase>(clock_, server_, "ada"));
+            auto& cloud = *clouds_.back();
+            cloud.pageSize = 1 + below(20);
+            cloud.reversesPages = chance(3);
+            cloud.repeatsRecords = chance(3);
+            cloud.delay = std::chrono::milliseconds(below(50));
+            auto machine = std::make_unique<SyncMachine>(clock_, cloud);
+            machine->scheduler.skew = static_cast<double>(below(2 * 86400)) - 86400;
+            if (chance(2)) machine->wholeUpTo = 500;  // the journal is used
+            machines_.push_back(std::move(machine));
+        }
+    }
+
+    void live() {
+        for (int step = 0; step < 60; ++step) {
+            act(below(machines_.size()));
+            clock_.advance(std::chrono::milliseconds(below(4) ? below(3000) : below(40)));
+        }
+    }
+
+    // Until nothing is under way any more.
+    void settle() {
+        for (std::size_t i = 0; i < machines_.size(); ++i) {
+            clouds_[i]->succeed(CloudOperation::zoneChanges);
+            clouds_[i]->succeed(CloudOperation::saveRecords);
+            clouds_[i]->lostAnswers = 0;
+            if (!machines_[i]->isRunning()) machines_[i]->start();
+            machines_[i]->sync->setEnabled(true);
+        }
+        clock_.advance(180s);
+        // One of the regular passes may be under way at just this moment.
+        for (const auto& machine : machines_)
+            for (int i = 0; i < 100 && machine->sync->working(); ++i) clock_.advance(10ms);
+    }
+
+    void check() {
+        for (std::size_t i = 0; i < machines_.size(); ++i) noteKept(i);
+        const auto expected = machines_[0]->values();
+        for (const auto& machine : machines_) {
+            EXPECT_EQ(machine->sync->status(), "Up to date with iCloud");
+            EXPECT_EQ(machine->sync->pendingCount(), 0u);
+            EXPECT_EQ(machine->values(), expected);
+            EXPECT_EQ(machine->rules(), machines_[0]->rules());
+        }
+        judge_.check(expected);
+    }
+
+private:
+    std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
+    bool chance(std::uint64_t oneOf) { return below(oneOf) == 0; }
+    // What was done is on the disk, unless the program was killed before it came there.
+    void noteKept(std::size_t who) {
+        for (const auto& edit : waiting_[who].takenIn(*machines_[who])) judge_.wasKept(edit);
+    }
+
+    void act(std::size_t who) {
+        auto& machine = *machines_[who];
+        if (!machine.isRunning()) {
+            machine.start();
+            return;
+        }
+        noteKept(who);
+        auto& cloud = *clouds_[who];
+        switch (below(19)) {
+            case 12:
+                machine.sync->setEnabled(!machine.sync->enabled());
+                break;
+            case 13:
+                cloud.fail(CloudOperation::zoneChanges, CloudError(4, "", 2s), -1);
+                break;
+            case 14:
+                cloud.succeed(CloudOperation::zoneChanges);
+                break;
+            case 15:
+                cloud.lostAnswers = 1;
+                break;
+            case 16:
+                if (chance(2)) clock_.advance(2ms);
+                machine.kill();
+                waiting_[who].clear();
+                break;
+            case 17:
+                machine.quit();
+                waiting_[who].clear();
+                break;
+            default: {
+                auto plan = SyncEditor(machine, machine.scheduler, random_()).plan();
+                auto edits = std::move(plan.edits);
+                for (auto& edit : plan.make()) edits.push_back(std::move(edit));
+                for (const auto& edit : edits) {
+                    judge_.wasTried(edit);
+                    waiting_[who].add(edit, machine);
+                }
+            }
+        }
+    }
+
+    std::mt19937_64 random_;
+    VirtualScheduler clock_;
+    FakeCloudServer server_{clock_};
+    std::vector<std::unique_ptr<FakeCloudDatabase>> clouds_;
+    std::vector<std::unique_ptr<SyncMachine>> machines_;
+    std::map<std::size_t, WaitingEdits> waiting_;
+    SyncJudge judge_;
+};
+
+TEST(SyncConvergenceTest, AllMachinesEndWithTheSame) {
+    forEachSyncSeed(200, [](unsigned seed) {
+        Household household(seed);
+        household.live();
+        household.settle();
+        household.check();
+    });
+}
+
+}  // namespace
+}  // namespace quorvi::test

@@ -1,0 +1,66 @@
+// The icons that are installed: one drawing that scales, and pictures that the program's own code
+// draws.
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QImage>
+#include <QImageReader>
+
+#include "tests/support/OffscreenEnvironment.h"
+#include "tests/support/Process.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::test {
+namespace {
+
+const auto icons = QStringLiteral(QUORVI_SOURCE "/packaging/icons/app.quorvi.Quorvi");
+
+QImage drawing(const QString& name, int size) {
+    QImageReader reader(name);
+    reader.setScaledSize({size, size});
+    return reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+// The mean difference of a channel of a pixel, of 255.
+double difference(const QImage& one, const QImage& other) {
+    double sum = 0;
+    for (int y = 0; y < one.height(); ++y)
+        for (int x = 0; x < one.width(); ++x) {
+            const QRgb a = one.pixel(x, y);
+            const QRgb b = other.pixel(x, y);
+            sum += std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) +
+                   std::abs(qBlue(a) - qBlue(b)) + std::abs(qAlpha(a) - qAlpha(b));
+        }
+    return sum / (4.0 * one.width() * one.height());
+}
+
+TEST(Icons, PicturesAndDrawingShowTheSameMark) {
+    const TestFolder folder;
+    Process tool({QUORVI_ICONS, folder.path()});
+    ASSERT_EQ(tool.wait(), 0);
+    for (const int size : {16, 22, 24, 32, 48, 64, 96, 128, 256, 512}) {
+        const QImage picture(
+            QString::fromStdString(folder.path() / (std::to_string(size) + ".png")));
+        ASSERT_EQ(picture.size(), QSize(size, size));
+        EXPECT_LT(difference(picture.convertToFormat(QImage::Format_ARGB32_Premultiplied),
+                             drawing(icons + QStringLiteral(".svg"), size)),
+                  2)
+            << size;
+    }
+}
+
+// A desktop paints over whatever is opaque in it, so a background would be a blot.
+TEST(Icons, SymbolicIsStrokesOfOneColourOnNothing) {
+    const auto symbolic = drawing(icons + QStringLiteral("-symbolic.svg"), 64);
+    ASSERT_FALSE(symbolic.isNull());
+    int opaque = 0;
+    for (int y = 0; y < 64; ++y)
+        for (int x = 0; x < 64; ++x) opaque += qAlpha(symbolic.pixel(x, y)) > 127;
+    EXPECT_GT(opaque, 64 * 64 / 10);
+    EXPECT_LT(opaque, 64 * 64 / 3);
+    EXPECT_EQ(qAlpha(symbolic.pixel(0, 0)), 0);
+}
+
+}  // namespace
+}  // namespace quorvi::test
