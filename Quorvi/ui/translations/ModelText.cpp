@@ -1,80 +1,70 @@
 #include "Quorvi/ui/translations/ModelText.h"
 
 #include <QCoreApplication>
-#include <QStringList>
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "Quorvi/ui/translations/ModelTexts.h"
 
 namespace quorvi {
 
 namespace {
 
-// A listed text with gaps: what stands before the first, between them and behind the last.
-struct Pattern {
-    const char* source;
-    std::vector<std::string_view> fixed;
-};
-
-const std::vector<Pattern>& patterns() {
-    static const auto made = [] {
-        std::vector<Pattern> all;
-        for (const std::string_view source : modelTexts) {
-            Pattern pattern{source.data(), {}};
-            std::size_t begin = 0;
-            for (auto gap = source.find('%'); gap != source.npos; gap = source.find('%', begin)) {
-                pattern.fixed.push_back(source.substr(begin, gap - begin));
-                begin = gap + 2;  // a gap is a percent sign and a digit
-            }
-            pattern.fixed.push_back(source.substr(begin));
-            if (pattern.fixed.size() > 1) all.push_back(std::move(pattern));
-        }
-        return all;
-    }();
-    return made;
+QString translated(std::string_view template_) {
+    return QCoreApplication::translate("Model", std::string(template_).c_str());
 }
 
-// What fills the gaps when the text is of that pattern.
-std::optional<std::vector<std::string_view>> gapsOf(std::string_view text, const Pattern& pattern) {
-    const auto& fixed = pattern.fixed;
-    if (!text.starts_with(fixed.front())) return std::nullopt;
-    text.remove_prefix(fixed.front().size());
+// What fills the gaps of a sentence when the text is of its template.
+std::optional<std::vector<std::string_view>> gapsOf(std::string_view text,
+                                                    std::string_view template_) {
     std::vector<std::string_view> gaps;
-    for (std::size_t i = 1; i < fixed.size(); ++i) {
-        const bool last = i + 1 == fixed.size();
-        if (last && !text.ends_with(fixed[i])) return std::nullopt;
-        const auto end = last ? text.size() - fixed[i].size() : text.find(fixed[i]);
-        if (end == 0 || end == text.npos) return std::nullopt;
-        gaps.push_back(text.substr(0, end));
-        text.remove_prefix(end + fixed[i].size());
+    std::size_t done = 0;
+    for (auto gap = sentences::nextGap(template_, 0);; gap = sentences::nextGap(template_, done)) {
+        const bool last = gap.position == template_.npos;
+        const auto fixed = template_.substr(done, last ? template_.npos : gap.position - done);
+        if (done == 0) {
+            if (!text.starts_with(fixed)) return std::nullopt;
+            text.remove_prefix(fixed.size());
+        } else {
+            const auto end =
+                last ? text.size() - std::min(fixed.size(), text.size()) : text.find(fixed);
+            if (end == 0 || end == text.npos || (last && !text.ends_with(fixed)))
+                return std::nullopt;
+            gaps.push_back(text.substr(0, end));
+            text.remove_prefix(end + fixed.size());
+        }
+        if (last) return gaps.empty() ? std::nullopt : std::optional(gaps);
+        done = gap.position + gap.name.size() + 2;
     }
-    return gaps;
-}
-
-QString translated(const char* source) {
-    return QCoreApplication::translate("Model", source);
 }
 
 }  // namespace
 
+QString shown(const Message& message) {
+    return QString::fromStdString(message.text(
+        [](Sentence sentence) { return translated(sentences::english(sentence)).toStdString(); }));
+}
+
 QString modelText(std::string_view text) {
-    const std::string source(text);
-    const auto whole = translated(source.c_str());
-    const auto plain = QString::fromStdString(source);
+    const auto whole = translated(text);
+    const auto plain = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     if (whole != plain) return whole;
-    for (const auto& pattern : patterns()) {
-        const auto gaps = gapsOf(text, pattern);
+    for (const auto source : sentences::templates) {
+        if (source == sentences::english(Sentence::verbatim)) continue;
+        const auto gaps = gapsOf(text, source);
         if (!gaps) continue;
-        auto sentence = translated(pattern.source);
-        // All at once, so that a name with a percent sign stays what it is.
-        std::array<QString, 2> fills;
-        for (std::size_t i = 0; i < std::min(gaps->size(), fills.size()); ++i)
-            fills[i] = translated(std::string((*gaps)[i]).c_str());
-        return gaps->size() == 1 ? sentence.arg(fills[0]) : sentence.arg(fills[0], fills[1]);
+        auto sentence = translated(source);
+        std::size_t at = 0;
+        QString result;
+        const auto filled = sentence.toStdString();
+        std::size_t done = 0;
+        for (auto gap = sentences::nextGap(filled, 0); gap.position != filled.npos;
+             gap = sentences::nextGap(filled, gap.position + 1)) {
+            result += QString::fromStdString(filled.substr(done, gap.position - done));
+            if (at < gaps->size()) result += translated((*gaps)[at++]);
+            done = gap.position + gap.name.size() + 2;
+        }
+        return result + QString::fromStdString(filled.substr(done));
     }
     return plain;
 }

@@ -931,28 +931,28 @@
         <translation>Öffne Quorvi in der Menüleiste und schließe in den Einstellungen die Einrichtung von API-Schlüssel und Erlaubnissen ab.</translation>
     </message>
     <message>
-        <source>Dictating into %1</source>
-        <translation>Diktat in: %1</translation>
+        <source>Dictating into {app}</source>
+        <translation>Diktat in: {app}</translation>
     </message>
     <message>
-        <source>Inserting into %1…</source>
-        <translation>Wird eingesetzt in: %1 …</translation>
+        <source>Inserting into {app}…</source>
+        <translation>Wird eingesetzt in: {app} …</translation>
     </message>
     <message>
-        <source>Paste sent to %1.</source>
-        <translation>Eingesetzt in: %1.</translation>
+        <source>Paste sent to {app}.</source>
+        <translation>Eingesetzt in: {app}.</translation>
     </message>
     <message>
-        <source>Testing Paste in %1…</source>
-        <translation>Einsetzen wird geprüft in: %1 …</translation>
+        <source>Testing Paste in {app}…</source>
+        <translation>Einsetzen wird geprüft in: {app} …</translation>
     </message>
     <message>
-        <source>Sample sent to %1.</source>
-        <translation>Beispiel eingesetzt in: %1.</translation>
+        <source>Sample sent to {app}.</source>
+        <translation>Beispiel eingesetzt in: {app}.</translation>
     </message>
     <message>
-        <source>Click a text field in another app. Sample in %1 seconds. Esc cancels.</source>
-        <translation>Klicke in ein Textfeld eines anderen Programms. Beispiel in %1 Sekunden. Esc bricht ab.</translation>
+        <source>Click a text field in another app. Sample in {seconds} seconds. Esc cancels.</source>
+        <translation>Klicke in ein Textfeld eines anderen Programms. Beispiel in {seconds} Sekunden. Esc bricht ab.</translation>
     </message>
     <message>
         <source>Choose a text field and start dictating again.</source>
@@ -1031,32 +1031,32 @@
         <translation>Das Mikrofon ließ sich nicht einschalten. Prüfe den Toneingang von macOS.</translation>
     </message>
     <message>
-        <source>The folder for recordings could not be created: %1.</source>
-        <translation>Der Ordner für Aufnahmen ließ sich nicht anlegen: %1.</translation>
+        <source>The folder for recordings could not be created: {reason}.</source>
+        <translation>Der Ordner für Aufnahmen ließ sich nicht anlegen: {reason}.</translation>
     </message>
     <message>
-        <source>The folder for recordings could not be made private: %1.</source>
-        <translation>Der Ordner für Aufnahmen ließ sich nicht schützen: %1.</translation>
+        <source>The folder for recordings could not be made private: {reason}.</source>
+        <translation>Der Ordner für Aufnahmen ließ sich nicht schützen: {reason}.</translation>
     </message>
     <message>
-        <source>The recording could not be kept apart: %1.</source>
-        <translation>Die Aufnahme ließ sich nicht absondern: %1.</translation>
+        <source>The recording could not be kept apart: {reason}.</source>
+        <translation>Die Aufnahme ließ sich nicht absondern: {reason}.</translation>
     </message>
     <message>
-        <source>The recording could not be read: %1.</source>
-        <translation>Die Aufnahme ließ sich nicht lesen: %1.</translation>
+        <source>The recording could not be read: {reason}.</source>
+        <translation>Die Aufnahme ließ sich nicht lesen: {reason}.</translation>
     </message>
     <message>
-        <source>The recording could not be created: %1.</source>
-        <translation>Die Aufnahme ließ sich nicht anlegen: %1.</translation>
+        <source>The recording could not be created: {reason}.</source>
+        <translation>Die Aufnahme ließ sich nicht anlegen: {reason}.</translation>
     </message>
     <message>
-        <source>The recording could not be written: %1.</source>
-        <translation>Die Aufnahme ließ sich nicht schreiben: %1.</translation>
+        <source>The recording could not be written: {reason}.</source>
+        <translation>Die Aufnahme ließ sich nicht schreiben: {reason}.</translation>
     </message>
     <message>
-        <source>The sound could not be encoded: %1.</source>
-        <translation>Der Ton ließ sich nicht kodieren: %1.</translation>
+        <source>The sound could not be encoded: {reason}.</source>
+        <translation>Der Ton ließ sich nicht kodieren: {reason}.</translation>
     </message>
     <message>
         <source>This system has no AAC encoder.</source>
@@ -1071,8 +1071,8 @@
         <translation>Die API ist ausgelastet oder dein Guthaben aufgebraucht. Prüfe die Abrechnung deiner OpenAI-API und versuche es noch einmal.</translation>
     </message>
     <message>
-        <source>Transcription failed (HTTP %1). Check your model and try again.</source>
-        <translation>Die Umwandlung ist gescheitert (HTTP %1). Prüfe dein Modell und versuche es noch einmal.</translation>
+        <source>Transcription failed (HTTP {status}). Check your model and try again.</source>
+        <translation>Die Umwandlung ist gescheitert (HTTP {status}). Prüfe dein Modell und versuche es noch einmal.</translation>
     </message>
     <message>
         <source>The transcription service returned no response.</source>
@@ -1091,8 +1091,8 @@
         <translation>Die Antwort des Sprachdienstes war zu groß.</translation>
     </message>
     <message>
-        <source>The request to the speech service failed (%1). Please try again.</source>
-        <translation>Die Anfrage an den Sprachdienst ist gescheitert (%1). Bitte versuche es noch einmal.</translation>
+        <source>The request to the speech service failed ({reason}). Please try again.</source>
+        <translation>Die Anfrage an den Sprachdienst ist gescheitert ({reason}). Bitte versuche es noch einmal.</translation>
     </message>
     <message>
         <source>The request to the speech service could not be made. Check your API key and the service address in Settings.</source>
@@ -1107,52 +1107,52 @@
         <translation>Update-Server</translation>
     </message>
     <message>
-        <source>The %1 could not be found. Check your internet connection and try again.</source>
-        <translation>Der %1 wurde nicht gefunden. Prüfe deine Internetverbindung und versuche es noch einmal.</translation>
+        <source>The {server} could not be found. Check your internet connection and try again.</source>
+        <translation>Der {server} wurde nicht gefunden. Prüfe deine Internetverbindung und versuche es noch einmal.</translation>
     </message>
     <message>
-        <source>The %1 could not be reached. The connection was refused.</source>
-        <translation>Der %1 war nicht zu erreichen. Die Verbindung wurde abgelehnt.</translation>
+        <source>The {server} could not be reached. The connection was refused.</source>
+        <translation>Der {server} war nicht zu erreichen. Die Verbindung wurde abgelehnt.</translation>
     </message>
     <message>
-        <source>The %1 could not be reached. Check your internet connection and try again.</source>
-        <translation>Der %1 war nicht zu erreichen. Prüfe deine Internetverbindung und versuche es noch einmal.</translation>
+        <source>The {server} could not be reached. Check your internet connection and try again.</source>
+        <translation>Der {server} war nicht zu erreichen. Prüfe deine Internetverbindung und versuche es noch einmal.</translation>
     </message>
     <message>
-        <source>The %1 did not answer in time. Please try again.</source>
-        <translation>Der %1 hat nicht rechtzeitig geantwortet. Bitte versuche es noch einmal.</translation>
+        <source>The {server} did not answer in time. Please try again.</source>
+        <translation>Der {server} hat nicht rechtzeitig geantwortet. Bitte versuche es noch einmal.</translation>
     </message>
     <message>
-        <source>The %1 could not be trusted. Its certificate is not valid.</source>
-        <translation>Dem %1 ist nicht zu trauen. Sein Zertifikat ist ungültig.</translation>
+        <source>The {server} could not be trusted. Its certificate is not valid.</source>
+        <translation>Dem {server} ist nicht zu trauen. Sein Zertifikat ist ungültig.</translation>
     </message>
     <message>
-        <source>The %1 could not be trusted. The certificates of this computer could not be read.</source>
-        <translation>Dem %1 ist nicht zu trauen. Die Zertifikate dieses Computers ließen sich nicht lesen.</translation>
+        <source>The {server} could not be trusted. The certificates of this computer could not be read.</source>
+        <translation>Dem {server} ist nicht zu trauen. Die Zertifikate dieses Computers ließen sich nicht lesen.</translation>
     </message>
     <message>
-        <source>A secure connection to the %1 could not be made. Please try again.</source>
-        <translation>Eine sichere Verbindung zum %1 kam nicht zustande. Bitte versuche es noch einmal.</translation>
+        <source>A secure connection to the {server} could not be made. Please try again.</source>
+        <translation>Eine sichere Verbindung zum {server} kam nicht zustande. Bitte versuche es noch einmal.</translation>
     </message>
     <message>
-        <source>The connection to the %1 was lost. Please try again.</source>
-        <translation>Die Verbindung zum %1 ist abgebrochen. Bitte versuche es noch einmal.</translation>
+        <source>The connection to the {server} was lost. Please try again.</source>
+        <translation>Die Verbindung zum {server} ist abgebrochen. Bitte versuche es noch einmal.</translation>
     </message>
     <message>
-        <source>Learning in %1. Correct a spelling, then pause for two seconds.</source>
-        <translation>Lernt in: %1. Verbessere eine Schreibweise und halte zwei Sekunden inne.</translation>
+        <source>Learning in {app}. Correct a spelling, then pause for two seconds.</source>
+        <translation>Lernt in: {app}. Verbessere eine Schreibweise und halte zwei Sekunden inne.</translation>
     </message>
     <message>
-        <source>Checking automatic learning in %1…</source>
-        <translation>Das Lernen wird geprüft in: %1 …</translation>
+        <source>Checking automatic learning in {app}…</source>
+        <translation>Das Lernen wird geprüft in: {app} …</translation>
     </message>
     <message>
-        <source>Could not verify readable text in %1. Use Remember correction for this dictation.</source>
-        <translation>Lesbarer Text ließ sich nicht bestätigen in: %1. Nutze für dieses Diktat „Korrektur merken“.</translation>
+        <source>Could not verify readable text in {app}. Use Remember correction for this dictation.</source>
+        <translation>Lesbarer Text ließ sich nicht bestätigen in: {app}. Nutze für dieses Diktat „Korrektur merken“.</translation>
     </message>
     <message>
-        <source>Could not read the final edit in %1. Use Remember correction.</source>
-        <translation>Die letzte Änderung ließ sich nicht lesen in: %1. Nutze „Korrektur merken“.</translation>
+        <source>Could not read the final edit in {app}. Use Remember correction.</source>
+        <translation>Die letzte Änderung ließ sich nicht lesen in: {app}. Nutze „Korrektur merken“.</translation>
     </message>
     <message>
         <source>The test pasted, but automatic learning could not attach to this editor.</source>
@@ -1179,8 +1179,8 @@
         <translation>Diese Änderung braucht eine eigene Regel. Wähle „Korrektur merken“.</translation>
     </message>
     <message>
-        <source>Remembered: %1</source>
-        <translation>Gemerkt: %1</translation>
+        <source>Remembered: {rule}</source>
+        <translation>Gemerkt: {rule}</translation>
     </message>
     <message>
         <source>This correction is already saved.</source>
@@ -1195,20 +1195,20 @@
         <translation>Dein API-Schlüssel ist nicht verfügbar. Füge ihn in den Einstellungen noch einmal hinzu.</translation>
     </message>
     <message>
-        <source>Could not save your API key to Keychain (%1).</source>
-        <translation>Der API-Schlüssel ließ sich nicht im Schlüsselbund sichern (%1).</translation>
+        <source>Could not save your API key to Keychain ({status}).</source>
+        <translation>Der API-Schlüssel ließ sich nicht im Schlüsselbund sichern ({status}).</translation>
     </message>
     <message>
-        <source>Could not update iCloud Keychain (%1).</source>
-        <translation>Der iCloud-Schlüsselbund ließ sich nicht ändern (%1).</translation>
+        <source>Could not update iCloud Keychain ({status}).</source>
+        <translation>Der iCloud-Schlüsselbund ließ sich nicht ändern ({status}).</translation>
     </message>
     <message>
-        <source>Could not remove the key from Keychain (%1).</source>
-        <translation>Der Schlüssel ließ sich nicht aus dem Schlüsselbund entfernen (%1).</translation>
+        <source>Could not remove the key from Keychain ({status}).</source>
+        <translation>Der Schlüssel ließ sich nicht aus dem Schlüsselbund entfernen ({status}).</translation>
     </message>
     <message>
-        <source>Could not remove the iCloud Keychain copy (%1).</source>
-        <translation>Die Kopie im iCloud-Schlüsselbund ließ sich nicht entfernen (%1).</translation>
+        <source>Could not remove the iCloud Keychain copy ({status}).</source>
+        <translation>Die Kopie im iCloud-Schlüsselbund ließ sich nicht entfernen ({status}).</translation>
     </message>
     <message>
         <source>Install Quorvi before you have it start when you sign in.</source>
@@ -1235,8 +1235,8 @@
         <translation>Mit iCloud abgeglichen</translation>
     </message>
     <message>
-        <source>%1 changes waiting to sync</source>
-        <translation>%1 Änderungen warten auf den Abgleich</translation>
+        <source>{count} changes waiting to sync</source>
+        <translation>{count} Änderungen warten auf den Abgleich</translation>
     </message>
     <message>
         <source>Sign in to iCloud in System Settings to sync.</source>
@@ -1251,16 +1251,16 @@
         <translation>Offline — abgeglichen wird, sobald du wieder verbunden bist.</translation>
     </message>
     <message>
-        <source>iCloud access is unavailable for this build (%1).</source>
-        <translation>Diese Ausgabe hat keinen Zugriff auf iCloud (%1).</translation>
+        <source>iCloud access is unavailable for this build ({code}).</source>
+        <translation>Diese Ausgabe hat keinen Zugriff auf iCloud ({code}).</translation>
     </message>
     <message>
         <source>iCloud storage is full. Your changes are saved on this Mac.</source>
         <translation>Der iCloud-Speicher ist voll. Deine Änderungen sind auf diesem Mac gesichert.</translation>
     </message>
     <message>
-        <source>iCloud will retry. Your changes are saved on this Mac (%1).</source>
-        <translation>iCloud versucht es wieder. Deine Änderungen sind auf diesem Mac gesichert (%1).</translation>
+        <source>iCloud will retry. Your changes are saved on this Mac ({code}).</source>
+        <translation>iCloud versucht es wieder. Deine Änderungen sind auf diesem Mac gesichert ({code}).</translation>
     </message>
     <message>
         <source>Sync data could not be read. Your local data is untouched.</source>
@@ -1291,20 +1291,20 @@
         <translation>In dieser Ausgabe sind keine Updates eingerichtet.</translation>
     </message>
     <message>
-        <source>The system&apos;s installer has Quorvi %1. When it is done, quit Quorvi and start it again.</source>
-        <translation>Das Installationsprogramm des Systems hat Quorvi %1. Wenn es fertig ist, beende Quorvi und starte es wieder.</translation>
+        <source>The system&apos;s installer has Quorvi {version}. When it is done, quit Quorvi and start it again.</source>
+        <translation>Das Installationsprogramm des Systems hat Quorvi {version}. Wenn es fertig ist, beende Quorvi und starte es wieder.</translation>
     </message>
     <message>
-        <source>The folder for updates could not be created: %1.</source>
-        <translation>Der Ordner für Updates ließ sich nicht anlegen: %1.</translation>
+        <source>The folder for updates could not be created: {reason}.</source>
+        <translation>Der Ordner für Updates ließ sich nicht anlegen: {reason}.</translation>
     </message>
     <message>
         <source>The update could not be read from the disk.</source>
         <translation>Das Update ließ sich nicht von der Platte lesen.</translation>
     </message>
     <message>
-        <source>The update could not be saved: %1.</source>
-        <translation>Das Update ließ sich nicht sichern: %1.</translation>
+        <source>The update could not be saved: {reason}.</source>
+        <translation>Das Update ließ sich nicht sichern: {reason}.</translation>
     </message>
     <message>
         <source>The update could not be read. It is not a Debian package.</source>
@@ -1315,8 +1315,8 @@
         <translation>Das Update wurde abgelehnt. Sein Paket ist nicht Quorvis.</translation>
     </message>
     <message>
-        <source>The update was refused. It calls itself Quorvi %1 but is not newer than the Quorvi that is running.</source>
-        <translation>Das Update wurde abgelehnt. Es nennt sich Quorvi %1, ist aber nicht neuer als das laufende Quorvi.</translation>
+        <source>The update was refused. It calls itself Quorvi {version} but is not newer than the Quorvi that is running.</source>
+        <translation>Das Update wurde abgelehnt. Es nennt sich Quorvi {version}, ist aber nicht neuer als das laufende Quorvi.</translation>
     </message>
     <message>
         <source>The update server redirects to a connection that is not secure.</source>
@@ -1331,12 +1331,12 @@
         <translation>Der Update-Server leitet endlos um.</translation>
     </message>
     <message>
-        <source>The update server answered with an error (HTTP %1). Please try again later.</source>
-        <translation>Der Update-Server meldet einen Fehler (HTTP %1). Bitte versuche es später noch einmal.</translation>
+        <source>The update server answered with an error (HTTP {status}). Please try again later.</source>
+        <translation>Der Update-Server meldet einen Fehler (HTTP {status}). Bitte versuche es später noch einmal.</translation>
     </message>
     <message>
-        <source>The update server answered with something else than asked for (HTTP %1). Please try again later.</source>
-        <translation>Der Update-Server antwortet mit etwas anderem als verlangt (HTTP %1). Bitte versuche es später noch einmal.</translation>
+        <source>The update server answered with something else than asked for (HTTP {status}). Please try again later.</source>
+        <translation>Der Update-Server antwortet mit etwas anderem als verlangt (HTTP {status}). Bitte versuche es später noch einmal.</translation>
     </message>
     <message>
         <source>The download is larger than the update feed says. It was refused.</source>
@@ -1371,28 +1371,28 @@
         <translation>Der Update-Feed wurde abgelehnt. Er ist zu groß.</translation>
     </message>
     <message>
-        <source>This desktop has no program that installs packages. Install it with: sudo apt install %1</source>
-        <translation>Diese Arbeitsumgebung hat kein Programm, das Pakete installiert. Installiere es mit: sudo apt install %1</translation>
+        <source>This desktop has no program that installs packages. Install it with: sudo apt install {package}</source>
+        <translation>Diese Arbeitsumgebung hat kein Programm, das Pakete installiert. Installiere es mit: sudo apt install {package}</translation>
     </message>
     <message>
-        <source>The package installer could not be started. Install it with: sudo apt install %1</source>
-        <translation>Das Installationsprogramm ließ sich nicht starten. Installiere es mit: sudo apt install %1</translation>
+        <source>The package installer could not be started. Install it with: sudo apt install {package}</source>
+        <translation>Das Installationsprogramm ließ sich nicht starten. Installiere es mit: sudo apt install {package}</translation>
     </message>
     <message>
-        <source>Quorvi %1 is the newest version.</source>
-        <translation>Quorvi %1 ist die neueste Version.</translation>
+        <source>Quorvi {version} is the newest version.</source>
+        <translation>Quorvi {version} ist die neueste Version.</translation>
     </message>
     <message>
-        <source>Quorvi %1 is available, but it needs version %2 of your system or a later one.</source>
-        <translation>Quorvi %1 ist verfügbar, braucht aber Version %2 deines Systems oder eine spätere.</translation>
+        <source>Quorvi {version} is available, but it needs version {system} of your system or a later one.</source>
+        <translation>Quorvi {version} ist verfügbar, braucht aber Version {system} deines Systems oder eine spätere.</translation>
     </message>
     <message>
-        <source>Quorvi %1 was refused. Its signature is not valid.</source>
-        <translation>Quorvi %1 wurde abgelehnt. Die Signatur ist ungültig.</translation>
+        <source>Quorvi {version} was refused. Its signature is not valid.</source>
+        <translation>Quorvi {version} wurde abgelehnt. Die Signatur ist ungültig.</translation>
     </message>
     <message>
-        <source>The update server could not be used (%1).</source>
-        <translation>Der Update-Server ließ sich nicht benutzen (%1).</translation>
+        <source>The update server could not be used ({reason}).</source>
+        <translation>Der Update-Server ließ sich nicht benutzen ({reason}).</translation>
     </message>
     <message>
         <source>&lt;p&gt;The release notes could not be loaded.&lt;/p&gt;</source>
@@ -1411,8 +1411,56 @@
         <translation>Rechte ⌃</translation>
     </message>
     <message>
-        <source>Key %1</source>
-        <translation>Taste %1</translation>
+        <source>Key {code}</source>
+        <translation>Taste {code}</translation>
+    </message>
+    <message>
+        <source>The clipboard that was handed over is incomplete.</source>
+        <translation>Die übergebene Zwischenablage ist unvollständig.</translation>
+    </message>
+    <message>
+        <source>The clipboard that was handed over is unreadable.</source>
+        <translation>Die übergebene Zwischenablage ist nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>The clipboard that was handed over is damaged.</source>
+        <translation>Die übergebene Zwischenablage ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>The folder for recordings, {folder}, is not a folder of your own. Remove it and try again.</source>
+        <translation>Der Ordner für Aufnahmen, {folder}, gehört nicht dir. Entferne ihn und versuche es erneut.</translation>
+    </message>
+    <message>
+        <source>The sound can&apos;t be encoded: {reason}.</source>
+        <translation>Der Ton kann nicht kodiert werden: {reason}.</translation>
+    </message>
+    <message>
+        <source>The sound is no 16-bit PCM WAV file.</source>
+        <translation>Der Ton ist keine WAV-Datei mit 16-Bit-PCM.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory to reach the speech service.</source>
+        <translation>Der Speicher reicht nicht aus, um den Sprachdienst zu erreichen.</translation>
+    </message>
+    <message>
+        <source>The speech service address is not valid. Enter an address such as https://api.openai.com or leave it empty.</source>
+        <translation>Die Adresse des Sprachdienstes ist ungültig. Gib eine Adresse wie https://api.openai.com ein oder lass sie leer.</translation>
+    </message>
+    <message>
+        <source>A speech service on another computer must be reached over an encrypted connection. Enter an address that begins with https://.</source>
+        <translation>Ein Sprachdienst auf einem anderen Computer muss über eine verschlüsselte Verbindung erreicht werden. Gib eine Adresse ein, die mit https:// beginnt.</translation>
+    </message>
+    <message>
+        <source>A correction has no valid date and could not be saved.</source>
+        <translation>Eine Korrektur hat kein gültiges Datum und konnte nicht gesichert werden.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory to look for updates.</source>
+        <translation>Der Speicher reicht nicht aus, um nach Updates zu suchen.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory to read the update feed.</source>
+        <translation>Der Speicher reicht nicht aus, um den Update-Feed zu lesen.</translation>
     </message>
 </context>
 <context>

@@ -931,28 +931,28 @@
         <translation>Άνοιξε το Quorvi από τη γραμμή μενού και ολοκλήρωσε στις Ρυθμίσεις το κλειδί API και τις άδειες.</translation>
     </message>
     <message>
-        <source>Dictating into %1</source>
-        <translation>Υπαγόρευση σε: %1</translation>
+        <source>Dictating into {app}</source>
+        <translation>Υπαγόρευση σε: {app}</translation>
     </message>
     <message>
-        <source>Inserting into %1…</source>
-        <translation>Εισαγωγή σε: %1…</translation>
+        <source>Inserting into {app}…</source>
+        <translation>Εισαγωγή σε: {app}…</translation>
     </message>
     <message>
-        <source>Paste sent to %1.</source>
-        <translation>Η επικόλληση στάλθηκε σε: %1.</translation>
+        <source>Paste sent to {app}.</source>
+        <translation>Η επικόλληση στάλθηκε σε: {app}.</translation>
     </message>
     <message>
-        <source>Testing Paste in %1…</source>
-        <translation>Δοκιμή επικόλλησης σε: %1…</translation>
+        <source>Testing Paste in {app}…</source>
+        <translation>Δοκιμή επικόλλησης σε: {app}…</translation>
     </message>
     <message>
-        <source>Sample sent to %1.</source>
-        <translation>Το δείγμα στάλθηκε σε: %1.</translation>
+        <source>Sample sent to {app}.</source>
+        <translation>Το δείγμα στάλθηκε σε: {app}.</translation>
     </message>
     <message>
-        <source>Click a text field in another app. Sample in %1 seconds. Esc cancels.</source>
-        <translation>Κάνε κλικ σε πεδίο κειμένου άλλης εφαρμογής. Δείγμα σε %1 δευτερόλεπτα. Το Esc ακυρώνει.</translation>
+        <source>Click a text field in another app. Sample in {seconds} seconds. Esc cancels.</source>
+        <translation>Κάνε κλικ σε πεδίο κειμένου άλλης εφαρμογής. Δείγμα σε {seconds} δευτερόλεπτα. Το Esc ακυρώνει.</translation>
     </message>
     <message>
         <source>Choose a text field and start dictating again.</source>
@@ -1031,32 +1031,32 @@
         <translation>Το μικρόφωνο δεν ξεκίνησε. Έλεγξε την είσοδο ήχου του macOS.</translation>
     </message>
     <message>
-        <source>The folder for recordings could not be created: %1.</source>
-        <translation>Ο φάκελος ηχογραφήσεων δεν δημιουργήθηκε: %1.</translation>
+        <source>The folder for recordings could not be created: {reason}.</source>
+        <translation>Ο φάκελος ηχογραφήσεων δεν δημιουργήθηκε: {reason}.</translation>
     </message>
     <message>
-        <source>The folder for recordings could not be made private: %1.</source>
-        <translation>Ο φάκελος ηχογραφήσεων δεν έγινε ιδιωτικός: %1.</translation>
+        <source>The folder for recordings could not be made private: {reason}.</source>
+        <translation>Ο φάκελος ηχογραφήσεων δεν έγινε ιδιωτικός: {reason}.</translation>
     </message>
     <message>
-        <source>The recording could not be kept apart: %1.</source>
-        <translation>Η ηχογράφηση δεν απομονώθηκε: %1.</translation>
+        <source>The recording could not be kept apart: {reason}.</source>
+        <translation>Η ηχογράφηση δεν απομονώθηκε: {reason}.</translation>
     </message>
     <message>
-        <source>The recording could not be read: %1.</source>
-        <translation>Η ηχογράφηση δεν διαβάστηκε: %1.</translation>
+        <source>The recording could not be read: {reason}.</source>
+        <translation>Η ηχογράφηση δεν διαβάστηκε: {reason}.</translation>
     </message>
     <message>
-        <source>The recording could not be created: %1.</source>
-        <translation>Η ηχογράφηση δεν δημιουργήθηκε: %1.</translation>
+        <source>The recording could not be created: {reason}.</source>
+        <translation>Η ηχογράφηση δεν δημιουργήθηκε: {reason}.</translation>
     </message>
     <message>
-        <source>The recording could not be written: %1.</source>
-        <translation>Η ηχογράφηση δεν γράφτηκε: %1.</translation>
+        <source>The recording could not be written: {reason}.</source>
+        <translation>Η ηχογράφηση δεν γράφτηκε: {reason}.</translation>
     </message>
     <message>
-        <source>The sound could not be encoded: %1.</source>
-        <translation>Ο ήχος δεν κωδικοποιήθηκε: %1.</translation>
+        <source>The sound could not be encoded: {reason}.</source>
+        <translation>Ο ήχος δεν κωδικοποιήθηκε: {reason}.</translation>
     </message>
     <message>
         <source>This system has no AAC encoder.</source>
@@ -1071,8 +1071,8 @@
         <translation>Το API έφτασε το όριό του ή δεν έχει υπόλοιπο. Έλεγξε τη χρέωση του API του OpenAI και δοκίμασε ξανά.</translation>
     </message>
     <message>
-        <source>Transcription failed (HTTP %1). Check your model and try again.</source>
-        <translation>Η μεταγραφή απέτυχε (HTTP %1). Έλεγξε το μοντέλο και δοκίμασε ξανά.</translation>
+        <source>Transcription failed (HTTP {status}). Check your model and try again.</source>
+        <translation>Η μεταγραφή απέτυχε (HTTP {status}). Έλεγξε το μοντέλο και δοκίμασε ξανά.</translation>
     </message>
     <message>
         <source>The transcription service returned no response.</source>
@@ -1091,8 +1091,8 @@
         <translation>Η απάντηση της υπηρεσίας ομιλίας ήταν πολύ μεγάλη.</translation>
     </message>
     <message>
-        <source>The request to the speech service failed (%1). Please try again.</source>
-        <translation>Το αίτημα προς την υπηρεσία ομιλίας απέτυχε (%1). Δοκίμασε ξανά.</translation>
+        <source>The request to the speech service failed ({reason}). Please try again.</source>
+        <translation>Το αίτημα προς την υπηρεσία ομιλίας απέτυχε ({reason}). Δοκίμασε ξανά.</translation>
     </message>
     <message>
         <source>The request to the speech service could not be made. Check your API key and the service address in Settings.</source>
@@ -1107,52 +1107,52 @@
         <translation>διακομιστής ενημερώσεων</translation>
     </message>
     <message>
-        <source>The %1 could not be found. Check your internet connection and try again.</source>
-        <translation>Δεν βρέθηκε: %1. Έλεγξε τη σύνδεση στο διαδίκτυο και δοκίμασε ξανά.</translation>
+        <source>The {server} could not be found. Check your internet connection and try again.</source>
+        <translation>Δεν βρέθηκε: {server}. Έλεγξε τη σύνδεση στο διαδίκτυο και δοκίμασε ξανά.</translation>
     </message>
     <message>
-        <source>The %1 could not be reached. The connection was refused.</source>
-        <translation>Δεν ήταν δυνατή η πρόσβαση: %1. Η σύνδεση απορρίφθηκε.</translation>
+        <source>The {server} could not be reached. The connection was refused.</source>
+        <translation>Δεν ήταν δυνατή η πρόσβαση: {server}. Η σύνδεση απορρίφθηκε.</translation>
     </message>
     <message>
-        <source>The %1 could not be reached. Check your internet connection and try again.</source>
-        <translation>Δεν ήταν δυνατή η πρόσβαση: %1. Έλεγξε τη σύνδεση στο διαδίκτυο και δοκίμασε ξανά.</translation>
+        <source>The {server} could not be reached. Check your internet connection and try again.</source>
+        <translation>Δεν ήταν δυνατή η πρόσβαση: {server}. Έλεγξε τη σύνδεση στο διαδίκτυο και δοκίμασε ξανά.</translation>
     </message>
     <message>
-        <source>The %1 did not answer in time. Please try again.</source>
-        <translation>Δεν υπήρξε έγκαιρη απάντηση: %1. Δοκίμασε ξανά.</translation>
+        <source>The {server} did not answer in time. Please try again.</source>
+        <translation>Δεν υπήρξε έγκαιρη απάντηση: {server}. Δοκίμασε ξανά.</translation>
     </message>
     <message>
-        <source>The %1 could not be trusted. Its certificate is not valid.</source>
-        <translation>Δεν είναι αξιόπιστο: %1. Το πιστοποιητικό δεν είναι έγκυρο.</translation>
+        <source>The {server} could not be trusted. Its certificate is not valid.</source>
+        <translation>Δεν είναι αξιόπιστο: {server}. Το πιστοποιητικό δεν είναι έγκυρο.</translation>
     </message>
     <message>
-        <source>The %1 could not be trusted. The certificates of this computer could not be read.</source>
-        <translation>Δεν είναι αξιόπιστο: %1. Τα πιστοποιητικά αυτού του υπολογιστή δεν διαβάστηκαν.</translation>
+        <source>The {server} could not be trusted. The certificates of this computer could not be read.</source>
+        <translation>Δεν είναι αξιόπιστο: {server}. Τα πιστοποιητικά αυτού του υπολογιστή δεν διαβάστηκαν.</translation>
     </message>
     <message>
-        <source>A secure connection to the %1 could not be made. Please try again.</source>
-        <translation>Δεν έγινε ασφαλής σύνδεση: %1. Δοκίμασε ξανά.</translation>
+        <source>A secure connection to the {server} could not be made. Please try again.</source>
+        <translation>Δεν έγινε ασφαλής σύνδεση: {server}. Δοκίμασε ξανά.</translation>
     </message>
     <message>
-        <source>The connection to the %1 was lost. Please try again.</source>
-        <translation>Η σύνδεση χάθηκε: %1. Δοκίμασε ξανά.</translation>
+        <source>The connection to the {server} was lost. Please try again.</source>
+        <translation>Η σύνδεση χάθηκε: {server}. Δοκίμασε ξανά.</translation>
     </message>
     <message>
-        <source>Learning in %1. Correct a spelling, then pause for two seconds.</source>
-        <translation>Μάθηση σε: %1. Διόρθωσε μια γραφή και περίμενε δύο δευτερόλεπτα.</translation>
+        <source>Learning in {app}. Correct a spelling, then pause for two seconds.</source>
+        <translation>Μάθηση σε: {app}. Διόρθωσε μια γραφή και περίμενε δύο δευτερόλεπτα.</translation>
     </message>
     <message>
-        <source>Checking automatic learning in %1…</source>
-        <translation>Έλεγχος αυτόματης μάθησης σε: %1…</translation>
+        <source>Checking automatic learning in {app}…</source>
+        <translation>Έλεγχος αυτόματης μάθησης σε: {app}…</translation>
     </message>
     <message>
-        <source>Could not verify readable text in %1. Use Remember correction for this dictation.</source>
-        <translation>Δεν επιβεβαιώθηκε αναγνώσιμο κείμενο σε: %1. Χρησιμοποίησε «Απομνημόνευση διόρθωσης» για αυτή την υπαγόρευση.</translation>
+        <source>Could not verify readable text in {app}. Use Remember correction for this dictation.</source>
+        <translation>Δεν επιβεβαιώθηκε αναγνώσιμο κείμενο σε: {app}. Χρησιμοποίησε «Απομνημόνευση διόρθωσης» για αυτή την υπαγόρευση.</translation>
     </message>
     <message>
-        <source>Could not read the final edit in %1. Use Remember correction.</source>
-        <translation>Η τελική αλλαγή δεν διαβάστηκε σε: %1. Χρησιμοποίησε «Απομνημόνευση διόρθωσης».</translation>
+        <source>Could not read the final edit in {app}. Use Remember correction.</source>
+        <translation>Η τελική αλλαγή δεν διαβάστηκε σε: {app}. Χρησιμοποίησε «Απομνημόνευση διόρθωσης».</translation>
     </message>
     <message>
         <source>The test pasted, but automatic learning could not attach to this editor.</source>
@@ -1179,8 +1179,8 @@
         <translation>Αυτή η αλλαγή θέλει δικό σου κανόνα. Διάλεξε «Απομνημόνευση διόρθωσης».</translation>
     </message>
     <message>
-        <source>Remembered: %1</source>
-        <translation>Απομνημονεύτηκε: %1</translation>
+        <source>Remembered: {rule}</source>
+        <translation>Απομνημονεύτηκε: {rule}</translation>
     </message>
     <message>
         <source>This correction is already saved.</source>
@@ -1195,20 +1195,20 @@
         <translation>Το κλειδί API δεν είναι διαθέσιμο. Πρόσθεσέ το ξανά στις Ρυθμίσεις.</translation>
     </message>
     <message>
-        <source>Could not save your API key to Keychain (%1).</source>
-        <translation>Το κλειδί API δεν αποθηκεύτηκε στο Keychain (%1).</translation>
+        <source>Could not save your API key to Keychain ({status}).</source>
+        <translation>Το κλειδί API δεν αποθηκεύτηκε στο Keychain ({status}).</translation>
     </message>
     <message>
-        <source>Could not update iCloud Keychain (%1).</source>
-        <translation>Το iCloud Keychain δεν ενημερώθηκε (%1).</translation>
+        <source>Could not update iCloud Keychain ({status}).</source>
+        <translation>Το iCloud Keychain δεν ενημερώθηκε ({status}).</translation>
     </message>
     <message>
-        <source>Could not remove the key from Keychain (%1).</source>
-        <translation>Το κλειδί δεν αφαιρέθηκε από το Keychain (%1).</translation>
+        <source>Could not remove the key from Keychain ({status}).</source>
+        <translation>Το κλειδί δεν αφαιρέθηκε από το Keychain ({status}).</translation>
     </message>
     <message>
-        <source>Could not remove the iCloud Keychain copy (%1).</source>
-        <translation>Το αντίγραφο στο iCloud Keychain δεν αφαιρέθηκε (%1).</translation>
+        <source>Could not remove the iCloud Keychain copy ({status}).</source>
+        <translation>Το αντίγραφο στο iCloud Keychain δεν αφαιρέθηκε ({status}).</translation>
     </message>
     <message>
         <source>Install Quorvi before you have it start when you sign in.</source>
@@ -1235,8 +1235,8 @@
         <translation>Συγχρονισμένο με το iCloud</translation>
     </message>
     <message>
-        <source>%1 changes waiting to sync</source>
-        <translation>%1 αλλαγές περιμένουν συγχρονισμό</translation>
+        <source>{count} changes waiting to sync</source>
+        <translation>{count} αλλαγές περιμένουν συγχρονισμό</translation>
     </message>
     <message>
         <source>Sign in to iCloud in System Settings to sync.</source>
@@ -1251,16 +1251,16 @@
         <translation>Χωρίς σύνδεση — οι αλλαγές θα συγχρονιστούν όταν συνδεθείς ξανά.</translation>
     </message>
     <message>
-        <source>iCloud access is unavailable for this build (%1).</source>
-        <translation>Η πρόσβαση στο iCloud δεν είναι διαθέσιμη σε αυτή την έκδοση (%1).</translation>
+        <source>iCloud access is unavailable for this build ({code}).</source>
+        <translation>Η πρόσβαση στο iCloud δεν είναι διαθέσιμη σε αυτή την έκδοση ({code}).</translation>
     </message>
     <message>
         <source>iCloud storage is full. Your changes are saved on this Mac.</source>
         <translation>Ο χώρος του iCloud γέμισε. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac.</translation>
     </message>
     <message>
-        <source>iCloud will retry. Your changes are saved on this Mac (%1).</source>
-        <translation>Το iCloud θα ξαναδοκιμάσει. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac (%1).</translation>
+        <source>iCloud will retry. Your changes are saved on this Mac ({code}).</source>
+        <translation>Το iCloud θα ξαναδοκιμάσει. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac ({code}).</translation>
     </message>
     <message>
         <source>Sync data could not be read. Your local data is untouched.</source>
@@ -1291,20 +1291,20 @@
         <translation>Οι ενημερώσεις δεν έχουν ρυθμιστεί σε αυτή την έκδοση.</translation>
     </message>
     <message>
-        <source>The system&apos;s installer has Quorvi %1. When it is done, quit Quorvi and start it again.</source>
-        <translation>Το πρόγραμμα εγκατάστασης του συστήματος έχει το Quorvi %1. Όταν τελειώσει, κλείσε το Quorvi και ξεκίνα το ξανά.</translation>
+        <source>The system&apos;s installer has Quorvi {version}. When it is done, quit Quorvi and start it again.</source>
+        <translation>Το πρόγραμμα εγκατάστασης του συστήματος έχει το Quorvi {version}. Όταν τελειώσει, κλείσε το Quorvi και ξεκίνα το ξανά.</translation>
     </message>
     <message>
-        <source>The folder for updates could not be created: %1.</source>
-        <translation>Ο φάκελος ενημερώσεων δεν δημιουργήθηκε: %1.</translation>
+        <source>The folder for updates could not be created: {reason}.</source>
+        <translation>Ο φάκελος ενημερώσεων δεν δημιουργήθηκε: {reason}.</translation>
     </message>
     <message>
         <source>The update could not be read from the disk.</source>
         <translation>Η ενημέρωση δεν διαβάστηκε από τον δίσκο.</translation>
     </message>
     <message>
-        <source>The update could not be saved: %1.</source>
-        <translation>Η ενημέρωση δεν αποθηκεύτηκε: %1.</translation>
+        <source>The update could not be saved: {reason}.</source>
+        <translation>Η ενημέρωση δεν αποθηκεύτηκε: {reason}.</translation>
     </message>
     <message>
         <source>The update could not be read. It is not a Debian package.</source>
@@ -1315,8 +1315,8 @@
         <translation>Η ενημέρωση απορρίφθηκε. Το πακέτο δεν είναι του Quorvi.</translation>
     </message>
     <message>
-        <source>The update was refused. It calls itself Quorvi %1 but is not newer than the Quorvi that is running.</source>
-        <translation>Η ενημέρωση απορρίφθηκε. Λέγεται Quorvi %1 αλλά δεν είναι νεότερη από το Quorvi που τρέχει.</translation>
+        <source>The update was refused. It calls itself Quorvi {version} but is not newer than the Quorvi that is running.</source>
+        <translation>Η ενημέρωση απορρίφθηκε. Λέγεται Quorvi {version} αλλά δεν είναι νεότερη από το Quorvi που τρέχει.</translation>
     </message>
     <message>
         <source>The update server redirects to a connection that is not secure.</source>
@@ -1331,12 +1331,12 @@
         <translation>Ο διακομιστής ενημερώσεων ανακατευθύνει χωρίς τέλος.</translation>
     </message>
     <message>
-        <source>The update server answered with an error (HTTP %1). Please try again later.</source>
-        <translation>Ο διακομιστής ενημερώσεων απάντησε με σφάλμα (HTTP %1). Δοκίμασε ξανά αργότερα.</translation>
+        <source>The update server answered with an error (HTTP {status}). Please try again later.</source>
+        <translation>Ο διακομιστής ενημερώσεων απάντησε με σφάλμα (HTTP {status}). Δοκίμασε ξανά αργότερα.</translation>
     </message>
     <message>
-        <source>The update server answered with something else than asked for (HTTP %1). Please try again later.</source>
-        <translation>Ο διακομιστής ενημερώσεων απάντησε με κάτι άλλο από ό,τι ζητήθηκε (HTTP %1). Δοκίμασε ξανά αργότερα.</translation>
+        <source>The update server answered with something else than asked for (HTTP {status}). Please try again later.</source>
+        <translation>Ο διακομιστής ενημερώσεων απάντησε με κάτι άλλο από ό,τι ζητήθηκε (HTTP {status}). Δοκίμασε ξανά αργότερα.</translation>
     </message>
     <message>
         <source>The download is larger than the update feed says. It was refused.</source>
@@ -1371,28 +1371,28 @@
         <translation>Η ροή ενημερώσεων απορρίφθηκε. Είναι πολύ μεγάλη.</translation>
     </message>
     <message>
-        <source>This desktop has no program that installs packages. Install it with: sudo apt install %1</source>
-        <translation>Αυτό το περιβάλλον δεν έχει πρόγραμμα εγκατάστασης πακέτων. Εγκατάστησέ το με: sudo apt install %1</translation>
+        <source>This desktop has no program that installs packages. Install it with: sudo apt install {package}</source>
+        <translation>Αυτό το περιβάλλον δεν έχει πρόγραμμα εγκατάστασης πακέτων. Εγκατάστησέ το με: sudo apt install {package}</translation>
     </message>
     <message>
-        <source>The package installer could not be started. Install it with: sudo apt install %1</source>
-        <translation>Το πρόγραμμα εγκατάστασης δεν ξεκίνησε. Εγκατάστησέ το με: sudo apt install %1</translation>
+        <source>The package installer could not be started. Install it with: sudo apt install {package}</source>
+        <translation>Το πρόγραμμα εγκατάστασης δεν ξεκίνησε. Εγκατάστησέ το με: sudo apt install {package}</translation>
     </message>
     <message>
-        <source>Quorvi %1 is the newest version.</source>
-        <translation>Το Quorvi %1 είναι η νεότερη έκδοση.</translation>
+        <source>Quorvi {version} is the newest version.</source>
+        <translation>Το Quorvi {version} είναι η νεότερη έκδοση.</translation>
     </message>
     <message>
-        <source>Quorvi %1 is available, but it needs version %2 of your system or a later one.</source>
-        <translation>Το Quorvi %1 είναι διαθέσιμο, αλλά χρειάζεται έκδοση %2 του συστήματός σου ή νεότερη.</translation>
+        <source>Quorvi {version} is available, but it needs version {system} of your system or a later one.</source>
+        <translation>Το Quorvi {version} είναι διαθέσιμο, αλλά χρειάζεται έκδοση {system} του συστήματός σου ή νεότερη.</translation>
     </message>
     <message>
-        <source>Quorvi %1 was refused. Its signature is not valid.</source>
-        <translation>Το Quorvi %1 απορρίφθηκε. Η υπογραφή δεν είναι έγκυρη.</translation>
+        <source>Quorvi {version} was refused. Its signature is not valid.</source>
+        <translation>Το Quorvi {version} απορρίφθηκε. Η υπογραφή δεν είναι έγκυρη.</translation>
     </message>
     <message>
-        <source>The update server could not be used (%1).</source>
-        <translation>Ο διακομιστής ενημερώσεων δεν χρησιμοποιήθηκε (%1).</translation>
+        <source>The update server could not be used ({reason}).</source>
+        <translation>Ο διακομιστής ενημερώσεων δεν χρησιμοποιήθηκε ({reason}).</translation>
     </message>
     <message>
         <source>&lt;p&gt;The release notes could not be loaded.&lt;/p&gt;</source>
@@ -1411,8 +1411,56 @@
         <translation>Δεξί ⌃</translation>
     </message>
     <message>
-        <source>Key %1</source>
-        <translation>Πλήκτρο %1</translation>
+        <source>Key {code}</source>
+        <translation>Πλήκτρο {code}</translation>
+    </message>
+    <message>
+        <source>The clipboard that was handed over is incomplete.</source>
+        <translation>Το πρόχειρο που παραδόθηκε δεν είναι πλήρες.</translation>
+    </message>
+    <message>
+        <source>The clipboard that was handed over is unreadable.</source>
+        <translation>Το πρόχειρο που παραδόθηκε δεν διαβάζεται.</translation>
+    </message>
+    <message>
+        <source>The clipboard that was handed over is damaged.</source>
+        <translation>Το πρόχειρο που παραδόθηκε είναι κατεστραμμένο.</translation>
+    </message>
+    <message>
+        <source>The folder for recordings, {folder}, is not a folder of your own. Remove it and try again.</source>
+        <translation>Ο φάκελος για τις ηχογραφήσεις, {folder}, δεν είναι δικός σου. Αφαίρεσέ τον και δοκίμασε ξανά.</translation>
+    </message>
+    <message>
+        <source>The sound can&apos;t be encoded: {reason}.</source>
+        <translation>Ο ήχος δεν μπορεί να κωδικοποιηθεί: {reason}.</translation>
+    </message>
+    <message>
+        <source>The sound is no 16-bit PCM WAV file.</source>
+        <translation>Ο ήχος δεν είναι αρχείο WAV με PCM 16 bit.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory to reach the speech service.</source>
+        <translation>Δεν υπάρχει αρκετή μνήμη για να γίνει σύνδεση με την υπηρεσία ομιλίας.</translation>
+    </message>
+    <message>
+        <source>The speech service address is not valid. Enter an address such as https://api.openai.com or leave it empty.</source>
+        <translation>Η διεύθυνση της υπηρεσίας ομιλίας δεν είναι έγκυρη. Δώσε μια διεύθυνση όπως https://api.openai.com ή άφησέ την κενή.</translation>
+    </message>
+    <message>
+        <source>A speech service on another computer must be reached over an encrypted connection. Enter an address that begins with https://.</source>
+        <translation>Η σύνδεση με υπηρεσία ομιλίας σε άλλον υπολογιστή πρέπει να είναι κρυπτογραφημένη. Δώσε μια διεύθυνση που αρχίζει με https://.</translation>
+    </message>
+    <message>
+        <source>A correction has no valid date and could not be saved.</source>
+        <translation>Μια διόρθωση δεν έχει έγκυρη ημερομηνία και δεν ήταν δυνατό να αποθηκευτεί.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory to look for updates.</source>
+        <translation>Δεν υπάρχει αρκετή μνήμη για την αναζήτηση ενημερώσεων.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory to read the update feed.</source>
+        <translation>Δεν υπάρχει αρκετή μνήμη για την ανάγνωση της ροής ενημερώσεων.</translation>
     </message>
 </context>
 <context>
