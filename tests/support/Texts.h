@@ -43,12 +43,14 @@ public:
 
 private:
     static inline const std::vector<std::string> all = [] {
+        // clang-format off
         auto pieces = split(
             "A b é e\u0301 \u0301 \u0323 Σ ς ΐ Ω ß ẞ İ ı ﬁ ᾳ Å ŉ ǰ \u0345 \u212B ’ … © 1\u20E3 "
             "\u200D \uFE0F ❤️ 👩 👩 👍🏽 🇬 🇬 😀 \u0600 \u00AD \u1100 \u1161 \u11A8 각 "
             "한 "
             "क\u094D "
             "त \u093F \u093C שׁ \xFF \u0001");
+        // clang-format on
         for (const auto* space : {" ", "\r", "\n", "\u2000"}) pieces.emplace_back(space);
         return pieces;
     }();

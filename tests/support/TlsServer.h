@@ -38,7 +38,8 @@ class TlsServer {
 public:
     TlsServer(const TestAuthority& authority, const std::string& certificate,
               const std::string& host = "127.0.0.1", const std::string& folder = "/nonexistent")
-        : process_({"/usr/bin/python3", "-I", QUORVI_SOURCE "/tests/support/programs/https_server.py",
+        : process_({"/usr/bin/python3", "-I",
+                    QUORVI_SOURCE "/tests/support/programs/https_server.py",
                     authority.file(certificate + ".pem"), authority.file(certificate + ".key"),
                     host, folder}),
           address_("https://" + host + ":" + process_.readLine()) {}
