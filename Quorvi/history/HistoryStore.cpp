@@ -58,11 +58,11 @@ struct HistoryStore::Loading {
 HistoryStore::HistoryStore(Environment environment)
     : environment_(std::move(environment)),
       writer_(HistoryFile(environment_.files, environment_.path), environment_.executor,
-              [this, &scheduler = environment_.scheduler, alive = std::weak_ptr<bool>(alive_)](
-                  std::uint64_t revision, bool saved) {
-                  scheduler.post([this, alive, revision, saved] {
-                      if (!alive.expired()) written(revision, saved);
-                  });
+              [&scheduler = environment_.scheduler,
+               report = lifetime_.guard([this](std::uint64_t revision, bool saved) {
+                   written(revision, saved);
+               })](std::uint64_t revision, bool saved) {
+                  scheduler.post([report, revision, saved] { report(revision, saved); });
               }),
       tasks_(environment_.scheduler) {
     readPreferences();
@@ -86,13 +86,12 @@ void HistoryStore::load() {
     loading_ =
         std::make_shared<Loading>(HistoryFile(environment_.files, environment_.path), retention_,
                                   environment_.scheduler.date(), environment_.calendar());
-    environment_.executor.run([this, loading = loading_, &scheduler = environment_.scheduler,
-                               alive = std::weak_ptr<bool>(alive_)] {
-        loading->run();
-        scheduler.post([this, loading, alive] {
-            if (!alive.expired()) loaded(*loading);
+    auto report = lifetime_.guard([this, loading = loading_] { loaded(*loading); });
+    environment_.executor.run(
+        [loading = loading_, report = std::move(report), &scheduler = environment_.scheduler] {
+            loading->run();
+            scheduler.post(report);
         });
-    });
 }
 
 void HistoryStore::loaded(Loading& loading) {

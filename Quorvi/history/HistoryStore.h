@@ -14,6 +14,7 @@
 #include "Quorvi/platform/Pasteboard.h"
 #include "Quorvi/platform/Preferences.h"
 #include "QuorviCore/async/Executor.h"
+#include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/async/TaskScope.h"
@@ -117,7 +118,7 @@ private:
     std::shared_ptr<Loading> loading_;
     std::uint64_t generation_ = 0;
     std::uint64_t revision_ = 0;  // of the last write that was scheduled
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for what is posted here
+    Lifetime lifetime_;
     HistoryWriter writer_;
     TaskScope tasks_;
 };

@@ -21,11 +21,12 @@ Calendar SystemCalendar::get() {
 
 void SystemCalendar::lookUp() {
     lookedUp_ = scheduler_.now();
-    executor_.run([this, &scheduler = scheduler_, alive = std::weak_ptr<bool>(alive_)] {
-        scheduler.post([this, alive, found = Calendar::system()] {
-            // An equal one is not taken: the present one knows many days already.
-            if (!alive.expired() && !(found == calendar_)) calendar_ = found;
-        });
+    // An equal calendar is dropped: the present one has calculated many days already.
+    auto take = lifetime_.guard([this](const Calendar& found) {
+        if (!(found == calendar_)) calendar_ = found;
+    });
+    executor_.run([&scheduler = scheduler_, take = std::move(take)] {
+        scheduler.post([take, found = Calendar::system()] { take(found); });
     });
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <memory>
-
 #include "QuorviCore/async/Executor.h"
+#include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/locale/Calendar.h"
 
@@ -24,7 +23,7 @@ private:
     Scheduler& scheduler_;
     Calendar calendar_ = Calendar::system();
     TimePoint lookedUp_;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for what is posted here
+    Lifetime lifetime_;
 };
 
 }  // namespace quorvi

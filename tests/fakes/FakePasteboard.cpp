@@ -16,8 +16,7 @@ void FakePasteboard::enqueue(Job job) {
 }
 
 void FakePasteboard::runNext() {
-    scheduler_.post([this, alive = std::weak_ptr(alive_)] {
-        if (alive.expired()) return;
+    scheduler_.post(lifetime_.guard([this] {
         if (jobs_.empty()) {
             busy_ = false;
             return;
@@ -25,7 +24,7 @@ void FakePasteboard::runNext() {
         auto job = std::move(jobs_.front());
         jobs_.pop_front();
         job([this] { runNext(); });
-    });
+    }));
 }
 
 Task<std::vector<PasteboardItem>> FakePasteboard::read(std::stop_token stop) {

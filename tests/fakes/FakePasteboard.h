@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "tests/support/PasteboardItems.h"
 
@@ -56,7 +57,7 @@ private:
     std::deque<Job> jobs_;
     bool busy_ = false;
     Timer hang_;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    Lifetime lifetime_;
 };
 
 }  // namespace quorvi::test

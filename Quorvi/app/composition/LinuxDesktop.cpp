@@ -84,12 +84,9 @@ struct LinuxDesktop::Adapters {
 LinuxDesktop::LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper)
     : scheduler_(scheduler),
       adapters_(std::make_unique<Adapters>(scheduler, std::move(clipboardKeeper),
-                                           [this, &scheduler, alive = std::weak_ptr<bool>(alive_)] {
-                                               scheduler.post([this, alive] {
-                                                   if (!alive.expired())
-                                                       permissionsChanged_.notify();
-                                               });
-                                           })) {
+                                           [&scheduler, report = lifetime_.guard([this] {
+                                               permissionsChanged_.notify();
+                                           })] { scheduler.post(report); })) {
     lookAround();
 }
 
@@ -124,15 +121,16 @@ Surroundings LinuxDesktop::surroundings() {
 }
 
 void LinuxDesktop::lookAround() {
-    adapters_->probes.run([this, alive = std::weak_ptr<bool>(alive_), &scheduler = scheduler_] {
+    auto report = lifetime_.guard([this](const Surroundings& seen) {
+        if (seen == surroundings_) return;
+        surroundings_ = seen;
+        surroundingsChanged_.notify();
+    });
+    adapters_->probes.run([report = std::move(report), &scheduler = scheduler_] {
         Surroundings seen{.isComposited = x11IsComposited(),
                           .reducesMotion = x11ReducesMotion(),
                           .bars = x11Bars()};
-        scheduler.post([this, alive, seen = std::move(seen)] {
-            if (alive.expired() || seen == surroundings_) return;
-            surroundings_ = seen;
-            surroundingsChanged_.notify();
-        });
+        scheduler.post([report, seen = std::move(seen)] { report(seen); });
     });
 }
 

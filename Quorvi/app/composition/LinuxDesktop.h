@@ -7,6 +7,7 @@
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/Surroundings.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "QuorviCore/async/Lifetime.h"
 
 namespace quorvi {
 
@@ -61,7 +62,7 @@ private:
     Observable permissionsChanged_;
     Observable surroundingsChanged_;
     Surroundings surroundings_;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for what is posted here
+    Lifetime lifetime_;
     std::unique_ptr<Adapters> adapters_;
 };
 

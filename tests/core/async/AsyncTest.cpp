@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "QuorviCore/async/Async.h"
+#include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "tests/fakes/VirtualScheduler.h"
@@ -71,6 +72,16 @@ TEST(Async, AnExceptionOfABackgroundJobReachesTheAwaiter) {
         inBackground(executor, scheduler, []() -> int { throw std::runtime_error("no"); }));
     scheduler.settle();
     EXPECT_EQ(running.failure(), "no");
+}
+
+TEST(Lifetime, AGuardedCallbackEndsWithItsOwner) {
+    int calls = 0;
+    auto owner = std::make_unique<Lifetime>();
+    const auto call = owner->guard([&](int times) { calls += times; });
+    call(2);
+    owner.reset();
+    call(2);
+    EXPECT_EQ(calls, 2);
 }
 
 TEST(Observable, ObserversMayComeAndGoWhileBeingTold) {

@@ -34,8 +34,7 @@ PropertyListPreferences::PropertyListPreferences(FileStore& files,
       file_(std::make_shared<PropertyListFile>(files, file)),
       values_(file_->load()),
       couldBeRead_(!file_->isBlocked()),
-      persistenceError_(sentence(couldBeRead_ ? Problem::none : Problem::notRead)),
-      alive_(std::make_shared<PropertyListPreferences*>(this)) {}
+      persistenceError_(sentence(couldBeRead_ ? Problem::none : Problem::notRead)) {}
 
 PropertyListPreferences::~PropertyListPreferences() = default;
 
@@ -95,12 +94,10 @@ void PropertyListPreferences::remove(std::string_view key) {
 }
 
 std::function<void()> PropertyListPreferences::writing() {
-    return [file = file_, &scheduler = scheduler_, alive = std::weak_ptr(alive_)] {
-        if (!file->write()) return;
-        scheduler.post([alive] {
-            if (const auto self = alive.lock()) (*self)->takeOver();
-        });
-    };
+    return
+        [file = file_, &scheduler = scheduler_, report = lifetime_.guard([this] { takeOver(); })] {
+            if (file->write()) scheduler.post(report);
+        };
 }
 
 void PropertyListPreferences::note(std::string_view key, PropertyListFile::Value value) {

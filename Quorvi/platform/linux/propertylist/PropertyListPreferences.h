@@ -12,6 +12,7 @@
 #include "Quorvi/platform/Preferences.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListFile.h"
 #include "QuorviCore/async/Executor.h"
+#include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
@@ -73,7 +74,7 @@ private:
     bool couldBeRead_;
     std::optional<std::string> persistenceError_;
     Observable changes_;
-    std::shared_ptr<PropertyListPreferences*> alive_;
+    Lifetime lifetime_;
 };
 
 }  // namespace quorvi
