@@ -1,15 +1,24 @@
-# bash completion for quorvi-cloud-server
+# bash completion for quorvi-cloud-server; written by scripts/options
 
 _quorvi_cloud_server() {
-    local current=${COMP_WORDS[COMP_CWORD]}
-    case ${COMP_WORDS[COMP_CWORD - 1]} in
-        --database) mapfile -t COMPREPLY < <(compgen -W "postgresql://" -- "$current"); compopt -o nospace; return ;;
-        --password-file) mapfile -t COMPREPLY < <(compgen -f -- "$current"); compopt -o filenames; return ;;
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    case $previous in
+        --database)
+            compopt -o nospace
+            mapfile -t COMPREPLY < <(compgen -W "postgresql://" -- "$current")
+            return
+            ;;
+        --password-file)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            return
+            ;;
     esac
-    if [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "--database --password-file --no-push --help" -- "$current")
-    elif ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W "set-up add password remove list" -- "$current")
+    local words='--database --password-file --no-push --help'
+    if [[ $current != -* ]]; then
+        ((COMP_CWORD == 1)) || return
+        words='set-up add password remove list'
     fi
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }
 complete -F _quorvi_cloud_server quorvi-cloud-server

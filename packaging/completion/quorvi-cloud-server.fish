@@ -1,4 +1,4 @@
-# fish completion for quorvi-cloud-server
+# fish completion for quorvi-cloud-server; written by scripts/options
 
 complete -c quorvi-cloud-server -f
 complete -c quorvi-cloud-server -l database -x -a 'postgresql://' -d 'Address of the database'

@@ -1,4 +1,5 @@
 #compdef quorvi-cloud-server
+# Written by scripts/options.
 
 _arguments \
     '--database[address of the database]:address:(postgresql\://)' \

@@ -1,14 +1,33 @@
-# bash completion for quorvi-speech-service
+# bash completion for quorvi-speech-service; written by scripts/options
 
 _quorvi_speech_service() {
-    local current=${COMP_WORDS[COMP_CWORD]}
-    case ${COMP_WORDS[COMP_CWORD - 1]} in
-        --listen) mapfile -t COMPREPLY < <(compgen -W "127.0.0.1 ::1" -- "$current") ;;
-        --key-file | --grammar | --sentences) mapfile -t COMPREPLY < <(compgen -f -- "$current"); compopt -o filenames ;;
-        --model) mapfile -t COMPREPLY < <(compgen -d -- "$current"); compopt -o filenames ;;
-        --port | --delay-ms) ;;
-        *) mapfile -t COMPREPLY < <(compgen -W "--listen --port --key-file --grammar --sentences --model --punctuate
-            --delay-ms --help" -- "$current") ;;
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    # bash splits words at "=".
+    if [[ $current == = ]]; then
+        current=
+    elif [[ $previous == = && $COMP_CWORD -gt 1 ]]; then
+        previous=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
+    case $previous in
+        --listen)
+            mapfile -t COMPREPLY < <(compgen -W "127.0.0.1 ::1" -- "$current")
+            return
+            ;;
+        --port | --delay-ms)
+            return
+            ;;
+        --key-file | --grammar | --sentences)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            return
+            ;;
+        --model)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -d -- "$current")
+            return
+            ;;
     esac
+    local words='--listen --port --key-file --grammar --sentences --model --punctuate --delay-ms --help'
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }
 complete -F _quorvi_speech_service quorvi-speech-service

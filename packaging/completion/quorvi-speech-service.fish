@@ -1,4 +1,4 @@
-# fish completion for quorvi-speech-service
+# fish completion for quorvi-speech-service; written by scripts/options
 
 complete -c quorvi-speech-service -f
 complete -c quorvi-speech-service -l listen -x -a '127.0.0.1 ::1' -d 'Loopback address to listen on'

@@ -1,8 +1,8 @@
-# bash completion for quorvi
+# bash completion for quorvi; written by scripts/options
 
 _quorvi() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    # bash makes words of their own of "=" and of what stands behind it.
+    # bash splits words at "=".
     if [[ $current == = ]]; then
         current=
     elif [[ $previous == = && $COMP_CWORD -gt 1 ]]; then
@@ -32,13 +32,12 @@ _quorvi() {
             return
             ;;
     esac
-    if [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "--help --version --shortcut --mode --print-stages --store-key --remove-key
-            --cloud-database= --store-cloud-password --cloud-release-check" -- "$current")
-        [[ ${COMPREPLY[0]-} != *= ]] || compopt -o nospace
-    elif ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W "start finish toggle cancel status show quit doctor export import
-            erase" -- "$current")
+    local words='--shortcut --mode --print-stages --help --version --store-key --remove-key --cloud-database= --store-cloud-password --cloud-release-check'
+    if [[ $current != -* ]]; then
+        ((COMP_CWORD == 1)) || return
+        words='start finish toggle cancel status show quit doctor export import erase'
     fi
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+    [[ ${COMPREPLY[0]-} != *= ]] || compopt -o nospace
 }
 complete -F _quorvi quorvi

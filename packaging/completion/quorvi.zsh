@@ -1,26 +1,27 @@
 #compdef quorvi
+# Written by scripts/options.
 
-_arguments -s \
-    '(- *)'{-h,--help}'[print a short description]' \
-    '(- *)'{-v,--version}'[print the version]' \
-    '--shortcut=[set the global shortcut]:shortcut:(right-option left-control right-control f8 f13 command-shift-space)' \
+_arguments \
+    '--shortcut=[set the global shortcut]:name:(right-option left-control right-control f8 f13 command-shift-space)' \
     '--mode=[hold to talk, or press to toggle]:mode:(hold toggle)' \
     '--print-stages[print a line for each change of stage]' \
+    '(- *)'{-h,--help}'[print a short description]' \
+    '(- *)'{-v,--version}'[print the version]' \
     '(- *)--store-key[store the API key in the keyring]' \
     '(- *)--remove-key[remove the API key from the keyring]' \
     '(- *)--cloud-database=-[set which cloud the machines share]:address:(folder\:/ postgresql\://)' \
     '(- *)--store-cloud-password[store the password of the cloud database in the keyring]' \
     '(- *)--cloud-release-check[try the cloud database]' \
-    '--yes[with erase: the confirmation]' \
+    '--yes[with erase]' \
     '1: :((start\:"start a dictation"
         finish\:"end the recording and insert the text"
         toggle\:"start or finish"
-        cancel\:"give the dictation up"
+        cancel\:"cancel the dictation"
         status\:"print the stage and whether Quorvi is ready"
         show\:"bring the window up"
         quit\:"end Quorvi"
-        doctor\:"look at all that a dictation needs"
-        export\:"write dictations, rules and settings"
-        import\:"fold such a document in"
+        doctor\:"check everything that a dictation needs"
+        export\:"write dictations, rules and settings to a file"
+        import\:"merge such a file in"
         erase\:"remove everything from this machine"))' \
     '2:file:_files'

@@ -9,32 +9,10 @@
 #include <iterator>
 
 #include "QuorviCore/base/Wipe.h"
+#include "QuorviCore/text/HelpText.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi::speech {
-
-const char* const usage =
-    R"(usage: quorvi-speech-service [OPTION…]
-
-Turns recordings into text without a network, behind the interface of the speech-to-text service
-that Quorvi uses. Set Quorvi's service address to the one this program prints. English only.
-
-  --listen ADDRESS    loopback address to listen on (127.0.0.1)
-  --port N            port to listen on; 0, the default, chooses a free one
-  --key-file FILE     accept only the API key in FILE
-  --grammar FILE      expect only what the JSGF grammar in FILE allows
-  --sentences FILE    expect only the sentences in FILE, one a line
-  --model FOLDER      folder of the acoustic model, the language model and the dictionary
-  --punctuate         return sentences instead of lower-case words
-  --delay-ms N        wait N milliseconds before each recognition
-  --help              print this and exit
-
-The key may also stand in the environment variable QUORVI_SPEECH_SERVICE_KEY. Without one every key
-is accepted unless it begins with "bad". When requests are accepted, the line "listening on URL" is
-printed. SIGTERM or SIGINT ends the program.
-
-Exit codes: 0 ended by a signal, 1 could not start, 2 bad usage.
-)";
 
 namespace {
 
@@ -90,18 +68,33 @@ std::string keyOfEnvironment() {
 
 }  // namespace
 
+std::string usage() {
+    HelpText help(
+        "Usage: quorvi-speech-service [OPTION]...\n\n"
+        "Turns recordings into text without a network, behind the interface of the\n"
+        "speech-to-text service that Quorvi uses. Set Quorvi's service address to the one\n"
+        "this program prints. English only.\n\n"
+        "When requests are accepted, the line \"listening on URL\" is printed. SIGTERM or\n"
+        "SIGINT ends the program.\n");
+#define SECTION(title) help.section(title);
+#define OPTION(id, name, argument, completion, summary, text) help.option(name, argument, text);
+#define EXIT(status, text) help.entry(#status, text);
+#define VARIABLE(name, text) help.entry(name, text);
+#include "packaging/options/quorvi-speech-service.inc"
+    return help.text();
+}
+
 std::optional<Options> parseOptions(int argc, char** argv) {
-    enum : int { listen = 1, port, keyFile, grammar, sentences, model, punctuate, delay, help };
-    static const option known[] = {{"listen", required_argument, nullptr, listen},
-                                   {"port", required_argument, nullptr, port},
-                                   {"key-file", required_argument, nullptr, keyFile},
-                                   {"grammar", required_argument, nullptr, grammar},
-                                   {"sentences", required_argument, nullptr, sentences},
-                                   {"model", required_argument, nullptr, model},
-                                   {"punctuate", no_argument, nullptr, punctuate},
-                                   {"delay-ms", required_argument, nullptr, delay},
-                                   {"help", no_argument, nullptr, help},
-                                   {nullptr, 0, nullptr, 0}};
+#define OPTION(id, ...) id,
+    enum : int {
+        none,
+#include "packaging/options/quorvi-speech-service.inc"
+    };
+#define OPTION(id, name, argument, ...) \
+    {name, *(argument) ? required_argument : no_argument, nullptr, id},
+    static const option known[] = {
+#include "packaging/options/quorvi-speech-service.inc"
+        {nullptr, 0, nullptr, none}};
     Options options;
     options.key = keyOfEnvironment();
     for (int found; (found = getopt_long(argc, argv, "", known, nullptr)) != -1;) {

@@ -8,7 +8,7 @@
 
 namespace quorvi::speech {
 
-// What the command line, the environment and the files named there ask for. A plain value.
+// The settings from the command line, the environment and the files named there. A plain value.
 struct Options {
     std::string listen = "127.0.0.1";
     int port = 0;     // 0: any free port
@@ -20,15 +20,16 @@ struct Options {
     bool punctuates = false;
 };
 
-// A command line that can't be understood. what() is a sentence for standard error.
+// Thrown for a command line that is not valid; what() is a sentence for standard error.
 class UsageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-extern const char* const usage;
+// Returns the text of --help.
+std::string usage();
 
-// Nothing when the help was asked for. Throws UsageError, or std::runtime_error for a file that
-// can't be read.
+// Returns nullopt for --help. Throws UsageError, or std::runtime_error for a file that can't be
+// read.
 std::optional<Options> parseOptions(int argc, char** argv);
 
 }  // namespace quorvi::speech

@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
     try {
         const auto options = parseOptions(argc, argv);
         if (!options) {
-            std::fputs(usage, stdout);
+            std::fputs(usage().c_str(), stdout);
             return 0;
         }
         return serve(*options);
