@@ -1,4 +1,4 @@
-// Draws the program's mark in the sizes of the desktop's icon theme, when the program is built:
+// Draws the program's icon in the sizes of an icon theme, at build time:
 //
 //   quorvi-icons OUTPUT-FOLDER
 //
@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
         QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
         QPainter painter(&image);
-        const double margin = size * 6.0 / 128;  // as in the drawing that scales
+        const double margin = size * 6.0 / 128;  // as in the SVG
         const QRectF mark(margin, margin, size - 2 * margin, size - 2 * margin);
         quorvi::BrandMark::paint(painter, mark, quorvi::BrandMark::launcherPalette());
         painter.end();

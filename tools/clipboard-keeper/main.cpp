@@ -1,6 +1,6 @@
-// Stands by while Quorvi offers something on the clipboard, and offers in its place, until somebody
-// copies something else or the X server ends, what the clipboard is to hold when Quorvi is gone. A
-// copy that another program has made stays. Quorvi starts it; its standard input is their socket.
+// Offers the user's clipboard when Quorvi is gone. Quorvi starts this program and sends the content
+// over a socket, its standard input. When Quorvi's window ends and nobody else owns the clipboard,
+// the keeper offers the content until another program copies something or the X server ends.
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -28,8 +28,8 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-// An application that was just told to paste may ask for the transcript when its owner is gone
-// already. It gets nothing then, and not what the user had copied before.
+// An application that was just told to paste may ask for the transcript when Quorvi is gone. For
+// this long it gets nothing, rather than what the user had copied before.
 constexpr auto pasteTime = 1s;
 
 class Keeper {
@@ -90,7 +90,7 @@ private:
         }
     }
 
-    // Quorvi may have been gone before this program was ready to hear of it, or knew its window.
+    // Returns whether Quorvi ended before this program watched the clipboard or knew its window.
     bool quorviDiedUnseen() const {
         return ended_ && !offerAt_ && guarded_ != XCB_NONE && owner_ == XCB_NONE &&
                (lastOwner_ == guarded_ || lastOwner_ == XCB_NONE);
@@ -117,7 +117,7 @@ private:
         return std::max(0, static_cast<int>(left.count()));
     }
 
-    // Puts the content on the clipboard.
+    // Takes the clipboard with the content.
     void offer() {
         guarded_ = XCB_NONE;
         offerAt_.reset();
@@ -136,11 +136,11 @@ private:
     Task<void> take(std::vector<PasteboardItem> items, bool& done) {
         auto writing = pasteboard_->write(std::move(items));
         co_await writing;
-        // Events up to here tell of owners before.
+        // Events up to here are about earlier owners.
         connection_.synchronise();
         while (ownXcb(xcb_poll_for_event(connection_.get()))) continue;
         owner_ = askOwner();
-        // Somebody may have copied already. What is ours now has been ours then.
+        // Another program may have copied in the meantime.
         auto looking = pasteboard_->isOffering();
         const bool isOurs = co_await looking;
         if (isOurs) offering_ = owner_;
@@ -162,13 +162,13 @@ private:
     const xcb_atom_t clipboard_;
     int firstEvent_ = 0;
     const Descriptor socket_{STDIN_FILENO};
-    bool ended_ = false;  // Quorvi has
+    bool ended_ = false;  // Quorvi's socket is closed
     std::unique_ptr<Descriptor> content_;
-    xcb_window_t guarded_ = XCB_NONE;    // Quorvi's
-    xcb_window_t owner_ = XCB_NONE;      // of the clipboard, as far as events have told
-    xcb_window_t lastOwner_ = XCB_NONE;  // before it was nobody's
-    xcb_window_t offering_ = XCB_NONE;   // this program's own
-    Clock::time_point pasted_{};  // what is offered in the content's stead has been pasted by then
+    xcb_window_t guarded_ = XCB_NONE;    // Quorvi's window
+    xcb_window_t owner_ = XCB_NONE;      // the clipboard's owner, from events
+    xcb_window_t lastOwner_ = XCB_NONE;  // the owner before there was none
+    xcb_window_t offering_ = XCB_NONE;   // this program's window
+    Clock::time_point pasted_{};         // when the transcript is pasted at the latest
     std::optional<Clock::time_point> offerAt_;
     LoopScheduler scheduler_;
     std::unique_ptr<X11Pasteboard> pasteboard_;

@@ -1,13 +1,13 @@
-// Two dictations, end to end, as a user would make them, inside a private headless desktop: starts
-// the offline speech service, a text editor and Quorvi itself, holds the shortcut, speaks a
-// sentence into the virtual microphone, lets go, and reads the text back from the editor. Then
-// mends a name in the editor, waits until Quorvi has learned it, and dictates the sentence again.
+// Two dictations, end to end, in a private headless desktop. Starts the offline speech service, a
+// text editor and Quorvi, holds the shortcut, speaks a sentence into the virtual microphone,
+// releases the shortcut, and reads the text back from the editor. Then corrects a name in the
+// editor, waits until Quorvi has learned it, and dictates the sentence again.
 //
 //   quorvi-demo BIN-FOLDER OUTPUT-FOLDER [again]
 //
-// With "again", for a user who has seen the demo before: one dictation, which has to come out as it
-// was mended then. Prints each step with its time. Exit status 0 only if the text arrived, the
-// second time as it was mended, and the clipboard was given back.
+// With "again", in a home folder of an earlier run: one dictation, with the correction applied.
+// Prints each step with its time. Exit status 0 only if the text arrived, with the correction the
+// second time, and the clipboard was restored.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -96,7 +96,7 @@ private:
     }
 
     void startQuorvi() {
-        // With the session's home folder, which may be one that stays.
+        // With the session's home folder, which may be kept between runs.
         quorvi_ = Process({bin_ / "quorvi", "--print-stages"},
                           {std::string("HOME=") + std::getenv("HOME")});
         unsetenv("QUORVI_API_KEY");
@@ -135,7 +135,7 @@ private:
         until("Done");
     }
 
-    // Prints Quorvi's own lines up to one that contains the text.
+    // Prints Quorvi's lines up to one that contains the text.
     void until(const std::string& text) {
         for (;;) {
             const auto line = quorvi_.readLine();

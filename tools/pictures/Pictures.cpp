@@ -42,9 +42,9 @@ public:
         std::printf("%s\n", qPrintable(file));
     }
 
-    // The page as high as its content, so that nothing of it needs scrolling.
+    // As high as the content, so that nothing needs scrolling.
     void takeWhole(MainWindow& window, const QString& name) {
-        // A window that has just been shown has its width only after a while.
+        // A window gets its width some time after it is shown.
         for (int round = 0; round < 3; ++round) {
             QCoreApplication::processEvents();
             for (auto* page : window.findChildren<Page*>()) {
@@ -63,7 +63,7 @@ private:
     QString theme_;
 };
 
-// Searches and sums are turns of the virtual clock.
+// Searches and sums finish on turns of the virtual clock.
 void settle(WindowWorld& world) {
     for (int turn = 0; turn < 100; ++turn) {
         QCoreApplication::processEvents();
@@ -202,7 +202,7 @@ void historyPages(Album& album) {
         fillHistory(world);
         takePage(album, world, pageIndex::history, "history-full");
         takePage(album, world, pageIndex::insights, "insights-full");
-        // Whatever the language calls it.
+        // Found by type, since its text depends on the language.
         for (auto* widget : world.window->findChildren<QWidget*>())
             if (dynamic_cast<HistoryPage*>(widget))
                 widget->findChild<QLineEdit*>()->setText(QStringLiteral("no such words"));
@@ -215,7 +215,7 @@ void historyPages(Album& album) {
     takePage(album, world, pageIndex::insights, "insights-error");
 }
 
-// The user's check for updates, from the search to its ends, and a question before a deletion.
+// The user's check for updates in each state, and the question before a deletion.
 void windows(Album& album) {
     WindowWorld world;
     world.downloader.body =

@@ -24,7 +24,7 @@ constexpr int ioBufferBytes = 32 * 1024;
     throw DecodeError("The audio file could not be decoded or its format is not supported.");
 }
 
-// The uploaded bytes as libav reads them.
+// Lets libav read the uploaded bytes.
 struct MemoryFile {
     const Bytes& bytes;
     std::int64_t position = 0;
@@ -82,7 +82,7 @@ Owned<AVFormatContext> openFormat(AVIOContext* io) {
     format->pb = io;
     format->io_open = &refuseToOpen;
     AVDictionary* options = nullptr;
-    // Containers only: playlists and the like exist to name other files.
+    // Containers only: playlists and the like refer to other files.
     av_dict_set(&options, "format_whitelist", "mov,wav,mp3,ogg,flac,matroska", 0);
     const int failed = avformat_open_input(&format, nullptr, nullptr, &options);
     av_dict_free(&options);
@@ -90,7 +90,7 @@ Owned<AVFormatContext> openFormat(AVIOContext* io) {
     return Owned<AVFormatContext>(format);
 }
 
-// Decodes the stream and appends what comes out of the resampler.
+// Decodes the stream and appends the resampled sound.
 class Decoder {
 public:
     explicit Decoder(AVFormatContext* format) : format_(format) {
@@ -108,7 +108,7 @@ public:
 
     std::vector<std::int16_t> run() {
         while (av_read_frame(format_, packet_.get()) >= 0) {
-            // A damaged packet costs its sound, not the whole recording.
+            // A damaged packet is skipped.
             if (packet_->stream_index == stream_ &&
                 avcodec_send_packet(codec_.get(), packet_.get()) == 0)
                 receive();
@@ -140,7 +140,7 @@ private:
         if (failed < 0 || swr_init(resampler) < 0) refuse();
     }
 
-    // Without a frame it takes out what the resampler still holds.
+    // A null frame flushes the resampler.
     void convert(const AVFrame* frame) {
         const int count = frame ? frame->nb_samples : 0;
         const int room = swr_get_out_samples(resampler_.get(), count);

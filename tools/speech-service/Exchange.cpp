@@ -11,12 +11,12 @@ namespace quorvi::speech {
 namespace {
 
 constexpr std::string_view transcriptions = "/v1/audio/transcriptions";
-// What a refused client may go on sending before its connection is cut.
+// The number of bytes that a refused client may still send before its connection is closed.
 constexpr std::size_t patienceBytes = 100u << 20;
 constexpr std::size_t parserBufferBytes = 64u << 10;
 constexpr std::size_t maximumModelBytes = 200;
 
-// Takes as long for a key that is nearly right as for any other of the same length.
+// Compares in constant time for keys of one length.
 bool equalInConstantTime(std::string_view a, std::string_view b) {
     unsigned difference = a.size() == b.size() ? 0 : 1;
     for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i)
@@ -113,7 +113,7 @@ MHD_Result Exchange::part(void* self, MHD_ValueKind, const char* key, const char
 
 std::optional<Bytes> Exchange::takeRecording() {
     if (reply) return std::nullopt;
-    // The last part is told only when the parser ends.
+    // The parser reports the last part only when it is destroyed.
     MHD_destroy_post_processor(std::exchange(parser_, nullptr));
     if (model_.empty()) {
         refuse(failure(400, "You must provide a model parameter.", ""));

@@ -16,7 +16,7 @@ namespace quorvi::speech {
 // The API key that requests must carry.
 class Authorization {
 public:
-    // Without a key every key is accepted but those that begin with "bad".
+    // An empty key accepts every key that does not begin with "bad".
     explicit Authorization(std::string key) : key_(std::move(key)) {}
     bool accepts(const char* header) const;
 
@@ -24,24 +24,23 @@ private:
     std::string key_;
 };
 
-// One request from its first header to its reply. Belongs to the connection's thread.
+// One request, from its headers to its reply. Used on the server's thread only.
 class Exchange {
 public:
     static constexpr std::size_t maximumBodyBytes = 25u << 20;
 
-    // Decides by the header alone; a refusal is sent only after the body has passed, since a client
-    // that is still sending might miss it.
+    // Decides by the headers, but a refusal is sent after the body: a client that is still sending
+    // might miss it.
     Exchange(MHD_Connection* connection, std::string_view method, std::string_view path,
              const Authorization& authorization);
     ~Exchange();
     Exchange(const Exchange&) = delete;
     Exchange& operator=(const Exchange&) = delete;
 
-    // Takes a piece of the body in. False when the connection is to be cut.
+    // Reads a piece of the body. Returns false if the connection must be closed.
     bool receive(const char* data, std::size_t size);
 
-    // Called once the body is complete: the recording when it is to be recognised, else nothing and
-    // `reply` says why.
+    // Call when the body is complete. Returns the recording, or nullopt with the reason in `reply`.
     std::optional<Bytes> takeRecording();
 
     std::size_t heldBytes() const { return file_.size(); }

@@ -16,12 +16,12 @@ namespace {
 
 constexpr unsigned maximumConnections = 32;
 constexpr std::size_t uploadBudgetBytes = 128u << 20;
-// A connection that is opened ahead has to survive the longest recording, 180 s.
+// Longer than the longest recording (180 s), since a connection may be opened when it starts.
 constexpr unsigned idleSeconds = 300;
 
 struct Address {
     sockaddr_storage storage{};
-    std::string host;  // as it stands in a URL
+    std::string host;  // as in a URL
 
     Address(const std::string& listen, int port) {
         const auto bigEndian = htons(static_cast<std::uint16_t>(port));
@@ -44,7 +44,7 @@ struct Address {
     }
 };
 
-// Whether the peer has closed its end; nothing is taken out of the socket.
+// Returns whether the peer has closed its end. Reads nothing from the socket.
 bool isClosedByPeer(int socket) {
     char byte;
     return recv(socket, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 0;
@@ -85,8 +85,8 @@ private:
                              const char* method, const char*, const char* data, std::size_t* size,
                              void** slot) {
         auto& server = *static_cast<Server*>(self);
-        // First the header alone, then pieces of the body, then no size at all, and the same once
-        // more when the suspended connection is resumed.
+        // Called with the headers, then with pieces of the body, then with size 0, and again with
+        // size 0 when the suspended connection is resumed.
         if (!*slot) {
             *slot = new Exchange(connection, method, path, server.authorization_);
             return MHD_YES;
@@ -117,7 +117,7 @@ private:
         return goesOn;
     }
 
-    // Hands the recording over; false when the reply is known already.
+    // Queues the recording. Returns false if the reply is already known.
     bool submit(Exchange& exchange) {
         uploading_ -= exchange.heldBytes();
         auto recording = exchange.takeRecording();
@@ -139,7 +139,7 @@ private:
     }
 
     static MHD_Result send(MHD_Connection* connection, const Reply& reply) {
-        // The library copies the body, though it doesn't promise to leave it alone.
+        // The library copies the body, although the parameter is not const.
         std::string body = reply.body;
         auto* response =
             MHD_create_response_from_buffer(body.size(), body.data(), MHD_RESPMEM_MUST_COPY);
@@ -154,7 +154,7 @@ private:
 
     RecognitionQueue& queue_;
     const Authorization authorization_;
-    std::size_t uploading_ = 0;  // bytes that requests hold before they are complete
+    std::size_t uploading_ = 0;  // bytes held by incomplete requests
     MHD_Daemon* daemon_ = nullptr;
     std::string url_;
 };

@@ -8,16 +8,16 @@
 
 namespace quorvi::speech {
 
-// The listening side. One thread serves all connections, and a request waits for the recogniser as
-// a suspended connection. Memory is bounded by the number of connections and by a common budget of
-// uploads. Ends the queue at its own destruction, so that no connection stays suspended.
+// The HTTP server. One thread of its own serves all connections; a request that waits for the
+// recogniser is a suspended connection. The number of connections and the total size of uploads are
+// limited. The destructor ends the queue, so that no connection stays suspended.
 class HttpService {
 public:
-    // Throws std::runtime_error with a sentence when the address can't be listened on.
+    // Throws std::runtime_error with a sentence if the address can't be listened on.
     HttpService(const Options& options, RecognitionQueue& queue);
     ~HttpService();
 
-    // Where it listens.
+    // Returns the address that it listens on.
     std::string url() const;
 
 private:

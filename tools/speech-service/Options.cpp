@@ -55,7 +55,7 @@ std::string keyIn(std::string contents) {
     return key;
 }
 
-// Taken out of the environment, where other programs of the user could read it.
+// Removes the key from the environment, where other programs of the user could read it.
 std::string keyOfEnvironment() {
     constexpr const char* name = "QUORVI_SPEECH_SERVICE_KEY";
     char* value = std::getenv(name);

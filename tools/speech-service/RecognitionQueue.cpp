@@ -50,7 +50,7 @@ void RecognitionQueue::work() {
     for (;;) {
         wake_.wait(lock, [this] { return ending_ || !waiting_.empty(); });
         if (waiting_.empty()) return;
-        // Every job waits as long, so the first in the queue is the first that is due.
+        // The delay is the same for all jobs, so the first in the queue is due first.
         wake_.wait_until(lock, waiting_.front().due, [this] { return ending_; });
         auto job = std::move(waiting_.front().job);
         waiting_.pop_front();

@@ -13,14 +13,14 @@
 
 namespace quorvi::speech {
 
-// Takes recordings in and recognises them one after another on a thread of its own, so that the
-// thread of the connections never waits for the recogniser. Few jobs wait at a time; one too many
-// is answered with 503, and so is everything that waits when the queue ends.
+// Recognises recordings one after another on a thread of its own, so that the server's thread never
+// waits for the recogniser. A job is answered with 503 if the queue is full or ends before its
+// turn.
 class RecognitionQueue {
 public:
     struct Job {
         Bytes file;
-        std::function<bool()> isWanted;      // whether anybody still waits for the reply
+        std::function<bool()> isWanted;      // false if the client is gone
         std::function<void(Reply)> deliver;  // called exactly once, on any thread
     };
 
@@ -29,7 +29,7 @@ public:
 
     void add(Job job);
 
-    // Waits until the last job is answered. Jobs that are added later are refused.
+    // Returns when every job is answered. Later jobs are refused.
     void end();
 
 private:

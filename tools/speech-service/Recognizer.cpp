@@ -30,7 +30,7 @@ bool isLetter(char c) {
     return c >= 'a' && c <= 'z';
 }
 
-// The words of a sentence as the dictionary spells them; punctuation and grammar signs fall away.
+// Returns the words of a sentence as the dictionary spells them, without punctuation.
 std::vector<std::string> wordsOf(const std::string& sentence) {
     std::vector<std::string> words(1);
     for (char c : sentence) {
@@ -48,8 +48,9 @@ std::vector<std::string> wordsOf(const std::string& sentence) {
     return words;
 }
 
-// How much to recognise at once: everything, or up to the quietest moment of a long recording's
-// next seconds. Pieces bound the memory of the search and the time until a stop is heeded.
+// Returns how many samples to recognise at once: all, or up to the quietest moment in the next
+// seconds of a long recording. Pieces limit the memory of the search and the time until a stop
+// takes effect.
 std::size_t pieceLength(std::span<const std::int16_t> samples) {
     constexpr std::size_t longest = 15 * sampleRate;
     constexpr std::size_t shortest = 8 * sampleRate;
@@ -95,7 +96,7 @@ Recognizer::Recognizer(const Options& options)
 
 Recognizer::~Recognizer() = default;
 
-// Step by step, since the recogniser's own short cut leaks the parsed grammar.
+// Step by step, because ps_set_jsgf_string() leaks the parsed grammar.
 void Recognizer::useGrammar(const std::string& jsgf) {
     auto* ps = decoder_->ps;
     const std::unique_ptr<jsgf_t, FreeGrammar> grammar(jsgf_parse_string(jsgf.c_str(), nullptr));
@@ -149,8 +150,8 @@ std::string Recognizer::recognize(const std::vector<std::int16_t>& samples,
 std::string Recognizer::recognizePiece(std::span<const std::int16_t> samples) {
     auto* ps = decoder_->ps;
     if (ps_start_utt(ps) != 0) throw std::runtime_error("The recogniser could not be started.");
-    // Given as a whole, the piece is levelled by its own mean, which the recogniser hears better by
-    // than by the running mean of a stream.
+    // As one utterance, the piece is normalised by its own mean, which is recognised better than
+    // with the running mean of a stream.
     ps_process_raw(ps, samples.data(), samples.size(), FALSE, TRUE);
     ps_end_utt(ps);
     const char* words = ps_get_hyp(ps, nullptr);

@@ -11,16 +11,16 @@
 
 namespace quorvi::speech {
 
-// The recogniser with its model, loaded once at construction. One thread at a time.
+// The speech recogniser. The constructor loads the model. One thread at a time.
 class Recognizer {
 public:
-    // Throws std::runtime_error with a sentence when the model can't be loaded or the grammar names
-    // a word that the dictionary lacks.
+    // Throws std::runtime_error with a sentence if the model can't be loaded or the grammar has a
+    // word that the dictionary lacks.
     explicit Recognizer(const Options& options);
     ~Recognizer();
 
-    // The words that were spoken, empty when there were none. `isWanted` is asked now and then, and
-    // the recognition ends early, without words, when it says no.
+    // Returns the words, empty if there are none. Calls `isWanted` now and then and returns no
+    // words as soon as it is false.
     std::string recognize(const std::vector<std::int16_t>& samples,
                           const std::function<bool()>& isWanted);
 
@@ -35,7 +35,7 @@ private:
     bool punctuates_;
 };
 
-// Lower-case words as a sentence: "i'm here" becomes "I'm here."
+// Returns lower-case words as a sentence: "i'm here" becomes "I'm here."
 std::string punctuated(const std::string& words);
 
 }  // namespace quorvi::speech

@@ -4,7 +4,7 @@
 
 namespace quorvi::speech {
 
-// What a request is answered with: a status and a body of JSON.
+// The reply to a request: a status and a JSON body.
 struct Reply {
     int status = 200;
     std::string body;
@@ -12,7 +12,7 @@ struct Reply {
 
 Reply transcript(const std::string& text);
 
-// An error in the form of the OpenAI API. `code` may be empty.
+// Returns an error as the OpenAI API formats it. `code` may be empty.
 Reply failure(int status, const std::string& message, const std::string& code);
 
 }  // namespace quorvi::speech
