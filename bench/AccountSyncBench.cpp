@@ -91,8 +91,7 @@ private:
         return all;
     }
     static bool isUpToDate(const SyncMachine& machine) {
-        return machine.sync->status() == "Up to date with iCloud" &&
-               machine.sync->pendingCount() == 0;
+        return machine.sync->status() == say::syncUpToDate() && machine.sync->pendingCount() == 0;
     }
     void until(const std::function<bool()>& done) {
         longestTurn_ = 0;
@@ -106,7 +105,8 @@ private:
                 return is;
             },
             5min);
-        if (!ended) throw std::runtime_error("it never ended: " + first_.machine.sync->status());
+        if (!ended)
+            throw std::runtime_error("it never ended: " + first_.machine.sync->status().english());
     }
 
     LoopScheduler loop_;

@@ -144,7 +144,7 @@ public:
                                       service_,
                                       history_,
                                       corrections_,
-                                      [this]() -> AccountSyncing& { return sync_; },
+                                      [this]() -> SyncControl& { return sync_; },
                                       "https://speech.example",
                                       environment.recordings};
         editor_.emplace(test::mousepad(folder_.write("note.txt", "")));
@@ -282,7 +282,7 @@ private:
     HistoryStore history_{
         desktop_.historyEnvironment(preferences_, folder_.path() / "history.json")};
     CorrectionStore corrections_{preferences_, scheduler_};
-    NoAccountSync sync_;
+    SyncDisabled sync_;
     InstantService service_;
     std::optional<WatchedTap> tap_;
     std::optional<WatchedAccessibility> accessibility_;

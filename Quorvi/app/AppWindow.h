@@ -16,7 +16,7 @@ public:
         AppModel& model;
         CorrectionStore& corrections;
         HistoryStore& history;
-        AccountSyncing& sync;
+        SyncControl& sync;
         KeyStore& keys;
         AppUpdater& updater;
         Preferences& preferences;

@@ -12,7 +12,7 @@
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/composition/LinuxDesktop.h"
 #include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/app/composition/Synchronisation.h"
+#include "Quorvi/app/composition/SyncComponents.h"
 #include "Quorvi/app/composition/Updates.h"
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
@@ -60,8 +60,8 @@ public:
         else
             keyStore_ = std::make_unique<MemoryKeyStore>();
         model_ = std::make_unique<AppModel>(environment());
-        sync_ = std::make_unique<Synchronisation>(*model_, history_, corrections_, preferences_,
-                                                  files_, scheduler_, chosen(options));
+        sync_ = std::make_unique<SyncComponents>(*model_, history_, corrections_, preferences_,
+                                                 files_, scheduler_, chosen(options));
         if (options.shortcut) model_->setShortcut(*options.shortcut);
         if (options.mode) model_->setMode(*options.mode);
         panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(),
@@ -118,7 +118,7 @@ private:
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =
             desktop_.environment(localKeys_, preferences_, *keyStore_, history_, corrections_);
-        environment.accountSync = [this]() -> AccountSyncing& { return sync_->accountSync(); };
+        environment.accountSync = [this]() -> SyncControl& { return sync_->accountSync(); };
         environment.service =
             serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
         return environment;
@@ -191,7 +191,7 @@ private:
     CorrectionStore corrections_{preferences_, scheduler_};
     std::unique_ptr<AppModel> model_;
     std::unique_ptr<InterruptionNote> interruptionNote_;
-    std::unique_ptr<Synchronisation> sync_;
+    std::unique_ptr<SyncComponents> sync_;
     Updates updates_{scheduler_, preferences_};
     std::unique_ptr<RecordingPanel> panel_;
     std::unique_ptr<StatusItem> statusItem_;

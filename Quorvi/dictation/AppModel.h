@@ -19,10 +19,10 @@
 #include "Quorvi/history/HistoryStore.h"
 #include "Quorvi/input/GlobalHotkey.h"
 #include "Quorvi/insertion/TextInsertion.h"
-#include "Quorvi/platform/AccountSyncing.h"
 #include "Quorvi/platform/KeyStore.h"
 #include "Quorvi/platform/LocalKeyMonitor.h"
 #include "Quorvi/platform/Preferences.h"
+#include "Quorvi/platform/SyncControl.h"
 #include "Quorvi/platform/SystemPermissions.h"
 #include "Quorvi/transcription/TranscriptionClient.h"
 #include "QuorviCore/async/Observable.h"
@@ -55,9 +55,9 @@ public:
         HttpTransport& transport;
         HistoryStore& history;
         CorrectionStore& corrections;
-        std::function<AccountSyncing&()> accountSync;  // created on first use
-        std::string service;                           // see serviceAddress()
-        std::filesystem::path recordings;              // folder of the recordings in progress
+        std::function<SyncControl&()> accountSync;  // created on first use
+        std::string service;                        // see serviceAddress()
+        std::filesystem::path recordings;           // folder of the recordings in progress
     };
 
     explicit AppModel(Environment environment);

@@ -34,7 +34,7 @@ AccountSync::AccountSync(Environment environment)
     const bool wasCutShort = preferences.contains(seedingKey);
     seeds_ = wasCutShort || !preferences.boolean(preferenceKey::hasLaunched).value_or(false);
     if (seeds_) preferences.setBoolean(seedingKey, !wasCutShort);
-    if (!enabled_) status_ = "Sync paused on this Mac";
+    if (!enabled_) status_ = say::syncOff();
     tasks_.start([this](std::stop_token stop) { return open(stop); });
 }
 
@@ -48,7 +48,7 @@ Task<void> AccountSync::open(std::stop_token stop) {
         diskHealthy_ = false;
     }
     if (!diskHealthy_) {
-        setStatus("Sync data could not be read. Your local data is untouched.");
+        setStatus(say::syncDataUnreadable());
         co_return;
     }
     const auto& state = archive_->state();
@@ -213,9 +213,7 @@ void AccountSync::persisted(bool saved) {
         return;
     }
     diskHealthy_ = false;
-    setStatus(
-        "Sync paused: changes could not be saved to this Mac. Check disk space and restart "
-        "Quorvi.");
+    setStatus(say::syncNotSaved());
     stop();
 }
 
@@ -230,7 +228,7 @@ void AccountSync::setEnabled(bool enabled) {
             tasks_.start([this](std::stop_token stop) { return connect(stop); });
         } else {
             stop();
-            setStatus("Sync paused on this Mac");
+            setStatus(say::syncOff());
         }
     });
 }
@@ -254,7 +252,7 @@ void AccountSync::inNextTurn(std::function<void()> work) {
     });
 }
 
-void AccountSync::setStatus(std::string status) {
+void AccountSync::setStatus(Message status) {
     if (status == status_) return;
     status_ = std::move(status);
     changed();

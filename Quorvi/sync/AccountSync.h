@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/platform/AccountSyncing.h"
+#include "Quorvi/platform/SyncControl.h"
 #include "Quorvi/sync/Activity.h"
 #include "Quorvi/sync/CloudSyncEngine.h"
-#include "Quorvi/sync/SyncApplication.h"
+#include "Quorvi/sync/StoreUpdate.h"
 #include "Quorvi/sync/SyncArchive.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
@@ -29,7 +29,7 @@ namespace quorvi {
 // Everything happens on the main thread, in small pieces: reading and writing the archive, and
 // working out what a large change means, is done on the executor. Lives as long as the process;
 // shutdown() comes before its destruction.
-class AccountSync final : public AccountSyncing, private CloudSyncEngineDelegate {
+class AccountSync final : public SyncControl, private CloudSyncEngineDelegate {
 public:
     static constexpr std::string_view zoneName = "QuorviAccount";
     static constexpr std::string_view recordType = "QuorviItem";
@@ -60,7 +60,7 @@ public:
     }
     bool enabled() const override { return enabled_; }
     void setEnabled(bool enabled) override;
-    const std::string& status() const override { return status_; }
+    const Message& status() const override { return status_; }
     std::size_t pendingCount() const override { return pendingCount_; }
     std::optional<Date> lastSynced() const override { return lastSynced_; }
     bool working() const override { return working_; }
@@ -134,17 +134,17 @@ private:
     void applyIfReady();
     Task<void> applyAll(std::stop_token stop);
     Task<void> tryToApply(std::stop_token stop);
-    void commit(const SyncApplication& application);
-    LocalChanges notTakenOver(const SyncApplication& application, const LocalSnapshot& now) const;
+    void commit(const StoreUpdate& application);
+    LocalChanges notTakenOver(const StoreUpdate& application, const LocalSnapshot& now) const;
 
     void inNextTurn(std::function<void()> work);
-    void setStatus(std::string status);
+    void setStatus(Message status);
     void changed() { changes_.notify(); }
 
     Environment environment_;
     Observable changes_;
     bool enabled_ = true;
-    std::string status_ = "Connecting to iCloud…";
+    Message status_ = say::syncConnecting();
     std::size_t pendingCount_ = 0;
     std::optional<Date> lastSynced_;
     std::optional<Date> keptLastSynced_;  // the one that a pass of this run has last persisted

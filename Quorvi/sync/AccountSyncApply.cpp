@@ -34,7 +34,7 @@ Task<void> AccountSync::tryToApply(std::stop_token stop) {
     const auto generation = generation_;
     auto preparing = archive_->inBackground(
         [base = captured_->records(), allRules = rulesMerged_](const SyncState& state) {
-            return SyncApplication::prepare(state, base, allRules);
+            return StoreUpdate::prepare(state, base, allRules);
         },
         stop);
     const auto application = co_await preparing;
@@ -43,7 +43,7 @@ Task<void> AccountSync::tryToApply(std::stop_token stop) {
     if (generation == generation_ && mayApply()) commit(application);
 }
 
-void AccountSync::commit(const SyncApplication& application) {
+void AccountSync::commit(const StoreUpdate& application) {
     applying_ = true;
     auto& history = environment_.history;
     if (application.settings) environment_.model.applySyncSettings(*application.settings);
@@ -75,7 +75,7 @@ void AccountSync::commit(const SyncApplication& application) {
 }
 
 // The rules and settings that were to be taken over, as they are now.
-LocalChanges AccountSync::notTakenOver(const SyncApplication& application,
+LocalChanges AccountSync::notTakenOver(const StoreUpdate& application,
                                        const LocalSnapshot& now) const {
     if (application.toCheck.empty()) return {};
     std::unordered_map<std::string_view, const TextCorrection*> rules;

@@ -25,7 +25,7 @@ void AccountSync::handle(const cloudEvent::AccountChange& event) {
         schedulePending();
         return;
     }
-    setStatus("Checking Apple Account…");
+    setStatus(say::syncCheckingAccount());
     inNextTurn([this] {
         stop();
         tasks_.start([this](std::stop_token again) { return connect(again); });
@@ -38,7 +38,7 @@ void AccountSync::handle(const cloudEvent::FetchedDatabaseChanges& event) {
     persist();
     for (const auto& zone : event.deleted) {
         if (zone != zoneName) continue;
-        setStatus("Sync paused: iCloud data was reset. Local data has been preserved.");
+        setStatus(say::syncCloudReset());
         setEnabled(false);
         return;
     }

@@ -58,7 +58,7 @@ Task<void> AccountSync::tryToConnect(std::uint64_t attempt, std::stop_token stop
         const auto account = co_await asking;
         if (!isPresent()) co_return;
         if (account != CloudAccountStatus::available) {
-            setStatus("Sign in to iCloud in System Settings to sync.");
+            setStatus(say::syncSignIn());
             co_return;
         }
         auto naming = environment_.database.userRecordName(stop);
@@ -66,9 +66,7 @@ Task<void> AccountSync::tryToConnect(std::uint64_t attempt, std::stop_token stop
         if (!isPresent()) co_return;
         const auto& owner = archive_->state().owner;
         if (owner && owner->view() != user) {
-            setStatus(
-                "Sync paused: sign back into the original Apple Account. Data from different "
-                "accounts stays separate.");
+            setStatus(say::syncOtherAccount());
             co_return;
         }
         archive_->setOwner(user);
@@ -88,13 +86,13 @@ Task<void> AccountSync::tryToConnect(std::uint64_t attempt, std::stop_token stop
         if (!subscribed) archive_->count("notificationSetupFailures");
 
         Bytes serialization;
-        if (const auto& state = archive_->state().state) serialization = bytesOf(state->view());
+        if (const auto& state = archive_->state().engineState) serialization = bytesOf(state->view());
         engine = std::make_shared<CloudSyncEngine>(CloudSyncEngine::Configuration{
             environment_.database, environment_.scheduler, std::move(serialization), *this,
             std::string(subscriptionID)});
         engine_ = engine;
         engine->state().add(PendingDatabaseChange::saveZone(std::string(zoneName)));
-        setStatus("Syncing with iCloud…");
+        setStatus(say::syncRunning());
         offerAllAgain();
         if (!archive_->state().initialFetchComplete) {
             auto fetching = fetchForTheFirstTime(engine, stop);
@@ -189,7 +187,7 @@ Task<void> AccountSync::exchange(std::shared_ptr<CloudSyncEngine> engine, std::s
     }
     const auto& owner = archive_->state().owner;
     if (account != CloudAccountStatus::available || !owner || owner->view() != user) {
-        setStatus("Sync paused: the original Apple Account is unavailable.");
+        setStatus(say::syncAccountUnavailable());
         this->stop();
         co_return;
     }
@@ -197,7 +195,7 @@ Task<void> AccountSync::exchange(std::shared_ptr<CloudSyncEngine> engine, std::s
     auto capturing = captureAll(stop);
     co_await capturing;
     if (!isCurrent(engine)) co_return;
-    setStatus("Syncing with iCloud…");
+    setStatus(say::syncRunning());
     needsFetchCompletion_ = true;
     fetchFailure_.reset();
     auto fetching = engine->fetchChanges(stop);
@@ -219,7 +217,7 @@ Task<void> AccountSync::exchange(std::shared_ptr<CloudSyncEngine> engine, std::s
     if (pending == 0) {
         lastSynced_ = environment_.scheduler.date();
         archive_->setLastSynced(*lastSynced_);
-        setStatus("Up to date with iCloud");
+        setStatus(say::syncUpToDate());
         // The time of a pass without news goes along with the next change, or is written now and
         // then: a disk that is written to every few seconds for nothing else never rests.
         const auto kept = keptLastSynced_.value_or(Date{}).secondsSinceReferenceDate;
@@ -229,7 +227,7 @@ Task<void> AccountSync::exchange(std::shared_ptr<CloudSyncEngine> engine, std::s
             persist();
         }
     } else {
-        setStatus(std::to_string(pending) + " changes waiting to sync");
+        setStatus(say::syncPending(pending));
     }
     changed();
 }

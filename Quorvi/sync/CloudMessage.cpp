@@ -4,24 +4,23 @@
 
 namespace quorvi {
 
-std::string cloudMessage(const std::exception& error) {
+Message cloudMessage(const std::exception& error) {
     const auto* cloud = dynamic_cast<const CloudError*>(&error);
-    if (cloud == nullptr) return "Sync is unavailable. Your changes are saved on this Mac.";
-    const auto code = std::to_string(cloud->code());
+    if (cloud == nullptr) return say::syncUnavailable();
     switch (cloud->code()) {
         case cloudErrorCode::networkUnavailable:
         case cloudErrorCode::networkFailure:
-            return "Offline — changes will sync when you reconnect.";
+            return say::syncOffline();
         case cloudErrorCode::badContainer:
         case cloudErrorCode::missingEntitlement:
         case cloudErrorCode::permissionFailure:
-            return "iCloud access is unavailable for this build (" + code + ").";
+            return say::syncNoAccess(cloud->code());
         case cloudErrorCode::notAuthenticated:
-            return "Sign in to iCloud in System Settings to sync.";
+            return say::syncSignIn();
         case cloudErrorCode::quotaExceeded:
-            return "iCloud storage is full. Your changes are saved on this Mac.";
+            return say::syncStorageFull();
         default:
-            return "iCloud will retry. Your changes are saved on this Mac (" + code + ").";
+            return say::syncWillRetry(cloud->code());
     }
 }
 

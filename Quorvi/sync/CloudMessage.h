@@ -1,16 +1,16 @@
 #pragma once
 
 #include <exception>
-#include <string>
 
 #include "QuorviCore/async/Scheduler.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
-// What the user is told of an error of the cloud's, or of anything else that went wrong there.
-std::string cloudMessage(const std::exception& error);
+// Returns what the interface shows for an error of the cloud, or of anything else during a pass.
+Message cloudMessage(const std::exception& error);
 
-// How long to leave the cloud alone after it.
+// Returns how long to wait after the error before the cloud is asked again.
 Duration cloudRetryInterval(const std::exception& error);
 
 }  // namespace quorvi

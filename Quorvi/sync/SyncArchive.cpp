@@ -74,8 +74,7 @@ void SyncArchive::adopt(const LocalChange& value) {
 }
 
 void SyncArchive::rebaseline() {
-    auto old =
-        std::make_shared<SharedStringMap<std::optional<SharedString>>>(state_.ledger.rebaseline());
+    auto old = std::make_shared<SyncLedger::Differences>(state_.ledger.rebaseline());
     environment_.executor.run([old = std::move(old)]() mutable { old.reset(); });
     rebaselined_ = changed_ = true;
 }
@@ -86,7 +85,7 @@ void SyncArchive::setOwner(SharedString owner) {
 }
 
 void SyncArchive::setEngineState(std::optional<SharedString> state) {
-    state_.state = std::move(state);
+    state_.engineState = std::move(state);
     engineStateChanged_ = changed_ = true;
 }
 
@@ -141,7 +140,7 @@ void SyncArchive::gather() {
         .lastSynced = state_.lastSynced,
         .diagnostics = state_.diagnostics,
     };
-    if (std::exchange(engineStateChanged_, false)) delta.engineState = state_.state;
+    if (std::exchange(engineStateChanged_, false)) delta.engineState = state_.engineState;
     delta.values.reserve(touched_.size());
     for (const auto& id : touched_) delta.values.push_back(SyncDelta::valueOf(state_, id));
     touched_.clear();

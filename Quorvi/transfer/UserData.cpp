@@ -104,17 +104,17 @@ UserData::Counts UserData::merge(const std::vector<SyncItem>& incoming) {
 }
 
 void UserData::save() {
-    const auto application = SyncApplication::prepare(state_, records_, false);
-    if (application.recordsDiffer) {
+    const auto update = StoreUpdate::prepare(state_, records_, false);
+    if (update.recordsDiffer) {
         try {
-            history_.save(application.records);
+            history_.save(update.records);
         } catch (const std::exception& error) {
             fail("The history could not be written; nothing was changed", error);
         }
-        records_ = application.records;
+        records_ = update.records;
     }
-    if (application.settings) storeSettings(preferences_, *application.settings);
-    if (application.rules) corrections_.replaceFromSync(*application.rules);
+    if (update.settings) storeSettings(preferences_, *update.settings);
+    if (update.rules) corrections_.replaceFromSync(*update.rules);
     preferences_.flush();
     if (const auto problem = preferences_.persistenceError()) throw std::runtime_error(*problem);
     saveArchive();

@@ -11,7 +11,7 @@
 #include "Quorvi/platform/FileStore.h"
 #include "Quorvi/platform/JournalFile.h"
 #include "Quorvi/platform/Preferences.h"
-#include "Quorvi/sync/SyncApplication.h"
+#include "Quorvi/sync/StoreUpdate.h"
 #include "Quorvi/sync/SyncArchiveWriter.h"
 
 namespace quorvi {

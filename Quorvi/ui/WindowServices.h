@@ -6,7 +6,7 @@
 
 namespace quorvi {
 
-class AccountSyncing;
+class SyncControl;
 class AppModel;
 class AppUpdater;
 class CorrectionStore;
@@ -19,7 +19,7 @@ struct WindowServices {
     AppModel& model;
     CorrectionStore& corrections;
     HistoryEnvironment history;  // the window adds the control that remembers corrections
-    AccountSyncing& sync;
+    SyncControl& sync;
     KeyStore& keys;
     LaunchAtLoginController& loginItem;
     AppUpdater& updater;

@@ -302,8 +302,8 @@ LocalChanges LocalSnapshot::changesFrom(const SyncLedger& ledger) const {
     for (const auto& [id, item] : ledger.items())
         if (ledger.baseline(item) && !live.contains(id))
             changes.push_back(LocalChange::of(id, std::nullopt));
-    for (const auto& [id, payload] : ledger.differences())
-        if (payload && !live.contains(id) && !ledger.item(id))
+    for (const auto& [id, held] : ledger.differences())
+        if (held.payload && !live.contains(id) && !ledger.item(id))
             changes.push_back(LocalChange::of(id, std::nullopt));
     return changes;
 }

@@ -75,7 +75,7 @@ void write(Writer& writer, const SyncDelta::Value& value) {
         writer.flag(item.redacted);
     });
     writer.optional(value.difference,
-                    [&](const auto& difference) { writer.optionalText(difference); });
+                    [&](const BaselineValue& held) { writer.optionalText(held.payload); });
     writer.optionalText(value.record);
     writer.flag(value.pending);
 }
@@ -89,7 +89,7 @@ SyncDelta::Value read(Reader& reader) {
         const SharedString device = reader.text();
         value.item.emplace(value.id, std::move(payload), revision, device, reader.flag());
     }
-    if (reader.flag()) value.difference.emplace(reader.optionalText());
+    if (reader.flag()) value.difference.emplace(BaselineValue{reader.optionalText()});
     value.record = reader.optionalText();
     value.pending = reader.flag();
     return value;
@@ -127,7 +127,7 @@ void SyncDelta::applyTo(SyncState& state) const {
     }
     state.ledger.restoreClock(clock);
     state.owner = owner;
-    if (engineStateChanged) state.state = engineState;
+    if (engineStateChanged) state.engineState = engineState;
     state.initialFetchComplete = initialFetchComplete;
     state.lastSynced = lastSynced;
     state.diagnostics = diagnostics;

@@ -24,8 +24,7 @@ struct SyncDelta {
     struct Value {
         SharedString id;
         std::optional<SyncItem> item;
-        // What the baseline has instead of the item's payload, if it has something else.
-        std::optional<std::optional<SharedString>> difference;
+        std::optional<BaselineValue> difference;  // as in SyncLedger::differences()
         std::optional<SharedString> record;
         bool pending = false;
     };

@@ -131,7 +131,7 @@ bool Reader::endItem() {
     if (same && same->id == itemKey && itemPayload && same->base64 == itemBase64)
         same->isTheItems = true;
     else if (itemPayload)
-        ledger.differences.emplace(itemId, std::nullopt);
+        ledger.differences.emplace(itemId, BaselineValue());
     return true;
 }
 
@@ -145,7 +145,7 @@ bool Reader::endLedger() {
         if (item != ledger.items.end() && item->second.payload == payload)
             ledger.differences.erase(item->first);
         else
-            ledger.differences.insert_or_assign(idOf(entry.id), std::move(payload));
+            ledger.differences.insert_or_assign(idOf(entry.id), BaselineValue{std::move(payload)});
     }
     return true;
 }
@@ -199,7 +199,7 @@ constexpr Member documentMembers[]{
     {"pending", json::list, nullptr, &pendingList},
     {"records", json::object, nullptr, &recordMap},
     {"state", json::text | json::null,
-     [](auto& r, auto& v) { return r.takeBytes(r.state.state, v); }},
+     [](auto& r, auto& v) { return r.takeBytes(r.state.engineState, v); }},
 };
 constexpr Shape documentShape{.members = documentMembers};
 

@@ -32,8 +32,8 @@ void SyncDocumentEncoder::begin(Part part) {
         case Part::baseline:
             for (const auto& [id, item] : ledger.items())
                 if (const auto* payload = ledger.baseline(item)) elements_.push_back({id, payload});
-            for (const auto& [id, payload] : ledger.differences())
-                if (payload && !ledger.item(id)) elements_.push_back({id, &*payload});
+            for (const auto& [id, held] : ledger.differences())
+                if (held.payload && !ledger.item(id)) elements_.push_back({id, &*held.payload});
             break;
         case Part::items:
             for (const auto& [id, item] : ledger.items()) elements_.push_back({id, nullptr, &item});
@@ -110,9 +110,9 @@ void SyncDocumentEncoder::finishPart() {
             piece_ += '}';
             return begin(Part::tail);
         case Part::tail:
-            if (state_.state) {
+            if (state_.engineState) {
                 piece_ += R"(,"state":)";
-                appendBytes(piece_, *state_.state);
+                appendBytes(piece_, *state_.engineState);
             }
             piece_ += '}';
             return begin(Part::end);

@@ -54,14 +54,16 @@ const SyncItem* SyncLedger::item(std::string_view id) const {
 const SharedString* SyncLedger::baseline(std::string_view id) const {
     if (const auto* known = item(id)) return baseline(*known);
     const auto different = differences_.find(id);
-    return different != differences_.end() && different->second ? &*different->second : nullptr;
+    return different != differences_.end() && different->second.payload
+               ? &*different->second.payload
+               : nullptr;
 }
 
 const SharedString* SyncLedger::baseline(const SyncItem& known) const {
     if (!differences_.empty()) {
         const auto different = differences_.find(known.id);
         if (different != differences_.end())
-            return different->second ? &*different->second : nullptr;
+            return different->second.payload ? &*different->second.payload : nullptr;
     }
     return known.payload ? &*known.payload : nullptr;
 }
@@ -71,14 +73,14 @@ SyncLedger::Payloads SyncLedger::baseline() const {
     all.reserve(items_.size());
     for (const auto& [id, known] : items_)
         if (const auto* payload = baseline(known)) all.emplace(id, *payload);
-    for (const auto& [id, payload] : differences_)
-        if (payload) all.emplace(id, *payload);
+    for (const auto& [id, held] : differences_)
+        if (held.payload) all.emplace(id, *held.payload);
     return all;
 }
 
 bool SyncLedger::hasBaseline() const {
     return std::ranges::any_of(differences_,
-                               [](const auto& one) { return one.second.has_value(); }) ||
+                               [](const auto& one) { return one.second.payload.has_value(); }) ||
            std::ranges::any_of(items_,
                                [this](const auto& one) { return baseline(one.second) != nullptr; });
 }
@@ -89,7 +91,7 @@ void SyncLedger::setBaseline(const SharedString& id, const std::optional<SharedS
     if (isTheItems)
         differences_.erase(id);
     else
-        differences_.insert_or_assign(known ? known->id : id, payload);
+        differences_.insert_or_assign(known ? known->id : id, BaselineValue{payload});
 }
 
 bool SyncLedger::captureOne(const LocalChange& change, bool seed, std::int64_t milliseconds) {
@@ -146,7 +148,7 @@ const SyncItem& SyncLedger::merge(const SyncItem& incoming) {
         const auto& added = items_.emplace(incoming.id, incoming).first->second;
         // The baseline lacks it, unless it was kept there before.
         if (added.payload && !differences_.contains(added.id))
-            differences_.emplace(added.id, std::nullopt);
+            differences_.emplace(added.id, BaselineValue());
         return added;
     }
     auto& item = held->second;
@@ -165,12 +167,11 @@ const SyncItem& SyncLedger::merge(const SyncItem& incoming) {
     return item;
 }
 
-SharedStringMap<std::optional<SharedString>> SyncLedger::rebaseline() {
+SyncLedger::Differences SyncLedger::rebaseline() {
     return std::exchange(differences_, {});
 }
 
-void SyncLedger::restore(const SyncItem& item,
-                         std::optional<std::optional<SharedString>> difference) {
+void SyncLedger::restore(const SyncItem& item, std::optional<BaselineValue> difference) {
     items_.insert_or_assign(item.id, item);
     if (difference)
         differences_.insert_or_assign(item.id, *std::move(difference));

@@ -40,6 +40,13 @@ struct LocalChange {
 };
 using LocalChanges = std::vector<LocalChange>;
 
+// What the baseline holds of one id.
+struct BaselineValue {
+    std::optional<SharedString> payload;  // absent if the baseline lacks the id
+
+    bool operator==(const BaselineValue&) const = default;
+};
+
 // The last known version of every synchronised value, and this installation's clock. It tells what
 // has changed locally since the last look and which of two versions wins, and knows payloads only
 // as bytes. A plain value, for one thread at a time; copies share the bytes.
@@ -47,6 +54,7 @@ class SyncLedger {
 public:
     using Items = SharedStringMap<SyncItem>;
     using Payloads = SharedStringMap<SharedString>;
+    using Differences = SharedStringMap<BaselineValue>;
 
     // Empty, of a new device, at clock 1.
     SyncLedger();
@@ -81,7 +89,7 @@ public:
     // Takes the payloads of all live items for the baseline, so that values which are written into
     // the stores don't read as local edits. Yields what the baseline was kept in, which may be
     // large and takes its time to go.
-    [[nodiscard]] SharedStringMap<std::optional<SharedString>> rebaseline();
+    [[nodiscard]] Differences rebaseline();
 
     // Canonical encodings: keys sorted, no white space, so that equal values give equal bytes. They
     // throw when a value can't be encoded.
@@ -95,13 +103,13 @@ public:
         SharedString device;
         std::int64_t clock = 1;
         // Where the baseline differs from the item's payload.
-        SharedStringMap<std::optional<SharedString>> differences;
+        Differences differences;
     };
     explicit SyncLedger(Parts parts);
     // Replaces what is known of one id. `difference` as in Parts; none when there is none.
-    void restore(const SyncItem& item, std::optional<std::optional<SharedString>> difference);
+    void restore(const SyncItem& item, std::optional<BaselineValue> difference);
     void restoreClock(std::int64_t clock) { clock_ = clock; }
-    const SharedStringMap<std::optional<SharedString>>& differences() const { return differences_; }
+    const Differences& differences() const { return differences_; }
 
 private:
     bool captureOne(const LocalChange& change, bool seed, std::int64_t milliseconds);
@@ -112,7 +120,7 @@ private:
     std::int64_t clock_ = 1;
     // The baseline is nearly always the item's payload, so only what differs is kept: none where
     // the baseline lacks the id.
-    SharedStringMap<std::optional<SharedString>> differences_;
+    Differences differences_;
 };
 
 }  // namespace quorvi

@@ -15,8 +15,8 @@ namespace quorvi {
 // bytes.
 struct SyncState {
     SyncLedger ledger;
-    std::optional<SharedString> owner;      // the account that the data belongs to
-    std::optional<SharedString> state;      // the cloud engine's own, opaque bytes
+    std::optional<SharedString> owner;        // the account that the data belongs to
+    std::optional<SharedString> engineState;  // what CloudSyncEngine keeps, opaque
     SharedStringMap<SharedString> records;  // by item id: what the cloud's last version was, opaque
     SharedStringSet pending;                // ids of items that are still to be sent
     bool initialFetchComplete = false;

@@ -76,7 +76,7 @@ protected:
     void startQuorvi(std::string address = {}) {
         auto environment =
             desktop_->environment(localKeys, preferences, keyStore, history, corrections);
-        environment.accountSync = [this]() -> AccountSyncing& { return sync; };
+        environment.accountSync = [this]() -> SyncControl& { return sync; };
         environment.service =
             serviceAddress(address.empty() ? service->address() : std::move(address));
         model = std::make_unique<AppModel>(std::move(environment));
@@ -161,7 +161,7 @@ protected:
     MemoryKeyStore keyStore;
     HistoryStore history{desktop_->historyEnvironment(preferences, folder.path() / "history.json")};
     CorrectionStore corrections{preferences, scheduler};
-    NoAccountSync sync;
+    SyncDisabled sync;
     std::unique_ptr<AppModel> model;
 
     AtspiAccessibility lookingGlass_{[] { return true; }};

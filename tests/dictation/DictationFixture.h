@@ -47,7 +47,7 @@ protected:
     void makeModel() {
         model.reset();
         model = std::make_unique<AppModel>(environment(
-            scheduler, executor, history, corrections, [this]() -> AccountSyncing& { return sync; },
+            scheduler, executor, history, corrections, [this]() -> SyncControl& { return sync; },
             folder.path()));
         model->showOverlay = [this] { overlay = "shown"; };
         model->hideOverlay = [this] { overlay = "hidden"; };
@@ -84,7 +84,7 @@ protected:
     HistoryStore history{{preferences, files, "history.json", executor, scheduler, pasteboard,
                           [this] { return calendar; }}};
     CorrectionStore corrections{preferences, scheduler};
-    NoAccountSync sync;
+    SyncDisabled sync;
     AXElement field = accessibility.makeText(editor, "Dear ");
     std::string overlay;
     std::unique_ptr<AppModel> model;

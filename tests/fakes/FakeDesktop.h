@@ -37,7 +37,7 @@ struct FakeDesktop {
 
     AppModel::Environment environment(Scheduler& time, Executor& executor, HistoryStore& history,
                                       CorrectionStore& corrections,
-                                      std::function<AccountSyncing&()> sync,
+                                      std::function<SyncControl&()> sync,
                                       std::filesystem::path recordings,
                                       Preferences* others = nullptr) {
         return {time,

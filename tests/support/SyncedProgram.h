@@ -59,7 +59,7 @@ public:
         corrections = std::make_unique<CorrectionStore>(e.preferences, e.scheduler);
         model = std::make_unique<AppModel>(e.desktop.environment(
             e.scheduler, e.historyDisk, *history, *corrections,
-            [this]() -> AccountSyncing& { return *sync; }, e.recordings, &e.preferences));
+            [this]() -> SyncControl& { return *sync; }, e.recordings, &e.preferences));
         sync = std::make_unique<AccountSync>(AccountSync::Environment{
             *model,
             *history,

@@ -7,10 +7,10 @@
 #include "Quorvi/system/LaunchAtLoginController.h"
 #include "Quorvi/system/updates/AppUpdater.h"
 #include "Quorvi/ui/window/MainWindow.h"
-#include "tests/fakes/FakeAccountSync.h"
 #include "tests/fakes/FakeDesktop.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeLoginItem.h"
+#include "tests/fakes/FakeSyncControl.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/support/TestFolder.h"
 
@@ -81,7 +81,7 @@ struct WindowWorld : VirtualTime, FakeDesktop {
     HistoryStore history{{preferences, files, "history.json", executor, scheduler, pasteboard,
                           [this] { return calendar; }}};
     CorrectionStore corrections{preferences, scheduler};
-    FakeAccountSync sync;
+    FakeSyncControl sync;
     LaunchAtLoginController loginItem{loginService, executor, scheduler};
     AppUpdater updater{UpdateEnvironment{scheduler,
                                          executor,
@@ -93,7 +93,7 @@ struct WindowWorld : VirtualTime, FakeDesktop {
                                           .currentVersion = "0.1.0",
                                           .folder = folder.path() / "updates"}}};
     AppModel model{environment(
-        scheduler, executor, history, corrections, [this]() -> AccountSyncing& { return sync; },
+        scheduler, executor, history, corrections, [this]() -> SyncControl& { return sync; },
         folder.path())};
     AXElement field = accessibility.makeText(editor, "Dear ");
     int quits = 0;

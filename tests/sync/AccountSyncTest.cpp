@@ -78,7 +78,7 @@ TEST_F(AccountSyncTest, PassesWithoutNewsLeaveTheDiskAlone) {
 }
 
 TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
-    EXPECT_EQ(first.sync->status(), "Up to date with iCloud");
+    EXPECT_EQ(first.sync->status(), say::syncUpToDate());
     EXPECT_EQ(first.sync->pendingCount(), 0u);
     EXPECT_TRUE(first.sync->lastSynced());
     EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 11u);
@@ -95,7 +95,7 @@ TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     EXPECT_EQ(second.model->vocabulary(), "Κουζίνα");
     EXPECT_EQ(second.texts(), Texts{"one"});
     EXPECT_EQ(second.values(), first.values());
-    EXPECT_EQ(second.sync->status(), "Up to date with iCloud");
+    EXPECT_EQ(second.sync->status(), say::syncUpToDate());
 
     // But what the user chooses with the first launch is an edit.
     FakeCloudDatabase thirdCloud{clock, server, "ada"};
@@ -196,7 +196,7 @@ TEST_F(AccountSyncTest, WhatAMachineCannotTakeIsReplacedByWhatItHas) {
         EXPECT_EQ(machine->model->recordingTheme(), RecordingTheme::glass);
         EXPECT_EQ(machine->history->retention(), TranscriptRetention::ninetyDays);
         EXPECT_EQ(machine->model->vocabulary(), std::string(1200, 'v'));
-        EXPECT_EQ(machine->sync->status(), "Up to date with iCloud");
+        EXPECT_EQ(machine->sync->status(), say::syncUpToDate());
     }
     EXPECT_EQ(inCloud("setting:recordingTheme").payload,
               LocalSnapshot::encode(std::string("glass")));

@@ -16,7 +16,7 @@ protected:
         machine.start();
         clock.advance(5s);
     }
-    const std::string& status() const { return machine.sync->status(); }
+    const Message& status() const { return machine.sync->status(); }
     int passes() { return cloud.calls[CloudOperation::zoneChanges]; }
 
     VirtualScheduler clock;
@@ -27,22 +27,16 @@ protected:
 
 TEST_F(AccountSyncTroubleTest, EveryErrorHasItsSentence) {
     start();
-    const std::vector<std::pair<int, std::string>> sentences{
-        {3, "Offline — changes will sync when you reconnect."},
-        {4, "Offline — changes will sync when you reconnect."},
-        {5, "iCloud access is unavailable for this build (5)."},
-        {8, "iCloud access is unavailable for this build (8)."},
-        {10, "iCloud access is unavailable for this build (10)."},
-        {9, "Sign in to iCloud in System Settings to sync."},
-        {25, "iCloud storage is full. Your changes are saved on this Mac."},
-        {6, "iCloud will retry. Your changes are saved on this Mac (6)."},
-        {23, "iCloud will retry. Your changes are saved on this Mac (23)."},
+    const std::vector<std::pair<int, Message>> sentences{
+        {3, say::syncOffline()},      {4, say::syncOffline()},     {5, say::syncNoAccess(5)},
+        {8, say::syncNoAccess(8)},    {10, say::syncNoAccess(10)}, {9, say::syncSignIn()},
+        {25, say::syncStorageFull()}, {6, say::syncWillRetry(6)},  {23, say::syncWillRetry(23)},
     };
     for (const auto operation : {CloudOperation::accountStatus, CloudOperation::userRecordName,
                                  CloudOperation::zoneChanges, CloudOperation::recordChanges}) {
         for (const auto& [code, sentence] : sentences) {
             clock.advance(60s);
-            ASSERT_EQ(status(), "Up to date with iCloud");
+            ASSERT_EQ(status(), say::syncUpToDate());
             // A zone is asked only when it has changed.
             if (operation == CloudOperation::recordChanges)
                 server.deleteRecord("ada", {"QuorviAccount", "setting:mode"});
@@ -70,7 +64,7 @@ TEST_F(AccountSyncTroubleTest, AfterAnErrorTheCloudIsLeftAlone) {
     EXPECT_EQ(passes(), before);
     clock.advance(20s);
     EXPECT_GT(passes(), before);
-    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(status(), say::syncUpToDate());
 
     cloud.fail(CloudOperation::zoneChanges, CloudError(7, "busy", 300s));
     machine.sync->syncNow();
@@ -95,11 +89,11 @@ TEST_F(AccountSyncTroubleTest, ARecordThatIsRefusedIsSentAgain) {
         cloud.failRecord(name, CloudError(code));
         clock.advance(1500ms);
         EXPECT_FALSE(server.record("ada", {"QuorviAccount", name}));
-        EXPECT_EQ(status(), "1 changes waiting to sync");
+        EXPECT_EQ(status(), say::syncPending(1));
         EXPECT_EQ(machine.sync->pendingCount(), 1u);
         clock.advance(60s);
         EXPECT_TRUE(server.record("ada", {"QuorviAccount", name})) << code;
-        EXPECT_EQ(status(), "Up to date with iCloud");
+        EXPECT_EQ(status(), say::syncUpToDate());
     }
 }
 
@@ -108,7 +102,7 @@ TEST_F(AccountSyncTroubleTest, TheAnswerToASaveMayBeLost) {
     cloud.lostAnswers = 1;
     machine.dictate("once");
     clock.advance(90s);
-    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(status(), say::syncUpToDate());
     EXPECT_EQ(machine.texts(), Texts{"once"});
     EXPECT_EQ(machine.sync->pendingCount(), 0u);
 }
@@ -116,32 +110,30 @@ TEST_F(AccountSyncTroubleTest, TheAnswerToASaveMayBeLost) {
 TEST_F(AccountSyncTroubleTest, NoAccountAndAnotherAccount) {
     cloud.signOut();
     start();
-    EXPECT_EQ(status(), "Sign in to iCloud in System Settings to sync.");
+    EXPECT_EQ(status(), say::syncSignIn());
     cloud.signIn("ada");
     clock.advance(20s);
-    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(status(), say::syncUpToDate());
 
     machine.dictate("of ada's");
     clock.advance(100ms);
     cloud.signIn("bob");
     clock.advance(60s);
-    EXPECT_EQ(status(),
-              "Sync paused: sign back into the original Apple Account. Data from different "
-              "accounts stays separate.");
+    EXPECT_EQ(status(), say::syncOtherAccount());
     EXPECT_TRUE(server.records("bob", "QuorviAccount").empty());
     cloud.signOut();
     clock.advance(60s);
-    EXPECT_EQ(status(), "Sign in to iCloud in System Settings to sync.");
+    EXPECT_EQ(status(), say::syncSignIn());
     cloud.signIn("ada");
     clock.advance(60s);
-    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(status(), say::syncUpToDate());
     EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
 
     // Nothing announces the change: the next pass notices.
     cloud.status = CloudAccountStatus::noAccount;
     machine.sync->syncNow();
     clock.advance(1s);
-    EXPECT_EQ(status(), "Sync paused: the original Apple Account is unavailable.");
+    EXPECT_EQ(status(), say::syncAccountUnavailable());
 }
 
 TEST_F(AccountSyncTroubleTest, AResetOfTheCloudSwitchesSyncOffAndKeepsEverything) {
@@ -150,7 +142,7 @@ TEST_F(AccountSyncTroubleTest, AResetOfTheCloudSwitchesSyncOffAndKeepsEverything
     clock.advance(5s);
     server.resetZone("ada", "QuorviAccount");
     clock.advance(5s);
-    EXPECT_EQ(status(), "Sync paused on this Mac");
+    EXPECT_EQ(status(), say::syncOff());
     EXPECT_FALSE(machine.sync->enabled());
     EXPECT_EQ(machine.preferences.boolean("iCloudSyncEnabled"), false);
     EXPECT_EQ(machine.texts(), Texts{"kept"});
@@ -165,7 +157,7 @@ TEST_F(AccountSyncTroubleTest, AResetOfTheCloudSwitchesSyncOffAndKeepsEverything
 TEST_F(AccountSyncTroubleTest, SwitchedOffNothingIsExchangedAndChangesAreKeptForLater) {
     machine.preferences.setBoolean("iCloudSyncEnabled", false);
     start();
-    EXPECT_EQ(status(), "Sync paused on this Mac");
+    EXPECT_EQ(status(), say::syncOff());
     machine.dictate("one");
     clock.advance(60s);
     machine.sync->syncNow();
@@ -174,7 +166,7 @@ TEST_F(AccountSyncTroubleTest, SwitchedOffNothingIsExchangedAndChangesAreKeptFor
     EXPECT_GT(machine.sync->pendingCount(), 0u);
     machine.sync->setEnabled(true);
     clock.advance(5s);
-    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(status(), say::syncUpToDate());
     EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
 }
 
@@ -183,7 +175,7 @@ TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeReadIsLeftAsItIs) {
     start();
     machine.dictate("one");
     clock.advance(60s);
-    EXPECT_EQ(status(), "Sync data could not be read. Your local data is untouched.");
+    EXPECT_EQ(status(), say::syncDataUnreadable());
     machine.quit();
     EXPECT_EQ(machine.files.files[SyncMachine::archiveFile], "{\"ledger\":");
     EXPECT_TRUE(cloud.calls.empty());
@@ -194,9 +186,7 @@ TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeWrittenEndsSyncForTheProcess
     machine.files.full = machine.journals.full = true;
     machine.dictate("one");
     clock.advance(5s);
-    EXPECT_EQ(status(),
-              "Sync paused: changes could not be saved to this Mac. Check disk space and restart "
-              "Quorvi.");
+    EXPECT_EQ(status(), say::syncNotSaved());
     machine.files.full = machine.journals.full = false;
     const auto before = passes();
     machine.sync->syncNow();
@@ -205,7 +195,7 @@ TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeWrittenEndsSyncForTheProcess
     machine.quit();
     machine.start();
     clock.advance(5s);
-    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(status(), say::syncUpToDate());
 }
 
 // An empty list because of a fault must not delete everything everywhere.
@@ -245,7 +235,7 @@ TEST_F(AccountSyncTroubleTest, RecordsThatMakeNoSenseAreCountedAndLeftOut) {
     for (const auto* key :
          {"ignoredType", "missingPayload", "invalidPayload", "mismatchedID", "ignoredZone"})
         EXPECT_EQ(machine.diagnostic(key), 1) << key;
-    EXPECT_EQ(status(), "Up to date with iCloud");
+    EXPECT_EQ(status(), say::syncUpToDate());
 }
 
 // Whatever happens while something is awaited, sync works again afterwards and no change is lost.
@@ -325,14 +315,14 @@ TEST_F(AccountSyncTroubleTest, EverySuspensionPointMeetsEveryInterruption) {
                 time.advance(3s);
                 EXPECT_TRUE(cloudServer.records("bob", "QuorviAccount").empty());
                 if (interruption == off) {
-                    EXPECT_EQ(one.sync->status(), "Sync paused on this Mac");
+                    EXPECT_EQ(one.sync->status(), say::syncOff());
                 }
                 database.signIn("ada");
                 one.sync->setEnabled(true);
                 time.advance(150s);
                 EXPECT_EQ(one.texts(), Texts{"precious"});
                 if (interruption == reset) continue;  // everything is elsewhere gone for good
-                EXPECT_EQ(one.sync->status(), "Up to date with iCloud");
+                EXPECT_EQ(one.sync->status(), say::syncUpToDate());
                 EXPECT_EQ(cloudServer.records("ada", "QuorviAccount").size(), 12u);
                 EXPECT_FALSE(one.sync->working());
             }

@@ -57,7 +57,7 @@ public:
         for (std::size_t i = 0; i < machines_.size(); ++i) noteKept(i);
         const auto expected = machines_[0]->values();
         for (const auto& machine : machines_) {
-            EXPECT_EQ(machine->sync->status(), "Up to date with iCloud");
+            EXPECT_EQ(machine->sync->status(), say::syncUpToDate());
             EXPECT_EQ(machine->sync->pendingCount(), 0u);
             EXPECT_EQ(machine->values(), expected);
             EXPECT_EQ(machine->rules(), machines_[0]->rules());

@@ -3,7 +3,7 @@
 #include <QDateTime>
 #include <QLocale>
 
-#include "Quorvi/platform/AccountSyncing.h"
+#include "Quorvi/platform/SyncControl.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spinner.h"
 #include "Quorvi/ui/design/Texts.h"
@@ -28,7 +28,7 @@ QString moment(Date date) {
 
 }  // namespace
 
-AccountSyncSettings::AccountSyncSettings(AccountSyncing& sync)
+AccountSyncSettings::AccountSyncSettings(SyncControl& sync)
     : Card(tr("Account & sync"), "icloud"),
       sync_(sync),
       enabled_(new Switch(tr("Sync with my Apple Account"))),
@@ -60,7 +60,7 @@ AccountSyncSettings::AccountSyncSettings(AccountSyncing& sync)
 void AccountSyncSettings::refresh() {
     enabled_->show(sync_.enabled());
     working_->setVisible(sync_.working());
-    status_->setText(modelText(sync_.status()));
+    status_->setText(shown(sync_.status()));
     now_->setEnabled(sync_.enabled() && !sync_.working());
     const auto last = sync_.lastSynced();
     lastSynced_->setVisible(last.has_value());

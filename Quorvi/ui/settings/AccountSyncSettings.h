@@ -9,7 +9,7 @@
 
 namespace quorvi {
 
-class AccountSyncing;
+class SyncControl;
 class Spinner;
 class Switch;
 
@@ -18,12 +18,12 @@ class AccountSyncSettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(AccountSyncSettings)
 
 public:
-    explicit AccountSyncSettings(AccountSyncing& sync);
+    explicit AccountSyncSettings(SyncControl& sync);
 
 private:
     void refresh();
 
-    AccountSyncing& sync_;
+    SyncControl& sync_;
     Switch* enabled_;
     Spinner* working_;
     QLabel* status_;

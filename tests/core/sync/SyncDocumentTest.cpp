@@ -17,9 +17,9 @@ SyncState sample() {
     add("setting:a", "1");
     add("setting:b", "2");
     add("setting:c", std::nullopt);
-    parts.differences.emplace("setting:b", std::nullopt);
-    parts.differences.emplace("setting:c", "3");
-    SyncState state{.ledger = SyncLedger(std::move(parts)), .owner = "me", .state = "engine"};
+    parts.differences.emplace("setting:b", BaselineValue());
+    parts.differences.emplace("setting:c", BaselineValue{"3"});
+    SyncState state{.ledger = SyncLedger(std::move(parts)), .owner = "me", .engineState = "engine"};
     state.records.emplace("setting:a", "tag");
     state.pending = {"setting:c", "setting:b"};
     state.initialFetchComplete = true;
@@ -76,7 +76,7 @@ TEST(SyncDocument, IsReadInAnyOrderAndStrictly) {
     optional = with(optional, R"("lastSynced":1.5,)", "");
     const auto bare =
         decodeSyncDocument(with(optional, R"("diagnostics":{"mergedRecords":3},)", ""));
-    EXPECT_FALSE(bare.owner || bare.state || bare.lastSynced || bare.diagnostics);
+    EXPECT_FALSE(bare.owner || bare.engineState || bare.lastSynced || bare.diagnostics);
 
     struct {
         std::string_view part, replacement;

@@ -173,7 +173,7 @@ public:
         const bool isApplied = !run_->program.history->isLoading() && sync().archive() &&
                                sync().archive()->ledger().differences().empty();
         if (isApplied && sync().lastSynced() != lastSynced_ && sync().pendingCount() == 0 &&
-            sync().status() == "Up to date with iCloud") {
+            sync().status() == say::syncUpToDate()) {
             inRound_ = false;
             say("round");
         }
@@ -186,7 +186,7 @@ public:
             say("stuck " + std::to_string(sync().pendingCount()) + " pending, " +
                 std::to_string(sync().archive() ? sync().archive()->ledger().differences().size()
                                                 : 0) +
-                " not applied: " + sync().status());
+                " not applied: " + sync().status().english());
     }
 
     LoopScheduler loop;

@@ -307,7 +307,7 @@ TEST_F(MainWindowTest, TheSyncSectionFollowsTheSync) {
     EXPECT_TRUE(world.sync.enabled());
     now.click();
     EXPECT_EQ(world.sync.passes, 1);
-    world.sync.set({true, "Syncing…", 1234, Date{817'000'000}, true});
+    world.sync.set({true, say::syncRunning(), 1234, Date{817'000'000}, true});
     EXPECT_FALSE(now.isEnabled());
     const auto last = page().filter("Last synced ");
     ASSERT_EQ(last.size(), 1);

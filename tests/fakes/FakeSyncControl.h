@@ -1,17 +1,15 @@
 #pragma once
 
-#include <string>
-
-#include "Quorvi/platform/AccountSyncing.h"
+#include "Quorvi/platform/SyncControl.h"
 
 namespace quorvi::test {
 
-// A synchronisation whose state the test sets, and which counts what it is asked for.
-class FakeAccountSync : public AccountSyncing {
+// Synchronisation whose state the test sets, and which counts the passes asked for.
+class FakeSyncControl : public SyncControl {
 public:
     struct State {
         bool enabled = false;
-        std::string status = "Sync paused on this Mac";
+        Message status = say::syncOff();
         std::size_t pendingCount = 0;
         std::optional<Date> lastSynced;
         bool working = false;
@@ -25,7 +23,7 @@ public:
         state_.enabled = enabled;
         changes_.notify();
     }
-    const std::string& status() const override { return state_.status; }
+    const Message& status() const override { return state_.status; }
     std::size_t pendingCount() const override { return state_.pendingCount; }
     std::optional<Date> lastSynced() const override { return state_.lastSynced; }
     bool working() const override { return state_.working; }

@@ -1,4 +1,4 @@
-#include "Quorvi/sync/SyncApplication.h"
+#include "Quorvi/sync/StoreUpdate.h"
 
 #include <algorithm>
 #include <cstring>
@@ -74,8 +74,8 @@ DictationRecords rebuilt(const DictationRecords& base, const UuidSet& replaced,
     return builder.build().newestFirst();
 }
 
-void prepareHistory(SyncApplication& application, const SyncState& state,
-                    std::vector<SyncItem> items, const DictationRecords& base) {
+void prepareHistory(StoreUpdate& update, const SyncState& state, std::vector<SyncItem> items,
+                    const DictationRecords& base) {
     UuidSet replaced;
     replaced.reserve(state.ledger.differences().size());
     std::vector<DictationRecord> fresh;
@@ -91,21 +91,21 @@ void prepareHistory(SyncApplication& application, const SyncState& state,
     for (const auto& item : items) {
         auto record = recordOf(item, decoder);
         if (!record) {
-            application.local.push_back(LocalChange::of(item.id, std::nullopt));
+            update.local.push_back(LocalChange::of(item.id, std::nullopt));
             continue;
         }
         encoded.clear();
         appendEncodedRecord(encoded, *record);
         auto id = LocalSnapshot::historyId(record->id);
-        if (id != item.id) application.local.push_back(LocalChange::of(item.id, std::nullopt));
+        if (id != item.id) update.local.push_back(LocalChange::of(item.id, std::nullopt));
         if (id != item.id || encoded != item.payload->view())
-            application.local.push_back(LocalChange::of(std::move(id), SharedString(encoded)));
+            update.local.push_back(LocalChange::of(std::move(id), SharedString(encoded)));
         replaced.insert(record->id);
         fresh.push_back(*std::move(record));
     }
-    application.recordsDiffer = !replaced.empty();
-    if (!application.recordsDiffer) return;
-    application.records = rebuilt(base, replaced, std::move(fresh));
+    update.recordsDiffer = !replaced.empty();
+    if (!update.recordsDiffer) return;
+    update.records = rebuilt(base, replaced, std::move(fresh));
 }
 
 std::vector<TextCorrection> validRules(std::vector<SyncItem> items) {
@@ -137,10 +137,10 @@ LocalSnapshot::Settings settingsOf(const std::vector<SyncItem>& items) {
 
 }  // namespace
 
-SyncApplication SyncApplication::prepare(const SyncState& state, const DictationRecords& base,
-                                         bool allRules) {
-    SyncApplication application;
-    application.records = base;
+StoreUpdate StoreUpdate::prepare(const SyncState& state, const DictationRecords& base,
+                                 bool allRules) {
+    StoreUpdate update;
+    update.records = base;
     std::vector<SyncItem> history;
     bool rulesDiffer = allRules;
     bool settingsDiffer = false;
@@ -151,14 +151,14 @@ SyncApplication SyncApplication::prepare(const SyncState& state, const Dictation
             if (item != nullptr && !item->deleted()) history.push_back(*item);
         } else if (name.starts_with(syncPrefix::correction)) {
             rulesDiffer = true;
-            application.toCheck.push_back(id);
+            update.toCheck.push_back(id);
         } else if (name.starts_with(syncPrefix::setting)) {
             settingsDiffer = true;
-            application.toCheck.push_back(id);
+            update.toCheck.push_back(id);
         }
     }
-    prepareHistory(application, state, std::move(history), base);
-    if (!rulesDiffer && !settingsDiffer) return application;
+    prepareHistory(update, state, std::move(history), base);
+    if (!rulesDiffer && !settingsDiffer) return update;
 
     std::vector<SyncItem> rules, settings;
     for (const auto& [id, item] : state.ledger.items()) {
@@ -168,9 +168,9 @@ SyncApplication SyncApplication::prepare(const SyncState& state, const Dictation
         else if (id.view().starts_with(syncPrefix::setting))
             settings.push_back(item);
     }
-    if (rulesDiffer) application.rules = validRules(std::move(rules));
-    if (settingsDiffer) application.settings = settingsOf(settings);
-    return application;
+    if (rulesDiffer) update.rules = validRules(std::move(rules));
+    if (settingsDiffer) update.settings = settingsOf(settings);
+    return update;
 }
 
 }  // namespace quorvi

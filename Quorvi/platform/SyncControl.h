@@ -3,47 +3,48 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
-#include <string>
 
 #include "QuorviCore/async/Date.h"
 #include "QuorviCore/async/Observable.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
-// Exchanges the user's data with their other machines, as the interface and the controller see it.
-// Main thread.
-class AccountSyncing {
+// Synchronisation of the user's data with their other machines, as the interface and the
+// application model control it. Main thread.
+class SyncControl {
 public:
-    virtual ~AccountSyncing() = default;
+    virtual ~SyncControl() = default;
 
-    // Told after any change of the state below; observers re-read it.
+    // Observers are called after any change of the state below, and read it again.
     [[nodiscard]] virtual Subscription onChange(std::function<void()> observer) = 0;
 
     // The user's switch.
     virtual bool enabled() const = 0;
     virtual void setEnabled(bool enabled) = 0;
     // One sentence about what is going on.
-    virtual const std::string& status() const = 0;
-    // Number of values that wait to be sent.
+    virtual const Message& status() const = 0;
+    // Number of values that are still to be sent.
     virtual std::size_t pendingCount() const = 0;
-    // The last time that nothing was left to send.
+    // When a pass last ended with nothing left to send; nullopt before the first one.
     virtual std::optional<Date> lastSynced() const = 0;
-    // A pass is under way.
+    // Whether a pass is under way.
     virtual bool working() const = 0;
 
-    // Starts a pass unless one is under way or the cloud wants to be left alone.
+    // Starts a pass, or another one after the pass under way. Does nothing while the cloud has
+    // asked for a pause.
     virtual void syncNow() = 0;
-    // Takes in what has changed last, before the program quits.
+    // Records the last local changes and ends synchronisation, before the program quits.
     virtual void shutdown() = 0;
 };
 
-// A program without synchronisation: everything stays on this machine.
-class NoAccountSync final : public AccountSyncing {
+// The control of a program without synchronisation: everything stays on this machine.
+class SyncDisabled final : public SyncControl {
 public:
     Subscription onChange(std::function<void()>) override { return {}; }
     bool enabled() const override { return false; }
     void setEnabled(bool) override {}
-    const std::string& status() const override { return status_; }
+    const Message& status() const override { return status_; }
     std::size_t pendingCount() const override { return 0; }
     std::optional<Date> lastSynced() const override { return std::nullopt; }
     bool working() const override { return false; }
@@ -51,7 +52,7 @@ public:
     void shutdown() override {}
 
 private:
-    std::string status_ = "Sync paused on this Mac";
+    Message status_ = say::syncOff();
 };
 
 }  // namespace quorvi

@@ -13,7 +13,7 @@ namespace quorvi {
 // What the stores have to take over so that they hold what the ledger holds. It is prepared away
 // from the main thread, from the ledger's differences to what the stores held at the last capture,
 // and costs what has changed rather than the number of values, apart from one pass over them.
-struct SyncApplication {
+struct StoreUpdate {
     // The history as it was, with what differs: newest first. Parts that don't differ are shared.
     DictationRecords records;
     bool recordsDiffer = false;
@@ -33,8 +33,7 @@ struct SyncApplication {
 
     // `base` is the history of the last capture. With `allRules` the rules are taken over even if
     // none differs, since their order may. Thread-safe.
-    static SyncApplication prepare(const SyncState& state, const DictationRecords& base,
-                                   bool allRules);
+    static StoreUpdate prepare(const SyncState& state, const DictationRecords& base, bool allRules);
 };
 
 }  // namespace quorvi

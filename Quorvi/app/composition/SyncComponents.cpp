@@ -1,4 +1,4 @@
-#include "Quorvi/app/composition/Synchronisation.h"
+#include "Quorvi/app/composition/SyncComponents.h"
 
 #include <cstdio>
 #include <stdexcept>
@@ -31,10 +31,9 @@ std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& 
 
 }  // namespace
 
-Synchronisation::Synchronisation(AppModel& model, HistoryStore& history,
-                                 CorrectionStore& corrections, Preferences& preferences,
-                                 FileStore& files, Scheduler& scheduler,
-                                 std::vector<std::string_view> chosen)
+SyncComponents::SyncComponents(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
+                               Preferences& preferences, FileStore& files, Scheduler& scheduler,
+                               std::vector<std::string_view> chosen)
     : database_(cloud(preferences, scheduler, cloudExecutor_)),
       sync_(std::make_unique<AccountSync>(
           AccountSync::Environment{model,

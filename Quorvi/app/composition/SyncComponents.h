@@ -11,11 +11,11 @@ namespace quorvi {
 
 // The synchronisation with its cloud, the one that the preference "cloudDatabase" names, and its
 // threads. Reads nothing before begin(). Outlived by everything that it is given.
-class Synchronisation {
+class SyncComponents {
 public:
-    Synchronisation(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
-                    Preferences& preferences, FileStore& files, Scheduler& scheduler,
-                    std::vector<std::string_view> chosen);
+    SyncComponents(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
+                   Preferences& preferences, FileStore& files, Scheduler& scheduler,
+                   std::vector<std::string_view> chosen);
 
     AccountSync& accountSync() { return *sync_; }
 
