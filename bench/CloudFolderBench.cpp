@@ -35,8 +35,7 @@ Bytes payloadOf(std::size_t item) {
 // A machine: it sends what it has and counts what it gets.
 struct Machine : CloudSyncEngineDelegate {
     Machine(const std::filesystem::path& folder, const std::filesystem::path& file)
-        : database(loop, executor, {folder, file}),
-          engine({database, loop, {}, *this, "changes"}) {}
+        : database(loop, executor, {folder, file}), engine({database, loop, {}, *this}) {}
 
     void handleEvent(CloudSyncEvent event, CloudSyncEngine&) override {
         if (const auto* got = std::get_if<cloudEvent::FetchedRecordZoneChanges>(&event))

@@ -12,6 +12,7 @@
 #include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/sync/SyncArchive.h"
+#include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "bench/Figure.h"
 #include "tests/support/GeneratedHistory.h"
 #include "tests/support/LiteralSync.h"
@@ -63,7 +64,7 @@ test::LiteralPayloads literalPayloads(const LocalSnapshot& now) {
     for (const auto& record : now.records())
         all["history:" + record.id.string()] = encodeRecord(record);
     for (const auto& rule : now.rules().rules())
-        all["correction:" + rule.id] = SyncLedger::encode(rule);
+        all["correction:" + rule.id] = encodeCorrection(rule);
     for (const auto& [key, value] : now.settings())
         all["setting:" + key] = LocalSnapshot::encode(value).string();
     return all;

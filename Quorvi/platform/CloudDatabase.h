@@ -23,13 +23,13 @@ struct CloudRecordID {
     auto operator<=>(const CloudRecordID&) const = default;
 };
 
-// A record with the one field that this program uses.
+// A record with the single field that this program uses.
 struct CloudRecord {
     CloudRecordID id;
     std::string type;
     std::optional<Bytes> payload;
-    // Which version of the record this is, opaque; empty for one that was never saved. A save is
-    // refused unless it names the version that the database holds.
+    // Opaque; identifies the version of the record, empty for one that was never saved. A save is
+    // refused unless it has the tag of the version in the database.
     std::string changeTag;
 
     bool operator==(const CloudRecord&) const = default;
@@ -66,7 +66,7 @@ inline constexpr int zoneNotFound = 26;
 inline constexpr int limitExceeded = 27;
 }  // namespace cloudErrorCode
 
-// What the database refuses with.
+// A failure of the database. what() is the technical reason; the interface shows cloudMessage().
 class CloudError : public std::exception {
 public:
     explicit CloudError(int code, std::string description = {},
@@ -79,9 +79,9 @@ public:
 
     int code() const { return code_; }
     const char* what() const noexcept override { return description_.c_str(); }
-    // How long the database wants to be left alone.
+    // How long to wait before the next request, if the database says so.
     const std::optional<Duration>& retryAfter() const { return retryAfter_; }
-    // With serverRecordChanged: what the database holds.
+    // With serverRecordChanged: the version in the database.
     const std::optional<CloudRecord>& serverRecord() const { return serverRecord_; }
 
 private:
@@ -91,67 +91,66 @@ private:
     std::optional<CloudRecord> serverRecord_;
 };
 
-// What became of one record that was to be saved: the record with its new change tag, or why not.
+// The outcome of saving one record: the record with its new change tag, or the error.
 struct CloudSaveResult {
     CloudRecord record;
     std::optional<CloudError> error;
 };
 
-// Zones that changed or are gone since a token was handed out.
+// The zones that have changed or been deleted since a token was issued.
 struct CloudZoneChanges {
     std::vector<std::string> modified;
     std::vector<std::string> deleted;
-    std::string token;  // opaque; asks for what comes after
+    std::string token;  // opaque; asks for later changes
 };
 
-// The records of a zone that changed since a token was handed out, each in its latest version.
+// The records of a zone that have changed since a token was issued, in their latest versions.
 struct CloudRecordChanges {
     std::vector<CloudRecord> modified;
     std::vector<CloudRecordID> deleted;
     std::string token;
-    bool more = false;  // there is more to ask for at once
+    bool more = false;  // another page is available
 };
 
-// The user's private database, shared by all their machines. Operations are called on the main
-// thread, do their work elsewhere and resume on the main thread; they throw CloudError, and
-// Cancelled when stopped. Several may be under way.
+// The user's private database, shared by all their machines. Operations are called and resumed on
+// the main thread, never block it, and may run concurrently. They throw CloudError, and Cancelled
+// if stopped.
 class CloudDatabase {
 public:
     virtual ~CloudDatabase() = default;
 
     virtual Task<CloudAccountStatus> accountStatus(std::stop_token stop) = 0;
-    // Who the data belongs to: the same on all machines of one account.
+    // Returns the owner of the data: the same name on all machines of one account.
     virtual Task<std::string> userRecordName(std::stop_token stop) = 0;
 
-    // Saving a zone that exists is no error, nor is deleting one that doesn't. Deleting one takes
-    // its records along: one of that name that is made later is another zone, for which tokens of
-    // the one before are expired and change tags unknown.
+    // Saving an existing zone or deleting a missing one succeeds. Deleting a zone deletes its
+    // records. A later zone of the same name is another one: tokens of the old one are expired,
+    // change tags unknown.
     virtual Task<void> saveZone(std::string zone, std::stop_token stop) = 0;
     virtual Task<void> deleteZone(std::string zone, std::stop_token stop) = 0;
 
-    // One result for each record, in their order: serverRecordChanged when the tag is not that of
-    // the version that the database holds, unknownItem when there is a tag but no such record,
-    // zoneNotFound. Throws only when nothing can be said about any; limitExceeded then asks for
-    // fewer at a time.
+    // Returns one result for each record, in order. Errors of single records: serverRecordChanged
+    // (the tag is not that of the version in the database), unknownItem (a tag, but no such
+    // record), zoneNotFound. Throws only if the outcome of all is unknown; limitExceeded asks for
+    // smaller batches.
     virtual Task<std::vector<CloudSaveResult>> saveRecords(std::vector<CloudRecord> records,
                                                            std::stop_token stop) = 0;
-    // Throws unknownItem or zoneNotFound when there is no such record or zone.
+    // Throws unknownItem or zoneNotFound if there is no such record or zone.
     virtual Task<CloudRecord> fetchRecord(CloudRecordID id, std::stop_token stop) = 0;
 
-    // What has changed since the token was handed out, also by this machine; in pages of the
-    // database's choice, of some 2,000 records at most. An empty token asks for everything. A token
-    // that the database no longer understands gives changeTokenExpired; a zone that is gone
-    // zoneNotFound.
+    // Returns the changes since the token was issued, including this machine's own, in pages of
+    // some 2,000 records at most. An empty token asks for everything. Throws changeTokenExpired for
+    // a token that the database no longer understands, zoneNotFound for a deleted zone.
     virtual Task<CloudZoneChanges> zoneChanges(std::string token, std::stop_token stop) = 0;
     virtual Task<CloudRecordChanges> recordChanges(std::string zone, std::string token,
                                                    std::stop_token stop) = 0;
 
-    // Asks to be told when another machine has changed something; onRemoteChange() observers are
-    // then told, perhaps late and perhaps without need.
+    // Asks for notifications of other machines' changes. onRemoteChange() observers are then
+    // called, perhaps late and perhaps without a change.
     virtual Task<void> saveSubscription(std::string id, std::stop_token stop) = 0;
     [[nodiscard]] virtual Subscription onRemoteChange(std::function<void()> observer) = 0;
 
-    // The account may have become another one.
+    // Observers are called when the account may have changed.
     [[nodiscard]] virtual Subscription onAccountChange(std::function<void()> observer) = 0;
 };
 

@@ -10,8 +10,8 @@
 
 namespace quorvi {
 
-// Something that goes on for a while, at most once at a time, and whose end can be awaited. Main
-// thread.
+// Work that runs at most once at a time, and whose end can be awaited. Main thread; outlives the
+// coroutines that wait for it.
 class Activity {
 public:
     explicit Activity(Scheduler& scheduler) : scheduler_(scheduler) {}
@@ -20,7 +20,7 @@ public:
 
     bool isActive() const { return active_; }
 
-    // Active while this lives.
+    // Makes the activity active while it lives.
     class Running {
     public:
         explicit Running(Activity& activity) : activity_(activity) { activity_.active_ = true; }
@@ -32,7 +32,7 @@ public:
         Activity& activity_;
     };
 
-    // Resumes once it is not active any more.
+    // Resumes when it is no longer active; at once if it is not.
     Task<void> ended(std::stop_token stop) {
         while (active_) {
             waiting_.emplace_back(scheduler_);

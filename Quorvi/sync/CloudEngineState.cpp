@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view mark = "QCE1";
 
-// Strings and counts, each count as four bytes, the lowest first.
+// Strings and counts; a count is four bytes, little-endian.
 struct Writer {
     Bytes bytes;
 
@@ -35,7 +35,7 @@ struct Reader {
         rest.remove_prefix(4);
         return value;
     }
-    // A number of things that take four bytes or more each.
+    // The number of elements that follow, each of four bytes or more.
     std::size_t count() {
         const auto value = number();
         return value <= rest.size() / 4 ? value : fail();

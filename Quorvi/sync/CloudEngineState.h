@@ -11,19 +11,19 @@
 
 namespace quorvi {
 
-// What CloudSyncEngine remembers between two runs of the program.
+// What CloudSyncEngine keeps from one run of the program to the next. A plain value.
 struct CloudEngineState {
-    std::string user;           // record name; empty until it has been asked for
-    std::string databaseToken;  // empty: nothing fetched yet
+    std::string user;           // record name; empty until it is known
+    std::string databaseToken;  // empty before the first fetch
     std::map<std::string, std::string> zoneTokens;
-    std::set<std::string> unfinishedZones;  // said to have changed, and not fetched to the end
+    std::set<std::string> unfinishedZones;  // changed, and not yet fetched completely
     std::vector<std::string> pendingZones;
     std::vector<CloudRecordID> pendingRecords;
 
     bool operator==(const CloudEngineState&) const = default;
 
     Bytes encoded() const;
-    // Nothing for what encoded() has not made.
+    // Returns nullopt for anything that encoded() does not write.
     static std::optional<CloudEngineState> decode(const Bytes& bytes);
 };
 

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <utility>
 
-// The four texts one after another, each with its length before it: "10:QuorviItem…".
+// Four texts, each preceded by its length: "10:QuorviItem…".
 namespace quorvi {
 
 namespace {

@@ -8,10 +8,10 @@
 
 namespace quorvi {
 
-// A cloud record without its payload as bytes to be kept: what it is, and which version of it was
-// seen last.
+// Encodes a record's type, id and change tag, without its payload. Stored for each item, to save
+// the item's next version.
 std::string encodeRecordFields(const CloudRecord& record);
-// Nothing for anything that is no such bytes.
+// Returns nullopt for anything that encodeRecordFields() does not write.
 std::optional<CloudRecord> decodeRecordFields(std::string_view fields);
 
 }  // namespace quorvi

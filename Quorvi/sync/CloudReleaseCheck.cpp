@@ -34,7 +34,7 @@ Task<void> cleanUp(CloudDatabase& database, const std::string& zone, std::stop_t
         auto deleting = database.deleteZone(zone, stop);
         co_await deleting;
     } catch (const std::exception&) {
-        // What went wrong before is what is told.
+        // The first failure is the one to report.
     }
 }
 

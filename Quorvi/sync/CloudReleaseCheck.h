@@ -10,12 +10,12 @@
 
 namespace quorvi {
 
-// Proves that this build reaches the user's database: writes a record into a zone of its own, reads
-// it back and removes both. Touches nothing else.
+// Checks that this build can reach the user's database: writes a record into a new zone, reads it
+// back and removes both.
 class CloudReleaseCheck {
 public:
-    // Prints one line, and returns the exit status: 0 when all went well, 2 when no account is
-    // signed in, else 1. Throws Cancelled only.
+    // Prints one line and returns the exit status: 0 on success, 2 if no account is signed in,
+    // 1 otherwise. Throws only Cancelled.
     static Task<std::int32_t> run(CloudDatabase& database,
                                   std::function<void(const std::string&)> print,
                                   std::stop_token stop = {});

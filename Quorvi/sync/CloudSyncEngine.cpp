@@ -5,9 +5,35 @@
 #include <utility>
 
 #include "Quorvi/sync/CloudEngineCore.h"
+#include "Quorvi/sync/CloudFetch.h"
+#include "Quorvi/sync/CloudSend.h"
 #include "QuorviCore/async/Async.h"
 
 namespace quorvi {
+
+namespace {
+
+// Fetches or sends when all earlier operations have ended.
+template <class Exchange>
+Task<void> runInTurn(std::shared_ptr<CloudEngineCore> core, std::stop_token stop) {
+    CloudEngineCore::Operation operation(*core);
+    std::stop_callback link(stop, [&operation] { operation.stop(); });
+    try {
+        core->check(operation.token());
+        auto turn = operation.turn();
+        co_await turn;
+        core->check(operation.token());
+        Exchange exchange(*core, operation.token());
+        auto work = exchange.run();
+        co_await work;
+    } catch (const Cancelled&) {
+        if (core->engine && operation.isCancelled() && !stop.stop_requested())
+            throw CloudError(cloudErrorCode::operationCancelled, "The operation was cancelled.");
+        throw;
+    }
+}
+
+}  // namespace
 
 CloudRecordBatch CloudRecordBatch::make(
     std::span<const CloudRecordID> pending,
@@ -28,20 +54,9 @@ CloudRecordBatch CloudRecordBatch::make(
     return batch;
 }
 
-CloudSyncEngine::Core::Core(CloudSyncEngine& engine_, Configuration& configuration)
-    : engine(&engine_),
-      database(configuration.database),
-      scheduler(configuration.scheduler),
-      delegate(configuration.delegate),
-      subscriptionID(std::move(configuration.subscriptionID)),
-      memory(
-          CloudEngineState::decode(configuration.stateSerialization).value_or(CloudEngineState{})) {
-    for (auto& id : memory.pendingRecords) pending.add(std::move(id));
-    memory.pendingRecords.clear();
-}
-
 CloudSyncEngine::CloudSyncEngine(Configuration configuration)
-    : core_(std::make_shared<Core>(*this, configuration)), scope_(configuration.scheduler) {
+    : core_(std::make_shared<CloudEngineCore>(*this, configuration)),
+      scope_(configuration.scheduler) {
     accountSubscription_ = core_->database.onAccountChange([this] {
         accountCheck_.cancel();
         accountCheck_ = scope_.start([this](std::stop_token stop) { return checkAccount(stop); });
@@ -53,75 +68,19 @@ CloudSyncEngine::~CloudSyncEngine() {
     for (auto* operation : core_->operations) operation->stop();
 }
 
-const std::string& CloudSyncEngine::subscriptionID() const {
-    return core_->subscriptionID;
-}
-
 Task<void> CloudSyncEngine::fetchChanges(std::stop_token stop) {
-    return Core::run(core_, std::move(stop), &Core::fetch);
+    return runInTurn<CloudFetch>(core_, std::move(stop));
 }
 
 Task<void> CloudSyncEngine::sendChanges(std::stop_token stop) {
-    return Core::run(core_, std::move(stop), &Core::send);
+    return runInTurn<CloudSend>(core_, std::move(stop));
 }
 
 void CloudSyncEngine::cancelOperations() {
     for (auto* operation : core_->operations) operation->cancel();
 }
 
-Task<void> CloudSyncEngine::Core::run(std::shared_ptr<Core> core, std::stop_token stop,
-                                      Task<void> (Core::*body)(std::stop_token)) {
-    Operation operation(*core);
-    std::stop_callback link(stop, [&operation] { operation.stop(); });
-    try {
-        core->check(operation.token());
-        auto turn = operation.turn();
-        co_await turn;
-        core->check(operation.token());
-        auto work = (core.get()->*body)(operation.token());
-        co_await work;
-    } catch (const Cancelled&) {
-        if (core->engine && operation.isCancelled() && !stop.stop_requested())
-            throw CloudError(cloudErrorCode::operationCancelled, "The operation was cancelled.");
-        throw;
-    }
-}
-
-void CloudSyncEngine::Core::check(const std::stop_token& stop) const {
-    if (!engine) throw Cancelled{};
-    throwIfStopped(stop);
-}
-
-void CloudSyncEngine::Core::tell(CloudSyncEvent event, const std::stop_token& stop) {
-    check(stop);
-    delegate.handleEvent(std::move(event), *engine);
-    check(stop);
-}
-
-void CloudSyncEngine::Core::tellState(const std::stop_token& stop) {
-    auto state = memory;
-    state.pendingRecords = pending.all(serializedPendingSaves);
-    tell(cloudEvent::StateUpdate{state.encoded()}, stop);
-}
-
-Task<void> CloudSyncEngine::Core::pause(std::stop_token stop) {
-    Promise<void> promise(scheduler);
-    auto turn = promise.future(std::move(stop));
-    scheduler.post([promise]() mutable { promise.resolve(); });
-    co_await turn;
-}
-
-// --- the account ---
-
-Task<void> CloudSyncEngine::Core::learnUser(std::stop_token stop) {
-    if (!memory.user.empty()) co_return;
-    auto asking = database.userRecordName(stop);
-    auto user = co_await asking;
-    check(stop);
-    memory.user = user;
-    tell(cloudEvent::AccountChange{cloudEvent::AccountChange::Kind::signIn, {}, std::move(user)},
-         stop);
-}
+// --- The account ---
 
 Task<void> CloudSyncEngine::checkAccount(std::stop_token stop) {
     std::string user;  // empty: nobody
@@ -139,7 +98,7 @@ Task<void> CloudSyncEngine::checkAccount(std::stop_token stop) {
         co_return;  // the next operation finds out
     }
     // In a turn of its own, since the delegate may destroy the engine and with it this task.
-    std::weak_ptr<Core> weak = core_;
+    std::weak_ptr<CloudEngineCore> weak = core_;
     core_->scheduler.post([weak, user] {
         const auto core = weak.lock();
         if (core && core->engine) core->engine->accountIs(user);
@@ -156,7 +115,7 @@ void CloudSyncEngine::accountIs(const std::string& user) {
                                        : Kind::switchAccounts;
     if (kind != Kind::signIn) cancelOperations();
     core_->isSignedOut = user.empty();
-    // What is known about one user's data says nothing about another's.
+    // The tokens of one user's data are useless for another's.
     if (!user.empty() && user != memory.user) {
         memory.databaseToken.clear();
         memory.zoneTokens.clear();
@@ -166,7 +125,7 @@ void CloudSyncEngine::accountIs(const std::string& user) {
     core_->delegate.handleEvent(cloudEvent::AccountChange{kind, previous, user}, *this);
 }
 
-// --- what is to be sent ---
+// --- What is to be sent ---
 
 void CloudSyncEngine::State::add(PendingDatabaseChange change) {
     auto& zones = engine_.core_->memory.pendingZones;

@@ -9,11 +9,11 @@
 #include "Quorvi/platform/CloudDatabase.h"
 #include "QuorviCore/base/Bytes.h"
 
-// What CloudSyncEngine tells its delegate.
+// The events of CloudSyncEngine.
 namespace quorvi::cloudEvent {
 
-// The engine's memory as it is to be handed back at its next construction: how far it has fetched
-// from each zone, and what waits to be sent. Small: of the pending saves only the oldest are in it.
+// The engine's state, to be passed to its next construction: how far each zone has been fetched,
+// and the zones and records to be sent. Small: only the oldest pending saves are in it.
 struct StateUpdate {
     Bytes serialization;
 };
@@ -30,8 +30,8 @@ struct FetchedDatabaseChanges {
     std::vector<std::string> deleted;
 };
 
-// At most CloudSyncEngine::recordsPerEvent of them; a long fetch makes many such events, each in a
-// turn of its own. A record may come more than once, also one that this machine has saved itself.
+// At most CloudSyncEngine::recordsPerEvent changes; a long fetch reports many such events, each in
+// a turn of its own. A record may come more than once, and may be one that this machine saved.
 struct FetchedRecordZoneChanges {
     std::string zone;
     std::vector<CloudRecord> modifications;
@@ -48,13 +48,13 @@ struct SentDatabaseChanges {
     std::vector<FailedZoneSave> failed;  // these stay pending
 };
 
-// The record as it was to be saved, and why it wasn't.
+// The record that was not saved, and why.
 struct FailedRecordSave {
     CloudRecord record;
     CloudError error;
 };
 
-// None of these records is pending any more, the failed ones neither.
+// None of these records is pending any more, not even the failed ones.
 struct SentRecordZoneChanges {
     std::vector<CloudRecord> saved;  // with their new change tags
     std::vector<FailedRecordSave> failed;
@@ -66,7 +66,7 @@ struct WillFetchRecordZoneChanges {
 };
 struct DidFetchRecordZoneChanges {
     std::string zone;
-    std::optional<CloudError> error;  // what was fetched before it stands
+    std::optional<CloudError> error;  // pages delivered before it are valid
 };
 struct DidFetchChanges {};
 struct WillSendChanges {};

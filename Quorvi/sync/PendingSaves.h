@@ -10,25 +10,25 @@
 
 namespace quorvi {
 
-// The records that wait to be sent, oldest change first, each once. Every method but all() and
-// oldest() costs the same at any size.
+// The records to be sent: an ordered set, oldest change first. Every method but all() and oldest()
+// takes constant time. Main thread.
 class PendingSaves {
 public:
-    // Returns whether it is new.
+    // Returns false if it is in the set already.
     bool add(CloudRecordID id);
     bool contains(const CloudRecordID& id) const { return index_.contains(id); }
     std::size_t size() const { return index_.size(); }
-    // Those under way first.
+    // Returns the first ids, those under way before the others.
     std::vector<CloudRecordID> all(std::size_t limit) const;
-    // The first that are neither under way nor held back.
+    // Returns the first ids that are neither under way nor held back.
     std::vector<CloudRecordID> oldest(std::size_t limit) const;
 
-    // From waiting to under way; false when it does not wait.
+    // Moves a waiting id to those under way. Returns false if it is not waiting.
     bool begin(const CloudRecordID& id);
-    // Under way no more, and to be sent again before all others.
+    // Moves an id that is under way to the front of the waiting ones.
     void giveBack(const CloudRecordID& id);
     void remove(const CloudRecordID& id);
-    // Removes it; added again, it is held back until releaseRefused().
+    // Removes the id. Added again, it is held back until releaseRefused().
     void refuse(const CloudRecordID& id);
     void releaseRefused();
 
@@ -40,7 +40,7 @@ private:
     };
     using List = std::list<Entry>;
 
-    // Entries by their ids, which are kept once, in the lists.
+    // Finds entries by their ids, which are stored in the lists only.
     struct Hash {
         using is_transparent = void;
         std::size_t operator()(const CloudRecordID& id) const;

@@ -14,7 +14,7 @@ namespace quorvi {
 namespace {
 
 struct UuidHash {
-    // Random already.
+    // The bytes are random already.
     std::size_t operator()(const Uuid& id) const noexcept {
         std::size_t hash;
         std::memcpy(&hash, id.bytes.data(), sizeof hash);
@@ -31,7 +31,7 @@ std::optional<DictationRecord> recordOf(const SyncItem& item, DictationRecordDec
     }
 }
 
-// Latest first; those of one date keep their order. Only pointers are moved about.
+// Latest first, stable. Only pointers are moved.
 std::vector<DictationRecord*> latestFirst(std::vector<DictationRecord>& records) {
     std::vector<DictationRecord*> order;
     order.reserve(records.size());
@@ -41,7 +41,7 @@ std::vector<DictationRecord*> latestFirst(std::vector<DictationRecord>& records)
     return order;
 }
 
-// The list without the records in `replaced` and with those of `fresh`, which are taken.
+// Returns the list without the records in `replaced` and with those of `records`, moved.
 DictationRecords rebuilt(const DictationRecords& base, const UuidSet& replaced,
                          std::vector<DictationRecord> records) {
     DictationRecords::Builder builder;
@@ -58,7 +58,7 @@ DictationRecords rebuilt(const DictationRecords& base, const UuidSet& replaced,
                 return replaced.contains(record.id);
             });
         const bool isMixed = next != fresh.end() && (*next)->date > chunk.earliest;
-        // Small chunks are put together with their neighbours, lest they become many.
+        // Small chunks are joined with their neighbours, or there would be many.
         const bool isSmall = chunk.records.size() < DictationRecords::chunkSize / 2;
         if (!isReplaced && !isMixed && !isSmall) {
             builder.add(part.chunk);
@@ -109,8 +109,8 @@ void prepareHistory(StoreUpdate& update, const SyncState& state, std::vector<Syn
 }
 
 std::vector<TextCorrection> validRules(std::vector<SyncItem> items) {
-    // In an order that is the same on all machines also where the stamps are, as those of the rules
-    // that a first launch brings along.
+    // By id first, so that rules with equal stamps, such as those of a first launch, are in the
+    // same order on all machines.
     std::ranges::sort(items, {}, &SyncItem::id);
     sortNewestFirst(items);
     std::vector<TextCorrection> rules;

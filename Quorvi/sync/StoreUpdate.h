@@ -10,29 +10,27 @@
 
 namespace quorvi {
 
-// What the stores have to take over so that they hold what the ledger holds. It is prepared away
-// from the main thread, from the ledger's differences to what the stores held at the last capture,
-// and costs what has changed rather than the number of values, apart from one pass over them.
+// The values to write into the stores so that they hold what the ledger holds. Prepared on the
+// executor from the ledger's differences to the stores' values at the last capture. Costs one pass
+// over the items, and otherwise depends on the number of changes.
 struct StoreUpdate {
-    // The history as it was, with what differs: newest first. Parts that don't differ are shared.
+    // The history at the last capture with the differences applied, newest first. Unchanged parts
+    // are shared.
     DictationRecords records;
     bool recordsDiffer = false;
 
-    // All valid rules, the newest version first, one for each phrase; none when they need not be
-    // taken over.
+    // All valid rules, newest version first, one for each phrase; absent if none has to be written.
     std::optional<std::vector<TextCorrection>> rules;
-    // All settings; none when none differs.
+    // All settings; absent if none differs.
     std::optional<LocalSnapshot::Settings> settings;
 
-    // Rules and settings of which it is to be looked at afterwards whether they were taken over.
+    // Rules and settings that the stores may alter, to be compared after they were written.
     std::vector<SharedString> toCheck;
-    // Dictations that can't be taken over as they are, in the form they take here.
+    // Dictations that can't be stored exactly, in the form that the store will hold.
     LocalChanges local;
 
-    bool isEmpty() const { return !recordsDiffer && !rules && !settings && local.empty(); }
-
-    // `base` is the history of the last capture. With `allRules` the rules are taken over even if
-    // none differs, since their order may. Thread-safe.
+    // `base` is the history at the last capture. With `allRules` the rules are written even if none
+    // differs, since their order may. Thread-safe.
     static StoreUpdate prepare(const SyncState& state, const DictationRecords& base, bool allRules);
 };
 

@@ -1,7 +1,5 @@
 #include "Quorvi/sync/SyncArchive.h"
 
-#include <algorithm>
-
 #include "Quorvi/sync/SyncArchiveWriter.h"
 
 namespace quorvi {
@@ -10,10 +8,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// How long nothing must have been kept until the whole document is written again.
+// How long nothing must have been written before the whole document is rewritten.
 constexpr auto idleTime = 30s;
 
-// What is touched is gathered in portions, so that no turn has to gather very much.
+// Touched ids are gathered in portions, so that no turn gathers many.
 constexpr std::size_t portion = 512;
 
 struct Loaded {
@@ -156,19 +154,18 @@ void SyncArchive::handOverAll() {
 void SyncArchive::persist(std::function<void(bool saved)> done) {
     handOverAll();
     idle_.cancel();
-    environment_.executor.run([this, alive = std::weak_ptr(alive_), writer = writer_,
-                               &scheduler = environment_.scheduler,
-                               done = std::move(done)]() mutable {
+    auto finish = lifetime_.guard([this, done = std::move(done)](bool saved) {
+        if (saved) renewDocument();
+        done(saved);
+    });
+    environment_.executor.run([writer = writer_, &scheduler = environment_.scheduler,
+                               finish = std::move(finish)]() mutable {
         const bool saved = writer->write();
-        scheduler.post([this, alive = std::move(alive), saved, done = std::move(done)] {
-            if (alive.expired()) return;
-            if (saved) renewDocument();
-            done(saved);
-        });
+        scheduler.post([saved, finish = std::move(finish)] { finish(saved); });
     });
 }
 
-// Has the document written when its journal has become long.
+// Starts a rewrite of the document if its journal has grown long.
 void SyncArchive::renewDocument() {
     const auto write = [this](bool regardless) {
         environment_.executor.run(
@@ -201,21 +198,6 @@ void SyncArchive::look(SyncArchiveWriter& writer,
 Task<LocalChanges> SyncArchive::changesOf(LocalSnapshot now, std::stop_token stop) {
     return inBackground(
         [now = std::move(now)](const SyncState& state) { return now.changesFrom(state.ledger); },
-        std::move(stop));
-}
-
-Task<std::vector<SyncItem>> SyncArchive::liveItemsNewestFirst(std::stop_token stop) {
-    return inBackground(
-        [](const SyncState& state) {
-            std::vector<SyncItem> items;
-            items.reserve(state.ledger.items().size());
-            for (const auto& [id, item] : state.ledger.items())
-                if (!item.deleted()) items.push_back(item);
-            // In an order that is the same on all machines also where the stamps are.
-            std::ranges::sort(items, {}, &SyncItem::id);
-            sortNewestFirst(items);
-            return items;
-        },
         std::move(stop));
 }
 

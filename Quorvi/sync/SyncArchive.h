@@ -16,6 +16,7 @@
 #include "Quorvi/platform/FileStore.h"
 #include "Quorvi/platform/JournalFile.h"
 #include "QuorviCore/async/Async.h"
+#include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
 #include "QuorviCore/sync/SyncDelta.h"
 #include "QuorviCore/sync/SyncState.h"
@@ -24,17 +25,16 @@ namespace quorvi {
 
 class SyncArchiveWriter;
 
-// The synchronisation's state and its file, a JSON document. While the document is small a persist
-// writes it as a whole; later a persist appends what changed to a journal beside it, and the
-// document is written again when nothing else goes on. Whatever happens to the process or the
-// machine, the state of the last persist that was reported as done is there at the next open.
+// The state of synchronisation and its file, a JSON document. A small document is written as a
+// whole by each persist. Changes of a large one are appended to a journal beside it, and the
+// document is rewritten when the program is idle. The state of the last persist that reported
+// success survives a crash of the process or the machine.
 //
-// Main thread. Only what changed since the last persist is gathered there; encoding and the disk
-// are the executor's. What another thread may look at is a copy of the state that the executor
-// keeps (inBackground).
+// Main thread; encoding and the disk belong to the executor, which has its own copy of the state.
+// inBackground() gives work on the executor access to that copy.
 class SyncArchive {
 public:
-    // All of it outlives the archive.
+    // Everything in it outlives the archive.
     struct Environment {
         FileStore& files;
         JournalFiles& journals;
@@ -43,17 +43,18 @@ public:
         Scheduler& scheduler;
         // The size in bytes up to which the document is written as a whole.
         std::size_t wholeUpTo = 4 << 20;
-        // Called on the thread that is about to write: brings the values that the state speaks of
-        // to the disk first. When it can't, nothing is written. Outlives its owner.
+        // Writes the stores whose values the state refers to. Called before each write, on the
+        // writing thread; if it returns false, nothing is written. May be called after its owner is
+        // gone.
         std::function<bool()> flushStores = {};
     };
 
-    // Reads the document and the journal on the executor; without a document the state is a new
-    // one. Throws a std::exception when they can't be read, are not understood, or belong to
-    // another running process: they are then left as they are, and there is nothing to persist.
+    // Reads the document and the journal on the executor; without a document the state is empty.
+    // Throws a std::exception, and leaves the files alone, if they can't be read or parsed or if
+    // another process has them open.
     static Task<std::unique_ptr<SyncArchive>> open(Environment environment,
                                                    std::stop_token stop = {});
-    // Waits for what is being written, and lets go of the files; what was not persisted may be
+    // Waits for the write under way and closes the files. Changes that were not persisted may be
     // lost.
     ~SyncArchive();
     SyncArchive(const SyncArchive&) = delete;
@@ -62,8 +63,8 @@ public:
     const SyncState& state() const { return state_; }
     const SyncLedger& ledger() const { return state_.ledger; }
 
-    // As in SyncLedger, and none touches `pending`. Many changes are captured in portions, since a
-    // thousand take about a millisecond.
+    // As in SyncLedger; `pending` is left alone. A thousand changes take about a millisecond, so
+    // capture many in portions.
     std::vector<SharedString> capture(std::span<const LocalChange> changes, bool seed, Date now);
     const SyncItem& merge(const SyncItem& incoming);
     void adopt(const LocalChange& value);
@@ -77,23 +78,22 @@ public:
     void removePending(const SharedString& id);
     void setInitialFetchComplete(bool complete);
     void setLastSynced(Date date);
-    // Whether there is more to persist than the time of the last pass.
+    // Whether anything but the time of the last pass is unsaved.
     bool hasChanges() const { return changed_ || !touched_.empty() || !gathered_.empty(); }
     void count(std::string_view event, std::int64_t times = 1);
 
-    // Has the present state kept. `done` is called on the main thread, in a later turn, once that
-    // is on the disk, or has failed; calls that are made meanwhile share one write. After a
-    // failure a later call writes everything again. `done` is not called any more once the archive
-    // is gone.
+    // Writes the present state. `done` is called on the main thread, in a later turn, when it is on
+    // the disk or has failed; not after the archive is destroyed. Calls made during a write share
+    // the next one. After a failure the next call writes everything again.
     void persist(std::function<void(bool saved)> done);
-    // The same to be awaited.
+    // The same as a coroutine.
     Task<bool> persist(std::stop_token stop = {});
-    // Blocks until the present state is on the disk, the document as a whole. For the end of the
-    // program. False when that failed.
+    // Writes the present state as a whole document, blocking. For the end of the program. Returns
+    // false if that failed.
     bool flush();
 
-    // Runs `work(const SyncState&)` on the executor, where it sees the present state as of this
-    // call, and resumes with its result. `work` must not keep a reference to the state.
+    // Runs `work(const SyncState&)` on the executor with the state as of this call, and resumes
+    // with its result. `work` must not keep a reference to the state.
     template <class F>
     Task<std::invoke_result_t<F, const SyncState&>> inBackground(F work,
                                                                  std::stop_token stop = {}) {
@@ -109,10 +109,8 @@ public:
             std::move(stop));
     }
 
-    // Off the main thread: what differs between the baseline and these local values…
+    // Computes on the executor what differs between the baseline and these local values.
     Task<LocalChanges> changesOf(LocalSnapshot now, std::stop_token stop = {});
-    // …and the items that are not deleted, newest first; by id where the stamps are the same.
-    Task<std::vector<SyncItem>> liveItemsNewestFirst(std::stop_token stop = {});
 
 private:
     SyncArchive(Environment environment, std::shared_ptr<SyncArchiveWriter> writer,
@@ -124,14 +122,11 @@ private:
     void renewDocument();
     static void look(SyncArchiveWriter& writer, const std::function<void(const SyncState&)>& work);
 
-    struct Alive {};
-
     Environment environment_;
     std::shared_ptr<SyncArchiveWriter> writer_;
     SyncState state_;
 
-    // What changed since it was gathered last, and what was gathered since the executor's copy got
-    // it last.
+    // Changes since the last gather(), and gathered changes that the executor's copy lacks.
     SharedStringSet touched_;
     bool changed_ = false;
     bool timeChanged_ = false;  // of the last pass
@@ -139,7 +134,7 @@ private:
     bool engineStateChanged_ = false;
     std::vector<SyncDelta> gathered_;
     Timer idle_;
-    std::shared_ptr<Alive> alive_ = std::make_shared<Alive>();
+    Lifetime lifetime_;
 };
 
 }  // namespace quorvi

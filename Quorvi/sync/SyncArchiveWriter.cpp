@@ -17,10 +17,9 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little);
 
-// The journal is a header and entries. The header names the content of the document that the
-// entries belong to: a journal of another one is of the past, since the document is replaced with
-// all of it before it is begun anew. An entry is its size, its checksum and the deltas of one
-// write.
+// The journal is a header and entries. The header identifies the document content that the entries
+// apply to. A journal of another content is out of date: the document that replaced it contains all
+// of its changes. An entry is its size, its checksum and the deltas of one write.
 constexpr std::string_view magic = "QJOURNL1";
 constexpr std::size_t headerSize = 8 + 8 + 4 + 4;
 constexpr std::size_t entryHeaderSize = 4 + 4;
@@ -46,7 +45,7 @@ std::uint32_t sumOf(std::string_view size, std::string_view content) {
     return crc32c(content, crc32c(size));
 }
 
-// The content of the entry that begins there, if a whole one does.
+// Returns the content of the entry at this position, if a complete one starts there.
 std::optional<std::string_view> entryAt(std::string_view journal, std::size_t at) {
     if (journal.size() - at < entryHeaderSize) return std::nullopt;
     const auto size = numberAt<std::uint32_t>(journal, at);
@@ -70,12 +69,12 @@ SyncArchiveWriter::SyncArchiveWriter(FileStore& files, JournalFiles& journals,
       path_(std::move(document)),
       wholeUpTo_(wholeUpTo),
       flushStores_(std::move(flushStores)) {
-    // First of all, so that no other process changes the files between reading and writing.
+    // First, since its lock keeps other processes from changing the files after they were read.
     try {
         journal_ = journals.open(journalOf(path_));
     } catch (const std::system_error& error) {
         if (error.code() == std::errc::resource_unavailable_try_again) throw;
-        // Where nothing can be written now there may still be something to read.
+        // The files may be readable even where nothing can be written.
     }
     if (auto content = files_.read(path_)) {
         document_ = Generation{content->size(), crc32c(*content)};
@@ -103,8 +102,8 @@ void SyncArchiveWriter::replay(std::string_view journal) {
         at += entryHeaderSize + entry->size();
         while (!entry->empty()) SyncDelta::takeFrom(*entry).applyTo(state_);
     }
-    // A write that was interrupted leaves part of one entry. A whole one behind it says that the
-    // journal was damaged in its middle, and what it held there was kept for good.
+    // An interrupted write leaves part of one entry at the end. A complete entry after it means
+    // that the journal is damaged in the middle, where it held changes that were reported as saved.
     for (std::size_t later = at + 1; later + entryHeaderSize < journal.size(); ++later) {
         const std::uint64_t size = numberAt<std::uint32_t>(journal, later);
         if (later + entryHeaderSize + size == journal.size() && entryAt(journal, later))
@@ -174,7 +173,7 @@ void SyncArchiveWriter::appendToJournal() {
     const auto sum = sumOf(all.substr(begin, 4), all.substr(begin + entryHeaderSize));
     std::memcpy(bytes.data() + begin + 4, &sum, 4);
 
-    journalNeedsCut_ = true;  // until it is certain that the whole of it is there
+    journalNeedsCut_ = true;  // until the append has succeeded
     journal_->append(bytes);
     journalNeedsCut_ = false;
     journalSize_ += bytes.size();
@@ -196,8 +195,8 @@ bool SyncArchiveWriter::replaceDocument(bool regardless) {
     } catch (const Interrupted&) {
         return false;
     } catch (const std::exception&) {
-        // Mostly the old document is there, and its journal goes on. It may also be that the new
-        // one is, and could not be made to last.
+        // Usually the old document is still there and its journal stays valid. It may also be that
+        // the new one replaced it but could not be made durable.
         if (!unwritten_.empty() || !hasDocument(document_)) failed_ = true;
         return false;
     }
@@ -205,7 +204,7 @@ bool SyncArchiveWriter::replaceDocument(bool regardless) {
     documentSize_ = generation.size;
     unwritten_.clear();
     failed_ = false;
-    // The journal is of the past now, whether or not it can be cut here.
+    // The journal is out of date now, whether or not it can be cut here.
     journalNeedsCut_ = journalNeedsCut_ || journalSize_ > 0;
     journalSize_ = 0;
     journalGrowth_ = 0;
@@ -213,7 +212,7 @@ bool SyncArchiveWriter::replaceDocument(bool regardless) {
             journal_->truncate(0);
             journalNeedsCut_ = false;
         } catch (const std::exception&) {
-            // It is tried again before the next entry.
+            // The next append tries again.
         }
     return true;
 }
@@ -229,9 +228,8 @@ bool SyncArchiveWriter::hasDocument(const std::optional<Generation>& generation)
 }
 
 SyncArchiveWriter::Need SyncArchiveWriter::needsDocument() const {
-    // Rarely enough that a large document does not wear out the disk, and often enough that the
-    // journal is read quickly.
-    // Others wait for it when it is not idle, as those who apply what was just fetched.
+    // Rarely, so that a large document does not wear out the disk, but often enough that the
+    // journal is read quickly. A rewrite while not idle delays work that waits for the executor.
     const std::uint64_t journal = journalGrowth_, document = documentSize_;
     if (journal > std::max<std::uint64_t>(128 * wholeUpTo_, document)) return Need::now;
     return journal > std::max<std::uint64_t>(wholeUpTo_, document / 4) ? Need::whenIdle

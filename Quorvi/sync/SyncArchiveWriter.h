@@ -18,37 +18,36 @@
 
 namespace quorvi {
 
-// The document of the synchronisation and the journal beside it, with a copy of the state that is
-// written into them. Blocks; every function may be called on any thread, and waits for the others,
-// but for push().
+// The files of SyncArchive, document and journal, with a copy of the state that is written into
+// them. Thread-safe. Every function but push() blocks, also while another one runs.
 class SyncArchiveWriter {
 public:
+    // Reads both files. Throws std::system_error, or SyncFormatError if they can't be parsed.
     // `flushStores` as in SyncArchive::Environment.
-    // Reads both files. Throws std::system_error, or SyncFormatError when they are not understood.
     SyncArchiveWriter(FileStore& files, JournalFiles& journals, std::filesystem::path document,
                       std::size_t wholeUpTo, std::function<bool()> flushStores = {});
 
-    // For the next one who works on the copy. Takes no time.
+    // Queues changes for the copy, which the next call of another function applies.
     void push(std::vector<SyncDelta> deltas);
 
-    // Writes what was pushed; nothing when somebody else has written it. False when it is not kept.
+    // Writes the queued changes, if they are not on the disk already. Returns false on failure.
     bool write();
-    // Whether the journal has grown so much that the document is to be written: when there is
-    // nothing else to do, or at once.
+    // Whether the journal has grown so much that the document should be rewritten, when the program
+    // is idle or at once.
     enum class Need { none, whenIdle, now };
     Need needsDocument() const;
-    // Writes the document, unless the journal is empty. What waits to be written interrupts it,
-    // but for `regardless`; false then, and when it failed, which leaves everything as it was.
+    // Rewrites the document, unless the journal is empty. A waiting write() interrupts it unless
+    // `regardless`. Returns false, with the files as they were, if it was interrupted or failed.
     bool writeDocument(bool regardless);
 
     void look(const std::function<void(const SyncState&)>& work);
     SyncState copy();
 
-    // Writes what was pushed, and lets go of the files: nothing is written any more.
+    // Writes the queued changes and closes the files: nothing is written after that.
     void close();
 
 private:
-    // What tells one content of the document from another.
+    // Identifies one content of the document.
     struct Generation {
         std::uint64_t size = 0;
         std::uint32_t sum = 0;
@@ -71,16 +70,16 @@ private:
 
     std::mutex pushing_;  // guards pushed_ only
     std::vector<SyncDelta> pushed_;
-    std::atomic<int> waiting_ = 0;  // writes that have not begun
+    std::atomic<int> waiting_ = 0;  // writes that wait for their turn
 
     std::mutex working_;  // guards the rest
     SyncState state_;
-    std::vector<SyncDelta> unwritten_;  // in the state, and not yet on the disk
+    std::vector<SyncDelta> unwritten_;  // in the state, not on the disk
     std::optional<Generation> document_;
-    std::unique_ptr<JournalFile> journal_;  // none where there can't be one
-    std::uint64_t journalSize_ = 0;         // up to where it is valid; 0 when it is to be begun
-    bool journalNeedsCut_ = false;          // there is something behind that
-    bool failed_ = false;                   // what is on the disk is not what is thought
+    std::unique_ptr<JournalFile> journal_;  // null if it can't be opened
+    std::uint64_t journalSize_ = 0;         // of its valid part; 0: to be started anew
+    bool journalNeedsCut_ = false;          // there are bytes after the valid part
+    bool failed_ = false;                   // the content of the disk is uncertain
     bool closed_ = false;
     std::atomic<std::uint64_t> documentSize_ = 0, journalGrowth_ = 0;
 };

@@ -15,17 +15,17 @@
 
 namespace quorvi {
 
-// How the id of a synchronised value begins.
+// The prefixes of the ids of synchronised values.
 namespace syncPrefix {
 inline constexpr std::string_view history = "history:";
 inline constexpr std::string_view correction = "correction:";
 inline constexpr std::string_view setting = "setting:";
 }  // namespace syncPrefix
 
-// All local values at one moment. It shares them with the stores, so that taking one costs nothing,
-// and two of them are compared by identity where nothing changed. Immutable: may be read on any
-// thread. Where a history holds several records of one id, the latest counts, and the greatest
-// bytes of equally late ones; so with rules. A value that can't be encoded is left out.
+// All local values at one moment. Shares them with the stores, so that a snapshot is cheap and
+// unchanged parts are compared by identity. Immutable, readable on any thread. Of several records
+// or rules with one id the latest counts, and of equally late ones the one with the greatest bytes.
+// A value that can't be encoded is left out.
 class LocalSnapshot {
 public:
     using Setting = std::variant<std::string, bool, std::int64_t, Bytes>;
@@ -38,28 +38,28 @@ public:
     const TextCorrections& rules() const { return rules_; }
     const Settings& settings() const { return settings_; }
 
-    // Whether nothing changed in between: 0.1 ms for any number of values. May be false for
-    // snapshots that are equal but come from separate lists.
+    // Whether nothing has changed between the two; takes 0.1 ms for any number of values. May be
+    // false for equal snapshots of separate lists.
     bool isSharedWith(const LocalSnapshot& other) const;
 
-    // An upper bound on the number of values that changesSince() has to look at. Above some
-    // thousands it belongs off the main thread.
+    // Returns an upper bound on the number of values that changesSince() compares. With more than
+    // some thousands, call that on another thread.
     std::size_t distanceFrom(const LocalSnapshot& captured) const;
 
-    // The values that differ between the two, as they are in this one. `captured` must be what the
-    // ledger's baseline was captured from. Costs what has changed, not the number of values, except
-    // that a value which is gone or has changed is looked for once more in the whole list.
+    // Returns the values that differ between the two, as they are in this one. The ledger's
+    // baseline must have been captured from `captured`. The cost depends on the number of changes,
+    // except for one search of the whole list for values that have changed or gone.
     LocalChanges changesSince(const LocalSnapshot& captured, const SyncLedger& ledger) const;
 
-    // The values that differ from the ledger's baseline, by looking at every one.
+    // Returns the values that differ from the ledger's baseline, by comparing every one.
     LocalChanges changesFrom(const SyncLedger& ledger) const;
 
-    // Every value, by its id.
+    // Returns every value by its id.
     SyncLedger::Payloads payloads() const;
 
-    // The payload of a setting: a property list with the one entry "value".
+    // Encodes a setting as a property list with the single entry "value".
     static SharedString encode(const Setting& value);
-    // Nothing for what no setting is encoded as.
+    // Returns nullopt for anything that encode() does not write.
     static std::optional<Setting> decode(std::string_view payload);
     static SharedString historyId(const Uuid& id);
 

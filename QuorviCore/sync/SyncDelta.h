@@ -12,14 +12,14 @@
 
 namespace quorvi {
 
-// Thrown for what is no document of the synchronisation, or no change of one.
+// Thrown for a sync document or journal entry that can't be parsed.
 class SyncFormatError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// What changed in a state: the present values of what was touched. Applied to the earlier state it
-// gives the later one, and applying it once more changes nothing.
+// The difference between two states: the later values of everything that was touched. Applied to
+// the earlier state it gives the later one; applying it again changes nothing.
 struct SyncDelta {
     struct Value {
         SharedString id;
@@ -29,7 +29,7 @@ struct SyncDelta {
         bool pending = false;
     };
 
-    bool rebaselined = false;  // before any of the values
+    bool rebaselined = false;  // before the values are applied
     std::vector<Value> values;
     std::int64_t clock = 1;
     std::optional<SharedString> owner;
@@ -39,14 +39,14 @@ struct SyncDelta {
     std::optional<Date> lastSynced;
     std::optional<std::map<std::string, std::int64_t, std::less<>>> diagnostics;
 
-    // All of one id as the state has it.
+    // Returns everything that the state has of one id.
     static Value valueOf(const SyncState& state, const SharedString& id);
 
     void applyTo(SyncState& state) const;
 
-    // A binary form, for this machine only.
+    // A binary form for this machine only, since its byte order is not fixed.
     void appendTo(std::string& out) const;
-    // Takes the first delta off the bytes. Throws SyncFormatError.
+    // Removes the first delta from the bytes and returns it. Throws SyncFormatError.
     static SyncDelta takeFrom(std::string_view& bytes);
 };
 

@@ -10,14 +10,14 @@
 
 namespace quorvi {
 
-// Writes a state as its JSON document, keys sorted and without white space, piece by piece, so that
-// the document need not be in memory as a whole. The state outlives the encoder and must not change
-// meanwhile. A date that is not finite is left out.
+// Encodes a state as a JSON document, keys sorted and without white space, in pieces, so that the
+// document is never in memory as a whole. The state outlives the encoder and must not change
+// meanwhile. A non-finite date is left out.
 class SyncDocumentEncoder {
 public:
     explicit SyncDocumentEncoder(const SyncState& state);
 
-    // The next piece, valid until the next call; empty at the end.
+    // Returns the next piece, valid until the next call; empty at the end.
     std::string_view next();
 
 private:
@@ -41,8 +41,8 @@ private:
     std::string piece_;
 };
 
-// Reads it strictly: a fault anywhere, or something required that is missing, makes the whole
-// unreadable. Unknown keys are ignored. Throws SyncFormatError.
+// Parses a document strictly; unknown keys are ignored. Throws SyncFormatError for any fault, and
+// for a missing required key.
 SyncState decodeSyncDocument(std::string document);
 
 }  // namespace quorvi

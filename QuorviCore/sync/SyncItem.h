@@ -16,28 +16,29 @@ struct SyncItem {
              SharedString device, bool redacted);
 
     SharedString id;  // the value's key: "history:…", "correction:…", "setting:…"
-    std::optional<SharedString> payload;  // the encoded value; absent when it was deleted
+    std::optional<SharedString> payload;  // the encoded value; absent if deleted
     std::int64_t revision = 0;            // the writer's clock, normally milliseconds since 1970
-    SharedString device;                  // who wrote it
-    bool redacted = false;                // a dictation whose text is dropped; never unset again
+    SharedString device;                  // the writer
+    bool redacted = false;                // a dictation whose text was dropped, for good
 
     bool deleted() const { return !payload; }
 
-    // What both machines end with when this version is held and `other`, of the same id, comes in:
-    // a deletion beats everything, else the larger (revision, device) does, and a tie keeps what is
-    // held. When either is redacted, so is the result, and a dictation's text is taken out of it.
+    // Returns the version that results when this one is held and `other`, of the same id, arrives.
+    // A deletion wins, otherwise the larger (revision, device); a tie keeps this one. If either is
+    // redacted, the result is too, without a dictation's text.
     SyncItem merging(const SyncItem& other) const;
 
-    // The canonical JSON form. Malformed UTF-8 of the id or the device is written as U+FFFD.
+    // Returns the canonical JSON form. Malformed UTF-8 in the id or the device becomes U+FFFD.
     std::string encoded() const;
     void appendEncoded(std::string& out) const;
-    // Nothing when the text is no JSON, or a field is missing or of another type. Thread-safe.
+    // Returns nullopt for invalid JSON, and if a field is missing or has the wrong type.
+    // Thread-safe.
     static std::optional<SyncItem> decode(std::string_view json);
 
     bool operator==(const SyncItem&) const = default;
 };
 
-// Sorts by revision, then by device, both descending; items equal in both keep their order.
+// Sorts by revision, then by device, both descending. Stable.
 void sortNewestFirst(std::vector<SyncItem>& items);
 
 }  // namespace quorvi

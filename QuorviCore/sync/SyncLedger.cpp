@@ -22,7 +22,7 @@ bool holdsText(std::string_view payload) {
     }
 }
 
-// Milliseconds since 1970, truncated. A date that is none is long past.
+// Milliseconds since 1970, truncated. A date that is not a number maps to the oldest revision.
 std::int64_t millisecondsOf(Date date) {
     const double milliseconds = date.unixSeconds() * 1000;
     constexpr double limit = 9'000'000'000'000'000'000.0;
@@ -105,7 +105,7 @@ bool SyncLedger::captureOne(const LocalChange& change, bool seed, std::int64_t m
     }
     std::int64_t revision = 1;
     if (!seed) {
-        // At the end of its range the clock stands still; nobody but a hostile device sets it so.
+        // The clock stops at the end of its range, where only a hostile device can set it.
         constexpr auto last = std::numeric_limits<std::int64_t>::max();
         revision = std::max(clock_ == last ? last : clock_ + 1, milliseconds);
         clock_ = revision;
@@ -146,7 +146,7 @@ const SyncItem& SyncLedger::merge(const SyncItem& incoming) {
     const auto held = items_.find(incoming.id);
     if (held == items_.end()) {
         const auto& added = items_.emplace(incoming.id, incoming).first->second;
-        // The baseline lacks it, unless it was kept there before.
+        // The baseline lacks it, unless an earlier capture has put it there.
         if (added.payload && !differences_.contains(added.id))
             differences_.emplace(added.id, BaselineValue());
         return added;
@@ -155,7 +155,7 @@ const SyncItem& SyncLedger::merge(const SyncItem& incoming) {
     auto merged = item.merging(incoming);
     merged.id = item.id;
     if (merged.payload && item.payload && *merged.payload == *item.payload)
-        merged.payload = item.payload;  // bytes that are there already are not kept twice
+        merged.payload = item.payload;  // share the bytes
     if (merged.payload != item.payload) {
         const auto* before = baseline(item.id);
         auto kept = before ? std::optional(*before) : std::nullopt;
@@ -177,18 +177,6 @@ void SyncLedger::restore(const SyncItem& item, std::optional<BaselineValue> diff
         differences_.insert_or_assign(item.id, *std::move(difference));
     else
         differences_.erase(item.id);
-}
-
-std::string SyncLedger::encode(const SyncItem& item) {
-    return item.encoded();
-}
-
-std::string SyncLedger::encode(const DictationRecord& record) {
-    return encodeRecord(record);
-}
-
-std::string SyncLedger::encode(const TextCorrection& rule) {
-    return encodeCorrection(rule);
 }
 
 }  // namespace quorvi

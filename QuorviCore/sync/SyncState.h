@@ -11,14 +11,13 @@
 
 namespace quorvi {
 
-// Everything of the synchronisation that outlives the process. A plain value; copies share the
-// bytes.
+// The persistent state of synchronisation. A plain value; copies share the bytes.
 struct SyncState {
     SyncLedger ledger;
-    std::optional<SharedString> owner;        // the account that the data belongs to
+    std::optional<SharedString> owner;        // the account that owns the data
     std::optional<SharedString> engineState;  // what CloudSyncEngine keeps, opaque
-    SharedStringMap<SharedString> records;  // by item id: what the cloud's last version was, opaque
-    SharedStringSet pending;                // ids of items that are still to be sent
+    SharedStringMap<SharedString> records;    // by item id: the cloud's last version, opaque
+    SharedStringSet pending;                  // ids of items to be sent
     bool initialFetchComplete = false;
     std::optional<Date> lastSynced;
     std::optional<std::map<std::string, std::int64_t, std::less<>>> diagnostics;

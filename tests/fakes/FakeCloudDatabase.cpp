@@ -9,14 +9,6 @@
 
 namespace quorvi::test {
 
-namespace {
-
-std::size_t sizeOf(const CloudRecord& record) {
-    return record.payload ? record.payload->size() : 0;
-}
-
-}  // namespace
-
 // --- the server ---
 
 void FakeCloudServer::put(Account& account, const std::string& zone, CloudRecord record,
@@ -24,8 +16,6 @@ void FakeCloudServer::put(Account& account, const std::string& zone, CloudRecord
     auto& target = account.zones[zone];
     const auto name = record.id.name;
     auto& stored = target.records[name];
-    account.bytes -= stored.isDeleted ? 0 : sizeOf(stored.record);
-    account.bytes += isDeleted ? 0 : sizeOf(record);
     target.changes.erase(stored.sequence);
     stored = {std::move(record), ++sequence_, isDeleted};
     target.changes.emplace(sequence_, name);
@@ -35,8 +25,6 @@ void FakeCloudServer::put(Account& account, const std::string& zone, CloudRecord
 void FakeCloudServer::removeZone(Account& account, const std::string& zone) {
     const auto found = account.zones.find(zone);
     if (found == account.zones.end()) return;
-    for (const auto& [name, stored] : found->second.records)
-        account.bytes -= stored.isDeleted ? 0 : sizeOf(stored.record);
     account.zones.erase(found);
     account.modified.erase(zone);
     account.deleted[zone] = ++sequence_;
@@ -81,13 +69,11 @@ std::vector<std::string> FakeCloudServer::zones(const std::string& user) const {
 }
 
 void FakeCloudServer::push(const std::string& user, const FakeCloudDatabase* author) {
-    std::erase_if(pushes_, [this](const auto& push) { return push.first < scheduler_.now(); });
     for (auto* device : devices_) {
         if (device == author || device->user_ != user || device->subscriptions.empty()) continue;
-        pushes_.emplace_back(scheduler_.now() + pushDelay,
-                             scheduler_.after(pushDelay, [this, device] {
-                                 if (devices_.contains(device)) device->remoteChange_.notify();
-                             }));
+        scheduler_.post(lifetime_.guard([this, device] {
+            if (devices_.contains(device)) device->remoteChange_.notify();
+        }));
     }
 }
 
@@ -136,7 +122,7 @@ void FakeCloudDatabase::signIn(const std::string& user) {
     accountChange_.notify();
 }
 
-// Every operation begins with it: it takes at least a turn, and goes wrong if it is to.
+// The beginning of every operation: takes at least a turn, and throws the failure set by the test.
 Task<void> FakeCloudDatabase::arrive(CloudOperation operation, std::stop_token stop) {
     ++calls[operation];
     throwIfStopped(stop);
@@ -224,9 +210,6 @@ CloudSaveResult FakeCloudDatabase::save(CloudRecord record) {
     if (!exists && !record.changeTag.empty()) return refuse(cloudErrorCode::unknownItem);
     if (exists && record.changeTag != found->second.record.changeTag)
         return refuse(cloudErrorCode::serverRecordChanged, found->second.record);
-    const auto before = exists ? sizeOf(found->second.record) : 0;
-    if (server_.quota && account().bytes - before + sizeOf(record) > *server_.quota)
-        return refuse(cloudErrorCode::quotaExceeded);
     record.changeTag = "tag" + std::to_string(server_.sequence_ + 1);
     server_.put(account(), record.id.zone, record, false);
     return {std::move(record), std::nullopt};

@@ -10,36 +10,32 @@
 #include <vector>
 
 #include "Quorvi/platform/CloudDatabase.h"
+#include "QuorviCore/async/Lifetime.h"
 
 namespace quorvi::test {
 
 class FakeCloudDatabase;
 
-// The cloud that several machines share, in memory. Everything takes a turn of the scheduler.
+// The cloud that several machines share, in memory.
 class FakeCloudServer {
 public:
     explicit FakeCloudServer(Scheduler& scheduler) : scheduler_(scheduler) {}
     FakeCloudServer(const FakeCloudServer&) = delete;
     FakeCloudServer& operator=(const FakeCloudServer&) = delete;
 
-    // Every token that was handed out so far gives changeTokenExpired from now on.
+    // Makes all tokens issued so far expire.
     void expireTokens() { ++tokenEra_; }
-    // As if the user had removed the zone elsewhere; the machines are told.
+    // Deletes a zone and notifies the machines.
     void resetZone(const std::string& user, const std::string& zone);
-    // What the database holds; nothing when there is no such record.
+    // Returns nullopt if there is no such record.
     std::optional<CloudRecord> record(const std::string& user, const CloudRecordID& id) const;
-    // All records of a zone, by name; empty when there is no such zone.
+    // Returns all records of a zone by name; empty if there is no such zone.
     std::map<std::string, CloudRecord> records(const std::string& user,
                                                const std::string& zone) const;
     bool hasZone(const std::string& user, const std::string& zone) const;
     std::vector<std::string> zones(const std::string& user) const;
-    // Removes one record on the server's side; the machines are told.
+    // Deletes a record and notifies the machines.
     void deleteRecord(const std::string& user, const CloudRecordID& id);
-
-    // Payload bytes that all records of one user may have together; more gives quotaExceeded.
-    std::optional<std::size_t> quota;
-    // How long the silent push takes.
-    Duration pushDelay{};
 
 private:
     friend class FakeCloudDatabase;
@@ -50,7 +46,7 @@ private:
         bool isDeleted = false;
     };
     struct Zone {
-        std::uint64_t generation = 0;  // a zone that was deleted and made again is another one
+        std::uint64_t generation = 0;  // differs for a zone that was deleted and made again
         std::map<std::string, Stored> records;
         std::map<std::uint64_t, std::string> changes;  // sequence to name, each name once
     };
@@ -58,7 +54,6 @@ private:
         std::map<std::string, Zone> zones;
         std::map<std::string, std::uint64_t> modified;  // zone to the sequence of its last change
         std::map<std::string, std::uint64_t> deleted;
-        std::size_t bytes = 0;
     };
 
     Account& account(const std::string& user) { return accounts_[user]; }
@@ -71,7 +66,7 @@ private:
     std::uint64_t tokenEra_ = 0;
     std::map<std::string, Account> accounts_;
     std::set<FakeCloudDatabase*> devices_;
-    std::vector<std::pair<TimePoint, Timer>> pushes_;
+    Lifetime lifetime_;
 };
 
 enum class CloudOperation {
@@ -86,7 +81,8 @@ enum class CloudOperation {
     saveSubscription,
 };
 
-// One machine's way to it. What goes wrong is up to the test.
+// One machine's access to the server, with the faults that a test asks for. Every operation takes
+// at least one turn of the scheduler.
 class FakeCloudDatabase final : public CloudDatabase {
 public:
     FakeCloudDatabase(Scheduler& scheduler, FakeCloudServer& server, std::string user);
@@ -119,14 +115,14 @@ public:
     // Calls of the operation wait until release().
     void hold(CloudOperation operation) { held_.insert(operation); }
     void release(CloudOperation operation);
-    // Calls that wait.
+    // Returns the number of calls that wait.
     std::size_t waiting(CloudOperation operation) const;
 
-    // Another user signs in, or nobody (empty); observers are told.
+    // Signs another user in, or nobody (empty), and notifies observers.
     void signIn(const std::string& user);
     void signOut() { signIn({}); }
     const std::string& user() const { return user_; }
-    // Overrides what follows from the user.
+    // Overrides the status that follows from the user.
     std::optional<CloudAccountStatus> status;
 
     Duration delay{};              // of every operation
@@ -134,7 +130,7 @@ public:
     bool reversesPages = false;    // records of a page come in another order
     bool repeatsRecords = false;   // each page brings the last records of the page before again
     bool damagesPayloads = false;  // of records that are fetched by their name
-    int lostAnswers = 0;           // so many saves happen, and end with networkFailure
+    int lostAnswers = 0;  // the number of saves that succeed and still end with networkFailure
 
     std::map<CloudOperation, int> calls;
     std::vector<std::size_t> savedBatchSizes;
@@ -153,7 +149,7 @@ private:
     FakeCloudServer::Account& account();
     CloudSaveResult save(CloudRecord record);
     std::string token(std::uint64_t generation, std::uint64_t sequence) const;
-    // The sequence that the token stands for; throws changeTokenExpired.
+    // Returns the sequence of the token. Throws changeTokenExpired.
     std::uint64_t sequenceOf(const std::string& token, std::uint64_t generation) const;
 
     Scheduler& scheduler_;

@@ -47,7 +47,7 @@ public:
         std::filesystem::path historyFile, archiveFile, recordings;
         Executor& historyDisk;
         Executor& syncDisk;
-        CloudDatabase& cloud;
+        CloudDatabase* cloud;  // null: its address is invalid
         std::size_t wholeUpTo;
         std::vector<std::string_view> chosen;  // settings that the launch sets
     };
@@ -61,10 +61,11 @@ public:
             e.scheduler, e.historyDisk, *history, *corrections,
             [this]() -> SyncControl& { return *sync; }, e.recordings, &e.preferences));
         sync = std::make_unique<AccountSync>(AccountSync::Environment{
-            *model,
-            *history,
-            *corrections,
-            e.preferences,
+            {*history, *corrections, e.preferences, [this] { return model->syncSettings(); },
+             [this](const LocalSnapshot::Settings& settings) {
+                 model->applySyncSettings(settings);
+             },
+             [this] { return isActive(model->stage()) || model->isChoosingShortcut(); }},
             e.scheduler,
             e.cloud,
             {e.files, e.journals, e.archiveFile, e.syncDisk, e.scheduler, e.wholeUpTo},

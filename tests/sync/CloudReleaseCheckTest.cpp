@@ -35,25 +35,16 @@ TEST_F(CloudReleaseCheckTest, PassesAndLeavesNothingBehind) {
     EXPECT_EQ(device.calls[Op::deleteZone], 1);
     EXPECT_TRUE(server.zones("anna").empty());
 
-    // Two at once use zones of their own.
-    std::string lines;
-    const auto print = [&](const std::string& line) { lines += line.substr(0, 18) + ";"; };
     device.hold(Op::fetchRecord);
-    Running<std::int32_t> one(CloudReleaseCheck::run(device, print));
-    Running<std::int32_t> two(CloudReleaseCheck::run(device, print));
+    Running<std::int32_t> running(CloudReleaseCheck::run(device, [](const std::string&) {}));
     scheduler.advance(std::chrono::seconds(1));
-    EXPECT_EQ(server.zones("anna").size(), 2u);
-    for (const auto& zone : server.zones("anna")) {
-        EXPECT_TRUE(zone.starts_with("QuorviReleaseCheck-")) << zone;
-        const auto record = server.record("anna", {zone, "synthetic-check"});
-        ASSERT_TRUE(record);
-        EXPECT_EQ(record->type, "QuorviItem");
-        EXPECT_EQ(textOf(*record->payload), "Quorvi sync verification");
-    }
-    device.release(Op::fetchRecord);
-    scheduler.advance(std::chrono::seconds(1));
-    EXPECT_EQ(lines, "Cloud check passed;Cloud check passed;");
-    EXPECT_TRUE(server.zones("anna").empty());
+    const auto zones = server.zones("anna");
+    ASSERT_EQ(zones.size(), 1u);
+    EXPECT_TRUE(zones[0].starts_with("QuorviReleaseCheck-")) << zones[0];
+    const auto record = server.record("anna", {zones[0], "synthetic-check"});
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->type, "QuorviItem");
+    EXPECT_EQ(textOf(*record->payload), "Quorvi sync verification");
 }
 
 TEST_F(CloudReleaseCheckTest, NeedsAnAccountAndMakesNoZoneWithoutOne) {

@@ -194,20 +194,5 @@ TEST(SyncArchive, LivesWithoutAJournal) {
     }
 }
 
-TEST(SyncArchive, TellsOffTheMainThreadWhatDiffersAndWhatThereIs) {
-    Disk disk;
-    Program run(disk);
-    run.archive->merge({"setting:old", "1", 5, "A", false});
-    run.archive->merge({"setting:new", LocalSnapshot::encode(true), 9, "A", false});
-    run.archive->merge({"setting:gone", std::nullopt, 7, "A", false});
-    run.archive->rebaseline();
-    Running listing(run.archive->liveItemsNewestFirst());
-    Running comparing(run.archive->changesOf(LocalSnapshot({}, {}, {{"new", true}})));
-    run.scheduler.settle();
-    ASSERT_EQ(listing.value()->size(), 2u);
-    EXPECT_EQ(listing.value()->front().id, "setting:new");
-    EXPECT_EQ(comparing.value(), (LocalChanges{{"setting:old", std::nullopt, false}}));
-}
-
 }  // namespace
 }  // namespace quorvi::test

@@ -38,8 +38,8 @@ public:
 
     void start() {
         SyncedProgram::start({*this, scheduler, preferences, files, journals, "history.json",
-                              archiveFile, folder.path(), executor, executor, cloud, wholeUpTo,
-                              chosen});
+                              archiveFile, folder.path(), executor, executor,
+                              hasCloud ? &cloud : nullptr, wholeUpTo, chosen});
     }
 
     void dictate(const std::string& text, double daysAgo = 0) {
@@ -65,6 +65,7 @@ public:
     using MachineTime::scheduler;
     const TestFolder folder;
     CloudDatabase& cloud;
+    bool hasCloud = true;  // false: the address of the cloud is invalid
     TurnExecutor turns{scheduler};
     Executor& executor;
     FakeJournalFiles journals;

@@ -13,8 +13,8 @@ KeychainQuery cloudPasswordQuery(const std::string& address) {
 PostgresPassword cloudPassword(std::shared_ptr<Keychain> keychain, const std::string& address) {
     return [keychain = std::move(keychain),
             query = cloudPasswordQuery(address)](std::stop_token stop) -> std::optional<Secret> {
-        // A locked keychain is asked for only when it is known to hold something, or may: nobody
-        // who keeps the password in a file wants to be bothered.
+        // Unlocking the keychain prompts the user, so it is not read if it surely has no item: the
+        // password may be in a file.
         if (keychain->exists(query, stop) == KeychainStatus::itemNotFound) return std::nullopt;
         auto item = keychain->read(query, stop);
         if (item.status != KeychainStatus::success) return std::nullopt;

@@ -8,11 +8,11 @@
 
 namespace quorvi {
 
-// Where the password of a database is in the user's keychain: beside its address, so that each
+// Returns where the keychain has the password of a database: under its address, so that each
 // account of each server has its own.
 KeychainQuery cloudPasswordQuery(const std::string& address);
 
-// Looks there. Without an item libpq looks in its own files.
+// Returns a function that reads the password there. Without an item libpq uses its own files.
 PostgresPassword cloudPassword(std::shared_ptr<Keychain> keychain, const std::string& address);
 
 }  // namespace quorvi

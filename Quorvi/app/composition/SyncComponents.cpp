@@ -5,7 +5,7 @@
 
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/app/composition/UnusableCloudDatabase.h"
+#include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
@@ -14,8 +14,9 @@ namespace quorvi {
 
 namespace {
 
-std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& scheduler,
-                                     Executor& executor) {
+// Returns null for an invalid address, after a line on standard error.
+std::unique_ptr<CloudDatabase> openCloud(const Preferences& preferences, Scheduler& scheduler,
+                                         Executor& executor) {
     const auto address = preferences.string(preferenceKey::cloudDatabase).value_or("");
     try {
         const auto makeKeychain = [&]() -> std::unique_ptr<Keychain> {
@@ -25,8 +26,18 @@ std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& 
                                  {scheduler, executor, makeKeychain, UserFolders::find().data});
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "quorvi: %s\n", error.what());
-        return std::make_unique<UnusableCloudDatabase>(error.what());
+        return nullptr;
     }
+}
+
+SyncedStores syncedStores(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
+                          Preferences& preferences) {
+    return {.history = history,
+            .corrections = corrections,
+            .preferences = preferences,
+            .settings = [&model] { return model.syncSettings(); },
+            .applySettings = [&model](const auto& settings) { model.applySyncSettings(settings); },
+            .areInUse = [&model] { return isActive(model.stage()) || model.isChoosingShortcut(); }};
 }
 
 }  // namespace
@@ -34,15 +45,12 @@ std::unique_ptr<CloudDatabase> cloud(const Preferences& preferences, Scheduler& 
 SyncComponents::SyncComponents(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
                                Preferences& preferences, FileStore& files, Scheduler& scheduler,
                                std::vector<std::string_view> chosen)
-    : database_(cloud(preferences, scheduler, cloudExecutor_)),
-      sync_(std::make_unique<AccountSync>(
-          AccountSync::Environment{model,
-                                   history,
-                                   corrections,
-                                   preferences,
-                                   scheduler,
-                                   *database_,
-                                   {files, journals_, syncArchiveFile(), disk_, scheduler},
-                                   std::move(chosen)})) {}
+    : database_(openCloud(preferences, scheduler, cloudExecutor_)),
+      sync_(std::make_unique<AccountSync>(AccountSync::Environment{
+          .stores = syncedStores(model, history, corrections, preferences),
+          .scheduler = scheduler,
+          .database = database_.get(),
+          .archive = {files, journals_, syncArchiveFile(), disk_, scheduler},
+          .chosen = std::move(chosen)})) {}
 
 }  // namespace quorvi

@@ -9,8 +9,10 @@
 
 namespace quorvi {
 
-// The synchronisation with its cloud, the one that the preference "cloudDatabase" names, and its
-// threads. Reads nothing before begin(). Outlived by everything that it is given.
+class AppModel;
+
+// Synchronisation with its threads and the cloud that the preference "cloudDatabase" names. What it
+// is given outlives it.
 class SyncComponents {
 public:
     SyncComponents(AppModel& model, HistoryStore& history, CorrectionStore& corrections,
@@ -19,7 +21,7 @@ public:
 
     AccountSync& accountSync() { return *sync_; }
 
-    // Has what lies on the disk read, which until then waits.
+    // Lets it read its files, which wait until then so as not to compete with start-up.
     void begin() { untilBegin_.release(); }
 
 private:

@@ -88,7 +88,7 @@ struct Run {
                        folder / "recordings",
                        historyDisk,
                        syncDisk,
-                       cloud,
+                       &cloud,
                        seed % 2 ? 4 << 20 : std::size_t{2000},
                        {}});
     }

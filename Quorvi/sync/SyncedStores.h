@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+
+#include "Quorvi/corrections/CorrectionStore.h"
+#include "Quorvi/history/HistoryStore.h"
+#include "Quorvi/platform/Preferences.h"
+#include "QuorviCore/sync/LocalSnapshot.h"
+
+namespace quorvi {
+
+// The stores whose values are kept the same on all machines. Main thread.
+struct SyncedStores {
+    HistoryStore& history;
+    CorrectionStore& corrections;
+    Preferences& preferences;
+    // Reads and replaces the settings that are synchronised.
+    std::function<LocalSnapshot::Settings()> settings;
+    std::function<void(const LocalSnapshot::Settings&)> applySettings;
+    // True while values must not change: during a dictation, and while a shortcut is being chosen.
+    std::function<bool()> areInUse;
+
+    // False if a store is still loading or failed to load: it must not be taken for an empty one.
+    bool areReady() const {
+        return !history.isLoading() && !history.persistenceError() &&
+               !corrections.persistenceError() && preferences.couldBeRead();
+    }
+    LocalSnapshot snapshot() const { return {history.records(), corrections.rules(), settings()}; }
+};
+
+}  // namespace quorvi
