@@ -5,7 +5,7 @@
 #include <QKeySequence>
 #include <utility>
 
-#include "Quorvi/platform/linux/x11/keyboard/X11KeyMap.h"
+#include "Quorvi/platform/linux/xkb/KeyMap.h"
 
 namespace quorvi {
 

@@ -16,9 +16,9 @@
 #include <utility>
 #include <vector>
 
+#include "Quorvi/platform/linux/clipboard/ClipboardHandover.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/x11/X11Connection.h"
-#include "Quorvi/platform/linux/x11/clipboard/ClipboardHandover.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 #include "QuorviCore/async/TaskScope.h"
 
@@ -36,8 +36,7 @@ class Keeper {
 public:
     Keeper() : clipboard_(connection_.atom("CLIPBOARD")) {
         auto* c = connection_.get();
-        const auto version = xcb_xfixes_query_version(c, 5, 0);
-        ownXcb(xcb_xfixes_query_version_reply(c, version, nullptr));
+        connection_.reply<xcb_xfixes_query_version_reply>(xcb_xfixes_query_version(c, 5, 0));
         const auto* extension = xcb_get_extension_data(c, &xcb_xfixes_id);
         firstEvent_ = extension ? extension->first_event : 0;
         xcb_xfixes_select_selection_input(
@@ -45,7 +44,7 @@ public:
             XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-        owner_ = lastOwner_ = askOwner();
+        owner_ = lastOwner_ = connection_.selectionOwner(clipboard_);
     }
 
     int run() {
@@ -85,7 +84,7 @@ private:
                               : Clock::time_point{};
                 return;
             case ClipboardMessage::Kind::takeOver:
-                owner_ = askOwner();
+                owner_ = connection_.selectionOwner(clipboard_);
                 if (owner_ == guarded_) offer();
         }
     }
@@ -97,7 +96,7 @@ private:
     }
 
     void handleEvents() {
-        while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
+        while (const auto event = connection_.nextEvent()) {
             if (xcbEventType(*event) != firstEvent_ + XCB_XFIXES_SELECTION_NOTIFY) continue;
             const auto& e =
                 *reinterpret_cast<const xcb_xfixes_selection_notify_event_t*>(event.get());
@@ -138,8 +137,8 @@ private:
         co_await writing;
         // Events up to here are about earlier owners.
         connection_.synchronise();
-        while (ownXcb(xcb_poll_for_event(connection_.get()))) continue;
-        owner_ = askOwner();
+        while (connection_.nextEvent()) continue;
+        owner_ = connection_.selectionOwner(clipboard_);
         // Another program may have copied in the meantime.
         auto looking = pasteboard_->isOffering();
         const bool isOurs = co_await looking;
@@ -149,13 +148,6 @@ private:
     void stopOffering() {
         pasteboard_.reset();
         offering_ = XCB_NONE;
-    }
-
-    xcb_window_t askOwner() const {
-        auto* c = connection_.get();
-        const auto cookie = xcb_get_selection_owner(c, clipboard_);
-        const auto reply = ownXcb(xcb_get_selection_owner_reply(c, cookie, nullptr));
-        return reply ? reply->owner : XCB_NONE;
     }
 
     const X11Connection connection_;

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "Quorvi/platform/Pasteboard.h"
-#include "Quorvi/platform/linux/x11/clipboard/ClipboardKeeper.h"
+#include "Quorvi/platform/linux/clipboard/ClipboardKeeper.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11SelectionConnection.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11SelectionReader.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11SelectionServer.h"

@@ -14,6 +14,7 @@
 #include <thread>
 #include <utility>
 
+#include "Quorvi/platform/linux/clipboard/TextItem.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11ClipboardSession.h"
 #include "QuorviCore/Error.h"
 #include "QuorviCore/async/Future.h"
@@ -216,7 +217,7 @@ Task<std::optional<std::int64_t>> X11Pasteboard::writeText(std::string text,
                                                            TranscriptVisibility visibility,
                                                            std::vector<PasteboardItem> former,
                                                            std::optional<std::int64_t> expected) {
-    std::vector<PasteboardItem> items{x11TextItem(text, visibility)};
+    std::vector<PasteboardItem> items{clipboardTextItem(text, visibility)};
     if (visibility == TranscriptVisibility::everywhere) former = items;
     return write(std::move(items), std::move(former), expected);
 }

@@ -60,8 +60,4 @@ private:
     std::unique_ptr<Worker> worker_;
 };
 
-// The representations in which a text is offered: UTF-8 under its usual names, Latin-1 where that
-// can hold it, and on request the mark that keeps it out of clipboard histories.
-PasteboardItem x11TextItem(std::string_view text, TranscriptVisibility visibility);
-
 }  // namespace quorvi

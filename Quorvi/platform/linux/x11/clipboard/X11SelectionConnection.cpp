@@ -2,25 +2,15 @@
 
 #include <poll.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 #include <xcb/xfixes.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <limits>
-
-#include "Quorvi/platform/linux/x11/X11ConnectLock.h"
 
 namespace quorvi {
 
 namespace {
-
-struct FreeMemory {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <class T>
-using Reply = std::unique_ptr<T, FreeMemory>;
 
 // Milliseconds for poll(), rounded up so that a wait never ends early and spins.
 int pollTimeout(TimePoint limit) {
@@ -29,25 +19,15 @@ int pollTimeout(TimePoint limit) {
     return static_cast<int>(std::clamp<std::int64_t>(left, 0, 3'600'000));
 }
 
-xcb_connection_t* connect(const std::string& display) {
-    const auto lock = lockX11Connecting();
-    return xcb_connect(display.empty() ? nullptr : display.c_str(), nullptr);
-}
-
 }  // namespace
 
-void X11SelectionConnection::Free::operator()(xcb_connection_t* connection) const {
-    xcb_disconnect(connection);
-}
-
 X11SelectionConnection::X11SelectionConnection(const std::string& display, int wakeFd)
-    : connection_(connect(display)), wakeFd_(wakeFd) {
+    : connection_(display), wakeFd_(wakeFd) {
     check();
     auto* c = connection_.get();
-    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
     window_ = xcb_generate_id(c);
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(c, XCB_COPY_FROM_PARENT, window_, screen->root, -10, -10, 1, 1, 0,
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, window_, connection_.root(), -10, -10, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
                       &events);
     const auto known = atoms({"CLIPBOARD", "QUORVI_TIME"});
@@ -58,9 +38,8 @@ X11SelectionConnection::X11SelectionConnection(const std::string& display, int w
     if (!extension || !extension->present) throw X11ConnectionLost{};
     firstXFixesEvent_ = extension->first_event;
     // The server ignores the extension's requests of a client that has not asked for its version.
-    Reply<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
-        c, xcb_xfixes_query_version(c, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
-        nullptr));
+    connection_.reply<xcb_xfixes_query_version_reply>(
+        xcb_xfixes_query_version(c, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION));
     xcb_xfixes_select_selection_input(c, window_, clipboard_,
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
@@ -68,10 +47,8 @@ X11SelectionConnection::X11SelectionConnection(const std::string& display, int w
     flush();
 }
 
-X11SelectionConnection::~X11SelectionConnection() = default;
-
 void X11SelectionConnection::check() const {
-    if (xcb_connection_has_error(connection_.get())) throw X11ConnectionLost{};
+    if (!connection_.isAlive()) throw X11ConnectionLost{};
 }
 
 std::uint32_t X11SelectionConnection::atom(const std::string& name) {
@@ -86,7 +63,7 @@ std::vector<std::uint32_t> X11SelectionConnection::atoms(const std::vector<std::
             asked.emplace_back(
                 name, xcb_intern_atom(c, 0, static_cast<std::uint16_t>(name.size()), name.data()));
     for (const auto& [name, cookie] : asked) {
-        Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(c, cookie, nullptr));
+        const auto reply = connection_.reply<xcb_intern_atom_reply>(cookie);
         if (!reply) throw X11ConnectionLost{};
         atoms_[name] = reply->atom;
         names_[reply->atom] = name;
@@ -102,7 +79,7 @@ std::vector<std::string> X11SelectionConnection::names(const std::vector<std::ui
     for (const auto atom : wanted)
         if (!names_.contains(atom)) asked.emplace_back(atom, xcb_get_atom_name(c, atom));
     for (const auto& [atom, cookie] : asked) {
-        Reply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(c, cookie, nullptr));
+        const auto reply = connection_.reply<xcb_get_atom_name_reply>(cookie);
         check();
         if (!reply) continue;  // no atom at all
         const std::string name(
@@ -124,8 +101,7 @@ void X11SelectionConnection::flush() {
 void X11SelectionConnection::wait(TimePoint limit) {
     flush();
     if (dispatchQueued()) return;
-    pollfd ready[] = {{xcb_get_file_descriptor(connection_.get()), POLLIN, 0},
-                      {wakeFd_, POLLIN, 0}};
+    pollfd ready[] = {{connection_.fileDescriptor(), POLLIN, 0}, {wakeFd_, POLLIN, 0}};
     if (poll(ready, 2, pollTimeout(limit)) <= 0) return;
     if (ready[1].revents) {
         std::uint64_t wakes = 0;
@@ -136,18 +112,16 @@ void X11SelectionConnection::wait(TimePoint limit) {
 }
 
 void X11SelectionConnection::sync() {
-    auto* c = connection_.get();
-    Reply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+    connection_.synchronise();
     check();
     dispatchQueued();
 }
 
 bool X11SelectionConnection::dispatchQueued() {
     bool any = false;
-    while (Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+    while (const auto event = connection_.nextEvent()) {
         any = true;
-        dispatch(event.get());
+        dispatch(*event);
     }
     if (any) flush();
     return any;
@@ -155,11 +129,11 @@ bool X11SelectionConnection::dispatchQueued() {
 
 // Errors arrive here as events of type 0 and are dropped: they tell of requestors that have
 // vanished, whose transfers end by their window's destruction or by their deadline.
-void X11SelectionConnection::dispatch(const void* event) {
+void X11SelectionConnection::dispatch(const xcb_generic_event_t& event) {
     using Kind = X11SelectionEvent::Kind;
-    const int type = static_cast<const xcb_generic_event_t*>(event)->response_type & 0x7F;
+    const int type = xcbEventType(event);
     if (type == XCB_SELECTION_REQUEST) {
-        const auto& e = *static_cast<const xcb_selection_request_event_t*>(event);
+        const auto& e = reinterpret_cast<const xcb_selection_request_event_t&>(event);
         // Requestors of an old convention leave the property to the owner.
         const auto property = e.property == XCB_NONE ? e.target : e.property;
         X11SelectionEvent request{Kind::request, e.requestor, e.target, property, e.time};
@@ -168,10 +142,10 @@ void X11SelectionConnection::dispatch(const void* event) {
         else
             answer(request, XCB_NONE);
     } else if (type == XCB_SELECTION_NOTIFY) {
-        const auto& e = *static_cast<const xcb_selection_notify_event_t*>(event);
+        const auto& e = reinterpret_cast<const xcb_selection_notify_event_t&>(event);
         if (handler_) handler_({Kind::reply, e.requestor, e.target, e.property, e.time});
     } else if (type == XCB_PROPERTY_NOTIFY) {
-        const auto& e = *static_cast<const xcb_property_notify_event_t*>(event);
+        const auto& e = reinterpret_cast<const xcb_property_notify_event_t&>(event);
         if (e.window == window_ && e.atom == timeProbe_) {
             probedTime_ = e.time;
             return;
@@ -180,10 +154,10 @@ void X11SelectionConnection::dispatch(const void* event) {
             e.state == XCB_PROPERTY_DELETE ? Kind::propertyDeleted : Kind::propertySet;
         if (handler_) handler_({kind, e.window, 0, e.atom, e.time});
     } else if (type == XCB_DESTROY_NOTIFY) {
-        const auto& e = *static_cast<const xcb_destroy_notify_event_t*>(event);
+        const auto& e = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
         if (handler_) handler_({Kind::windowDestroyed, e.window, 0, 0, 0});
     } else if (type == firstXFixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY) {
-        const auto& e = *static_cast<const xcb_xfixes_selection_notify_event_t*>(event);
+        const auto& e = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
         if (e.selection == clipboard_ && handler_)
             handler_({Kind::ownerChanged, e.owner, 0, 0, e.selection_timestamp});
     }
@@ -200,12 +174,10 @@ std::uint32_t X11SelectionConnection::serverTime() {
 }
 
 std::uint32_t X11SelectionConnection::clipboardOwner() {
-    auto* c = connection_.get();
-    Reply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, clipboard_), nullptr));
-    if (!reply) throw X11ConnectionLost{};
+    const auto owner = connection_.selectionOwner(clipboard_);
+    check();
     dispatchQueued();
-    return reply->owner;
+    return owner;
 }
 
 void X11SelectionConnection::setClipboardOwner(std::uint32_t window, std::uint32_t time) {
@@ -237,21 +209,18 @@ X11Property X11SelectionConnection::readProperty(std::uint32_t window, std::uint
 
 bool X11SelectionConnection::property(std::uint32_t window, std::uint32_t property, bool remove,
                                       X11Property& whole) {
-    auto* c = connection_.get();
     constexpr auto everything = std::numeric_limits<std::uint32_t>::max() / 4;
-    Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        c, xcb_get_property(c, remove, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, everything),
-        nullptr));
+    const auto reply = connection_.reply<xcb_get_property_reply>(xcb_get_property(
+        connection_.get(), remove, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, everything));
     check();
     if (!reply || reply->type == XCB_NONE) return false;
-    const auto* data = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
-    const auto size = xcb_get_property_value_length(reply.get());
+    const auto data = bytesOf(reply);
     // The empty piece at the end of a transfer need not carry the type of the others.
-    if (whole.type == 0 || size > 0) {
+    if (whole.type == 0 || !data.empty()) {
         whole.type = reply->type;
         whole.format = reply->format;
     }
-    whole.data.insert(whole.data.end(), data, data + size);
+    whole.data.insert(whole.data.end(), data.begin(), data.end());
     return true;
 }
 

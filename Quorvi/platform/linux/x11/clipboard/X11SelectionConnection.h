@@ -3,15 +3,13 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/base/Bytes.h"
-
-struct xcb_connection_t;
 
 namespace quorvi {
 
@@ -42,20 +40,14 @@ struct X11SelectionEvent {
 // The X server went away, or was never there.
 struct X11ConnectionLost {};
 
-// A connection to the X server for clipboard traffic only, with one unmapped window. It speaks XCB
-// because there errors and the loss of the server stay with the connection: Xlib's handlers belong
-// to the whole process, in which the toolkit and the keyboard hook use Xlib as well, and Xlib ends
-// the process when a server dies. Used by one thread, that of the clipboard. Every operation throws
-// X11ConnectionLost once the server is gone.
+// A connection to the X server for clipboard traffic only, with one unmapped window. Used by the
+// clipboard's thread. Every operation throws X11ConnectionLost once the server is gone.
 class X11SelectionConnection {
 public:
     using Handler = std::function<void(const X11SelectionEvent&)>;
 
     // `wakeFd` becoming readable ends a wait; it is emptied then. An empty `display` is $DISPLAY.
     X11SelectionConnection(const std::string& display, int wakeFd);
-    ~X11SelectionConnection();
-    X11SelectionConnection(const X11SelectionConnection&) = delete;
-    X11SelectionConnection& operator=(const X11SelectionConnection&) = delete;
 
     // Called for every event, in order, inside wait() and sync().
     void setHandler(Handler handler) { handler_ = std::move(handler); }
@@ -97,13 +89,10 @@ public:
 private:
     void check() const;
     bool dispatchQueued();
-    void dispatch(const void* event);
+    void dispatch(const xcb_generic_event_t& event);
     bool property(std::uint32_t window, std::uint32_t property, bool remove, X11Property& whole);
 
-    struct Free {
-        void operator()(xcb_connection_t* connection) const;
-    };
-    std::unique_ptr<xcb_connection_t, Free> connection_;
+    X11Connection connection_;
     int wakeFd_;
     Handler handler_;
     std::uint32_t window_ = 0;

@@ -14,17 +14,8 @@ using namespace std::chrono_literals;
 constexpr std::size_t pieceSize = 256 * 1024;
 constexpr Duration stallLimit = 30s;
 
-constexpr std::uint32_t atomType = 4;  // predefined atoms ATOM and INTEGER
-constexpr std::uint32_t integerType = 19;
-constexpr std::uint32_t currentTime = 0;
-
-std::span<const std::uint8_t> bytesOf(std::span<const std::uint32_t> units) {
+std::span<const std::uint8_t> asBytes(std::span<const std::uint32_t> units) {
     return {reinterpret_cast<const std::uint8_t*>(units.data()), units.size_bytes()};
-}
-
-// Server times wrap around after 49 days.
-bool isBefore(std::uint32_t a, std::uint32_t b) {
-    return static_cast<std::int32_t>(a - b) < 0;
 }
 
 std::vector<std::string> namesOf(const PasteboardItem& item) {
@@ -72,7 +63,8 @@ void X11SelectionServer::stopServing() {
 }
 
 void X11SelectionServer::onRequest(const X11SelectionEvent& request) {
-    const bool ours = item_ && (request.time == currentTime || !isBefore(request.time, since_));
+    const bool ours =
+        item_ && (request.time == XCB_CURRENT_TIME || !isLaterTime(since_, request.time));
     const bool done = ours && (request.target == multiple_
                                    ? deliverMultiple(request)
                                    : deliver(request.target, request.window, request.property));
@@ -86,7 +78,7 @@ bool X11SelectionServer::deliver(std::uint32_t target, std::uint32_t window,
         return true;
     }
     if (target == timestamp_) {
-        connection_.setProperty(window, property, integerType, 32, bytesOf({&since_, 1}));
+        connection_.setProperty(window, property, XCB_ATOM_INTEGER, 32, asBytes({&since_, 1}));
         return true;
     }
     if (target == saveTargets_) {  // a question of courtesy: there is nothing to do for it
@@ -102,7 +94,7 @@ bool X11SelectionServer::deliver(std::uint32_t target, std::uint32_t window,
 void X11SelectionServer::deliverTargets(std::uint32_t window, std::uint32_t property) {
     std::vector<std::uint32_t> all{targets_, multiple_, timestamp_};
     for (const auto& offer : offers_) all.push_back(offer.target);
-    connection_.setProperty(window, property, atomType, 32, bytesOf(all));
+    connection_.setProperty(window, property, XCB_ATOM_ATOM, 32, asBytes(all));
 }
 
 // The property lists pairs of a target and a property; the second of a pair that fails becomes 0.
@@ -115,7 +107,7 @@ bool X11SelectionServer::deliverMultiple(const X11SelectionEvent& request) {
         const bool nested = pairs[i] == multiple_ || pairs[i + 1] == 0;
         if (nested || !deliver(pairs[i], request.window, pairs[i + 1])) pairs[i + 1] = 0;
     }
-    connection_.setProperty(request.window, request.property, list.type, 32, bytesOf(pairs));
+    connection_.setProperty(request.window, request.property, list.type, 32, asBytes(pairs));
     return true;
 }
 
@@ -131,7 +123,7 @@ void X11SelectionServer::deliverOffer(const Offer& offer, std::uint32_t window,
     });
     connection_.watch(window, true);
     const auto size = static_cast<std::uint32_t>(offer.data->size());
-    connection_.setProperty(window, property, incr_, 32, bytesOf({&size, 1}));
+    connection_.setProperty(window, property, incr_, 32, asBytes({&size, 1}));
     transfers_.push_back(
         {window, property, offer, 0, std::chrono::steady_clock::now() + stallLimit});
 }

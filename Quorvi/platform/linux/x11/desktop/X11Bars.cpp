@@ -19,13 +19,9 @@ constexpr std::size_t whole = 4;     // and of one along whole edges
 
 Numbers propertyOf(const X11Connection& connection, xcb_window_t window, xcb_atom_t property) {
     const auto reply =
-        ownXcb(xcb_get_property_reply(connection.get(),
-                                      xcb_get_property(connection.get(), 0, window, property,
-                                                       XCB_GET_PROPERTY_TYPE_ANY, 0, mostWindows),
-                                      nullptr));
-    if (!reply || reply->format != 32) return {};
-    const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
+        connection.property(window, property, XCB_GET_PROPERTY_TYPE_ANY, mostWindows);
+    const auto numbers = numbersOf(reply);
+    return {numbers.begin(), numbers.end()};
 }
 
 // A strut is the depths at the left, right, top and bottom edge of the screen, then where each
@@ -61,9 +57,8 @@ void addBars(Numbers strut, int width, int height, std::vector<Bar>& bars) {
 std::vector<Bar> x11Bars() {
     const X11Connection connection;
     if (!connection.isAlive()) return {};
-    auto* xcb = connection.get();
-    const auto size =
-        ownXcb(xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, connection.root()), nullptr));
+    const auto size = connection.reply<xcb_get_geometry_reply>(
+        xcb_get_geometry(connection.get(), connection.root()));
     if (!size) return {};
     const auto strut = connection.atom("_NET_WM_STRUT");
     const auto strutPartial = connection.atom("_NET_WM_STRUT_PARTIAL");

@@ -7,9 +7,7 @@ namespace quorvi {
 bool x11IsComposited() {
     const X11Connection connection;
     if (!connection.isAlive()) return false;
-    const auto cookie = xcb_get_selection_owner(connection.get(), connection.atom("_NET_WM_CM_S0"));
-    const auto owner = ownXcb(xcb_get_selection_owner_reply(connection.get(), cookie, nullptr));
-    return owner && owner->owner != XCB_NONE;
+    return connection.selectionOwner(connection.atom("_NET_WM_CM_S0")) != XCB_NONE;
 }
 
 }  // namespace quorvi

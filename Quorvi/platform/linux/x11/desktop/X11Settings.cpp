@@ -76,18 +76,12 @@ std::optional<std::int32_t> x11Setting(std::span<const std::uint8_t> list, std::
 bool x11ReducesMotion() {
     const X11Connection connection;
     if (!connection.isAlive()) return false;
-    auto* xcb = connection.get();
-    const auto owner = ownXcb(xcb_get_selection_owner_reply(
-        xcb, xcb_get_selection_owner(xcb, connection.atom("_XSETTINGS_S0")), nullptr));
-    if (!owner || owner->owner == XCB_NONE) return false;
+    const auto owner = connection.selectionOwner(connection.atom("_XSETTINGS_S0"));
+    if (owner == XCB_NONE) return false;
     const auto settings = connection.atom("_XSETTINGS_SETTINGS");
     constexpr std::uint32_t words = 16384;
-    const auto list = ownXcb(xcb_get_property_reply(
-        xcb, xcb_get_property(xcb, 0, owner->owner, settings, settings, 0, words), nullptr));
-    if (!list) return false;
-    const auto* bytes = static_cast<const std::uint8_t*>(xcb_get_property_value(list.get()));
-    const auto size = static_cast<std::size_t>(xcb_get_property_value_length(list.get()));
-    return x11Setting({bytes, size}, "Gtk/EnableAnimations") == 0;
+    const auto list = connection.property(owner, settings, settings, words);
+    return x11Setting(bytesOf(list), "Gtk/EnableAnimations") == 0;
 }
 
 }  // namespace quorvi

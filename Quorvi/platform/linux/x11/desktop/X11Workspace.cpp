@@ -117,7 +117,7 @@ private:
         bool changed = true;
         while (changed) {
             changed = false;
-            while (const auto event = ownXcb(xcb_poll_for_event(connection_->get())))
+            while (const auto event = connection_->nextEvent())
                 changed = concernsActiveWindow(*event) || changed;
             if (changed) update();
         }

@@ -32,13 +32,13 @@ bool X11FocusGrabs::start() {
     auto* c = connection_.get();
     if (!connection_.isAlive()) return false;
     const auto version = xcb_xkb_use_extension(c, 1, 0);
-    const auto supported = ownXcb(xcb_xkb_use_extension_reply(c, version, nullptr));
+    const auto supported = connection_.reply<xcb_xkb_use_extension_reply>(version);
     if (!supported || !supported->supported) return false;
     // Without this the server would send a release before every repeat.
     constexpr std::uint32_t detectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
     const auto flags =
         xcb_xkb_per_client_flags(c, XCB_XKB_ID_USE_CORE_KBD, detectable, detectable, 0, 0, 0);
-    ownXcb(xcb_xkb_per_client_flags_reply(c, flags, nullptr));
+    connection_.reply<xcb_xkb_per_client_flags_reply>(flags);
     activeWindowAtom_ = connection_.atom("_NET_ACTIVE_WINDOW");
     constexpr std::uint32_t rootEvents =
         XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE;
@@ -116,7 +116,7 @@ void X11FocusGrabs::followFocus() {
 bool X11FocusGrabs::moveToFocus() {
     auto* c = connection_.get();
     const auto cookie = xcb_get_input_focus(c);
-    const auto reply = ownXcb(xcb_get_input_focus_reply(c, cookie, nullptr));
+    const auto reply = connection_.reply<xcb_get_input_focus_reply>(cookie);
     if (!reply) return false;
     auto focus = reply->focus;
     if (focus == XCB_INPUT_FOCUS_NONE || focus == XCB_INPUT_FOCUS_POINTER_ROOT)
@@ -135,17 +135,17 @@ bool X11FocusGrabs::moveToFocus() {
 }
 
 bool X11FocusGrabs::processEvents() {
-    return process(ownXcb(xcb_poll_for_event(connection_.get())));
+    return process(connection_.nextEvent());
 }
 
 bool X11FocusGrabs::processQueuedEvents() {
-    return process(ownXcb(xcb_poll_for_queued_event(connection_.get())));
+    return process(connection_.nextQueuedEvent());
 }
 
 bool X11FocusGrabs::process(XcbPointer<xcb_generic_event_t> event) {
     if (!event) return false;
     bool focusMayHaveMoved = false;
-    for (; event; event = ownXcb(xcb_poll_for_queued_event(connection_.get())))
+    for (; event; event = connection_.nextQueuedEvent())
         focusMayHaveMoved = handle(*event) || focusMayHaveMoved;
     if (focusMayHaveMoved) followFocus();
     return true;

@@ -78,7 +78,7 @@ bool X11InputSession::selectEvents() {
     }
     // From version 2.2 on, raw events are delivered while another client holds a grab.
     const auto versionCookie = xcb_input_xi_query_version(c, 2, 2);
-    const auto version = ownXcb(xcb_input_xi_query_version_reply(c, versionCookie, nullptr));
+    const auto version = raw_.reply<xcb_input_xi_query_version_reply>(versionCookie);
     if (!version || std::pair(version->major_version, version->minor_version) <
                         std::pair<std::uint16_t, std::uint16_t>(2, 2))
         return false;
@@ -91,7 +91,7 @@ bool X11InputSession::selectEvents() {
     xcb_input_xi_select_events(c, raw_.root(), 1, &mask.head);
 
     const auto xkbCookie = xcb_xkb_use_extension(c, 1, 0);
-    const auto xkb = ownXcb(xcb_xkb_use_extension_reply(c, xkbCookie, nullptr));
+    const auto xkb = raw_.reply<xcb_xkb_use_extension_reply>(xkbCookie);
     if (!xkb || !xkb->supported) return false;
     xcb_xkb_select_events_details_t details{};
     details.affectNewKeyboard = details.newKeyboardDetails = XCB_XKB_NKN_DETAIL_KEYCODES;
@@ -171,7 +171,7 @@ int X11InputSession::millisecondsToDueWork() const {
 
 void X11InputSession::processRawEvents() {
     // One read from the socket, then what it has brought: what comes later wakes the thread again.
-    if (const auto event = ownXcb(xcb_poll_for_event(raw_.get()))) {
+    if (const auto event = raw_.nextEvent()) {
         handleRawEvent(*event);
         processQueuedRawEvents();
     }
@@ -179,7 +179,7 @@ void X11InputSession::processRawEvents() {
 
 bool X11InputSession::processQueuedRawEvents() {
     bool any = false;
-    while (const auto event = ownXcb(xcb_poll_for_queued_event(raw_.get()))) {
+    while (const auto event = raw_.nextQueuedEvent()) {
         any = true;
         handleRawEvent(*event);
     }
@@ -304,8 +304,8 @@ void X11InputSession::reseed() {
     auto* c = raw_.get();
     const auto keysCookie = xcb_query_keymap(c);
     const auto pointerCookie = xcb_query_pointer(c, raw_.root());
-    const auto keys = ownXcb(xcb_query_keymap_reply(c, keysCookie, nullptr));
-    const auto pointer = ownXcb(xcb_query_pointer_reply(c, pointerCookie, nullptr));
+    const auto keys = raw_.reply<xcb_query_keymap_reply>(keysCookie);
+    const auto pointer = raw_.reply<xcb_query_pointer_reply>(pointerCookie);
     if (!keys || !pointer) return;
     processRawEvents();
     constexpr std::uint16_t buttons = 0x1F00;
@@ -325,7 +325,7 @@ void X11InputSession::reloadLayout() {
 
 void X11InputSession::readLocks() {
     const auto cookie = xcb_xkb_get_state(raw_.get(), XCB_XKB_ID_USE_CORE_KBD);
-    if (const auto state = ownXcb(xcb_xkb_get_state_reply(raw_.get(), cookie, nullptr)))
+    if (const auto state = raw_.reply<xcb_xkb_get_state_reply>(cookie))
         capsLocked_ = (state->lockedMods & XCB_MOD_MASK_LOCK) != 0;
 }
 

@@ -19,8 +19,7 @@ bool x11InputHookIsPossible() {
         if (data == nullptr || !data->present) return false;
     }
     const auto cookie = xcb_input_xi_query_version(connection.get(), 2, 2);
-    const auto version =
-        ownXcb(xcb_input_xi_query_version_reply(connection.get(), cookie, nullptr));
+    const auto version = connection.reply<xcb_input_xi_query_version_reply>(cookie);
     return version && (version->major_version > 2 ||
                        (version->major_version == 2 && version->minor_version >= 2));
 }

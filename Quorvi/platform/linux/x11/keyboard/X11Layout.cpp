@@ -30,8 +30,8 @@ std::optional<X11Layout> X11Layout::fetch(const X11Connection& connection) {
     const auto mapCookie = xcb_xkb_get_map(c, XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_MAP_PART_KEY_SYMS, 0,
                                            0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
     const auto modifierCookie = xcb_get_modifier_mapping(c);
-    const auto map = ownXcb(xcb_xkb_get_map_reply(c, mapCookie, nullptr));
-    const auto modifiers = ownXcb(xcb_get_modifier_mapping_reply(c, modifierCookie, nullptr));
+    const auto map = connection.reply<xcb_xkb_get_map_reply>(mapCookie);
+    const auto modifiers = connection.reply<xcb_get_modifier_mapping_reply>(modifierCookie);
     if (!map || !modifiers) return std::nullopt;
     X11Layout layout;
     layout.readSymbols(map.get());

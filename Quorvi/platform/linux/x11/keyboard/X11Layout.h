@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/x11/X11Connection.h"
-#include "Quorvi/platform/linux/x11/keyboard/X11KeyMap.h"
+#include "Quorvi/platform/linux/xkb/KeyMap.h"
 
 namespace quorvi {
 

@@ -5,10 +5,12 @@
 #undef explicit
 
 #include <algorithm>
-#include <cctype>
-#include <fstream>
 #include <string>
 #include <string_view>
+
+#include "Quorvi/platform/linux/posix/ProcessName.h"
+#include "Quorvi/platform/linux/x11/X11ActiveWindow.h"
+#include "QuorviCore/text/Utf8Bytes.h"
 
 namespace quorvi {
 namespace {
@@ -57,46 +59,17 @@ constexpr std::string_view terminals[] = {
     "yakuake",
 };
 
-std::string lowered(std::string_view text) {
-    std::string result(text);
-    for (auto& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return result;
-}
-
-// Both parts of the window's class, instance first; empty when it has none.
-std::vector<std::string> activeWindowClass(const X11Connection& connection) {
-    auto* c = connection.get();
-    const auto activeAtom = connection.atom("_NET_ACTIVE_WINDOW");
-    const auto activeCookie =
-        xcb_get_property(c, 0, connection.root(), activeAtom, XCB_ATOM_WINDOW, 0, 1);
-    const auto active = ownXcb(xcb_get_property_reply(c, activeCookie, nullptr));
-    if (!active || xcb_get_property_value_length(active.get()) < 4) return {};
-    const auto window = *static_cast<const xcb_window_t*>(xcb_get_property_value(active.get()));
-    const auto classCookie =
-        xcb_get_property(c, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 256);
-    const auto reply = ownXcb(xcb_get_property_reply(c, classCookie, nullptr));
-    if (!reply) return {};
-    const auto* text = static_cast<const char*>(xcb_get_property_value(reply.get()));
-    const std::string_view all(
-        text, static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
-    const auto end = all.find('\0');
-    if (end == std::string_view::npos) return {lowered(all)};
-    auto second = all.substr(end + 1);
-    second = second.substr(0, second.find('\0'));
-    return {lowered(all.substr(0, end)), lowered(second)};
-}
-
-std::string commandOf(pid_t pid) {
-    std::ifstream file("/proc/" + std::to_string(pid) + "/comm");
-    std::string name;
-    std::getline(file, name);
-    return lowered(name);
+std::string lowered(std::string name) {
+    std::ranges::transform(name, name.begin(), text::asciiLower);
+    return name;
 }
 
 ChordKind chordKind(const X11Connection& connection, pid_t pid) {
-    auto names = activeWindowClass(connection);
-    if (names.empty()) names = {commandOf(pid)};
-    for (const auto& name : names) {
+    const auto window = x11WindowClass(connection, x11ActiveWindow(connection));
+    const auto names = window.isEmpty() ? std::vector{processName(pid)}
+                                        : std::vector{window.instance, window.name};
+    for (const auto& each : names) {
+        const auto name = lowered(each);
         if (name == "urxvt" || name == "rxvt-unicode") return ChordKind::controlAltV;
         if (std::find(std::begin(terminals), std::end(terminals), name) != std::end(terminals))
             return ChordKind::controlShiftV;
@@ -105,8 +78,8 @@ ChordKind chordKind(const X11Connection& connection, pid_t pid) {
 }
 
 int currentGroup(const X11Connection& connection) {
-    const auto cookie = xcb_xkb_get_state(connection.get(), XCB_XKB_ID_USE_CORE_KBD);
-    const auto state = ownXcb(xcb_xkb_get_state_reply(connection.get(), cookie, nullptr));
+    const auto state = connection.reply<xcb_xkb_get_state_reply>(
+        xcb_xkb_get_state(connection.get(), XCB_XKB_ID_USE_CORE_KBD));
     return state ? state->group : 0;
 }
 

@@ -4,14 +4,9 @@
 #include <atomic>
 #include <cstdint>
 
-#include "Quorvi/platform/linux/x11/keyboard/X11KeyMap.h"
+#include "Quorvi/platform/linux/xkb/KeyMap.h"
 
 namespace quorvi {
-
-// Server times count milliseconds and wrap around every seven weeks.
-inline bool isLaterTime(std::uint32_t time, std::uint32_t other) {
-    return static_cast<std::int32_t>(time - other) > 0;
-}
 
 // Which keys and mouse buttons are down. Written by the input thread; keyIsDown() and
 // buttonIsDown() are for any thread and take no lock.

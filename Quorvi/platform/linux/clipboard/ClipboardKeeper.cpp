@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/x11/clipboard/ClipboardKeeper.h"
+#include "Quorvi/platform/linux/clipboard/ClipboardKeeper.h"
 
 #include <fcntl.h>
 #include <spawn.h>

@@ -1,10 +1,9 @@
+#include "Quorvi/platform/linux/clipboard/TextItem.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <utility>
-
-#include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 
 namespace quorvi {
 
@@ -12,7 +11,7 @@ namespace {
 
 using Data = std::shared_ptr<const Bytes>;
 
-// Nothing when the text has a character beyond U+00FF or is not UTF-8.
+// Returns nullopt if the text has a character beyond U+00FF or is not UTF-8.
 std::optional<Bytes> latin1(std::string_view text) {
     Bytes out;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -31,7 +30,7 @@ std::optional<Bytes> latin1(std::string_view text) {
 
 }  // namespace
 
-PasteboardItem x11TextItem(std::string_view text, TranscriptVisibility visibility) {
+PasteboardItem clipboardTextItem(std::string_view text, TranscriptVisibility visibility) {
     const Data utf8 = std::make_shared<const Bytes>(text.begin(), text.end());
     PasteboardItem item;
     const auto add = [&item](const char* type, const char* encoding, Data data) {

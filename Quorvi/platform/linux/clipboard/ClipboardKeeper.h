@@ -9,7 +9,7 @@
 
 #include "Quorvi/platform/Descriptor.h"
 #include "Quorvi/platform/Pasteboard.h"
-#include "Quorvi/platform/linux/x11/clipboard/ClipboardHandover.h"
+#include "Quorvi/platform/linux/clipboard/ClipboardHandover.h"
 
 namespace quorvi {
 

@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/x11/keyboard/X11KeyMap.h"
+#include "Quorvi/platform/linux/xkb/KeyMap.h"
 
 #include <array>
 #include <utility>

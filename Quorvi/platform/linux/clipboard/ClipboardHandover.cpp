@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/x11/clipboard/ClipboardHandover.h"
+#include "Quorvi/platform/linux/clipboard/ClipboardHandover.h"
 
 #include <sys/mman.h>
 #include <sys/socket.h>

@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/x11/keyboard/X11KeyMap.h"
+#include "Quorvi/platform/linux/xkb/KeyMap.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 namespace quorvi::test {
 namespace {
 
-TEST(X11KeyMap, EveryKeyOfAFullKeyboardHasItsOwnCode) {
+TEST(KeyMap, EveryKeyOfAFullKeyboardHasItsOwnCode) {
     std::set<KeyCode> codes;
     std::size_t keys = 0;
     // Esc to keypad point, the ISO key with F11 and F12, keypad Enter to right Alt, Home to Delete,
