@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <utility>
 
+#include "Quorvi/platform/linux/gio/GLibHandles.h"
 #include "Quorvi/shell/BusNames.h"
 
 namespace quorvi {
@@ -31,16 +31,8 @@ const char* methodOf(std::string_view command) {
     return found == commands.end() ? nullptr : found->second;
 }
 
-struct Release {
-    void operator()(GDBusConnection* connection) const { g_object_unref(connection); }
-    void operator()(GVariant* value) const { g_variant_unref(value); }
-    void operator()(GError* error) const { g_error_free(error); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, Release>;
-
-Owned<GDBusConnection> sessionBus() {
-    return Owned<GDBusConnection>(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+GLibHandle<GDBusConnection> sessionBus() {
+    return GLibHandle<GDBusConnection>(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
 }
 
 void print(GVariant* status) {
@@ -65,13 +57,13 @@ int runBusCommand(std::string_view command) {
     }
     const bool asks = command == "status";
     GError* failure = nullptr;
-    const Owned<GVariant> answer(g_dbus_connection_call_sync(
+    const GLibHandle<GVariant> answer(g_dbus_connection_call_sync(
         connection.get(), bus::name, bus::path, bus::interface, methodOf(command), nullptr,
         asks ? G_VARIANT_TYPE("(sssb)") : nullptr,
         command == "show" ? G_DBUS_CALL_FLAGS_NONE : G_DBUS_CALL_FLAGS_NO_AUTO_START, patience,
         nullptr, &failure));
     if (!answer) {
-        const Owned<GError> error(failure);
+        const GLibHandle<GError> error(failure);
         const bool absent =
             g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
             g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER) ||
@@ -87,7 +79,7 @@ int runBusCommand(std::string_view command) {
 bool isRunning() {
     const auto connection = sessionBus();
     if (!connection) return false;
-    const Owned<GVariant> answer(g_dbus_connection_call_sync(
+    const GLibHandle<GVariant> answer(g_dbus_connection_call_sync(
         connection.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
         "NameHasOwner", g_variant_new("(s)", bus::name), G_VARIANT_TYPE("(b)"),
         G_DBUS_CALL_FLAGS_NONE, patience, nullptr, nullptr));

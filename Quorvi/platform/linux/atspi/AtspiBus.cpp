@@ -1,14 +1,14 @@
 #include "Quorvi/platform/linux/atspi/AtspiBus.h"
 
 #include <gio/gio.h>
-#include <pthread.h>
 
 #include <atomic>
 #include <mutex>
 #include <string_view>
-#include <thread>
 
 #include "Quorvi/platform/linux/atspi/AtspiVariant.h"
+#include "Quorvi/platform/linux/gio/BusConnection.h"
+#include "Quorvi/platform/linux/gio/GLibThread.h"
 
 namespace quorvi::atspi {
 namespace {
@@ -18,10 +18,6 @@ constexpr const char* busLauncherPath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
 constexpr int launcherTimeoutMs = 10'000;  // activation starts two processes
 
-struct Unref {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-
 bool isCancelled(const GError* error) {
     return error && g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED);
 }
@@ -30,67 +26,22 @@ bool isCancelled(const GError* error) {
 
 // Everything below runs on the bus's thread, in its own main context, unless it says otherwise.
 struct AtspiBus::Impl {
-    explicit Impl(BusObserver& o) : observer(o) {
-        context = g_main_context_new();
-        loop = g_main_loop_new(context, FALSE);
-        cancellable = g_cancellable_new();
-        thread = std::thread([this] { run(); });
-        pthread_setname_np(thread.native_handle(), "atspi-bus");
-    }
+    explicit Impl(BusObserver& o) : observer(o) {}
+    ~Impl() { g_cancellable_cancel(cancellable.get()); }
 
-    ~Impl() {
-        g_cancellable_cancel(cancellable);
-        invoke([](Impl& impl) { g_main_loop_quit(impl.loop); });
-        thread.join();
-        g_object_unref(cancellable);
-        g_main_loop_unref(loop);
-        g_main_context_unref(context);
-    }
-
-    // Runs `work` on the bus's thread. Any thread.
-    void invoke(void (*work)(Impl&)) {
-        struct Call {
-            Impl& impl;
-            void (*work)(Impl&);
-        };
-        GSource* source = g_idle_source_new();
-        g_source_set_callback(
-            source,
-            [](gpointer data) -> gboolean {
-                auto& call = *static_cast<Call*>(data);
-                call.work(call.impl);
-                return G_SOURCE_REMOVE;
-            },
-            new Call{*this, work}, [](gpointer data) { delete static_cast<Call*>(data); });
-        g_source_attach(source, context);
-        g_source_unref(source);
-    }
-
-    void run() {
-        g_main_context_push_thread_default(context);
-        openSession();
-        g_main_loop_run(loop);
+    void end() {
         dropBus();
         closeSession();
-        // Cancelled operations still report back; their callbacks hold a pointer to this object.
-        while (g_main_context_iteration(context, FALSE)) {
-        }
-        g_main_context_pop_thread_default(context);
     }
 
     void openSession() {
-        char* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, cancellable, nullptr);
-        if (!address) return;
-        session = g_dbus_connection_new_for_address_sync(address, connectionFlags, nullptr,
-                                                         cancellable, nullptr);
-        g_free(address);
+        session = connectToBus(G_BUS_TYPE_SESSION, cancellable.get());
         if (!session) return;
-        g_dbus_connection_set_exit_on_close(session, FALSE);
         statusSubscription = g_dbus_connection_signal_subscribe(
-            session, busLauncher, propertiesInterface, "PropertiesChanged", busLauncherPath,
+            session.get(), busLauncher, propertiesInterface, "PropertiesChanged", busLauncherPath,
             statusInterface, G_DBUS_SIGNAL_FLAGS_NONE, &Impl::statusChanged, this, nullptr);
         watch = g_bus_watch_name_on_connection(
-            session, busLauncher, G_BUS_NAME_WATCHER_FLAGS_NONE,
+            session.get(), busLauncher, G_BUS_NAME_WATCHER_FLAGS_NONE,
             [](GDBusConnection*, const char*, const char*, gpointer self) {
                 static_cast<Impl*>(self)->launcherAppeared();
             },
@@ -103,16 +54,16 @@ struct AtspiBus::Impl {
     void closeSession() {
         if (!session) return;
         g_bus_unwatch_name(watch);
-        g_dbus_connection_signal_unsubscribe(session, statusSubscription);
-        g_dbus_connection_close_sync(session, nullptr, nullptr);
-        g_clear_object(&session);
+        g_dbus_connection_signal_unsubscribe(session.get(), statusSubscription);
+        g_dbus_connection_close_sync(session.get(), nullptr, nullptr);
+        session.reset();
     }
 
     void callLauncher(const char* interface, const char* method, GVariant* arguments,
                       GAsyncReadyCallback done) {
-        g_dbus_connection_call(session, busLauncher, busLauncherPath, interface, method, arguments,
-                               nullptr, G_DBUS_CALL_FLAGS_NONE, launcherTimeoutMs, cancellable,
-                               done, this);
+        g_dbus_connection_call(session.get(), busLauncher, busLauncherPath, interface, method,
+                               arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, launcherTimeoutMs,
+                               cancellable.get(), done, this);
     }
 
     // The request may reach a launcher that is about to end with its bus, answered or not. So it is
@@ -124,13 +75,13 @@ struct AtspiBus::Impl {
             propertiesInterface, "Set",
             g_variant_new("(ssv)", statusInterface, "IsEnabled", g_variant_new_boolean(TRUE)),
             [](GObject* source, GAsyncResult* result, gpointer data) {
-                GError* error = nullptr;
-                Variant reply(
-                    g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error));
+                GError* failure = nullptr;
+                const Variant reply(
+                    g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &failure));
+                const GLibHandle<GError> error(failure);
                 auto* self = static_cast<Impl*>(data);
                 if (!error && self->bus) self->enableTries = 0;
-                if (error && !isCancelled(error)) self->enable();
-                g_clear_error(&error);
+                if (error && !isCancelled(error.get())) self->enable();
             });
     }
 
@@ -163,12 +114,12 @@ struct AtspiBus::Impl {
                          Variant reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source),
                                                                      result, nullptr));
                          if (!reply) return;
-                         GVariant* value = nullptr;
-                         g_variant_get(reply.get(), "(v)", &value);
+                         GVariant* boxed = nullptr;
+                         g_variant_get(reply.get(), "(v)", &boxed);
+                         const Variant value(boxed);
                          static_cast<Impl*>(self)->setEnabled(
-                             g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) &&
-                             g_variant_get_boolean(value));
-                         g_variant_unref(value);
+                             g_variant_is_of_type(value.get(), G_VARIANT_TYPE_BOOLEAN) &&
+                             g_variant_get_boolean(value.get()));
                      });
     }
 
@@ -181,12 +132,11 @@ struct AtspiBus::Impl {
     void openBus(const char* address) {
         dropBus();
         g_dbus_connection_new_for_address(
-            address, connectionFlags, nullptr, cancellable,
+            address, ownBusConnection, nullptr, cancellable.get(),
             [](GObject*, GAsyncResult* result, gpointer self) {
-                GError* error = nullptr;
-                GDBusConnection* made = g_dbus_connection_new_for_address_finish(result, &error);
-                if (made && !isCancelled(error)) static_cast<Impl*>(self)->busOpened(made);
-                g_clear_error(&error);
+                // Null, and the object gone, if connecting was cancelled.
+                auto* made = g_dbus_connection_new_for_address_finish(result, nullptr);
+                if (made) static_cast<Impl*>(self)->busOpened(made);
             },
             this);
     }
@@ -209,7 +159,7 @@ struct AtspiBus::Impl {
         enableTries = 0;
         {
             std::lock_guard lock(mutex);
-            bus.reset(made, Unref{});
+            bus.reset(made, GLibRelease{});
         }
         observer.usabilityChanged();
     }
@@ -228,7 +178,7 @@ struct AtspiBus::Impl {
             g_dbus_connection_call(
                 made, registryName, "/org/a11y/atspi/registry", registryName, "RegisterEvent",
                 g_variant_new("(s@ass)", event, g_variant_new("as", nullptr), ""), nullptr,
-                G_DBUS_CALL_FLAGS_NONE, launcherTimeoutMs, cancellable, nullptr, nullptr);
+                G_DBUS_CALL_FLAGS_NONE, launcherTimeoutMs, cancellable.get(), nullptr, nullptr);
     }
 
     void dropBus() {
@@ -275,15 +225,9 @@ struct AtspiBus::Impl {
             static_cast<Impl*>(self)->registerEvents(made);
     }
 
-    static constexpr auto connectionFlags =
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-
     BusObserver& observer;
-    GMainContext* context = nullptr;
-    GMainLoop* loop = nullptr;
-    GCancellable* cancellable = nullptr;
-    GDBusConnection* session = nullptr;
+    const GLibHandle<GCancellable> cancellable{g_cancellable_new()};
+    GLibHandle<GDBusConnection> session;
     guint watch = 0;
     guint statusSubscription = 0;
     int enableTries = 0;  // left, while asked to switch accessibility on
@@ -294,7 +238,7 @@ struct AtspiBus::Impl {
     mutable std::mutex mutex;  // guards the pointer only
     std::shared_ptr<GDBusConnection> bus;
 
-    std::thread thread;
+    GLibThread thread{"atspi-bus", [this] { openSession(); }, [this] { end(); }};
 };
 
 AtspiBus::AtspiBus(BusObserver& observer) : impl_(std::make_unique<Impl>(observer)) {}
@@ -310,9 +254,9 @@ std::shared_ptr<GDBusConnection> AtspiBus::connection() const {
 }
 
 void AtspiBus::enable() {
-    impl_->invoke([](Impl& impl) {
-        impl.enableTries = 3;
-        impl.enable();
+    impl_->thread.invoke([impl = impl_.get()] {
+        impl->enableTries = 3;
+        impl->enable();
     });
 }
 

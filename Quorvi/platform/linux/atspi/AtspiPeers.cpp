@@ -35,12 +35,9 @@ bool isTimeout(const GError* error) {
 class Batch {
 public:
     explicit Batch(std::size_t count) : replies(count), timedOut(count, false) {
-        g_main_context_push_thread_default(context_);
+        g_main_context_push_thread_default(context_.get());
     }
-    ~Batch() {
-        g_main_context_pop_thread_default(context_);
-        g_main_context_unref(context_);
-    }
+    ~Batch() { g_main_context_pop_thread_default(context_.get()); }
     Batch(const Batch&) = delete;
     Batch& operator=(const Batch&) = delete;
 
@@ -54,7 +51,7 @@ public:
 
     // Every call ends by its own time-out at the latest.
     void wait() {
-        while (pending_ > 0) g_main_context_iteration(context_, TRUE);
+        while (pending_ > 0) g_main_context_iteration(context_.get(), TRUE);
     }
 
     std::vector<Variant> replies;
@@ -68,16 +65,16 @@ private:
 
     static void finish(GObject* source, GAsyncResult* result, gpointer data) {
         const std::unique_ptr<Slot> slot(static_cast<Slot*>(data));
-        GError* error = nullptr;
+        GError* failure = nullptr;
         auto& batch = slot->batch;
         batch.replies[slot->index].reset(
-            g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error));
-        if (error) batch.timedOut[slot->index] = isTimeout(error);
-        g_clear_error(&error);
+            g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &failure));
+        const GLibHandle<GError> error(failure);
+        if (error) batch.timedOut[slot->index] = isTimeout(error.get());
         --batch.pending_;
     }
 
-    GMainContext* context_ = g_main_context_new();
+    const GLibHandle<GMainContext> context_{g_main_context_new()};
     std::size_t pending_ = 0;
 };
 

@@ -25,10 +25,6 @@ bool isOf(const Variant& value, const char* type) {
 
 }  // namespace
 
-void ReleaseVariant::operator()(_GVariant* variant) const {
-    g_variant_unref(variant);
-}
-
 Variant arguments() {
     return owned(g_variant_new("()"));
 }

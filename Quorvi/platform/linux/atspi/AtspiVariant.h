@@ -1,24 +1,19 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Quorvi/platform/linux/atspi/AtspiProtocol.h"
+#include "Quorvi/platform/linux/gio/GLibHandles.h"
 
-struct _GVariant;
-
-// Messages of the accessibility bus, without GLib's headers. The readers accept the body of a
-// reply, a tuple, whatever its shape: what does not fit yields nothing.
+// Messages of the accessibility bus, without GLib's headers. The readers take the body of a reply,
+// a tuple of any shape, and return nullopt if it is null or has other types than expected.
 namespace quorvi::atspi {
 
-struct ReleaseVariant {
-    void operator()(_GVariant* variant) const;
-};
-using Variant = std::unique_ptr<_GVariant, ReleaseVariant>;
+using Variant = GLibHandle<GVariant>;
 
 // Arguments of calls.
 Variant arguments();

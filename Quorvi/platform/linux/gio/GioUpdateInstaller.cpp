@@ -2,11 +2,10 @@
 
 #include <gio/gio.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
+#include "Quorvi/platform/linux/gio/GLibHandles.h"
 #include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
 
@@ -17,20 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr auto packageType = "application/vnd.debian.binary-package";
-
-struct Free {
-    void operator()(void* memory) const { g_free(memory); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(GList* list) const { g_list_free(list); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, Free>;
-
-struct Unref {
-    void operator()(void* object) const { g_object_unref(object); }
-};
-template <class T>
-using Object = std::unique_ptr<T, Unref>;
 
 // The value of a control field in dpkg-deb's output.
 std::string field(std::string_view output, const std::string& name) {
@@ -47,28 +32,25 @@ PackageIdentity describe(const fs::path& package) {
                                "Package",  "Version", nullptr};
     constexpr auto flags = static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |
                                                          G_SUBPROCESS_FLAGS_STDERR_SILENCE);
-    const Object<GSubprocess> program(g_subprocess_newv(arguments, flags, nullptr));
+    const GLibHandle<GSubprocess> program(g_subprocess_newv(arguments, flags, nullptr));
     char* text = nullptr;
     const bool ended = program && g_subprocess_communicate_utf8(program.get(), nullptr, nullptr,
                                                                 &text, nullptr, nullptr);
-    const Owned<char> output(text);
+    const GLibHandle<char> output(text);
     if (!ended || !output || !g_subprocess_get_successful(program.get()))
         throw QuorviError::message("The update could not be read. It is not a Debian package.");
     return {field(output.get(), "Package"), field(output.get(), "Version")};
 }
 
 void launch(const fs::path& package) {
-    const Object<GAppInfo> application(g_app_info_get_default_for_type(packageType, FALSE));
+    const GLibHandle<GAppInfo> application(g_app_info_get_default_for_type(packageType, FALSE));
     const auto byHand = "Install it with: sudo apt install " + package.string();
     if (!application)
         throw QuorviError::message("This desktop has no program that installs packages. " + byHand);
-    const Object<GFile> file(g_file_new_for_path(package.c_str()));
-    const Owned<char> uri(g_file_get_uri(file.get()));
-    const Owned<GList> uris(g_list_append(nullptr, uri.get()));
-    GError* error = nullptr;
-    const bool started = g_app_info_launch_uris(application.get(), uris.get(), nullptr, &error);
-    const Owned<GError> failure(error);
-    if (!started)
+    const GLibHandle<GFile> file(g_file_new_for_path(package.c_str()));
+    const GLibHandle<char> uri(g_file_get_uri(file.get()));
+    const GLibHandle<GList> uris(g_list_append(nullptr, uri.get()));
+    if (!g_app_info_launch_uris(application.get(), uris.get(), nullptr, nullptr))
         throw QuorviError::message("The package installer could not be started. " + byHand);
 }
 

@@ -1,35 +1,28 @@
 #include "Quorvi/platform/linux/gio/LogindSleepSignals.h"
 
-#include <gio/gio.h>
-
 #include <utility>
+
+#include "Quorvi/platform/linux/gio/BusConnection.h"
 
 namespace quorvi {
 
 struct LogindSleepSignals::Link {
     std::function<void(bool)> onSignal;
-    GCancellable* cancellable = g_cancellable_new();
-    GDBusConnection* bus = nullptr;
+    const GLibHandle<GCancellable> cancellable{g_cancellable_new()};
+    GLibHandle<GDBusConnection> bus;
     guint subscription = 0;
 
     ~Link() {
-        if (bus != nullptr) {
-            g_dbus_connection_signal_unsubscribe(bus, subscription);
-            g_object_unref(bus);
-        }
-        g_object_unref(cancellable);
+        if (bus) g_dbus_connection_signal_unsubscribe(bus.get(), subscription);
+        g_cancellable_cancel(cancellable.get());
     }
 
     static void connected(GObject*, GAsyncResult* result, gpointer data) {
-        GError* error = nullptr;
-        auto* connection = g_dbus_connection_new_for_address_finish(result, &error);
-        if (connection == nullptr) {
-            // The link is gone when the connecting was cancelled; `data` must not be touched then.
-            g_error_free(error);
-            return;
-        }
+        auto* connection = g_dbus_connection_new_for_address_finish(result, nullptr);
+        // Null, and `data` gone, if connecting was cancelled.
+        if (connection == nullptr) return;
         auto* link = static_cast<Link*>(data);
-        link->bus = connection;
+        link->bus.reset(connection);
         link->subscription = g_dbus_connection_signal_subscribe(
             connection, "org.freedesktop.login1", "org.freedesktop.login1.Manager",
             "PrepareForSleep", "/org/freedesktop/login1", nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
@@ -45,24 +38,16 @@ struct LogindSleepSignals::Link {
     }
 };
 
-LogindSleepSignals::LogindSleepSignals(GMainContext* context, std::function<void(bool)> onSignal)
+LogindSleepSignals::LogindSleepSignals(std::function<void(bool)> onSignal)
     : link_(std::make_unique<Link>()) {
     link_->onSignal = std::move(onSignal);
-    gchar* address = g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr);
-    if (address == nullptr) return;
-    // A connection of our own: the shared one ends the process when the bus goes away.
-    g_main_context_push_thread_default(context);
-    g_dbus_connection_new_for_address(
-        address,
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-        nullptr, link_->cancellable, Link::connected, link_.get());
-    g_main_context_pop_thread_default(context);
-    g_free(address);
+    const GLibHandle<char> address(
+        g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr));
+    if (!address) return;
+    g_dbus_connection_new_for_address(address.get(), ownBusConnection, nullptr,
+                                      link_->cancellable.get(), Link::connected, link_.get());
 }
 
-LogindSleepSignals::~LogindSleepSignals() {
-    g_cancellable_cancel(link_->cancellable);
-}
+LogindSleepSignals::~LogindSleepSignals() = default;
 
 }  // namespace quorvi

@@ -3,17 +3,15 @@
 #include <functional>
 #include <memory>
 
-typedef struct _GMainContext GMainContext;
-
 namespace quorvi {
 
-// Hears from logind, over the system bus, that the machine is about to sleep and that it has woken.
-// A machine without a system bus never says so, which is no error. Created, destroyed and calling
-// back on the thread that runs `context`.
+// Reports that the machine is about to sleep and that it has woken, as logind announces it on the
+// system bus. Never calls back on a machine without a system bus. Created, destroyed and calling
+// back on one thread, which runs its default GLib context (see GLibThread).
 class LogindSleepSignals {
 public:
     // `onSignal` is given true before sleep and false after waking.
-    LogindSleepSignals(GMainContext* context, std::function<void(bool)> onSignal);
+    explicit LogindSleepSignals(std::function<void(bool)> onSignal);
     ~LogindSleepSignals();
 
 private:

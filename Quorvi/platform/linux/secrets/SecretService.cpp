@@ -94,8 +94,7 @@ Service::~Service() {
     session_.reset();
     bus_.reset();
     // What libsecret had subscribed to is given back in here.
-    while (g_main_context_iteration(context_, FALSE)) continue;
-    g_main_context_unref(context_);
+    while (g_main_context_iteration(context_.get(), FALSE)) continue;
 }
 
 void Service::open(Operation& operation) {

@@ -26,7 +26,7 @@ public:
     Service& operator=(const Service&) = delete;
 
     // Where its operations run.
-    GMainContext* context() const { return context_; }
+    GMainContext* context() const { return context_.get(); }
 
     // Connects, starts the service if need be, and notices that it is another one than before: the
     // session went with the former one. Comes first in every operation.
@@ -62,9 +62,9 @@ private:
     Variant call(Operation& operation, const std::string& path, const char* interface,
                  const char* method, GVariant* arguments, const char* answerType);
 
-    GMainContext* const context_ = g_main_context_new();
-    Held<GDBusConnection> bus_;
-    Held<SecretService> session_;
+    const GLibHandle<GMainContext> context_{g_main_context_new()};
+    GLibHandle<GDBusConnection> bus_;
+    GLibHandle<SecretService> session_;
     std::string owner_;  // the service's own name on the bus
 };
 

@@ -106,23 +106,22 @@ Operation::~Operation() {
 }
 
 void Operation::OnStop::operator()() const {
-    GSource* source = g_idle_source_new();
+    const GLibHandle<GSource> source(g_idle_source_new());
     g_source_set_callback(
-        source,
+        source.get(),
         [](gpointer cancellable) -> gboolean {
             g_cancellable_cancel(static_cast<GCancellable*>(cancellable));
             return G_SOURCE_REMOVE;
         },
         g_object_ref(operation.cancellable_.get()), g_object_unref);
-    g_source_attach(source, operation.context_);
-    g_source_unref(source);
+    g_source_attach(source.get(), operation.context_);
 }
 
 void Operation::answered(GObject*, GAsyncResult* result, gpointer self) {
     static_cast<Operation*>(self)->result_.reset(static_cast<GAsyncResult*>(g_object_ref(result)));
 }
 
-Held<GAsyncResult> Operation::result() {
+GLibHandle<GAsyncResult> Operation::result() {
     while (!result_) g_main_context_iteration(context_, TRUE);
     return std::move(result_);
 }

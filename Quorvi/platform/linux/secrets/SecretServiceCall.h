@@ -3,29 +3,15 @@
 // Included by the adapter's sources only: it brings GLib with it.
 #include <gio/gio.h>
 
-#include <memory>
 #include <optional>
 #include <stop_token>
 
 #include "Quorvi/platform/Keychain.h"
+#include "Quorvi/platform/linux/gio/GLibHandles.h"
 
 namespace quorvi::secrets {
 
-struct Release {
-    void operator()(gpointer object) const { g_object_unref(object); }
-    void operator()(GVariant* value) const { g_variant_unref(value); }
-    void operator()(GHashTable* table) const { g_hash_table_unref(table); }
-    void operator()(gchar* text) const { g_free(text); }
-    void operator()(gchar** texts) const { g_strfreev(texts); }
-};
-template <class T>
-using Held = std::unique_ptr<T, Release>;
-using Texts = std::unique_ptr<gchar*, Release>;
-using Variant = std::unique_ptr<GVariant, Release>;
-
-// A connection of our own: the shared one ends the process when the bus goes away.
-inline constexpr auto ownConnection = static_cast<GDBusConnectionFlags>(
-    G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+using Variant = GLibHandle<GVariant>;
 
 inline constexpr auto serviceName = "org.freedesktop.secrets";
 inline constexpr auto busName = "org.freedesktop.DBus";
@@ -73,7 +59,7 @@ public:
 
     // Begins a call, `start(cancellable, callback, data)`, and returns its result once it is there.
     template <class Start>
-    Held<GAsyncResult> await(Start start) {
+    GLibHandle<GAsyncResult> await(Start start) {
         start(cancellable_.get(), &Operation::answered, this);
         return result();
     }
@@ -99,11 +85,11 @@ private:
     };
 
     static void answered(GObject*, GAsyncResult* result, gpointer self);
-    Held<GAsyncResult> result();
+    GLibHandle<GAsyncResult> result();
 
     GMainContext* const context_;
-    const Held<GCancellable> cancellable_{g_cancellable_new()};
-    Held<GAsyncResult> result_;
+    const GLibHandle<GCancellable> cancellable_{g_cancellable_new()};
+    GLibHandle<GAsyncResult> result_;
     std::optional<std::stop_callback<OnStop>> onStop_;
 };
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "Quorvi/platform/linux/gio/GLibHandles.h"
 #include "QuorviCore/text/Utf8Bytes.h"
 
 namespace quorvi {
@@ -22,11 +23,8 @@ std::string lowered(std::string name) {
 std::string installedApplicationName(const std::string& instance, const std::string& className) {
     for (const auto& id : {className, lowered(className), instance}) {
         if (id.empty()) continue;
-        auto* info = g_desktop_app_info_new((id + ".desktop").c_str());
-        if (info == nullptr) continue;
-        std::string name = g_app_info_get_name(G_APP_INFO(info));
-        g_object_unref(info);
-        return name;
+        const GLibHandle<GDesktopAppInfo> info(g_desktop_app_info_new((id + ".desktop").c_str()));
+        if (info) return g_app_info_get_name(G_APP_INFO(info.get()));
     }
     std::string name;
     GList* all = g_app_info_get_all();

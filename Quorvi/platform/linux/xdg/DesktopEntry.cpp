@@ -3,10 +3,11 @@
 #include <glib.h>
 
 #include <algorithm>
-#include <memory>
 #include <sstream>
 #include <string_view>
 #include <vector>
+
+#include "Quorvi/platform/linux/gio/GLibHandles.h"
 
 namespace quorvi {
 
@@ -14,21 +15,17 @@ namespace {
 
 constexpr auto group = "Desktop Entry";
 
-using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_free)>;
-
 bool flag(GKeyFile* file, const char* key, bool fallback) {
-    GError* error = nullptr;
-    const bool value = g_key_file_get_boolean(file, group, key, &error) != FALSE;
-    if (error == nullptr) return value;
-    g_error_free(error);
-    return fallback;
+    GError* failure = nullptr;
+    const bool value = g_key_file_get_boolean(file, group, key, &failure) != FALSE;
+    const GLibHandle<GError> error(failure);
+    return error ? fallback : value;
 }
 
 std::vector<std::string> list(GKeyFile* file, const char* key) {
-    gchar** values = g_key_file_get_string_list(file, group, key, nullptr, nullptr);
+    const GLibHandle<char*> values(g_key_file_get_string_list(file, group, key, nullptr, nullptr));
     std::vector<std::string> result;
-    for (gchar** value = values; value && *value; ++value) result.emplace_back(*value);
-    g_strfreev(values);
+    for (char** value = values.get(); value && *value; ++value) result.emplace_back(*value);
     return result;
 }
 
@@ -53,14 +50,11 @@ std::string withoutFieldCodes(std::string_view word) {
 }
 
 std::string programOf(GKeyFile* file) {
-    gchar* command = g_key_file_get_string(file, group, "Exec", nullptr);
-    if (command == nullptr) return {};
-    gchar** words = nullptr;
-    std::string program;
-    if (g_shell_parse_argv(command, nullptr, &words, nullptr)) program = withoutFieldCodes(*words);
-    g_strfreev(words);
-    g_free(command);
-    return program;
+    const GLibHandle<char> command(g_key_file_get_string(file, group, "Exec", nullptr));
+    char** parsed = nullptr;
+    if (!command || !g_shell_parse_argv(command.get(), nullptr, &parsed, nullptr)) return {};
+    const GLibHandle<char*> words(parsed);
+    return withoutFieldCodes(*words.get());
 }
 
 // A value as it stands in the file.
@@ -85,7 +79,7 @@ std::string escapedValue(const std::string& value) {
 
 std::optional<DesktopEntry> DesktopEntry::read(const std::filesystem::path& file,
                                                const std::string& desktops) {
-    const KeyFile entry(g_key_file_new(), &g_key_file_free);
+    const GLibHandle<GKeyFile> entry(g_key_file_new());
     if (!g_key_file_load_from_file(entry.get(), file.c_str(), G_KEY_FILE_NONE, nullptr) ||
         !g_key_file_has_group(entry.get(), group))
         return std::nullopt;

@@ -2,13 +2,12 @@
 
 #include <glib-unix.h>
 #include <glib.h>
-#include <pthread.h>
 #include <unistd.h>
 
 #include <mutex>
-#include <thread>
 #include <utility>
 
+#include "Quorvi/platform/linux/gio/GLibThread.h"
 #include "Quorvi/platform/linux/gio/LogindSleepSignals.h"
 #include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "Quorvi/platform/linux/x11/desktop/X11ActiveApplication.h"
@@ -16,7 +15,7 @@
 namespace quorvi {
 namespace {
 
-constexpr guint reconnectMilliseconds = 1000;
+constexpr Duration reconnectDelay = std::chrono::seconds(1);
 
 }  // namespace
 
@@ -31,24 +30,11 @@ public:
     Watcher(Scheduler& scheduler, std::weak_ptr<Signals> signals)
         : scheduler_(scheduler),
           signals_(std::move(signals)),
-          context_(g_main_context_new()),
-          loop_(g_main_loop_new(context_, FALSE)),
           connection_(std::make_unique<X11Connection>()) {
         // So that the application is known as soon as the workspace exists.
         if (connection_->isAlive()) remember(X11ActiveApplication(*connection_).look());
-        thread_ = std::thread([this] { run(); });
-        pthread_setname_np(thread_.native_handle(), "quorvi-session");
-    }
-
-    ~Watcher() {
-        // Quitting happens inside the loop: a loop that has not started yet would miss it.
-        callInLoop(0, [](gpointer self) -> gboolean {
-            g_main_loop_quit(static_cast<Watcher*>(self)->loop_);
-            return G_SOURCE_REMOVE;
-        });
-        thread_.join();
-        g_main_loop_unref(loop_);
-        g_main_context_unref(context_);
+        thread_.emplace(
+            "quorvi-session", [this] { begin(); }, [this] { end(); });
     }
 
     std::optional<RunningApplication> frontmost() const {
@@ -57,15 +43,14 @@ public:
     }
 
 private:
-    void run() {
-        {
-            LogindSleepSignals sleep(context_, [this](bool sleeping) { announce(sleeping); });
-            watch();
-            g_main_loop_run(loop_);
-        }
+    void begin() {
+        sleep_.emplace([this](bool sleeping) { announce(sleeping); });
+        watch();
+    }
+
+    void end() {
+        sleep_.reset();
         disconnect();
-        // The cancelled call to the bus still has its answer to deliver.
-        while (g_main_context_iteration(context_, FALSE)) continue;
     }
 
     void watch() {
@@ -74,26 +59,24 @@ private:
         constexpr std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
         xcb_change_window_attributes(connection_->get(), connection_->root(), XCB_CW_EVENT_MASK,
                                      &changes);
-        input_ = g_unix_fd_source_new(connection_->fileDescriptor(),
-                                      static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
+        input_.reset(
+            g_unix_fd_source_new(connection_->fileDescriptor(),
+                                 static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR)));
         const GUnixFDSourceFunc readable = [](gint, GIOCondition, gpointer self) -> gboolean {
             return static_cast<Watcher*>(self)->processEvents() ? G_SOURCE_CONTINUE
                                                                 : G_SOURCE_REMOVE;
         };
-        g_source_set_callback(input_,
+        g_source_set_callback(input_.get(),
                               reinterpret_cast<GSourceFunc>(reinterpret_cast<void*>(readable)),
                               this, nullptr);
-        g_source_attach(input_, context_);
+        g_source_attach(input_.get(), g_main_context_get_thread_default());
         update();
         processEvents();
     }
 
     void disconnect() {
-        if (input_ != nullptr) {
-            g_source_destroy(input_);
-            g_source_unref(input_);
-            input_ = nullptr;
-        }
+        if (input_) g_source_destroy(input_.get());
+        input_.reset();
         active_.reset();
         connection_.reset();
         remember(std::nullopt);
@@ -101,12 +84,11 @@ private:
 
     void retryLater() {
         disconnect();
-        callInLoop(reconnectMilliseconds, [](gpointer self) -> gboolean {
-            auto* watcher = static_cast<Watcher*>(self);
-            watcher->connection_ = std::make_unique<X11Connection>();
-            watcher->watch();
-            return G_SOURCE_REMOVE;
-        });
+        const auto reconnect = [this] {
+            connection_ = std::make_unique<X11Connection>();
+            watch();
+        };
+        thread_->invoke(reconnect, reconnectDelay);
     }
 
     // False when the connection is lost. Looking something up may read further events into the
@@ -150,25 +132,17 @@ private:
         });
     }
 
-    void callInLoop(guint milliseconds, GSourceFunc call) {
-        auto* source = milliseconds == 0 ? g_idle_source_new() : g_timeout_source_new(milliseconds);
-        g_source_set_callback(source, call, this, nullptr);
-        g_source_attach(source, context_);
-        g_source_unref(source);
-    }
-
     Scheduler& scheduler_;
     std::weak_ptr<Signals> signals_;
-    GMainContext* context_;
-    GMainLoop* loop_;
-    // These three belong to the thread. The first connection is made before it starts, while no
-    // toolkit can be connecting at the same time (libXau is not thread-safe).
+    // The thread's own. The first connection is made before it starts, while no toolkit can be
+    // connecting at the same time (libXau is not thread-safe).
     std::unique_ptr<X11Connection> connection_;
     std::unique_ptr<X11ActiveApplication> active_;
-    GSource* input_ = nullptr;
+    std::optional<LogindSleepSignals> sleep_;
+    GLibHandle<GSource> input_;
     mutable std::mutex mutex_;  // guards frontmost_ only
     std::optional<RunningApplication> frontmost_;
-    std::thread thread_;
+    std::optional<GLibThread> thread_;
 };
 
 X11Workspace::X11Workspace(Scheduler& scheduler)
