@@ -20,7 +20,7 @@ namespace {
 
 using Chunk = DictationRecords::Chunk;
 
-// What the comparison of two lists needs to know about an element.
+// Traits of the elements of a list, for the comparison of two lists.
 struct RecordTraits {
     using Element = DictationRecord;
     using Key = Uuid;
@@ -62,7 +62,7 @@ struct RuleTraits {
     }
     static bool isRedacted(const TextCorrection&) { return false; }
     static constexpr bool isRedactedWhenGone = false;
-    // Byte for byte, which the rules' own comparison is not.
+    // Byte for byte, unlike the rules' own comparison.
     static bool same(const TextCorrection& a, const TextCorrection& b) {
         return a.id == b.id && a.original == b.original && a.replacement == b.replacement &&
                a.isEnabled == b.isEnabled && a.learnedAutomatically == b.learnedAutomatically &&
@@ -77,7 +77,7 @@ struct RuleTraits {
     }
 };
 
-// One value out of the elements that share an id.
+// Chooses one value from the elements that share an id.
 template <class Traits>
 class Choice {
 public:
@@ -103,7 +103,7 @@ private:
 template <class Traits>
 using Elements = std::vector<const typename Traits::Element*>;
 
-// Leaves out what two lists share at the start and at the end.
+// Removes the common start and end of two lists.
 template <class Traits>
 void trim(Elements<Traits>& before, Elements<Traits>& after) {
     const auto same = [](const auto* a, const auto* b) { return Traits::same(*a, *b); };
@@ -116,8 +116,8 @@ void trim(Elements<Traits>& before, Elements<Traits>& after) {
     after.erase(after.begin(), starts.in2);
 }
 
-// Adds what differs between `before` and `after`, which are those parts of two lists that may
-// differ. `forEach` visits every element of the later list.
+// Adds the differences between `before` and `after`, the parts of two lists that may differ.
+// `forEach` visits every element of the later list.
 template <class Traits, class ForEach>
 void compare(Elements<Traits> before, Elements<Traits> after, const SyncLedger& ledger,
              ForEach forEach, LocalChanges& changes) {
@@ -131,8 +131,8 @@ void compare(Elements<Traits> before, Elements<Traits> after, const SyncLedger& 
     for (const auto* element : before) sides[Traits::key(*element)].before.push_back(element);
     for (const auto* element : after) sides[Traits::key(*element)].after.push_back(element);
 
-    // An element may have a namesake among those that did not change. One that is new has none
-    // when the ledger does not know its id.
+    // Unchanged elements may have the same id as a changed one, but not as a new one that the
+    // ledger does not know.
     std::unordered_map<Key, Choice<Traits>, Hash> wanted;
     for (const auto& [key, side] : sides) {
         const auto isUnchanged = std::ranges::is_permutation(
@@ -150,7 +150,7 @@ void compare(Elements<Traits> before, Elements<Traits> after, const SyncLedger& 
         if (change.payload) changes.push_back(std::move(change));
     }
     if (wanted.empty()) return;
-    // Both sides' elements give the ids; the whole list gives the values.
+    // The ids come from both parts, the values from the whole list.
     forEach([&wanted](const typename Traits::Element& element) {
         const auto found = wanted.find(Traits::key(element));
         if (found != wanted.end()) found->second.offer(element);
@@ -170,7 +170,7 @@ struct ChunkDifference {
         if (earlier.isSharedWith(later)) return;
         const auto& a = earlier.parts();
         const auto& b = later.parts();
-        // A new dictation leaves all but the first.
+        // After a new dictation only the first chunk differs.
         const auto same = [](const auto& x, const auto& y) { return x.chunk == y.chunk; };
         const auto ends = std::mismatch(a.rbegin(), a.rend(), b.rbegin(), b.rend(), same);
         std::unordered_map<const Chunk*, std::ptrdiff_t> counts;
@@ -233,7 +233,7 @@ SharedString settingId(std::string_view key) {
     return std::string(syncPrefix::setting).append(key);
 }
 
-// Every value that can be encoded.
+// Visits every value that can be encoded.
 template <class Visit>
 void visitAll(const LocalSnapshot& snapshot, Visit visit) {
     const auto visitEncoded = [&visit](LocalChange change) {

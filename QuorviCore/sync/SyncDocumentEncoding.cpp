@@ -10,7 +10,7 @@ namespace quorvi {
 
 namespace {
 
-// A piece is written out once it has this size.
+// A piece ends once it has this size.
 constexpr std::size_t pieceSize = 256 * 1024;
 
 void appendBytes(std::string& out, std::string_view bytes) {

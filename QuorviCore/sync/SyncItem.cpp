@@ -15,7 +15,7 @@ namespace quorvi {
 
 namespace {
 
-// A dictation's payload without the text. Anything else stays as it is.
+// Removes the text from a dictation's payload. Other payloads stay as they are.
 void takeOutText(SharedString& payload) {
     try {
         auto record = decodeRecord(payload.string());
@@ -27,7 +27,7 @@ void takeOutText(SharedString& payload) {
     }
 }
 
-// Passes over what the canonical form has at some place.
+// Reads the canonical form.
 class CanonicalReader {
 public:
     explicit CanonicalReader(std::string_view json) : rest_(json) {}
@@ -37,7 +37,7 @@ public:
         rest_.remove_prefix(literal.size());
         return true;
     }
-    // Up to the quotation mark, which is passed too. False where something is escaped.
+    // Reads up to and including the quotation mark. Returns false if anything is escaped.
     bool text(std::string_view& value) {
         const auto end = rest_.find('"');
         if (end == rest_.npos) return false;
@@ -46,7 +46,7 @@ public:
         return std::ranges::all_of(
             value, [](char c) { return static_cast<unsigned char>(c) >= 0x20 && c != '\\'; });
     }
-    // Without looking at what is in it.
+    // Does not check the digits.
     bool base64(std::string_view& value) {
         const auto end = rest_.find('"');
         if (end == rest_.npos) return false;
@@ -70,7 +70,7 @@ private:
     std::string_view rest_;
 };
 
-// What every device writes. Anything else, right or wrong, is left to the parser.
+// A fast path for the form that every device writes. Returns nullopt for any other, valid or not.
 std::optional<SyncItem> decodeCanonical(std::string_view json) {
     CanonicalReader reader(json);
     std::string_view device, id, base64;
@@ -92,7 +92,7 @@ std::optional<SyncItem> decodeCanonical(std::string_view json) {
     return SyncItem(id, std::move(payload), revision, device, redacted);
 }
 
-// A whole number, also one that is written as a decimal fraction.
+// Returns a whole number, which may be written as a decimal fraction.
 std::optional<std::int64_t> integerOf(const rapidjson::Value& value) {
     if (value.IsInt64()) return value.GetInt64();
     if (!value.IsDouble()) return std::nullopt;

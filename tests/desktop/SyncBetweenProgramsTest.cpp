@@ -19,13 +19,13 @@ constexpr auto sentence = "please call catherine about the weather";
 constexpr auto recognised = "Please call catherine about the weather.";
 constexpr int behindTheFirstLetter = 27;  // characters from the end of the sentence
 
-// A machine of the user's.
+// One of the user's machines.
 class Machine : public QuorviProgram {
 public:
     explicit Machine(const std::string& cloud)
         : QuorviProgram({{"cloudDatabase", PropertyList(cloud)}}) {}
 
-    // On another desktop, of which this test's own knows nothing.
+    // On a desktop of its own, apart from the one of this test.
     void startElsewhere() {
         elsewhere_ = std::make_unique<NestedServer>();
         const auto run = home().path() / "run";
@@ -46,7 +46,7 @@ bool holds(const std::string& text, std::string_view part) {
 
 class SyncBetweenProgramsTest : public testing::Test {
 protected:
-    // A dictation with a real voice into a real editor, whose text is then mended.
+    // Dictates with a real voice into a real editor, and corrects the text there.
     void dictateAndMend(Machine& machine) {
         const auto sentences = folder_.write("sentences", std::string(sentence) + "\n");
         Process service(
@@ -78,13 +78,13 @@ protected:
         second.startElsewhere();
         dictateAndMend(first);
         if (HasFatalFailure()) return;
-        // The dictation, the rule that the edit has taught, and the shortcut.
+        // The dictation, the rule learned from the edit, and the shortcut.
         EXPECT_TRUE(eventually([&] { return holds(second.historyText(), recognised); }));
         EXPECT_TRUE(eventually([&] { return holds(second.preferencesText(), "Katherine"); }));
         EXPECT_TRUE(eventually([&] { return holds(second.preferencesText(), "hotkey"); }));
 
-        // What is deleted on one machine, while it hears of nothing, goes on the other; and a crash
-        // of that one in between takes nothing away.
+        // A deletion on one machine while it is off reaches the other, which has crashed in between
+        // without losing anything.
         second.quit();
         std::ofstream(second.historyFile()) << "{\"records\":[],\"version\":1}";
         first.crash();

@@ -1,4 +1,4 @@
-// The commands for the cloud as they are started from a command line.
+// The commands for the cloud, started as on a command line.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ namespace {
 constexpr auto passed =
     "Cloud check passed: signed account access, private-zone write/read and cleanup.\n";
 
-// The program on a computer without a display; `input` is a shell's way to its standard input.
+// Runs the program without a display; `input` is a shell redirection of its standard input.
 Process run(const std::filesystem::path& home, const std::string& argument,
             const std::string& input = "</dev/null") {
     return Process({"sh", "-c", "exec \"$0\" \"$1\" " + input, QUORVI_PROGRAM, argument},
@@ -32,7 +32,7 @@ Process check(const std::filesystem::path& home) {
 
 TEST(CloudCheckProgram, ChecksTheFolderThatThePreferencesName) {
     const TestFolder home;
-    // Two at once, of one user and therefore in one folder.
+    // Two at once, in the same folder.
     auto one = check(home.path()), two = check(home.path());
     EXPECT_EQ(one.readAll(), passed);
     EXPECT_EQ(two.readAll(), passed);
@@ -93,7 +93,7 @@ TEST(CloudCheckProgram, ReachesAServerWithThePasswordInTheKeyring) {
     auto with = check(home.path());
     EXPECT_EQ(with.readAll(), passed);
     EXPECT_EQ(with.wait(), 0);
-    // Neither the preferences nor anything else beside them holds it.
+    // The password is in no file.
     std::filesystem::remove(home.path() / "password");
     EXPECT_EQ(shell("grep -rl 'correct horse' " + home.path().string()), "");
 }

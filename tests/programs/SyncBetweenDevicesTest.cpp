@@ -1,6 +1,6 @@
-// Several machines as processes that are killed at any moment, over each real cloud: at the end all
-// hold the same, and nothing that was acknowledged is missing. QUORVI_SYNC_SEEDS says how many
-// histories are tried, QUORVI_SYNC_FIRST_SEED with which one to begin.
+// Several machines, processes that are killed at any moment, over each real cloud: at the end all
+// must hold the same, and no acknowledged change may be missing. QUORVI_SYNC_SEEDS is the number of
+// histories, QUORVI_SYNC_FIRST_SEED the first of them.
 
 #include <gtest/gtest.h>
 
@@ -22,14 +22,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// What a machine holds at the end.
+// The values of one machine.
 struct Holdings {
     std::map<std::string, std::string> values;
     std::vector<std::string> rules;
     bool operator==(const Holdings&) const = default;
 };
 
-// A machine whose process is used for one history after the other, until it is killed.
+// A machine. Its process serves several histories, until it is killed.
 class Device {
 public:
     void move(std::filesystem::path home, const std::string& cloud, int skew) {
@@ -59,7 +59,7 @@ public:
         process_.kill();
         isRunning_ = false;
     }
-    // Reads up to that line.
+    // Reads lines up to this one.
     void await(const std::string& line, SyncJudge& judge) {
         for (auto read = process_.readLine(); read != line; read = process_.readLine())
             take(read, judge);
@@ -105,7 +105,7 @@ private:
 
 class SyncBetweenDevicesTest : public testing::Test {
 protected:
-    // `newCloud` yields the address of an empty one, which may be in the folder.
+    // `newCloud` returns the address of an empty cloud, which may be in the folder.
     void tryAll(unsigned seeds,
                 const std::function<std::string(const std::filesystem::path&)>& newCloud) {
         forEachSyncSeed(seeds, [&](unsigned seed) { liveOnce(seed, newCloud); });
@@ -157,7 +157,7 @@ private:
                 device.stop(judge);
                 break;
             case 5:
-                // Also in the middle of what it was just told.
+                // Also during the last command.
                 std::this_thread::sleep_for(std::chrono::microseconds(below(5000)));
                 device.kill(judge);
                 ++killed_;
@@ -168,7 +168,7 @@ private:
         }
     }
 
-    // Everybody has said and heard everything once nothing changes in two rounds.
+    // Runs rounds of passes until all machines agree and nothing has changed in two rounds.
     void check(std::span<Device> devices, SyncJudge& judge) {
         std::vector<Holdings> before, now;
         for (int round = 0; round < 100; ++round) {

@@ -17,7 +17,7 @@ protected:
         first.start();
         settle();
     }
-    // Long enough for a local change to arrive everywhere.
+    // Long enough for a local change to reach all machines.
     void settle() { clock.advance(5s); }
     void startSecond() {
         second.start();
@@ -37,8 +37,9 @@ protected:
     SyncMachine second{clock, secondCloud};
 };
 
-// The one of the controller and the tick: with both every two seconds, one wake-up serves both.
-TEST_F(AccountSyncTest, NothingIsWaitedForButTheTickOnceAllIsSent) {
+// Two timers remain, of the model and of sync. Both fire every two seconds, so one wake-up serves
+// both.
+TEST_F(AccountSyncTest, OnlyTheTickRemainsOnceEverythingIsSent) {
     const std::vector<Duration> idle{2s, 2s};
     clock.advance(1min);
     EXPECT_EQ(clock.timers(), idle);
@@ -50,7 +51,7 @@ TEST_F(AccountSyncTest, NothingIsWaitedForButTheTickOnceAllIsSent) {
     EXPECT_EQ(clock.timers(), idle);
 }
 
-// The time of the last pass is kept with what comes next, now and then, and at the end.
+// The time of the last pass is written with the next change, every ten minutes, and at the end.
 TEST_F(AccountSyncTest, PassesWithoutNewsLeaveTheDiskAlone) {
     const auto kept = [this] {
         const std::string name = "\"lastSynced\":";
@@ -83,7 +84,7 @@ TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     EXPECT_EQ(inCloud("setting:mode").revision, 1);
     EXPECT_EQ(firstCloud.subscriptions.count("quorvi.private.changes"), 1u);
 
-    // What is there beats what a new machine comes with; what a used one comes with does not lose.
+    // The cloud's values override those of a new machine, also if its first launch was cut short.
     first.model->setVocabulary("Κουζίνα");
     first.dictate("one");
     settle();
@@ -95,7 +96,7 @@ TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     EXPECT_EQ(second.values(), first.values());
     EXPECT_EQ(second.sync->status(), say::syncUpToDate());
 
-    // But what the user chooses with the first launch is an edit.
+    // A setting that the user chooses with the first launch is an edit.
     FakeCloudDatabase thirdCloud{clock, server, "ada"};
     SyncMachine third{clock, thirdCloud};
     third.chosen = {"vocabulary"};
@@ -155,7 +156,7 @@ TEST_F(AccountSyncTest, AValueThatAStoreAltersBecomesALocalEdit) {
     EXPECT_EQ(inCloud("setting:vocabulary").payload, LocalSnapshot::encode(std::string(1200, 'v')));
 }
 
-// A dictation must not find its rules or its shortcut changed half-way.
+// The rules and the shortcut must not change during a dictation.
 TEST_F(AccountSyncTest, MergedDataWaitsForTheEndOfADictationAndOfChoosingAShortcut) {
     startSecond();
     second.model->beginShortcutCapture();

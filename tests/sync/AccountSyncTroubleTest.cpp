@@ -37,7 +37,7 @@ TEST_F(AccountSyncTroubleTest, EveryErrorHasItsSentence) {
         for (const auto& [code, sentence] : sentences) {
             clock.advance(60s);
             ASSERT_EQ(status(), say::syncUpToDate());
-            // A zone is asked only when it has changed.
+            // Only changed zones are asked for records.
             if (operation == CloudOperation::recordChanges)
                 server.deleteRecord("ada", {"QuorviAccount", "setting:mode"});
             cloud.fail(operation, CloudError(code));
@@ -132,7 +132,7 @@ TEST_F(AccountSyncTroubleTest, NoAccountAndAnotherAccount) {
     EXPECT_EQ(status(), say::syncUpToDate());
     EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
 
-    // Nothing announces the change: the next pass notices.
+    // Without a notification the next pass notices the change.
     cloud.status = CloudAccountStatus::noAccount;
     machine.sync->syncNow();
     clock.advance(1s);
@@ -157,7 +157,7 @@ TEST_F(AccountSyncTroubleTest, AResetOfTheCloudSwitchesSyncOffAndKeepsEverything
     EXPECT_EQ(machine.texts(), Texts{"kept"});
 }
 
-TEST_F(AccountSyncTroubleTest, SwitchedOffNothingIsExchangedAndChangesAreKeptForLater) {
+TEST_F(AccountSyncTroubleTest, WhileOffChangesAreKeptForLater) {
     machine.preferences.setBoolean("iCloudSyncEnabled", false);
     start();
     EXPECT_EQ(status(), say::syncOff());
@@ -173,7 +173,7 @@ TEST_F(AccountSyncTroubleTest, SwitchedOffNothingIsExchangedAndChangesAreKeptFor
     EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
 }
 
-TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeReadIsLeftAsItIs) {
+TEST_F(AccountSyncTroubleTest, AnUnreadableArchiveIsLeftAlone) {
     machine.files.files[SyncMachine::archiveFile] = "{\"ledger\":";
     start();
     machine.dictate("one");
@@ -184,7 +184,7 @@ TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeReadIsLeftAsItIs) {
     EXPECT_TRUE(cloud.calls.empty());
 }
 
-TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeWrittenEndsSyncForTheProcess) {
+TEST_F(AccountSyncTroubleTest, AFailedWriteEndsSyncUntilTheNextStart) {
     start();
     machine.files.full = machine.journals.full = true;
     machine.dictate("one");
@@ -201,8 +201,8 @@ TEST_F(AccountSyncTroubleTest, AnArchiveThatCannotBeWrittenEndsSyncForTheProcess
     EXPECT_EQ(status(), say::syncUpToDate());
 }
 
-// An empty list because of a fault must not delete everything everywhere.
-TEST_F(AccountSyncTroubleTest, AStoreThatFailedToLoadIsNotTakenForAnEmptyOne) {
+// A list that is empty because of a fault must not delete everything on all machines.
+TEST_F(AccountSyncTroubleTest, AStoreThatFailedToLoadDeletesNothing) {
     start();
     machine.dictate("precious");
     machine.corrections->save({.original = "a", .replacement = "b"});
@@ -218,7 +218,7 @@ TEST_F(AccountSyncTroubleTest, AStoreThatFailedToLoadIsNotTakenForAnEmptyOne) {
     EXPECT_EQ(deleted, std::set<bool>{false});
 }
 
-TEST_F(AccountSyncTroubleTest, RecordsThatMakeNoSenseAreCountedAndLeftOut) {
+TEST_F(AccountSyncTroubleTest, InvalidRecordsAreCountedAndIgnored) {
     start();
     FakeCloudDatabase other(clock, server, "ada");
     const SyncItem strange("history:other", std::nullopt, 1, "X", false);
@@ -241,96 +241,81 @@ TEST_F(AccountSyncTroubleTest, RecordsThatMakeNoSenseAreCountedAndLeftOut) {
     EXPECT_EQ(status(), say::syncUpToDate());
 }
 
-// Whatever happens while something is awaited, sync works again afterwards and no change is lost.
+// After any interruption at any suspension point sync works again, and no change is lost.
 TEST_F(AccountSyncTroubleTest, EverySuspensionPointMeetsEveryInterruption) {
-    const std::vector<CloudOperation> operations{
-        CloudOperation::accountStatus,    CloudOperation::userRecordName,
-        CloudOperation::saveSubscription, CloudOperation::saveZone,
-        CloudOperation::zoneChanges,      CloudOperation::recordChanges,
-        CloudOperation::saveRecords};
-    enum Interruption {
-        offAndOn,
-        off,
-        signedOut,
-        otherUser,
-        reset,
-        failure,
-        restart,
-        killed,
-        ends
+    using Op = CloudOperation;
+    struct World {
+        VirtualScheduler time;
+        FakeCloudServer server{time};
+        FakeCloudDatabase database{time, server, "ada"};
+        SyncMachine machine{time, database};
+        Op operation{};
     };
-    for (const auto operation : operations) {
-        for (int interruption = offAndOn; interruption < ends; ++interruption) {
+    struct {
+        std::string name;
+        void (*happen)(World&);
+    } const interruptions[]{
+        {"off and on",
+         [](World& world) {
+             auto& sync = *world.machine.sync;
+             sync.setEnabled(false);
+             sync.setEnabled(true);
+             world.time.advance(1ms);
+             sync.setEnabled(false);
+             world.time.advance(1ms);
+             sync.setEnabled(true);
+         }},
+        {"off", [](World& world) { world.machine.sync->setEnabled(false); }},
+        {"signed out", [](World& world) { world.database.signOut(); }},
+        {"other user", [](World& world) { world.database.signIn("bob"); }},
+        {"reset", [](World& world) { world.server.resetZone("ada", "QuorviAccount"); }},
+        {"failure", [](World& world) { world.database.fail(world.operation, CloudError(4)); }},
+        {"restart",
+         [](World& world) {
+             world.machine.quit();
+             world.machine.start();
+         }},
+        {"killed",
+         [](World& world) {
+             world.machine.kill();
+             world.machine.start();
+         }},
+    };
+    for (const auto operation : {Op::accountStatus, Op::userRecordName, Op::saveSubscription,
+                                 Op::saveZone, Op::zoneChanges, Op::recordChanges, Op::saveRecords})
+        for (const auto& [name, happen] : interruptions)
             for (const bool connects : {true, false}) {
-                SCOPED_TRACE(testing::Message()
-                             << "operation " << static_cast<int>(operation) << ", interruption "
-                             << interruption << (connects ? ", connecting" : ", in a pass"));
-                // Until it is known whose the data is, anybody's account will do.
-                if (connects && interruption == otherUser &&
-                    (operation == CloudOperation::accountStatus ||
-                     operation == CloudOperation::userRecordName))
+                SCOPED_TRACE(name + (connects ? ", connecting" : ", in a pass") + ", operation " +
+                             std::to_string(static_cast<int>(operation)));
+                // Until the owner of the data is known, any account is accepted.
+                if (connects && name == "other user" &&
+                    (operation == Op::accountStatus || operation == Op::userRecordName))
                     continue;
-                VirtualScheduler time;
-                FakeCloudServer cloudServer{time};
-                FakeCloudDatabase database{time, cloudServer, "ada"};
-                SyncMachine one{time, database};
-                if (connects) database.hold(operation);
+                World world{.operation = operation};
+                auto& [time, cloudServer, database, one, held] = world;
+                if (connects) database.hold(held);
                 one.start();
                 time.advance(3s);
-                if (!connects) database.hold(operation);
+                if (!connects) database.hold(held);
                 one.dictate("precious");
                 time.advance(3s);
-                switch (interruption) {
-                    case offAndOn:
-                        one.sync->setEnabled(false);
-                        one.sync->setEnabled(true);
-                        time.advance(1ms);
-                        one.sync->setEnabled(false);
-                        time.advance(1ms);
-                        one.sync->setEnabled(true);
-                        break;
-                    case off:
-                        one.sync->setEnabled(false);
-                        break;
-                    case signedOut:
-                        database.signOut();
-                        break;
-                    case otherUser:
-                        database.signIn("bob");
-                        break;
-                    case reset:
-                        cloudServer.resetZone("ada", "QuorviAccount");
-                        break;
-                    case failure:
-                        database.fail(operation, CloudError(4));
-                        break;
-                    case restart:
-                        one.quit();
-                        one.start();
-                        break;
-                    case killed:
-                        one.kill();
-                        one.start();
-                        break;
-                }
+                happen(world);
                 time.advance(3s);
-                database.release(operation);
+                database.release(held);
                 time.advance(3s);
                 EXPECT_TRUE(cloudServer.records("bob", "QuorviAccount").empty());
-                if (interruption == off) {
+                if (name == "off") {
                     EXPECT_EQ(one.sync->status(), say::syncOff());
                 }
                 database.signIn("ada");
                 one.sync->setEnabled(true);
                 time.advance(150s);
                 EXPECT_EQ(one.texts(), Texts{"precious"});
-                if (interruption == reset) continue;  // everything is elsewhere gone for good
+                if (name == "reset") continue;  // the cloud's data is gone for good
                 EXPECT_EQ(one.sync->status(), say::syncUpToDate());
                 EXPECT_EQ(cloudServer.records("ada", "QuorviAccount").size(), 12u);
                 EXPECT_FALSE(one.sync->working());
             }
-        }
-    }
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ using Op = CloudOperation;
 constexpr auto user = "anna";
 constexpr auto zone = "Zone";
 
-// Keeps what the engine tells, in words and in substance.
+// Records the engine's events as words, and what they carry.
 class Recorder : public CloudSyncEngineDelegate {
 public:
     void handleEvent(CloudSyncEvent event, CloudSyncEngine& engine) override {
@@ -49,7 +49,7 @@ public:
     int events = 0;
     Bytes state;
     std::vector<std::size_t> eventSizes;
-    std::map<std::string, CloudRecord> local;    // what is to be sent; saving gives it its tag
+    std::map<std::string, CloudRecord> local;    // to be sent; saving sets the tag
     std::map<std::string, CloudRecord> fetched;  // by name
     std::vector<std::string> savedNames;
     std::map<std::string, CloudError> failures;  // the last of each record, or zone
@@ -113,7 +113,6 @@ private:
 struct Outcome {
     explicit Outcome(Task<void> task) : task_(watch(std::move(task))) { task_.start(); }
     std::string text = "running";
-    std::optional<Duration> retryAfter;
 
 private:
     Task<void> watch(Task<void> task) {
@@ -124,7 +123,6 @@ private:
             text = "cancelled";
         } catch (const CloudError& error) {
             text = "code " + std::to_string(error.code());
-            retryAfter = error.retryAfter();
         }
     }
     Task<void> task_;
@@ -152,7 +150,7 @@ protected:
         return recorder.log;
     }
 
-    // Something to send.
+    // Makes something to send.
     void edit(const std::string& name, const std::string& text = "x") {
         recorder.put(name, text);
         engine->state().add(PendingRecordZoneChange::saveRecord({zone, name}));
@@ -161,7 +159,7 @@ protected:
         for (int i = 0; i < count; ++i) edit("r" + std::to_string(i));
     }
     void makeZone(const std::string& name = zone) { run(other.saveZone(name, {})); }
-    // Another machine saves records r0, r1, …, also when it has done so before.
+    // Another machine saves records r0, r1, …, again if it has done so before.
     void remote(int count, const std::string& text = "remote", const std::string& in = zone) {
         const auto present = server.records(user, in);
         std::vector<CloudRecord> records;
@@ -228,7 +226,7 @@ TEST_F(CloudSyncEngineTest, LimitsABatchByItsSizeInBytes) {
     EXPECT_EQ(device.savedBatchSizes, (std::vector<std::size_t>{2, 2, 1, 1}));
 }
 
-TEST_F(CloudSyncEngineTest, KeepsAChangeUntilItsOutcomeIsToldAndSendsItAgainWhenItIsAddedAgain) {
+TEST_F(CloudSyncEngineTest, KeepsAChangeUntilItsOutcomeIsReported) {
     makeZone();
     edit("a", "1");
     edit("b", "1");
@@ -236,8 +234,8 @@ TEST_F(CloudSyncEngineTest, KeepsAChangeUntilItsOutcomeIsToldAndSendsItAgainWhen
     device.hold(Op::saveRecords);
     Outcome sending(engine->sendChanges());
     settle();
-    // While it is on its way it is still pending, and adding it changes nothing.
-    EXPECT_EQ(pendingNames(), (Names{"a", "b"})) << "what is gone is forgotten";
+    // A record under way is still pending, and adding it again changes nothing.
+    EXPECT_EQ(pendingNames(), (Names{"a", "b"})) << "the missing record is dropped";
     edit("a", "2");
     edit("c", "1");
     EXPECT_EQ(pendingNames(), (Names{"a", "b", "c"}));
@@ -259,61 +257,7 @@ TEST_F(CloudSyncEngineTest, KeepsAChangeUntilItsOutcomeIsToldAndSendsItAgainWhen
     EXPECT_EQ(pendingNames(), (Names{"d"}));
 }
 
-TEST_F(CloudSyncEngineTest, TellsARefusedRecordAndSendsItAgainOnlyInTheNextCall) {
-    makeZone();
-    remote(1, "theirs");
-    recorder.onEvent = [this](const CloudSyncEvent& event, CloudSyncEngine& from) {
-        if (const auto* sent = std::get_if<SentRecordZoneChanges>(&event))
-            for (const auto& [record, error] : sent->failed)
-                from.state().add(PendingRecordZoneChange::saveRecord(record.id));
-    };
-    edit("r0", "mine");
-    edit("elsewhere");
-    recorder.local["elsewhere"].id.zone = zone;
-    edit("unknown");
-    recorder.local["unknown"].changeTag = "tag of another time";
-    edit("good");
-    EXPECT_EQ(send(), "done");
-    EXPECT_TRUE(recorder.log.find("sent2!2") != std::string::npos) << recorder.log;
-    EXPECT_EQ(pendingNames(), (Names{"r0", "unknown"}));
-    EXPECT_EQ(device.calls[Op::saveRecords], 1);
-    const auto& changed = recorder.failures.at("r0");
-    EXPECT_EQ(changed.code(), cloudErrorCode::serverRecordChanged);
-    ASSERT_TRUE(changed.serverRecord());
-    EXPECT_EQ(textOf(*changed.serverRecord()->payload), "theirs");
-    EXPECT_EQ(recorder.failures.at("unknown").code(), cloudErrorCode::unknownItem);
-
-    // The owner takes over the tag, or forgets it.
-    recorder.local["r0"].changeTag = changed.serverRecord()->changeTag;
-    recorder.local["unknown"].changeTag.clear();
-    EXPECT_EQ(send(), "done");
-    EXPECT_EQ(pending(), 0u);
-    EXPECT_EQ(textOf(*server.record(user, {zone, "r0"})->payload), "mine");
-}
-
-TEST_F(CloudSyncEngineTest, ThrowsWhatConcernsTheWholeDatabaseAndKeepsWhatIsPending) {
-    engine->state().add(PendingDatabaseChange::saveZone(zone));
-    editMany(2500);
-    for (const auto operation : {Op::userRecordName, Op::saveZone, Op::saveRecords}) {
-        device.fail(operation, CloudError(cloudErrorCode::requestRateLimited, "down", 12s));
-        Outcome outcome(engine->sendChanges());
-        settle();
-        EXPECT_EQ(outcome.text, "code 7") << static_cast<int>(operation);
-        EXPECT_EQ(outcome.retryAfter, Duration(12s));
-        EXPECT_EQ(pendingNames().at(0), "r0");
-        if (operation == Op::saveZone) {
-            EXPECT_EQ(recorder.failures.at(zone).code(), 7);
-            EXPECT_EQ(engine->state().pendingDatabaseChanges().size(), 1u);
-        }
-    }
-    device.fail(Op::zoneChanges, CloudError(cloudErrorCode::serviceUnavailable));
-    EXPECT_EQ(fetch(), "code 6");
-    EXPECT_EQ(send(), "done");
-    EXPECT_EQ(server.records(user, zone).size(), 2500u);
-    EXPECT_EQ(pending(), 0u);
-}
-
-TEST_F(CloudSyncEngineTest, SendsLessAtATimeWhenTheDatabaseAsksForIt) {
+TEST_F(CloudSyncEngineTest, SendsSmallerBatchesOnRequest) {
     makeZone();
     editMany(1500);
     device.fail(Op::saveRecords, CloudError(cloudErrorCode::limitExceeded), 2);
@@ -331,7 +275,7 @@ TEST_F(CloudSyncEngineTest, SendsLessAtATimeWhenTheDatabaseAsksForIt) {
 TEST_F(CloudSyncEngineTest, FetchesEverythingInPagesAndThenOnlyWhatIsNew) {
     makeZone();
     remote(1000);
-    std::map<int, int> askedAt;  // pages asked for, by records taken in
+    std::map<int, int> askedAt;  // pages asked for, by number of records received
     recorder.onEvent = [&](const CloudSyncEvent& event, CloudSyncEngine&) {
         if (std::holds_alternative<FetchedRecordZoneChanges>(event))
             askedAt[static_cast<int>(recorder.fetched.size())] = device.calls[Op::recordChanges];
@@ -355,8 +299,8 @@ TEST_F(CloudSyncEngineTest, FetchesEverythingInPagesAndThenOnlyWhatIsNew) {
     EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones-Zone state )");
 }
 
-// Whatever state the program comes back with after a crash, it misses nothing.
-TEST_F(CloudSyncEngineTest, SkipsNothingWhenItGoesOnFromAnyStateItHasTold) {
+// Whichever state a crash leaves, the next run misses nothing.
+TEST_F(CloudSyncEngineTest, MissesNothingFromAnyStateItHasReported) {
     makeZone();
     remote(900);
     device.pageSize = 150;
@@ -383,7 +327,7 @@ TEST_F(CloudSyncEngineTest, SkipsNothingWhenItGoesOnFromAnyStateItHasTold) {
     }
 }
 
-TEST_F(CloudSyncEngineTest, StartsFromTheBeginningWhenItsTokensHaveExpired) {
+TEST_F(CloudSyncEngineTest, StartsOverWhenItsTokensHaveExpired) {
     makeZone();
     makeZone("Doomed");
     remote(3);
@@ -394,7 +338,7 @@ TEST_F(CloudSyncEngineTest, StartsFromTheBeginningWhenItsTokensHaveExpired) {
     EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones+Zone-Doomed state Zone( got3 state ) )");
     EXPECT_EQ(recorder.fetched, server.records(user, zone));
 
-    // In the middle of a fetch, too; but a database that refuses every token is not asked for ever.
+    // Also in the middle of a fetch. A database that refuses every token is not asked forever.
     remote(900, "newer");
     device.pageSize = 300;
     recorder.onEvent = [this](const CloudSyncEvent& event, CloudSyncEngine&) {
@@ -413,14 +357,14 @@ TEST_F(CloudSyncEngineTest, StartsFromTheBeginningWhenItsTokensHaveExpired) {
     EXPECT_EQ(fetch(), "code 21");
 }
 
-TEST_F(CloudSyncEngineTest, TellsAZoneThatCouldNotBeFetchedAndTriesItAgain) {
+TEST_F(CloudSyncEngineTest, FetchesAFailedZoneAgain) {
     makeZone("A");
     makeZone("B");
     remote(1, "x", "B");
     device.fail(Op::recordChanges, CloudError(cloudErrorCode::networkFailure, "cut", 5s));
     EXPECT_EQ(fetch(), "done");
     EXPECT_TRUE(recorder.log.ends_with("A( state )4 B( got1 state ) )")) << recorder.log;
-    // It is remembered, though the database has told of it once.
+    // The zone is remembered, although the database reports it only once.
     start(recorder.state);
     EXPECT_EQ(logOf([this] { fetch(); }), "fetch( A( state ) )");
     EXPECT_EQ(logOf([this] { fetch(); }), "fetch( )");
@@ -431,7 +375,7 @@ TEST_F(CloudSyncEngineTest, TellsAZoneThatCouldNotBeFetchedAndTriesItAgain) {
     EXPECT_EQ(logOf([this] { fetch(); }), "fetch( )");
 }
 
-TEST_F(CloudSyncEngineTest, TellsWhoTheUserIsAndForgetsTokensOfAnother) {
+TEST_F(CloudSyncEngineTest, ReportsTheUserAndDropsTheTokensOfAnother) {
     makeZone();
     remote(2);
     EXPECT_EQ(fetch(), "done");
@@ -451,13 +395,13 @@ TEST_F(CloudSyncEngineTest, TellsWhoTheUserIsAndForgetsTokensOfAnother) {
     EXPECT_EQ(change(""), "out:bert>");
     EXPECT_EQ(change(user), "in:>anna");
     EXPECT_EQ(logOf([this] { fetch(); }), "fetch( zones+Zone state Zone( got2 state ) )");
-    // Nothing is concluded from not knowing.
+    // An unknown account is no change.
     device.status = CloudAccountStatus::couldNotDetermine;
     EXPECT_EQ(change("bert"), "");
     device.status.reset();
     device.fail(Op::userRecordName, CloudError(cloudErrorCode::networkFailure));
     EXPECT_EQ(change("bert"), "");
-    // What is under way for one user must not go on for another.
+    // An operation for one user must not continue for another.
     device.signIn(user);
     settle();
     device.hold(Op::zoneChanges);
@@ -490,7 +434,7 @@ TEST_F(CloudSyncEngineTest, RunsOperationsOneAfterAnother) {
     stop.request_stop();
     settle();
     EXPECT_EQ(stopped.text, "cancelled");
-    one.reset();  // the next one's turn comes also when one is dropped
+    one.reset();  // the next one gets its turn also if one is destroyed
     device.release(Op::zoneChanges);
     settle();
     EXPECT_EQ(sending.text, "done");
@@ -499,8 +443,8 @@ TEST_F(CloudSyncEngineTest, RunsOperationsOneAfterAnother) {
               "fetch( in:>anna send( sent1 state ) fetch( zones+Zone state Zone( got3 state ) )");
 }
 
-// Every way to end an operation at every event and within every call to the database.
-TEST_F(CloudSyncEngineTest, EndsCleanlyAtAnyMomentAndGoesOnFromThere) {
+// Ends operations in every way, at every event and within every call to the database.
+TEST_F(CloudSyncEngineTest, EndsAndContinuesAtAnyMoment) {
     makeZone();
     const auto round = [this](const std::string& how, std::optional<Op> held, int atEvent) {
         recorder = {};
@@ -565,7 +509,7 @@ TEST_F(CloudSyncEngineTest, EndsCleanlyAtAnyMomentAndGoesOnFromThere) {
     }
 }
 
-TEST_F(CloudSyncEngineTest, CarriesOnlyTheOldestOfWhatIsPendingInItsState) {
+TEST_F(CloudSyncEngineTest, ItsStateHasOnlyTheOldestPendingSaves) {
     engine->state().add(PendingDatabaseChange::saveZone(zone));
     editMany(1500);
     makeZone();
@@ -578,7 +522,7 @@ TEST_F(CloudSyncEngineTest, CarriesOnlyTheOldestOfWhatIsPendingInItsState) {
     EXPECT_EQ(send(), "done");
     EXPECT_EQ(server.records(user, zone).size(), 1500u);
 
-    // A state that is not whole is none.
+    // A truncated or damaged state is refused.
     CloudEngineState state{.user = "u",
                            .databaseToken = std::string("t\0", 2),
                            .zoneTokens = {{"a", "1"}, {"b", ""}},

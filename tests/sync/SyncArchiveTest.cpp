@@ -48,7 +48,7 @@ struct Program {
     std::string failure;
 };
 
-TEST(SyncArchive, WhatWasPersistedIsThereAgain) {
+TEST(SyncArchive, ThePersistedStateIsReadAgain) {
     for (const std::size_t wholeUpTo :
          {std::size_t{0}, std::size_t{20'000}, std::size_t{1} << 30}) {
         for (unsigned seed = 1; seed <= 10 && !testing::Test::HasFailure(); ++seed) {
@@ -66,7 +66,7 @@ TEST(SyncArchive, WhatWasPersistedIsThereAgain) {
                     for (auto changes = random() % 9; changes > 0; --changes)
                         changeAtRandom(*run.archive, random);
                     if (random() % 4 == 0) {
-                        // The executor's copy is the state, whether or not it was written.
+                        // The executor's copy equals the state, written or not.
                         Running looking(run.archive->inBackground(
                             [](const SyncState& state) { return documentOf(state); }));
                         run.scheduler.settle();
@@ -85,7 +85,7 @@ TEST(SyncArchive, WhatWasPersistedIsThereAgain) {
     }
 }
 
-TEST(SyncArchive, AChangeOfALargeOneIsAppendedUntilTheDocumentIsWorthWriting) {
+TEST(SyncArchive, ChangesOfALargeDocumentAreAppendedUntilItIsRewritten) {
     Disk disk;
     Program run(disk);
     run.fill(15'000);
@@ -124,7 +124,7 @@ TEST(SyncArchive, AChangeOfALargeOneIsAppendedUntilTheDocumentIsWorthWriting) {
     EXPECT_EQ(disk.journals.files[journal], "");
 }
 
-TEST(SyncArchive, AFailedWriteIsMadeUpForByTheNext) {
+TEST(SyncArchive, TheNextWriteMakesUpForAFailedOne) {
     for (const bool isLarge : {false, true}) {
         Disk disk;
         std::string kept;
@@ -151,7 +151,7 @@ TEST(SyncArchive, AFailedWriteIsMadeUpForByTheNext) {
     }
 }
 
-// After a crash it would take what the stores lack for deleted.
+// After a crash, values that the stores lack would count as deleted.
 TEST(SyncArchive, IsNeverAheadOfTheStores) {
     for (const std::size_t size : {10, 15'000}) {
         Disk disk;
@@ -172,10 +172,10 @@ TEST(SyncArchive, IsNeverAheadOfTheStores) {
     }
 }
 
-TEST(SyncArchive, LivesWithoutAJournal) {
+TEST(SyncArchive, WorksWithoutAJournal) {
     Disk disk;
     {
-        // What the journal holds counts also when it can only be read.
+        // A journal that can only be read counts as well.
         Program before(disk);
         before.fill(15'000);
         ASSERT_TRUE(before.persist());

@@ -7,9 +7,9 @@
 #include "tests/support/SyncEdits.h"
 #include "tests/sync/SyncMachine.h"
 
-// Several machines, all kinds of changes in any order, and clouds, disks and clocks as bad as they
-// come: at the end all hold the same. QUORVI_SYNC_SEEDS says how many histories are tried,
-// QUORVI_SYNC_FIRST_SEED with which one to begin.
+// Several machines make random changes, with unreliable clouds, wrong clocks and crashes; at the
+// end all must hold the same. QUORVI_SYNC_SEEDS is the number of histories, QUORVI_SYNC_FIRST_SEED
+// the first of them.
 namespace quorvi::test {
 namespace {
 
@@ -38,7 +38,7 @@ public:
         }
     }
 
-    // Until nothing is under way any more.
+    // Repairs everything and waits until nothing is under way.
     void settle() {
         for (std::size_t i = 0; i < machines_.size(); ++i) {
             clouds_[i]->succeed(CloudOperation::zoneChanges);
@@ -48,7 +48,7 @@ public:
             machines_[i]->sync->setEnabled(true);
         }
         clock_.advance(180s);
-        // One of the regular passes may be under way at just this moment.
+        // A regular pass may be under way at this moment.
         for (const auto& machine : machines_)
             for (int i = 0; i < 100 && machine->sync->working(); ++i) clock_.advance(10ms);
     }
@@ -68,7 +68,7 @@ public:
 private:
     std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
     bool chance(std::uint64_t oneOf) { return below(oneOf) == 0; }
-    // What was done is on the disk, unless the program was killed before it came there.
+    // Tells the judge which edits the ledger has recorded.
     void noteKept(std::size_t who) {
         for (const auto& edit : waiting_[who].takenIn(*machines_[who])) judge_.wasKept(edit);
     }

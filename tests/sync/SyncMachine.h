@@ -13,18 +13,19 @@ namespace quorvi::test {
 
 using namespace std::chrono_literals;
 
-// Made before the fakes that look at it.
+// A base class, so that it is constructed before the fakes that use it.
 struct MachineTime {
     SkewedScheduler scheduler;
 };
 
-// One of the user's machines: the stores, the controller and the synchronisation on fakes, with
-// files and preferences that outlive the program.
+// One of the user's machines: stores, application model and synchronisation on fakes. Its files and
+// preferences outlive the program.
 class SyncMachine : private MachineTime, public FakeDesktop, public SyncedProgram {
 public:
     SyncMachine(VirtualScheduler& time, CloudDatabase& database)
         : SyncMachine(time, database, time, nullptr) {}
-    // In real time, with background work on an executor; `fakes` is for what is not looked at.
+    // In real time, with background work on an executor; `fakes` is for the fakes that are not
+    // used.
     SyncMachine(Scheduler& time, CloudDatabase& database, VirtualScheduler& fakes,
                 Executor* background)
         : MachineTime{SkewedScheduler(time)},
@@ -46,7 +47,7 @@ public:
         history->record(text, 2, "Editor", "el", TranscriptionModel::transcribe,
                         {scheduler.date().secondsSinceReferenceDate - daysAgo * 86400});
     }
-    // Texts of the history, newest first; "-" where it is gone.
+    // The texts of the history, newest first; "-" for a dropped text.
     std::vector<std::string> texts() const {
         std::vector<std::string> all;
         for (const auto& record : history->records())

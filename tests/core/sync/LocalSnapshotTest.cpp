@@ -13,7 +13,7 @@
 namespace quorvi::test {
 namespace {
 
-// Stores that change at random, few ids of few kinds, so that everything happens often.
+// Stores that change at random, with few ids and values, so that all cases happen often.
 class Stores {
 public:
     explicit Stores(unsigned seed) : random_(seed) {}
@@ -44,7 +44,7 @@ public:
                 break;
             }
             case 7:
-                // Equal, of other chunks.
+                // Equal records in other chunks.
                 records_ = DictationRecords(std::vector(records_.begin(), records_.end()));
                 break;
             case 8:
@@ -81,7 +81,7 @@ private:
         if (kind == 0 && !rules.empty()) {
             rules.erase(at());
         } else if (kind == 1 && !rules.empty()) {
-            // A letter and its mark, or both in one: equal for the user, not byte for byte.
+            // Composed and decomposed: equal for the user, but not byte for byte.
             auto& original = at()->original;
             original = original == "caf\u00e9" ? "cafe\u0301" : "caf\u00e9";
         } else {
@@ -132,7 +132,7 @@ SyncLedger::Payloads literalPayloads(const LocalSnapshot& now) {
     return all;
 }
 
-TEST(LocalSnapshot, ChangesAreThoseOfTheWholeComparison) {
+TEST(LocalSnapshot, ChangesSinceAgreesWithAFullComparison) {
     const auto first = fromEnvironment("QUORVI_SEED", 1);
     std::size_t changed = 0;
     for (unsigned seed = first; seed < first + 12 && !HasFailure(); ++seed) {
@@ -160,7 +160,7 @@ TEST(LocalSnapshot, ChangesAreThoseOfTheWholeComparison) {
             ASSERT_EQ(plain(ledger.baseline()), plain(payloads));
             ASSERT_EQ(SharedStringSet(ids.begin(), ids.end()),
                       SharedStringSet(sorted.begin(), sorted.end()));
-            // A deletion that came from elsewhere: the local copy stays out of it.
+            // After a deletion from elsewhere, the local copy makes no new version.
             if (random() % 8 == 0 && !ids.empty()) {
                 const auto& id = ids[random() % ids.size()];
                 for (auto* one : {&ledger, &whole}) one->merge({id, std::nullopt, 1, "Z", true});
@@ -176,7 +176,7 @@ TEST(LocalSnapshot, ChangesAreThoseOfTheWholeComparison) {
     EXPECT_GT(changed, 5'000u) << "hardly anything changed";
 }
 
-TEST(LocalSnapshot, LooksOnlyAtWhatIsNew) {
+TEST(LocalSnapshot, ComparesOnlyChangedParts) {
     std::vector<DictationRecord> many(5'000);
     const DictationRecords records(many);
     const LocalSnapshot before(records, {}, {{"a", true}});

@@ -8,7 +8,7 @@
 namespace quorvi::test {
 namespace {
 
-// A state with all there is, small enough to be written down.
+// A small state with every kind of value.
 SyncState sample() {
     SyncLedger::Parts parts{.device = "DEV", .clock = 77};
     const auto add = [&parts](std::string_view id, std::optional<SharedString> payload) {
@@ -46,7 +46,7 @@ TEST(SyncDocument, IsWrittenInOneForm) {
                   empty.ledger.device().string() + R"(","items":{}},"pending":[],"records":{}})");
 }
 
-// Leaves out, or replaces, what stands between the two texts.
+// Returns the document with one part replaced.
 std::string with(std::string document, std::string_view part, std::string_view replacement) {
     const auto at = document.find(part);
     EXPECT_NE(at, document.npos) << part;
@@ -82,21 +82,14 @@ TEST(SyncDocument, IsReadInAnyOrderAndStrictly) {
         std::string_view part, replacement;
     } const wrong[]{
         {R"("initialFetchComplete":true,)", ""},
-        {R"("initialFetchComplete":true,)", R"("initialFetchComplete":1,)"},
-        {R"("pending":["setting:b","setting:c"],)", ""},
         {R"("pending":["setting:b","setting:c"])", R"("pending":["setting:b",1])"},
-        {R"("pending":["setting:b","setting:c"])", R"("pending":{})"},
-        {R"("records":{"setting:a":"dGFn"},)", ""},
         {R"("dGFn")", R"("dGF")"},
         {R"("clock":77,)", ""},
-        {R"("clock":77)", R"("clock":"77")"},
         {R"("clock":77)", R"("clock":9223372036854775808)"},
-        {R"("clock":77,"device":"DEV",)", R"("clock":77,)"},
         {R"("baseline":{"setting:a":"MQ==","setting:c":"Mw=="},)", ""},
         {R"("setting:a":"MQ==")", R"("setting:a":"M")"},
         {R"("id":"setting:a")", R"("id":"setting:x")"},
         {R"("redacted":false,)", ""},
-        {R"("owner":"me")", R"("owner":7)"},
         {R"("owner":"me")", "\"owner\":\"\xFF\""},
         {R"({"diagnostics")", R"({"diagnostics":[],"x")"},
         {R"("state":"ZW5naW5l"})", R"("state":"ZW5naW5l")"},
@@ -110,7 +103,7 @@ TEST(SyncDocument, IsReadInAnyOrderAndStrictly) {
     EXPECT_THROW(decodeSyncDocument(R"({"x":)" + std::string(1'000'000, '[')), SyncFormatError);
 }
 
-TEST(SyncDocument, ALargeOneComesInPieces) {
+TEST(SyncDocument, ALargeDocumentIsEncodedInPieces) {
     SyncState state;
     LocalChanges changes;
     for (int i = 0; i < 3'000; ++i)
