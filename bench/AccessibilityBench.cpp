@@ -1,5 +1,5 @@
-// How long the accessibility queries of a dictation take in mousepad; run it in a desktop session.
-// The reference is the plain exchange of the same messages, one blocking call after another.
+// Time of a dictation's accessibility queries in mousepad. Run it in a desktop session. The
+// reference sends the same messages, one blocking call after another.
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -30,7 +30,7 @@ struct NoObserver : BusObserver {
     void busLost() override {}
 };
 
-// A second, plain view of the same application.
+// The reference: plain calls to the same application.
 struct PlainCalls {
     NoObserver observer;
     AtspiBus bus{observer};
@@ -63,7 +63,7 @@ double medianOf(int count, const std::function<void()>& work) {
     return bench::median(std::move(times));
 }
 
-// The focused field of an editor that shows `content`, seen both ways.
+// The focused field of an editor with `content`, for both ways.
 struct Subject {
     explicit Subject(const std::string& content)
         : editor(mousepad(folder.write("note.txt", content))) {

@@ -1,6 +1,6 @@
-// The whole synchronisation through a shared folder: a machine with 200,000 dictations joins, then
-// another one that has none; what that costs the main thread; and how long an edit takes from one
-// machine to the other.
+// Synchronisation end to end through a shared folder: a machine with 200,000 dictations joins, then
+// an empty one. Measures the main thread's work, and the time of an edit from one machine to the
+// other.
 
 #include <time.h>
 
@@ -21,7 +21,7 @@ using test::SyncMachine;
 constexpr std::size_t dictations = 200'000;
 constexpr int edits = 5;
 
-// What this thread has used of a processor.
+// Processor time of this thread.
 double busyMilliseconds() {
     timespec time{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
@@ -49,7 +49,7 @@ public:
         first.preferences.setInteger("transcriptRetention", 0);
         first.start();
         until([&] { return isUpToDate(first) && !first.history->isLoading(); });
-        // What it still writes behind that would be another machine's work.
+        // Its remaining writes must not count for the other machine.
         first.quit();
         first.start();
         until([&] { return isUpToDate(first) && !first.history->isLoading(); });
@@ -60,7 +60,7 @@ public:
         until([&] {
             return second.sync->archive() && second.sync->archive()->state().initialFetchComplete;
         });
-        // From the last fetched item to the history on the screen.
+        // From the last fetched item to the complete history.
         const auto start = millisecondsNow();
         until([&] { return second.history->records().size() == dictations; });
         figure("sync_apply", millisecondsNow() - start, "ms");

@@ -1,4 +1,4 @@
-// Needs the virtual microphone of scripts/desktop-session, which hears noise meanwhile.
+// Needs the virtual microphone of scripts/desktop-session; plays noise into it.
 #include <sys/resource.h>
 
 #include <filesystem>

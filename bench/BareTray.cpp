@@ -1,5 +1,4 @@
-// The least that a program with the same toolkit needs for an icon with a menu in the tray: what
-// Quorvi's start is measured against.
+// A minimal Qt program with a tray icon and a menu: the reference for Quorvi's start.
 #include <QApplication>
 #include <QIcon>
 #include <QMenu>

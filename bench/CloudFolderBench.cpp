@@ -1,6 +1,5 @@
-// A first upload of a user's items and a first fetch of them, through the engine and a shared
-// folder, all costs included; against writing and reading as many files, one for each item, as a
-// folder that is kept simple would have them.
+// The first upload of a user's items and their first fetch, through the engine and a shared folder,
+// all costs included. The reference writes and reads one file per item.
 
 #include <fcntl.h>
 #include <time.h>
@@ -32,7 +31,7 @@ Bytes payloadOf(std::size_t item) {
     return payload;
 }
 
-// A machine: it sends what it has and counts what it gets.
+// A machine that sends its items and counts those that it fetches.
 struct Machine : CloudSyncEngineDelegate {
     Machine(const std::filesystem::path& folder, const std::filesystem::path& file)
         : database(loop, executor, {folder, file}), engine({database, loop, {}, *this}) {}
@@ -55,7 +54,7 @@ struct Machine : CloudSyncEngineDelegate {
                                              .changeTag = {}});
         });
     }
-    // The time it takes in milliseconds.
+    // Returns the time in milliseconds.
     double run(Task<void> task) {
         bool ended = false;
         auto watching = watch(std::move(task), ended);
@@ -78,7 +77,7 @@ struct Machine : CloudSyncEngineDelegate {
         co_await task;
         ended = true;
     }
-    // What this thread has used of a processor.
+    // Processor time of this thread.
     static double busyMilliseconds(clockid_t clock = CLOCK_THREAD_CPUTIME_ID) {
         timespec time{};
         clock_gettime(clock, &time);
@@ -90,7 +89,7 @@ struct Machine : CloudSyncEngineDelegate {
     FolderCloudDatabase database;
     CloudSyncEngine engine;
     std::size_t fetched = 0, saved = 0, bytes = 0;
-    double longestTurn = 0;  // of the main thread, in milliseconds of a processor
+    double longestTurn = 0;  // of the main thread, processor milliseconds
     double busy = 0;
     double processor = 0;  // milliseconds of all threads
 };
@@ -103,7 +102,7 @@ void measure() {
     const test::TestFolder home;
     const auto folder = home.path() / "shared";
 
-    // The reference: a file for each item, durable.
+    // The reference: one durable file per item.
     const auto files = home.path() / "files";
     std::filesystem::create_directories(files);
     auto start = millisecondsNow();
@@ -136,7 +135,7 @@ void measure() {
 
     rate("folder_upload", perSecond(items, upload), "items/s", literalUpload);
     rate("folder_fetch", perSecond(items, fetch), "items/s", literalFetch);
-    // However busy the machine is with others.
+    // Processor time is independent of the machine's load.
     figure("folder_upload_processor", uploadProcessor * 1e3 / items, "us/item");
     figure("folder_fetch_processor", second.processor * 1e3 / items, "us/item");
     figure("folder_upload_longest_turn", uploadTurn, "ms");

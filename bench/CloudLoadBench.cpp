@@ -1,9 +1,9 @@
-// What one PostgreSQL server carries: accounts with several devices each, one of which dictates as
-// fast as its changes are acknowledged while the others, told by the server, fetch them.
+// The load that one PostgreSQL server can take: accounts with several devices each. One device
+// saves changes as fast as they are acknowledged; the others are notified and fetch them.
 //
 //   CloudLoadBench [ACCOUNTS DEVICES SECONDS]
 //
-// Devices here dictate hundreds of times faster than people, so few of them stand for very many.
+// Each device saves hundreds of times faster than a person, so it represents many.
 
 #include <unistd.h>
 
@@ -23,9 +23,9 @@ namespace {
 
 using namespace quorvi::test;
 
-constexpr double changesOfADevice = 50;  // a day, of somebody who dictates a lot
+constexpr double changesOfADevice = 50;  // a day, with heavy use
 
-// The server's processes: processor seconds, and memory of their own in the mean.
+// The server's processes: processor seconds, and mean private memory.
 struct Processes {
     double seconds = 0;
     double megabytes = 0;
@@ -62,7 +62,7 @@ Processes processesOf(pid_t server) {
 
 struct Totals {
     int changes = 0;
-    std::vector<double> acknowledged, received;  // milliseconds since the device began to save
+    std::vector<double> acknowledged, received;  // milliseconds since the start of the save
 };
 
 // A user with some devices.

@@ -1,6 +1,5 @@
 // The first upload and the first fetch of ten years of dictations through a PostgreSQL server on
-// loopback, beside one record for each round trip. The server writes to its disk before it
-// acknowledges anything, as it would for a user.
+// loopback with durable commits. The reference sends one record per round trip.
 
 #include <cstdlib>
 #include <deque>
@@ -18,7 +17,7 @@ namespace {
 using namespace quorvi::test;
 
 constexpr int items = 200'000;
-// As a device hands them over.
+// Records as a device sends them.
 constexpr int itemsAtATime = 1'000;
 constexpr std::size_t batchesAbreast = 4;
 constexpr int referenceItems = 2'000;
@@ -64,7 +63,7 @@ private:
                                                        password("pass word"));
     }
 
-    // Items a second, the acknowledgement of the last included.
+    // Items per second, up to the last acknowledgement.
     double upload(int count, int atATime, std::size_t abreast) {
         account = newAccount(server);
         const auto database = machine();
@@ -114,7 +113,7 @@ private:
         return referenceItems / (millisecondsNow() - start) * 1'000;
     }
 
-    // Records that are there get a new version, in batches one after the other.
+    // New versions of existing records, one batch after another.
     double update() {
         const auto database = machine();
         auto page = get(database->recordChanges("QuorviAccount", "", {}));
@@ -129,7 +128,7 @@ private:
         return static_cast<double>(records.size()) / (millisecondsNow() - start) * 1'000;
     }
 
-    // From a save to the other machine's being told, in the median.
+    // Median time from a save to the other machine's notification.
     double push() {
         const auto writer = machine(), listener = machine();
         int told = 0;

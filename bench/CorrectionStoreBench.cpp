@@ -1,5 +1,5 @@
-// The user's rules as a store: loading, saving and learning among 10,000 of them, and one look of
-// the observer at a long field.
+// The store of rules: loading, saving and learning with 10,000 rules, and one check of a long field
+// by the observer.
 
 #include <rapidjson/document.h>
 
@@ -54,7 +54,7 @@ std::vector<TextCorrection> spokenRules() {
     return rules;
 }
 
-// As long as rules can get, of characters that are hard to count.
+// Rules of maximum length, with complex grapheme clusters.
 std::vector<TextCorrection> emojiRules(std::size_t count) {
     static const char* const emoji[] = {"👍🏽", "👨‍👩‍👧", "🇬🇷", "é", "🙂"};
     std::mt19937 random(7);
@@ -75,7 +75,7 @@ MemoryPreferences preferencesWith(const std::vector<TextCorrection>& rules) {
     return preferences;
 }
 
-// The reference is the parser alone, below which no loading can get.
+// The reference is the parser alone, the lower bound of loading.
 void measureLoading(const char* name, const std::vector<TextCorrection>& rules) {
     test::VirtualScheduler clock;
     auto preferences = preferencesWith(rules);
@@ -93,7 +93,7 @@ void measureLoading(const char* name, const std::vector<TextCorrection>& rules) 
     figure(name, loading, "ms", parsing);
 }
 
-// The reference encodes the whole list and works out every match key, at each save.
+// The reference encodes the whole list and computes every match key at each save.
 void measureSaving(const std::vector<TextCorrection>& rules) {
     test::VirtualScheduler clock;
     auto preferences = preferencesWith(rules);
@@ -127,7 +127,7 @@ void measureSaving(const std::vector<TextCorrection>& rules) {
            "ms");
 }
 
-// What one look costs the main thread, the reading apart.
+// The main thread's work for one check, without the read.
 void measureObserving() {
     test::VirtualScheduler clock;
     test::TurnExecutor queries(clock);

@@ -23,10 +23,10 @@
 
 namespace quorvi::bench {
 
-// A network link with a long way: two network namespaces, a TUN device in each, and a thread that
-// carries every packet across after a fixed delay. The kernel's own TCP runs on both ends, so
-// handshakes, slow start and acknowledgements pay the round trips of a real distance. What it does
-// not model: loss, jitter, and a limit of bandwidth.
+// A network link with latency: two network namespaces, a TUN device in each, and a thread that
+// carries packets across after a fixed delay. The kernel's TCP runs at both ends, so handshakes,
+// slow start and acknowledgements take real round trips. Loss, jitter and bandwidth are not
+// modelled.
 //
 // The constructor moves the calling thread into the far namespace, so that servers can be started
 // there; enterNearSide() moves it into the near one, where the client runs. Both must come before
@@ -67,7 +67,7 @@ private:
         if (!succeeded) throw std::runtime_error(std::string(what) + ": " + std::strerror(errno));
     }
 
-    // A TUN device with this address in a new namespace, which the thread is in from now on.
+    // Makes a TUN device with this address in a new namespace and moves the thread there.
     static int enterNamespace(const char* address) {
         check(unshare(CLONE_NEWNET) == 0, "new network namespace");
         const int device = open("/dev/net/tun", O_RDWR | O_NONBLOCK | O_CLOEXEC);
@@ -92,7 +92,7 @@ private:
     }
 
     void carry() {
-        std::array<std::deque<Packet>, 2> ways;  // by the device the packet came from
+        std::array<std::deque<Packet>, 2> ways;  // by the packet's source device
         for (;;) {
             std::array<pollfd, 3> ready{
                 {{devices_[0], POLLIN, 0}, {devices_[1], POLLIN, 0}, {ending_, POLLIN, 0}}};
@@ -124,7 +124,7 @@ private:
     static void handOver(std::deque<Packet>& way, int device) {
         while (!way.empty() && way.front().due <= Clock::now()) {
             const auto& bytes = way.front().bytes;
-            // A packet that doesn't fit is lost, as on any link.
+            // A packet that does not fit is dropped.
             if (write(device, bytes.data(), bytes.size()) < 0 && errno == EBADF) return;
             way.pop_front();
         }

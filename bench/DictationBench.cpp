@@ -1,5 +1,5 @@
-// What the user waits for, in a private desktop with a real text editor (mousepad), sound server
-// and clipboard. The speech service answers at once, so its own time is not in the figures.
+// The times that the user waits for, in a private desktop with a real text editor (mousepad), sound
+// server and clipboard. The speech service answers at once, so its time is not included.
 #include <atomic>
 #include <cmath>
 #include <cstdlib>
@@ -32,7 +32,7 @@ using namespace std::chrono_literals;
 
 constexpr int rounds = 15;
 
-// Answers every request with the text it is given, in the same turn.
+// Answers every request with a given text, in the same turn.
 class InstantService : public HttpTransport {
 public:
     Task<HttpResponse> send(HttpRequest, std::stop_token) override {
@@ -71,7 +71,7 @@ private:
     KeyEventTap& tap_;
 };
 
-// Lets the benchmark see when the first samples are there.
+// Records when the first samples arrive.
 class WatchedInput : public AudioInput {
 public:
     explicit WatchedInput(AudioInput& input) : input_(input) {}
@@ -88,7 +88,7 @@ private:
     AudioInput& input_;
 };
 
-// Counts how often a field's text is asked for.
+// Counts the reads of a field's text.
 class WatchedAccessibility : public Accessibility {
 public:
     explicit WatchedAccessibility(Accessibility& accessibility) : accessibility_(accessibility) {}
@@ -164,7 +164,7 @@ public:
         for (int round = 0; round <= rounds; ++round) {
             const auto measured =
                 dictate("the weather is nice today number " + std::to_string(round));
-            if (round == 0) continue;  // caches are filled
+            if (round == 0) continue;  // warm-up
             toSample.push_back(measured.toSample);
             toPaste.push_back(measured.toPaste);
             toVisible.push_back(measured.toVisible);
@@ -201,7 +201,7 @@ private:
         }
     }
 
-    // A tone that the microphone hears all the time.
+    // A tone into the microphone, all the time.
     void playTone() {
         Bytes wav = wavData(RecordingCue::start, RecordingSoundStyle::silent);
         const std::uint32_t seconds = 300;
@@ -251,7 +251,7 @@ private:
         return times;
     }
 
-    // After a dictation the field is watched for the user's own edits.
+    // After a dictation the program watches the field for the user's edits.
     void watch() {
         dictate("the weather is nice today");
         const int reads = accessibility_->reads;

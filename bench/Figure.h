@@ -38,7 +38,7 @@ inline void figure(const std::string& name, double value, const std::string& uni
     std::fflush(stdout);
 }
 
-// The same for something of which more is better: `ratio` is value / reference.
+// The same for figures where more is better: `ratio` is value / reference.
 inline void rate(const std::string& name, double value, const std::string& unit, double reference) {
     std::printf("figure %s %.5g %s reference %.5g ratio %.4g\n", name.c_str(), value, unit.c_str(),
                 reference, value / reference);

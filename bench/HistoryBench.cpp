@@ -1,5 +1,5 @@
-// Ten years of dictations: loading, saving, recording one more, searching, and the summaries of a
-// page, each beside the plain way to do it.
+// Ten years of dictations: loading, saving, adding one, searching, and a page's summaries, each
+// with a simple implementation as the reference.
 
 #include <malloc.h>
 #include <rapidjson/document.h>
@@ -53,7 +53,7 @@ double residentMegabytes() {
     return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
-// A record as one would write it down.
+// A record as a plain structure, for the reference.
 struct PlainRecord {
     std::string id, text, appName, language, modelID, pricingDate;
     double date, audioSeconds, usdPerMinute;
@@ -140,7 +140,7 @@ class Bench {
 public:
     Bench(std::size_t count, std::string suffix)
         : suffix_(std::move(suffix)), path_(folder_.path() / "history.json") {
-        // In a process of its own, so that this one's memory holds only what is measured.
+        // In a separate process, so that this process's memory holds only the measured data.
         const pid_t child = fork();
         if (child == 0) {
             file().save(DictationRecords(test::GeneratedHistory(count, newest).take()));
@@ -163,7 +163,7 @@ private:
     HistoryFile file() { return {files_, path_}; }
     std::string name(const char* figure) const { return figure + suffix_; }
 
-    // Everything that the application holds of a history: the records and what a search needs.
+    // All that the application keeps of a history: the records and the search index.
     void measureMemory() {
         const double before = residentMegabytes();
         records_ = file().load();
@@ -192,8 +192,8 @@ private:
         std::filesystem::remove(other);
     }
 
-    // What a dictation costs the main thread, against inserting it into a list, looking through it
-    // and copying it for the writer.
+    // The main thread's work for a dictation. The reference inserts it into a list, searches the
+    // list and copies it for the writer.
     void measureRecording() {
         LoopScheduler scheduler;
         SerialExecutor executor("history");
@@ -203,7 +203,7 @@ private:
         HistoryStore store({preferences, files_, path_, executor, scheduler, pasteboard,
                             [this] { return calendar_; }});
         scheduler.runUntil([&] { return !store.isLoading(); }, 60s);
-        // From here on texts fall out of the window as the days go by.
+        // From here on texts expire as the days pass.
         store.setRetention(TranscriptRetention::ninetyDays);
         const auto observer = store.onChange([] { ++sink; });
         const std::string text(250, 'x');

@@ -1,6 +1,6 @@
-// The history's pages with ten years of dictations, in a window of the usual size: opening them,
-// and a keystroke in the search field as the interface's thread sees it. The references are a list
-// whose rows are all made at once, and looking through all records at the keystroke.
+// The history's pages with ten years of dictations, in a window of the default size: opening them,
+// and the interface's work for a keystroke in the search field. The references make all rows at
+// once, and search all records at each keystroke.
 
 #include <time.h>
 
@@ -28,16 +28,16 @@ using namespace std::chrono_literals;
 constexpr std::size_t count = 200'000;
 const QSize pageSize(720, 760);
 
-// Processor time of the calling thread: the machine may be busy with others.
+// Processor time of the calling thread, since the machine may be busy.
 double threadMilliseconds() {
     timespec now{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-// What the interface's thread does until something holds.
+// The work of the interface's thread until a condition is true.
 struct Turns {
-    double longest = 0;  // one turn of the loop: what a keystroke may have to wait for
+    double longest = 0;  // one turn of the loop, the longest wait of a keystroke
     double all = 0;
 
     template <class Work>
@@ -85,7 +85,7 @@ private:
     std::unique_ptr<HistoryStore> store_;
 };
 
-// From nothing to the painted page, in real time; the rest of its rows follow.
+// Real time to the painted page; further rows follow.
 template <class Page>
 double open(Pages& pages, Turns& turns) {
     const double start = millisecondsNow();

@@ -1,5 +1,4 @@
-// The clipboard's share of an insertion, with a foreign owner in a thread and connection of its
-// own.
+// The clipboard's part of an insertion, with an owner on another thread and connection.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -38,8 +37,8 @@ Task<void> snapshot(Pasteboard& pasteboard, std::size_t& bytes) {
         for (const auto& one : item.representations) bytes += one.data->size();
 }
 
-// What an insertion does with the clipboard, without the wait for the paste; the read at the end
-// only tells when the restore is done.
+// The clipboard operations of an insertion, without the wait for the paste. The read at the end
+// shows when the restore is done.
 Task<void> roundTrip(Pasteboard& pasteboard) {
     auto reading = pasteboard.read({});
     auto backup = co_await reading;
@@ -56,7 +55,7 @@ PasteboardRepresentation data(const char* type, std::size_t size) {
     return {type, type, 8, std::make_shared<const Bytes>(size, std::uint8_t{'x'})};
 }
 
-// The protocol's bare cost: the same data taken by a client that does nothing else.
+// The reference: a minimal client that reads the same data.
 double referenceTransfer(test::ForeignRequestor& requestor, const char* type) {
     const auto began = bench::millisecondsNow();
     requestor.request(type);

@@ -1,5 +1,5 @@
-// A change of a preference as the main thread sees it, against writing the file on the spot, and
-// the start with a full file.
+// The main thread's time for a change of a preference, compared with writing the file
+// synchronously; and the start with a full file.
 
 #include <time.h>
 
@@ -18,7 +18,7 @@ namespace {
 constexpr int settings = 20;
 constexpr std::size_t rulesSize = 400'000;  // about 2,000 rules
 
-// What the calling thread has used of a processor, however busy the machine is with others.
+// Processor time of the calling thread, independent of the machine's load.
 double processorMilliseconds() {
     timespec time{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);

@@ -1,5 +1,5 @@
-// What opening the connection while the user still speaks is worth, over a link with a round trip
-// of 80 ms, and how fast a request that is under way is given up. Needs root, for the link.
+// The gain of opening the connection while the user speaks, over a link with a round trip of 80 ms;
+// and how fast a running request is cancelled. Needs root, for the link.
 
 #include <cstdio>
 #include <exception>
@@ -20,8 +20,8 @@ using namespace std::chrono_literals;
 
 constexpr int rounds = 15;
 
-// One POST of the size of a short dictation, timed up to the whole answer. Every round has a
-// transport of its own, so nothing is left over from the round before.
+// One POST of the size of a short dictation, timed up to the complete answer. Each round has a new
+// transport, so that no connection is left from the round before.
 double postMilliseconds(LoopScheduler& scheduler, const test::TestAuthority& authority,
                         const test::TlsServer& server, bool opensBefore) {
     CurlTransport transport(scheduler, authority.caFile());

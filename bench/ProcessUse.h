@@ -8,16 +8,16 @@
 #include <map>
 #include <string>
 
-// What the system says that another process uses.
+// Resources used by another process, from /proc.
 namespace quorvi::bench {
 
 struct ThreadUse {
     std::string name;
-    long wakeUps = 0;  // how often it has gone to sleep by itself, and so been woken
+    long wakeUps = 0;  // voluntary context switches
     double processorSeconds = 0;
 };
 
-// By the thread's id. A thread that has ended is not in it.
+// By thread id; without threads that have ended.
 inline std::map<int, ThreadUse> threadsOf(pid_t pid) {
     std::map<int, ThreadUse> threads;
     const auto folder = "/proc/" + std::to_string(pid) + "/task";
@@ -44,9 +44,9 @@ inline double processorSeconds(pid_t pid) {
 }
 
 struct MemoryUse {
-    double resident = 0;      // megabytes, as the other two
-    double proportional = 0;  // what is shared with others is divided among them
-    double own = 0;           // what no other program could share: no file's content
+    double resident = 0;      // all in megabytes
+    double proportional = 0;  // shared memory divided among its users
+    double own = 0;           // anonymous memory
 };
 
 inline MemoryUse memoryOf(pid_t pid) {

@@ -1,6 +1,5 @@
-// The program itself as it sits in the tray: how long it takes to get there, what it keeps in
-// memory, how often it wakes up, and what its indicator costs. In a private desktop with a tray;
-// details that are no figures go to standard error.
+// The program in the tray: start time, memory, wake-ups, and the cost of its indicator. In a
+// private desktop with a tray; details go to standard error.
 
 #include <signal.h>
 
@@ -37,7 +36,7 @@ using test::Process;
 constexpr std::size_t years = 200'000;  // dictations of ten years
 constexpr std::size_t ruleCount = 10'000;
 
-// The home folder of somebody who has used the program before.
+// The home folder of a user with data.
 class Home {
 public:
     Home(std::size_t records, std::size_t rules) {
@@ -90,7 +89,7 @@ std::string quorvi(const std::string& command) {
     return test::shell(QUORVI_PROGRAM " " + command);
 }
 
-// A start of the program; quits as the user would.
+// A run of the program; quits it with its command.
 class Program {
 public:
     Program(test::TrayHost& tray, const Home& home, std::vector<std::string> settings = {}) {
@@ -113,7 +112,7 @@ public:
     pid_t pid() const { return process_.pid(); }
     Process& process() { return process_; }
 
-    // Returns when it has done next to nothing for seconds.
+    // Returns when the program has been idle for seconds.
     void settle() const {
         wait(6s);  // it looks for a tray after five
         for (double used = processorSeconds(pid());;) {
@@ -142,10 +141,10 @@ void reportThreads(const char* what, const std::map<int, ThreadUse>& before,
     }
 }
 
-// How often in a second the program wakes up by itself beyond its own timers. All that threads do
-// within a moment follows from one wake-up. The timers are the look at the permissions and the tick
-// of the synchronisation, which fall together every two seconds; every eighth tick is a pass, which
-// writes to the disk and is told of it later.
+// Returns the program's wake-ups per second beyond its own timers. All activity within a moment
+// counts as one wake-up. The timers are the permission poll and the synchronisation tick, which are
+// combined every two seconds; every eighth tick is a pass, which writes to the disk and completes
+// later.
 constexpr auto timerPeriod = 2s;
 constexpr auto passPeriod = 16s;
 
@@ -172,7 +171,7 @@ double wakeUps(const char* what, pid_t pid, std::chrono::seconds time) {
     }
     reportThreads(what, before, threadsOf(pid), static_cast<double>(time.count()));
     std::fprintf(stderr, "  in %d moments\n", moments);
-    const auto own = time / timerPeriod + time / passPeriod + 1;  // one may lie at the edge
+    const auto own = time / timerPeriod + time / passPeriod + 1;  // one may be at the edge
     return std::max(0.0, static_cast<double>(moments - own) / static_cast<double>(time.count()));
 }
 
@@ -182,7 +181,7 @@ void reportMemory(const char* what, pid_t pid) {
                  memory.resident, memory.proportional, memory.own);
 }
 
-// The same for a program that has an icon in the tray and nothing else.
+// The same for a program with a tray icon only.
 struct Bare {
     explicit Bare(test::TrayHost& tray) {
         tray.forgetItem();
@@ -198,7 +197,7 @@ struct Bare {
 void measureStart(test::TrayHost& tray) {
     const Home home(years, ruleCount);
     {
-        // The first run writes what later ones find: the state of the synchronisation.
+        // The first run writes the synchronisation state for later ones.
         const Program first(tray, home);
         std::fprintf(stderr, "first start: %.0f ms\n", first.toTray());
         first.settle();
@@ -259,7 +258,7 @@ void measureIdle(test::TrayHost& tray) {
            "per second");
 }
 
-// A voice that never stops.
+// Continuous speech.
 class Speaker {
 public:
     Speaker() {

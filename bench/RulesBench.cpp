@@ -1,5 +1,5 @@
-// Correction rules on a transcript, against one regular expression for each rule, and learning from
-// an edit.
+// Correction rules on a transcript, compared with one regular expression per rule; and learning
+// from an edit.
 
 #include <functional>
 #include <random>
@@ -61,7 +61,7 @@ double medianOf(int runs, const std::function<void()>& work) {
     return median(times);
 }
 
-// Work that is shorter than the clock and the noise, as milliseconds for one call.
+// Milliseconds per call, for work too short for a single measurement.
 double medianOfBatches(const std::function<void()>& work) {
     constexpr int batch = 50;
     return medianOf(60,

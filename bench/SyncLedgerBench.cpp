@@ -1,5 +1,5 @@
-// The synchronisation's ledger and archive with 200,000 values: a tick without changes, a dictation
-// captured and kept, versions from elsewhere merged, and opening, each beside the plain way.
+// The synchronisation's ledger and archive with 200,000 values: a tick without changes, capturing
+// and storing a dictation, merging remote versions, and opening, each with a simple reference.
 
 #include <rapidjson/document.h>
 #include <time.h>
@@ -85,7 +85,7 @@ void measureTick(const LocalSnapshot& captured) {
     figure("sync_tick_p99", percentile(times, 0.99), "ms");
 }
 
-// Newer versions of some values, and as many new ones.
+// Newer versions of some values, and as many new values.
 void measureMerge(const LocalSnapshot& captured) {
     SyncLedger ledger;
     test::LiteralLedger literal{.device = ledger.device().string()};
@@ -117,7 +117,7 @@ void measureMerge(const LocalSnapshot& captured) {
     figure("sync_merge", time / count * 1'000, "us/item", plainly / count * 1'000);
 }
 
-// An archive on the disk, as the application has it.
+// An archive on the disk, as in the application.
 class Archived {
 public:
     Archived() { reopen(); }
@@ -154,15 +154,15 @@ void fill(Archived& archived, const LocalSnapshot& captured) {
     archived.persist();
 }
 
-// Processor time of this thread: what it is interrupted for, on a busy machine, is not its work.
+// Processor time of this thread, independent of the machine's load.
 double workMilliseconds() {
     timespec time{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-// What one more dictation costs the main thread until it is on its way to the disk, in ms. The list
-// of the history itself is measured with the history.
+// The main thread's work for one dictation until its write is queued, in ms. HistoryBench measures
+// the history's list.
 double costOfADictation(Archived& archived, LocalSnapshot captured) {
     auto& archive = archived.archive();
     auto records = captured.records();

@@ -17,9 +17,9 @@
 #include "tests/support/KeyWindow.h"
 #include "tests/support/TestUser.h"
 
-// What the input hook costs: the processor time that its thread spends on one event, system calls
-// included, and how long an event takes from the keyboard to the handler on the main thread. The
-// reference is a bare client that does nothing but read the same raw events. Needs a desktop.
+// Cost of the input hook: processor time of its thread per event, system calls included, and time
+// from the keyboard to the handler on the main thread. The reference is a client that only reads
+// the same raw events. Needs a desktop.
 
 namespace {
 
@@ -82,7 +82,7 @@ private:
     std::thread thread_;
 };
 
-// The time that the thread has used when it has come to rest.
+// Processor time of the thread once it is idle.
 double settledMicroseconds(pid_t thread) {
     auto before = threadMicroseconds(thread);
     for (;;) {

@@ -179,13 +179,14 @@ bool startedByQuorvi() {
 int main(int argc, char** argv) {
     const bool asked = argc > 1 && std::strcmp(argv[1], "--help") == 0;
     if (asked || argc > 1 || !quorvi::startedByQuorvi()) {
-        std::fprintf(asked ? stdout : stderr,
-                     "usage: quorvi-clipboard-keeper\n\n"
-                     "Stands by while Quorvi offers something on the clipboard, and gives the\n"
-                     "user's clipboard back when Quorvi is gone, however that has come about.\n"
-                     "Started by Quorvi; of no use by itself.\n\n"
-                     "Exit codes: 0 the clipboard is another's, 1 there is no X server, 2 bad "
-                     "usage.\n");
+        std::fprintf(
+            asked ? stdout : stderr,
+            "usage: quorvi-clipboard-keeper\n\n"
+            "Runs while Quorvi offers something on the clipboard, and restores the user's\n"
+            "clipboard when Quorvi has quit or crashed. Started by Quorvi; of no use by\n"
+            "itself.\n\n"
+            "Exit status: 0 another program owns the clipboard, 1 there is no X server,\n"
+            "2 the command line is not valid.\n");
         return asked ? 0 : 2;
     }
     try {

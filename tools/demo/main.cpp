@@ -28,7 +28,7 @@ namespace {
 
 constexpr auto sentence = "please call catherine about the weather";
 constexpr auto recognised = "Please call catherine about the weather.";
-constexpr auto mended = "Please call Katherine about the weather.";
+constexpr auto corrected = "Please call Katherine about the weather.";
 constexpr int behindTheFirstLetter = 27;  // characters from the end of the sentence
 constexpr auto ownClipboard = "what the user had copied before";
 
@@ -42,18 +42,18 @@ public:
     bool runAgain() {
         prepare();
         dictate("listening-again.png");
-        return report(expectText(mended));
+        return report(expectText(corrected));
     }
 
     bool run() {
         prepare();
         dictate("listening.png");
         bool good = expectText(recognised);
-        mend();
+        correct();
         user_.chord({key::leftControl}, key::end);
         user_.tap(key::enter);
         dictate("listening-again.png");
-        good = expectText(std::string(mended) + "\n" + mended) && good;
+        good = expectText(std::string(corrected) + "\n" + corrected) && good;
         if (good) step("the second dictation is corrected by the rule learned from the edit");
         return report(good);
     }
@@ -104,11 +104,11 @@ private:
         step("Quorvi is ready");
     }
 
-    void mend() {
+    void correct() {
         user_.tap(key::left, behindTheFirstLetter);
         user_.tap(key::backspace);
         user_.chord({key::leftShift}, key::k);
-        step("mended by hand: catherine is now Katherine");
+        step("corrected by hand: catherine is now Katherine");
         until("Correction saved");
         picture("learned.png");
     }
