@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "Quorvi/sync/CloudMessage.h"
 #include "tests/fakes/FakeCloudDatabase.h"
 #include "tests/sync/SyncMachine.h"
 
@@ -26,26 +27,28 @@ protected:
 };
 
 TEST_F(AccountSyncTroubleTest, EveryErrorHasItsSentence) {
-    start();
     const std::vector<std::pair<int, Message>> sentences{
         {3, say::syncOffline()},      {4, say::syncOffline()},     {5, say::syncNoAccess(5)},
         {8, say::syncNoAccess(8)},    {10, say::syncNoAccess(10)}, {9, say::syncSignIn()},
         {25, say::syncStorageFull()}, {6, say::syncWillRetry(6)},  {23, say::syncWillRetry(23)},
     };
+    for (const auto& [code, sentence] : sentences)
+        EXPECT_EQ(cloudMessage(CloudError(code)), sentence) << code;
+    EXPECT_EQ(cloudMessage(std::runtime_error("other")), say::syncUnavailable());
+
+    start();
     for (const auto operation : {CloudOperation::accountStatus, CloudOperation::userRecordName,
                                  CloudOperation::zoneChanges, CloudOperation::recordChanges}) {
-        for (const auto& [code, sentence] : sentences) {
-            clock.advance(60s);
-            ASSERT_EQ(status(), say::syncUpToDate());
-            // Only changed zones are asked for records.
-            if (operation == CloudOperation::recordChanges)
-                server.deleteRecord("ada", {"QuorviAccount", "setting:mode"});
-            cloud.fail(operation, CloudError(code));
-            machine.sync->syncNow();
-            clock.advance(1s);
-            EXPECT_EQ(status(), sentence) << static_cast<int>(operation);
-            EXPECT_FALSE(machine.sync->working());
-        }
+        clock.advance(60s);
+        ASSERT_EQ(status(), say::syncUpToDate());
+        // Only changed zones are asked for records.
+        if (operation == CloudOperation::recordChanges)
+            server.deleteRecord("ada", {"QuorviAccount", "setting:mode"});
+        cloud.fail(operation, CloudError(6));
+        machine.sync->syncNow();
+        clock.advance(1s);
+        EXPECT_EQ(status(), say::syncWillRetry(6)) << static_cast<int>(operation);
+        EXPECT_FALSE(machine.sync->working());
     }
     EXPECT_GT(machine.diagnostic("fetchFailures"), 0);
 }

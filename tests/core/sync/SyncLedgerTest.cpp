@@ -31,20 +31,8 @@ SyncItem live(std::string_view payload, std::int64_t revision, std::string_view 
     return {id, SharedString(payload), revision, device, redacted};
 }
 
-SyncItem tombstone(std::int64_t revision, std::string_view device = "A") {
-    return {"history:1", std::nullopt, revision, device, true};
-}
-
-TEST(SyncItem, MergeTakesTheTextOutOfARedactedDictation) {
-    const auto bare = live(payloadOf(1, std::nullopt), 5, "A", true);
-    const auto merged = bare.merging(live(payloadOf(1, "text"), 9, "B"));
-    EXPECT_EQ(merged, live(payloadOf(1, std::nullopt), 9, "B", true));
-    // Also if the version with the text is held, in any spelling of its payload.
-    const auto spaced = live(" " + payloadOf(1, "text"), 9, "B");
-    EXPECT_EQ(spaced.merging(bare), merged);
-    // Other payloads stay as they are.
-    EXPECT_EQ(live("{}", 9).merging(tombstone(1)).payload, std::nullopt);
-    EXPECT_EQ(live("{}", 9, "A", true).merging(live("x", 1)).payload, "{}");
+SyncItem tombstone(std::int64_t revision) {
+    return {"history:1", std::nullopt, revision, "A", true};
 }
 
 // Returns a version of one value from any device. A device never issues a revision twice, but a
