@@ -16,20 +16,30 @@
 #include "Quorvi/platform/CloudDatabase.h"
 #include "tests/support/Waiting.h"
 
-// What every cloud database promises, checked against the one in memory and the real ones. A rig
-// supplies the machines, with nothing in the cloud at first:
-//   CloudDatabase& first();     CloudDatabase& second();   two machines of one account
-//   CloudDatabase& stranger();  a machine of another account, on the same server where there is one
-//   bool runUntil(condition);   runs the main thread; false after a generous limit
+// What every cloud database promises, checked against the fake and the real ones. Instantiated with
+// rigs, which supply the machines with an empty cloud: two of one account, and a stranger's of
+// another account, on the same server if there is one. runUntil() runs the main thread, and returns
+// false after a generous limit.
 namespace quorvi::test {
 
-// Drives the machines; the base of every fixture.
+struct CloudRig {
+    virtual ~CloudRig() = default;
+    virtual CloudDatabase& first() = 0;
+    virtual CloudDatabase& second() = 0;
+    virtual CloudDatabase& stranger() = 0;
+    virtual bool runUntil(const std::function<bool()>& condition) = 0;
+};
+using MakeCloudRig = std::unique_ptr<CloudRig> (*)();
 template <class Rig>
-class CloudContract : public testing::Test {
+std::unique_ptr<CloudRig> makeCloudRig() {
+    return std::make_unique<Rig>();
+}
+
+class CloudContract : public testing::TestWithParam<MakeCloudRig> {
 protected:
     static constexpr auto zone = "Notes";
 
-    // What a machine has learnt by fetching, and how far it has got.
+    // What a machine has fetched, and the token for what comes next.
     struct Copy {
         std::map<std::string, CloudRecord> records;
         std::map<std::string, int> seen;  // how often each record came
@@ -39,9 +49,9 @@ protected:
 
     template <class T>
     bool ends(const Running<T>& running) {
-        return rig.runUntil([&] { return running.ended(); });
+        return rig->runUntil([&] { return running.ended(); });
     }
-    // The result; a failure is a failure of the test.
+    // Returns the result; a failure fails the test.
     template <class T>
     T get(Task<T> task) {
         Running<T> running(std::move(task));
@@ -49,7 +59,7 @@ protected:
         EXPECT_TRUE(running.value()) << running.failure();
         if constexpr (!std::is_void_v<T>) return running.value().value_or(T{});
     }
-    // The code of the error that the operation ends with; 0 when there is none.
+    // Returns the code of the error that the operation ends with; 0 without one.
     template <class T>
     int errorCode(Task<T> task) {
         int code = 0;
@@ -67,7 +77,7 @@ protected:
     std::vector<CloudSaveResult> save(CloudDatabase& database, std::vector<CloudRecord> records) {
         return get(database.saveRecords(std::move(records), {}));
     }
-    // Saves one record, which must succeed; the record with its new tag.
+    // Saves one record, which must succeed. Returns it with its new tag.
     CloudRecord saved(CloudDatabase& database, CloudRecord one) {
         auto results = save(database, {std::move(one)});
         EXPECT_EQ(results.size(), 1u);
@@ -94,7 +104,10 @@ protected:
         return one.payload ? std::string(textOf(*one.payload)) : "(none)";
     }
 
-    Rig rig;
+    const std::unique_ptr<CloudRig> rig = GetParam()();
+    CloudDatabase& first = rig->first();
+    CloudDatabase& second = rig->second();
+    CloudDatabase& stranger = rig->stranger();
 
 private:
     template <class T>
@@ -109,81 +122,75 @@ private:
         }
     }
 };
-TYPED_TEST_SUITE_P(CloudContract);
 
-TYPED_TEST_P(CloudContract, KnowsItsAccountAndKeepsOthersOut) {
-    auto &first = this->rig.first(), &second = this->rig.second(), &stranger = this->rig.stranger();
+TEST_P(CloudContract, KnowsItsAccountAndKeepsOthersOut) {
     for (auto* one : {&first, &second, &stranger})
-        EXPECT_EQ(this->get(one->accountStatus({})), CloudAccountStatus::available);
-    const auto user = this->get(first.userRecordName({}));
+        EXPECT_EQ(get(one->accountStatus({})), CloudAccountStatus::available);
+    const auto user = get(first.userRecordName({}));
     EXPECT_FALSE(user.empty());
-    EXPECT_EQ(this->get(second.userRecordName({})), user);
-    EXPECT_NE(this->get(stranger.userRecordName({})), user);
+    EXPECT_EQ(get(second.userRecordName({})), user);
+    EXPECT_NE(get(stranger.userRecordName({})), user);
 
-    this->makeZone(first);
-    this->saved(first, this->record("letter", "private"));
-    EXPECT_TRUE(this->get(stranger.zoneChanges("", {})).modified.empty());
-    EXPECT_EQ(this->errorCode(stranger.recordChanges(this->zone, "", {})),
-              cloudErrorCode::zoneNotFound);
+    makeZone(first);
+    saved(first, record("letter", "private"));
+    EXPECT_TRUE(get(stranger.zoneChanges("", {})).modified.empty());
+    EXPECT_EQ(errorCode(stranger.recordChanges(zone, "", {})), cloudErrorCode::zoneNotFound);
     // The same names are the stranger's own there, and nobody else's.
-    this->makeZone(stranger);
-    EXPECT_EQ(this->errorCode(stranger.fetchRecord({this->zone, "letter"}, {})),
-              cloudErrorCode::unknownItem);
-    this->saved(stranger, this->record("letter", "of another"));
-    this->get(stranger.deleteZone(this->zone, {}));
-    typename TestFixture::Copy copy;
-    this->fetch(second, copy);
-    EXPECT_EQ(this->textOfRecord(copy.records["letter"]), "private");
+    makeZone(stranger);
+    EXPECT_EQ(errorCode(stranger.fetchRecord({zone, "letter"}, {})), cloudErrorCode::unknownItem);
+    saved(stranger, record("letter", "of another"));
+    get(stranger.deleteZone(zone, {}));
+    Copy copy;
+    fetch(second, copy);
+    EXPECT_EQ(textOfRecord(copy.records["letter"]), "private");
 }
 
-TYPED_TEST_P(CloudContract, MakesAndDeletesZonesAndTellsOfThem) {
+TEST_P(CloudContract, MakesAndDeletesZonesAndTellsOfThem) {
     using Names = std::vector<std::string>;
-    auto &first = this->rig.first(), &second = this->rig.second();
-    auto changes = this->get(second.zoneChanges("", {}));
+    auto changes = get(second.zoneChanges("", {}));
     EXPECT_EQ(changes.modified, Names{});
 
-    this->makeZone(first);
-    this->makeZone(first);
-    this->makeZone(first, "Ζώνη 'x\" / \\ 😀");
-    changes = this->get(second.zoneChanges(changes.token, {}));
+    makeZone(first);
+    makeZone(first);
+    makeZone(first, "Ζώνη 'x\" / \\ 😀");
+    changes = get(second.zoneChanges(changes.token, {}));
     std::sort(changes.modified.begin(), changes.modified.end());
-    EXPECT_EQ(changes.modified, (Names{this->zone, "Ζώνη 'x\" / \\ 😀"}));
+    EXPECT_EQ(changes.modified, (Names{zone, "Ζώνη 'x\" / \\ 😀"}));
     EXPECT_EQ(changes.deleted, Names{});
-    changes = this->get(second.zoneChanges(changes.token, {}));
+    changes = get(second.zoneChanges(changes.token, {}));
     EXPECT_EQ(changes.modified, Names{}) << "nothing has happened since";
 
-    this->saved(first, this->record("a", "1"));
-    changes = this->get(second.zoneChanges(changes.token, {}));
-    EXPECT_EQ(changes.modified, Names{this->zone});
+    saved(first, record("a", "1"));
+    changes = get(second.zoneChanges(changes.token, {}));
+    EXPECT_EQ(changes.modified, Names{zone});
 
-    this->get(first.deleteZone(this->zone, {}));
-    changes = this->get(second.zoneChanges(changes.token, {}));
+    get(first.deleteZone(zone, {}));
+    changes = get(second.zoneChanges(changes.token, {}));
     EXPECT_EQ(changes.modified, Names{});
-    EXPECT_EQ(changes.deleted, Names{this->zone});
-    EXPECT_EQ(this->errorCode(second.recordChanges(this->zone, "", {})),
-              cloudErrorCode::zoneNotFound);
-    const auto refused = this->save(second, {this->record("b", "2")});
+    EXPECT_EQ(changes.deleted, Names{zone});
+    EXPECT_EQ(errorCode(second.recordChanges(zone, "", {})), cloudErrorCode::zoneNotFound);
+    const auto refused = save(second, {record("b", "2")});
     ASSERT_TRUE(refused.size() == 1 && refused[0].error);
     EXPECT_EQ(refused[0].error->code(), cloudErrorCode::zoneNotFound);
 }
 
-TYPED_TEST_P(CloudContract, KeepsRecordsByteForByteUnderAnyName) {
+TEST_P(CloudContract, KeepsRecordsByteForByteUnderAnyName) {
     std::string everyByte;
     for (int byte = 0; byte < 256; ++byte) everyByte.push_back(static_cast<char>(byte));
     std::vector<CloudRecord> records;
     for (const auto* name : {"history:6F9619FF-8B86-D011-B42D-00CF4FC964FF", "Name", "name", "a/b",
                              "..", ".", " ", "tab\tand\nline", "'; drop table records; --",
                              "\"quoted\" \\ %s $1", "Ωμέγα 😀", "caf\u00E9", "cafe\u0301", "*?[x]"})
-        records.push_back(this->record(name, everyByte + name));
-    records.push_back(this->record(std::string(255, 'n'), ""));
-    records.push_back(this->record("big", std::string(1 << 20, '\0') + "end"));
-    records.push_back({{this->zone, "no payload"}, "Täg", std::nullopt, ""});
+        records.push_back(record(name, everyByte + name));
+    records.push_back(record(std::string(255, 'n'), ""));
+    records.push_back(record("big", std::string(1 << 20, '\0') + "end"));
+    records.push_back({{zone, "no payload"}, "Täg", std::nullopt, ""});
 
-    this->makeZone(this->rig.first());
-    const auto results = this->save(this->rig.first(), records);
+    makeZone(first);
+    const auto results = save(first, records);
     ASSERT_EQ(results.size(), records.size());
-    typename TestFixture::Copy copy;
-    this->fetch(this->rig.second(), copy);
+    Copy copy;
+    fetch(second, copy);
     EXPECT_EQ(copy.records.size(), records.size());
     for (std::size_t i = 0; i < records.size(); ++i) {
         auto expected = records[i];
@@ -192,21 +199,19 @@ TYPED_TEST_P(CloudContract, KeepsRecordsByteForByteUnderAnyName) {
         expected.changeTag = results[i].record.changeTag;
         EXPECT_EQ(results[i].record, expected);
         EXPECT_TRUE(copy.records[expected.id.name] == expected) << expected.id.name;
-        EXPECT_TRUE(this->get(this->rig.second().fetchRecord(expected.id, {})) == expected);
+        EXPECT_TRUE(get(second.fetchRecord(expected.id, {})) == expected);
     }
 }
 
-TYPED_TEST_P(CloudContract, RefusesASaveThatDoesNotNameTheVersionItReplaces) {
-    auto &first = this->rig.first(), &second = this->rig.second();
-    this->makeZone(first);
-    const auto one = this->saved(first, this->record("x", "1"));
-    const auto two = this->saved(second, this->record("x", "2", one.changeTag));
+TEST_P(CloudContract, RefusesASaveThatDoesNotNameTheVersionItReplaces) {
+    makeZone(first);
+    const auto one = saved(first, record("x", "1"));
+    const auto two = saved(second, record("x", "2", one.changeTag));
     EXPECT_NE(two.changeTag, one.changeTag);
 
     // In one message: outdated, pretending to be new, of a record that never was, and a good one.
-    const auto results =
-        this->save(first, {this->record("x", "stale", one.changeTag), this->record("x", "new"),
-                           this->record("y", "gone", one.changeTag), this->record("z", "good")});
+    const auto results = save(first, {record("x", "stale", one.changeTag), record("x", "new"),
+                                      record("y", "gone", one.changeTag), record("z", "good")});
     ASSERT_EQ(results.size(), 4u);
     for (int i : {0, 1}) {
         ASSERT_TRUE(results[i].error) << i;
@@ -218,27 +223,26 @@ TYPED_TEST_P(CloudContract, RefusesASaveThatDoesNotNameTheVersionItReplaces) {
     ASSERT_TRUE(results[2].error);
     EXPECT_EQ(results[2].error->code(), cloudErrorCode::unknownItem);
     EXPECT_FALSE(results[3].error);
-    EXPECT_EQ(this->textOfRecord(this->get(second.fetchRecord({this->zone, "x"}, {}))), "2");
+    EXPECT_EQ(textOfRecord(get(second.fetchRecord({zone, "x"}, {}))), "2");
 
-    this->saved(first, this->record("x", "3", two.changeTag));
-    EXPECT_EQ(this->textOfRecord(this->get(second.fetchRecord({this->zone, "x"}, {}))), "3");
+    saved(first, record("x", "3", two.changeTag));
+    EXPECT_EQ(textOfRecord(get(second.fetchRecord({zone, "x"}, {}))), "3");
 }
 
 // Two that save at the same moment: with a server one of them wins; without one both may, and then
 // each learns of the other's version.
-TYPED_TEST_P(CloudContract, LosesNeitherOfTwoSavesAtOnce) {
-    auto &first = this->rig.first(), &second = this->rig.second();
-    this->makeZone(first);
-    const auto base = this->saved(first, this->record("x", "base"));
-    this->get(second.fetchRecord(base.id, {}));
-    typename TestFixture::Copy ofFirst, ofSecond;
-    this->fetch(first, ofFirst);
-    this->fetch(second, ofSecond);
+TEST_P(CloudContract, LosesNeitherOfTwoSavesAtOnce) {
+    makeZone(first);
+    const auto base = saved(first, record("x", "base"));
+    get(second.fetchRecord(base.id, {}));
+    Copy ofFirst, ofSecond;
+    fetch(first, ofFirst);
+    fetch(second, ofSecond);
 
     using Saving = Running<std::vector<CloudSaveResult>>;
-    Saving one(first.saveRecords({this->record("x", "one", base.changeTag)}, {}));
-    Saving two(second.saveRecords({this->record("x", "two", base.changeTag)}, {}));
-    ASSERT_TRUE(this->ends(one) && this->ends(two));
+    Saving one(first.saveRecords({record("x", "one", base.changeTag)}, {}));
+    Saving two(second.saveRecords({record("x", "two", base.changeTag)}, {}));
+    ASSERT_TRUE(ends(one) && ends(two));
     ASSERT_TRUE(one.value() && two.value()) << one.failure() << two.failure();
     const auto &resultOne = one.value()->at(0), &resultTwo = two.value()->at(0);
     EXPECT_TRUE(!resultOne.error || !resultTwo.error);
@@ -248,129 +252,119 @@ TYPED_TEST_P(CloudContract, LosesNeitherOfTwoSavesAtOnce) {
             EXPECT_TRUE(result->error->serverRecord());
         }
     if (!resultOne.error) {
-        this->fetch(second, ofSecond);
-        EXPECT_EQ(this->textOfRecord(ofSecond.records["x"]), "one");
+        fetch(second, ofSecond);
+        EXPECT_EQ(textOfRecord(ofSecond.records["x"]), "one");
     }
     if (!resultTwo.error) {
-        this->fetch(first, ofFirst);
-        EXPECT_EQ(this->textOfRecord(ofFirst.records["x"]), "two");
+        fetch(first, ofFirst);
+        EXPECT_EQ(textOfRecord(ofFirst.records["x"]), "two");
     }
 }
 
-TYPED_TEST_P(CloudContract, FetchesEachChangeOnceFromAToken) {
-    auto &first = this->rig.first(), &second = this->rig.second();
-    this->makeZone(first);
-    this->makeZone(first, "Other");
+TEST_P(CloudContract, FetchesEachChangeOnceFromAToken) {
+    makeZone(first);
+    makeZone(first, "Other");
     std::vector<CloudRecord> records;
-    for (int i = 0; i < 5; ++i) records.push_back(this->record("r" + std::to_string(i), "old"));
-    const auto results = this->save(first, records);
-    this->saved(first, this->record("elsewhere", "x", "", "Other"));
+    for (int i = 0; i < 5; ++i) records.push_back(record("r" + std::to_string(i), "old"));
+    const auto results = save(first, records);
+    saved(first, record("elsewhere", "x", "", "Other"));
 
-    typename TestFixture::Copy copy;
-    this->fetch(second, copy);
+    Copy copy;
+    fetch(second, copy);
     using Seen = std::map<std::string, int>;
     EXPECT_EQ(copy.seen, (Seen{{"r0", 1}, {"r1", 1}, {"r2", 1}, {"r3", 1}, {"r4", 1}}));
 
     copy.seen.clear();
-    this->fetch(second, copy);
+    fetch(second, copy);
     EXPECT_EQ(copy.seen, Seen{});
 
     // The same record twice: its last version comes, the one between may.
-    auto twice = this->saved(first, this->record("r1", "newer", results.at(1).record.changeTag));
-    twice = this->saved(first, this->record("r1", "newest", twice.changeTag));
-    this->saved(first, this->record("r5", "added"));
-    this->fetch(second, copy);
+    auto twice = saved(first, record("r1", "newer", results.at(1).record.changeTag));
+    twice = saved(first, record("r1", "newest", twice.changeTag));
+    saved(first, record("r5", "added"));
+    fetch(second, copy);
     EXPECT_EQ(copy.seen.size(), 2u);
     EXPECT_TRUE(copy.records["r1"] == twice);
-    EXPECT_EQ(this->textOfRecord(copy.records["r5"]), "added");
+    EXPECT_EQ(textOfRecord(copy.records["r5"]), "added");
 
     // A machine that starts again gets everything, each record in its latest version only.
-    typename TestFixture::Copy anew;
-    this->fetch(second, anew);
+    Copy anew;
+    fetch(second, anew);
     EXPECT_EQ(anew.seen, (Seen{{"r0", 1}, {"r1", 1}, {"r2", 1}, {"r3", 1}, {"r4", 1}, {"r5", 1}}));
     EXPECT_TRUE(anew.records == copy.records);
 }
 
-TYPED_TEST_P(CloudContract, RefusesATokenOfAZoneThatWasMadeAgain) {
-    auto &first = this->rig.first(), &second = this->rig.second();
-    this->makeZone(first);
-    const auto before = this->saved(first, this->record("x", "before"));
-    typename TestFixture::Copy copy;
-    this->fetch(second, copy);
-    const auto zones = this->get(second.zoneChanges("", {}));
+TEST_P(CloudContract, RefusesATokenOfAZoneThatWasMadeAgain) {
+    makeZone(first);
+    const auto before = saved(first, record("x", "before"));
+    Copy copy;
+    fetch(second, copy);
+    const auto zones = get(second.zoneChanges("", {}));
 
-    this->get(first.deleteZone(this->zone, {}));
-    this->makeZone(first);
-    this->saved(first, this->record("y", "after"));
-    EXPECT_EQ(this->errorCode(second.recordChanges(this->zone, copy.token, {})),
+    get(first.deleteZone(zone, {}));
+    makeZone(first);
+    saved(first, record("y", "after"));
+    EXPECT_EQ(errorCode(second.recordChanges(zone, copy.token, {})),
               cloudErrorCode::changeTokenExpired);
-    EXPECT_EQ(this->get(second.zoneChanges(zones.token, {})).modified,
-              std::vector<std::string>{this->zone});
-    typename TestFixture::Copy anew;
-    this->fetch(second, anew);
+    EXPECT_EQ(get(second.zoneChanges(zones.token, {})).modified, std::vector<std::string>{zone});
+    Copy anew;
+    fetch(second, anew);
     EXPECT_EQ(anew.records.size(), 1u);
     EXPECT_TRUE(anew.records.contains("y"));
-    const auto refused = this->save(second, {this->record("x", "old tag", before.changeTag)});
+    const auto refused = save(second, {record("x", "old tag", before.changeTag)});
     ASSERT_TRUE(refused.size() == 1 && refused[0].error);
     EXPECT_EQ(refused[0].error->code(), cloudErrorCode::unknownItem);
-    this->saved(second, this->record("x", "new"));
+    saved(second, record("x", "new"));
 }
 
-TYPED_TEST_P(CloudContract, RefusesWhatItDoesNotKnow) {
-    auto& first = this->rig.first();
-    EXPECT_EQ(this->errorCode(first.recordChanges("Nowhere", "", {})),
-              cloudErrorCode::zoneNotFound);
-    EXPECT_EQ(this->errorCode(first.fetchRecord({"Nowhere", "x"}, {})),
-              cloudErrorCode::zoneNotFound);
-    this->get(first.deleteZone("Nowhere", {}));
-    this->makeZone(first);
-    EXPECT_EQ(this->errorCode(first.fetchRecord({this->zone, "x"}, {})),
-              cloudErrorCode::unknownItem);
+TEST_P(CloudContract, RefusesWhatItDoesNotKnow) {
+    EXPECT_EQ(errorCode(first.recordChanges("Nowhere", "", {})), cloudErrorCode::zoneNotFound);
+    EXPECT_EQ(errorCode(first.fetchRecord({"Nowhere", "x"}, {})), cloudErrorCode::zoneNotFound);
+    get(first.deleteZone("Nowhere", {}));
+    makeZone(first);
+    EXPECT_EQ(errorCode(first.fetchRecord({zone, "x"}, {})), cloudErrorCode::unknownItem);
     for (const auto* token : {"nonsense", "\xFF\x01", "999999999999999999999999"}) {
-        EXPECT_EQ(this->errorCode(first.recordChanges(this->zone, token, {})),
+        EXPECT_EQ(errorCode(first.recordChanges(zone, token, {})),
                   cloudErrorCode::changeTokenExpired);
-        EXPECT_EQ(this->errorCode(first.zoneChanges(token, {})),
-                  cloudErrorCode::changeTokenExpired);
+        EXPECT_EQ(errorCode(first.zoneChanges(token, {})), cloudErrorCode::changeTokenExpired);
     }
 }
 
-TYPED_TEST_P(CloudContract, PushesToTheOtherMachine) {
-    auto &first = this->rig.first(), &second = this->rig.second();
-    this->makeZone(first);
-    this->get(second.zoneChanges("", {}));
-    this->get(second.saveSubscription("changes", {}));
-    this->get(second.saveSubscription("changes", {}));
+TEST_P(CloudContract, PushesToTheOtherMachine) {
+    makeZone(first);
+    get(second.zoneChanges("", {}));
+    get(second.saveSubscription("changes", {}));
+    get(second.saveSubscription("changes", {}));
     int told = 0;
     auto subscription = second.onRemoteChange([&] { ++told; });
-    typename TestFixture::Copy copy;
-    this->fetch(second, copy);
+    Copy copy;
+    fetch(second, copy);
     for (int i = 0; i < 3; ++i) {
         const auto before = told;
-        this->saved(first, this->record("r" + std::to_string(i), "pushed"));
-        EXPECT_TRUE(this->rig.runUntil([&] { return told > before; })) << "no push " << i;
-        this->fetch(second, copy);
+        saved(first, record("r" + std::to_string(i), "pushed"));
+        EXPECT_TRUE(rig->runUntil([&] { return told > before; })) << "no push " << i;
+        fetch(second, copy);
         EXPECT_TRUE(copy.records.contains("r" + std::to_string(i)));
     }
 }
 
-TYPED_TEST_P(CloudContract, CarriesBigBatchesInPages) {
-    auto &first = this->rig.first(), &second = this->rig.second();
-    this->makeZone(first);
+TEST_P(CloudContract, CarriesBigBatchesInPages) {
+    makeZone(first);
     constexpr int batches = 4, size = 1000;
     std::map<std::string, CloudRecord> all;
     for (int batch = 0; batch < batches; ++batch) {
         std::vector<CloudRecord> records;
         for (int i = 0; i < size; ++i) {
             const auto name = "item:" + std::to_string(batch * size + i);
-            records.push_back(this->record(name, name + std::string(600, '.')));
+            records.push_back(record(name, name + std::string(600, '.')));
         }
-        for (auto& result : this->save(first, std::move(records))) {
+        for (auto& result : save(first, std::move(records))) {
             ASSERT_FALSE(result.error) << result.error->what();
             all.emplace(result.record.id.name, std::move(result.record));
         }
     }
-    typename TestFixture::Copy copy;
-    this->fetch(second, copy);
+    Copy copy;
+    fetch(second, copy);
     EXPECT_GT(copy.pages, 1);
     EXPECT_TRUE(copy.records == all);
     EXPECT_TRUE(std::all_of(copy.seen.begin(), copy.seen.end(),
@@ -378,73 +372,62 @@ TYPED_TEST_P(CloudContract, CarriesBigBatchesInPages) {
 }
 
 // A reader that fetches while others write must not pass over what was written meanwhile.
-TYPED_TEST_P(CloudContract, LetsManyOperationsRunAtOnce) {
-    auto &first = this->rig.first(), &second = this->rig.second();
-    this->makeZone(first);
-    this->get(second.zoneChanges("", {}));
+TEST_P(CloudContract, LetsManyOperationsRunAtOnce) {
+    makeZone(first);
+    get(second.zoneChanges("", {}));
     using Saving = Running<std::vector<CloudSaveResult>>;
     std::vector<std::unique_ptr<Saving>> savings;
     std::set<std::string> names;
     for (int i = 0; i < 10; ++i) {
         std::vector<CloudRecord> records;
         for (int j = 0; j < 20; ++j) {
-            records.push_back(
-                this->record(std::to_string(i) + "." + std::to_string(j), "concurrent"));
+            records.push_back(record(std::to_string(i) + "." + std::to_string(j), "concurrent"));
             names.insert(records.back().id.name);
         }
         auto& writer = i % 2 ? second : first;
         savings.push_back(std::make_unique<Saving>(writer.saveRecords(std::move(records), {})));
     }
-    typename TestFixture::Copy copy;
+    Copy copy;
     for (const auto& saving : savings) {
-        this->fetch(second, copy);
-        ASSERT_TRUE(this->ends(*saving));
+        fetch(second, copy);
+        ASSERT_TRUE(ends(*saving));
         ASSERT_TRUE(saving->value()) << saving->failure();
         for (const auto& result : *saving->value()) EXPECT_FALSE(result.error);
     }
-    this->fetch(second, copy);
+    fetch(second, copy);
     std::set<std::string> seen;
     for (const auto& [name, one] : copy.records) seen.insert(name);
     EXPECT_EQ(seen, names);
 }
 
-TYPED_TEST_P(CloudContract, StopsWhenAskedAndGoesOnAfterwards) {
-    auto& first = this->rig.first();
-    this->makeZone(first);
+TEST_P(CloudContract, StopsWhenAskedAndGoesOnAfterwards) {
+    makeZone(first);
     std::stop_source stopped;
     stopped.request_stop();
-    Running<CloudRecordChanges> before(first.recordChanges(this->zone, "", stopped.get_token()));
-    ASSERT_TRUE(this->ends(before));
+    Running<CloudRecordChanges> before(first.recordChanges(zone, "", stopped.get_token()));
+    ASSERT_TRUE(ends(before));
     EXPECT_TRUE(before.cancelled());
 
     std::stop_source stop;
     std::vector<CloudRecord> records;
-    for (int i = 0; i < 200; ++i) records.push_back(this->record(std::to_string(i), "x"));
+    for (int i = 0; i < 200; ++i) records.push_back(record(std::to_string(i), "x"));
     Running<std::vector<CloudSaveResult>> saving(first.saveRecords(records, stop.get_token()));
-    Running<CloudRecordChanges> fetching(first.recordChanges(this->zone, "", stop.get_token()));
+    Running<CloudRecordChanges> fetching(first.recordChanges(zone, "", stop.get_token()));
     {
         // Dropped while it runs: nothing comes of it, and nothing is touched any more.
-        Running<CloudRecordChanges> dropped(first.recordChanges(this->zone, "", {}));
+        Running<CloudRecordChanges> dropped(first.recordChanges(zone, "", {}));
     }
     stop.request_stop();
-    ASSERT_TRUE(this->ends(saving) && this->ends(fetching));
+    ASSERT_TRUE(ends(saving) && ends(fetching));
     EXPECT_TRUE(saving.cancelled() || saving.value()) << saving.failure();
     EXPECT_TRUE(fetching.cancelled() || fetching.value()) << fetching.failure();
     // What was stopped may have happened or not, but each record wholly.
-    this->saved(first, this->record("afterwards", "y"));
-    typename TestFixture::Copy copy;
-    this->fetch(this->rig.second(), copy);
-    EXPECT_EQ(this->textOfRecord(copy.records["afterwards"]), "y");
+    saved(first, record("afterwards", "y"));
+    Copy copy;
+    fetch(second, copy);
+    EXPECT_EQ(textOfRecord(copy.records["afterwards"]), "y");
     for (const auto& [name, one] : copy.records)
-        EXPECT_EQ(this->textOfRecord(one), name == "afterwards" ? "y" : "x");
+        EXPECT_EQ(textOfRecord(one), name == "afterwards" ? "y" : "x");
 }
-
-REGISTER_TYPED_TEST_SUITE_P(CloudContract, KnowsItsAccountAndKeepsOthersOut,
-                            MakesAndDeletesZonesAndTellsOfThem, KeepsRecordsByteForByteUnderAnyName,
-                            RefusesASaveThatDoesNotNameTheVersionItReplaces,
-                            LosesNeitherOfTwoSavesAtOnce, FetchesEachChangeOnceFromAToken,
-                            RefusesATokenOfAZoneThatWasMadeAgain, RefusesWhatItDoesNotKnow,
-                            PushesToTheOtherMachine, CarriesBigBatchesInPages,
-                            LetsManyOperationsRunAtOnce, StopsWhenAskedAndGoesOnAfterwards);
 
 }  // namespace quorvi::test

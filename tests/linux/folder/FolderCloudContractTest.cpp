@@ -9,11 +9,11 @@
 namespace quorvi::test {
 namespace {
 
-struct FolderRig {
-    CloudDatabase& first() { return first_; }
-    CloudDatabase& second() { return second_; }
-    CloudDatabase& stranger() { return stranger_; }
-    bool runUntil(const std::function<bool()>& done) { return until(loop_, done); }
+struct FolderRig : CloudRig {
+    CloudDatabase& first() override { return first_; }
+    CloudDatabase& second() override { return second_; }
+    CloudDatabase& stranger() override { return stranger_; }
+    bool runUntil(const std::function<bool()>& done) override { return until(loop_, done); }
 
     FolderCloudDatabase::Place place(const char* folder, const char* device) {
         return {home_.path() / folder, home_.path() / "devices" / device};
@@ -28,7 +28,7 @@ struct FolderRig {
     FolderCloudDatabase stranger_{loop_, executors_[2], place("elsewhere", "stranger")};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Folder, CloudContract, FolderRig);
+INSTANTIATE_TEST_SUITE_P(Folder, CloudContract, testing::Values(makeCloudRig<FolderRig>));
 
 }  // namespace
 }  // namespace quorvi::test
