@@ -8,8 +8,8 @@
 #include <string>
 #include <utility>
 
-#include "Quorvi/app/AppWindow.h"
 #include "Quorvi/app/CommandLine.h"
+#include "Quorvi/app/composition/AppWindow.h"
 #include "Quorvi/app/composition/LinuxDesktop.h"
 #include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/app/composition/SyncComponents.h"
@@ -23,7 +23,6 @@
 #include "Quorvi/shell/DesktopColorScheme.h"
 #include "Quorvi/shell/HelperPrograms.h"
 #include "Quorvi/shell/InterruptionNote.h"
-#include "Quorvi/shell/LaunchPolicy.h"
 #include "Quorvi/shell/QtKeyMonitor.h"
 #include "Quorvi/shell/QtScheduler.h"
 #include "Quorvi/shell/QuitSignals.h"
@@ -40,12 +39,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// How long quitting waits for the clipboard to be given back.
+// How long quitting waits for the user's clipboard to be restored.
 constexpr auto quitPatience = 2s;
-// A desktop that is just starting has its tray by then.
+// How long a desktop that is starting has to bring its tray up.
 constexpr auto trayPatience = 5s;
 
-// The program, put together. Members are in the order of dependence.
+// The whole program. Main thread. Members are in the order of dependence.
 class Application {
 public:
     Application(QApplication& qt, const CommandLine& options, std::string apiKey)
@@ -54,38 +53,14 @@ public:
           printStages_(options.printStages) {
         preferenceChanges_ = preferences_.onChange([this] { reportPreferences(); });
         reportPreferences();
-        // A key that comes with the run stays with the run, which leaves no trace of it.
+        // A key from the environment is for this run only and is not stored.
         if (apiKey.empty())
             keyStore_ = desktop_.keychainStore(preferences_);
         else
             keyStore_ = std::make_unique<MemoryKeyStore>();
-        model_ = std::make_unique<AppModel>(environment());
-        sync_ = std::make_unique<SyncComponents>(*model_, history_, corrections_, preferences_,
-                                                 files_, scheduler_, chosen(options));
-        if (options.shortcut) model_->setShortcut(*options.shortcut);
-        if (options.mode) model_->setMode(*options.mode);
-        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(),
-                                                  [this] { return desktop_.surroundings(); });
-        statusItem_ = std::make_unique<StatusItem>(
-            *model_, StatusItem::Actions{.openWindow = [this] { openWindow(); },
-                                         .checkForUpdates = [this] { updates_.updater().check(); },
-                                         .quit = [this] { quit(); }});
-        window_ = std::make_unique<AppWindow>(AppWindow::Parts{
-            *model_, corrections_, history_, sync_->accountSync(), *keyStore_, updates_.updater(),
-            preferences_, scheduler_, desktop_.historyEnvironment(preferences_, {}).calendar,
-            [this] { quit(); }});
-        bus_ = std::make_unique<BusService>(
-            *model_, BusService::Actions{[this] { openWindow(); }, [this] { quit(); }});
-        trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
-        model_->showOverlay = [this] { panel_->present(); };
-        model_->hideOverlay = [this] { panel_->hide(); };
-        surroundings_ = desktop_.onSurroundingsChanged([this] { panel_->followSurroundings(); });
-        changes_ = model_->onChange([this] { modelChanged(); });
-        interruptionNote_ = std::make_unique<InterruptionNote>(*model_, history_, preferencesDisk_,
-                                                               scheduler_, interruptionNoteFile());
-        permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
-        keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
-        quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
+        createModel(options);
+        createInterface();
+        observe();
         if (!apiKey.empty())
             tasks_.start([this, &apiKey](std::stop_token) { return keepKey(std::move(apiKey)); });
         modelChanged();
@@ -93,7 +68,7 @@ public:
         scheduler_.post([this] { readYears(); });
     }
 
-    // Stops the work and leaves the event loop once the clipboard is in other hands.
+    // Stops all work, hands the clipboard over and ends the event loop.
     void quit() {
         if (quitting_) return;
         quitting_ = true;
@@ -106,6 +81,43 @@ public:
     }
 
 private:
+    void createModel(const CommandLine& options) {
+        model_ = std::make_unique<AppModel>(environment());
+        sync_ = std::make_unique<SyncComponents>(*model_, history_, corrections_, preferences_,
+                                                 files_, scheduler_, chosen(options));
+        if (options.shortcut) model_->setShortcut(*options.shortcut);
+        if (options.mode) model_->setMode(*options.mode);
+    }
+
+    void createInterface() {
+        const auto open = [this] { openWindow(); };
+        const auto quit = [this] { this->quit(); };
+        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(),
+                                                  [this] { return desktop_.surroundings(); });
+        model_->showOverlay = [this] { panel_->present(); };
+        model_->hideOverlay = [this] { panel_->hide(); };
+        statusItem_ = std::make_unique<StatusItem>(
+            *model_, StatusItem::Actions{.openWindow = open,
+                                         .checkForUpdates = [this] { updates_.updater().check(); },
+                                         .quit = quit});
+        window_ = std::make_unique<AppWindow>(
+            AppWindow::Parts{*model_, corrections_, history_, sync_->accountSync(), *keyStore_,
+                             updates_.updater(), preferences_, scheduler_,
+                             desktop_.historyEnvironment(preferences_, {}).calendar, quit});
+        bus_ = std::make_unique<BusService>(*model_, BusService::Actions{open, quit});
+        trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
+    }
+
+    void observe() {
+        changes_ = model_->onChange([this] { modelChanged(); });
+        interruptionNote_ = std::make_unique<InterruptionNote>(*model_, history_, preferencesDisk_,
+                                                               scheduler_, interruptionNoteFile());
+        surroundings_ = desktop_.onSurroundingsChanged([this] { panel_->followSurroundings(); });
+        permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
+        keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
+        quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
+    }
+
     // The settings that the command line sets.
     static std::vector<std::string_view> chosen(const CommandLine& options) {
         std::vector<std::string_view> keys;
@@ -124,17 +136,18 @@ private:
         return environment;
     }
 
+    // Opens the window for a new user.
     Task<void> noteLaunch() {
         const bool launchedBefore =
             preferences_.boolean(preferenceKey::hasLaunched).value_or(false);
         preferences_.setBoolean(preferenceKey::hasLaunched, true);
         auto looking = keyStore_->refresh();
         const bool hasSavedKey = co_await looking;
-        if (LaunchPolicy::showWelcome(launchedBefore, hasSavedKey)) openWindow();
+        if (!launchedBefore && !hasSavedKey) openWindow();
     }
 
-    // Once the icon is in the tray: years of dictations, and what there is of them to synchronise,
-    // would take a small machine's processors, and the memory's locks, from the start.
+    // Reads the history and the sync archive. Not before the tray icon is up: a long history would
+    // slow the start of a small machine down.
     void readYears() {
         historyHold_.reset();
         sync_->begin();

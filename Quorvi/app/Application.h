@@ -6,9 +6,9 @@ class QApplication;
 
 namespace quorvi {
 
-// Reads the command line and the environment, puts the program together, and runs it until the user
-// quits. `apiKey` is the key to begin with, or empty. Returns the exit status: 0, also when Quorvi
-// is running already, or 2 for a command line or a service address that makes no sense.
+// Parses the command line and runs the program until the user quits. `apiKey` is the key for this
+// run, or empty to use the keyring's. Returns the exit status: 0, also if Quorvi is already
+// running, or 2 for an invalid command line or service address.
 int runApplication(QApplication& qt, std::string apiKey);
 
 }  // namespace quorvi

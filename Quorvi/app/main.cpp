@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,9 +23,9 @@
 
 namespace {
 
-// A value of the environment, taken out of it and overwritten there, so that no program started
-// from here inherits it and the process's environment no longer shows it. To be called before there
-// are other threads, which may be reading the environment.
+// Removes a variable from the environment and overwrites its value there, so that neither child
+// processes nor /proc show it. Returns the value. To be called before other threads start, since
+// they may read the environment.
 std::string takeFromEnvironment(const char* name) {
     char* value = std::getenv(name);
     if (!value) return {};
@@ -34,11 +35,10 @@ std::string takeFromEnvironment(const char* name) {
     return taken;
 }
 
-// A crash writes no memory anywhere, be it to a file or to a collector of crash reports: the key
-// may be in it, and what was said. To a collector the kernel pays no heed to a limit of 0, but it
-// takes one of 1 byte for "none"; for a file that is less than any dump. Should the limit not be
-// ours to choose, no part of the memory belongs to a dump.
-void writeNoCore() {
+// Disables core dumps, which could hold the key and transcripts. A limit of 1 byte rather than 0:
+// the kernel ignores 0 when dumps are piped to a collector, and a file of 1 byte holds nothing. The
+// empty filter covers a limit that can't be lowered.
+void disableCoreDumps() {
     if (FILE* filter = std::fopen("/proc/self/coredump_filter", "w")) {
         std::fputs("0", filter);
         std::fclose(filter);
@@ -49,8 +49,8 @@ void writeNoCore() {
     setrlimit(RLIMIT_CORE, &limit);
 }
 
-// Whether the command line only asks for something to read, which needs no desktop.
-bool asksToRead(int argc, char** argv) {
+// Whether the command line asks only for the help or the version, which needs no desktop.
+bool asksForHelp(int argc, char** argv) {
     return std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
         return argument == "--help" || argument == "-h" || argument == "--version" ||
                argument == "-v";
@@ -62,7 +62,7 @@ void useX11() {
     if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "xcb", 1);
 }
 
-// The toolkit ends a program whose display does not answer.
+// Without a working display Qt would end the program, so the doctor then runs without widgets.
 int examine(int argc, char** argv) {
     useX11();
     if (quorvi::x11InputHookIsPossible()) {
@@ -73,36 +73,42 @@ int examine(int argc, char** argv) {
     return quorvi::runDoctor();
 }
 
+// Runs a command that works without the program's interface. Returns its exit status, or nullopt if
+// the arguments name none.
+std::optional<int> runCommand(int argc, char** argv) {
+    using namespace quorvi;
+    const std::vector<std::string_view> arguments(argv + 1, argv + argc);
+    for (const auto run : {runCloudCommand, runTransferCommand, runEraseCommand})
+        if (const auto status = run(arguments)) return status;
+    if (arguments.size() != 1) return std::nullopt;
+    if (const auto command = keyCommandFromArgument(arguments[0])) return runKeyCommand(*command);
+    if (isBusCommand(arguments[0])) return runBusCommand(arguments[0]);
+    if (arguments[0] == "doctor") return examine(argc, argv);
+    return std::nullopt;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    writeNoCore();
+    disableCoreDumps();
     auto apiKey = takeFromEnvironment("QUORVI_API_KEY");
     QCoreApplication::setApplicationName(QStringLiteral("Quorvi"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUORVI_VERSION));
-    if (asksToRead(argc, argv)) {
-        const QCoreApplication reading(argc, argv);
+    if (asksForHelp(argc, argv)) {
+        const QCoreApplication qt(argc, argv);
         quorvi::CommandLine::parse();
         return 0;
     }
-    if (argc == 2)
-        if (const auto command = quorvi::keyCommandFromArgument(argv[1]))
-            return quorvi::runKeyCommand(*command);
-    const std::vector<std::string_view> arguments(argv + 1, argv + argc);
-    for (const auto run :
-         {quorvi::runCloudCommand, quorvi::runTransferCommand, quorvi::runEraseCommand})
-        if (const auto status = run(arguments)) return *status;
-    if (argc == 2 && quorvi::isBusCommand(argv[1])) return quorvi::runBusCommand(argv[1]);
-    if (argc == 2 && argv[1] == std::string_view("doctor")) return examine(argc, argv);
+    if (const auto status = runCommand(argc, argv)) return *status;
     const char* display = std::getenv("DISPLAY");
     if (!display || !*display) {
-        const QCoreApplication reading(argc, argv);
+        const QCoreApplication qt(argc, argv);
         quorvi::CommandLine::parse();
         std::fprintf(stderr, "quorvi: There is no X display. Start Quorvi on a desktop.\n");
         return 1;
     }
     useX11();
-    // With several screens Qt takes each for free of bars unless told to ask the window manager.
+    // With several screens Qt ignores the desktop's panels unless told to ask the window manager.
     if (!std::getenv("QT_RELY_ON_NET_WORKAREA_ATOM"))
         setenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1", 1);
     QApplication qt(argc, argv);

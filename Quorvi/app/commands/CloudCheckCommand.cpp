@@ -7,13 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/app/composition/CloudDatabases.h"
-#include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/dictation/PreferenceKeys.h"
-#include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "Quorvi/platform/linux/posix/PosixFileStore.h"
-#include "Quorvi/platform/linux/posix/SerialExecutor.h"
-#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/sync/CloudReleaseCheck.h"
 
@@ -39,17 +34,14 @@ Task<void> check(CloudDatabase& database, std::optional<std::int32_t>& status) {
 
 int runCloudCheck() {
     try {
-        LoopScheduler scheduler;
-        PosixFileStore files;
-        SerialExecutor disk("preferences");
+        StoredPreferences stored;
+        auto& scheduler = stored.scheduler;
         SerialExecutor cloud("cloud");
         const auto makeKeychain = [&]() -> std::unique_ptr<Keychain> {
             return std::make_unique<SecretServiceKeychain>(scheduler);
         };
-        const PropertyListPreferences preferences(files, preferencesFile(), disk, scheduler);
-        const auto address = preferences.string(preferenceKey::cloudDatabase).value_or("");
-        const auto database =
-            openCloudDatabase(address, {scheduler, cloud, makeKeychain, UserFolders::find().data});
+        const auto database = openCloudDatabase(
+            stored.cloudAddress(), {scheduler, cloud, makeKeychain, UserFolders::find().data});
         std::optional<std::int32_t> status;
         auto task = check(*database, status);
         task.start();

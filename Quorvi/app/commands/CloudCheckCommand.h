@@ -4,8 +4,8 @@ namespace quorvi {
 
 inline constexpr auto cloudCheckArgument = "--cloud-release-check";
 
-// Checks the cloud database of the preferences from a command line, without a desktop; prints a
-// line and returns the exit status, as CloudReleaseCheck has them.
+// Checks the configured cloud database. Prints a line and returns the exit status of
+// CloudReleaseCheck. Needs no desktop.
 int runCloudCheck();
 
 }  // namespace quorvi

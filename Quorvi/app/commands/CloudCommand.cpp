@@ -6,14 +6,9 @@
 
 #include "Quorvi/app/commands/CloudCheckCommand.h"
 #include "Quorvi/app/commands/SecretInput.h"
+#include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/app/composition/CloudPassword.h"
-#include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/dictation/PreferenceKeys.h"
-#include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "Quorvi/platform/linux/posix/PosixFileStore.h"
-#include "Quorvi/platform/linux/posix/SerialExecutor.h"
-#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 
 namespace quorvi {
@@ -28,17 +23,9 @@ int complain(const std::string& problem) {
     return 1;
 }
 
-// The preferences without a program around them.
-struct Stored {
-    LoopScheduler scheduler;
-    PosixFileStore files;
-    SerialExecutor disk{"preferences"};
-    PropertyListPreferences preferences{files, preferencesFile(), disk, scheduler};
-};
-
 int storeAddress(const std::string& address) {
     if (const auto problem = cloudAddressProblem(address)) return complain(*problem);
-    Stored stored;
+    StoredPreferences stored;
     if (address.empty())
         stored.preferences.remove(preferenceKey::cloudDatabase);
     else
@@ -50,8 +37,8 @@ int storeAddress(const std::string& address) {
 }
 
 int storePassword() {
-    Stored stored;
-    const auto address = stored.preferences.string(preferenceKey::cloudDatabase).value_or("");
+    StoredPreferences stored;
+    const auto address = stored.cloudAddress();
     if (!isServerAddress(address)) return complain("The cloud is a folder, which has no password.");
     const auto password = readSecret("Password of the database: ");
     SecretServiceKeychain keychain(stored.scheduler);

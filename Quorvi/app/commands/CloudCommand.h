@@ -6,12 +6,12 @@
 
 namespace quorvi {
 
-// What can be done about the cloud from a command line, without a desktop's window.
-//     --cloud-database=ADDRESS   stores the address; empty for the standard folder
-//     --store-cloud-password     stores the password of the present address in the keyring, read
-//                                from the standard input
+// The commands for the cloud; they need no desktop.
+//     --cloud-database=ADDRESS   stores the address; empty for the default folder
+//     --store-cloud-password     stores the password of the current address in the keyring,
+//                                read from standard input
 //     --cloud-release-check      see CloudCheckCommand.h
-// The exit status; nothing when the arguments are no such command.
+// Returns the exit status, or nullopt if the arguments are none of these commands.
 std::optional<int> runCloudCommand(const std::vector<std::string_view>& arguments);
 
 }  // namespace quorvi

@@ -8,15 +8,10 @@
 #include <string>
 #include <utility>
 
+#include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/app/composition/CloudDatabases.h"
-#include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
-#include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "Quorvi/platform/linux/posix/PosixFileStore.h"
-#include "Quorvi/platform/linux/posix/SerialExecutor.h"
-#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
@@ -31,24 +26,24 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// How long each subject has for its answer.
+// The limit for each answer.
 constexpr Duration patience = 10s;
 
 class Doctor {
 public:
     int run() {
-        lookAtProgram();
-        lookAtKeyboard();
-        lookAtAccessibility();
-        lookAtSound();
-        lookAtTray();
-        lookAtKeyring();
-        lookAtService();
-        lookAtCloud();
+        checkProgram();
+        checkKeyboard();
+        checkAccessibility();
+        checkSound();
+        checkTray();
+        checkKeyring();
+        checkService();
+        checkCloud();
         if (needsUser_)
-            std::printf("\nSomething needs you; see the lines marked with ✗.\n");
+            std::printf("\nAction needed: see the lines marked with ✗.\n");
         else
-            std::printf("\nEverything is in order.\n");
+            std::printf("\nAll checks passed.\n");
         return needsUser_ ? 1 : 0;
     }
 
@@ -69,36 +64,36 @@ private:
         needsUser_ = true;
     }
 
-    void lookAtProgram() {
+    void checkProgram() {
         if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); !address || !*address)
-            note("Session bus", "DBUS_SESSION_BUS_ADDRESS does not name it.");
-        note("Quorvi", isRunning() ? "It is running." : "It is not running at the moment.");
+            note("Session bus", "DBUS_SESSION_BUS_ADDRESS is not set.");
+        note("Quorvi", isRunning() ? "running." : "not running.");
     }
 
-    void lookAtKeyboard() {
+    void checkKeyboard() {
         canInstallTap_ = x11InputHookIsPossible();
-        if (canInstallTap_) return good("Global shortcut", "The display offers what it needs.");
+        if (canInstallTap_)
+            return good("Global shortcut", "X11 display with XInput 2.2 and XTest: available.");
         const char* display = std::getenv("DISPLAY");
         if (!display || !*display)
-            return bad("Global shortcut", "There is no X display.",
+            return bad("Global shortcut", "no X11 display.",
                        "Run Quorvi on a desktop with X11, or with XWayland.");
-        bad("Global shortcut", "The display can't be reached, or lacks XInput 2.2, XTest or XKB.",
+        bad("Global shortcut", "X11 display unreachable, or without XInput 2.2, XTest or XKB.",
             "Check DISPLAY and XAUTHORITY; a remote or nested display may lack these extensions.");
     }
 
-    void lookAtAccessibility() {
+    void checkAccessibility() {
         const AtspiAccessibility accessibility([this] { return canInstallTap_; });
         if (scheduler_.runUntil([&] { return accessibility.isTrusted() || !canInstallTap_; },
                                 patience) &&
             canInstallTap_)
-            return good("Accessibility", "The accessibility bus answers.");
+            return good("Accessibility", "AT-SPI bus: available.");
         bad("Accessibility",
-            canInstallTap_ ? "The accessibility bus does not answer."
-                           : "It is of no use without a display.",
+            canInstallTap_ ? "AT-SPI bus: no answer." : "not usable without a display.",
             "Install at-spi2-core, and turn on assistive technologies in the desktop's settings.");
     }
 
-    void lookAtSound() {
+    void checkSound() {
         PulseConnection sound(scheduler_);
         std::optional<bool> connected;
         sound.run([&] {
@@ -107,40 +102,39 @@ private:
         });
         scheduler_.runUntil([&] { return connected.has_value(); }, patience);
         if (!connected.value_or(false)) {
-            bad("Sound server", "Neither PulseAudio nor PipeWire answers.",
+            bad("Sound server", "PulseAudio or PipeWire: no answer.",
                 "Start it: systemctl --user start pipewire-pulse, or pulseaudio --start.");
             return;
         }
-        good("Sound server", "It answers.");
+        good("Sound server", "PulseAudio protocol: available.");
         scheduler_.runUntil([&] { return sound.hasMicrophone().has_value(); }, patience);
-        if (sound.hasMicrophone().value_or(false)) return good("Microphone", "There is one.");
-        bad("Microphone", "The sound server has none.",
+        if (sound.hasMicrophone().value_or(false))
+            return good("Microphone", "input device: available.");
+        bad("Microphone", "no input device.",
             "Plug one in, or choose an input device in the desktop's sound settings.");
     }
 
-    void lookAtCloud() {
+    void checkCloud() {
         if (!preferences_.boolean(AccountSync::enabledKey).value_or(true))
-            return note("Synchronisation", "It is switched off.");
-        const auto address = preferences_.string(preferenceKey::cloudDatabase).value_or("");
+            return note("Synchronisation", "off.");
+        const auto address = stored_.cloudAddress();
         if (const auto problem = cloudAddressProblem(address))
             return bad("Synchronisation", *problem,
                        "Set another address: quorvi --cloud-database=ADDRESS.");
-        note("Synchronisation",
-             (address.empty() ? "In a folder of this machine alone" : "Through " + address) +
-                 "; quorvi --cloud-release-check tries it.");
+        note("Synchronisation", (address.empty() ? "local folder, not shared" : address) +
+                                    ". Test it: quorvi --cloud-release-check.");
     }
 
-    void lookAtTray() {
+    void checkTray() {
         if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
-            return note("Tray", "It can't be looked for without a display.");
-        if (QSystemTrayIcon::isSystemTrayAvailable())
-            return good("Tray", "The desktop shows icons.");
+            return note("Tray", "not checked, no display.");
+        if (QSystemTrayIcon::isSystemTrayAvailable()) return good("Tray", "available.");
         note("Tray",
-             "The desktop has none; Quorvi shows its window instead. On GNOME the extension "
-             "\"AppIndicator\" adds one.");
+             "not available; Quorvi opens its window instead. On GNOME, the extension "
+             "\"AppIndicator\" adds a tray.");
     }
 
-    void lookAtKeyring() {
+    void checkKeyring() {
         SecretServiceKeychain keychain(scheduler_);
         const auto service = std::string(bundleIdentifier) + ".openai";
         const auto ask = [&](bool synchronised) {
@@ -150,23 +144,23 @@ private:
         if (status != KeychainStatus::success) status = ask(false);
         switch (status) {
             case KeychainStatus::success:
-                return good("Keyring", "Your API key is in it.");
+                return good("Keyring", "API key: stored.");
             case KeychainStatus::itemNotFound:
-                return bad("Keyring", "It answers, but your API key is not in it.",
-                           "Put it there: in Quorvi's Settings, or with quorvi --store-key.");
+                return bad("Keyring", "API key: not stored.",
+                           "Store it in Quorvi's Settings, or with quorvi --store-key.");
             case KeychainStatus::interactionNotAllowed:
-                return note("Keyring", "It is locked. You will be asked to unlock it.");
+                return note("Keyring", "locked. The desktop will ask you to unlock it.");
             default:
                 return bad(
                     "Keyring",
-                    "No keyring answers (" + std::to_string(static_cast<std::int32_t>(status)) +
-                        ").",
+                    "Secret Service: no answer (" +
+                        std::to_string(static_cast<std::int32_t>(status)) + ").",
                     "Install and start GNOME Keyring or KDE Wallet, or use QUORVI_API_KEY for "
                     "a single run.");
         }
     }
 
-    void lookAtService() {
+    void checkService() {
         const char* variable = std::getenv("QUORVI_SERVICE");
         std::string address;
         try {
@@ -182,30 +176,29 @@ private:
         auto asking = reach(transport, address, problem, done);
         asking.start();
         scheduler_.runUntil([&] { return done; }, 2 * patience);
-        if (!done) problem = "It does not answer.";
-        if (!problem) return good("Speech service", address + " can be reached.");
+        if (!done) problem = "no answer.";
+        if (!problem) return good("Speech service", address + ": reachable.");
         bad("Speech service", address + ": " + *problem,
             "Check the connection to the network, its proxy and its firewall.");
     }
 
-    // Any answer will do: without a key it is a refusal.
+    // Any HTTP answer counts: without a key it is a refusal.
     static Task<void> reach(CurlTransport& transport, std::string address,
                             std::optional<std::string>& problem, bool& done) {
         try {
             auto sending = transport.send(
                 {.method = "GET", .url = address + "/v1/models", .timeout = patience}, {});
             const auto response = co_await sending;
-            if (response.status == 0) problem = "It does not speak HTTP.";
+            if (response.status == 0) problem = "the answer is not HTTP.";
         } catch (const std::exception& error) {
             problem = error.what();
         }
         done = true;
     }
 
-    LoopScheduler scheduler_;
-    PosixFileStore files_;
-    SerialExecutor disk_{"preferences"};
-    PropertyListPreferences preferences_{files_, preferencesFile(), disk_, scheduler_};
+    StoredPreferences stored_;
+    LoopScheduler& scheduler_ = stored_.scheduler;
+    Preferences& preferences_ = stored_.preferences;
     bool canInstallTap_ = false;
     bool needsUser_ = false;
 };

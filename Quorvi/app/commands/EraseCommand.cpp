@@ -11,14 +11,10 @@
 #include <system_error>
 
 #include "Quorvi/app/commands/KeyCommand.h"
+#include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/app/composition/CloudPassword.h"
 #include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/dictation/PreferenceKeys.h"
-#include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "Quorvi/platform/linux/posix/PosixFileStore.h"
-#include "Quorvi/platform/linux/posix/SerialExecutor.h"
-#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
 #include "Quorvi/shell/SingleInstance.h"
@@ -28,14 +24,6 @@ namespace quorvi {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string cloudAddress() {
-    LoopScheduler scheduler;
-    PosixFileStore files;
-    SerialExecutor disk("preferences");
-    const PropertyListPreferences preferences(files, preferencesFile(), disk, scheduler);
-    return preferences.string(preferenceKey::cloudDatabase).value_or("");
-}
 
 void explain(const UserFolders& folders, const std::string& cloud) {
     std::printf(
@@ -70,7 +58,7 @@ bool isConfirmed() {
     return false;
 }
 
-// Files that the user keeps elsewhere are linked to: they go, too, wherever they are.
+// Also removes the targets of symbolic links, for users who keep the files elsewhere.
 bool removeFolder(const fs::path& folder) {
     std::error_code error;
     for (const auto& file : {historyFile(), preferencesFile(), syncArchiveFile()})
@@ -113,10 +101,10 @@ int erase(bool isSure) {
         return 1;
     }
     const auto folders = UserFolders::find();
-    const auto cloud = cloudAddress();
+    const auto cloud = StoredPreferences().cloudAddress();
     explain(folders, cloud);
     if (!isSure && !isConfirmed()) return 1;
-    // All of them, even when one fails. The keyring first: what is in it is found by the settings.
+    // Goes on after a failure. The keyring first, since the settings say what is in it.
     const std::array done{runKeyCommand(KeyCommand::remove) == 0, removeCloudPassword(cloud),
                           removeLoginItem(), removeFolder(folders.data),
                           removeFolder(folders.config)};

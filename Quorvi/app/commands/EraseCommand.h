@@ -6,12 +6,11 @@
 
 namespace quorvi {
 
-// Removing all that Quorvi keeps of a user on this machine, after a confirmation on the terminal.
-//     erase [--yes]   only while no Quorvi is running; --yes is the confirmation
-// What the cloud and other machines hold stays, and it is said what that means.
-// The exit status: 0; 1 when it was not confirmed or something could not be removed, with a
-// sentence; 2 for a command line that makes no sense. Nothing when the arguments are no such
-// command.
+// Removes all of the user's data on this machine, after a confirmation on the terminal.
+//     erase [--yes]   refused while Quorvi is running; --yes is the confirmation
+// Data in the cloud and on other machines stays; the command says so.
+// Returns the exit status: 0; 1 with a message if it was not confirmed or something could not be
+// removed; 2 for an invalid command line. Returns nullopt if the arguments are not this command.
 std::optional<int> runEraseCommand(const std::vector<std::string_view>& arguments);
 
 }  // namespace quorvi

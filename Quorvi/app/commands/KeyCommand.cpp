@@ -6,11 +6,7 @@
 #include <string>
 
 #include "Quorvi/app/commands/SecretInput.h"
-#include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "Quorvi/platform/linux/posix/PosixFileStore.h"
-#include "Quorvi/platform/linux/posix/SerialExecutor.h"
-#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+#include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/system/KeychainStore.h"
 
@@ -20,7 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// The keyring may ask for its password, which takes the user's time.
+// The keyring may ask the user for its password.
 constexpr Duration patience = 10min;
 
 Task<void> carryOut(KeyCommand command, KeychainStore& store, std::optional<int>& status) {
@@ -53,17 +49,14 @@ std::optional<KeyCommand> keyCommandFromArgument(std::string_view argument) {
 }
 
 int runKeyCommand(KeyCommand command) {
-    LoopScheduler scheduler;
-    PosixFileStore files;
-    SerialExecutor disk("preferences");
-    PropertyListPreferences preferences(files, preferencesFile(), disk, scheduler);
-    SecretServiceKeychain keychain(scheduler);
+    StoredPreferences stored;
+    SecretServiceKeychain keychain(stored.scheduler);
     SerialExecutor secrets("secrets");
-    KeychainStore store(keychain, preferences, secrets, scheduler);
+    KeychainStore store(keychain, stored.preferences, secrets, stored.scheduler);
     std::optional<int> status;
     auto task = carryOut(command, store, status);
     task.start();
-    if (!scheduler.runUntil([&] { return status.has_value(); }, patience))
+    if (!stored.scheduler.runUntil([&] { return status.has_value(); }, patience))
         std::fprintf(stderr, "quorvi: The keyring did not answer.\n");
     return status.value_or(1);
 }

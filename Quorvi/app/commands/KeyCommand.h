@@ -5,15 +5,15 @@
 
 namespace quorvi {
 
-// What can be done with the key in the user's keyring from a command line, without a desktop's
-// window. A Quorvi that is running notices by itself.
+// The commands for the API key in the keyring; they need no desktop. A running Quorvi notices the
+// change.
 enum class KeyCommand { store, remove };
 
-// The command that an argument names, if it does.
+// The command that an argument names, or nullopt.
 std::optional<KeyCommand> keyCommandFromArgument(std::string_view argument);
 
-// Carries it out; the key to store is the first line of the standard input, which a terminal does
-// not show. Says on the standard output or error what came of it; the exit status.
+// Runs the command. The key to store is the first line of standard input, without echo on a
+// terminal. Prints the result and returns the exit status.
 int runKeyCommand(KeyCommand command);
 
 }  // namespace quorvi

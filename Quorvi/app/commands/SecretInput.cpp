@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t longestSecret = 4096;
 
-// A terminal that does not show what is typed, while the object lives.
+// Turns the terminal's echo off while it lives.
 class Unseen {
 public:
     Unseen() {

@@ -4,8 +4,7 @@
 
 namespace quorvi {
 
-// The first line of the standard input. A terminal is asked with `prompt`, and does not show what
-// is typed.
+// Reads the first line of standard input. On a terminal, shows `prompt` and turns echo off.
 Secret readSecret(const char* prompt);
 
 }  // namespace quorvi

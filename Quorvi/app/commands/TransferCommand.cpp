@@ -10,12 +10,10 @@
 #include <string>
 #include <utility>
 
+#include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
-#include "Quorvi/platform/linux/posix/SerialExecutor.h"
-#include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "Quorvi/shell/SingleInstance.h"
 #include "Quorvi/transfer/UserData.h"
 #include "QuorviCore/transfer/ExportDocument.h"
@@ -32,7 +30,7 @@ void throwIfInterrupted() {
     if (interrupted) throw Interrupted();
 }
 
-// What goes on, in one line that is written over, where somebody may be looking.
+// A progress line that is overwritten in place, on a terminal only.
 class Progress {
 public:
     ~Progress() { clear(); }
@@ -65,18 +63,13 @@ private:
     std::size_t width_ = 0;
 };
 
-// The user's files, without a program around them.
-struct Stored {
-    LoopScheduler scheduler;
-    PosixFileStore files;
-    PosixJournalFiles journals;
-    SerialExecutor disk{"preferences"};
-    PropertyListPreferences preferences{files, preferencesFile(), disk, scheduler};
-
+struct StoredUserData : StoredPreferences {
     UserData open(UserData::Access access) {
         return UserData({files, journals, preferences, scheduler, historyFile(), syncArchiveFile()},
                         access);
     }
+
+    PosixJournalFiles journals;
 };
 
 std::string counted(std::size_t number, const char* one, const char* several) {
@@ -94,11 +87,11 @@ void exportTo(const std::filesystem::path& file) {
         throw std::runtime_error(file.string() + " is a folder. Name a file.");
     Progress progress;
     progress.show("Reading…");
-    Stored stored;
+    StoredUserData stored;
     auto items = stored.open(UserData::Access::reading).items();
     const auto counts = UserData::count(items);
     ExportEncoder encoder(std::move(items));
-    // The folder is the user's, and stays as open as it is.
+    // The folder is the user's, so its mode is kept.
     PosixFileStore files(PosixFileStore::Folder::asItIs);
     try {
         files.replaceInPieces(std::filesystem::absolute(file), [&] {
@@ -135,7 +128,7 @@ void importFrom(const std::filesystem::path& file) {
         progress.show("Reading", done, of);
     });
     progress.show("Merging…");
-    Stored stored;
+    StoredUserData stored;
     auto data = stored.open(UserData::Access::changing);
     const auto counts = data.merge(items);
     progress.show("Writing…");
@@ -149,7 +142,7 @@ template <class Work>
 int carryOut(Work work) {
     struct sigaction action {};
     action.sa_handler = [](int) { interrupted = 1; };
-    action.sa_flags = static_cast<int>(SA_RESETHAND);  // a second one ends the program
+    action.sa_flags = static_cast<int>(SA_RESETHAND);  // a second signal ends the program
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
     try {

@@ -6,13 +6,14 @@
 
 namespace quorvi {
 
-// Taking one's data along, from a command line, without a desktop's window.
+// Exports and imports the user's data; needs no desktop.
 //     export FILE   writes dictations, rules and settings as one JSON document; Quorvi may be
 //                   running
-//     import FILE   folds such a document in, later versions counting; only while none is running
-// Progress is shown on a terminal. An interrupt (Ctrl+C) leaves everything as it was.
-// The exit status: 0; 1 when it failed, with a sentence; 2 for a command line that makes no sense;
-// 130 when it was interrupted. Nothing when the arguments are no such command.
+//     import FILE   merges such a document, the later version of each value wins; refused while
+//                   Quorvi is running
+// Shows progress on a terminal. An interrupt (Ctrl+C) changes nothing.
+// Returns the exit status: 0; 1 with a message on failure; 2 for an invalid command line; 130 after
+// an interrupt. Returns nullopt if the arguments are neither command.
 std::optional<int> runTransferCommand(const std::vector<std::string_view>& arguments);
 
 }  // namespace quorvi

@@ -11,44 +11,44 @@
 
 namespace quorvi {
 
-// The adapters of a Linux desktop, put together. Lives on the main thread, outlives the controller
-// that stands on it, and ends its threads when it is destroyed.
+// All adapters of a Linux desktop. Main thread; outlives the controller that uses them. The
+// destructor ends their threads.
 class LinuxDesktop {
 public:
-    // `clipboardKeeper` is the program that goes on offering the clipboard when this one is gone;
-    // without one the clipboard goes, too.
+    // `clipboardKeeper` is the path of the program that offers the clipboard after this one has
+    // ended; if empty, the clipboard is lost then.
     explicit LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper = {});
     ~LinuxDesktop();
     LinuxDesktop(const LinuxDesktop&) = delete;
     LinuxDesktop& operator=(const LinuxDesktop&) = delete;
 
-    // What a controller stands on, with the caller's stores and windows. The caller adds the
-    // service, and the synchronisation.
+    // The controller's environment with the caller's stores. The caller adds the service and the
+    // synchronisation.
     AppModel::Environment environment(LocalKeyMonitor& localKeys, Preferences& preferences,
                                       KeyStore& keyStore, HistoryStore& history,
                                       CorrectionStore& corrections);
 
-    // Where the user's API key is kept, in the desktop's keychain. The desktop outlives it.
+    // The API key in the desktop's keyring. This object outlives the result.
     std::unique_ptr<KeyStore> keychainStore(Preferences& preferences);
 
-    // What a history in that file stands on.
+    // The environment of a history in that file.
     HistoryStore::Environment historyEnvironment(Preferences& preferences,
                                                  std::filesystem::path file);
 
-    // Keeps the history from being read and written while it lives.
+    // Holds all reading and writing of the history back while the result lives.
     std::unique_ptr<SerialExecutor::Hold> holdHistory();
 
-    // Told when the desktop has granted or withdrawn something: accessibility, a microphone.
+    // Notifies of a change of the permissions: accessibility, a microphone.
     [[nodiscard]] Subscription onPermissionsChanged(std::function<void()> observer) {
         return permissionsChanged_.subscribe(std::move(observer));
     }
 
-    // Hands what this program still offers on the clipboard over to the keeper, so that quitting
-    // takes nothing from the user. Resumes when that is done, or when it is clear that it can't be.
+    // Hands the clipboard over to the keeper, so that it survives this program. Resumes when that
+    // is done or has failed.
     Task<void> leaveClipboard();
 
-    // What surrounds a window, as last known; asking has a fresh look taken, which is told of when
-    // it finds something else. Never block.
+    // Returns the last known surroundings without blocking, and starts a new look, which notifies
+    // the observers if it finds a change.
     Surroundings surroundings();
     [[nodiscard]] Subscription onSurroundingsChanged(std::function<void()> observer) {
         return surroundingsChanged_.subscribe(std::move(observer));

@@ -4,7 +4,7 @@
 
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
 
-// Where the program keeps what is the user's.
+// The files that hold the user's data.
 namespace quorvi {
 
 inline std::filesystem::path preferencesFile() {
@@ -15,7 +15,7 @@ inline std::filesystem::path historyFile() {
     return UserFolders::find().data / "history.json";
 }
 
-// There while a dictation is under way, and after a crash.
+// Exists during a dictation, and after a crash.
 inline std::filesystem::path interruptionNoteFile() {
     return UserFolders::find().data / "dictation-under-way";
 }

@@ -24,7 +24,7 @@ UpdateConfiguration configuration() {
 
 }  // namespace
 
-// In the order of dependence. The executor ends last, so that a deletion asked for is done.
+// In the order of dependence. The executor is destroyed last and so finishes pending deletions.
 struct Updates::Adapters {
     explicit Adapters(Scheduler& scheduler)
         : downloader(scheduler), installer(executor, scheduler) {}

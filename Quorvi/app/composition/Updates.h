@@ -8,8 +8,8 @@
 
 namespace quorvi {
 
-// The updater on a real desktop, with its window: set up with the feed and the key that this build
-// has been given. Lives on the main thread, not longer than the scheduler and the preferences.
+// The updater with its adapters and window, configured with this build's feed and key. Main thread;
+// the scheduler and the preferences outlive it.
 class Updates {
 public:
     Updates(Scheduler& scheduler, Preferences& preferences);
@@ -25,7 +25,7 @@ private:
     struct Adapters;
     std::unique_ptr<Adapters> adapters_;
     std::unique_ptr<AppUpdater> updater_;
-    std::unique_ptr<UpdateWindow> window_;  // made when it is first shown
+    std::unique_ptr<UpdateWindow> window_;  // created when first shown
 };
 
 }  // namespace quorvi

@@ -1,4 +1,4 @@
-#include "Quorvi/app/AppWindow.h"
+#include "Quorvi/app/composition/AppWindow.h"
 
 #include <QSystemTrayIcon>
 #include <utility>
@@ -11,8 +11,8 @@
 namespace quorvi {
 
 // In the order of dependence.
-struct AppWindow::Made {
-    explicit Made(const Parts& parts)
+struct AppWindow::Contents {
+    explicit Contents(const Parts& parts)
         : loginItem(service, executor, parts.scheduler),
           window({parts.model, parts.corrections,
                   HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
@@ -30,24 +30,24 @@ AppWindow::AppWindow(Parts parts) : parts_(std::move(parts)) {}
 
 AppWindow::~AppWindow() = default;
 
-AppWindow::Made& AppWindow::made() {
-    if (!made_) made_ = std::make_unique<Made>(parts_);
-    return *made_;
+MainWindow& AppWindow::window() {
+    if (!contents_) contents_ = std::make_unique<Contents>(parts_);
+    return contents_->window;
 }
 
 void AppWindow::open() {
-    made().window.present();
+    window().present();
 }
 
 void AppWindow::openIfThereIsNoTray() {
     if (QSystemTrayIcon::isSystemTrayAvailable()) return;
-    auto& window = made().window;
-    window.setTrayMissing(true);
-    if (window.isVisible()) return;
-    window.setAttribute(Qt::WA_ShowWithoutActivating);
-    window.show();
-    window.lower();
-    window.setAttribute(Qt::WA_ShowWithoutActivating, false);
+    auto& shown = window();
+    shown.setTrayMissing(true);
+    if (shown.isVisible()) return;
+    shown.setAttribute(Qt::WA_ShowWithoutActivating);
+    shown.show();
+    shown.lower();
+    shown.setAttribute(Qt::WA_ShowWithoutActivating, false);
 }
 
 }  // namespace quorvi

@@ -7,11 +7,13 @@
 
 namespace quorvi {
 
-// The main window on a real desktop. Nothing of it is made before it is first opened, which keeps
-// the start short. Lives on the main thread, not longer than what it shows.
+class MainWindow;
+
+// The main window on a real desktop, created when it is first opened, which keeps the start short.
+// Main thread; `Parts` outlive it.
 class AppWindow {
 public:
-    // What the window shows, but for the login item, which is this class's own.
+    // What the window shows. The login item is this class's own.
     struct Parts {
         AppModel& model;
         CorrectionStore& corrections;
@@ -21,7 +23,7 @@ public:
         AppUpdater& updater;
         Preferences& preferences;
         Scheduler& scheduler;
-        std::function<Calendar()> calendar;  // the user's present one
+        std::function<Calendar()> calendar;  // the user's current one
         std::function<void()> quit;
     };
 
@@ -32,15 +34,15 @@ public:
 
     void open();
 
-    // Where the desktop has no tray, opens the window behind what the user does, and has it say so.
+    // On a desktop without a tray: opens the window below the others, with a note about that.
     void openIfThereIsNoTray();
 
 private:
-    struct Made;
-    Made& made();
+    struct Contents;       // the window and what only it uses
+    MainWindow& window();  // creates the contents at the first call
 
     Parts parts_;
-    std::unique_ptr<Made> made_;
+    std::unique_ptr<Contents> contents_;
 };
 
 }  // namespace quorvi
