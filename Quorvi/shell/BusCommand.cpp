@@ -68,7 +68,7 @@ int runBusCommand(std::string_view command) {
             g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
             g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER) ||
             g_error_matches(failure, G_DBUS_ERROR,
-                            G_DBUS_ERROR_UNKNOWN_OBJECT);  // it is just quitting
+                            G_DBUS_ERROR_UNKNOWN_OBJECT);  // it is quitting
         std::fprintf(stderr, "quorvi: %s\n", absent ? "Quorvi is not running." : failure->message);
         return 1;
     }

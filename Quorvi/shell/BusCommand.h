@@ -4,12 +4,12 @@
 
 namespace quorvi {
 
-// Whether the argument names something that the running program is asked for: start, finish,
-// toggle, cancel, status, show or quit.
+// Whether the argument is a command for the running program: start, finish, toggle, cancel, status,
+// show or quit.
 bool isBusCommand(std::string_view argument);
 
-// Asks the running program; `show` starts it where the desktop knows how. Returns the exit status:
-// 0, or 1 when it isn't running or doesn't answer.
+// Sends the command to the running program; `show` starts it if it is installed. Returns the exit
+// status: 0, or 1 if it isn't running or doesn't answer.
 int runBusCommand(std::string_view command);
 
 // Whether the program answers on the session bus.

@@ -43,7 +43,7 @@ BusService::BusService(AppModel& model, Actions actions)
     : model_(model), actions_(std::move(actions)) {
     auto connection = QDBusConnection::sessionBus();
     if (!connection.isConnected()) return;
-    // The object before the name: what waits for the name is delivered at once.
+    // Registers the object first: calls that wait for the name are delivered at once.
     connection.registerVirtualObject(latin(bus::path), this);
     auto request = QDBusMessage::createMethodCall(
         latin("org.freedesktop.DBus"), latin("/org/freedesktop/DBus"),

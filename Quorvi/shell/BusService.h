@@ -7,9 +7,8 @@
 
 namespace quorvi {
 
-// The running program on the session bus: a desktop's launcher brings its window up, and scripts
-// and key bindings drive the dictation. What was dictated never goes over the bus. Without a bus
-// there is nothing. Main thread; the controller outlives it.
+// The program's object on the session bus, for launchers, scripts and key bindings. Transcripts are
+// never sent over the bus. Does nothing without a bus. Main thread; the controller outlives it.
 class BusService : public QDBusVirtualObject {
 public:
     struct Actions {

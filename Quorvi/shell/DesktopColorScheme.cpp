@@ -23,7 +23,7 @@ const QString scheme = QStringLiteral("color-scheme");
 constexpr unsigned prefersDark = 1;
 constexpr unsigned prefersLight = 2;
 
-// Calm greys, of which the design makes the rest.
+// Greys, from which the design derives all other colours.
 QPalette plain(bool dark) {
     QPalette palette = dark ? QPalette(QColor(0x2B, 0x2D, 0x31), QColor(0x24, 0x26, 0x2A))
                             : QPalette(QColor(0xF2, 0xF3, 0xF5), QColor(0xF5, 0xF6, 0xF8));
@@ -57,7 +57,7 @@ void DesktopColorScheme::changed(const QDBusMessage& signal) {
 }
 
 void DesktopColorScheme::follow(const QVariant& value) {
-    // The portal wraps an answer twice.
+    // The portal wraps its answer in two variants.
     auto inner = value;
     while (inner.canConvert<QDBusVariant>()) inner = inner.value<QDBusVariant>().variant();
     const auto wanted = inner.toUInt();

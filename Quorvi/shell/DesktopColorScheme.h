@@ -7,10 +7,9 @@
 
 namespace quorvi {
 
-// Follows the desktop's choice of dark or light windows where the toolkit does not: the settings
-// portal tells it on GNOME and others, while the toolkit only knows the palette of a theme of its
-// own. What is dark or light already stays as the desktop has it. Asks once, waits for nobody, and
-// is told of changes. Main thread; ends before the application.
+// Follows the desktop's preference for dark or light windows through the settings portal, since
+// Qt 6.4 only knows the palette of its platform theme. A palette that already matches is kept.
+// Asynchronous. Main thread; ends before the application.
 class DesktopColorScheme : public QObject {
     Q_OBJECT
 
@@ -23,7 +22,7 @@ private Q_SLOTS:
 private:
     void follow(const QVariant& value);
 
-    std::optional<QPalette> own_;  // the toolkit's, while another one is in force
+    std::optional<QPalette> own_;  // Qt's palette while it is replaced
 };
 
 }  // namespace quorvi

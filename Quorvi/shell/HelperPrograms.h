@@ -4,8 +4,8 @@
 
 namespace quorvi {
 
-// Where a program lies that ships with this one and that only this one starts: beside it in a
-// build, in a folder of their own where they are installed. Needs the application object.
+// The path of a helper program: beside this program in a build, in its own folder when installed.
+// Needs the application object.
 std::string helperProgram(const std::string& name);
 
 }  // namespace quorvi

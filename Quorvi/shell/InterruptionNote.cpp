@@ -34,8 +34,7 @@ constexpr auto whileInsertingUnkept =
     "Quorvi ended unexpectedly while it inserted your last dictation. Its text is not in the "
     "history; look for it where you were writing.";
 
-// Best effort: a dictation goes on without its note. It need not survive a power failure, so
-// nothing waits for the disk here.
+// Best effort: errors are ignored. No fsync, since the note need not survive a power failure.
 void write(const fs::path& file, const std::string& line) {
     try {
         makePrivateFolder(file.parent_path());
@@ -44,12 +43,12 @@ void write(const fs::path& file, const std::string& line) {
     }
     const Descriptor opened(
         ::open(file.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
-    // In this order there is a whole line at any moment.
+    // In this order the file holds a complete line at any moment.
     if (!opened || ::pwrite(opened.get(), line.data(), line.size(), 0) < 0) return;
     [[maybe_unused]] const auto cut = ::ftruncate(opened.get(), static_cast<off_t>(line.size()));
 }
 
-// The note, which is gone then; empty when there was none.
+// Reads and removes the note. Returns an empty string if there is none.
 std::string take(const fs::path& file) {
     std::ifstream stream(file);
     std::string line;

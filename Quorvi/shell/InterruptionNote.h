@@ -9,13 +9,12 @@
 
 namespace quorvi {
 
-// Keeps a note on the disk of the dictation that is under way, so that the start after a crash can
-// say what was interrupted and where its text is: the stage, and the record that holds the text
-// once there is one. Never the text. There is no note between dictations. Main thread; the disk is
-// touched on the executor only.
+// Keeps a note on disk during a dictation, so that the start after a crash can say what was
+// interrupted and where its text is. The note holds the stage and the id of the history record,
+// never the text. Main thread; file access on the executor.
 class InterruptionNote {
 public:
-    // Reads what a run before has left, and has the model tell it. All of it outlives the note.
+    // Reads the note of a crashed run and reports it through the model. All arguments outlive it.
     InterruptionNote(AppModel& model, HistoryStore& history, Executor& disk, Scheduler& scheduler,
                      std::filesystem::path file);
 
@@ -32,8 +31,8 @@ private:
     Scheduler& scheduler_;
     const std::filesystem::path file_;
     DictationStage noted_ = DictationStage::idle;
-    std::string recordBefore_;         // the newest one when the dictation began
-    std::optional<std::string> left_;  // what was found
+    std::string recordBefore_;         // the newest record when the dictation began
+    std::optional<std::string> left_;  // the note of the crashed run
     Subscription changes_;
     Subscription historyChanges_;
     TaskScope tasks_;

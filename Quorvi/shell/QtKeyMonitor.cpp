@@ -34,12 +34,12 @@ Subscription QtKeyMonitor::observe(Handler handler) {
 bool QtKeyMonitor::eventFilter(QObject* receiver, QEvent* event) {
     switch (event->type()) {
         case QEvent::ShortcutOverride:
-            // Else a shortcut of the window would take the key before it is a key press.
+            // Otherwise a shortcut of the window would consume the key.
             event->accept();
             return true;
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
-            // Each event comes to the window first and then to the widget that has the focus.
+            // Events reach the window first and then the focused widget.
             if (!receiver->isWindowType()) return false;
             return handle(static_cast<const QKeyEvent&>(*event), event->type() == QEvent::KeyPress);
         default:
@@ -62,7 +62,7 @@ bool QtKeyMonitor::handle(const QKeyEvent& event, bool isPress) {
         local.type = LocalKeyEvent::Type::flagsChanged;
     else
         local.characters = characters(event);
-    const auto handler = handler_;  // which may end the observation
+    const auto handler = handler_;  // may end the observation
     return handler && (*handler)(local);
 }
 

@@ -10,8 +10,8 @@ class QKeyEvent;
 
 namespace quorvi {
 
-// Sees the key events of this program's windows through a filter on the application object. Main
-// thread; lives as long as the application object does.
+// Observes the key events of this program's windows through an event filter on the application
+// object. Main thread; lives as long as the application object.
 class QtKeyMonitor final : public QObject, public LocalKeyMonitor {
 public:
     [[nodiscard]] Subscription observe(Handler handler) override;
@@ -22,7 +22,7 @@ private:
     bool handle(const QKeyEvent& event, bool isPress);
 
     std::shared_ptr<Handler> handler_;
-    // The modifiers held, by their position, so that each is let go as what it was pressed as.
+    // Held modifiers by scan code, so that each is released as what it was pressed as.
     std::map<std::uint32_t, KeyCode> held_;
 };
 

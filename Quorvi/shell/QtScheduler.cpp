@@ -9,7 +9,7 @@ namespace quorvi {
 
 namespace {
 
-// Below this, a timer that fires a little early or late would be noticed.
+// Shorter delays use a precise timer.
 constexpr Duration preciseBelow = std::chrono::seconds(1);
 
 class QtTimerNode : public Timer::Node {

@@ -6,8 +6,8 @@
 
 namespace quorvi {
 
-// The main thread's scheduler on Qt's event loop. Created on the main thread after the
-// QCoreApplication; lives until the event loop has ended.
+// The main thread's scheduler, on Qt's event loop. Created after the QCoreApplication; outlives the
+// event loop.
 class QtScheduler : public Scheduler {
 public:
     TimePoint now() const override;

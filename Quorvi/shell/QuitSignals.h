@@ -5,8 +5,8 @@
 
 namespace quorvi {
 
-// Turns SIGTERM and SIGINT into a call on the main thread, so that a program that is asked to end
-// still gives the clipboard back. One instance at a time.
+// Calls `quit` on the main thread on SIGTERM and SIGINT, so that the clipboard is restored. One
+// instance at a time.
 class QuitSignals {
 public:
     explicit QuitSignals(std::function<void()> quit);

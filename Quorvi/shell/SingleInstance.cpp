@@ -39,9 +39,9 @@ int openDataLock() {
     }
 }
 
-// A record lock is this process's alone. One of flock() would be the files', and when a program is
-// killed while it starts another, that one has its files open until it has become itself.
-// Without a place for the lock there is nothing to tell by; the program runs all the same.
+// A record lock (fcntl) belongs to this process alone. A flock() lock would be inherited by a child
+// between fork and exec and so survive if this process is killed then. If the file can't be opened,
+// the program runs without the lock.
 bool isTaken(const Descriptor& file) {
     struct flock whole {};
     whole.l_type = F_WRLCK;
@@ -62,7 +62,7 @@ SingleInstance::SingleInstance() : inSession_(open(sessionLock())), inData_(open
         waitForRemains();
 }
 
-// The locks of a killed run's files may be held for a moment yet in that way, this one's like all.
+// A killed run's flock() locks may be held by its child for a moment.
 void SingleInstance::waitForRemains() const {
     constexpr int tries = 400;
     for (int i = 0; inSession_ && i < tries && flock(inSession_.get(), LOCK_EX | LOCK_NB) != 0; ++i)

@@ -6,16 +6,16 @@
 
 namespace quorvi {
 
-// Whether this is the user's only Quorvi: two would answer the same shortcut, each would take the
-// other's recording for a left-over, and each would write its own history over the other's. Holds a
-// lock in the user's runtime folder, and one beside the user's data, which another session or
-// another computer may share, until the object or the process ends, however that comes about.
+// Ensures that the user runs only one Quorvi: two would react to the same shortcut, delete each
+// other's recordings and overwrite each other's history. Holds a lock in the runtime folder and one
+// in the data folder, which another session or computer may share, until the object or the process
+// ends.
 class SingleInstance {
 public:
     SingleInstance();
 
     bool isFirst() const { return rival_.empty(); }
-    // Where the other one is, as a sentence for the user; empty when there is none.
+    // Says where the other instance is; empty if there is none.
     const std::string& rival() const { return rival_; }
 
 private:

@@ -14,11 +14,11 @@ class KeyStore;
 class LaunchAtLoginController;
 class Preferences;
 
-// Everything that the window and its pages show and change; all of it outlives the window.
+// What the window and its pages use. All of it outlives the window.
 struct WindowServices {
     AppModel& model;
     CorrectionStore& corrections;
-    HistoryEnvironment history;  // the window adds the control that remembers corrections
+    HistoryEnvironment history;  // the window adds makeRememberButton
     SyncControl& sync;
     KeyStore& keys;
     LaunchAtLoginController& loginItem;

@@ -9,15 +9,15 @@
 #include <QPushButton>
 #include <cstdio>
 
+#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/DesignStyle.h"
-#include "Quorvi/ui/design/Page.h"
 #include "Quorvi/ui/history/HistoryPage.h"
 #include "Quorvi/ui/history/HistoryRow.h"
 #include "Quorvi/ui/translations/Translations.h"
 #include "Quorvi/ui/updates/UpdateWindow.h"
-#include "Quorvi/ui/window/Pages.h"
+#include "Quorvi/ui/widgets/Page.h"
 #include "tests/support/Palettes.h"
 #include "tests/support/WindowWorld.h"
 
@@ -128,7 +128,7 @@ void settingsPages(Album& album) {
         world.model.setSelectedPage(pageIndex::settings);
         world.model.saveKey("sk-new").start();
         world.model.setVocabulary("Quorvi, Ada Lovelace, Θεσσαλονίκη");
-        world.sync.set({true, "Syncing with iCloud…", 12, Date{817'000'000}, true});
+        world.sync.set({true, say::syncRunning(), 12, Date{817'000'000}, true});
         album.takeWhole(world.show(), "settings-full");
         world.model.beginShortcutCapture();
         album.takeWhole(world.show(), "settings-choosing");

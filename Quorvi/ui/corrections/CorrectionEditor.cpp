@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "Quorvi/corrections/CorrectionStore.h"
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/corrections/TextCorrections.h"
 
 namespace quorvi {
@@ -18,7 +18,7 @@ namespace {
 
 constexpr int editorWidth = 480;
 
-// A label above its field, which it names.
+// A field below the label that names it.
 QVBoxLayout* labelled(const QString& text, QLineEdit* field) {
     auto* label = bodyText(text);
     label->setBuddy(field);
@@ -93,8 +93,8 @@ bool CorrectionEditor::event(QEvent* event) {
     return handled;
 }
 
-// The toolkit lets a window become as low as its labels would be in one line, and squeezes the
-// fields, where the screen is small or a line comes in addition.
+// Qt takes the minimum height from labels on one line, so on a small screen, or when a line is
+// added, it would squeeze the fields.
 void CorrectionEditor::keepRoom() {
     setMinimumHeight(layout()->totalHeightForWidth(qMax(width(), editorWidth)));
 }

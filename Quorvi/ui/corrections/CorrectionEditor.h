@@ -13,12 +13,12 @@ namespace quorvi {
 
 class CorrectionStore;
 
-// Edits one rule on a copy. Deletes itself when it is closed.
+// The dialog that edits a rule. Deletes itself when closed.
 class CorrectionEditor : public QDialog {
     Q_DECLARE_TR_FUNCTIONS(CorrectionEditor)
 
 public:
-    // With a transcript, shows what the rule makes of it. The store outlives the dialog.
+    // With a transcript, shows a preview of the rule's effect. The store outlives the dialog.
     CorrectionEditor(CorrectionStore& store, TextCorrection rule, std::optional<QString> transcript,
                      QWidget* parent);
 

@@ -1,9 +1,9 @@
 #include "Quorvi/ui/corrections/CorrectionRow.h"
 
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {
 
@@ -15,7 +15,7 @@ CorrectionRow::CorrectionRow(const TextCorrection& rule, const Actions& actions)
       enabled_(new Switch(tr("Enable correction"))),
       edit_(button(tr("Edit"))),
       delete_(symbolButton(tr("Delete correction"), "trash", ButtonKind::destructive)) {
-    // The keyboard goes through the controls only; the texts are there to be read and copied.
+    // Tab stops at the controls only, not at the selectable texts.
     original_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     replacement_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto bold = original_->font();
@@ -41,7 +41,7 @@ CorrectionRow::CorrectionRow(const TextCorrection& rule, const Actions& actions)
     all->setSpacing(spacing::medium);
     all->addWidget(divider());
     all->addLayout(line);
-    // Later, for the row itself may go.
+    // Queued, since the change may delete this row.
     connect(enabled_, &QCheckBox::toggled, this,
             [this, actions](bool on) { actions.setEnabled(id_, on); });
     connect(edit_, &QPushButton::clicked, this, [this, actions] { actions.edit(id_); });

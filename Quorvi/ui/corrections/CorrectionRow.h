@@ -5,14 +5,14 @@
 #include <QPushButton>
 #include <functional>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/corrections/TextCorrection.h"
 
 namespace quorvi {
 
 class Switch;
 
-// One saved rule in the list.
+// A saved rule in the list.
 class CorrectionRow : public Group {
     Q_DECLARE_TR_FUNCTIONS(CorrectionRow)
 
@@ -29,7 +29,7 @@ public:
     void show(const TextCorrection& rule);
     using QWidget::show;
     void focusDelete() { delete_->setFocus(); }
-    // Lets the keyboard come here from that widget; yields the last one of the row.
+    // Puts the row's controls after `before` in the tab order. Returns the last of them.
     QWidget* follow(QWidget* before);
 
 private:

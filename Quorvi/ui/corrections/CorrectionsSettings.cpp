@@ -13,12 +13,13 @@
 #include "Quorvi/ui/design/Symbols.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/ProblemNote.h"
 
 namespace quorvi {
 
 namespace {
 
-// Rows that are shown, and added by "Show more": a list of thousands stays quick.
+// Rows shown at first, and added by "Show more", so that long lists stay fast.
 constexpr std::size_t rowsAtATime = 50;
 
 bool contains(const QString& text, const QString& query) {
@@ -38,18 +39,12 @@ CorrectionsSettings::CorrectionsSettings(CorrectionStore& store, std::function<v
         secondaryText(tr("Keep brand names and preferred spellings consistent. Corrections apply "
                          "automatically before Quorvi pastes or saves your text.")));
     addLearning();
-    problem_ = new QWidget;
-    problemText_ = bodyText();
-    auto* problemRow =
-        row({new SymbolLabel("exclamationmark.triangle", 18, ColorRole::warning), problemText_});
-    problemRow->setContentsMargins(0, 0, 0, 0);
-    problemRow->setStretch(1, 1);
-    problem_->setLayout(problemRow);
+    problem_ = new ProblemNote;
     content().addWidget(problem_);
     addList();
     refresh();
     changes_ = store_.onChange([this] {
-        refusal_.clear();
+        refusal_.reset();
         refresh();
     });
 }
@@ -119,9 +114,7 @@ void CorrectionsSettings::refresh() {
     learningStatus_->setText(store_.learnsAutomatically() ? modelText(store_.learningStatus())
                                                           : tr("Automatic learning is off."));
     const auto& persistence = store_.persistenceError();
-    const std::string problem = persistence.value_or(refusal_);
-    problemText_->setText(modelText(problem));
-    problem_->setVisible(!problem.empty());
+    problem_->show(persistence ? persistence : refusal_);
     refreshList();
 }
 
@@ -179,7 +172,7 @@ void CorrectionsSettings::attempt(const std::function<void()>& change) {
     }
 }
 
-// The keyboard goes on with the rule that follows.
+// Moves the focus to the next rule.
 void CorrectionsSettings::remove(const std::string& id) {
     const auto place = std::ranges::find(rows_, id, [](const auto* shown) { return shown->id(); });
     const auto index = static_cast<std::size_t>(place - rows_.begin());

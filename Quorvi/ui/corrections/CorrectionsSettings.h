@@ -4,9 +4,11 @@
 #include <QLabel>
 #include <QPushButton>
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/corrections/TextCorrection.h"
 
@@ -14,15 +16,16 @@ namespace quorvi {
 
 class CorrectionRow;
 class CorrectionStore;
+class ProblemNote;
 class SearchField;
 class Switch;
 
-// The settings' section on corrections: automatic learning, and the saved rules.
+// The settings section for corrections: automatic learning and the saved rules. Main thread.
 class CorrectionsSettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(CorrectionsSettings)
 
 public:
-    // `testLearning` begins the test of learning. The store outlives the section.
+    // `testLearning` starts the learning test. The store outlives the section.
     CorrectionsSettings(CorrectionStore& store, std::function<void()> testLearning);
 
 private:
@@ -34,7 +37,7 @@ private:
     std::vector<TextCorrection> matches() const;
     void openEditor(TextCorrection rule);
     void edit(const std::string& id);
-    // Does what the store may refuse, and says why it did.
+    // Runs `change` and shows the error that it throws.
     void attempt(const std::function<void()>& change);
     void remove(const std::string& id);
 
@@ -42,8 +45,7 @@ private:
     const std::function<void()> testLearning_;
     Switch* learns_;
     QLabel* learningStatus_;
-    QWidget* problem_;
-    QLabel* problemText_;
+    ProblemNote* problem_;
     QLabel* count_;
     SearchField* search_;
     QLabel* none_;
@@ -51,7 +53,7 @@ private:
     QPushButton* more_;
     std::vector<CorrectionRow*> rows_;
     std::size_t visible_;
-    std::string refusal_;
+    std::optional<std::string> refusal_;  // why the last change was refused
     Subscription changes_;
 };
 

@@ -10,7 +10,8 @@ namespace quorvi {
 
 class CorrectionStore;
 
-// Opens the editor for a new rule next to a transcript, which the editor then previews.
+// A button beside a transcript that opens the editor for a new rule, with a preview of the
+// transcript.
 class RememberCorrectionButton : public QPushButton {
     Q_DECLARE_TR_FUNCTIONS(RememberCorrectionButton)
 

@@ -1,7 +1,8 @@
+#include "Quorvi/ui/design/AccessibleRoles.h"
+
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
 
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Texts.h"
 
@@ -23,8 +24,8 @@ private:
     QLabel& label_;
 };
 
-// A choice, called by what is chosen and labelled by the text beside it, as the toolkit has it on
-// this system. The toolkit's own can't be given the keyboard.
+// A picker, named by its current choice and labelled by the text beside it, like Qt's own combo
+// box, which however can't be focused through the accessibility bus.
 class AccessiblePicker : public QAccessibleWidget {
 public:
     explicit AccessiblePicker(Picker* picker)
@@ -57,7 +58,7 @@ private:
     Picker& picker_;
 };
 
-// The class of the widget is asked for before its base classes are, so the first call decides.
+// Qt asks for the most derived class first, so the first call decides.
 QAccessibleInterface* ourInterface(const QString&, QObject* object) {
     if (auto* heading = dynamic_cast<HeadingLabel*>(object)) return new AccessibleHeading(heading);
     if (auto* picker = dynamic_cast<Picker*>(object)) return new AccessiblePicker(picker);

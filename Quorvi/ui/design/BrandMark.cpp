@@ -22,7 +22,7 @@ void BrandMark::paint(QPainter& painter, const QRectF& bounds, const QPalette& p
     painter.setPen(Qt::NoPen);
     painter.setBrush(fill);
     painter.drawRoundedRect(bounds, bounds.width() * 0.26, bounds.width() * 0.26);
-    // Five strokes of a spoken word, as shares of the height.
+    // Five strokes; lengths as shares of the height.
     constexpr double strokes[] = {0.2, 0.46, 0.62, 0.34, 0.16};
     const double step = bounds.width() * 0.14;
     double x = bounds.center().x() - 2 * step;

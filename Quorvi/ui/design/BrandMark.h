@@ -5,16 +5,16 @@
 
 namespace quorvi {
 
-// The program's drawn mark: a short wave of sound on a rounded square of the accent colour.
+// The program's logo: a short sound wave on a rounded square in the accent colour.
 class BrandMark : public QWidget {
 public:
     explicit BrandMark(int size);
     QSize sizeHint() const override { return {size_, size_}; }
 
     static void paint(QPainter& painter, const QRectF& bounds, const QPalette& palette);
-    // The colours of the mark outside of the program, where no palette of a desktop counts.
+    // The colours of the installed icons, which ignore the desktop's palette.
     static QPalette launcherPalette();
-    // For the window's title bar and the desktop's lists.
+    // For the title bar and the task list.
     static QIcon icon();
 
 protected:

@@ -23,7 +23,7 @@ QColor card(const QPalette& palette) {
     return isDark(palette) ? mixed(window, Qt::white, 0.06) : palette.color(QPalette::Base);
 }
 
-// Moves the colour towards black or white until it can be read on the surface.
+// Moves the colour towards black or white until it is readable on the surface.
 QColor readable(QColor color, const QColor& surface, double least) {
     const QColor end = luminance(surface) < 0.2 ? Qt::white : Qt::black;
     for (int step = 0; step < 20 && contrast(color, surface) < least; ++step)
@@ -58,7 +58,7 @@ bool isHighContrast(const QPalette& palette) {
 QPalette refined(const QPalette& desktop) {
     QPalette palette = desktop;
     const QColor window = desktop.color(QPalette::Window);
-    // The surface on which contrast is least, of the two that text stands on.
+    // Of the two surfaces below text, the one with the lower contrast.
     const QColor surface = isDark(desktop) ? card(desktop) : window;
     const bool strict = isHighContrast(desktop);
     const QColor accent =

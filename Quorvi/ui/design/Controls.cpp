@@ -97,7 +97,7 @@ SearchField::SearchField(const QString& accessibleName, const QString& placehold
 
 void SearchField::offerClearing(const QString& name) {
     setClearButtonEnabled(true);
-    // The button is the toolkit's own and has only a picture.
+    // Qt's own clear button has no name for screen readers.
     if (auto* clear = findChild<QAction*>(QStringLiteral("_q_qlineeditclearaction")))
         clear->setText(name);
 }

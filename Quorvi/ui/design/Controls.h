@@ -10,34 +10,34 @@ namespace quorvi {
 
 enum class ButtonKind {
     regular,
-    primary,      // the one that a person most likely wants
-    destructive,  // deletes something
-    link,         // leads elsewhere
-    quiet,        // drawn like a text or a symbol until the pointer is over it
+    primary,      // the most likely action
+    destructive,  // deletes data
+    link,         // opens another page or program
+    quiet,        // looks like plain text until the pointer is over it
 };
 
-// A button, with a symbol before its text when one is named; see Symbols.h.
+// A button, with an optional symbol before its text; see Symbols.h.
 QPushButton* button(const QString& text, ButtonKind kind = ButtonKind::regular,
                     const char* symbol = nullptr);
-// A quiet button that shows only a symbol; the name is its tool tip and what is read out.
+// A button that shows only a symbol; `name` is its tool tip and accessible name.
 QPushButton* symbolButton(const QString& name, const char* symbol,
                           ButtonKind kind = ButtonKind::quiet);
 void setKind(QPushButton& button, ButtonKind kind);
 ButtonKind kindOf(const QWidget* button);
 
-// A check box that is drawn as a sliding switch.
+// A check box drawn as a sliding switch.
 class Switch : public QCheckBox {
 public:
     explicit Switch(const QString& text);
-    // Shows a state that has come from elsewhere: nobody is told.
+    // Sets the state without emitting signals.
     void show(bool on);
 };
 
-// A choice of one in a list. Turning the wheel above it scrolls the page, not the choice.
+// A drop-down list. The mouse wheel scrolls the page instead of changing the choice.
 class Picker : public QComboBox {
 public:
     explicit Picker(const QString& accessibleName);
-    // Shows a choice that has come from elsewhere: nobody is told.
+    // Sets the choice without emitting signals.
     void show(int index);
 
 protected:
@@ -46,11 +46,11 @@ protected:
 
 class SymbolLabel;
 
-// A field that is searched with; the symbol before its text is a picture only.
+// A search field with a decorative symbol.
 class SearchField : public QLineEdit {
 public:
     SearchField(const QString& accessibleName, const QString& placeholder, const char* symbol);
-    // Offers a button to clear it, of that name.
+    // Adds a clear button with that accessible name.
     void offerClearing(const QString& name);
 
 protected:
@@ -60,7 +60,7 @@ private:
     SymbolLabel* symbol_;
 };
 
-// A field for several lines of text, so many of them high; Tab leaves it.
+// A text field that is `lines` high. Tab moves the focus on.
 class TextArea : public QPlainTextEdit {
 public:
     TextArea(const QString& accessibleName, int lines);

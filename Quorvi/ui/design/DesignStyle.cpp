@@ -6,6 +6,7 @@
 #include <QStyleOption>
 #include <QTextEdit>
 
+#include "Quorvi/ui/design/AccessibleRoles.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
@@ -35,7 +36,7 @@ bool showsFocus(const QStyleOption* option) {
     return has(option, QStyle::State_HasFocus) && has(option, QStyle::State_KeyboardFocusChange);
 }
 
-// A ring outside the shape, or along it where there is no room.
+// A focus ring outside the shape, or on its edge if there is no room.
 void paintRing(QPainter& painter, const QRectF& shape, double radius, const QPalette& palette) {
     painter.setPen(QPen(color(ColorRole::accent, palette), 2));
     painter.setBrush(Qt::NoBrush);
@@ -110,7 +111,7 @@ QColor buttonInk(const QStyleOption* option, const QWidget* widget) {
     }
 }
 
-// The symbol, the text, and for a menu the sign of it, together in the middle.
+// Centres the symbol, the text and the arrow of a menu button together.
 void paintButtonLabel(QPainter& painter, const QStyleOptionButton& option, const QWidget* widget) {
     const QColor ink = buttonInk(&option, widget);
     const int symbol = option.icon.isNull() ? 0 : option.iconSize.width();
@@ -261,7 +262,7 @@ int DesignStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 
 int DesignStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                            QStyleHintReturn* data) const {
-    // The list of a picker opens below it, with what is chosen marked.
+    // The list of a picker opens below it and marks the current choice.
     if (hint == SH_ComboBox_Popup) return 0;
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);

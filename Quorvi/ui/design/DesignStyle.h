@@ -6,8 +6,8 @@ class QApplication;
 
 namespace quorvi {
 
-// How the program's controls are drawn: calm and flat, in the palette's colours, with a ring around
-// what has the keyboard.
+// The Qt style of the program: flat controls in the palette's colours, with a ring around the one
+// that has the focus.
 class DesignStyle : public QProxyStyle {
 public:
     DesignStyle();
@@ -32,7 +32,7 @@ public:
     using QProxyStyle::polish;
 };
 
-// Gives the program this look. Once, before the first widget.
+// Installs the style, palette and accessible roles. Call once, before the first widget.
 void installDesign(QApplication& application);
 
 }  // namespace quorvi

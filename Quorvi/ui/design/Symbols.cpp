@@ -8,7 +8,7 @@
 #include <QPixmapCache>
 #include <cstring>
 
-// The symbols are part of a static library, whose resources the linker leaves out unless asked.
+// The linker drops the resources of a static library unless they are initialised explicitly.
 static void useIcons() {
     Q_INIT_RESOURCE(icons);
 }
@@ -94,7 +94,7 @@ QByteArray drawing(const char* name) {
     return {};
 }
 
-// Draws a symbol at whatever size and in whatever palette it is wanted.
+// Draws a symbol at any size, in the current palette.
 class SymbolEngine : public QIconEngine {
 public:
     SymbolEngine(const char* name, ColorRole role) : name_(name), role_(role) {}
@@ -111,7 +111,7 @@ public:
         return scaledPixmap(size, mode, state, 1);
     }
 
-    // The size is in pixels of the screen.
+    // The size is in device pixels.
     QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal) override {
         return symbolPixmap(name_, tint(mode), qMin(size.width(), size.height()), 1);
     }

@@ -7,12 +7,12 @@
 
 namespace quorvi {
 
-// The symbols of the interface, by name, as "doc.on.doc" or "trash"; see Symbols.cpp. They take on
-// their colour when they are drawn, so they follow the desktop from light to dark. An unknown name
-// yields an empty icon. Main thread.
+// A symbol by name, such as "doc.on.doc" or "trash"; Symbols.cpp lists them. It is coloured when it
+// is drawn, so it follows a change between light and dark. Returns an empty icon for an unknown
+// name. Main thread.
 QIcon symbolIcon(const char* name, ColorRole role = ColorRole::ink);
 
-// The same as a picture of so many logical pixels, for a screen of this many pixels for each.
+// The same as a pixmap of `size` logical pixels for a device pixel ratio.
 QPixmap symbolPixmap(const char* name, const QColor& color, int size, qreal ratio);
 
 }  // namespace quorvi

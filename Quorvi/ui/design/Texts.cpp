@@ -16,7 +16,7 @@ QLabel* plain(QLabel* label, TextStyle style, bool wraps) {
     return label;
 }
 
-// A word that no line could hold may be broken after so many characters.
+// Longer words may be broken after this many characters.
 constexpr qsizetype longestWord = 24;
 
 QString breakable(const QString& text) {
@@ -74,8 +74,8 @@ QFont textFont(TextStyle style) {
     return font;
 }
 
-// The text comes last: its change is told to screen readers, which see the class that there is
-// then.
+// Sets the text last: Qt announces the change to screen readers with the class that the object has
+// at that moment.
 HeadingLabel::HeadingLabel(const QString& text, TextStyle style) {
     plain(this, style, true);
     setText(text);

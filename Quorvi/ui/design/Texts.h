@@ -9,20 +9,20 @@
 
 namespace quorvi {
 
-// The scale of type, relative to the desktop's font.
+// The type scale, relative to the desktop's font.
 enum class TextStyle { title, heading, body, caption, eyebrow, figure };
 
 QFont textFont(TextStyle style);
 
 QString qt(std::string_view utf8);
 
-// A label that screen readers take for a heading.
+// A label with the role of a heading for screen readers.
 class HeadingLabel : public QLabel {
 public:
     HeadingLabel(const QString& text, TextStyle style);
 };
 
-// Plain texts; all but the eyebrow wrap. The caller's layout takes them over.
+// Plain-text labels; all but the eyebrow wrap. The caller's layout takes ownership.
 HeadingLabel* titleText(const QString& text);
 HeadingLabel* headingText(const QString& text);
 QLabel* eyebrowText(const QString& text);  // small, in capital letters as given
@@ -30,11 +30,11 @@ QLabel* bodyText(const QString& text = {});
 QLabel* secondaryText(const QString& text = {});
 QLabel* captionText(const QString& text = {});  // secondary and smaller
 
-// The user's own words: can be selected, and are aligned as their script is written.
+// The user's own text: selectable, and aligned by its script's direction.
 QLabel* contentText(const QString& text = {});
 void setContent(QLabel& label, const QString& text);
 
-// A symbol as a picture beside a text, which says the same: not seen by screen readers.
+// A decorative symbol beside a text; hidden from screen readers.
 class SymbolLabel : public QWidget {
 public:
     explicit SymbolLabel(const char* name, int size = 18, ColorRole role = ColorRole::ink);
@@ -49,8 +49,5 @@ private:
     int size_;
     ColorRole role_;
 };
-
-// Headings and cards as screen readers should see them. Once, before the first widget.
-void installAccessibleRoles();
 
 }  // namespace quorvi

@@ -8,13 +8,13 @@
 
 namespace quorvi {
 
-// What the pages on the history stand on; all of it outlives them.
+// What the pages on the history use. All of it outlives them.
 struct HistoryEnvironment {
     HistoryStore& store;
     Executor& executor;  // for searches and sums, which take some ten milliseconds
     Scheduler& scheduler;
-    std::function<Calendar()> calendar;  // the user's present one; costs nothing
-    // Makes the control that remembers a correction in a transcript; may be none.
+    std::function<Calendar()> calendar;  // the user's current one; cheap
+    // Creates the button that remembers a correction in a transcript; may be empty.
     std::function<QWidget*(const QString& transcript)> makeRememberButton;
 };
 

@@ -21,7 +21,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto markedAsCopied = 2s;
-// How many items one turn of the loop fills in; most of the work is their layout, which follows.
+// Items that one event-loop turn fills in. Most of the cost is their layout.
 constexpr int itemsAtATime = 4;
 
 QLabel* centred(QLabel* label) {
@@ -120,7 +120,7 @@ void HistoryPage::hideEvent(QHideEvent* event) {
     midnight_ = {};
 }
 
-// At midnight today becomes yesterday.
+// The day headings change at midnight.
 void HistoryPage::waitForMidnight() {
     const auto now = environment_.scheduler.date();
     const auto seconds = environment_.calendar().day(now).end.secondsSinceReferenceDate -
@@ -157,7 +157,7 @@ void HistoryPage::search() {
     const auto& store = environment_.store;
     const bool firstTime = !shownGeneration_;
     shownGeneration_ = store.generation();
-    // Listing everything needs no index, which is still to be made.
+    // Listing everything does not need the index, which is not built yet.
     if (firstTime && query_->text().isEmpty()) display(HistoryIndex::texts(store.records()));
     searching_ = true;
     finding_.cancel();
@@ -169,7 +169,7 @@ void HistoryPage::search() {
 Task<void> HistoryPage::find(std::string query, std::stop_token stop) {
     auto finding = search_.find(environment_.store.records(), std::move(query), stop);
     auto found = co_await finding;
-    throwIfStopped(stop);  // a newer search may have begun between the answer and now
+    throwIfStopped(stop);  // a newer search may have started since the result came
     searching_ = false;
     display(std::move(found));
 }
@@ -234,7 +234,7 @@ void HistoryPage::timerEvent(QTimerEvent* event) {
 void HistoryPage::fill() {
     for (int filled = 0; placed_ < items_.size(); ++filled) {
         if (filled == itemsAtATime) {
-            // The loop gets its turn between, so that a keystroke comes first.
+            // Lets the event loop handle keystrokes first.
             hideUnused();
             if (!filling_.isActive()) filling_.start(0, this);
             return;

@@ -9,27 +9,27 @@
 
 #include "Quorvi/history/HistoryDays.h"
 #include "Quorvi/history/HistorySearch.h"
-#include "Quorvi/ui/design/Page.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 #include "Quorvi/ui/history/HistoryRow.h"
 #include "Quorvi/ui/history/RowList.h"
+#include "Quorvi/ui/widgets/Page.h"
 #include "Quorvi/ui/widgets/ProblemNote.h"
 
 namespace quorvi {
 
-// The saved dictations by day: searched, copied, deleted. Searches run in the background and only
-// the last one's answer is shown; the rows that can't be seen at once are filled in bit by bit, so
-// that a keystroke never waits for them. Follows the store, while it can be seen.
+// The saved dictations by day, to search, copy and delete. Searches run in the background, and only
+// the latest result is shown. Rows are filled a few per event-loop turn, so that typing stays
+// responsive. Follows the store while the page is visible. Main thread.
 class HistoryPage : public Page {
     Q_DECLARE_TR_FUNCTIONS(HistoryPage)
 
 public:
     explicit HistoryPage(HistoryEnvironment environment);
 
-    // Number of dictations that match the query, as last found.
+    // Number of dictations that matched the last finished search.
     std::size_t matchCount() const { return matches_.size(); }
-    // What was asked for is shown, to the last row.
+    // True if no search is running and every row is filled.
     bool isComplete() const { return !searching_ && !filling_.isActive(); }
 
 protected:
@@ -40,9 +40,9 @@ protected:
 private:
     static constexpr std::size_t pageSize = 50;
 
-    // What the list shows, from top to bottom.
+    // An entry of the list: a heading, or a record if the heading is empty.
     struct Item {
-        QString heading;  // or else
+        QString heading;
         DictationRecord record;
         HistoryRow::Place place;
     };
@@ -83,7 +83,7 @@ private:
     std::vector<Item> items_;
     std::size_t placed_ = 0;                // how many of them are in the list
     std::optional<LocaleFormats> formats_;  // of what is shown
-    // Top to bottom, which is also the order of the keyboard's focus; the first ones are in use.
+    // Pools of widgets, top to bottom (also the tab order). The first used… ones are shown.
     std::vector<HistoryRow*> rows_;
     std::size_t usedRows_ = 0;
     std::vector<QLabel*> headings_;

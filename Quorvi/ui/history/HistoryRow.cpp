@@ -2,12 +2,12 @@
 
 #include <QPainter>
 
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Symbols.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/history/HistoryTexts.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {
 
@@ -34,7 +34,7 @@ HistoryRow::HistoryRow(const Actions& actions)
     font.setWeight(QFont::DemiBold);
     time_->setFont(font);
 
-    // In line with the divider; the symbols above have that room around them.
+    // Aligns the text with the divider; the symbols above have a margin of this width.
     text_->setContentsMargins(0, 0, spacing::large - spacing::medium, 0);
 
     actionsRow_ = row({time_, new SymbolLabel("macwindow", 15, ColorRole::secondary), app_,
@@ -100,7 +100,7 @@ void HistoryRow::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(color(ColorRole::hairline, palette()), 1));
     painter.setBrush(color(ColorRole::card, palette()));
-    // A card that goes on above or below this row.
+    // The card continues above or below this row.
     const auto card = QRectF(rect()).adjusted(0.5, place_.first ? 0.5 : -2 * radius, -0.5,
                                               place_.last ? -0.5 : 2 * radius);
     painter.drawRoundedRect(card, radius, radius);

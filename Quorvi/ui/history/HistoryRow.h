@@ -6,26 +6,26 @@
 #include <QPushButton>
 #include <functional>
 
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/locale/LocaleFormats.h"
 
 namespace quorvi {
 
-// One dictation of the history page. A row is used again for another record: making one costs more
-// than filling it.
+// One dictation on the history page. Rows are reused for other records, since creating one costs
+// more than filling it.
 class HistoryRow : public Group {
     Q_DECLARE_TR_FUNCTIONS(HistoryRow)
 
 public:
-    // What a row asks of its page.
+    // What the page does for a row's buttons.
     struct Actions {
         std::function<void(const DictationRecord&)> copy;
         std::function<void(const DictationRecord&)> remove;
         std::function<void(const DictationRecord&, bool expanded)> expand;
         std::function<QWidget*(const QString& transcript)> makeRememberButton;
     };
-    // The rows of a day share one background.
+    // The row's place in its day; the rows of a day share one background.
     struct Place {
         bool first = true;
         bool last = true;
@@ -34,11 +34,11 @@ public:
 
     explicit HistoryRow(const Actions& actions);
 
-    // Another record, or the same with another look.
+    // Shows a record; also after a change of its look.
     void show(const DictationRecord& record, const LocaleFormats& formats, bool expanded);
     void setPlace(Place place);
     void setCopied(bool copied);
-    // The keyboard's focus goes from this row on to the widget.
+    // Makes `next` the tab stop after this row.
     void setLastBefore(QWidget* next) { setTabOrder(toggle_, next); }
     const DictationRecord& record() const { return entry_; }
 

@@ -3,16 +3,16 @@
 #include <QCoreApplication>
 
 #include "Quorvi/history/HistoryFigures.h"
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 #include "Quorvi/ui/history/UsageCostSection.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {
 
-// The settings' section on the history: whether texts are kept and how long, what the dictations
-// have cost, and the button that deletes everything. Follows the store; sums only while it can be
-// seen.
+// The settings section for the history: whether and how long texts are kept, the estimated cost,
+// and the button that deletes everything. Follows the store; calculates sums only while visible.
+// Main thread.
 class HistorySettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(HistorySettings)
 

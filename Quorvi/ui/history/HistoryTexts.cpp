@@ -18,19 +18,19 @@ struct HistoryTexts {
     Q_DECLARE_TR_FUNCTIONS(HistoryTexts)
 };
 
-// Less than this is shown as less than this.
+// Smaller amounts are shown as "< $0.0001".
 constexpr double smallestAmount = 0.0001;
 
-// Characters of a text that are always shown in full, and of one that is longer.
+// The longest text that is shown in full, and the length that longer ones are cut to.
 constexpr std::size_t alwaysShown = 350;
 constexpr std::size_t shownOfLonger = 280;
 
-// What the plural is chosen by.
+// The number by which tr() chooses the plural.
 int forPlural(std::int64_t count) {
     return static_cast<int>(std::clamp<std::int64_t>(count, 0, std::numeric_limits<int>::max()));
 }
 
-// Without the fraction; an impossible number of seconds is the greatest one.
+// Rounds down; clamps what does not fit.
 std::int64_t whole(double seconds) {
     constexpr double greatest = 1e15;
     return static_cast<std::int64_t>(std::clamp(seconds, 0.0, greatest));
@@ -164,7 +164,7 @@ QString beginning(const DictationRecord& record) {
     if (!record.text) return {};
     if (!isShortened(record)) return qt(*record.text);
     auto shown = qt(text::firstCharacters(*record.text, shownOfLonger));
-    // Not in the middle of a word, unless it is a very long one.
+    // Cuts at a word boundary, unless the word is very long.
     const auto space = shown.lastIndexOf(QLatin1Char(' '));
     if (space > shown.size() / 2) shown.truncate(space);
     return shown + QStringLiteral(" …");

@@ -6,8 +6,8 @@
 #include "QuorviCore/history/UsageSummary.h"
 #include "QuorviCore/locale/LocaleFormats.h"
 
-// What the pages say about the history, as plain text in the user's language; numbers, money and
-// dates are written in the user's way.
+// The texts of the history, insights and cost sections, in the user's language, with numbers, money
+// and dates formatted for the user's locale.
 namespace quorvi::texts {
 
 QString integer(std::int64_t value, const LocaleFormats& formats);
@@ -41,7 +41,7 @@ QString dayHeading(Date date, Date now, const Calendar& calendar, const LocaleFo
 QString savedDictations(std::size_t count, const LocaleFormats& formats);
 QString recordCaption(const DictationRecord& record, const LocaleFormats& formats);
 
-// A text of which only the beginning is shown at first, and that beginning.
+// Whether the list shows only the beginning of the text at first; that beginning.
 bool isShortened(const DictationRecord& record);
 QString beginning(const DictationRecord& record);
 

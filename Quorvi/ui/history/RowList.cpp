@@ -8,7 +8,7 @@ namespace quorvi {
 
 namespace {
 
-// A layout keeps what it has measured for a width until something in it changes.
+// A layout caches its height for a width until its content changes.
 int heightOf(const QWidget& widget, int width) {
     if (const auto* layout = widget.layout(); layout && layout->hasHeightForWidth())
         return layout->totalHeightForWidth(width);

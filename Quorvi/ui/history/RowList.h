@@ -5,13 +5,13 @@
 
 namespace quorvi {
 
-// Widgets one below the other, as high as their content needs. Unlike the toolkit's layouts, which
-// measure every widget again when one is added, it only measures what has changed.
+// A vertical list of widgets. Unlike QVBoxLayout, which measures every widget again when one is
+// added, it measures only those that have changed.
 class RowList : public QWidget {
 public:
-    // Begins anew. The widgets stay as they are until they are appended again, or hidden.
+    // Empties the list. The widgets keep their state until they are appended again or hidden.
     void clear();
-    // Shows a widget below the others.
+    // Shows a widget at the end.
     void append(QWidget* widget, int spaceBefore = 0);
 
 protected:

@@ -4,11 +4,11 @@
 #include <QUrl>
 #include <utility>
 
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/history/HistoryTexts.h"
 #include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {
 

@@ -12,7 +12,7 @@
 
 namespace quorvi {
 
-// The choice of a period, in the order in which they are offered.
+// A choice of a period.
 class PeriodPicker : public Picker {
 public:
     PeriodPicker(const QString& accessibleName, UsagePeriod period);
@@ -21,12 +21,12 @@ public:
     }
 };
 
-// What the dictations of a period are estimated to have cost.
+// The estimated cost of the dictations of a period.
 class UsageCostSection : public QWidget {
     Q_DECLARE_TR_FUNCTIONS(UsageCostSection)
 
 public:
-    // `periodChosen` is told of the user's choice; without it there is none to make.
+    // Without `periodChosen` there is no picker.
     explicit UsageCostSection(UsagePeriod period,
                               std::function<void(UsagePeriod)> periodChosen = {});
 

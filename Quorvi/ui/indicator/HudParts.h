@@ -9,11 +9,10 @@ class QTextLayout;
 
 #include "Quorvi/ui/indicator/ThemePalette.h"
 
-// What the recording indicator is put together from.
+// The parts of the recording indicator.
 namespace quorvi {
 
-// The sign of the stage, or a spinner while the program works. The spinner turns only while it can
-// be seen.
+// The icon of the stage, or a spinner while the program works. Animates only while visible.
 class StageSign : public QWidget {
 public:
     explicit StageSign(QWidget* parent);
@@ -37,7 +36,7 @@ private:
     QBasicTimer steps_;
 };
 
-// A text of at most so many lines; what is left over of the last one ends in an ellipsis.
+// A text with a maximum number of lines; the rest is elided.
 class HudText : public QLabel {
 public:
     explicit HudText(QWidget* parent);
@@ -51,13 +50,13 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    // Breaks the text into lines of the layout, and returns how much of it they hold.
+    // Breaks the text into lines. Returns the number of characters that fit.
     int breakLines(QTextLayout& layout, double width) const;
 
     int lines_ = 1;
 };
 
-// The time, in digits of one width, so that nothing beside it moves.
+// The time in digits of equal width, so that nothing beside it moves.
 class HudTime : public QLabel {
 public:
     explicit HudTime(QWidget* parent);
@@ -70,7 +69,7 @@ private:
     double digitWidth() const;
 };
 
-// A button without the focus: with a text it is a capsule, without one only its sign.
+// A button that never takes the focus: a capsule with a text, or only an icon.
 class HudButton : public QAbstractButton {
 public:
     using Sign = void (*)(QPainter& painter, const QRectF& bounds, const QColor& color);

@@ -13,8 +13,7 @@ constexpr double barGap = 3;
 constexpr double restingHeight = 3;
 constexpr double tallest = 22;
 constexpr double movement = 100;  // milliseconds
-// Of the timer's own: while the level keeps changing, which it does as often, each change is a
-// frame.
+// Frames of the timer. While the level keeps changing, which is as frequent, each change draws one.
 constexpr int frame = 50;
 
 double easedOut(double part) {

@@ -8,18 +8,18 @@
 
 namespace quorvi {
 
-// How loud it is: seven bars that follow the level smoothly. Wakes up only while they move.
+// The input level as seven bars with smooth movement. Its timer runs only while they move.
 class LevelMeter : public QWidget {
 public:
     static constexpr std::array<double, 7> weights{7, 12, 17, 10, 15, 9, 19};
-    // In points, for a level that is taken to lie from 0 to 1.
+    // In points; the level is clamped to 0 to 1.
     static double barHeight(std::size_t bar, double level);
 
     explicit LevelMeter(QWidget* parent);
 
     void setLevel(double level);
     void setColor(const QColor& color);
-    // Without movement the bars jump to the level.
+    // If false, the bars jump to the level.
     void setAnimated(bool animated) { animated_ = animated; }
 
     double shownLevel() const { return shown_; }
@@ -36,8 +36,8 @@ private:
 
     QColor color_;
     bool animated_ = true;
-    double from_ = 0;   // where the movement began
-    double level_ = 0;  // where it leads
+    double from_ = 0;   // start of the movement
+    double level_ = 0;  // its end
     double shown_ = 0;
     QElapsedTimer sinceBegin_;
     QBasicTimer frames_;

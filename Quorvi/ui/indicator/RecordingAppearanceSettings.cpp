@@ -3,10 +3,10 @@
 #include <QVBoxLayout>
 #include <optional>
 
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {
 

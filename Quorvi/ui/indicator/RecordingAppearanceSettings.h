@@ -9,8 +9,8 @@
 
 namespace quorvi {
 
-// The choice of the indicator's look, with a preview, which never listens. Follows the controller,
-// which outlives it.
+// The settings for the indicator's theme, with a preview that never records. Main thread; the
+// controller outlives it.
 class RecordingAppearanceSettings : public QWidget {
     Q_DECLARE_TR_FUNCTIONS(RecordingAppearanceSettings)
 

@@ -13,8 +13,8 @@
 
 namespace quorvi {
 
-// The capsule that shows what a dictation is doing, drawn from plain values alone. Redraws what
-// differs from before. The desktop's palette decides between its light and its dark colours.
+// The capsule that shows the state of a dictation, from plain values. Redraws only what changed.
+// Its light or dark colours follow the desktop's palette. Main thread.
 class RecordingHUD : public QWidget {
     Q_DECLARE_TR_FUNCTIONS(RecordingHUD)
 
@@ -25,9 +25,9 @@ public:
         double elapsed = 0;  // seconds
         double level = 0;    // 0 to 1
         RecordingTheme theme = RecordingTheme::glass;
-        std::function<void()> onCopy;  // there is a button to copy with
+        std::function<void()> onCopy;  // empty: no copy button
         std::optional<QString> updateVersion;
-        std::function<void()> onUpdate;  // there is a button to update with
+        std::function<void()> onUpdate;  // empty: no update button
     };
 
     explicit RecordingHUD(QWidget* parent = nullptr);
@@ -35,7 +35,7 @@ public:
     void setValues(Values values);
     const Values& values() const { return values_; }
     void setReducesMotion(bool reduces) { meter_->setAnimated(!reduces); }
-    // Without a compositor nothing is translucent: no shadow, but a line around the capsule.
+    // For displays without a compositor: no shadow, but an outline.
     void setCutOut(bool cutOut);
 
     // In points. The panel leaves 8 points around the capsule for its shadow.
@@ -44,9 +44,9 @@ public:
     static constexpr int shadowMargin = 8;
     static constexpr double cornerRadius = 22;
 
-    // The message may need a second line.
+    // Whether the message may take a second line.
     static bool usesTwoLines(DictationStage stage);
-    // Minutes and seconds.
+    // "m:ss".
     static QString elapsedText(double seconds);
 
 protected:

@@ -6,8 +6,8 @@
 
 namespace quorvi {
 
-// The indicator as it follows the controller and the updater, which outlive it. Looks at them only
-// while it can be seen.
+// Feeds the indicator from the controller and the updater, while it is visible. Main thread; both
+// outlive it.
 class RecordingOverlay : public RecordingHUD {
 public:
     RecordingOverlay(AppModel& model, AppUpdater& updater, QWidget* parent = nullptr);

@@ -50,7 +50,7 @@ QRect RecordingPanel::place(const QRect& usable, const QSize& size) {
 
 QRect RecordingPanel::usable(QRect available, const QRect& screen, double ratio,
                              const std::vector<Surroundings::Bar>& bars) {
-    // The toolkit scales the sizes of screens, not where they begin.
+    // Qt scales the sizes of screens but not their origins.
     const QRect pixels(screen.topLeft(), (QSizeF(screen.size()) * ratio).toSize());
     for (const auto& bar : bars) {
         const QRect common = pixels & QRect(bar.x, bar.y, bar.width, bar.height);
@@ -84,7 +84,7 @@ void RecordingPanel::present() {
     placeOnScreen();
     overlay_.setReducesMotion(shown_.reducesMotion);
     applyShape();
-    winId();  // so that there is a window to let the mouse through
+    winId();  // creates the window
     applyMouse();
     show();
     raise();
@@ -100,7 +100,7 @@ void RecordingPanel::followSurroundings() {
 }
 
 void RecordingPanel::placeOnScreen() {
-    // Of several screens the toolkit cuts off what lies beside any bar of any of them.
+    // With several screens Qt excludes the area beside any bar on any of them.
     const bool isOnly = QGuiApplication::screens().size() == 1;
     const auto free = usable(isOnly ? screen_->availableGeometry() : screen_->geometry(),
                              screen_->geometry(), screen_->devicePixelRatio(), shown_.bars);
@@ -109,14 +109,14 @@ void RecordingPanel::placeOnScreen() {
 
 void RecordingPanel::follow() {
     refit();
-    // A window that has come to the front meanwhile may have covered it.
+    // Another window may have been raised above it.
     const double second = std::floor(model_.elapsed());
     if (!isVisible() || second == raisedAt_) return;
     raisedAt_ = second;
     raise();
 }
 
-// Keeps the panel's middle and its bottom.
+// Keeps the panel's horizontal centre and its bottom.
 void RecordingPanel::refit() {
     if (!isVisible()) return;
     applyMouse();
@@ -136,7 +136,7 @@ void RecordingPanel::applyMouse() {
         window->setFlag(Qt::WindowTransparentForInput, lets);
 }
 
-// Without a compositor nothing is translucent: the window is cut to the capsule.
+// Without a compositor there is no translucency, so the window is cut to the capsule's shape.
 void RecordingPanel::applyShape() {
     const bool cutOut = !shown_.isComposited;
     overlay_.setCutOut(cutOut);

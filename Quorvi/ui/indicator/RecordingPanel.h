@@ -11,30 +11,28 @@
 
 namespace quorvi {
 
-// The window of the indicator, above all others near the bottom of the screen. It never takes the
-// focus from the application the user dictates into, is in no list of windows, and lets clicks
-// through unless it offers a button. Window managers have no part in it: the frame that they put
-// around a window takes its clicks even where the window itself lets them through. The controller
-// and the updater outlive it.
+// The indicator's window, above all others near the bottom of the screen. It never takes the focus,
+// is in no window list, and lets clicks through unless it has a button. It bypasses the window
+// manager, whose frame would take the clicks. Main thread; the controller and the updater outlive
+// it.
 class RecordingPanel : public QWidget {
 public:
-    // `surroundings` are what is known of the desktop at the moment; they may not wait.
+    // `surroundings` returns what is known of the desktop, without blocking.
     RecordingPanel(AppModel& model, AppUpdater& updater,
                    std::function<Surroundings()> surroundings);
 
     // Shows the panel on the screen with the mouse pointer.
     void present();
-    // What is known of the desktop has changed.
+    // To be called when the surroundings have changed.
     void followSurroundings();
 
-    // Whether there is something to click on.
+    // Whether there is a button.
     bool acceptsMouse() const;
 
-    // Where a panel of this size belongs on a screen, of which `usable` is free of the desktop's
-    // own bars.
+    // The geometry of a panel of that size. `usable` is the part of the screen without the
+    // desktop's bars.
     static QRect place(const QRect& usable, const QSize& size);
-    // What the bars leave of the `available` part of a screen. `ratio` of the display's pixels are
-    // one of ours.
+    // What the bars leave of the `available` part of a screen. `ratio` is the device pixel ratio.
     static QRect usable(QRect available, const QRect& screen, double ratio,
                         const std::vector<Surroundings::Bar>& bars);
 
@@ -51,7 +49,7 @@ private:
     Surroundings shown_;
     QPointer<QScreen> screen_;
     RecordingOverlay overlay_;
-    double raisedAt_ = 0;  // whole seconds of the recording
+    double raisedAt_ = 0;  // in whole seconds of the recording
     Subscription changes_;
     Subscription updates_;
 };

@@ -13,7 +13,7 @@ QColor withOpacity(QColor color, float opacity) {
     return color;
 }
 
-// Frosted glass lets a hint of the desktop through; a blur is the compositor's to give.
+// Glass is slightly translucent; blurring is left to the compositor.
 constexpr float glassOpacity = 0.95F;
 
 }  // namespace
@@ -67,7 +67,7 @@ QFont ThemePalette::font(QFont base, int pixels, QFont::Weight weight) const {
         case FontDesign::system:
             break;
         case FontDesign::rounded:
-            // The first of them that is installed; else the desktop's own.
+            // The first installed family; otherwise the desktop's.
             base.setFamilies({QStringLiteral("Nunito"), QStringLiteral("Varela Round"),
                               QStringLiteral("Quicksand"), QStringLiteral("Comfortaa"),
                               QStringLiteral("Ubuntu"), base.family()});

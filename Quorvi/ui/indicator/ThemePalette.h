@@ -9,18 +9,18 @@
 
 namespace quorvi {
 
-// The colours and the lettering of the recording indicator in one theme, under the desktop's light
-// or dark palette.
+// The colours and fonts of the recording indicator for a theme and the desktop's light or dark
+// palette.
 struct ThemePalette {
     enum class FontDesign { system, rounded, serif };
 
     QColor ink;           // primary text
     QColor secondaryInk;  // messages and hints
     QColor accent;
-    QColor surfaceTop;  // of the surface's gradient, from the top leading to the bottom trailing
+    QColor surfaceTop;  // gradient from the top left to the bottom right
     QColor surfaceBottom;
     QColor border;
-    QColor wash;  // laid over the surface
+    QColor wash;  // overlay on the surface
     FontDesign fontDesign = FontDesign::system;
 
     static ThemePalette of(RecordingTheme theme, const QPalette& desktop);
@@ -28,11 +28,11 @@ struct ThemePalette {
     // The colour of the status icon.
     QColor stateAccent(DictationStage stage) const;
 
-    // `base` in the theme's design, so many pixels high.
+    // `base` in the theme's font design, `pixels` high.
     QFont font(QFont base, int pixels, QFont::Weight weight) const;
 
 private:
-    QColor warning_;  // the status icon's when something needs attention
+    QColor warning_;  // the status icon's after a failure
 };
 
 }  // namespace quorvi

@@ -41,7 +41,7 @@ QString allDescriptions(const std::vector<ChartDay>& days) {
     return lines.join(QLatin1Char('\n'));
 }
 
-// Shows the description of the day under the pointer.
+// Shows the tool tip of the day under the pointer.
 template <class Place>
 bool showToolTip(QWidget* widget, QEvent* event, const std::vector<ChartDay>& days, Place place) {
     if (event->type() != QEvent::ToolTip) return false;
@@ -85,7 +85,7 @@ void DailyBars::paintEvent(QPaintEvent*) {
     const QFontMetricsF metrics(painter.font());
     const double labels = metrics.height() + 6;
     const double base = height() - labels;
-    const double top = metrics.height() + 4;  // room for the number above the tallest bar
+    const double top = metrics.height() + 4;  // for the number above the tallest bar
     const double most = std::max(mostWords(days_), 1.0);
     const auto accent = color(ColorRole::accent, palette());
     const auto quiet = color(ColorRole::secondary, palette());
@@ -100,7 +100,7 @@ void DailyBars::paintEvent(QPaintEvent*) {
             days_[day].words > 0 ? std::max((base - top) * days_[day].words / most, 3.0) : 0;
         const QRectF bar(area.center().x() - wide / 2, base - high, wide, high);
         if (high > 0) {
-            // Round above, straight where it stands.
+            // Rounded at the top, straight at the bottom.
             const double round = std::min({5.0, wide / 2, high});
             QPainterPath shape;
             shape.moveTo(bar.bottomLeft());

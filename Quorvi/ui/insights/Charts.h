@@ -6,17 +6,17 @@
 
 namespace quorvi {
 
-// What stands for one day in a chart.
+// A day of a chart.
 struct ChartDay {
     double words = 0;
     bool active = false;  // there were dictations
     QString label;        // below a bar
     QString value;        // the words, above the tallest bar
-    QString description;  // the day and its numbers, in words
+    QString description;  // for tool tips and screen readers
 };
 
-// A bar for each day, oldest to newest. Each tells its numbers under the pointer; screen readers
-// have them all as the description.
+// A bar for each day, oldest first. Tool tips show a day's numbers; the accessible description
+// lists all.
 class DailyBars : public QWidget {
 public:
     explicit DailyBars(const QString& accessibleName);
@@ -33,17 +33,17 @@ private:
     std::vector<ChartDay> days_;
 };
 
-// The days of some weeks: a column for a week, a row for a day of the week.
+// A grid of days: a column per week, a row per weekday.
 class ActivityGrid : public QWidget {
 public:
     explicit ActivityGrid(const QString& accessibleName);
 
-    // `firstRow` is where the first day stands in its week; the labels are those of the rows.
+    // `firstRow` is the row of the first day; `weekdays` are the labels of the rows.
     void show(std::vector<ChartDay> days, int firstRow, QStringList weekdays);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
-    // How strongly the accent colour shows for a day with so many words.
+    // The opacity of a day's accent colour.
     static double opacity(double words, double mostWords);
 
 protected:
@@ -60,7 +60,7 @@ private:
     QStringList weekdays_;
 };
 
-// A share of something as a thin bar.
+// A thin bar that is filled to a share, 0 to 1.
 class ShareBar : public QWidget {
 public:
     explicit ShareBar(double share);

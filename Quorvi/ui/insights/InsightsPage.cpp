@@ -24,20 +24,20 @@ QString periodLabel(UsagePeriod period) {
     return modelText(rawValue(period));
 }
 
-// The days of the user's calendar as the toolkit counts them.
+// Days of the user's calendar as QDate.
 class Days {
 public:
     explicit Days(const Calendar& calendar)
         : zone_(QByteArray::fromStdString(calendar.zone())), locale_(qt(calendar.locale())) {}
 
-    // `start` is the start of a day; where clocks skip midnight that is later than 0:00.
+    // `start` is the start of a day, later than 0:00 where clocks skip midnight.
     QDate day(Date start) const {
         constexpr double anHour = 3600;
         const auto when = static_cast<qint64>(start.unixSeconds() + anHour);
         return QDateTime::fromSecsSinceEpoch(when, zone_).date();
     }
     QString number(QDate day) const { return locale_.toString(day.day()); }
-    // Where a day stands in its week.
+    // The index of the day in its week.
     int row(QDate day) const {
         return (day.dayOfWeek() - static_cast<int>(locale_.firstDayOfWeek()) + 7) % 7;
     }
@@ -103,7 +103,7 @@ QWidget* InsightsPage::tile(Metric metric, const char* symbol, const QString& ti
     card->content().addLayout(heading);
     card->content().addWidget(value);
     card->setAccessibleName(title);
-    // As wide as its neighbours, whatever they say.
+    // All tiles are equally wide.
     card->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     values_[metric] = value;
     tiles_[metric] = card;
@@ -192,7 +192,7 @@ void InsightsPage::hideEvent(QHideEvent* event) {
     midnight_ = {};
 }
 
-// A new day moves every period on.
+// The periods move on at midnight.
 void InsightsPage::waitForMidnight() {
     const auto now = environment_.scheduler.date();
     const auto seconds = environment_.calendar().day(now).end.secondsSinceReferenceDate -

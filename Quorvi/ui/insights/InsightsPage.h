@@ -5,24 +5,24 @@
 #include <array>
 
 #include "Quorvi/history/HistoryFigures.h"
-#include "Quorvi/ui/design/Card.h"
-#include "Quorvi/ui/design/Page.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 #include "Quorvi/ui/history/UsageCostSection.h"
 #include "Quorvi/ui/insights/Charts.h"
+#include "Quorvi/ui/widgets/Card.h"
+#include "Quorvi/ui/widgets/Page.h"
 #include "Quorvi/ui/widgets/ProblemNote.h"
 
 namespace quorvi {
 
-// The dictations in numbers. Follows the store, while it can be seen; the sums are taken in the
-// background.
+// Statistics of the dictations. Follows the store while visible; sums are calculated in the
+// background. Main thread.
 class InsightsPage : public Page {
     Q_DECLARE_TR_FUNCTIONS(InsightsPage)
 
 public:
     explicit InsightsPage(HistoryEnvironment environment);
 
-    // The numbers are those of the store's records.
+    // True if the numbers are up to date with the store.
     bool isComplete() const { return !summing_; }
 
 protected:

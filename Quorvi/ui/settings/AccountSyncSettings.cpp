@@ -5,15 +5,15 @@
 
 #include "Quorvi/platform/SyncControl.h"
 #include "Quorvi/ui/design/Controls.h"
-#include "Quorvi/ui/design/Spinner.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/widgets/Spinner.h"
 
 namespace quorvi {
 
 namespace {
 
-// The month by its short name, and the time without seconds, in the user's order and language.
+// A date with a short month name and a time without seconds, in the user's locale.
 QString moment(Date date) {
     const QLocale locale;
     const auto time =

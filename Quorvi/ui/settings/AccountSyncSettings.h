@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -13,7 +13,7 @@ class SyncControl;
 class Spinner;
 class Switch;
 
-// The settings' section on synchronisation. Holds no state of its own.
+// The settings section for synchronisation. Stateless. Main thread.
 class AccountSyncSettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(AccountSyncSettings)
 

@@ -86,7 +86,7 @@ void ApiKeySettings::save() {
         [this](const std::stop_token&) { return storeKey(apiKey_->text().toStdString()); });
 }
 
-// The field keeps a key that could not be stored, for another try.
+// If storing fails, the field keeps the key for another try.
 Task<void> ApiKeySettings::storeKey(std::string key) {
     auto saving = model_.saveKey(std::move(key));
     const bool stored = co_await saving;

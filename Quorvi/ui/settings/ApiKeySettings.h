@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
 
@@ -15,8 +15,8 @@ class AppModel;
 class KeyStore;
 class Switch;
 
-// The settings' section on the user's API key, which is typed here and never shown again. Disabled
-// during a dictation.
+// The settings section for the API key, which can be entered but is never shown. Disabled during a
+// dictation. Main thread.
 class ApiKeySettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(ApiKeySettings)
 

@@ -13,7 +13,7 @@ namespace quorvi {
 
 namespace {
 
-constexpr int previewWidth = 150;  // so that the pickers beside them stand below one another
+constexpr int previewWidth = 150;  // equal, so that the pickers align
 
 }  // namespace
 

@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 #include "Quorvi/dictation/RecordingCue.h"
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/shortcut/Hotkey.h"
 
@@ -14,7 +14,7 @@ namespace quorvi {
 class AppModel;
 class Picker;
 
-// The settings' section on the shortcut and the sounds. Disabled during a dictation.
+// The settings section for the shortcut and the sounds. Disabled during a dictation. Main thread.
 class DictationSettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(DictationSettings)
 

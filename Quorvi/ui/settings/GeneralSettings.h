@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -12,7 +12,7 @@ namespace quorvi {
 class LaunchAtLoginController;
 class Switch;
 
-// The settings' section on starting when the user signs in.
+// The settings section for the start at login. Main thread.
 class GeneralSettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(GeneralSettings)
 
@@ -20,7 +20,7 @@ public:
     explicit GeneralSettings(LaunchAtLoginController& loginItem);
 
 protected:
-    // Another program may have changed it since.
+    // Reads the status again, which another program may have changed.
     void showEvent(QShowEvent* event) override;
 
 private:

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Quorvi/platform/SystemPermissions.h"
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -14,7 +14,7 @@ namespace quorvi {
 class AppModel;
 class SymbolLabel;
 
-// The settings' section on what happens to what the user says, and on what the program may do.
+// The settings section for privacy: how speech is handled, and the system permissions. Main thread.
 class PrivacySettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(PrivacySettings)
 

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QLineEdit>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -11,7 +11,7 @@ namespace quorvi {
 class AppModel;
 class Picker;
 
-// The settings' section on the speech-to-text service. Disabled during a dictation.
+// The settings section for the speech-to-text service. Disabled during a dictation. Main thread.
 class RecognitionSettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(RecognitionSettings)
 

@@ -2,7 +2,6 @@
 
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/ui/corrections/CorrectionsSettings.h"
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/history/HistorySettings.h"
 #include "Quorvi/ui/indicator/RecordingAppearanceSettings.h"
 #include "Quorvi/ui/settings/AccountSyncSettings.h"
@@ -12,6 +11,7 @@
 #include "Quorvi/ui/settings/PrivacySettings.h"
 #include "Quorvi/ui/settings/RecognitionSettings.h"
 #include "Quorvi/ui/updates/UpdateSettings.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {
 

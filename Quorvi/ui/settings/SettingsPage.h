@@ -3,11 +3,11 @@
 #include <QCoreApplication>
 
 #include "Quorvi/ui/WindowServices.h"
-#include "Quorvi/ui/design/Page.h"
+#include "Quorvi/ui/widgets/Page.h"
 
 namespace quorvi {
 
-// Every setting, section by section.
+// The page with all settings sections.
 class SettingsPage : public Page {
     Q_DECLARE_TR_FUNCTIONS(SettingsPage)
 

@@ -7,6 +7,7 @@
 #include <QPixmap>
 #include <utility>
 
+#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ModelText.h"
 #include "Quorvi/ui/widgets/StageIcon.h"
@@ -15,13 +16,8 @@ namespace quorvi {
 
 namespace {
 
-// The window's pages, as the controller numbers them.
-constexpr int settingsPage = 1;
-constexpr int historyPage = 2;
-constexpr int insightsPage = 3;
-
 QIcon stageIcon(DictationStage stage) {
-    // Trays are dark on most desktops and light on some; a mid grey is seen on both.
+    // Trays are dark or light; a mid grey is visible on both.
     const QColor color =
         stage == DictationStage::recording ? QColor(0xE0, 0x3A, 0x36) : QColor(0xA8, 0xB0, 0xBA);
     QIcon icon;
@@ -39,7 +35,7 @@ QIcon stageIcon(DictationStage stage) {
     return icon;
 }
 
-// Of a text that is no mnemonic.
+// Escapes the mnemonic character.
 QString asMenuText(QString text) {
     return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
@@ -72,7 +68,7 @@ void StatusItem::refresh() {
 
 QAction* StatusItem::add(const QString& text, std::function<void()> effect) {
     auto* action = menu_.addAction(asMenuText(text));
-    // Later: an entry may change the stage, and with it this very menu.
+    // Queued, since an entry may change the stage and so rebuild this menu.
     QObject::connect(
         action, &QAction::triggered, &menu_, [effect = std::move(effect)] { effect(); },
         Qt::QueuedConnection);
@@ -99,9 +95,9 @@ void StatusItem::rebuildMenu() {
     if (stage == DictationStage::recording) add(tr("Stop & insert"), [this] { model_.finish(); });
     if (isActive(stage)) add(tr("Cancel dictation"), [this] { model_.cancel(); });
     add(tr("Open Quorvi…"), [this] { actions_.openWindow(); });
-    add(tr("History…"), [this] { open(historyPage); });
-    add(tr("Insights…"), [this] { open(insightsPage); });
-    add(tr("Settings…"), [this] { open(settingsPage); });
+    add(tr("History…"), [this] { open(pageIndex::history); });
+    add(tr("Insights…"), [this] { open(pageIndex::insights); });
+    add(tr("Settings…"), [this] { open(pageIndex::settings); });
     add(tr("Copy last transcript"), [this] {
         model_.copyTranscript();
     })->setEnabled(!model_.lastTranscript().empty());

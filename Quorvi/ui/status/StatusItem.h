@@ -11,13 +11,13 @@
 
 namespace quorvi {
 
-// The program's icon in the desktop's tray, with its menu. Follows the controller, which outlives
-// it. Desktops whose trays speak D-Bus draw both themselves.
+// The program's tray icon and its menu. Desktops with a StatusNotifierItem host draw both
+// themselves. Main thread; the controller outlives it.
 class StatusItem {
     Q_DECLARE_TR_FUNCTIONS(StatusItem)
 
 public:
-    // The entries of the menu that are not the controller's.
+    // What the menu does besides driving the controller.
     struct Actions {
         std::function<void()> openWindow;  // at the controller's selected page
         std::function<void()> checkForUpdates;
@@ -28,11 +28,11 @@ public:
 
     void hide() { icon_.hide(); }
 
-    // Whether the desktop shows such icons at all.
+    // Whether the desktop has a tray.
     static bool hasTray() { return QSystemTrayIcon::isSystemTrayAvailable(); }
 
 private:
-    // What the icon and the menu depend on; they are rebuilt only when it changes.
+    // What the icon and the menu show; both are rebuilt only when it changes.
     struct Shown {
         DictationStage stage;
         DictationMode mode;

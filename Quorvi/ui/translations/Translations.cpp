@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-// Part of a static library, whose resources the linker leaves out unless asked.
+// The linker drops the resources of a static library unless they are initialised explicitly.
 static void useTranslations() {
     Q_INIT_RESOURCE(translations);
 }

@@ -6,8 +6,8 @@
 
 namespace quorvi {
 
-// The interface's texts in that language, which take effect while the object lives; without a
-// translation into it they stay English. Main thread; before the first widget.
+// Installs the translation for a locale for the lifetime of the returned object. Texts stay English
+// if there is none. Main thread; before the first widget.
 std::unique_ptr<QTranslator> installTranslation(const QLocale& locale);
 
 }  // namespace quorvi

@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -10,8 +10,8 @@ namespace quorvi {
 class AppUpdater;
 class Switch;
 
-// The settings' section on updates: the switch for the daily look, this program's version, and the
-// user's own check. Follows the updater. Main thread; the updater outlives it.
+// The settings section for updates: the switch for the daily check, the program's version, and the
+// button that checks now. Main thread; the updater outlives it.
 class UpdateSettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(UpdateSettings)
 

@@ -22,7 +22,7 @@ QString dataSize(std::uint64_t bytes) {
     return QLocale().formattedDataSize(static_cast<qint64>(bytes), 1, QLocale::DataSizeSIFormat);
 }
 
-// The release's date, when it is known, and size.
+// The release's date, if known, and its size.
 QString aboutRelease(const AppcastItem& item) {
     const auto date = QDateTime::fromString(qt(item.published), Qt::RFC2822Date);
     const auto size = dataSize(item.length);
@@ -132,14 +132,14 @@ void UpdateWindow::showStage() {
         default:
             setButtons(tr("Close"), {});
     }
-    // Grows and shrinks with its content, and keeps the size the user has given it meanwhile.
+    // Follows its content, but keeps a size chosen by the user.
     if (notes_.isHidden() || height() < sizeHint().height()) adjustSize();
 }
 
 void UpdateWindow::showProgress() {
     const auto received = updater_.receivedBytes();
     const auto length = updater_.update()->length;
-    // In thousandths, since the bar counts in int.
+    // In thousandths, since QProgressBar takes int.
     progress_.setRange(0, 1000);
     progress_.setValue(static_cast<int>(received * 1000 / length));
     detail_.setVisible(true);

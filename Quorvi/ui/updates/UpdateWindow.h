@@ -10,14 +10,13 @@
 
 #include "Quorvi/system/updates/AppUpdater.h"
 #include "Quorvi/ui/design/BrandMark.h"
-#include "Quorvi/ui/design/Spinner.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/widgets/Spinner.h"
 
 namespace quorvi {
 
-// The window of the user's check for updates, from "Checking…" to the system's installer. Shows
-// what the updater says and passes on what the user decides; closing it ends the check. Main
-// thread; lives as long as the updater's window callback.
+// The window of a check for updates by the user, from "Checking…" to the system's installer.
+// Closing it ends the check. Main thread; outlives the updater's `showWindow` callback.
 class UpdateWindow : public QWidget {
     Q_DECLARE_TR_FUNCTIONS(UpdateWindow)
 
@@ -32,7 +31,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    // Release notes; they load nothing, and links open in the browser.
+    // The release notes. They load no resources; links open in the browser.
     class Notes : public QTextBrowser {
     public:
         Notes();

@@ -37,7 +37,7 @@ void ask(QWidget* parent, Confirmation confirmation) {
     box->setEscapeButton(cancel);
     QObject::connect(destroy, &QAbstractButton::clicked, box,
                      [effect = std::move(confirmation.onDestroy)] { effect(); });
-    // The toolkit makes the box as narrow as it can, and the title like the rest.
+    // Qt would make the box as narrow as possible, and the title as plain as the text.
     if (auto* grid = qobject_cast<QGridLayout*>(box->layout()))
         grid->addItem(new QSpacerItem(textWidth, 0), grid->rowCount(), grid->columnCount() - 1);
     if (auto* title = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label")))

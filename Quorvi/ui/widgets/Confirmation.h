@@ -6,7 +6,7 @@
 
 namespace quorvi {
 
-// Asks before something is destroyed, beside the window's other work; Escape and Return answer no.
+// A question before data is deleted. ask() does not block; Escape and Return cancel.
 struct Confirmation {
     QString title;
     QString message;

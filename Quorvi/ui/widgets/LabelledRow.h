@@ -6,7 +6,8 @@
 
 namespace quorvi {
 
-// A setting in one line: its label, which names the first widget, and the widgets at the end.
+// A setting on one line: a label, which names the first widget for screen readers, and the widgets
+// at the end.
 QHBoxLayout* labelledRow(const QString& label, std::initializer_list<QWidget*> widgets);
 
 }  // namespace quorvi

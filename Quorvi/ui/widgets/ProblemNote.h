@@ -7,7 +7,7 @@
 
 namespace quorvi {
 
-// The one problem of a store, with a warning symbol; nothing when there is none.
+// A store's problem with a warning symbol; hidden if there is none.
 class ProblemNote : public QWidget {
 public:
     ProblemNote();

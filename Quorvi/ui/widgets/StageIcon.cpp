@@ -6,7 +6,7 @@ namespace quorvi {
 
 namespace {
 
-// All signs are drawn on a grid of 18 by 18.
+// All icons are drawn on an 18 × 18 grid.
 constexpr double grid = 18;
 
 QPen stroke(const QColor& color, double width) {

@@ -8,17 +8,16 @@
 
 namespace quorvi {
 
-// Draws the sign of a stage into the rectangle: a microphone while listening or ready, a speech
-// bubble while working, a tick, a clipboard, or an exclamation mark. `inner` is what lies upon a
-// filled sign.
+// Draws the icon of a stage: a microphone while recording or idle, a speech bubble while working, a
+// tick, a clipboard, or an exclamation mark. `inner` is the colour of details on filled shapes.
 void paintStageIcon(QPainter& painter, const QRectF& bounds, DictationStage stage,
                     const QColor& color, const QColor& inner = Qt::white);
 
-// Two sheets, for copying, and an arrow onto a line, for a download.
+// The copy icon (two sheets) and the download icon (an arrow onto a line).
 void paintCopySign(QPainter& painter, const QRectF& bounds, const QColor& color);
 void paintDownloadSign(QPainter& painter, const QRectF& bounds, const QColor& color);
 
-// Draws the program's mark, a short wave of sound.
+// Draws the wave of the program's logo.
 void paintWaveform(QPainter& painter, const QRectF& bounds, const QColor& color);
 
 }  // namespace quorvi

@@ -3,12 +3,11 @@
 #include <QCoreApplication>
 
 #include "Quorvi/ui/WindowServices.h"
-#include "Quorvi/ui/design/Page.h"
+#include "Quorvi/ui/widgets/Page.h"
 
 namespace quorvi {
 
-// Leads a new user through the setup, then shows how dictation stands, and offers a place to try
-// it.
+// The first page: setup for a new user, status, last transcript, and a field to try dictation.
 class DictationPage : public Page {
     Q_DECLARE_TR_FUNCTIONS(DictationPage)
 

@@ -24,7 +24,7 @@ namespace {
 constexpr auto sizeKey = "mainWindowSize";
 constexpr QSize usualSize(940, 800);
 constexpr QSize smallestSize(900, 740);
-constexpr QSize frameRoom(8, 40);  // what a window manager draws around a window, about
+constexpr QSize frameRoom(8, 40);  // approximate size of a window manager's frame
 
 // "940x800", in logical pixels.
 QString written(QSize size) {
@@ -79,7 +79,7 @@ void MainWindow::setTrayMissing(bool missing) {
     trayNotice_->setVisible(missing);
 }
 
-// A screen that is too small for the window gets a smaller one, whose pages scroll.
+// On a small screen the window is smaller, and its pages scroll.
 void MainWindow::restoreSize() {
     QSize room = usualSize;
     if (const auto* screen = QGuiApplication::primaryScreen())

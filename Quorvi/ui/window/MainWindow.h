@@ -11,19 +11,18 @@ namespace quorvi {
 
 class Sidebar;
 
-// The program's one window: a sidebar, and the page that the controller has selected. A page is
-// made when it is first shown. Closing only hides the window and ends the choice of a shortcut; the
-// program goes on. Remembers its size. Main thread.
+// The main window: a sidebar and the page that the controller has selected. Pages are created when
+// first shown. Closing hides the window and ends a shortcut capture; the program keeps running.
+// Remembers its size. Main thread.
 class MainWindow : public QWidget {
 public:
     explicit MainWindow(WindowServices services);
     ~MainWindow() override;
 
-    // Shows the window, or brings it to the front, with the keyboard.
+    // Shows the window, or brings it to the front, and gives it the focus.
     void present();
 
-    // On a desktop without a tray the window is the only way to reach the program: it says so, and
-    // offers to quit.
+    // Shows or hides the note for desktops without a tray, which offers to quit.
     void setTrayMissing(bool missing);
 
 protected:

@@ -3,10 +3,10 @@
 #include <utility>
 
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/window/Pages.h"
 
 namespace quorvi {
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -14,7 +14,7 @@ namespace quorvi {
 class AppModel;
 class SymbolLabel;
 
-// What is still missing before the first dictation, one row for each; gone when nothing is.
+// What is missing before the first dictation, one row each; hidden when complete.
 class SetupCard : public Card {
     Q_DECLARE_TR_FUNCTIONS(SetupCard)
 
@@ -29,7 +29,7 @@ private:
         QPushButton* action;
         QLabel* ready;
         std::function<bool()> satisfied;
-        bool vanishes;  // when satisfied
+        bool vanishes;  // if satisfied; otherwise the row says "Ready"
     };
 
     Row& addRow(const QString& title, const QString& detail, const QString& action,

@@ -7,13 +7,13 @@
 #include <QVBoxLayout>
 
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/design/BrandMark.h"
-#include "Quorvi/ui/design/Card.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Symbols.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/window/Pages.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {
 
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int sidebarWidth = 216;
 
-// One page's entry: a label with its symbol, filled while it is selected.
+// A page's entry: a symbol and a label, filled while selected.
 class SidebarItem : public QPushButton {
 public:
     SidebarItem(const QString& text, const char* symbol) : QPushButton(text), symbol_(symbol) {

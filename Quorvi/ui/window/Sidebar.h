@@ -10,7 +10,7 @@ namespace quorvi {
 
 class AppModel;
 
-// The window's pages, one below the other, and the program's name at the foot.
+// The list of pages, with the program's name at the bottom.
 class Sidebar : public QWidget {
     Q_DECLARE_TR_FUNCTIONS(Sidebar)
 

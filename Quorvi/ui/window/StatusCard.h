@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -12,8 +12,7 @@ namespace quorvi {
 class AppModel;
 class SymbolLabel;
 
-// Whether one can dictate, what the dictation under way is doing, the shortcut, and the test of
-// pasting.
+// Shows whether dictation is ready, the current dictation, the shortcut, and the paste test.
 class StatusCard : public Card {
     Q_DECLARE_TR_FUNCTIONS(StatusCard)
 

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QLabel>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -12,7 +12,7 @@ class AppModel;
 class CorrectionStore;
 class RememberCorrectionButton;
 
-// The text of the last dictation, while there is one.
+// The text of the last dictation; hidden if there is none.
 class TranscriptCard : public Card {
     Q_DECLARE_TR_FUNCTIONS(TranscriptCard)
 

@@ -6,7 +6,7 @@
 
 namespace quorvi {
 
-// Says, above the page, that this desktop shows no tray icons, and offers to quit.
+// A note above the page that this desktop has no tray, with a button to quit.
 class TrayNotice : public QWidget {
     Q_DECLARE_TR_FUNCTIONS(TrayNotice)
 

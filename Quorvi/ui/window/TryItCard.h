@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {
 

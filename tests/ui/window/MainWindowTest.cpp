@@ -6,13 +6,13 @@
 #include <QMenu>
 #include <QPushButton>
 
+#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/design/Symbols.h"
 #include "Quorvi/ui/translations/ModelText.h"
 #include "Quorvi/ui/translations/Translations.h"
-#include "Quorvi/ui/window/Pages.h"
 #include "tests/support/Palettes.h"
 #include "tests/support/SeenWidgets.h"
 #include "tests/support/WindowWorld.h"

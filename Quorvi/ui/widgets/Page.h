@@ -5,14 +5,14 @@
 
 namespace quorvi {
 
-// A page of the window: one column of cards that scrolls when it is too high, centred when there is
-// more room than it needs. What gets the keyboard is scrolled to, however it gets it.
+// A page of the window: a centred column of cards that scrolls. Scrolls to the widget that gets the
+// focus.
 class Page : public QScrollArea {
 public:
     // The eyebrow and the subtitle may be empty.
     Page(const QString& eyebrow, const QString& title, const QString& subtitle);
 
-    // Where the cards go, top to bottom.
+    // The layout of the cards.
     QVBoxLayout& column() { return column_; }
     void add(QWidget* widget) { column_.addWidget(widget); }
 

@@ -5,8 +5,8 @@
 
 namespace quorvi {
 
-// A small turning arc: something is under way. Turns only while it can be seen, and not at all when
-// the desktop asks for no animations.
+// A small spinning arc for work in progress. Spins only while visible, and not at all if the
+// desktop disables animations.
 class Spinner : public QWidget {
 public:
     Spinner();

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/design/Spinner.h"
+#include "Quorvi/ui/widgets/Spinner.h"
 
 #include <QCoreApplication>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/design/Page.h"
+#include "Quorvi/ui/widgets/Page.h"
 
 #include <QApplication>
 

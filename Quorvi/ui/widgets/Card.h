@@ -4,20 +4,19 @@
 #include <QWidget>
 #include <initializer_list>
 
+#include "Quorvi/ui/design/AccessibleRoles.h"
+
 namespace quorvi {
 
-// What screen readers take for a group, by its accessible name.
-class Group : public QWidget {};
-
-// A rounded, filled container; its rows go into content(). The group has the name of its heading.
+// A rounded, filled container for rows. Its accessible name is its heading.
 class Card : public Group {
 public:
     Card();
-    // With a heading and, before it, a symbol; its name as in Symbols.h.
+    // With a heading and a symbol before it; see Symbols.h.
     Card(const QString& heading, const char* symbol);
 
     QVBoxLayout& content() { return content_; }
-    // The row of the heading, for what stands at its end.
+    // The row of the heading, to add widgets at its end.
     QHBoxLayout& header() { return *header_; }
 
 protected:
@@ -28,13 +27,13 @@ private:
     QHBoxLayout* header_ = nullptr;
 };
 
-// A heading below its eyebrow.
+// An eyebrow above its heading.
 QVBoxLayout* cardTitle(QWidget* eyebrow, QWidget* heading);
 
-// A row of widgets; the stretch goes where a nullptr stands.
+// A row of widgets; a nullptr adds a stretch.
 QHBoxLayout* row(std::initializer_list<QWidget*> widgets);
 
-// A thin line between the parts of a card.
+// A thin horizontal line.
 QWidget* divider();
 
 }  // namespace quorvi

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/design/Card.h"
+#include "Quorvi/ui/widgets/Card.h"
 
 #include <QPainter>
 
