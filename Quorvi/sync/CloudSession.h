@@ -23,9 +23,8 @@ namespace quorvi {
 // Connects to the cloud, exchanges changes with it in passes, and tries again after failures. Main
 // thread; part of AccountSync.
 //
-// Whatever is awaited may take any time, and the user may switch sync off, or the account change,
-// meanwhile: what comes after counts only while the engine, or the attempt to connect, is still the
-// present one.
+// Anything awaited may take any time; meanwhile the user may switch sync off or the account may
+// change. So a task goes on only while its engine, or its attempt to connect, is the current one.
 class CloudSession {
 public:
     static constexpr std::string_view subscriptionID = "quorvi.private.changes";

@@ -18,19 +18,19 @@
 
 namespace quorvi::test {
 
-// What a user has done to one value.
+// A user's change of one value.
 struct SyncEdit {
     enum class Kind { dictated, deleted, redacted, wrote };
     Kind kind;
     std::string id;
-    std::string value;  // what it is to be, as syncedValue() yields it
-    // The version that the ledger has made of it.
+    std::string value;  // the new value in the form of syncedValue()
+    // The version in the ledger.
     std::int64_t revision = 0;
     std::string device;
 };
 
-// What matters of a payload, without what the program adds, such as a date; for a rule the phrase
-// comes first, before a '>'.
+// Returns the part of a payload that the user has written, without dates and the like; of a rule
+// the phrase, '>' and the replacement.
 inline std::string syncedValue(const std::string& id, const std::string& payload) {
     if (id.starts_with(syncPrefix::history)) {
         const auto record = decodeRecord(payload);
@@ -41,13 +41,15 @@ inline std::string syncedValue(const std::string& id, const std::string& payload
     return rule.original + ">" + rule.replacement + (rule.isEnabled ? "+" : "-");
 }
 
-// A user who does anything that changes synchronised values. What may be lost by an edit is known
-// before it is made, in case that the program does not live to tell.
+// A user who makes random changes of synchronised values. The plan says what an edit may overwrite
+// before it is made, since the program may be killed before it can tell.
 class SyncEditor {
 public:
     struct Plan {
         std::vector<SyncEdit> edits;
-        std::function<std::vector<SyncEdit>()> make;  // yields further ones, known only now
+        std::function<std::vector<SyncEdit>()> make = [] {
+            return std::vector<SyncEdit>();
+        };  // makes them; returns edits known only then
     };
 
     SyncEditor(SyncedProgram& program, Scheduler& clock, std::uint64_t seed)
@@ -58,8 +60,7 @@ public:
         auto& corrections = *program_.corrections;
         auto& model = *program_.model;
         const auto& rules = corrections.rules().rules();
-        if (history.isLoading() || corrections.persistenceError())
-            return {{}, [] { return None(); }};
+        if (history.isLoading() || corrections.persistenceError()) return {};
         switch (below(14)) {
             case 0:
             case 1:
@@ -69,10 +70,8 @@ public:
             case 4: {
                 if (history.records().empty()) break;
                 const auto id = history.records()[below(history.records().size())].id;
-                return {{{Kind::deleted, historyId(id), {}}}, [&history, id] {
-                            history.remove(id);
-                            return None();
-                        }};
+                return planOf({Kind::deleted, historyId(id), {}},
+                              [&history, id] { history.remove(id); });
             }
             case 5:
             case 6: {
@@ -83,10 +82,8 @@ public:
             case 7: {
                 if (rules.empty()) break;
                 const auto id = rules[below(rules.size())].id;
-                return {{{Kind::deleted, ruleId(id), {}}}, [&corrections, id] {
-                            corrections.remove(id);
-                            return None();
-                        }};
+                return planOf({Kind::deleted, ruleId(id), {}},
+                              [&corrections, id] { corrections.remove(id); });
             }
             case 8: {
                 if (rules.empty()) break;
@@ -113,7 +110,7 @@ public:
             case 13:
                 return retention();
         }
-        return {{}, [] { return None(); }};
+        return {};
     }
 
 private:
@@ -127,9 +124,15 @@ private:
 
     std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
     std::string letter() { return std::string(1, static_cast<char>('a' + below(6))); }
-    // One that is nowhere else.
+    // Returns a word that is used only once.
     std::string word() { return letter() + std::to_string(random_()); }
 
+    static Plan planOf(SyncEdit edit, std::function<void()> make) {
+        return {{std::move(edit)}, [make = std::move(make)] {
+                    make();
+                    return None();
+                }};
+    }
     Plan dictation() {
         const auto text = "words " + word();
         const auto daysAgo = static_cast<double>(below(3) * 50);
@@ -139,7 +142,7 @@ private:
                     history.record(text, 2, "Editor", "el", TranscriptionModel::transcribe,
                                    {today - daysAgo * 86400});
                     const auto& record = history.records()[0];
-                    // An old text may go at any time.
+                    // Retention may drop an old text at any time.
                     const bool stays = record.text && daysAgo == 0;
                     return None{
                         {Kind::dictated, historyId(record.id), stays ? record.text->string() : ""}};
@@ -149,20 +152,16 @@ private:
         auto& corrections = *program_.corrections;
         const auto id = ruleId(rule.id);
         const auto value = syncedValue(id, encodeCorrection(rule));
-        return {{{Kind::wrote, id, value}}, [&corrections, rule, id] {
-                    try {
-                        corrections.save(rule);
-                    } catch (const QuorviError&) {  // the phrase is taken
-                    }
-                    return None();
-                }};
+        return planOf({Kind::wrote, id, value}, [&corrections, rule] {
+            try {
+                corrections.save(rule);
+            } catch (const QuorviError&) {  // the phrase is taken
+            }
+        });
     }
     Plan setting(const std::string& key, LocalSnapshot::Setting value, std::function<void()> set) {
         const auto id = std::string(syncPrefix::setting) + key;
-        return {{{Kind::wrote, id, LocalSnapshot::encode(value).string()}}, [set] {
-                    set();
-                    return None();
-                }};
+        return planOf({Kind::wrote, id, LocalSnapshot::encode(value).string()}, std::move(set));
     }
     Plan retention() {
         auto& history = *program_.history;
@@ -191,12 +190,12 @@ private:
     std::mt19937_64 random_;
 };
 
-// The edits of one program that its ledger has not taken in yet.
+// The edits of one program that its ledger has not recorded yet.
 class WaitingEdits {
 public:
-    // To be called before the ledger can have taken it in.
+    // To be called before the ledger can record the edit.
     void add(SyncEdit edit, const SyncedProgram& program) {
-        // What nobody has looked at meanwhile is overtaken.
+        // An earlier edit that was not recorded yet is superseded.
         std::erase_if(edits_, [&](const SyncEdit& other) { return other.id == edit.id; });
         const auto* archive = program.sync->archive();
         const auto* item = archive ? archive->ledger().item(edit.id) : nullptr;
@@ -205,7 +204,7 @@ public:
     }
     void clear() { edits_.clear(); }
 
-    // Those that the ledger holds now, with its stamp. Each is told once.
+    // Returns the edits that the ledger has recorded since the last call, with their stamps.
     std::vector<SyncEdit> takenIn(const SyncedProgram& program) {
         std::vector<SyncEdit> all;
         if (!program.isRunning() || !program.sync->archive()) return all;
@@ -232,7 +231,7 @@ private:
             case Kind::redacted:
                 return item.redacted || item.deleted();
             case Kind::wrote:
-                // Another machine may have written the same.
+                // Another machine may have written the same value.
                 return item.payload && item.device == device && item.revision > edit.revision &&
                        syncedValue(edit.id, item.payload->string()) == edit.value;
         }
@@ -242,18 +241,18 @@ private:
     std::vector<SyncEdit> edits_;
 };
 
-// Knows what users have done and what of it was acknowledged, and says whether anything was lost.
+// Knows the edits of all users and which of them were acknowledged, and checks that none is lost.
 class SyncJudge {
 public:
-    // May have come to something or not.
+    // An edit that may have been made or not.
     void wasTried(const SyncEdit& edit) {
         if (edit.kind == SyncEdit::Kind::wrote) tried_[edit.id].insert(edit.value);
         if (edit.kind == SyncEdit::Kind::deleted) mayBeGone_.insert(edit.id);
     }
-    // Is on a disk and in the ledger.
+    // An edit that is in the ledger and on the disk.
     void wasKept(const SyncEdit& edit) {
         ++kept_;
-        // The first values of a first launch give way to whatever there is.
+        // The values of a first launch are older than any other.
         if (edit.kind == SyncEdit::Kind::wrote && edit.revision == 1) return;
         switch (edit.kind) {
             case SyncEdit::Kind::dictated:
@@ -272,7 +271,7 @@ public:
     }
     std::size_t keptCount() const { return kept_; }
 
-    // All values that are there at the end.
+    // Checks the values that all machines hold at the end.
     void check(const std::map<std::string, std::string>& values) const {
         for (const auto& [id, text] : dictated_) {
             const auto found = values.find(id);
@@ -306,7 +305,7 @@ private:
         return *std::ranges::max_element(
             edits, {}, [](const SyncEdit& edit) { return std::tie(edit.revision, edit.device); });
     }
-    // The latest of those that were acknowledged, or one of which nobody knows when it was.
+    // Whether it is the latest acknowledged value, or one that was written at an unknown time.
     bool mayBe(const std::string& id, const std::vector<SyncEdit>& edits,
                const std::string& value) const {
         if (value == latest(edits).value) return true;
@@ -315,7 +314,7 @@ private:
                std::cmp_greater(tried->second.count(value),
                                 std::ranges::count(edits, value, &SyncEdit::value));
     }
-    // Of several rules for a phrase one stays; every machine brings some of its own along.
+    // Of several rules for one phrase one stays. Every machine starts with some rules of its own.
     bool hasRival(const std::string& id) const {
         const auto phraseOf = [](const std::string& value) {
             return value.substr(0, value.find('>'));
@@ -331,7 +330,7 @@ private:
         return false;
     }
 
-    std::map<std::string, std::string> dictated_;  // and the text, where it has to stay
+    std::map<std::string, std::string> dictated_;  // with the text if it must stay
     std::set<std::string> gone_, mayBeGone_, redacted_;
     std::map<std::string, std::vector<SyncEdit>> written_;
     std::map<std::string, std::multiset<std::string>> tried_;

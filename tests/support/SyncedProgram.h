@@ -12,7 +12,7 @@
 
 namespace quorvi::test {
 
-// Time as one machine sees it, whose own clock may be wrong, and which may have less patience.
+// The time of one machine, whose clock may be wrong and run faster.
 class SkewedScheduler : public Scheduler {
 public:
     explicit SkewedScheduler(Scheduler& right, double skewSeconds = 0, int speedUp = 1)
@@ -34,12 +34,12 @@ private:
     const int speed_;
 };
 
-// One run of the program as far as synchronisation is concerned: the stores, the controller and the
-// synchronisation itself, on whatever files, clock and cloud a test has for them.
+// One run of the parts of the program that take part in synchronisation, on the files, clock and
+// cloud of a test.
 class SyncedProgram {
 public:
     struct Environment {
-        FakeDesktop& desktop;  // what is looked at by nobody here
+        FakeDesktop& desktop;  // its state is not used
         Scheduler& scheduler;
         Preferences& preferences;
         FileStore& files;
@@ -76,7 +76,7 @@ public:
         model->shutdown();
         kill();
     }
-    // As the process does: nothing is finished.
+    // As if the process was killed: nothing is finished.
     void kill() {
         sync.reset();
         model.reset();
@@ -92,7 +92,7 @@ public:
             all.push_back(rule.original + ">" + rule.replacement);
         return all;
     }
-    // All values by id, in the bytes in which they travel.
+    // All values by id, encoded.
     std::map<std::string, std::string> values() const {
         std::map<std::string, std::string> all;
         const LocalSnapshot now(history->records(), corrections->rules(), model->syncSettings());

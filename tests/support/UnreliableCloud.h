@@ -10,14 +10,14 @@
 
 namespace quorvi::test {
 
-// A database behind a bad connection: away for a time, with answers that get lost on their way, and
-// pages that come again and in any order.
+// A database behind a bad connection: unreachable at times, with lost answers, repeated pages and
+// records in random order.
 class UnreliableCloud : public CloudDatabase {
 public:
     UnreliableCloud(CloudDatabase& real, std::uint64_t seed) : real_(real), random_(seed) {}
 
     bool isAway = false;
-    bool isBad = true;  // loses, repeats and reorders
+    bool isBad = true;  // loses answers, repeats and reorders
 
     Task<CloudAccountStatus> accountStatus(std::stop_token stop) override {
         return real_.accountStatus(std::move(stop));

@@ -1,10 +1,10 @@
-// One of a user's machines as a process of its own: the real stores, synchronisation and cloud on
-// real files, in quick motion, for a test that tells it what to do and kills it.
+// One of a user's machines as a process: the real stores, synchronisation and cloud on real files,
+// with fast time. A test sends it commands and kills it.
 //
 // Commands are lines: "start FOLDER CLOUD SKEW SEED", "edit SEED", "away", "back", "switch",
-// "settle", "round", "values", "stop". Answers are lines, too: "tried …" before an edit, "kept …"
-// once it is on the disk, "round …" when a pass has ended and nothing waits, "value …" for each
-// value and "values" behind them, "stopped".
+// "settle", "round", "values", "stop". So are answers: "tried …" before an edit, "kept …" once it
+// is on the disk, "round" when a pass has ended and nothing is pending, "value …" for each value
+// and "values" after them, "stopped".
 
 #include <unistd.h>
 
@@ -30,11 +30,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A second of the program's own waiting takes 20 ms.
+// One second of the program's time takes 20 ms.
 constexpr int speed = 50;
 
-// Files on a disk that is slow now and then, so that what is written at the same time ends in any
-// order.
+// Files on a disk that is slow at times, so that simultaneous writes end in any order.
 class SlowFiles : public FileStore {
 public:
     explicit SlowFiles(std::uint64_t seed) : random_(seed) {}
@@ -68,7 +67,7 @@ std::unique_ptr<CloudDatabase> openCloud(const std::string& address, LoopSchedul
         FolderCloudDatabase::Place{address.substr(address.find(':') + 1), folder / "cloud-device"});
 }
 
-// What one run of the program stands on.
+// One run of the program with everything it uses.
 struct Run {
     Run(LoopScheduler& loop, const std::filesystem::path& folder, const std::string& address,
         double skew, std::uint64_t seed)
@@ -102,7 +101,7 @@ struct Run {
     FakeDesktop desktop;
     SlowFiles files;
     PosixJournalFiles journals;
-    // They end in the order in which they hand on what is to be told.
+    // Destroyed in the order in which tellWhenKept() uses them.
     SerialExecutor cloudDisk{"cloud"}, syncDisk{"sync"}, preferencesDisk{"preferences"},
         historyDisk{"history"};
     PropertyListPreferences preferences;
@@ -164,12 +163,12 @@ public:
         }
     }
 
-    // After each turn.
+    // Called after each turn.
     void look() {
         if (!run_) return;
         for (const auto& edit : waiting_.takenIn(run_->program)) tellWhenKept(edit);
         if (!inRound_ || sync().working()) return;
-        // A pass may end while the stores are still being read, or written.
+        // A pass may end while the stores are still being read or written.
         const bool isApplied = !run_->program.history->isLoading() && sync().archive() &&
                                sync().archive()->ledger().differences().empty();
         if (isApplied && sync().lastSynced() != lastSynced_ && sync().pendingCount() == 0 &&
@@ -178,7 +177,7 @@ public:
             say("round");
         }
     }
-    // Now and then: what was asked for may have come at a bad moment.
+    // Called now and then, since the last request may have come at a bad moment.
     void tryAgain() {
         if (!run_ || !inRound_) return;
         sync().syncNow();
@@ -202,7 +201,7 @@ private:
         for (const auto& one : edits) waiting_.add(one, run_->program);
     }
 
-    // The ledger has it, and all that has been asked of the disks until now.
+    // Reports an edit in the ledger once all writes requested so far are on the disk.
     void tellWhenKept(const SyncEdit& edit) {
         auto& run = *run_;
         if (run.program.history->persistenceError() || run.preferences.persistenceError()) return;
