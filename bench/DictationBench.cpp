@@ -136,6 +136,7 @@ public:
                                       environment.workspace,
                                       environment.pasteboard,
                                       *input_,
+                                      environment.recordings,
                                       environment.soundOutput,
                                       environment.permissions,
                                       localKeys_,
@@ -145,8 +146,7 @@ public:
                                       history_,
                                       corrections_,
                                       [this]() -> SyncControl& { return sync_; },
-                                      "https://speech.example",
-                                      environment.recordings};
+                                      "https://speech.example"};
         editor_.emplace(test::mousepad(folder_.write("note.txt", "")));
         playTone();
         model_ = std::make_unique<AppModel>(std::move(watched));
@@ -195,7 +195,7 @@ private:
         const auto tick = scheduler_.every(1ms, [] {});
         if (!scheduler_.runUntil(condition, 30s)) {
             std::fprintf(stderr, "the desktop did not answer; %s; the field holds \"%s\"\n",
-                         model_ ? model_->message().c_str() : "no controller",
+                         model_ ? model_->message().english().c_str() : "no controller",
                          field_ ? reader_.value(*field_).value_or("(unreadable)").c_str() : "");
             std::exit(1);
         }

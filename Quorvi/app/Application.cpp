@@ -166,7 +166,8 @@ private:
     Task<void> keepKey(std::string apiKey) {
         auto saving = model_->saveKey(std::move(apiKey));
         if (!co_await saving)
-            std::fprintf(stderr, "quorvi: QUORVI_API_KEY: %s\n", model_->keyMessage().c_str());
+            std::fprintf(stderr, "quorvi: QUORVI_API_KEY: %s\n",
+                         model_->keyMessage().english().c_str());
     }
 
     Task<void> leave(std::stop_token stop) {
@@ -183,8 +184,9 @@ private:
 
     void modelChanged() {
         if (!printStages_) return;
-        std::string line(title(model_->stage()));
-        line += " | " + model_->message() + (model_->ready() ? " | ready" : " | not ready");
+        auto line = title(model_->stage()).english();
+        line +=
+            " | " + model_->message().english() + (model_->ready() ? " | ready" : " | not ready");
         if (line == printed_) return;
         printed_ = line;
         std::printf("%s\n", line.c_str());

@@ -8,10 +8,6 @@ namespace quorvi {
 
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr Duration permissionPollInterval = 2s;
-
 // The stored value of an enumeration, `fallback` when it is absent or unknown.
 template <class T, class Parse>
 T stored(const Preferences& preferences, std::string_view key, Parse parse, T fallback) {
@@ -24,38 +20,55 @@ T stored(const Preferences& preferences, std::string_view key, Parse parse, T fa
 
 AppModel::AppModel(Environment environment)
     : environment_(std::move(environment)),
-      hasKey_(environment_.keyStore.hasKey()),
-      recorder_(environment_.audioInput, environment_.disk, environment_.scheduler,
-                environment_.recordings),
-      sounds_(environment_.soundOutput),
+      hotkey_(environment_.scheduler, environment_.tap, environment_.accessibility),
       insertion_({environment_.scheduler, environment_.accessibilityQueries,
                   environment_.accessibility, environment_.workspace, environment_.pasteboard,
                   environment_.poster, environment_.tap}),
-      hotkey_(environment_.scheduler, environment_.tap, environment_.accessibility),
-      client_(environment_.transport, environment_.service),
-      correctionObserver_(
-          environment_.scheduler, environment_.accessibilityQueries,
-          [inspector = FieldInspector(environment_.scheduler, environment_.accessibility,
-                                      environment_.workspace)](const auto& target, bool focused) {
-              return inspector.correctionField(target, focused);
-          },
-          [&workspace = environment_.workspace](pid_t pid) {
-              const auto frontmost = workspace.frontmostApplication();
-              return frontmost && frontmost->pid == pid;
-          }),
-      tasks_(environment_.scheduler) {
+      learning_(environment_.scheduler, environment_.accessibilityQueries,
+                environment_.accessibility, environment_.workspace, environment_.corrections,
+                hotkey_),
+      status_(environment_.scheduler),
+      key_(environment_.keyStore),
+      permissions_({environment_.scheduler, environment_.permissions, environment_.accessibility,
+                    environment_.workspace, hotkey_, key_, status_}),
+      session_(sessionEnvironment()),
+      insertionTest_({environment_.scheduler, session_, insertion_, learning_,
+                      environment_.corrections, hotkey_, permissions_, status_}),
+      shortcutCapture_(environment_.localKeys, hotkey_) {
     environment_.corrections.installTarnelCorrectionsIfNeeded();
     readPreferences();
-    wireCallbacks();
-    recorder_.removeStaleRecordings();
-    refreshPermissions();
-    permissionTimer_ =
-        environment_.scheduler.every(permissionPollInterval, [this] { refreshPermissions(); });
+    connectParts();
+    session_.removeStaleRecordings();
+    permissions_.start();
     sleepObserver_ = environment_.workspace.onWillSleep([this] { cancel(); });
-    wakeObserver_ = environment_.workspace.onDidWake([this] {
-        hotkey_.stop();
-        refreshPermissions();
-    });
+}
+
+DictationSession::Environment AppModel::sessionEnvironment() {
+    auto& e = environment_;
+    return {.scheduler = e.scheduler,
+            .disk = e.disk,
+            .audioInput = e.audioInput,
+            .recordings = e.recordings,
+            .soundOutput = e.soundOutput,
+            .transport = e.transport,
+            .service = e.service,
+            .keyStore = e.keyStore,
+            .history = e.history,
+            .corrections = e.corrections,
+            .hotkey = hotkey_,
+            .insertion = insertion_,
+            .learning = learning_,
+            .permissions = permissions_,
+            .status = status_,
+            .options =
+                [this] {
+                    return TranscriptionOptions{DictationLanguage::automatic, transcriptionModel_,
+                                                vocabulary_};
+                },
+            .soundStyle =
+                [this](RecordingCue cue) {
+                    return soundCuesEnabled_ ? soundStyle(cue) : RecordingSoundStyle::silent;
+                }};
 }
 
 AppModel::~AppModel() {
@@ -85,27 +98,34 @@ void AppModel::readPreferences() {
         stored(preferences, preferenceKey::mode, dictationModeFromRawValue, DictationMode::hold));
 }
 
-void AppModel::wireCallbacks() {
-    environment_.corrections.onLearningChanged = [this] { correctionObserver_.stop(false); };
+void AppModel::connectParts() {
+    status_.onChange = key_.onChange = permissions_.onChange = session_.onChange =
+        shortcutCapture_.onChange = [this] { changed(); };
+    status_.onShowOverlay = [this] {
+        if (showOverlay) showOverlay();
+    };
+    status_.onHideOverlay = [this] {
+        if (hideOverlay) hideOverlay();
+    };
+    permissions_.onRefresh = [this] { session_.permissionsRefreshed(); };
+    session_.onCancel = [this] { insertionTest_.cancel(); };
+    shortcutCapture_.onChosen = [this](Hotkey shortcut) { setShortcut(std::move(shortcut)); };
+    shortcutCapture_.onRefused = [this] { status_.say(say::unsuitableShortcut()); };
+    hotkey_.onTransition = [this](bool down) { shortcutTransition(down); };
+    hotkey_.onCancel = [this] { cancel(); };
+    hotkey_.onInterruption = [this] { session_.keyboardInterrupted(); };
+    environment_.corrections.onLearningChanged = [this] { learning_.abandonWatch(); };
     environment_.corrections.onLearned = [this](const TextCorrection& rule) {
         correctionLearned(rule);
     };
-    hotkey_.onTransition = [this](bool down) { shortcutTransition(down); };
-    hotkey_.onCancel = [this] { cancel(); };
-    hotkey_.onInterruption = [this] {
-        if (!isActive(stage_) && !starting_) return;
-        cancel();
-        fail("Keyboard access was interrupted. Try your shortcut again.");
-    };
-    recorder_.onRecordingChanged = [this](bool began) {
-        const auto cue = began ? RecordingCue::start : RecordingCue::stop;
-        sounds_.play(cue, soundCuesEnabled_, soundStyle(cue));
-    };
-    recorder_.onFailure = [this](const std::string& message) {
-        if (stage_ != DictationStage::recording) return;
-        cancel();
-        fail(message);
-    };
+}
+
+void AppModel::shortcutTransition(bool down) {
+    if (shortcutCapture_.isOn()) return;
+    if (!insertionTest_.isArmed())
+        session_.shortcutChanged(down);
+    else if (down)
+        insertionTest_.run();
 }
 
 void AppModel::setMode(DictationMode mode) {
@@ -155,103 +175,21 @@ void AppModel::setSoundCuesEnabled(bool enabled) {
     set(soundCuesEnabled_, enabled);
 }
 
-void AppModel::refreshKey() {
-    // The key store is left alone during a dictation.
-    if (!isActive(stage_)) set(hasKey_, environment_.keyStore.hasKey());
-}
-
-void AppModel::refreshPermissions() {
-    if (shutDown_) return;
-    refreshKey();
-    set(microphoneAllowed_,
-        environment_.permissions.microphone() == MicrophoneAuthorization::authorized);
-    set(accessibilityAllowed_, environment_.accessibility.isTrusted());
-    if (accessibilityAllowed_) {
-        set(keyboardReady_, hotkey_.start());
-    } else {
-        hotkey_.stop();
-        set(keyboardReady_, false);
-    }
-    if (stage_ == DictationStage::recording && !(microphoneAllowed_ && accessibilityAllowed_)) {
-        cancel();
-        fail("A required permission changed. Check Settings before dictating again.");
-    }
-}
-
-void AppModel::requestMicrophone() {
-    if (environment_.permissions.microphone() == MicrophoneAuthorization::notDetermined)
-        environment_.permissions.requestMicrophone([this] { refreshPermissions(); });
-    else
-        environment_.permissions.openPrivacyPane(PrivacyPane::microphone);
-}
-
-void AppModel::requestAccessibility() {
-    environment_.accessibility.requestTrust();
-    environment_.permissions.openPrivacyPane(PrivacyPane::accessibility);
-}
-
-void AppModel::openPrivacy(PrivacyPane pane) {
-    environment_.permissions.openPrivacyPane(pane);
-}
-
-Task<bool> AppModel::saveKey(std::string key) {
-    auto saving = environment_.keyStore.save(std::move(key));
-    try {
-        co_await saving;
-    } catch (const std::exception& error) {
-        set(keyMessage_, std::string(error.what()));
-        co_return false;
-    }
-    hasKey_ = true;
-    keyMessage_ = "Saved in macOS Keychain.";
-    changed();
-    co_return true;
-}
-
-Task<void> AppModel::removeKey() {
-    auto removing = environment_.keyStore.remove();
-    try {
-        co_await removing;
-    } catch (const std::exception& error) {
-        set(keyMessage_, std::string(error.what()));
-        co_return;
-    }
-    hasKey_ = false;
-    keyMessage_ = "API key removed.";
-    changed();
-}
-
-Task<bool> AppModel::setKeySync(bool on) {
-    auto changing = environment_.keyStore.setSyncEnabled(on);
-    try {
-        co_await changing;
-    } catch (const std::exception& error) {
-        set(keyMessage_, std::string(error.what()));
-        co_return false;
-    }
-    set(keyMessage_,
-        std::string(on ? "API key sync enabled. Turn on iCloud Passwords & Keychain on "
-                         "your other Macs."
-                       : "API key kept on this Mac; iCloud copy removed."));
-    co_return true;
-}
-
-void AppModel::previewSound(RecordingCue cue) {
-    if (!isActive(stage_)) sounds_.play(cue, soundCuesEnabled_, soundStyle(cue));
-}
-
 void AppModel::correctionLearned(const TextCorrection& rule) {
-    if (isActive(stage_) || starting_ || shutDown_) return;
-    if (canCopyFromOverlay_ || stage_ == DictationStage::failure) return;
-    stage_ = DictationStage::learned;
-    message_ = rule.original + " → " + rule.replacement;
-    changed();
-    show();
-    dismissOverlay(4s);
+    if (!session_.canBegin() || status_.offersCopy()) return;
+    if (status_.stage() == DictationStage::failure) return;
+    status_.enter(DictationStage::learned, say::verbatim(rule.original + " → " + rule.replacement));
+    status_.showOverlay(std::chrono::seconds(4));
 }
 
-void AppModel::reportInterruption(const std::string& sentence) {
-    if (!isActive(stage_) && !starting_ && !shutDown_) fail(sentence);
+void AppModel::reportInterruption(Message sentence) {
+    if (session_.canBegin()) session_.fail(std::move(sentence));
+}
+
+void AppModel::beginShortcutCapture() {
+    if (!session_.canBegin()) return;
+    if (insertionTest_.isArmed()) cancel();  // Escape would end the test instead of the choice
+    shortcutCapture_.begin();
 }
 
 void AppModel::resetDictation() {
@@ -259,33 +197,18 @@ void AppModel::resetDictation() {
     endShortcutCapture();
     hotkey_.stop();
     refreshPermissions();
-    set(message_,
-        std::string(ready() ? "Dictation reset. Click a text field and hold your shortcut again."
-                            : "Dictation reset. Check permissions and API key setup in Settings."));
+    status_.say(ready() ? say::dictationReset() : say::dictationResetNotReady());
 }
 
 void AppModel::shutdown() {
-    shutDown_ = true;
+    permissions_.stop();
+    session_.close();
     environment_.accountSync().shutdown();
     cancel();
     endShortcutCapture();
     hotkey_.stop();
-    permissionTimer_.cancel();
     environment_.history.flush();
     sleepObserver_ = {};
-    wakeObserver_ = {};
-}
-
-void AppModel::show() {
-    if (showOverlay) showOverlay();
-}
-
-void AppModel::hide() {
-    if (hideOverlay) hideOverlay();
-}
-
-void AppModel::dismissOverlay(std::chrono::seconds delay) {
-    dismissTimer_ = environment_.scheduler.after(delay, [this] { hide(); });
 }
 
 }  // namespace quorvi

@@ -1,42 +1,33 @@
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "Quorvi/corrections/CorrectionObserver.h"
-#include "Quorvi/corrections/CorrectionStore.h"
-#include "Quorvi/dictation/AudioRecorder.h"
-#include "Quorvi/dictation/DictationStage.h"
+#include "Quorvi/dictation/ApiKey.h"
+#include "Quorvi/dictation/DictationSession.h"
+#include "Quorvi/dictation/DictationStatus.h"
+#include "Quorvi/dictation/InsertionTest.h"
+#include "Quorvi/dictation/PasteLearning.h"
+#include "Quorvi/dictation/Permissions.h"
 #include "Quorvi/dictation/RecordingCue.h"
-#include "Quorvi/dictation/RecordingSounds.h"
 #include "Quorvi/dictation/RecordingTheme.h"
-#include "Quorvi/history/HistoryStore.h"
-#include "Quorvi/input/GlobalHotkey.h"
-#include "Quorvi/insertion/TextInsertion.h"
-#include "Quorvi/platform/KeyStore.h"
-#include "Quorvi/platform/LocalKeyMonitor.h"
+#include "Quorvi/dictation/ShortcutCapture.h"
+#include "Quorvi/dictation/WindowPage.h"
 #include "Quorvi/platform/Preferences.h"
 #include "Quorvi/platform/SyncControl.h"
-#include "Quorvi/platform/SystemPermissions.h"
-#include "Quorvi/transcription/TranscriptionClient.h"
 #include "QuorviCore/async/Observable.h"
-#include "QuorviCore/async/TaskScope.h"
 
 namespace quorvi {
 
-// The single controller of the application. Runs one dictation from the shortcut to the inserted
-// text, and holds all state that the interface shows. Everything in it happens on the main thread;
-// what takes time runs in cancellable tasks, whose results count only while their dictation is
-// still the current one. Lives as long as the process; shutdown() comes before its destruction.
+// The controller of the application, and the only part of the model that the interface sees. Owns
+// the parts that dictate, connects them with each other and with the keyboard, and keeps the
+// settings. Main thread. Lives as long as the process; call shutdown() before destroying it.
 class AppModel {
 public:
-    // Everything the controller stands on; all of it outlives the controller.
+    // Everything that the controller uses; all of it outlives the controller.
     struct Environment {
         Scheduler& scheduler;
         Executor& accessibilityQueries;
@@ -47,6 +38,7 @@ public:
         Workspace& workspace;
         Pasteboard& pasteboard;
         AudioInput& audioInput;
+        RecordingFiles& recordings;
         SoundOutput& soundOutput;
         SystemPermissions& permissions;
         LocalKeyMonitor& localKeys;
@@ -57,7 +49,6 @@ public:
         CorrectionStore& corrections;
         std::function<SyncControl&()> accountSync;  // created on first use
         std::string service;                        // see serviceAddress()
-        std::filesystem::path recordings;           // folder of the recordings in progress
     };
 
     explicit AppModel(Environment environment);
@@ -65,30 +56,30 @@ public:
     AppModel(const AppModel&) = delete;
     AppModel& operator=(const AppModel&) = delete;
 
-    // Told after any change of the state below; observers re-read it.
+    // Called after any change of the state below; observers re-read it.
     [[nodiscard]] Subscription onChange(std::function<void()> observer) {
         return changes_.subscribe(std::move(observer));
     }
 
     // What a dictation is doing.
-    DictationStage stage() const { return stage_; }
-    const std::string& message() const { return message_; }
-    const std::string& lastTranscript() const { return lastTranscript_; }
-    bool canCopyFromOverlay() const { return canCopyFromOverlay_; }
-    double elapsed() const { return elapsed_; }  // seconds
-    double level() const { return level_; }      // 0 to 1
+    DictationStage stage() const { return status_.stage(); }
+    const Message& message() const { return status_.message(); }
+    // The message is that of the start: nothing has happened yet.
+    bool hasNoNews() const { return message().is(Sentence::clickATextField); }
+    const std::string& lastTranscript() const { return session_.lastTranscript(); }
+    bool canCopyFromOverlay() const { return status_.offersCopy(); }
+    double elapsed() const { return session_.elapsed(); }  // seconds
+    double level() const { return session_.level(); }      // 0 to 1
 
     // What the program may do.
-    bool hasKey() const { return hasKey_; }
-    bool microphoneAllowed() const { return microphoneAllowed_; }
-    bool accessibilityAllowed() const { return accessibilityAllowed_; }
-    bool keyboardReady() const { return keyboardReady_; }
-    bool ready() const {
-        return hasKey_ && microphoneAllowed_ && accessibilityAllowed_ && keyboardReady_;
-    }
-    const std::string& keyMessage() const { return keyMessage_; }
-    int selectedPage() const { return selectedPage_; }
-    void setSelectedPage(int page) { set(selectedPage_, page); }
+    bool hasKey() const { return key_.isThere(); }
+    bool microphoneAllowed() const { return permissions_.microphone(); }
+    bool accessibilityAllowed() const { return permissions_.accessibility(); }
+    bool keyboardReady() const { return permissions_.keyboard(); }
+    bool ready() const { return permissions_.ready(); }
+    const Message& keyMessage() const { return key_.message(); }
+    WindowPage selectedPage() const { return selectedPage_; }
+    void setSelectedPage(WindowPage page) { set(selectedPage_, page); }
 
     // Preferences; each is stored when it changes.
     DictationMode mode() const { return hotkey_.mode(); }
@@ -119,49 +110,50 @@ public:
     void applySyncSettings(const SyncSettings& settings);
 
     // One dictation. start() and finish() do nothing at the wrong time.
-    void start();
-    void finish();
-    void cancel();
-    void fail(const std::string& message);
-    // Shows what became of a dictation that a crash interrupted, unless there is a new one.
-    void reportInterruption(const std::string& sentence);
-    void copyTranscript();
-    void clearTranscript() { set(lastTranscript_, std::string()); }
-    void dismissOverlay(std::chrono::seconds delay);
+    void start() { session_.start(); }
+    void finish() { session_.finish(); }
+    void cancel() { session_.cancel(); }
+    // Shows what happened to a dictation that a crash interrupted, unless there is a new one.
+    void reportInterruption(Message sentence);
+    void copyTranscript() { session_.copyTranscript(); }
+    void clearTranscript() { session_.clearTranscript(); }
     // Recovers from a stuck state.
     void resetDictation();
 
-    // Re-reads what the program may do and keeps the keyboard monitor running; also done every two
+    // Looks at what the program may do, and keeps the keyboard monitor running; also done every two
     // seconds.
-    void refreshPermissions();
-    void requestMicrophone();
-    void requestAccessibility();
+    void refreshPermissions() { permissions_.refresh(); }
+    void requestMicrophone() { permissions_.requestMicrophone(); }
+    void requestAccessibility() { permissions_.requestAccessibility(); }
     // Opens the desktop's own settings at, or near, a subject.
-    void openPrivacy(PrivacyPane pane);
+    void openPrivacy(PrivacyPane pane) { environment_.permissions.openPrivacyPane(pane); }
 
-    // Stores or deletes the API key, or its copy for the user's other machines; the outcome is in
-    // keyMessage(). True when it was done.
-    Task<bool> saveKey(std::string key);
-    Task<void> removeKey();
-    Task<bool> setKeySync(bool on);
+    // Store or delete the API key, or its copy for the user's other machines. keyMessage() then
+    // says how that went; those with a result return whether they succeeded.
+    Task<bool> saveKey(std::string key) { return key_.save(std::move(key)); }
+    Task<void> removeKey() { return key_.remove(); }
+    Task<bool> setKeySync(bool on) { return key_.setSync(on); }
 
-    void previewSound(RecordingCue cue);
+    void previewSound(RecordingCue cue) { session_.previewSound(cue); }
 
-    // Pastes a sample sentence into the field that the user chooses within ten seconds, at once
-    // when the shortcut is pressed; with `learning`, one to try the learning of corrections on.
-    void armInsertionTest(bool learning = false);
-    bool insertionTestArmed() const { return insertionTestArmed_; }
+    // Pastes a sample sentence into the field that the user chooses within ten seconds, or at once
+    // when the shortcut is pressed.
+    using Sample = InsertionTest::Sample;
+    void armInsertionTest(Sample sample = Sample::plain) { insertionTest_.arm(sample); }
+    bool insertionTestArmed() const { return insertionTest_.isArmed(); }
 
-    // From the beginning to the end, the next suitable key press in a window of this program
-    // becomes the shortcut. Escape ends it without a change.
+    // Lets the user choose a shortcut, see ShortcutCapture. Not during a dictation.
     void beginShortcutCapture();
-    void endShortcutCapture();
-    bool isChoosingShortcut() const { return isChoosingShortcut_; }
+    void endShortcutCapture() { shortcutCapture_.end(); }
+    bool isChoosingShortcut() const { return shortcutCapture_.isOn(); }
+    bool hasRefusedShortcut() const { return shortcutCapture_.hasRefused(); }
 
-    // Stops everything before the program quits. What still gives the clipboard back or learns
-    // from the last edit is done once isIdle() holds.
+    // Stops everything before the program quits. Tasks that give the clipboard back or learn from
+    // the last edit have ended once isIdle() returns true.
     void shutdown();
-    bool isIdle() const { return tasks_.isEmpty() && correctionObserver_.isIdle(); }
+    bool isIdle() const {
+        return session_.isIdle() && insertionTest_.isIdle() && learning_.isIdle();
+    }
 
     // Installed by the application's shell.
     std::function<void()> showOverlay;
@@ -170,53 +162,15 @@ public:
     GlobalHotkey& hotkey() { return hotkey_; }
 
 private:
-    using SessionID = std::uint64_t;
-
-    // What one dictation carries from its recording to the inserted text.
-    struct Dictation {
-        SessionID session;
-        InsertionTarget target;
-        TranscriptionOptions options;
-        TextCorrections rules;
-        double duration = 0;  // seconds
-    };
-    struct Recognition {
-        std::string text;
-        std::vector<TextCorrection> appliedRules;
-    };
-
     struct SyncedSetting;
 
     void readPreferences();
     static const std::vector<SyncedSetting>& syncedSettings();
     void receiveVocabulary(const std::string& text);
-    void wireCallbacks();
+    DictationSession::Environment sessionEnvironment();
+    void connectParts();
     void shortcutTransition(bool down);
-    Task<void> begin(SessionID session, std::stop_token stop);
-    void recordingBegan(InsertionTarget target);
-    void meterTick();
-    Task<void> process(Dictation dictation, std::stop_token stop);
-    Task<std::string> transcribe(Dictation dictation, std::stop_token stop);
-    Recognition correct(const Dictation& dictation, const std::string& transcript);
-    Task<void> insert(Dictation dictation, Recognition recognition,
-                      TranscriptClipboard::Copy clipboard, std::stop_token stop);
-    TextInsertion::Request insertionRequest(const Dictation& dictation,
-                                            std::vector<TextCorrection> appliedRules,
-                                            const std::stop_token& stop);
-    void pasteSent(const Dictation& dictation, bool verified);
-    Task<void> offerManualPaste(std::string text, SessionID session, std::stop_token stop);
-    Task<void> copyForUser(std::stop_token stop);
     void correctionLearned(const TextCorrection& rule);
-    Task<void> countDown(std::stop_token stop);
-    void runInsertionTest();
-    Task<void> insertSample(SessionID session, std::stop_token stop);
-    bool captureShortcut(const LocalKeyEvent& event);
-    void refreshKey();
-    void show();
-    void hide();
-    bool isCurrent(SessionID session, const std::stop_token& stop) const {
-        return session == sessionID_ && !stop.stop_requested();
-    }
     void changed() { changes_.notify(); }
     template <class T>
     void set(T& field, T value) {
@@ -228,22 +182,7 @@ private:
     Environment environment_;
     Observable changes_;
 
-    DictationStage stage_ = DictationStage::idle;
-    std::string message_ = "Click a text field in any app, then use your shortcut.";
-    std::string lastTranscript_;
-    std::string keyMessage_;
-    bool canCopyFromOverlay_ = false;
-    bool insertionTestArmed_ = false;
-    bool insertionTestLearning_ = false;
-    bool isChoosingShortcut_ = false;
-    int selectedPage_ = 0;
-    double elapsed_ = 0;
-    double level_ = 0;
-    bool hasKey_ = false;
-    bool microphoneAllowed_ = false;
-    bool accessibilityAllowed_ = false;
-    bool keyboardReady_ = false;
-
+    WindowPage selectedPage_ = WindowPage::dictation;
     RecordingTheme recordingTheme_ = RecordingTheme::glass;
     RecordingSoundStyle startSoundStyle_ = RecordingSoundStyle::classic;
     RecordingSoundStyle stopSoundStyle_ = RecordingSoundStyle::classic;
@@ -251,31 +190,16 @@ private:
     TranscriptionModel transcriptionModel_ = TranscriptionModel::transcribe;
     std::string vocabulary_;
 
-    AudioRecorder recorder_;
-    RecordingSounds sounds_;
-    TextInsertion insertion_;
     GlobalHotkey hotkey_;
-    TranscriptionClient client_;
-    CorrectionObserver correctionObserver_;
-
-    SessionID sessionID_ = 0;  // replaced at every start and cancel
-    // The destination is being captured and the microphone opened; the stage is not yet recording.
-    bool starting_ = false;
-    bool shutDown_ = false;
-    std::optional<InsertionTarget> target_;
-    double cueMeterIgnoreUntil_ = 0;  // seconds of recording
-    int audibleFrames_ = 0;
-    Timer meterTimer_;
-    Timer permissionTimer_;
-    Timer dismissTimer_;
-    TaskHandle startTask_;
-    TaskHandle uploadTask_;
-    TaskHandle insertionTestTask_;  // the countdown
-    StandaloneModifierCapture modifierCapture_;
-    Subscription shortcutMonitor_;
+    TextInsertion insertion_;
+    PasteLearning learning_;
+    DictationStatus status_;
+    ApiKey key_;
+    Permissions permissions_;
+    DictationSession session_;
+    InsertionTest insertionTest_;
+    ShortcutCapture shortcutCapture_;
     Subscription sleepObserver_;
-    Subscription wakeObserver_;
-    TaskScope tasks_;  // last: tasks end before what they use
 };
 
 }  // namespace quorvi

@@ -1,12 +1,9 @@
 #include "Quorvi/dictation/AudioRecorder.h"
 
-#include <system_error>
 #include <utility>
 
-#include "Quorvi/dictation/RecordingFolder.h"
 #include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/identity/Uuid.h"
 
 namespace quorvi {
 
@@ -20,41 +17,42 @@ struct ForwardStop {
 };
 
 QuorviError noRecording() {
-    return QuorviError::message("No recording is available.");
+    return QuorviError::message(say::noRecording());
 }
 
 }  // namespace
 
 // One recording from start() to its deletion. The recorder and the task that works on the recording
-// share it; when the last of them lets go, the capture ends and the file is gone. It has a name
-// only while it begins: the file exists before record() completes or not at all, so a deletion
-// queued after that can't miss it.
+// share it; when the last of them releases it, the capture ends and the file is deleted. The file
+// has a name only while the recording begins. It is created before record() completes or never, so
+// a deletion queued after that can't miss it.
 struct AudioRecorder::Recording {
     enum class Phase { starting, capturing, stopped, finishing };
 
-    Recording(AudioRecorder& recorder, std::filesystem::path path)
-        : owner(&recorder), disk(recorder.disk_), file(std::move(path)) {}
+    explicit Recording(AudioRecorder& recorder)
+        : owner(&recorder),
+          disk(recorder.disk_),
+          files(recorder.files_),
+          file(recorder.files_.newFile()) {}
     Recording(const Recording&) = delete;
     Recording& operator=(const Recording&) = delete;
     ~Recording() {
         capture.reset();
-        disk.run([path = std::move(file)] {
-            std::error_code ignored;
-            std::filesystem::remove(path, ignored);
-        });
+        disk.run([&files = files, path = std::move(file)] { files.remove(path); });
     }
 
     AudioRecorder* owner;  // null once the recorder has given this recording up
     Executor& disk;
+    RecordingFiles& files;
     std::filesystem::path file;
-    std::shared_ptr<const Descriptor> content;
+    std::shared_ptr<const OpenRecording> content;
     std::unique_ptr<AudioCapture> capture;
     Phase phase = Phase::starting;
     std::stop_source giveUp;  // ends the start() or finish() under way
 };
 
-// Gives the recording up when a task ends early, be it by an exception or because its frame was
-// destroyed where it waited.
+// Gives the recording up when a task ends early: by an exception, or because its frame is destroyed
+// while it waits.
 class AudioRecorder::Guard {
 public:
     explicit Guard(std::shared_ptr<Recording> recording) : recording_(std::move(recording)) {}
@@ -69,9 +67,9 @@ private:
     std::shared_ptr<Recording> recording_;
 };
 
-AudioRecorder::AudioRecorder(AudioInput& input, Executor& disk, Scheduler& scheduler,
-                             std::filesystem::path folder)
-    : input_(input), disk_(disk), scheduler_(scheduler), folder_(std::move(folder)) {}
+AudioRecorder::AudioRecorder(AudioInput& input, RecordingFiles& files, Executor& disk,
+                             Scheduler& scheduler)
+    : input_(input), files_(files), disk_(disk), scheduler_(scheduler) {}
 
 AudioRecorder::~AudioRecorder() {
     onRecordingChanged = nullptr;
@@ -81,14 +79,14 @@ AudioRecorder::~AudioRecorder() {
 Task<void> AudioRecorder::start(std::stop_token stop) {
     discard();
     throwIfStopped(stop);
-    const auto recording = std::make_shared<Recording>(*this, folder_ / (newUuid() + ".m4a"));
+    const auto recording = std::make_shared<Recording>(*this);
     recording_ = recording;
     Guard guard(recording);
     const std::stop_callback forward(std::move(stop), ForwardStop{recording->giveUp});
     const auto giveUp = recording->giveUp.get_token();
 
     auto folder = inBackground(
-        disk_, scheduler_, [path = folder_] { recordings::prepareFolder(path); }, giveUp);
+        disk_, scheduler_, [&files = files_] { files.prepare(); }, giveUp);
     co_await folder;
     throwIfStopped(giveUp);
     recording->capture = input_.makeCapture();
@@ -97,7 +95,8 @@ Task<void> AudioRecorder::start(std::stop_token stop) {
     co_await running;
     throwIfStopped(giveUp);
     auto takingOut = inBackground(
-        disk_, scheduler_, [path = recording->file] { return recordings::takeOut(path); }, giveUp);
+        disk_, scheduler_,
+        [&files = files_, path = recording->file] { return files.takeOut(path); }, giveUp);
     recording->content = co_await takingOut;
     throwIfStopped(giveUp);
 
@@ -121,7 +120,7 @@ Task<Bytes> AudioRecorder::finish(std::stop_token stop) {
     co_await whole;
     throwIfStopped(giveUp);
     auto content = inBackground(
-        disk_, scheduler_, [file = recording->content] { return recordings::read(*file); }, giveUp);
+        disk_, scheduler_, [file = recording->content] { return file->read(); }, giveUp);
     Bytes bytes = co_await content;
     throwIfStopped(giveUp);
     co_return bytes;
@@ -142,7 +141,7 @@ void AudioRecorder::discard() {
     const auto recording = recording_;
     if (!recording) return;
     stopCapture();
-    // Whoever was told of the stop may have begun another recording.
+    // onRecordingChanged may have begun another recording.
     if (recording_ == recording) recording_.reset();
     recording->owner = nullptr;
     if (recording->capture) recording->capture->onEnded = nullptr;
@@ -162,14 +161,13 @@ void AudioRecorder::prepare() {
 }
 
 void AudioRecorder::removeStaleRecordings() {
-    disk_.run([folder = folder_] { recordings::removeAll(folder); });
+    disk_.run([&files = files_] { files.removeLeftOver(); });
 }
 
 void AudioRecorder::captureEnded(CaptureEnd end) {
     if (const auto told = onFailure)
-        told(end == CaptureEnd::encodingError
-                 ? "Recording stopped unexpectedly. Check your microphone and try again."
-                 : "Recording stopped unexpectedly. Please try again.");
+        told(end == CaptureEnd::encodingError ? say::recordingStoppedCheckMicrophone()
+                                              : say::recordingStopped());
 }
 
 }  // namespace quorvi

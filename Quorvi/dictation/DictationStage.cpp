@@ -2,26 +2,26 @@
 
 namespace quorvi {
 
-std::string_view title(DictationStage stage) {
+Message title(DictationStage stage) {
     switch (stage) {
         case DictationStage::idle:
-            return "Ready when you are";
+            return say::stageIdle();
         case DictationStage::recording:
-            return "Listening…";
+            return say::stageRecording();
         case DictationStage::transcribing:
-            return "Transcribing…";
+            return say::stageTranscribing();
         case DictationStage::inserting:
-            return "Inserting…";
+            return say::stageInserting();
         case DictationStage::success:
-            return "Done";
+            return say::stageDone();
         case DictationStage::clipboard:
-            return "Ready to paste";
+            return say::stageReadyToPaste();
         case DictationStage::failure:
-            return "Needs attention";
+            return say::stageFailed();
         case DictationStage::learned:
-            return "Correction saved";
+            return say::stageLearned();
     }
-    return "";
+    return {};
 }
 
 }  // namespace quorvi

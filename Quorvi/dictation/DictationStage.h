@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string_view>
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
-// Where a dictation stands. The last four stages and `idle` wait for the user's next action.
+// The stage of a dictation. In the last four and in `idle` the program waits for the user.
 enum class DictationStage {
     idle,
     recording,
@@ -16,7 +16,7 @@ enum class DictationStage {
     learned,
 };
 
-std::string_view title(DictationStage stage);
+Message title(DictationStage stage);
 
 // The program is working and the shortcut does nothing.
 constexpr bool isBusy(DictationStage stage) {

@@ -6,8 +6,8 @@ namespace {
 constexpr double volume = 0.5;
 }
 
-void RecordingSounds::play(RecordingCue cue, bool enabled, RecordingSoundStyle style) {
-    if (!enabled || style == RecordingSoundStyle::silent) return;
+void RecordingSounds::play(RecordingCue cue, RecordingSoundStyle style) {
+    if (style == RecordingSoundStyle::silent) return;
     if (playing_) playing_->stop();
     playing_ = &clip(cue, style);
     playing_->play(volume);

@@ -9,16 +9,16 @@
 
 namespace quorvi {
 
-// Plays the recording cues at half volume. Each clip is synthesised at its first use and kept, so
-// that later cues sound without delay. Main thread; one instance lives as long as its owner, the
-// dictation controller, and `output` outlives it.
+// Plays the recording cues at half volume. A clip is synthesised when it is first used and kept, so
+// later cues sound without delay. Main thread; owned by the dictation's session. `output` outlives
+// it.
 class RecordingSounds {
 public:
     explicit RecordingSounds(SoundOutput& output) : output_(output) {}
 
-    // Replaces the cue that is sounding. Does nothing when sounds are off or the style is silent;
-    // a cue that is sounding then goes on.
-    void play(RecordingCue cue, bool enabled, RecordingSoundStyle style);
+    // Replaces the cue that is sounding. Does nothing for a silent style; the cue that is sounding
+    // then goes on.
+    void play(RecordingCue cue, RecordingSoundStyle style);
 
 private:
     SoundClip& clip(RecordingCue cue, RecordingSoundStyle style);

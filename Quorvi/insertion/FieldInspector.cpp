@@ -42,18 +42,16 @@ std::optional<T> valueAs(std::optional<AXValue> value) {
     return std::nullopt;
 }
 
-[[noreturn]] void refuse(const char* sentence) {
-    throw QuorviError::message(sentence);
+[[noreturn]] void refuse(Message sentence) {
+    throw QuorviError::message(std::move(sentence));
 }
 
 }  // namespace
 
 InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
-    if (!accessibility_.isTrusted())
-        refuse("Enable Accessibility in Quorvi Settings to insert text.");
+    if (!accessibility_.isTrusted()) refuse(say::insertionNeedsAccessibility());
     const auto frontmost = workspace_.frontmostApplication();
-    if (!frontmost)
-        refuse("Click the text field you want to dictate into, then use your shortcut.");
+    if (!frontmost) refuse(say::clickFieldFirst());
 
     const auto application = accessibility_.applicationElement(frontmost->pid);
     accessibility_.setAttribute(application, "AXManualAccessibility", true, applicationTimeout);
@@ -61,16 +59,15 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
     auto element = focusedElement(frontmost->pid);
     std::optional<Utf16Range> selected;
     if (element) {
-        if (isSecure(*element, applicationTimeout))
-            refuse("Select a regular text field to dictate.");
+        if (isSecure(*element, applicationTimeout)) refuse(say::selectRegularField());
         selected = selection(*element, applicationTimeout);
         if (!selected && !isTextRole(role(*element, applicationTimeout))) element.reset();
     }
-    if (!element && frontmost->pid == workspace_.ownPid())
-        refuse("Click a text field in your writing app first. Quorvi can stay in the menu bar.");
+    if (!element && frontmost->pid == workspace_.ownPid()) refuse(say::clickFieldInWritingApp());
 
     return {.pid = frontmost->pid,
-            .appName = frontmost->name.empty() ? "your app" : frontmost->name,
+            .appName =
+                frontmost->name.empty() ? std::string(InsertionTarget::yourApp) : frontmost->name,
             .window = focusedWindow(frontmost->pid),
             .element = std::move(element),
             .selection = selected,
@@ -79,24 +76,19 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
 
 void FieldInspector::validate(const InsertionTarget& target,
                               std::uint64_t currentInputGeneration) const {
-    if (!accessibility_.isTrusted())
-        refuse("Accessibility access changed. Your transcript is ready to copy in Quorvi.");
+    if (!accessibility_.isTrusted()) refuse(say::accessibilityChanged());
     const auto frontmost = workspace_.frontmostApplication();
     if (!frontmost || frontmost->pid != target.pid ||
         currentInputGeneration != target.inputGeneration)
-        refuse(
-            "The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
-    if (target.window && focusedWindow(target.pid) != target.window)
-        refuse("The active window changed. Your transcript is ready to copy in Quorvi.");
+        refuse(say::destinationChanged());
+    if (target.window && focusedWindow(target.pid) != target.window) refuse(say::windowChanged());
 
     const auto element = focusedElement(target.pid);
-    if (element && isSecure(*element, applicationTimeout))
-        refuse("Select a regular text field. Your transcript is ready to copy in Quorvi.");
+    if (element && isSecure(*element, applicationTimeout)) refuse(say::notARegularField());
     if (!target.element) return;
-    if (element != target.element)
-        refuse("The focused field changed. Your transcript is ready to copy in Quorvi.");
+    if (element != target.element) refuse(say::fieldChanged());
     if (target.selection && selection(*element, applicationTimeout) != target.selection)
-        refuse("The text cursor moved. Your transcript is ready to copy in Quorvi.");
+        refuse(say::cursorMoved());
 }
 
 std::optional<std::string> FieldInspector::correctionField(const InsertionTarget& target,

@@ -4,20 +4,31 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "Quorvi/platform/Accessibility.h"
+#include "QuorviCore/messages/Message.h"
 #include "QuorviCore/text/Utf16Range.h"
 
 namespace quorvi {
 
-// Where the text of a dictation is to go, as captured when it started. Immutable afterwards.
+// The field that receives the text of a dictation, captured when the dictation starts. Immutable
+// afterwards.
 struct InsertionTarget {
     pid_t pid = 0;
-    std::string appName;                  // for messages: the display name, or "your app"
+    std::string appName;                  // the display name, or that of yourApp
     std::optional<AXElement> window;      // the application's focused window
     std::optional<AXElement> element;     // the focused text element, if one was found
     std::optional<Utf16Range> selection;  // in the element
     std::uint64_t inputGeneration = 0;    // the keyboard monitor's counter at capture
+
+    static constexpr std::string_view yourApp = sentences::english(Sentence::yourApp);
+
+    // The application as a sentence names it.
+    Message::Argument app() const {
+        if (appName == yourApp) return Sentence::yourApp;
+        return appName;
+    }
 };
 
 }  // namespace quorvi

@@ -11,9 +11,7 @@ bool PasteKeyboard::physicalModifiersArePressed(const std::function<bool(KeyCode
 }
 
 std::array<TapEvent, 4> PasteKeyboard::pasteEvents(const KeyEventPoster& poster) {
-    if (!poster.isAvailable())
-        throw QuorviError::message(
-            "Could not send Paste. Your transcript is ready to copy in Quorvi.");
+    if (!poster.isAvailable()) throw QuorviError::message(say::couldNotPaste());
     constexpr auto command = modifierFlag::command;
     constexpr auto marker = quorviPasteEventMarker;
     return {{

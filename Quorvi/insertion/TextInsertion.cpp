@@ -93,9 +93,7 @@ Task<std::optional<CorrectionContext>> TextInsertion::insert(std::string text,
     co_await released;
     auto firstCheck = validate(paste, stop);
     co_await firstCheck;
-    if (modifiersArePressed())
-        throw QuorviError::message(
-            "A modifier key is still held. Release it and copy the transcript from Quorvi.");
+    if (modifiersArePressed()) throw QuorviError::message(say::modifierHeld());
     auto before = readBefore(paste, stop);
     co_await before;
 
@@ -132,17 +130,13 @@ void TextInsertion::refuseChangedInput(const Paste& paste) const {
     const auto frontmost = environment_.workspace.frontmostApplication();
     if (paste.request.currentInputGeneration() != paste.target.inputGeneration || !frontmost ||
         frontmost->pid != paste.target.pid)
-        throw QuorviError::message(
-            "The destination changed while dictating. Your transcript is ready to copy in Quorvi.");
+        throw QuorviError::message(say::destinationChanged());
 }
 
 // The last look before the keystroke; costs nothing and waits for nothing.
 void TextInsertion::refuseLateChanges(const Paste& paste) const {
     refuseChangedInput(paste);
-    if (modifiersArePressed())
-        throw QuorviError::message(
-            "Release your modifier keys before inserting. Your transcript is ready to copy in "
-            "Quorvi.");
+    if (modifiersArePressed()) throw QuorviError::message(say::releaseModifiers());
 }
 
 Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {

@@ -49,9 +49,7 @@ Task<void> TranscriptClipboard::installTemporary(std::string text, Copy backup,
             auto writingBack = pasteboard_.write(backup.items.value_or(Items{}));
             co_await writingBack;
         }
-        if (isSame || tries == mostCopies)
-            throw QuorviError::message(
-                "The clipboard is unavailable. Your transcript is ready to copy in Quorvi.");
+        if (isSame || tries == mostCopies) throw QuorviError::message(say::clipboardUnavailable());
         auto again = snapshot(std::nullopt, stop);
         backup = co_await again;
     }

@@ -58,8 +58,8 @@ BusService::~BusService() {
 }
 
 QVariantList BusService::status() const {
-    return {latin(word(model_.stage())), QString::fromUtf8(title(model_.stage()).data()),
-            QString::fromStdString(model_.message()), model_.ready()};
+    return {latin(word(model_.stage())), QString::fromStdString(title(model_.stage()).english()),
+            QString::fromStdString(model_.message().english()), model_.ready()};
 }
 
 bool BusService::carryOut(const QString& method) {

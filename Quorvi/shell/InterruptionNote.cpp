@@ -7,7 +7,7 @@
 #include <fstream>
 #include <utility>
 
-#include "Quorvi/platform/Descriptor.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 #include "Quorvi/platform/linux/posix/PrivateFolder.h"
 #include "QuorviCore/async/Async.h"
 
@@ -20,19 +20,6 @@ namespace fs = std::filesystem;
 constexpr std::string_view recordingNote = "recording";
 constexpr std::string_view transcribingNote = "transcribing";
 constexpr std::string_view insertingNote = "inserting ";  // and the record's id
-
-constexpr auto whileRecording =
-    "Quorvi ended unexpectedly during your last dictation. Nothing of it was kept; please dictate "
-    "it "
-    "again.";
-constexpr auto whileTranscribing =
-    "Quorvi ended unexpectedly while your last dictation was transcribed. Its text is not in the "
-    "history; please dictate it again.";
-constexpr auto whileInserting =
-    "Quorvi ended unexpectedly while it inserted your last dictation. Its text is in the history.";
-constexpr auto whileInsertingUnkept =
-    "Quorvi ended unexpectedly while it inserted your last dictation. Its text is not in the "
-    "history; look for it where you were writing.";
 
 // Best effort: errors are ignored. No fsync, since the note need not survive a power failure.
 void write(const fs::path& file, const std::string& line) {
@@ -109,10 +96,12 @@ void InterruptionNote::tell() {
     const auto note = *std::exchange(left_, std::nullopt);
     historyChanges_ = {};
     if (note.starts_with(insertingNote))
-        model_.reportInterruption(
-            isInHistory(note.substr(insertingNote.size())) ? whileInserting : whileInsertingUnkept);
+        model_.reportInterruption(isInHistory(note.substr(insertingNote.size()))
+                                      ? say::interruptedInsertion()
+                                      : say::interruptedInsertionUnkept());
     else
-        model_.reportInterruption(note == transcribingNote ? whileTranscribing : whileRecording);
+        model_.reportInterruption(note == transcribingNote ? say::interruptedTranscription()
+                                                           : say::interruptedRecording());
 }
 
 bool InterruptionNote::isInHistory(const std::string& id) const {

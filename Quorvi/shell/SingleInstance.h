@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Quorvi/platform/Descriptor.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 
 namespace quorvi {
 

@@ -18,13 +18,12 @@ namespace quorvi {
 
 namespace {
 
-// Picks the member "text" out of the outermost object as the parser goes by. Keeping no tree, it
-// needs next to no memory for hostile nesting. The parse ends at the first thing that rules the
-// answer out.
+// Takes the member "text" of the outermost object while parsing. Keeps no tree, so hostile nesting
+// costs no memory. The parse ends at the first token that makes the answer invalid.
 struct TranscriptReader : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TranscriptReader> {
     std::optional<std::string> text;
     std::size_t depth = 0;
-    bool isText = false;  // the value that comes next is the outermost object's "text"
+    bool isText = false;  // the next value is the outermost object's "text"
 
     bool Default() { return depth > 0 && !isText; }
     bool String(const char* s, rapidjson::SizeType length, bool) {
@@ -42,7 +41,7 @@ struct TranscriptReader : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Transc
 };
 
 std::optional<std::string> transcriptIn(const Bytes& body) {
-    // The parser takes a zero byte for the end of its input.
+    // The parser would take a zero byte for the end of its input.
     if (std::find(body.begin(), body.end(), 0) != body.end()) return std::nullopt;
     rapidjson::MemoryStream bytes(reinterpret_cast<const char*>(body.data()), body.size());
     rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> input(bytes);
@@ -54,38 +53,23 @@ std::optional<std::string> transcriptIn(const Bytes& body) {
     return std::move(found.text);
 }
 
-std::string failureSentence(int status) {
-    if (status == 401) return "Your API key was rejected. Replace it in Settings.";
-    if (status == 403 || status == 404) {
-        return "This API project cannot use the selected model. Try GPT-4o Transcribe in Settings.";
-    }
-    if (status == 413) return "The recording is too large. Try a shorter dictation.";
-    if (status == 429) {
-        return "The API is rate limited or has no remaining credit. Check your OpenAI API billing "
-               "and try again.";
-    }
-    if (status >= 500 && status <= 599) {
-        return "The transcription service is temporarily unavailable. Please try again.";
-    }
-    return "Transcription failed (HTTP " + std::to_string(status) +
-           "). Check your model and try again.";
+Message failureSentence(int status) {
+    if (status == 401) return say::apiKeyRejected();
+    if (status == 403 || status == 404) return say::modelNotAvailable();
+    if (status == 413) return say::recordingTooLarge();
+    if (status == 429) return say::rateLimited();
+    if (status >= 500 && status <= 599) return say::serviceUnavailable();
+    return say::transcriptionFailed(status);
 }
 
 std::string transcriptOf(const HttpResponse& response) {
-    if (response.status == 0) {
-        throw QuorviError::message("The transcription service returned no response.");
-    }
-    if (response.status < 200 || response.status > 299) {
+    if (response.status == 0) throw QuorviError::message(say::serviceNoResponse());
+    if (response.status < 200 || response.status > 299)
         throw QuorviError::message(failureSentence(response.status));
-    }
     const auto transcript = transcriptIn(response.body);
-    if (!transcript) {
-        throw QuorviError::message("The transcription service returned an unreadable result.");
-    }
+    if (!transcript) throw QuorviError::message(say::serviceUnreadable());
     const auto trimmed = text::trimmed(*transcript);
-    if (trimmed.empty()) {
-        throw QuorviError::message("No speech was recognized. Try again closer to the microphone.");
-    }
+    if (trimmed.empty()) throw QuorviError::message(say::noSpeechRecognized());
     return std::string(trimmed);
 }
 
@@ -97,13 +81,9 @@ TranscriptionClient::TranscriptionClient(HttpTransport& transport, std::string s
 HttpRequest TranscriptionClient::request(const Bytes& audio, const std::string& apiKey,
                                          const TranscriptionOptions& options,
                                          const std::string& service) {
-    if (text::trimmed(apiKey).empty()) {
-        throw QuorviError::message("Add your OpenAI API key in Settings.");
-    }
-    if (audio.empty() || audio.size() > maximumAudioBytes) {
-        throw QuorviError::message(
-            "This recording is empty or too large. Please record a shorter dictation.");
-    }
+    if (text::trimmed(apiKey).empty()) throw QuorviError::message(say::addApiKey());
+    if (audio.empty() || audio.size() > maximumAudioBytes)
+        throw QuorviError::message(say::recordingEmptyOrTooLarge());
     // Room for everything at once: growing the buffer would copy the audio several times.
     constexpr std::size_t framing = 200;
     const auto fields = options.formFields();
@@ -119,7 +99,7 @@ HttpRequest TranscriptionClient::request(const Bytes& audio, const std::string& 
     HttpRequest request;
     request.method = "POST";
     request.url = service + "/v1/audio/transcriptions";
-    // Put in place, not copied from a list: no second copy of the key is left behind.
+    // Built in place instead of copied from a list, which would leave a second copy of the key.
     request.headers.reserve(2);
     request.headers.emplace_back("Authorization", "Bearer " + apiKey);
     request.headers.emplace_back("Content-Type",

@@ -12,8 +12,8 @@
 
 namespace quorvi {
 
-// Turns one finished recording into text by a single request to the speech-to-text service. Holds
-// no state of a request, so calls are independent. Main thread.
+// Turns a finished recording into text with one request to the speech-to-text service. Holds no
+// state of a request, so calls are independent. Main thread; `transport` outlives the client.
 class TranscriptionClient {
 public:
     static constexpr std::size_t maximumAudioBytes = 23'999'999;
@@ -22,16 +22,16 @@ public:
     // without a trailing slash; see serviceAddress().
     TranscriptionClient(HttpTransport& transport, std::string service);
 
-    // The complete request, or QuorviError when the key or the audio can't be sent.
+    // Returns the complete request. Throws QuorviError when the key or the audio can't be sent.
     static HttpRequest request(const Bytes& audio, const std::string& apiKey,
                                const TranscriptionOptions& options, const std::string& service);
 
-    // The recognised text. Throws QuorviError with the sentence to show, the transport's own error
-    // when no answer came, or Cancelled.
+    // Returns the recognised text. Throws QuorviError with the sentence to show, the transport's
+    // own error when no answer came, or Cancelled.
     Task<std::string> transcribe(Bytes audio, std::string apiKey, TranscriptionOptions options,
                                  std::stop_token stop);
 
-    // Opens the connection while the user is still speaking.
+    // Opens the connection in advance, while the user is still speaking. Returns at once.
     void openConnection();
 
 private:

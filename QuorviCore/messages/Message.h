@@ -103,6 +103,10 @@ public:
 private:
     static Message::Argument argument(std::string words) { return words; }
     static Message::Argument argument(Sentence sentence) { return sentence; }
+    template <std::same_as<Message::Argument> Either>
+    static Message::Argument argument(Either either) {
+        return either;
+    }
     static Message::Argument argument(std::integral auto number) { return std::to_string(number); }
 };
 

@@ -71,8 +71,6 @@ struct Hotkey {
     // refused. `characters` is the key's text without regard to modifiers.
     static std::optional<Hotkey> keyCombination(KeyCode keyCode, std::uint64_t flags,
                                                 const std::optional<std::string>& characters);
-    static constexpr std::string_view keyCombinationRefusal =
-        "Use Left or Right Control, Right Option, a function key, or a shortcut with ⌘, ⌃ or ⌥.";
 
     // The stored form: an object with exactly "keyCode", "modifiers" and "label". Decoding yields
     // nothing when a key is missing or of another type.

@@ -13,6 +13,7 @@
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakeLocalKeyMonitor.h"
+#include "tests/fakes/PrintedMessage.h"
 #include "tests/support/Editors.h"
 #include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"

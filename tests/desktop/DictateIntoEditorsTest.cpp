@@ -30,7 +30,7 @@ TEST_F(Editors, AGtkEditorWithTextAroundTheCaret) {
         return reader.selection(*field) == Utf16Range{15, 0};
     })) << reader.selection(*field)->location;
     dictateInto(field, "Dear 😀 Maria, ", "regards");
-    EXPECT_EQ(model->message(), "Paste sent to Mousepad.");
+    EXPECT_EQ(model->message(), say::pasteSent("Mousepad"));
 }
 
 TEST_F(Editors, AGtk4Editor) {
@@ -88,7 +88,7 @@ TEST_F(Editors, PasswordsAreRefused) {
         model->resetDictation();
         user.press(key::f8);
         ASSERT_TRUE(untilStage(DictationStage::failure)) << model->message();
-        EXPECT_EQ(model->message(), "Select a regular text field to dictate.") << program[0];
+        EXPECT_EQ(model->message(), say::selectRegularField()) << program[0];
         user.release(key::f8);
     }
 }

@@ -15,7 +15,7 @@ protected:
     void expectManualPaste() {
         ASSERT_TRUE(untilDone());
         EXPECT_EQ(model->stage(), DictationStage::clipboard) << model->message();
-        EXPECT_EQ(model->message(), "Text copied — press ⌘V in any text field.");
+        EXPECT_EQ(model->message(), say::textCopied());
         EXPECT_EQ(clipboard(), writtenSentence);
         EXPECT_EQ(history.records().size(), 1u);
     }
@@ -139,14 +139,14 @@ TEST_F(BadDays, TheServiceRefusesTheKeyOrIsGone) {
     record();
     release();
     ASSERT_TRUE(untilDone());
-    EXPECT_EQ(model->message(), "Your API key was rejected. Replace it in Settings.");
+    EXPECT_EQ(model->message(), say::apiKeyRejected());
 
     refusing.end();
     record();
     release();
     ASSERT_TRUE(untilDone());
     EXPECT_EQ(model->stage(), DictationStage::failure);
-    EXPECT_NE(model->message(), "");
+    EXPECT_FALSE(model->message().isEmpty());
     EXPECT_TRUE(history.records().empty());
     EXPECT_EQ(reader.value(*field), "");
 }
@@ -158,9 +158,8 @@ TEST_F(BadDays, TheMicrophoneIsPulledOutAndPutBack) {
     wait(300ms);
     shell("pactl unload-module module-remap-source");
     ASSERT_TRUE(untilStage(DictationStage::failure));
-    EXPECT_TRUE(model->message() == "Recording stopped unexpectedly. Please try again." ||
-                model->message() ==
-                    "A required permission changed. Check Settings before dictating again.")
+    EXPECT_TRUE(model->message().is(Sentence::recordingStopped) ||
+                model->message().is(Sentence::permissionChanged))
         << model->message();
     user.release(key::f8);
     EXPECT_TRUE(until([this] { return !model->microphoneAllowed(); }));
@@ -182,9 +181,7 @@ TEST_F(BadDays, AccessibilityIsSwitchedOffAndOn) {
     EXPECT_TRUE(until([this] { return !model->accessibilityAllowed(); }));
     EXPECT_FALSE(model->keyboardReady());
     model->start();
-    EXPECT_EQ(
-        model->message(),
-        "Open Quorvi from the menu bar, then Settings to finish API key and permission setup.");
+    EXPECT_EQ(model->message(), say::finishSetup());
     desktop_->environment(localKeys, preferences, keyStore, history, corrections)
         .accessibility.requestTrust();
     EXPECT_TRUE(until([this] { return model->ready(); }));

@@ -66,7 +66,7 @@ TEST_F(Controls, EscapeCancelsAndNeverReachesTheEditor) {
     ASSERT_TRUE(untilStage(DictationStage::recording));
     user.tap(key::escape);
     ASSERT_TRUE(untilStage(DictationStage::idle));
-    EXPECT_EQ(model->message(), "Cancelled. Ready for your next dictation.");
+    EXPECT_EQ(model->message(), say::dictationCancelled());
     user.release(key::f8);
     wait(std::chrono::milliseconds(200));
     EXPECT_EQ(clipboard(), "mine");

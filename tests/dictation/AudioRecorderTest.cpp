@@ -1,20 +1,17 @@
 #include "Quorvi/dictation/AudioRecorder.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <deque>
 
 #include "tests/fakes/FakeAudioInput.h"
+#include "tests/fakes/PrintedMessage.h"
 #include "tests/fakes/VirtualScheduler.h"
-#include "tests/support/TestFolder.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {
 namespace {
-
-namespace fs = std::filesystem;
 
 // Takes single turns, so that a test can step in between any two.
 class SteppingScheduler : public VirtualScheduler {
@@ -45,9 +42,9 @@ protected:
     }
 
     void makeRecorder() {
-        recorder = std::make_unique<AudioRecorder>(input, disk, scheduler, folder);
+        recorder = std::make_unique<AudioRecorder>(input, files, disk, scheduler);
         recorder->onRecordingChanged = [this](bool on) { changes.push_back(on); };
-        recorder->onFailure = [this](const std::string& text) { failures.push_back(text); };
+        recorder->onFailure = [this](const Message& why) { failures.push_back(why); };
     }
     std::string started() {
         const Running<void> starting(recorder->start({}));
@@ -60,37 +57,28 @@ protected:
         const auto& bytes = finishing.value();
         return bytes ? "bytes " + std::string(bytes->begin(), bytes->end()) : finishing.failure();
     }
-    std::vector<std::string> files() const {
-        std::vector<std::string> names;
-        if (fs::exists(folder))
-            for (const auto& entry : fs::directory_iterator(folder))
-                names.push_back(entry.path().filename());
-        return names;
-    }
 
-    const TestFolder root;
-    const fs::path folder = root.path() / "VeskRecordings";
     SteppingScheduler scheduler;
     TurnExecutor disk{scheduler};
-    FakeAudioInput input{scheduler};
+    FakeRecordingFiles files;
+    FakeAudioInput input{scheduler, files};
     std::unique_ptr<AudioRecorder> recorder;
     std::vector<bool> changes;
-    std::vector<std::string> failures;
+    std::vector<Message> failures;
 };
 
-TEST_F(AudioRecorderTest, RecordsIntoAPrivateFileAndHandsOverItsBytes) {
+TEST_F(AudioRecorderTest, RecordsIntoAFileWithoutANameAndHandsOverItsBytes) {
     EXPECT_EQ(recorder->meter(), -160);
     ASSERT_EQ(started(), "started");
-    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
-    EXPECT_TRUE(files().empty()) << "a recording that runs has no name";
+    EXPECT_TRUE(files.named.empty()) << "it has no name while it runs";
     scheduler.advance(std::chrono::milliseconds(1500));
     EXPECT_EQ(recorder->duration(), 1.5);
     EXPECT_EQ(recorder->meter(), -20);
 
     EXPECT_EQ(finished(), "bytes sound");
-    EXPECT_TRUE(files().empty());
+    EXPECT_TRUE(files.named.empty());
     EXPECT_EQ(recorder->duration(), 0);
-    EXPECT_EQ(finished(), "No recording is available.");
+    EXPECT_EQ(finished(), say::noRecording().english());
     EXPECT_EQ(changes, (std::vector{true, false}));
 }
 
@@ -114,42 +102,19 @@ TEST_F(AudioRecorderTest, AStartFromWithinTheReportOfAnEndSurvivesTheDiscardThat
 }
 
 TEST_F(AudioRecorderTest, AFailureIsPassedOnAndLeavesNothingBehind) {
-    input.recordFailure = "The microphone could not start. Check your macOS sound input.";
-    EXPECT_EQ(started(), *input.recordFailure);
+    files.refuses = true;
+    EXPECT_EQ(started(), say::recordingFolderNotOwn("/tmp/recordings").english());
+    files.refuses = false;
+    input.recordFailure = say::microphoneCouldNotStart();
+    EXPECT_EQ(started(), input.recordFailure->english());
     EXPECT_TRUE(changes.empty());
-    EXPECT_TRUE(files().empty());
+    EXPECT_TRUE(files.named.empty());
     input.recordFailure.reset();
     ASSERT_EQ(started(), "started");
-    input.finishFailure = "The recording could not be written: No space left on device.";
-    EXPECT_EQ(finished(), *input.finishFailure);
-    EXPECT_TRUE(files().empty());
-    EXPECT_EQ(finished(), "No recording is available.");
-}
-
-TEST_F(AudioRecorderTest, AFolderThatIsNotSafelyTheUsersOwnIsRefused) {
-    const auto elsewhere = root.path() / "elsewhere";
-    fs::create_directory(elsewhere);
-    fs::create_directory_symlink(elsewhere, folder);
-    const auto refusal = "The folder for recordings, " + folder.string() +
-                         ", is not a folder of your own. Remove it and try again.";
-    std::ofstream(elsewhere / "kept.m4a") << "kept";
-    EXPECT_EQ(started(), refusal);
-    recorder->removeStaleRecordings();
-    scheduler.settle();
-    EXPECT_TRUE(fs::exists(elsewhere / "kept.m4a"));
-    fs::remove(folder);
-    std::ofstream(folder) << "a file";
-    EXPECT_EQ(started(), refusal);
-    fs::remove(folder);
-    fs::create_directory(folder);
-    if (::geteuid() == 0) {
-        ASSERT_EQ(::chown(folder.c_str(), 12345, 12345), 0);
-        EXPECT_EQ(started(), refusal);
-        ASSERT_EQ(::chown(folder.c_str(), 0, 0), 0);
-    }
-    fs::permissions(folder, fs::perms::all);
-    EXPECT_EQ(started(), "started");
-    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+    input.finishFailure = say::recordingNotWritten("No space left on device");
+    EXPECT_EQ(finished(), input.finishFailure->english());
+    EXPECT_TRUE(files.named.empty());
+    EXPECT_EQ(finished(), say::noRecording().english());
 }
 
 TEST_F(AudioRecorderTest, CancellingOrDiscardingAtAnyTurnLeavesNoFileAndNoCapture) {
@@ -185,7 +150,7 @@ TEST_F(AudioRecorderTest, CancellingOrDiscardingAtAnyTurnLeavesNoFileAndNoCaptur
                 recorder->discard();
                 scheduler.settle();
                 EXPECT_FALSE(input.isCapturing());
-                EXPECT_TRUE(files().empty());
+                EXPECT_TRUE(files.named.empty());
                 EXPECT_EQ(std::ranges::count(changes, true), std::ranges::count(changes, false));
             }
 }
@@ -193,31 +158,18 @@ TEST_F(AudioRecorderTest, CancellingOrDiscardingAtAnyTurnLeavesNoFileAndNoCaptur
 TEST_F(AudioRecorderTest, ARecordingThatEndsOnItsOwnIsReportedWithItsReason) {
     ASSERT_EQ(started(), "started");
     input.end(CaptureEnd::encodingError);
-    EXPECT_EQ(failures.back(),
-              "Recording stopped unexpectedly. Check your microphone and try again.");
+    EXPECT_EQ(failures.back(), say::recordingStoppedCheckMicrophone());
     ASSERT_EQ(started(), "started");
-    // Whoever hears of it may discard the recording then and there.
-    recorder->onFailure = [this](const std::string& text) {
-        failures.push_back(text);
+    // The callback may discard the recording at once.
+    recorder->onFailure = [this](const Message& why) {
+        failures.push_back(why);
         recorder->discard();
     };
     input.end(CaptureEnd::deviceLost);
     scheduler.settle();
-    EXPECT_EQ(failures.back(), "Recording stopped unexpectedly. Please try again.");
+    EXPECT_EQ(failures.back(), say::recordingStopped());
     EXPECT_EQ(changes, (std::vector{true, false, true, false}));
-    EXPECT_TRUE(files().empty());
-}
-
-TEST_F(AudioRecorderTest, OnlyLeftOverRecordingsAreRemoved) {
-    recorder->removeStaleRecordings();
-    scheduler.settle();
-    fs::create_directory(folder);
-    for (const char* name : {"old.m4a", "notes.txt", "m4a"}) std::ofstream(folder / name) << "x";
-    recorder->removeStaleRecordings();
-    ASSERT_EQ(started(), "started");
-    const auto left = files();
-    EXPECT_EQ(left.size(), 2U);
-    EXPECT_EQ(std::ranges::count(left, "old.m4a"), 0);
+    EXPECT_TRUE(files.named.empty());
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "tests/fakes/FakeDesktop.h"
-#include "tests/support/TestFolder.h"
 
 namespace quorvi::test {
 
@@ -40,15 +39,14 @@ protected:
             model.reset();
         }
         scheduler.settle();
-        EXPECT_EQ(recordingsLeft(), 0) << "a recording outlived its dictation";
+        EXPECT_TRUE(recordings.named.empty()) << "a recording outlived its dictation";
         EXPECT_EQ(keyboard.contradictions, std::vector<std::string>{});
     }
 
     void makeModel() {
         model.reset();
-        model = std::make_unique<AppModel>(environment(
-            scheduler, executor, history, corrections, [this]() -> SyncControl& { return sync; },
-            folder.path()));
+        model = std::make_unique<AppModel>(environment(scheduler, executor, history, corrections,
+                                                       [this]() -> SyncControl& { return sync; }));
         model->showOverlay = [this] { overlay = "shown"; };
         model->hideOverlay = [this] { overlay = "hidden"; };
         model->setShortcut(Hotkey::f8);
@@ -61,9 +59,6 @@ protected:
         keyboard.release(f8);
         settle();
     }
-    std::ptrdiff_t recordingsLeft() const {
-        return std::distance(std::filesystem::directory_iterator(folder.path()), {});
-    }
     std::ptrdiff_t cues() const {
         return std::ranges::count_if(speaker.journal,
                                      [](const auto& line) { return line.starts_with("play"); });
@@ -71,16 +66,20 @@ protected:
     // The code of the last learning event.
     std::string lastCode() const { return corrections.learningEvents().back().code; }
     void secureField() { accessibility.set(field, "AXSubrole", std::string("AXSecureTextField")); }
-    // Of what the field holds, "Dear " at first.
     std::string fieldText() const { return accessibility.text(field); }
+    // The stage and the sentence, which belong together.
+    void expect(Stage stage, const Message& message) const {
+        EXPECT_EQ(model->stage(), stage) << model->message();
+        EXPECT_EQ(model->message(), message);
+    }
+    void expectFailure(const Message& message) const { expect(Stage::failure, message); }
     void dictateToTheEnd() {
         dictate();
         scheduler.advance(2s);
     }
-    // So that the next dictation finds another caret.
+    // The next dictation finds another caret.
     void moveCaret() { accessibility.set(field, "AXSelectedTextRange", Utf16Range{0, 0}); }
 
-    const TestFolder folder;
     HistoryStore history{{preferences, files, "history.json", executor, scheduler, pasteboard,
                           [this] { return calendar; }}};
     CorrectionStore corrections{preferences, scheduler};

@@ -19,7 +19,7 @@ TEST(RecordingCue, EveryClipHasItsLengthItsLimitsAndSilentEnds) {
     };
     for (const auto& row : {Row{Style::classic, 3748, 4189}, Row{Style::soft, 3087, 3528},
                             Row{Style::chime, 3748, 4189}, Row{Style::click, 1984, 2425}}) {
-        SCOPED_TRACE(title(row.style));
+        SCOPED_TRACE(rawValue(row.style));
         EXPECT_EQ(samples(RecordingCue::start, row.style).size(), row.start);
         EXPECT_EQ(samples(RecordingCue::stop, row.style).size(), row.stop);
         for (auto cue : allRecordingCues) {
@@ -82,16 +82,15 @@ using Journal = std::vector<std::string>;
 TEST(RecordingSounds, AClipIsLoadedOnceAndReplacesTheOneThatSounds) {
     FakeSoundOutput output;
     RecordingSounds sounds(output);
-    sounds.play(RecordingCue::start, true, Style::soft);
-    sounds.play(RecordingCue::start, true, Style::soft);
-    sounds.play(RecordingCue::stop, true, Style::soft);
-    sounds.play(RecordingCue::stop, true, Style::click);
+    sounds.play(RecordingCue::start, Style::soft);
+    sounds.play(RecordingCue::start, Style::soft);
+    sounds.play(RecordingCue::stop, Style::soft);
+    sounds.play(RecordingCue::stop, Style::click);
     EXPECT_EQ(output.journal, (Journal{"play 1 at 0.5", "stop 1", "play 1 at 0.5", "stop 1",
                                        "play 2 at 0.5", "stop 2", "play 3 at 0.5"}));
-    // A cue that is off leaves the sounding one alone.
+    // A silent cue leaves the sounding one alone.
     const auto before = output.journal;
-    sounds.play(RecordingCue::start, false, Style::soft);
-    sounds.play(RecordingCue::start, true, Style::silent);
+    sounds.play(RecordingCue::start, Style::silent);
     EXPECT_EQ(output.journal, before);
     EXPECT_EQ(output.loaded, (std::vector{wavData(RecordingCue::start, Style::soft),
                                           wavData(RecordingCue::stop, Style::soft),

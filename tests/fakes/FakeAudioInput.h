@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,14 +10,16 @@
 #include "Quorvi/platform/AudioCapture.h"
 #include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
+#include "tests/fakes/FakeRecordingFiles.h"
 
 namespace quorvi::test {
 
-// A microphone on the scheduler's clock. A recording is a small real file, so that the life of the
-// file can be tested. What is set applies to captures that exist, too. Outlives its captures.
+// A microphone on the scheduler's clock, which records into files in memory. Its settings apply to
+// existing captures, too. Outlives its captures.
 class FakeAudioInput : public AudioInput {
 public:
-    explicit FakeAudioInput(Scheduler& scheduler) : scheduler_(scheduler) {}
+    FakeAudioInput(Scheduler& scheduler, FakeRecordingFiles& files)
+        : scheduler_(scheduler), files_(files) {}
 
     std::unique_ptr<AudioCapture> makeCapture() override {
         ++captures;
@@ -31,13 +32,13 @@ public:
     void setLevel(float decibels) {
         levels = [decibels](double) { return decibels; };
     }
-    std::string content = "sound";             // what a finished file holds
-    std::optional<std::string> recordFailure;  // record() throws this
-    std::optional<std::string> finishFailure;  // finished() throws this
-    bool startsAtOnce = true;                  // otherwise a start ends only by being cancelled
+    std::string content = "sound";         // what a finished file holds
+    std::optional<Message> recordFailure;  // record() throws it
+    std::optional<Message> finishFailure;  // finished() throws it
+    bool startsAtOnce = true;              // otherwise a start ends only by being cancelled
 
     bool isCapturing() const { return active_ != nullptr; }
-    // Tells the end of the capture that is recording, as a lost device or a full disk does.
+    // Ends the capture that is recording, as a lost device or a full disk does.
     void end(CaptureEnd reason) {
         if (!active_) return;
         const auto told = active_->onEnded;  // the owner may destroy the capture inside
@@ -59,12 +60,13 @@ private:
             co_await turn;
             if (input_.recordFailure) throw QuorviError::message(*input_.recordFailure);
             struct Abandoned {
+                FakeRecordingFiles& files;
                 std::filesystem::path file;
                 ~Abandoned() {
-                    if (!file.empty()) std::filesystem::remove(file);
+                    if (!file.empty()) files.remove(file);
                 }
-            } abandoned{file};
-            file_.open(file, std::ios::binary);
+            } abandoned{input_.files_, file};
+            input_.files_.named[file] = written_;
             auto opening =
                 sleepFor(input_.scheduler_,
                          input_.startsAtOnce ? Duration::zero() : Duration::max() / 2, stop);
@@ -82,7 +84,7 @@ private:
             auto turn = sleepFor(input_.scheduler_, Duration::zero(), {});
             co_await turn;
             if (input_.finishFailure) throw QuorviError::message(*input_.finishFailure);
-            file_ << input_.content << std::flush;
+            *written_ = input_.content;
         }
         double currentTime() const override {
             const auto end = ended_.value_or(input_.scheduler_.now());
@@ -94,11 +96,12 @@ private:
 
     private:
         FakeAudioInput& input_;
-        std::ofstream file_;
+        FakeRecordingFiles::Content written_ = std::make_shared<std::string>();
         std::optional<TimePoint> began_, ended_;
     };
 
     Scheduler& scheduler_;
+    FakeRecordingFiles& files_;
     Capture* active_ = nullptr;
 };
 

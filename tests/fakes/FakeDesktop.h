@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <functional>
 
 #include "Quorvi/dictation/AppModel.h"
@@ -16,6 +15,7 @@
 #include "tests/fakes/FakePermissions.h"
 #include "tests/fakes/FakeSoundOutput.h"
 #include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/PrintedMessage.h"
 
 namespace quorvi::test {
 
@@ -25,20 +25,19 @@ struct VirtualTime {
     TurnExecutor executor{scheduler};
 };
 
-// What a controller stands on, in memory: a fake of every port of the desktop.
+// Everything that a controller needs, in memory: a fake of each of the desktop's ports.
 struct FakeDesktop {
     // `virtualTime` is for what moves the clock itself; usually both are the same.
     FakeDesktop(Scheduler& time, VirtualScheduler& virtualTime)
         : poster(time, &keyboard),
           accessibility(virtualTime),
           pasteboard(time),
-          microphone(time),
+          microphone(time, recordings),
           service(time) {}
 
     AppModel::Environment environment(Scheduler& time, Executor& executor, HistoryStore& history,
                                       CorrectionStore& corrections,
                                       std::function<SyncControl&()> sync,
-                                      std::filesystem::path recordings,
                                       Preferences* others = nullptr) {
         return {time,
                 executor,
@@ -49,6 +48,7 @@ struct FakeDesktop {
                 workspace,
                 pasteboard,
                 microphone,
+                recordings,
                 speaker,
                 permissions,
                 localKeys,
@@ -58,8 +58,7 @@ struct FakeDesktop {
                 history,
                 corrections,
                 std::move(sync),
-                "https://speech.example",
-                std::move(recordings)};
+                "https://speech.example"};
     }
 
     FakeKeyEventTap keyboard;
@@ -67,6 +66,7 @@ struct FakeDesktop {
     FakeAccessibility accessibility;
     FakeWorkspace workspace;
     FakePasteboard pasteboard;
+    FakeRecordingFiles recordings;
     FakeAudioInput microphone;
     FakeSoundOutput speaker;
     FakePermissions permissions;

@@ -44,7 +44,7 @@ public:
         Preferences& preferences;
         FileStore& files;
         JournalFiles& journals;
-        std::filesystem::path historyFile, archiveFile, recordings;
+        std::filesystem::path historyFile, archiveFile;
         Executor& historyDisk;
         Executor& syncDisk;
         CloudDatabase* cloud;  // null: its address is invalid
@@ -59,7 +59,7 @@ public:
         corrections = std::make_unique<CorrectionStore>(e.preferences, e.scheduler);
         model = std::make_unique<AppModel>(e.desktop.environment(
             e.scheduler, e.historyDisk, *history, *corrections,
-            [this]() -> SyncControl& { return *sync; }, e.recordings, &e.preferences));
+            [this]() -> SyncControl& { return *sync; }, &e.preferences));
         sync = std::make_unique<AccountSync>(AccountSync::Environment{
             {*history, *corrections, e.preferences, [this] { return model->syncSettings(); },
              [this](const LocalSnapshot::Settings& settings) {

@@ -92,9 +92,8 @@ struct WindowWorld : VirtualTime, FakeDesktop {
                                           .publicKey = "",
                                           .currentVersion = "0.1.0",
                                           .folder = folder.path() / "updates"}}};
-    AppModel model{environment(
-        scheduler, executor, history, corrections, [this]() -> SyncControl& { return sync; },
-        folder.path())};
+    AppModel model{environment(scheduler, executor, history, corrections,
+                               [this]() -> SyncControl& { return sync; })};
     AXElement field = accessibility.makeText(editor, "Dear ");
     int quits = 0;
     std::unique_ptr<MainWindow> window;

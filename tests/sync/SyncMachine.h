@@ -7,7 +7,6 @@
 #include "tests/fakes/FakeJournalFiles.h"
 #include "tests/fakes/VirtualScheduler.h"
 #include "tests/support/SyncedProgram.h"
-#include "tests/support/TestFolder.h"
 
 namespace quorvi::test {
 
@@ -39,8 +38,8 @@ public:
 
     void start() {
         SyncedProgram::start({*this, scheduler, preferences, files, journals, "history.json",
-                              archiveFile, folder.path(), executor, executor,
-                              hasCloud ? &cloud : nullptr, wholeUpTo, chosen});
+                              archiveFile, executor, executor, hasCloud ? &cloud : nullptr,
+                              wholeUpTo, chosen});
     }
 
     void dictate(const std::string& text, double daysAgo = 0) {
@@ -64,7 +63,6 @@ public:
     static constexpr auto archiveFile = "account-sync.json";
 
     using MachineTime::scheduler;
-    const TestFolder folder;
     CloudDatabase& cloud;
     bool hasCloud = true;  // false: the address of the cloud is invalid
     TurnExecutor turns{scheduler};

@@ -172,11 +172,10 @@ TEST_F(KeychainStoreTest, WhatIsAskedForTogetherIsDoneOneAfterAnother) {
 TEST_F(DictationTest, SaysWhatBecameOfTheKeysCopy) {
     const Running<bool> off(model->setKeySync(false));
     EXPECT_EQ(off.value(), true);
-    EXPECT_EQ(model->keyMessage(), "API key kept on this Mac; iCloud copy removed.");
+    EXPECT_EQ(model->keyMessage(), say::apiKeySyncDisabled());
     const Running<bool> on(model->setKeySync(true));
     EXPECT_EQ(on.value(), false);
-    EXPECT_EQ(model->keyMessage(),
-              "This API key is kept in memory only. Save a key in Settings to sync it.");
+    EXPECT_EQ(model->keyMessage().english(), say::apiKeyInMemoryOnly().english());
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include <QPushButton>
 #include <cstdio>
 
-#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/DesignStyle.h"
@@ -116,7 +115,7 @@ void settingsPages(Album& album) {
     {
         WindowWorld world;
         world.withdrawEverything();
-        world.model.setSelectedPage(pageIndex::settings);
+        world.model.setSelectedPage(WindowPage::settings);
         album.takeWhole(world.show(), "settings-empty");
         album.take(*world.window, "settings-top");
     }
@@ -125,7 +124,7 @@ void settingsPages(Album& album) {
         world.saveKey();
         fillCorrections(world.corrections);
         world.loginService.current = LoginItemStatus::requiresApproval;
-        world.model.setSelectedPage(pageIndex::settings);
+        world.model.setSelectedPage(WindowPage::settings);
         world.model.saveKey("sk-new").start();
         world.model.setVocabulary("Quorvi, Ada Lovelace, Θεσσαλονίκη");
         world.sync.set({true, say::syncRunning(), 12, Date{817'000'000}, true});
@@ -150,13 +149,13 @@ void settingsPages(Album& album) {
                        world.scheduler,
                        {}});
     world.model.saveKey("two words").start();
-    world.model.setSelectedPage(pageIndex::settings);
+    world.model.setSelectedPage(WindowPage::settings);
     window.present();
     settle(world);
     album.takeWhole(window, "settings-error");
 }
 
-void takePage(Album& album, WindowWorld& world, int page, const QString& name) {
+void takePage(Album& album, WindowWorld& world, WindowPage page, const QString& name) {
     world.model.setSelectedPage(page);
     world.show();
     settle(world);
@@ -191,28 +190,28 @@ void historyPages(Album& album) {
     {
         WindowWorld world;
         settle(world);
-        takePage(album, world, pageIndex::history, "history-empty");
-        takePage(album, world, pageIndex::insights, "insights-empty");
+        takePage(album, world, WindowPage::history, "history-empty");
+        takePage(album, world, WindowPage::insights, "insights-empty");
         world.history.setKeepTranscripts(false);
-        takePage(album, world, pageIndex::history, "history-paused");
+        takePage(album, world, WindowPage::history, "history-paused");
     }
     {
         WindowWorld world;
         settle(world);
         fillHistory(world);
-        takePage(album, world, pageIndex::history, "history-full");
-        takePage(album, world, pageIndex::insights, "insights-full");
+        takePage(album, world, WindowPage::history, "history-full");
+        takePage(album, world, WindowPage::insights, "insights-full");
         // Found by type, since its text depends on the language.
         for (auto* widget : world.window->findChildren<QWidget*>())
             if (dynamic_cast<HistoryPage*>(widget))
                 widget->findChild<QLineEdit*>()->setText(QStringLiteral("no such words"));
-        takePage(album, world, pageIndex::history, "history-no-match");
+        takePage(album, world, WindowPage::history, "history-no-match");
     }
     WindowWorld world;
     world.files.unreadable = true;
     settle(world);
-    takePage(album, world, pageIndex::history, "history-error");
-    takePage(album, world, pageIndex::insights, "insights-error");
+    takePage(album, world, WindowPage::history, "history-error");
+    takePage(album, world, WindowPage::insights, "insights-error");
 }
 
 // The user's check for updates in each state, and the question before a deletion.
@@ -248,7 +247,7 @@ void windows(Album& album) {
     updater.close();
 
     fillHistory(world);
-    takePage(album, world, pageIndex::history, {});
+    takePage(album, world, WindowPage::history, {});
     for (auto* button : world.window->findChildren<QPushButton*>())
         if (button->accessibleName() == HistoryRow::tr("Delete dictation")) {
             button->click();

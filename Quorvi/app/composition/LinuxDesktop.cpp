@@ -7,6 +7,7 @@
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
+#include "Quorvi/platform/linux/posix/PosixRecordingFiles.h"
 #include "Quorvi/platform/linux/pulse/PulseAudioInput.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
 #include "Quorvi/platform/linux/pulse/PulsePermissions.h"
@@ -61,6 +62,7 @@ struct LinuxDesktop::Adapters {
     std::atomic<bool> inputHookIsPossible{false};
     SerialExecutor disk{"disk"};
     PosixFileStore files;
+    PosixRecordingFiles recordings{std::filesystem::temp_directory_path() / "VeskRecordings"};
     // Of its own: writing a long history must not hold up a recording.
     SerialExecutor history{"history"};
     X11KeyEventTap tap;
@@ -160,6 +162,7 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
             .workspace = a.workspace,
             .pasteboard = a.pasteboard,
             .audioInput = a.audioInput,
+            .recordings = a.recordings,
             .soundOutput = a.soundOutput,
             .permissions = a.permissions,
             .localKeys = localKeys,
@@ -167,8 +170,7 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
             .keyStore = keyStore,
             .transport = a.transport,
             .history = history,
-            .corrections = corrections,
-            .recordings = std::filesystem::temp_directory_path() / "VeskRecordings"};
+            .corrections = corrections};
 }
 
 }  // namespace quorvi

@@ -153,7 +153,7 @@ void RecordingHUD::color() {
 void RecordingHUD::showStage() {
     const bool recording = values_.stage == DictationStage::recording;
     sign_->show(values_.stage, colors_);
-    title_->setText(modelText(title(values_.stage)));
+    title_->setText(shown(title(values_.stage)));
     message_->setText(values_.message);
     message_->setLineLimit(usesTwoLines(values_.stage) ? 2 : 1);
     message_->setVisible(!values_.message.isEmpty());

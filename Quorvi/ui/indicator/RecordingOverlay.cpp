@@ -12,7 +12,7 @@ RecordingOverlay::RecordingOverlay(AppModel& model, AppUpdater& updater, QWidget
 
 RecordingHUD::Values RecordingOverlay::current() {
     Values values{.stage = model_.stage(),
-                  .message = modelText(model_.message()),
+                  .message = shown(model_.message()),
                   .elapsed = model_.elapsed(),
                   .level = model_.level(),
                   .theme = model_.recordingTheme()};

@@ -76,8 +76,8 @@ void ApiKeySettings::refresh() {
     apiKey_->setPlaceholderText(model_.hasKey() ? tr("Enter a replacement key")
                                                 : tr("Paste your API key"));
     save_->setEnabled(!apiKey_->text().trimmed().isEmpty());
-    message_->setText(modelText(model_.keyMessage()));
-    message_->setVisible(!model_.keyMessage().empty());
+    message_->setText(shown(model_.keyMessage()));
+    message_->setVisible(!model_.keyMessage().isEmpty());
 }
 
 void ApiKeySettings::save() {

@@ -107,8 +107,8 @@ void DictationSettings::refresh() {
     shortcut_->setAccessibleName(tr("Shortcut: %1").arg(shortcut_->text()));
     cancel_->setVisible(choosing);
     capture_->setVisible(choosing);
-    capture_->setText(model_.message() == Hotkey::keyCombinationRefusal
-                          ? modelText(model_.message())
+    capture_->setText(model_.hasRefusedShortcut()
+                          ? shown(say::unsuitableShortcut())
                           : tr("Press the new shortcut. Esc keeps %1.").arg(label));
     mode_->show(static_cast<int>(model_.mode()));
     startSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::start)));

@@ -23,7 +23,8 @@ SettingsPage::SettingsPage(const WindowServices& services)
     auto* appearance = new Card(tr("Recording appearance"), "macwindow");
     appearance->content().addWidget(new RecordingAppearanceSettings(model));
     add(appearance);
-    add(new CorrectionsSettings(services.corrections, [&model] { model.armInsertionTest(true); }));
+    add(new CorrectionsSettings(services.corrections,
+                                [&model] { model.armInsertionTest(AppModel::Sample::learning); }));
     add(new RecognitionSettings(model));
     add(new ApiKeySettings(model, services.keys, services.scheduler));
     add(new AccountSyncSettings(services.sync));

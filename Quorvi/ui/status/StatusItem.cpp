@@ -7,7 +7,6 @@
 #include <QPixmap>
 #include <utility>
 
-#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ModelText.h"
 #include "Quorvi/ui/widgets/StageIcon.h"
@@ -79,7 +78,7 @@ void StatusItem::addLine(const QString& text) {
     menu_.addAction(asMenuText(text))->setEnabled(false);
 }
 
-void StatusItem::open(int page) {
+void StatusItem::open(WindowPage page) {
     model_.setSelectedPage(page);
     actions_.openWindow();
 }
@@ -87,17 +86,17 @@ void StatusItem::open(int page) {
 void StatusItem::rebuildMenu() {
     const auto stage = model_.stage();
     menu_.clear();
-    menu_.setTitle(QStringLiteral("Quorvi: ") + modelText(title(stage)));
-    addLine(QStringLiteral("Quorvi · ") + modelText(title(stage)));
+    menu_.setTitle(QStringLiteral("Quorvi: ") + shown(title(stage)));
+    addLine(QStringLiteral("Quorvi · ") + shown(title(stage)));
     addLine(modelText(model_.shortcut().label) + QStringLiteral(" · ") +
             modelText(title(model_.mode())));
     menu_.addSeparator();
     if (stage == DictationStage::recording) add(tr("Stop & insert"), [this] { model_.finish(); });
     if (isActive(stage)) add(tr("Cancel dictation"), [this] { model_.cancel(); });
     add(tr("Open Quorvi…"), [this] { actions_.openWindow(); });
-    add(tr("History…"), [this] { open(pageIndex::history); });
-    add(tr("Insights…"), [this] { open(pageIndex::insights); });
-    add(tr("Settings…"), [this] { open(pageIndex::settings); });
+    add(tr("History…"), [this] { open(WindowPage::history); });
+    add(tr("Insights…"), [this] { open(WindowPage::insights); });
+    add(tr("Settings…"), [this] { open(WindowPage::settings); });
     add(tr("Copy last transcript"), [this] {
         model_.copyTranscript();
     })->setEnabled(!model_.lastTranscript().empty());

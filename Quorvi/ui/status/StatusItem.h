@@ -45,7 +45,7 @@ private:
     void rebuildMenu();
     QAction* add(const QString& text, std::function<void()> effect);
     void addLine(const QString& text);
-    void open(int page);
+    void open(WindowPage page);
     void showMenu(QSystemTrayIcon::ActivationReason reason);
 
     AppModel& model_;

@@ -97,19 +97,17 @@ void MainWindow::rememberSize() {
 }
 
 void MainWindow::refresh() {
-    const int selected = services_.model.selectedPage();
-    if (selected < 0 || selected >= static_cast<int>(pages_.size())) return;
-    auto* shown = page(selected);
+    auto* shown = page(services_.model.selectedPage());
     if (stack_->currentWidget() != shown) stack_->setCurrentWidget(shown);
 }
 
-QWidget* MainWindow::page(int index) {
-    auto*& page = pages_[static_cast<std::size_t>(index)];
-    if (!page) {
-        page = makePage(index, services_);
-        stack_->addWidget(page);
+QWidget* MainWindow::page(WindowPage page) {
+    auto*& widget = pages_[static_cast<std::size_t>(page)];
+    if (!widget) {
+        widget = makePage(page, services_);
+        stack_->addWidget(widget);
     }
-    return page;
+    return widget;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

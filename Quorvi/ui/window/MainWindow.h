@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <array>
 
+#include "Quorvi/dictation/WindowPage.h"
 #include "Quorvi/ui/WindowServices.h"
 #include "QuorviCore/async/Observable.h"
 
@@ -32,7 +33,7 @@ protected:
 
 private:
     void refresh();
-    QWidget* page(int index);
+    QWidget* page(WindowPage page);
     void restoreSize();
     void rememberSize();
 
@@ -40,7 +41,7 @@ private:
     Sidebar* sidebar_;
     QStackedWidget* stack_;
     QWidget* trayNotice_;
-    std::array<QWidget*, 4> pages_{};
+    std::array<QWidget*, allWindowPages.size()> pages_{};
     Subscription changes_;
 };
 

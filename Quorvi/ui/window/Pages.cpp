@@ -9,15 +9,15 @@
 
 namespace quorvi {
 
-QWidget* makePage(int index, const WindowServices& services) {
-    switch (index) {
-        case pageIndex::dictation:
+QWidget* makePage(WindowPage page, const WindowServices& services) {
+    switch (page) {
+        case WindowPage::dictation:
             return new DictationPage(services);
-        case pageIndex::settings:
+        case WindowPage::settings:
             return new SettingsPage(services);
-        case pageIndex::history:
+        case WindowPage::history:
             return new HistoryPage(services.history);
-        case pageIndex::insights:
+        case WindowPage::insights:
             return new InsightsPage(services.history);
     }
     return new QWidget;

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "Quorvi/ui/PageIndex.h"
+#include "Quorvi/dictation/WindowPage.h"
 #include "Quorvi/ui/WindowServices.h"
 
 class QWidget;
 
 namespace quorvi {
 
-// Returns a new page; see PageIndex.h.
-QWidget* makePage(int index, const WindowServices& services);
+// Returns a new page.
+QWidget* makePage(WindowPage page, const WindowServices& services);
 
 }  // namespace quorvi

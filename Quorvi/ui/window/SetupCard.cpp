@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
@@ -22,7 +21,7 @@ SetupCard::SetupCard(AppModel& model) : model_(model) {
     addRow(
         tr("OpenAI API key"), tr("Stored securely in your Mac’s Keychain"), tr("Add key"),
         [this] { return model_.hasKey(); },
-        [this] { model_.setSelectedPage(pageIndex::settings); });
+        [this] { model_.setSelectedPage(WindowPage::settings); });
     addRow(
         tr("Microphone"), tr("Record only while you dictate"), tr("Enable"),
         [this] { return model_.microphoneAllowed(); }, [this] { model_.requestMicrophone(); });

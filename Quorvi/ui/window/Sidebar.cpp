@@ -7,7 +7,6 @@
 #include <QVBoxLayout>
 
 #include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/design/BrandMark.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/Spacing.h"
@@ -81,20 +80,20 @@ Sidebar::Sidebar(AppModel& model) : model_(model) {
     struct Entry {
         QString text;
         const char* symbol;
-        int page;
+        WindowPage page;
     };
     const Entry entries[] = {
-        {tr("Dictation"), "waveform", pageIndex::dictation},
-        {tr("History"), "clock.arrow.circlepath", pageIndex::history},
-        {tr("Insights"), "chart.bar.xaxis", pageIndex::insights},
-        {tr("Settings"), "slider.horizontal.3", pageIndex::settings},
+        {tr("Dictation"), "waveform", WindowPage::dictation},
+        {tr("History"), "clock.arrow.circlepath", WindowPage::history},
+        {tr("Insights"), "chart.bar.xaxis", WindowPage::insights},
+        {tr("Settings"), "slider.horizontal.3", WindowPage::settings},
     };
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(spacing::medium, spacing::huge, spacing::medium, spacing::large);
     all->setSpacing(2);
     for (const auto& entry : entries) {
         auto* item = new SidebarItem(entry.text, entry.symbol);
-        items_.addButton(item, entry.page);
+        items_.addButton(item, static_cast<int>(entry.page));
         all->addWidget(item);
     }
     all->addStretch(1);
@@ -102,7 +101,7 @@ Sidebar::Sidebar(AppModel& model) : model_(model) {
     connect(&items_, &QButtonGroup::idToggled, this, [this](int page, bool on) {
         if (!on) return;
         model_.endShortcutCapture();
-        model_.setSelectedPage(page);
+        model_.setSelectedPage(static_cast<WindowPage>(page));
     });
     refresh();
     changes_ = model_.onChange([this] { refresh(); });
@@ -129,7 +128,8 @@ QWidget* Sidebar::footer() {
 
 void Sidebar::refresh() {
     const QSignalBlocker quiet(&items_);
-    if (auto* item = items_.button(model_.selectedPage()); item && !item->isChecked())
+    if (auto* item = items_.button(static_cast<int>(model_.selectedPage()));
+        item && !item->isChecked())
         item->setChecked(true);
 }
 

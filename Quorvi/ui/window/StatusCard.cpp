@@ -10,9 +10,6 @@ namespace quorvi {
 
 namespace {
 
-// What the controller says while nothing has happened; the card says it in its own words.
-constexpr auto quietMessage = "Click a text field in any app, then use your shortcut.";
-
 QString clock(double elapsed) {
     const int seconds = static_cast<int>(elapsed);
     return QString::asprintf("%d:%02d", seconds / 60, seconds % 60);
@@ -87,9 +84,9 @@ void StatusCard::refresh() {
     symbol_->setSymbol(ready ? "checkmark.circle.fill" : "circle.dashed",
                        ready ? ColorRole::success : ColorRole::secondary);
     explanation_->setVisible(ready);
-    const bool says = model_.message() != quietMessage && !model_.message().empty();
-    message_->setVisible(says);
-    if (says) message_->setText(modelText(model_.message()));
+    // Until there is news, the explanation says the same.
+    message_->setVisible(!model_.hasNoNews());
+    message_->setText(shown(model_.message()));
     refreshRecording();
     refreshShortcut();
     const bool armed = model_.insertionTestArmed();

@@ -84,7 +84,6 @@ struct Run {
                        journals,
                        folder / "history.json",
                        folder / "account-sync.json",
-                       folder / "recordings",
                        historyDisk,
                        syncDisk,
                        &cloud,

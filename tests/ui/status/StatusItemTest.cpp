@@ -93,13 +93,13 @@ TEST_F(StatusItemTest, MenuFollowsTheDictationItemByItem) {
 
 TEST_F(StatusItemTest, EntriesDoWhatTheySay) {
     choose("History…");
-    EXPECT_EQ(model->selectedPage(), 2);
+    EXPECT_EQ(model->selectedPage(), WindowPage::history);
     choose("Insights…");
-    EXPECT_EQ(model->selectedPage(), 3);
+    EXPECT_EQ(model->selectedPage(), WindowPage::insights);
     choose("Settings…");
-    EXPECT_EQ(model->selectedPage(), 1);
+    EXPECT_EQ(model->selectedPage(), WindowPage::settings);
     choose("Open Quorvi…");
-    EXPECT_EQ(model->selectedPage(), 1);
+    EXPECT_EQ(model->selectedPage(), WindowPage::settings);
     choose("Check for Updates…");
     choose("Quit Quorvi");
     EXPECT_EQ(asked, "window window window window updates quit ");

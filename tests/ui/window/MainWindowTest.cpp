@@ -6,7 +6,6 @@
 #include <QMenu>
 #include <QPushButton>
 
-#include "Quorvi/ui/PageIndex.h"
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/DesignStyle.h"
@@ -32,7 +31,7 @@ protected:
     QStringList page() { return seen(*window().findChild<QStackedWidget*>()->currentWidget()); }
     MainWindow& window() { return world.show(); }
     MainWindow& settings() {
-        world.model.setSelectedPage(pageIndex::settings);
+        world.model.setSelectedPage(WindowPage::settings);
         return window();
     }
     template <class T>
@@ -69,8 +68,8 @@ TEST_F(MainWindowTest, EachRowOfTheSetupTurnsToReadyByItself) {
                     "If access is already enabled, quit and reopen Quorvi.", "[Open Settings]",
                     "Complete setup to start", "Automatic language detection"});
     press("Add key: OpenAI API key");
-    EXPECT_EQ(world.model.selectedPage(), pageIndex::settings);
-    world.model.setSelectedPage(pageIndex::dictation);
+    EXPECT_EQ(world.model.selectedPage(), WindowPage::settings);
+    world.model.setSelectedPage(WindowPage::dictation);
     press("Enable: Microphone");
     press("Enable: Accessibility");
     press("Open Settings: Enable keyboard access in Input Monitoring");
@@ -98,17 +97,17 @@ TEST_F(MainWindowTest, TheSidebarSelectsThePageAndEndsTheChoiceOfAShortcut) {
                                             "(Settings: off)"}));
     expectTogether(lines, {"Quorvi", "Your voice, in your words.", "Automatic language",
                            "Quorvi 0.1.0 · Native for Mac"});
-    const std::pair<const char*, int> pages[] = {{"History", pageIndex::history},
-                                                 {"Insights", pageIndex::insights},
-                                                 {"Settings", pageIndex::settings},
-                                                 {"Dictation", pageIndex::dictation}};
+    const std::pair<const char*, WindowPage> pages[] = {{"History", WindowPage::history},
+                                                        {"Insights", WindowPage::insights},
+                                                        {"Settings", WindowPage::settings},
+                                                        {"Dictation", WindowPage::dictation}};
     for (const auto& [name, index] : pages) {
         world.model.beginShortcutCapture();
         press(name);
         EXPECT_EQ(world.model.selectedPage(), index);
         EXPECT_FALSE(world.model.isChoosingShortcut());
     }
-    world.model.setSelectedPage(pageIndex::settings);
+    world.model.setSelectedPage(WindowPage::settings);
     EXPECT_TRUE(control<QPushButton>(window(), "Settings").isChecked());
 }
 
@@ -183,7 +182,7 @@ TEST_F(MainWindowTest, TheShortcutIsChosenFromTheMenuOrByPressingIt) {
     EXPECT_TRUE(world.model.isChoosingShortcut());
     EXPECT_TRUE(page().contains("[Press a key…]"));
     world.localKeys.press(0, 0, "a");
-    EXPECT_TRUE(page().contains(QString::fromUtf8(std::string(Hotkey::keyCombinationRefusal))));
+    EXPECT_TRUE(page().contains(QString::fromStdString(say::unsuitableShortcut().english())));
     world.localKeys.press(96, 0, std::nullopt);
     EXPECT_EQ(world.model.shortcut().label, "F5");
     EXPECT_TRUE(page().contains("[F5]"));
@@ -226,7 +225,7 @@ TEST_F(MainWindowTest, TheKeyIsStoredRemovedAndNeverShown) {
     field.setText("two words");
     save.click();
     EXPECT_FALSE(world.model.hasKey());
-    EXPECT_TRUE(page().contains(QString::fromStdString(world.model.keyMessage())));
+    EXPECT_TRUE(page().contains(QString::fromStdString(world.model.keyMessage().english())));
     EXPECT_EQ(field.text(), "two words") << "to be mended";
     field.setText("sk-good");
     Q_EMIT field.returnPressed();
@@ -322,8 +321,7 @@ TEST(MainWindowLanguagesTest, NothingIsCutOff) {
         world.withdrawEverything();
         world.dictate("hello");
         world.corrections.save({.original = std::string(150, 'W'), .replacement = "x"});
-        for (int page :
-             {pageIndex::dictation, pageIndex::settings, pageIndex::history, pageIndex::insights}) {
+        for (const auto page : allWindowPages) {
             world.model.setSelectedPage(page);
             for (const QSize size : {QSize(940, 800), QSize(900, 740)}) {
                 world.show().resize(size);
@@ -338,7 +336,7 @@ TEST(MainWindowLanguagesTest, NothingIsCutOff) {
 TEST(MainWindowLanguagesTest, TextsAndTheModelsMessagesAreTranslated) {
     const auto translation = installTranslation(QLocale(QLocale::German));
     WindowWorld world;
-    world.model.setSelectedPage(pageIndex::settings);
+    world.model.setSelectedPage(WindowPage::settings);
     const auto lines = SeenWidgets(world.show()).lines();
     EXPECT_TRUE(lines.contains(QStringLiteral("Einstellungen")));
     EXPECT_TRUE(lines.contains(QStringLiteral("Bereit, aus deinem nächsten Diktat zu lernen.")));
@@ -359,7 +357,7 @@ TEST_F(MainWindowTest, TabGoesThroughThePagesAsTheyAreRead) {
     settings();
     // Rules that come while the page is open stand among those that were there.
     for (const char* phrase : {"a", "b"}) world.corrections.save({phrase, phrase, "x"});
-    for (int shown : {pageIndex::dictation, pageIndex::settings}) {
+    for (WindowPage shown : {WindowPage::dictation, WindowPage::settings}) {
         world.model.setSelectedPage(shown);
         window();
         QCoreApplication::processEvents();

@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "Quorvi/platform/Descriptor.h"
 #include "Quorvi/platform/Pasteboard.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 
 // What passes between Quorvi and quorvi-clipboard-keeper: short messages over a socket, and
 // contents as files that are memory only.

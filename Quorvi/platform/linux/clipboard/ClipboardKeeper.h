@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/Descriptor.h"
 #include "Quorvi/platform/Pasteboard.h"
 #include "Quorvi/platform/linux/clipboard/ClipboardHandover.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 
 namespace quorvi {
 

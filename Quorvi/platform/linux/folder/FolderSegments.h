@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "Quorvi/platform/Descriptor.h"
 #include "Quorvi/platform/linux/folder/FolderIndex.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 
 namespace quorvi {
 

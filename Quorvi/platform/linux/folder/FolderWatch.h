@@ -6,7 +6,7 @@
 #include <string>
 #include <thread>
 
-#include "Quorvi/platform/Descriptor.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 
 namespace quorvi {
 

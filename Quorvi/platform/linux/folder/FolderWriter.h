@@ -5,8 +5,8 @@
 #include <memory>
 #include <string_view>
 
-#include "Quorvi/platform/Descriptor.h"
 #include "Quorvi/platform/linux/folder/FolderLog.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 
 namespace quorvi {
 

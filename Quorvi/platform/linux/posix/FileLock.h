@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "Quorvi/platform/Descriptor.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {

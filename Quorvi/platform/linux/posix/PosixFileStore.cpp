@@ -10,7 +10,7 @@
 #include <string>
 #include <system_error>
 
-#include "Quorvi/platform/Descriptor.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 #include "Quorvi/platform/linux/posix/PrivateFolder.h"
 
 namespace quorvi {

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <system_error>
 
-#include "Quorvi/platform/Descriptor.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 #include "Quorvi/platform/linux/posix/PrivateFolder.h"
 
 namespace quorvi {

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "Quorvi/platform/Descriptor.h"
+#include "Quorvi/platform/linux/posix/Descriptor.h"
 #include "Quorvi/platform/linux/postgres/PostgresAddress.h"
 #include "Quorvi/platform/linux/postgres/PostgresConnection.h"
 #include "Quorvi/platform/linux/postgres/PostgresJob.h"

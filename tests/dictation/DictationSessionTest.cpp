@@ -6,8 +6,7 @@ namespace {
 TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     keyboard.press(f8);
     settle();
-    EXPECT_EQ(model->stage(), Stage::recording);
-    EXPECT_EQ(model->message(), "Dictating into Editor");
+    expect(Stage::recording, say::dictatingInto("Editor"));
     EXPECT_EQ(overlay, "shown");
     EXPECT_EQ(cues(), 1);
     EXPECT_EQ(service.opened.size(), 1u) << "opened while the user speaks";
@@ -16,13 +15,12 @@ TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     EXPECT_NEAR(model->level(), 0.7, 0.001);
     keyboard.release(f8);
     settle();
-    EXPECT_EQ(model->stage(), Stage::transcribing);
-    EXPECT_EQ(model->message(), "Converting speech to text…");
+    expect(Stage::transcribing, say::convertingSpeech());
     EXPECT_EQ(cues(), 2);
-    EXPECT_EQ(recordingsLeft(), 0);
+    EXPECT_TRUE(recordings.named.empty());
 
     scheduler.advance(500ms);
-    EXPECT_EQ(model->stage(), Stage::inserting);
+    expect(Stage::inserting, say::insertingInto("Editor"));
     EXPECT_EQ(fieldText(), "Dear Hello there");
     ASSERT_EQ(history.records().size(), 1u);
     const auto& record = history.records()[0];
@@ -33,8 +31,7 @@ TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     EXPECT_NEAR(record.audioSeconds, 1, 0.01);
 
     scheduler.advance(1s);
-    EXPECT_EQ(model->stage(), Stage::success);
-    EXPECT_EQ(model->message(), "Paste sent to Editor.");
+    expect(Stage::success, say::pasteSent("Editor"));
     EXPECT_EQ(pasteboard.text(), "mine");
     EXPECT_EQ(lastCode(), "observer.started");
     EXPECT_FALSE(model->hotkey().cancelEnabled());
@@ -43,8 +40,8 @@ TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     EXPECT_EQ(model->stage(), Stage::success) << "the stage stays";
 }
 
-// Whatever else goes on waking the processor up empties a battery for nothing.
-TEST_F(DictationTest, WhatIsDoneLeavesNoTimerButTheLookAtThePermissions) {
+// Every timer that stays wakes the processor up and costs battery.
+TEST_F(DictationTest, LeavesNoTimerBehindButThePollOfThePermissions) {
     const std::vector<Duration> idle{2s};
     EXPECT_EQ(scheduler.timers(), idle);
     dictateToTheEnd();
@@ -54,7 +51,7 @@ TEST_F(DictationTest, WhatIsDoneLeavesNoTimerButTheLookAtThePermissions) {
     keyboard.press(f8);
     scheduler.advance(1s);
     model->cancel();
-    model->armInsertionTest(true);
+    model->armInsertionTest(AppModel::Sample::learning);
     scheduler.advance(1s);
     model->cancel();
     scheduler.advance(10s);
@@ -92,14 +89,13 @@ TEST_F(DictationTest, TheShortcutDoesNothingWhileWorking) {
         model->start();
         scheduler.advance(1s);
         model->finish();
-        settle();
-        keyboard.tap(f8);
-        settle();
-        EXPECT_EQ(model->stage(), Stage::transcribing);
-        scheduler.advance(600ms);
-        keyboard.tap(f8);
-        settle();
-        EXPECT_EQ(model->stage(), Stage::inserting);
+        for (const auto stage : {Stage::transcribing, Stage::inserting}) {
+            settle();
+            keyboard.tap(f8);
+            settle();
+            EXPECT_EQ(model->stage(), stage);
+            scheduler.advance(600ms);
+        }
         scheduler.advance(2s);
         EXPECT_EQ(microphone.captures, mode == DictationMode::hold ? 1 : 2);
         moveCaret();
@@ -119,13 +115,11 @@ TEST_F(DictationTest, EscapeAtAnyMomentLeavesNothingBehind) {
         keyboard.tap(keyCode::escape);
         keyboard.release(f8);
         settle();
-        EXPECT_EQ(model->message(), "Cancelled. Ready for your next dictation.");
         EXPECT_EQ(overlay, "hidden");
         EXPECT_FALSE(microphone.isCapturing());
         scheduler.advance(10s);
-        EXPECT_EQ(model->stage(), Stage::idle) << "a late result changed it";
+        expect(Stage::idle, say::dictationCancelled());
         EXPECT_EQ(pasteboard.text(), "mine");
-        EXPECT_EQ(recordingsLeft(), 0);
         EXPECT_EQ(history.records().size(), saved + (moment > 1500ms ? 1 : 0))
             << "words that were recognised are kept";
         moveCaret();
@@ -151,21 +145,113 @@ TEST_F(DictationTest, AnAnswerThatArrivesAfterACancelIsDropped) {
     EXPECT_EQ(history.records()[0].text, "second");
 }
 
+TEST_F(DictationTest, ARecordingThatIsTooShortOrTooQuietIsRefusedWithoutARequest) {
+    const std::pair<Duration, float> rows[] = {
+        {0ms, -20.0F}, {250ms, -20.0F}, {2s, -60.0F}, {2s, -48.0F}};
+    for (const auto& [time, level] : rows) {
+        SCOPED_TRACE(testing::Message() << time.count() << " ns at " << level << " dB");
+        microphone.setLevel(level);
+        dictate(time);
+        expectFailure(say::noAudibleSpeech());
+        scheduler.advance(1s);
+        EXPECT_FALSE(microphone.isCapturing());
+    }
+    // The shortcut is released while an application that hangs is asked for its field.
+    accessibility.hang(accessibility.applicationElement(editor));
+    accessibility.hang(accessibility.systemWideElement());
+    keyboard.press(f8);
+    scheduler.post([this] { keyboard.release(f8); });
+    scheduler.advance(5s);
+    expectFailure(say::noAudibleSpeech());
+    EXPECT_FALSE(microphone.isCapturing());
+    EXPECT_TRUE(service.requests.empty());
+}
+
+TEST_F(DictationTest, ARefusedInsertionLeavesTheTextOnTheClipboard) {
+    dictate();
+    keyboard.tap(0);  // the user types while the service works
+    scheduler.advance(2s);
+    expect(Stage::clipboard, say::textCopied());
+    EXPECT_TRUE(model->canCopyFromOverlay());
+    EXPECT_EQ(pasteboard.text(), "Hello there");
+    EXPECT_EQ(history.records().size(), 1u);
+    EXPECT_TRUE(poster.posts.empty());
+    EXPECT_EQ(corrections.learningStatus(), say::learningNeedsPaste().english());
+    scheduler.advance(12s);
+    EXPECT_EQ(overlay, "hidden");
+
+    pasteboard.refusesWrites = true;
+    moveCaret();
+    dictateToTheEnd();
+    expectFailure(say::clipboardUnavailableForCopy());
+    pasteboard.refusesWrites = false;
+    model->copyTranscript();
+    settle();
+    expect(Stage::clipboard, say::textCopied());
+    EXPECT_EQ(pasteboard.text(), "Hello there");
+}
+
+TEST_F(DictationTest, WhatItLacksIsNamed) {
+    const std::pair<std::function<void()>, Message> rows[] = {
+        {[this] { keyStore.remove().start(); }, say::finishSetup()},
+        {[this] {
+             keyStore.save("sk-key").start();
+             permissions.setMicrophone(MicrophoneAuthorization::denied);
+         },
+         say::finishSetup()},
+        {[this] {
+             permissions.setMicrophone(MicrophoneAuthorization::authorized);
+             secureField();
+         },
+         say::selectRegularField()},
+        {[this] {
+             EXPECT_EQ(microphone.captures, 0) << "the microphone stayed shut";
+             accessibility.unset(field, "AXSubrole");
+             microphone.recordFailure = say::microphoneCouldNotStart();
+         },
+         say::microphoneCouldNotStart()}};
+    for (const auto& [prepare, message] : rows) {
+        prepare();
+        dictate();
+        expectFailure(message);
+    }
+}
+
+TEST_F(DictationTest, TroubleWhileRecordingEndsInItsSentence) {
+    const std::pair<std::function<void()>, Message> rows[] = {
+        {[this] { microphone.end(CaptureEnd::deviceLost); }, say::recordingStopped()},
+        {[this] { permissions.setMicrophone(MicrophoneAuthorization::denied); },
+         say::permissionChanged()},
+        {[this] { keyboard.disable(); }, say::keyboardInterrupted()},
+    };
+    for (const auto& [trouble, message] : rows) {
+        keyboard.press(f8);
+        scheduler.advance(1s);
+        trouble();
+        scheduler.advance(2s);
+        expectFailure(message);
+        permissions.setMicrophone(MicrophoneAuthorization::authorized);
+        keyboard.release(f8);
+    }
+    keyboard.press(f8);
+    scheduler.advance(1s);
+    workspace.sleep();
+    EXPECT_EQ(model->stage(), Stage::idle);
+    keyboard.release(f8);
+}
+
 TEST_F(DictationTest, AnUnverifiedPasteIsSentAndSaysThatLearningCannotFollow) {
     poster.onPost = nullptr;
     dictateToTheEnd();
     EXPECT_EQ(model->stage(), Stage::success);
-    EXPECT_EQ(corrections.learningStatus(),
-              "Could not verify readable text in Editor. Use Remember correction for this "
-              "dictation.");
+    EXPECT_EQ(corrections.learningStatus(), say::textNotVerified("Editor").english());
     EXPECT_EQ(lastCode(), "paste.valueMismatch") << "no watch without a verified paste";
 }
 
 TEST_F(DictationTest, ALearnedCorrectionIsShownUnlessSomethingMoreUrgentIs) {
     const TextCorrection rule{.id = newUuid(), .original = "oxygen", .replacement = "oxygon"};
     corrections.onLearned(rule);
-    EXPECT_EQ(model->stage(), Stage::learned);
-    EXPECT_EQ(model->message(), "oxygen → oxygon");
+    expect(Stage::learned, say::verbatim(std::string("oxygen → oxygon")));
     keyboard.press(f8);
     settle();
     corrections.onLearned(rule);
@@ -192,7 +278,6 @@ TEST_F(DictationTest, AFixOfThePastedTextIsLearnedAndShown) {
     scheduler.advance(3s);
     EXPECT_EQ(newest(), "theer");
     EXPECT_EQ(model->stage(), Stage::learned);
-    EXPECT_EQ(model->message(), "there → theer");
     EXPECT_EQ(overlay, "shown");
 
     // The next dictation takes a last look; nothing is shown over it.

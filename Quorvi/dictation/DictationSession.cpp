@@ -1,0 +1,330 @@
+#include "Quorvi/dictation/DictationSession.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "QuorviCore/Error.h"
+
+namespace quorvi {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Duration meterInterval = 50ms;
+constexpr double longestRecording = 180;  // seconds
+constexpr double shortestRecording = 0.3;
+constexpr double startCueLength = 0.18;
+constexpr float speechThreshold = -48;  // dB relative to full scale
+constexpr int leastAudibleTicks = 2;
+
+}  // namespace
+
+DictationSession::DictationSession(Environment environment)
+    : environment_(std::move(environment)),
+      recorder_(environment_.audioInput, environment_.recordings, environment_.disk,
+                environment_.scheduler),
+      sounds_(environment_.soundOutput),
+      client_(environment_.transport, environment_.service),
+      tasks_(environment_.scheduler) {
+    followRecorder();
+}
+
+void DictationSession::followRecorder() {
+    recorder_.onRecordingChanged = [this](bool began) {
+        const auto cue = began ? RecordingCue::start : RecordingCue::stop;
+        sounds_.play(cue, environment_.soundStyle(cue));
+    };
+    recorder_.onFailure = [this](const Message& reason) {
+        if (environment_.status.stage() != DictationStage::recording) return;
+        cancel();
+        fail(reason);
+    };
+}
+
+bool DictationSession::canBegin() const {
+    return !isActive(environment_.status.stage()) && !isStarting_ && !isClosed_;
+}
+
+void DictationSession::shortcutChanged(bool down) {
+    const auto stage = environment_.status.stage();
+    const bool recording = stage == DictationStage::recording || isStarting_;
+    switch (dictationAction(environment_.hotkey.mode(), down, recording, isBusy(stage))) {
+        case DictationAction::start:
+            start();
+            break;
+        case DictationAction::finish:
+            finish();
+            break;
+        case DictationAction::none:
+            break;
+    }
+}
+
+void DictationSession::start() {
+    if (!canBegin()) return;
+    environment_.status.withdrawCopy();
+    environment_.permissions.refresh();
+    if (!environment_.permissions.ready()) {
+        fail(say::finishSetup());
+        return;
+    }
+    environment_.learning.finishWatch();
+    isStarting_ = true;
+    recorder_.prepare();
+    startTask_ = tasks_.start(
+        [this, id = supersede()](std::stop_token stop) { return begin(id, std::move(stop)); });
+}
+
+Task<void> DictationSession::begin(Id id, std::stop_token stop) {
+    std::optional<Message> problem;
+    try {
+        auto capturing =
+            environment_.insertion.capture(environment_.hotkey.inputGeneration(), stop);
+        auto target = co_await capturing;
+        auto recording = recorder_.start(stop);
+        co_await recording;
+        if (!isCurrent(id, stop)) co_return;
+        recordingBegan(std::move(target));
+    } catch (const std::exception& error) {
+        problem = messageOf(error);
+    }
+    if (problem && isCurrent(id, stop)) {
+        isStarting_ = false;
+        fail(*std::move(problem));
+    }
+}
+
+void DictationSession::recordingBegan(InsertionTarget target) {
+    auto& status = environment_.status;
+    isStarting_ = false;
+    client_.openConnection();
+    target_ = std::move(target);
+    const bool cueSounds =
+        environment_.soundStyle(RecordingCue::start) != RecordingSoundStyle::silent;
+    meterFrom_ = cueSounds ? startCueLength : 0;
+    audibleTicks_ = 0;
+    resetMeter();
+    environment_.hotkey.setCancelEnabled(true);
+    status.keepOverlay();
+    status.enter(DictationStage::recording, say::dictatingInto(target_->app()));
+    status.showOverlay();
+    meterTimer_ = environment_.scheduler.every(meterInterval, [this] { meterTick(); });
+}
+
+void DictationSession::meterTick() {
+    if (environment_.status.stage() != DictationStage::recording) return;
+    elapsed_ = recorder_.duration();
+    const auto power = recorder_.meter();
+    level_ = std::clamp((static_cast<double>(power) + 55) / 50, 0.0, 1.0);
+    if (meterFrom_ <= elapsed_ && power > speechThreshold) ++audibleTicks_;
+    if (onChange) onChange();
+    if (elapsed_ >= longestRecording) finish();
+}
+
+void DictationSession::finish() {
+    if (isStarting_) {
+        // The shortcut was released before the microphone was open.
+        cancel();
+        fail(say::noAudibleSpeech());
+        return;
+    }
+    if (environment_.status.stage() != DictationStage::recording) return;
+    meterTimer_.cancel();
+    const double duration = recorder_.duration();
+    if (duration < shortestRecording || audibleTicks_ < leastAudibleTicks) {
+        fail(say::noAudibleSpeech());
+        return;
+    }
+    recorder_.stopCapture();
+    if (!target_) {
+        fail(say::chooseFieldAgain());
+        return;
+    }
+    level_ = 0;
+    environment_.status.enter(DictationStage::transcribing, say::convertingSpeech());
+    Dictation dictation{.id = id_,
+                        .target = *target_,
+                        .options = environment_.options(),
+                        .rules = environment_.corrections.rules(),
+                        .duration = duration};
+    uploadTask_ = tasks_.start(
+        [this, &dictation](std::stop_token stop) { return process(std::move(dictation), stop); });
+}
+
+Task<void> DictationSession::process(Dictation dictation, std::stop_token stop) {
+    auto copying = environment_.insertion.copyClipboardAhead(stop);
+    copying.start();
+    std::string transcript;
+    std::optional<Message> problem;
+    try {
+        auto transcribing = transcribe(dictation, stop);
+        transcript = co_await transcribing;
+    } catch (const std::exception& error) {
+        problem = messageOf(error);
+    }
+    if (!isCurrent(dictation.id, stop)) co_return;
+    if (problem) {
+        fail(*std::move(problem));
+        co_return;
+    }
+    auto recognition = correct(dictation, transcript);
+    auto clipboard = co_await copying;
+    auto inserting =
+        insert(std::move(dictation), std::move(recognition), std::move(clipboard), stop);
+    co_await inserting;
+}
+
+Task<std::string> DictationSession::transcribe(Dictation dictation, std::stop_token stop) {
+    auto closing = recorder_.finish(stop);
+    auto readingKey = environment_.keyStore.read(stop);
+    closing.start();
+    readingKey.start();
+    auto audio = co_await closing;
+    auto apiKey = co_await readingKey;
+    auto asking = client_.transcribe(std::move(audio), std::move(apiKey), dictation.options, stop);
+    co_return co_await asking;
+}
+
+DictationSession::Recognition DictationSession::correct(const Dictation& dictation,
+                                                        const std::string& transcript) {
+    auto corrected = dictation.rules.applying(transcript);
+    lastTranscript_ = corrected.text;
+    // Saved before it is inserted: a failed paste still leaves the words in the history. A history
+    // that fails reports that by itself, and must not keep the words from the user.
+    try {
+        environment_.history.record(corrected.text, dictation.duration, dictation.target.appName,
+                                    std::string(rawValue(dictation.options.language)),
+                                    dictation.options.model, environment_.scheduler.date());
+    } catch (const std::exception&) {
+    }
+    environment_.status.enter(DictationStage::inserting,
+                              say::insertingInto(dictation.target.app()));
+    return {std::move(corrected.text), std::move(corrected.appliedRules)};
+}
+
+Task<void> DictationSession::insert(Dictation dictation, Recognition recognition,
+                                    TranscriptClipboard::Copy clipboard, std::stop_token stop) {
+    auto& corrections = environment_.corrections;
+    if (corrections.learnsAutomatically())
+        corrections.setLearningStatus(say::checkingLearning(dictation.target.app()).english());
+
+    auto request = environment_.learning.request(
+        dictation.target, std::move(recognition.appliedRules),
+        [this, id = dictation.id, stop] { return isCurrent(id, stop); });
+    request.clipboard = std::move(clipboard);
+    bool pasted = false;
+    bool verified = false;
+    try {
+        auto inserting = environment_.insertion.insert(recognition.text, dictation.target,
+                                                       std::move(request), stop);
+        verified = (co_await inserting).has_value();
+        pasted = true;
+    } catch (const std::exception&) {
+    }
+    if (!isCurrent(dictation.id, stop)) co_return;
+    if (pasted) {
+        pasteSent(dictation, verified);
+        co_return;
+    }
+    corrections.setLearningStatus(say::learningNeedsPaste().english());
+    auto offering = offerManualPaste(std::move(recognition.text), dictation.id, stop);
+    co_await offering;
+}
+
+void DictationSession::pasteSent(const Dictation& dictation, bool verified) {
+    auto& corrections = environment_.corrections;
+    if (!verified && corrections.learnsAutomatically())
+        corrections.setLearningStatus(say::textNotVerified(dictation.target.app()).english());
+    environment_.hotkey.setCancelEnabled(false);
+    environment_.status.enter(DictationStage::success, say::pasteSent(dictation.target.app()));
+    environment_.status.hideOverlayAfter(2s);
+}
+
+Task<void> DictationSession::offerManualPaste(std::string text, Id id, std::stop_token stop) {
+    auto copying = environment_.insertion.copyForManualPaste(std::move(text), stop);
+    const bool copied = co_await copying;
+    if (!isCurrent(id, stop)) co_return;
+    environment_.hotkey.setCancelEnabled(false);
+    environment_.status.offerCopy(copied ? DictationStage::clipboard : DictationStage::failure,
+                                  copied ? say::textCopied() : say::clipboardUnavailableForCopy());
+    environment_.status.showOverlay(12s);
+}
+
+void DictationSession::copyTranscript() {
+    if (lastTranscript_.empty()) return;
+    tasks_.start([this](std::stop_token stop) { return copyForUser(std::move(stop)); });
+}
+
+Task<void> DictationSession::copyForUser(std::stop_token stop) {
+    const auto id = id_;
+    auto copying = environment_.insertion.copyForManualPaste(lastTranscript_, stop);
+    const bool copied = co_await copying;
+    // The message is that of a dictation which has begun meanwhile.
+    if (!isCurrent(id, stop)) co_return;
+    auto& status = environment_.status;
+    auto outcome = copied ? say::textCopied() : say::couldNotCopy();
+    if (!status.offersCopy()) {
+        status.say(std::move(outcome));
+        co_return;
+    }
+    status.offerCopy(copied ? DictationStage::clipboard : DictationStage::failure,
+                     std::move(outcome));
+    status.showOverlay(copied ? 4s : 12s);
+}
+
+void DictationSession::clearTranscript() {
+    if (!std::exchange(lastTranscript_, {}).empty() && onChange) onChange();
+}
+
+void DictationSession::cancel() {
+    supersede();
+    isStarting_ = false;
+    startTask_.cancel();
+    uploadTask_.cancel();
+    if (onCancel) onCancel();
+    meterTimer_.cancel();
+    recorder_.discard();
+    environment_.insertion.restoreClipboard();
+    environment_.learning.abandonWatch();
+    target_.reset();
+    resetMeter();
+    environment_.hotkey.setCancelEnabled(false);
+    environment_.status.keepOverlay();
+    environment_.status.enter(DictationStage::idle, say::dictationCancelled());
+    environment_.status.hideOverlay();
+}
+
+void DictationSession::fail(Message reason) {
+    meterTimer_.cancel();
+    recorder_.discard();
+    level_ = 0;
+    environment_.hotkey.setCancelEnabled(false);
+    environment_.status.enter(DictationStage::failure, std::move(reason));
+    environment_.status.showOverlay(6s);
+}
+
+void DictationSession::keyboardInterrupted() {
+    if (!isActive(environment_.status.stage()) && !isStarting_) return;
+    cancel();
+    fail(say::keyboardInterrupted());
+}
+
+void DictationSession::permissionsRefreshed() {
+    const auto& permissions = environment_.permissions;
+    if (environment_.status.stage() != DictationStage::recording) return;
+    if (permissions.microphone() && permissions.accessibility()) return;
+    cancel();
+    fail(say::permissionChanged());
+}
+
+void DictationSession::previewSound(RecordingCue cue) {
+    if (!isActive(environment_.status.stage())) sounds_.play(cue, environment_.soundStyle(cue));
+}
+
+void DictationSession::resetMeter() {
+    elapsed_ = 0;
+    level_ = 0;
+}
+
+}  // namespace quorvi

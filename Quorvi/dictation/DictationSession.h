@@ -1,0 +1,145 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Quorvi/dictation/AudioRecorder.h"
+#include "Quorvi/dictation/DictationStatus.h"
+#include "Quorvi/dictation/PasteLearning.h"
+#include "Quorvi/dictation/Permissions.h"
+#include "Quorvi/dictation/RecordingSounds.h"
+#include "Quorvi/history/HistoryStore.h"
+#include "Quorvi/transcription/TranscriptionClient.h"
+#include "QuorviCore/async/TaskScope.h"
+
+namespace quorvi {
+
+// Runs one dictation at a time, from the start to the inserted text: captures the field, records,
+// has the recording transcribed, applies the rules, keeps the text in the history and inserts it.
+// What can't be inserted goes to the clipboard. Every failure ends in a sentence of the status.
+//
+// Main thread; owned by the controller. What takes time runs in cancellable tasks, whose results
+// count only while their dictation is the current one.
+class DictationSession {
+public:
+    using Id = std::uint64_t;
+
+    // Everything outlives the session.
+    struct Environment {
+        Scheduler& scheduler;
+        Executor& disk;
+        AudioInput& audioInput;
+        RecordingFiles& recordings;
+        SoundOutput& soundOutput;
+        HttpTransport& transport;
+        std::string service;  // see serviceAddress()
+        KeyStore& keyStore;
+        HistoryStore& history;
+        CorrectionStore& corrections;
+        GlobalHotkey& hotkey;
+        TextInsertion& insertion;
+        PasteLearning& learning;
+        Permissions& permissions;
+        DictationStatus& status;
+        // The user's choices at the moment of the call.
+        std::function<TranscriptionOptions()> options;
+        std::function<RecordingSoundStyle(RecordingCue)> soundStyle;  // silent without sounds
+    };
+
+    explicit DictationSession(Environment environment);
+
+    double elapsed() const { return elapsed_; }  // seconds of the recording
+    double level() const { return level_; }      // of the microphone, 0 to 1
+    const std::string& lastTranscript() const { return lastTranscript_; }
+    void clearTranscript();
+
+    // Called after a change of the above.
+    std::function<void()> onChange;
+    // Called when whatever is under way ends without a result.
+    std::function<void()> onCancel;
+
+    // Nothing is under way, and close() has not been called.
+    bool canBegin() const;
+    // start() and finish() do nothing at the wrong time.
+    void start();
+    void finish();
+    void cancel();
+    // Ends the dictation and shows why.
+    void fail(Message reason);
+    // Starts or finishes as the mode of the shortcut asks for.
+    void shortcutChanged(bool down);
+
+    // What may happen during a dictation; each ends one with its sentence.
+    void keyboardInterrupted();
+    void permissionsRefreshed();
+
+    // Copies the last transcript to the clipboard for good.
+    void copyTranscript();
+    void previewSound(RecordingCue cue);
+
+    void removeStaleRecordings() { recorder_.removeStaleRecordings(); }
+
+    // Makes earlier dictations outdated and returns the id of the one that begins.
+    Id supersede() { return ++id_; }
+    bool isCurrent(Id id) const { return id == id_; }
+
+    // Begins no dictation any more.
+    void close() { isClosed_ = true; }
+    bool isIdle() const { return tasks_.isEmpty(); }
+
+private:
+    // What one dictation carries from its recording to the inserted text.
+    struct Dictation {
+        Id id;
+        InsertionTarget target;
+        TranscriptionOptions options;
+        TextCorrections rules;
+        double duration = 0;  // seconds
+    };
+    struct Recognition {
+        std::string text;
+        std::vector<TextCorrection> appliedRules;
+    };
+
+    void followRecorder();
+    Task<void> begin(Id id, std::stop_token stop);
+    void recordingBegan(InsertionTarget target);
+    void meterTick();
+    Task<void> process(Dictation dictation, std::stop_token stop);
+    Task<std::string> transcribe(Dictation dictation, std::stop_token stop);
+    Recognition correct(const Dictation& dictation, const std::string& transcript);
+    Task<void> insert(Dictation dictation, Recognition recognition,
+                      TranscriptClipboard::Copy clipboard, std::stop_token stop);
+    void pasteSent(const Dictation& dictation, bool verified);
+    Task<void> offerManualPaste(std::string text, Id id, std::stop_token stop);
+    Task<void> copyForUser(std::stop_token stop);
+    bool isCurrent(Id id, const std::stop_token& stop) const {
+        return id == id_ && !stop.stop_requested();
+    }
+    void resetMeter();
+
+    Environment environment_;
+    AudioRecorder recorder_;
+    RecordingSounds sounds_;
+    TranscriptionClient client_;
+
+    Id id_ = 0;  // changes with every start and cancellation
+    // The field is being captured and the microphone opened; the stage is not yet recording.
+    bool isStarting_ = false;
+    bool isClosed_ = false;
+    std::optional<InsertionTarget> target_;
+    double elapsed_ = 0;
+    double level_ = 0;
+    double meterFrom_ = 0;  // seconds of recording before which the start cue may be heard
+    int audibleTicks_ = 0;
+    std::string lastTranscript_;
+    Timer meterTimer_;
+    TaskHandle startTask_;
+    TaskHandle uploadTask_;
+    TaskScope tasks_;  // last: tasks end before what they use
+};
+
+}  // namespace quorvi

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+
+#include "Quorvi/platform/RecordingFiles.h"
+
+namespace quorvi {
+
+// Recordings as files of a folder that only its owner can read. Refuses a folder that is a link or
+// belongs to another user: a temporary folder is shared, so anybody could have put one there first.
+// Immutable.
+class PosixRecordingFiles : public RecordingFiles {
+public:
+    explicit PosixRecordingFiles(std::filesystem::path folder);
+
+    std::filesystem::path newFile() const override;
+    void prepare() override;
+    std::shared_ptr<const OpenRecording> takeOut(const std::filesystem::path& file) override;
+    void remove(const std::filesystem::path& file) override;
+    // Files of other kinds stay.
+    void removeLeftOver() override;
+
+private:
+    const std::filesystem::path folder_;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,89 @@
+#include "Quorvi/platform/linux/posix/PosixRecordingFiles.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <set>
+#include <string>
+
+#include "QuorviCore/Error.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PosixRecordingFilesTest : public testing::Test {
+protected:
+    // The sentence of the refusal, empty if there is none.
+    std::string refusal() {
+        try {
+            files.prepare();
+        } catch (const QuorviError& error) {
+            return error.what();
+        }
+        return {};
+    }
+    std::set<std::string> names() const {
+        std::set<std::string> all;
+        for (const auto& entry : fs::directory_iterator(folder))
+            all.insert(entry.path().filename());
+        return all;
+    }
+
+    const TestFolder root;
+    const fs::path folder = root.path() / "recordings";
+    PosixRecordingFiles files{folder};
+};
+
+TEST_F(PosixRecordingFilesTest, ARecordingThatIsTakenOutHasNoNameAndCanBeReadAsAWhole) {
+    EXPECT_EQ(refusal(), "");
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+    const auto file = files.newFile();
+    EXPECT_NE(file, files.newFile());
+    std::ofstream writer(file);
+    const auto taken = files.takeOut(file);
+    EXPECT_TRUE(names().empty());
+    EXPECT_TRUE(taken->read().empty());
+    const std::string sound(100'000, 's');
+    writer << sound << std::flush;
+    EXPECT_EQ(textOf(taken->read()), sound);
+    EXPECT_THROW(files.takeOut(file), QuorviError);
+}
+
+TEST_F(PosixRecordingFilesTest, AFolderThatIsNotSafelyTheUsersOwnIsRefusedAndLeftAlone) {
+    const auto notOwn = say::recordingFolderNotOwn(folder.string()).english();
+    const auto elsewhere = root.path() / "elsewhere";
+    fs::create_directory(elsewhere);
+    fs::create_directory_symlink(elsewhere, folder);
+    std::ofstream(elsewhere / "kept.m4a") << "kept";
+    EXPECT_EQ(refusal(), notOwn);
+    files.removeLeftOver();
+    EXPECT_TRUE(fs::exists(elsewhere / "kept.m4a"));
+    fs::remove(folder);
+    std::ofstream(folder) << "a file";
+    EXPECT_EQ(refusal(), notOwn);
+    fs::remove(folder);
+    fs::create_directory(folder);
+    if (::geteuid() == 0) {
+        ASSERT_EQ(::chown(folder.c_str(), 12345, 12345), 0);
+        EXPECT_EQ(refusal(), notOwn);
+        ASSERT_EQ(::chown(folder.c_str(), 0, 0), 0);
+    }
+    fs::permissions(folder, fs::perms::all);
+    EXPECT_EQ(refusal(), "");
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(PosixRecordingFilesTest, OnlyLeftOverRecordingsAreRemoved) {
+    files.removeLeftOver();
+    fs::create_directory(folder);
+    for (const char* name : {"old.m4a", "notes.txt", "m4a"}) std::ofstream(folder / name) << "x";
+    files.removeLeftOver();
+    EXPECT_EQ(names(), (std::set<std::string>{"m4a", "notes.txt"}));
+}
+
+}  // namespace
+}  // namespace quorvi::test
