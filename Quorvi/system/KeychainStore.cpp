@@ -15,9 +15,9 @@ using Status = KeychainStatus;
 
 constexpr auto syncKey = "syncAPIKey";
 
-QuorviError failure(const char* sentence, Status status) {
-    return QuorviError::message(std::string(sentence) + " (" +
-                                std::to_string(static_cast<std::int32_t>(status)) + ").");
+template <Sentence id>
+QuorviError failure(const SentenceMaker<id>& sentence, Status status) {
+    return QuorviError::message(sentence(static_cast<std::int32_t>(status)));
 }
 
 bool isGone(Status status) {
@@ -61,24 +61,22 @@ public:
 
     void remove() const {
         if (const auto status = keychain_.remove(synchronized, stop_); !isGone(status))
-            throw failure("Could not remove the iCloud Keychain copy", status);
+            throw failure(say::apiKeyCopyNotRemoved, status);
         if (const auto status = keychain_.remove(local, stop_); !isGone(status))
-            throw failure("Could not remove the key from Keychain", status);
+            throw failure(say::apiKeyNotRemoved, status);
     }
 
     void setSyncEnabled(bool on) const {
         if (hasKeyUnlocking()) {
             const auto item = read();
             if (item.status != Status::success || !text::isValidUtf8(item.secret.view()))
-                throw QuorviError::message(unavailable);
+                throw QuorviError::message(say::apiKeyUnavailable());
             write(item.secret, on);
         }
         if (on) return;
         if (const auto status = keychain_.remove(synchronized, stop_); !isGone(status))
             throw syncFailure(status);
     }
-
-    static constexpr auto unavailable = "Your API key is unavailable. Add it again in Settings.";
 
 private:
     // Whether the item is there, asking the user to unlock the keychain when it can't be told.
@@ -111,11 +109,9 @@ private:
         if (status != Status::success) throw saveFailure(status);
     }
 
-    static QuorviError saveFailure(Status status) {
-        return failure("Could not save your API key to Keychain", status);
-    }
+    static QuorviError saveFailure(Status status) { return failure(say::apiKeyNotSaved, status); }
     static QuorviError syncFailure(Status status) {
-        return failure("Could not update iCloud Keychain", status);
+        return failure(say::apiKeyCopyNotUpdated, status);
     }
 
     Keychain& keychain_;
@@ -129,7 +125,7 @@ Secret validated(std::string key) {
     const Secret whole(std::move(key));
     Secret secret(text::trimmed(whole.view()));
     if (secret.view().empty() || text::containsWhiteSpace(secret.view()))
-        throw QuorviError::message("Enter a valid API key without spaces.");
+        throw QuorviError::message(say::apiKeyInvalid());
     return secret;
 }
 
@@ -212,7 +208,7 @@ Task<std::string> KeychainStore::read(std::stop_token stop) {
         stop);
     const auto item = co_await looking;
     if (item.status != Status::success || !text::isValidUtf8(item.secret.view()))
-        throw QuorviError::message(Items::unavailable);
+        throw QuorviError::message(say::apiKeyUnavailable());
     co_return std::string(item.secret.view());
 }
 

@@ -3,6 +3,7 @@
 #include <exception>
 #include <utility>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
 
 namespace quorvi {
@@ -13,23 +14,23 @@ using Status = LoginItemStatus;
 
 struct Outcome {
     Status status;
-    std::string error;
+    Message error;
 };
 
-const char* sentence(Status status) {
+Message messageOf(Status status) {
     switch (status) {
         case Status::notRegistered:
-            return "Quorvi will stay closed when you sign in.";
+            return say::loginItemOff();
         case Status::enabled:
-            return "Quorvi will start quietly in the menu bar when you sign in.";
+            return say::loginItemOn();
         case Status::requiresApproval:
-            return "Allow Quorvi in System Settings → General → Login Items.";
+            return say::loginItemNeedsApproval();
         case Status::notFound:
-            return "Launch at login is available after Quorvi is installed in Applications.";
+            return say::loginItemNotInstalled();
         case Status::unknown:
             break;
     }
-    return "Launch-at-login status is unavailable.";
+    return say::loginItemUnknown();
 }
 
 void enable(LoginItem& service) {
@@ -68,21 +69,21 @@ void LaunchAtLoginController::perform(Action action) {
     tasks_.start([this, &action](std::stop_token) { return run(std::move(action)); });
 }
 
-// The status comes after the action, and an error's own words in the place of the status's.
+// An error of the action is shown instead of the status after it.
 Task<void> LaunchAtLoginController::run(Action action) {
     auto working =
         inBackground(executor_, scheduler_, [&service = service_, action = std::move(action)] {
-            std::string error;
+            Message error;
             try {
                 action(service);
             } catch (const std::exception& failure) {
-                error = failure.what();
+                error = quorvi::messageOf(failure);
             }
             return Outcome{service.status(), std::move(error)};
         });
     const auto outcome = co_await working;
     status_ = outcome.status;
-    message_ = outcome.error.empty() ? sentence(outcome.status) : outcome.error;
+    message_ = outcome.error.isEmpty() ? messageOf(outcome.status) : outcome.error;
     changes_.notify();
 }
 

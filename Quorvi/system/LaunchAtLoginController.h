@@ -2,18 +2,18 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 
 #include "Quorvi/platform/LoginItem.h"
 #include "QuorviCore/async/Executor.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
-// Lets the user have the application start when they sign in: shows how that stands, and explains
-// it in a sentence. Main thread; what is asked for is done on the executor, one thing after
-// another, and shows once it is done.
+// Whether the application starts when the user signs in: the switch, and a sentence about its
+// state. Main thread; actions run on the executor, one after another, and change the state when
+// they end.
 class LaunchAtLoginController {
 public:
     // Refreshes at once.
@@ -23,16 +23,15 @@ public:
 
     bool isEnabled() const { return status_ == LoginItemStatus::enabled; }
     bool requiresApproval() const { return status_ == LoginItemStatus::requiresApproval; }
-    // The status, or the last error; empty until the status is known.
-    const std::string& message() const { return message_; }
+    // The status, or the error of the last action; empty until the status is known.
+    const Message& message() const { return message_; }
 
     [[nodiscard]] Subscription onChange(std::function<void()> observer) {
         return changes_.subscribe(std::move(observer));
     }
 
     void refresh();
-    // A program that the user has switched off in the desktop's settings is switched on there
-    // again.
+    // Opens the desktop's settings instead if the user has switched the program off there.
     void setEnabled(bool on);
     void openLoginItems();
 
@@ -47,7 +46,7 @@ private:
     Scheduler& scheduler_;
     Observable changes_;
     std::optional<LoginItemStatus> status_;
-    std::string message_;
+    Message message_;
     TaskScope tasks_;  // last: tasks end before what they use
 };
 

@@ -13,8 +13,7 @@ MemoryKeyStore::~MemoryKeyStore() {
 
 Task<std::string> MemoryKeyStore::read(std::stop_token stop) {
     throwIfStopped(stop);
-    if (key_.empty())
-        throw QuorviError::message("Your API key is unavailable. Add it again in Settings.");
+    if (key_.empty()) throw QuorviError::message(say::apiKeyUnavailable());
     co_return key_;
 }
 
@@ -26,7 +25,7 @@ Task<void> MemoryKeyStore::save(std::string key) {
         key_ = trimmed;
     }
     wipe(key);
-    if (!valid) throw QuorviError::message("Enter a valid API key without spaces.");
+    if (!valid) throw QuorviError::message(say::apiKeyInvalid());
     changes_.notify();
     co_return;
 }
@@ -42,9 +41,7 @@ Task<bool> MemoryKeyStore::syncEnabled() {
 }
 
 Task<void> MemoryKeyStore::setSyncEnabled(bool on) {
-    if (on)
-        throw QuorviError::message(
-            "This API key is kept in memory only. Save a key in Settings to sync it.");
+    if (on) throw QuorviError::message(say::apiKeyInMemoryOnly());
     co_return;
 }
 

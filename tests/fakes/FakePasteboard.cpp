@@ -38,8 +38,8 @@ Task<std::vector<PasteboardItem>> FakePasteboard::read(std::stop_token stop) {
         }
         hang_ = scheduler_.after(3s, [this, promise, done]() mutable {
             journal.push_back("read failed");
-            promise.reject(std::make_exception_ptr(QuorviError::message(
-                "The clipboard is unavailable. Your transcript is ready to copy in Quorvi.")));
+            promise.reject(
+                std::make_exception_ptr(QuorviError::message(say::clipboardUnavailable())));
             done();
         });
     });

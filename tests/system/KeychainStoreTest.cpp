@@ -67,10 +67,10 @@ TEST_F(KeychainStoreTest, SavesToTheCopyThatCounts) {
 
 TEST_F(KeychainStoreTest, RefusesWhatIsNoKeyBeforeAskingTheKeychain) {
     for (const auto* bad : {"", " \n", "two words", "line\nbreak", "no\u00A0break"})
-        EXPECT_EQ(outcome(store.save(bad)), "Enter a valid API key without spaces.") << bad;
+        EXPECT_EQ(outcome(store.save(bad)), say::apiKeyInvalid().english()) << bad;
     EXPECT_EQ(keychain.journal, Steps{});
     keychain.items[false] = "\xff\xfe";
-    EXPECT_EQ(outcome(store.read({})), "Your API key is unavailable. Add it again in Settings.");
+    EXPECT_EQ(outcome(store.read({})), say::apiKeyUnavailable().english());
 }
 
 TEST_F(KeychainStoreTest, SwitchingTheCopyOffKeepsTheKeyBeforeItDeletesTheCopy) {
@@ -92,19 +92,17 @@ TEST_F(KeychainStoreTest, NoFailureInTheMiddleLosesTheKeyOrChangesTheChoice) {
     struct Row {
         const char* step;
         Status status;
-        const char* message;
+        std::string message;
         bool on = false;
     };
     for (const auto& row :
-         {Row{"exists sync", Status::ioError, "Could not update iCloud Keychain (-36)."},
-          Row{"read sync", Status::internalComponent,
-              "Your API key is unavailable. Add it again in Settings."},
-          Row{"update", Status::interactionNotAllowed,
-              "Could not save your API key to Keychain (-25308)."},
-          Row{"add", Status::notAvailable, "Could not save your API key to Keychain (-25291)."},
-          Row{"remove sync", Status::userCanceled, "Could not update iCloud Keychain (-128)."},
-          Row{"update sync", Status::missingEntitlement,
-              "Could not save your API key to Keychain (-34018).", true}}) {
+         {Row{"exists sync", Status::ioError, say::apiKeyCopyNotUpdated(-36).english()},
+          Row{"read sync", Status::internalComponent, say::apiKeyUnavailable().english()},
+          Row{"update", Status::interactionNotAllowed, say::apiKeyNotSaved(-25308).english()},
+          Row{"add", Status::notAvailable, say::apiKeyNotSaved(-25291).english()},
+          Row{"remove sync", Status::userCanceled, say::apiKeyCopyNotUpdated(-128).english()},
+          Row{"update sync", Status::missingEntitlement, say::apiKeyNotSaved(-34018).english(),
+              true}}) {
         keychain.items = {{true, "sk-key"}};
         preferences.setBoolean("syncAPIKey", !row.on);
         keychain.failures = {{row.step, row.status}};
@@ -118,9 +116,9 @@ TEST_F(KeychainStoreTest, RemovesBothItemsAndSaysWhichOneItCould) {
     EXPECT_EQ(outcome(store.remove()), "done") << "nothing there";
     keychain.items = {{false, "sk-1"}, {true, "sk-2"}};
     keychain.failures = {{"remove", Status::ioError}};
-    EXPECT_EQ(outcome(store.remove()), "Could not remove the key from Keychain (-36).");
+    EXPECT_EQ(outcome(store.remove()), say::apiKeyNotRemoved(-36).english());
     keychain.failures = {{"remove sync", Status::notAvailable}};
-    EXPECT_EQ(outcome(store.remove()), "Could not remove the iCloud Keychain copy (-25291).");
+    EXPECT_EQ(outcome(store.remove()), say::apiKeyCopyNotRemoved(-25291).english());
     keychain.failures.clear();
     EXPECT_EQ(outcome(store.remove()), "done");
     EXPECT_EQ(keychain.items, Items{});
@@ -134,9 +132,9 @@ TEST_F(KeychainStoreTest, ALockedKeychainHasNoKeyUntilItIsReadAndIsNeverTakenFor
     keychain.changes.notify();
     scheduler.settle();
     EXPECT_FALSE(store.hasKey());
-    EXPECT_EQ(outcome(store.save("sk-x")), "Could not save your API key to Keychain (-128).");
-    EXPECT_EQ(setSync(false), "Could not update iCloud Keychain (-128).");
-    EXPECT_EQ(outcome(store.read({})), "Your API key is unavailable. Add it again in Settings.");
+    EXPECT_EQ(outcome(store.save("sk-x")), say::apiKeyNotSaved(-128).english());
+    EXPECT_EQ(setSync(false), say::apiKeyCopyNotUpdated(-128).english());
+    EXPECT_EQ(outcome(store.read({})), say::apiKeyUnavailable().english());
     keychain.userUnlocks = true;
     EXPECT_EQ(outcome(store.read({})), "sk-new");
     keychain.locked = true;

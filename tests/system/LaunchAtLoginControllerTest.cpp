@@ -28,52 +28,40 @@ TEST_F(LaunchAtLogin, SaysHowItStandsAndDoesOnlyWhatChangesThat) {
     struct Row {
         Status status;
         bool isEnabled, requiresApproval;
-        const char* message;
+        Message message;
         Steps switchingOn, switchingOff;
     };
-    EXPECT_EQ(controller.message(), "") << "not known yet";
-    for (const auto& row :
-         {Row{Status::notRegistered,
-              false,
-              false,
-              "Quorvi will stay closed when you sign in.",
-              {"register"},
-              {}},
-          Row{Status::enabled,
-              true,
-              false,
-              "Quorvi will start quietly in the menu bar when you sign in.",
-              {},
-              {"unregister"}},
-          Row{Status::requiresApproval,
-              false,
-              true,
-              "Allow Quorvi in System Settings → General → Login Items.",
-              {"settings"},
-              {"unregister"}},
-          Row{Status::notFound,
-              false,
-              false,
-              "Launch at login is available after Quorvi is installed in Applications.",
-              {"register"},
-              {"unregister"}},
-          Row{Status::unknown,
-              false,
-              false,
-              "Launch-at-login status is unavailable.",
-              {"register"},
-              {"unregister"}}}) {
+    EXPECT_TRUE(controller.message().isEmpty()) << "not known yet";
+    const Row rows[] = {
+        {Status::notRegistered, false, false, say::loginItemOff(), {"register"}, {}},
+        {Status::enabled, true, false, say::loginItemOn(), {}, {"unregister"}},
+        {Status::requiresApproval,
+         false,
+         true,
+         say::loginItemNeedsApproval(),
+         {"settings"},
+         {"unregister"}},
+        {Status::notFound,
+         false,
+         false,
+         say::loginItemNotInstalled(),
+         {"register"},
+         {"unregister"}},
+        {Status::unknown, false, false, say::loginItemUnknown(), {"register"}, {"unregister"}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.message.english());
         service.current = row.status;
         controller.refresh();
         scheduler.settle();
-        EXPECT_EQ(controller.isEnabled(), row.isEnabled) << row.message;
-        EXPECT_EQ(controller.requiresApproval(), row.requiresApproval) << row.message;
+        EXPECT_EQ(controller.isEnabled(), row.isEnabled);
+        EXPECT_EQ(controller.requiresApproval(), row.requiresApproval);
         EXPECT_EQ(controller.message(), row.message);
         set(true);
-        EXPECT_EQ(service.journal, row.switchingOn) << row.message;
+        EXPECT_EQ(service.journal, row.switchingOn);
         service.current = row.status;
         set(false);
-        EXPECT_EQ(service.journal, row.switchingOff) << row.message;
+        EXPECT_EQ(service.journal, row.switchingOff);
     }
 }
 
@@ -81,18 +69,18 @@ TEST_F(LaunchAtLogin, AnErrorsOwnWordsStandInThePlaceOfTheStatus) {
     service.refusal = "No space left on device";
     set(true);
     EXPECT_FALSE(controller.isEnabled());
-    EXPECT_EQ(controller.message(), "No space left on device");
+    EXPECT_EQ(controller.message().english(), "No space left on device");
     service.current = Status::enabled;
     set(false);
     EXPECT_TRUE(controller.isEnabled());
-    EXPECT_EQ(controller.message(), "No space left on device");
+    EXPECT_EQ(controller.message().english(), "No space left on device");
     controller.openLoginItems();
     scheduler.settle();
     EXPECT_EQ(service.journal.back(), "settings");
-    EXPECT_EQ(controller.message(), "No space left on device");
+    EXPECT_EQ(controller.message().english(), "No space left on device");
     controller.refresh();
     scheduler.settle();
-    EXPECT_EQ(controller.message(), "Quorvi will start quietly in the menu bar when you sign in.");
+    EXPECT_EQ(controller.message(), say::loginItemOn());
 }
 
 TEST_F(LaunchAtLogin, TwoQuickChangesOfMindEndInTheLastOne) {

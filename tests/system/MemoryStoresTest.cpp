@@ -2,6 +2,7 @@
 
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
+#include "QuorviCore/messages/Message.h"
 #include "tests/support/PreferencesContract.h"
 #include "tests/support/Waiting.h"
 
@@ -20,10 +21,9 @@ TEST(MemoryKeyStore, KeepsAKeyWithoutTheWhiteSpaceAroundItAndRefusesAnyInside) {
     MemoryKeyStore store;
     EXPECT_EQ(keyAfter(store, store.save("  sk-1234\n")), "sk-1234");
     for (const auto* bad : {"", " \n", "two words", "line\nbreak", "no\u00A0break"})
-        EXPECT_EQ(keyAfter(store, store.save(bad)), "Enter a valid API key without spaces.") << bad;
+        EXPECT_EQ(keyAfter(store, store.save(bad)), say::apiKeyInvalid().english()) << bad;
     EXPECT_TRUE(store.hasKey());
-    EXPECT_EQ(keyAfter(store, store.remove()),
-              "Your API key is unavailable. Add it again in Settings.");
+    EXPECT_EQ(keyAfter(store, store.remove()), say::apiKeyUnavailable().english());
     EXPECT_FALSE(store.hasKey());
 }
 

@@ -5,6 +5,7 @@
 
 #include "Quorvi/system/updates/UpdateFeed.h"
 #include "Quorvi/system/updates/UpdatePackage.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/updates/UpdateSignature.h"
 
@@ -14,11 +15,10 @@ namespace {
 
 constexpr std::string_view automaticChecksKey = "automaticUpdateChecks";
 
-std::string upToDateSentence(const UpdateChoice& choice, const std::string& current) {
-    if (!choice.forNewerSystem) return "Quorvi " + current + " is the newest version.";
+Message upToDate(const UpdateChoice& choice, const std::string& current) {
+    if (!choice.forNewerSystem) return say::updateNewest(current);
     const auto& item = *choice.forNewerSystem;
-    return "Quorvi " + item.displayVersion + " is available, but it needs version " +
-           item.minimumSystemVersion + " of your system or a later one.";
+    return say::updateNeedsNewerSystem(item.displayVersion, item.minimumSystemVersion);
 }
 
 }  // namespace
@@ -81,7 +81,7 @@ void AppUpdater::check() {
             enter(UpdateStage::checking);
             session_ = tasks_.start([this](std::stop_token stop) { return checkForUser(stop); });
         } else {
-            enter(UpdateStage::failed, "Updates aren't configured in this build.");
+            enter(UpdateStage::failed, say::updatesNotConfigured());
         }
     }
     if (showWindow) showWindow();
@@ -94,7 +94,7 @@ Task<void> AppUpdater::checkForUser(std::stop_token stop) {
         schedule_.noteChecked();
         throwIfStopped(stop);
         if (!choice.update) {
-            enter(UpdateStage::upToDate, upToDateSentence(choice, currentVersion()));
+            enter(UpdateStage::upToDate, upToDate(choice, currentVersion()));
             co_return;
         }
         auto readingNotes = readReleaseNotes(environment_, *choice.update, stop);
@@ -104,7 +104,7 @@ Task<void> AppUpdater::checkForUser(std::stop_token stop) {
         releaseNotes_ = std::move(notes);
         enter(UpdateStage::available);
     } catch (const std::exception& error) {
-        if (!stop.stop_requested()) enter(UpdateStage::failed, error.what());
+        if (!stop.stop_requested()) enter(UpdateStage::failed, messageOf(error));
     }
 }
 
@@ -130,7 +130,7 @@ Task<void> AppUpdater::downloadForUser(std::stop_token stop) {
         receivedBytes_ = update_->length;
         enter(UpdateStage::ready);
     } catch (const std::exception& error) {
-        if (!stop.stop_requested()) enter(UpdateStage::failed, error.what());
+        if (!stop.stop_requested()) enter(UpdateStage::failed, messageOf(error));
     }
 }
 
@@ -155,11 +155,9 @@ Task<void> AppUpdater::installForUser(std::filesystem::path package) {
         auto opening = environment_.installer.open(package);
         co_await opening;
         if (stage_ == UpdateStage::opening)
-            enter(UpdateStage::handedOver,
-                  "The system's installer has Quorvi " + update_->displayVersion +
-                      ". When it is done, quit Quorvi and start it again.");
+            enter(UpdateStage::handedOver, say::updateHandedOver(update_->displayVersion));
     } catch (const std::exception& error) {
-        if (stage_ == UpdateStage::opening) enter(UpdateStage::failed, error.what());
+        if (stage_ == UpdateStage::opening) enter(UpdateStage::failed, messageOf(error));
     }
 }
 
@@ -168,7 +166,7 @@ void AppUpdater::close() {
     session_.cancel();
     removePackage();
     update_.reset();
-    releaseNotes_.clear();
+    releaseNotes_ = {};
     publish(std::nullopt);
     enter(UpdateStage::idle);
 }
@@ -179,7 +177,7 @@ void AppUpdater::publish(std::optional<std::string> version) {
     changes_.notify();
 }
 
-void AppUpdater::enter(UpdateStage stage, std::string message) {
+void AppUpdater::enter(UpdateStage stage, Message message) {
     stage_ = stage;
     message_ = std::move(message);
     changes_.notify();

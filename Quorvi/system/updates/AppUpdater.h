@@ -10,11 +10,12 @@
 #include "Quorvi/system/updates/UpdateSchedule.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
+#include "QuorviCore/messages/Message.h"
 #include "QuorviCore/updates/Appcast.h"
 
 namespace quorvi {
 
-// What the user's check has come to.
+// How far the user's check for updates has got.
 enum class UpdateStage {
     idle,
     checking,
@@ -27,45 +28,45 @@ enum class UpdateStage {
     failed
 };
 
-// Looks for releases of this program and takes the user from one to the system's installer. Once a
-// day it looks by itself: what it finds is only published as availableVersion() and never shown in
-// a window. A check that the user asks for opens the window and goes on there. Main thread; owned
-// by the application and observed by the interface. Nothing of it but the switch and the date of
-// the last check survives a restart.
+// Finds new releases, downloads and verifies them, and hands them to the system's installer. A
+// scheduled check, once a day, only publishes availableVersion(); a check by the user opens the
+// window and continues there. Main thread; owned by the application, observed by the interface.
+// Only the switch and the date of the last check survive a restart.
 class AppUpdater {
 public:
     explicit AppUpdater(UpdateEnvironment environment);
     AppUpdater(const AppUpdater&) = delete;
     AppUpdater& operator=(const AppUpdater&) = delete;
 
-    // Told after any change of the state below; observers re-read it.
+    // Called after any change of the state below; observers re-read it.
     [[nodiscard]] Subscription onChange(std::function<void()> observer) {
         return changes_.subscribe(std::move(observer));
     }
 
-    // The display version of a release that a scheduled check has found and the user has not
-    // attended to.
+    // The display version of a release that a scheduled check has found, until the user downloads
+    // it or closes the window.
     const std::optional<std::string>& availableVersion() const { return availableVersion_; }
 
     bool automaticChecks() const;
     void setAutomaticChecks(bool enabled);
 
-    // The user's check. Shows the window; one that is already open is only brought to the front.
+    // Starts the user's check and shows the window. If the window is open it only comes to the
+    // front.
     void check();
 
     // What the window shows.
     UpdateStage stage() const { return stage_; }
-    const std::string& message() const { return message_; }  // when up to date, over, or failed
+    const Message& message() const { return message_; }  // if upToDate, handedOver or failed
     const std::optional<AppcastItem>& update() const { return update_; }
-    const std::string& releaseNotes() const { return releaseNotes_; }  // safe markup
+    const Message& releaseNotes() const { return releaseNotes_; }  // safe markup
     std::uint64_t receivedBytes() const { return receivedBytes_; }
     const std::string& currentVersion() const { return environment_.configuration.currentVersion; }
 
-    // What the user does there. Each does nothing at the wrong stage.
+    // The user's actions there; no-ops at any other stage than theirs.
     void download();
     void cancelDownload();
     void install();
-    // Ends the user's check wherever it is; a package that was not handed over is deleted.
+    // Ends the user's check at any stage and deletes a package that was not handed over.
     void close();
 
     // Installed by the application's shell: shows the window, or brings it to the front.
@@ -78,16 +79,16 @@ private:
     Task<void> downloadForUser(std::stop_token stop);
     Task<void> installForUser(std::filesystem::path package);
     void publish(std::optional<std::string> version);
-    void enter(UpdateStage stage, std::string message = {});
+    void enter(UpdateStage stage, Message message = {});
     void removePackage();
 
     UpdateEnvironment environment_;
     Observable changes_;
     std::optional<std::string> availableVersion_;
     UpdateStage stage_ = UpdateStage::idle;
-    std::string message_;
+    Message message_;
     std::optional<AppcastItem> update_;
-    std::string releaseNotes_;
+    Message releaseNotes_;
     std::uint64_t receivedBytes_ = 0;
     int downloads_ = 0;              // each has a folder of its own
     std::filesystem::path package_;  // downloaded and verified

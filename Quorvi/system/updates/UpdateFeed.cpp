@@ -13,6 +13,11 @@ namespace {
 
 constexpr std::size_t maximumNotesBytes = std::size_t{256} << 10;
 
+Message notesOf(std::string_view html) {
+    auto markup = safeReleaseNotes(html);
+    return markup.empty() ? Message() : say::verbatim(std::move(markup));
+}
+
 }  // namespace
 
 Task<UpdateChoice> readUpdateFeed(const UpdateEnvironment& environment, std::stop_token stop) {
@@ -31,19 +36,20 @@ Task<UpdateChoice> readUpdateFeed(const UpdateEnvironment& environment, std::sto
     co_return choice;
 }
 
-Task<std::string> readReleaseNotes(const UpdateEnvironment& environment, AppcastItem item,
-                                   std::stop_token stop) {
-    if (!item.notes.empty() || item.notesLink.empty()) co_return safeReleaseNotes(item.notes);
+Task<Message> readReleaseNotes(const UpdateEnvironment& environment, AppcastItem item,
+                               std::stop_token stop) {
+    if (!item.notes.empty() || item.notesLink.empty())
+        co_return notesOf(item.notes);
     if (isSecureAddress(item.notesLink)) {
         try {
             auto fetching =
                 environment.downloader.fetch(item.notesLink, maximumNotesBytes, std::move(stop));
             const auto notes = co_await fetching;
-            co_return safeReleaseNotes(textOf(notes));
+            co_return notesOf(textOf(notes));
         } catch (const QuorviError&) {
         }
     }
-    co_return "<p>The release notes could not be loaded.</p>";
+    co_return say::releaseNotesNotLoaded();
 }
 
 }  // namespace quorvi

@@ -24,9 +24,7 @@ void prepareFolder(const fs::path& folder) {
     fs::create_directories(folder, error);
     for (const auto& each : {folder.parent_path(), folder})
         if (!error) fs::permissions(each, fs::perms::owner_all, error);
-    if (error)
-        throw QuorviError::message(
-            "The folder for updates could not be created: " + error.message() + ".");
+    if (error) throw QuorviError::message(say::updateFolderNotCreated(error.message()));
 }
 
 Bytes contentOf(const fs::path& file, std::uint64_t length) {
@@ -35,15 +33,14 @@ Bytes contentOf(const fs::path& file, std::uint64_t length) {
     stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     const bool whole = stream.gcount() == static_cast<std::streamsize>(bytes.size()) &&
                        stream.peek() == std::ifstream::traits_type::eof();
-    if (!whole) throw QuorviError::message("The update could not be read from the disk.");
+    if (!whole) throw QuorviError::message(say::updateNotRead());
     return bytes;
 }
 
 void requireSignature(const fs::path& file, const AppcastItem& item, const std::string& publicKey) {
     const auto key = updateKeyFromBase64(publicKey);
     if (!key || !isSignedWith(*key, item.signature, contentOf(file, item.length)))
-        throw QuorviError::message("Quorvi " + item.displayVersion +
-                                   " was refused. Its signature is not valid.");
+        throw QuorviError::message(say::updateSignatureInvalid(item.displayVersion));
 }
 
 // The upstream part of a Debian version: without the epoch before it and the revision behind it.
@@ -57,12 +54,9 @@ Task<void> requireNewerQuorvi(const UpdateEnvironment& environment, AppcastItem 
     auto asking = environment.installer.identify(std::move(file));
     const auto package = co_await asking;
     const auto& configuration = environment.configuration;
-    if (package.name != configuration.package)
-        throw QuorviError::message("The update was refused. Its package is not Quorvi's.");
+    if (package.name != configuration.package) throw QuorviError::message(say::updateNotQuorvi());
     if (compareVersions(upstreamVersion(package.version), configuration.currentVersion) <= 0)
-        throw QuorviError::message("The update was refused. It calls itself Quorvi " +
-                                   item.displayVersion +
-                                   " but is not newer than the Quorvi that is running.");
+        throw QuorviError::message(say::updateNotNewer(item.displayVersion));
 }
 
 Task<void> requireGenuine(const UpdateEnvironment& environment, AppcastItem item, fs::path file) {

@@ -31,8 +31,8 @@ void GeneralSettings::showEvent(QShowEvent* event) {
 
 void GeneralSettings::refresh() {
     launch_->show(loginItem_.isEnabled());
-    message_->setText(modelText(loginItem_.message()));
-    message_->setVisible(!loginItem_.message().empty());
+    message_->setText(shown(loginItem_.message()));
+    message_->setVisible(!loginItem_.message().isEmpty());
     open_->setVisible(loginItem_.requiresApproval());
 }
 

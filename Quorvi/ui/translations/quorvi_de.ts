@@ -1439,8 +1439,8 @@
         <translation>Der Ton ist keine WAV-Datei mit 16-Bit-PCM.</translation>
     </message>
     <message>
-        <source>There is not enough memory to reach the speech service.</source>
-        <translation>Der Speicher reicht nicht aus, um den Sprachdienst zu erreichen.</translation>
+        <source>There is not enough memory to reach the {server}.</source>
+        <translation>Der Speicher reicht nicht aus, um den {server} zu erreichen.</translation>
     </message>
     <message>
         <source>The speech service address is not valid. Enter an address such as https://api.openai.com or leave it empty.</source>

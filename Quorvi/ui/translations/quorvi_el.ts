@@ -1439,8 +1439,8 @@
         <translation>Ο ήχος δεν είναι αρχείο WAV με PCM 16 bit.</translation>
     </message>
     <message>
-        <source>There is not enough memory to reach the speech service.</source>
-        <translation>Δεν υπάρχει αρκετή μνήμη για να γίνει σύνδεση με την υπηρεσία ομιλίας.</translation>
+        <source>There is not enough memory to reach the {server}.</source>
+        <translation>Δεν υπάρχει αρκετή μνήμη για τη σύνδεση: {server}.</translation>
     </message>
     <message>
         <source>The speech service address is not valid. Enter an address such as https://api.openai.com or leave it empty.</source>

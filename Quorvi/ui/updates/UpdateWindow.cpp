@@ -149,8 +149,8 @@ void UpdateWindow::showProgress() {
 
 void UpdateWindow::showNotes(bool visible) {
     if (visible && isVisible() && !notes_.isHidden()) return;
-    if (visible) notes_.setHtml(modelText(updater_.releaseNotes()));
-    notes_.setVisible(visible && !updater_.releaseNotes().empty());
+    if (visible) notes_.setHtml(shown(updater_.releaseNotes()));
+    notes_.setVisible(visible && !updater_.releaseNotes().isEmpty());
 }
 
 void UpdateWindow::setButtons(const QString& primary, const QString& secondary) {
@@ -200,7 +200,7 @@ QString UpdateWindow::detail() const {
                 "Its signature has been verified. Your system's package installer will open, and "
                 "may ask for your password.");
         default:
-            return modelText(updater_.message());
+            return shown(updater_.message());
     }
 }
 

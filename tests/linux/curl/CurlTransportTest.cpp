@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "QuorviCore/messages/Message.h"
 #include "tests/support/TlsServer.h"
 #include "tests/support/Waiting.h"
 
@@ -18,6 +19,8 @@ namespace quorvi::test {
 namespace {
 
 using namespace std::chrono_literals;
+
+constexpr auto peer = Sentence::speechService;
 
 HttpRequest get(const std::string& url) {
     return {.method = "GET", .url = url, .headers = {}, .body = {}};
@@ -116,8 +119,7 @@ TEST_F(CurlTransportTest, BodiesPassByteForByteInBothDirectionsWithoutWaitingFor
 }
 
 TEST_F(CurlTransportTest, OnlyAValidCertificateForTheHostIsTrusted) {
-    const std::string distrust =
-        "The speech service could not be trusted. Its certificate is not valid.";
+    const auto distrust = say::serverCertificateInvalid(peer).english();
     authority->issue("elsewhere", "DNS:speech.example");
     authority->issue("expired", "IP:127.0.0.1", -1);
     for (const std::string name : {"elsewhere", "expired"}) {
@@ -136,19 +138,16 @@ TEST_F(CurlTransportTest, OnlyAValidCertificateForTheHostIsTrusted) {
 
 TEST_F(CurlTransportTest, AFailureIsReportedInASentence) {
     const BoundPort closed(false);
-    const std::string lost = "The connection to the speech service was lost. Please try again.";
-    const std::pair<std::string, std::string> rows[] = {
-        {closed.url("https"),
-         "The speech service could not be reached. The connection was refused."},
-        {"https://speech.invalid/",
-         "The speech service could not be found. Check your internet connection and try again."},
-        {server.url("/cut"), lost},
-        {server.url("/silent"), lost},
-        {server.url("/endless"), "The answer of the speech service was too large."},
+    const std::pair<std::string, Message> rows[] = {
+        {closed.url("https"), say::serverRefused(peer)},
+        {"https://speech.invalid/", say::serverNotFound(peer)},
+        {server.url("/cut"), say::serverConnectionLost(peer)},
+        {server.url("/silent"), say::serverConnectionLost(peer)},
+        {server.url("/endless"), say::serviceAnswerTooLarge()},
     };
     for (const auto& [url, sentence] : rows) {
         EXPECT_FALSE(send(get(url))) << url;
-        EXPECT_EQ(failure, sentence) << url;
+        EXPECT_EQ(failure, sentence.english()) << url;
     }
     // An answer that is not HTTP is an answer without a status.
     const auto garbage = send(get(server.url("/garbage")));
@@ -166,7 +165,7 @@ TEST_F(CurlTransportTest, AFailureIsReportedInASentence) {
 }
 
 TEST_F(CurlTransportTest, PeerThatStopsAnsweringTimesOut) {
-    const std::string late = "The speech service did not answer in time. Please try again.";
+    const auto late = say::serverTimedOut(peer).english();
     const BoundPort mute(true);
     const std::string urls[] = {server.url("/never"), server.url("/stalls"), mute.url("https")};
     std::vector<std::unique_ptr<Running<HttpResponse>>> all;

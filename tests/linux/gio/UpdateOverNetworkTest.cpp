@@ -115,9 +115,9 @@ TEST_F(UpdateOverNetwork, ReleaseIsFoundDownloadedVerifiedAndHandedToTheInstalle
     auto& u = start();
     u.check();
     EXPECT_EQ(windows, 1);
-    ASSERT_TRUE(until(UpdateStage::available)) << u.message();
+    ASSERT_TRUE(until(UpdateStage::available)) << u.message().english();
     EXPECT_EQ(left(), std::vector<std::string>{});
-    EXPECT_EQ(u.releaseNotes(), "<p>Faster.</p>");
+    EXPECT_EQ(u.releaseNotes().english(), "<p>Faster.</p>");
     EXPECT_EQ(u.availableVersion(), std::nullopt);
 
     std::uint64_t seen = 0;
@@ -126,14 +126,14 @@ TEST_F(UpdateOverNetwork, ReleaseIsFoundDownloadedVerifiedAndHandedToTheInstalle
         seen = u.receivedBytes();
     });
     u.download();
-    ASSERT_TRUE(until(UpdateStage::ready)) << u.message();
+    ASSERT_TRUE(until(UpdateStage::ready)) << u.message().english();
     EXPECT_EQ(seen, fs::file_size(releases->file("new.deb")));
     for (const auto* name : {"updates", "updates/1"})
         EXPECT_EQ(fs::status(folder.path() / name).permissions(), fs::perms::owner_all) << name;
     EXPECT_FALSE(fs::exists(received()));
 
     u.install();
-    ASSERT_TRUE(until(UpdateStage::handedOver)) << u.message();
+    ASSERT_TRUE(until(UpdateStage::handedOver)) << u.message().english();
     u.close();
     ASSERT_TRUE(test::until(scheduler, [] { return fs::exists(received()); }));
     EXPECT_EQ(contentOf(received()), contentOf(releases->file("new.deb")));
@@ -148,9 +148,10 @@ TEST_F(UpdateOverNetwork, WhatIsWrongWithAFeedEndsInASentence) {
     };
     const std::string url = server->url("/files/new.deb");
     struct Row {
-        std::string document, sentence;
+        std::string document;
+        const char* sentence;
     };
-    const std::string notAFeed = "The update feed could not be read. It is not a feed of releases.";
+    const auto* notAFeed = "The update feed could not be read. It is not a feed of releases.";
     const std::vector<Row> rows{
         {"{\"not\": \"XML\"}", notAFeed},
         {"<html><body>Please log in</body></html>", notAFeed},
@@ -170,29 +171,26 @@ TEST_F(UpdateOverNetwork, WhatIsWrongWithAFeedEndsInASentence) {
         auto& u = start();
         u.check();
         ASSERT_TRUE(until(UpdateStage::failed)) << row.sentence;
-        EXPECT_EQ(u.message(), row.sentence);
+        EXPECT_EQ(u.message().english(), row.sentence);
     }
     for (const auto* version : {"1.0", "1.5.0", "1.5b3"}) {
         publish(version, "/files/", "old.deb");
         start().check();
         ASSERT_TRUE(until(UpdateStage::upToDate)) << version;
-        EXPECT_EQ(updater->message(), "Quorvi 1.5 is the newest version.");
+        EXPECT_EQ(updater->message(), say::updateNewest("1.5"));
     }
 }
 
 TEST_F(UpdateOverNetwork, WhatIsWrongWithTheServerEndsInASentence) {
     publish("2.0", "/files/", "new.deb");
-    const std::vector<std::pair<std::string, std::string>> rows{
-        {server->url("/to?http://127.0.0.1:1/appcast.xml"),
-         "The update server redirects to a connection that is not secure."},
-        {server->url("/missing"),
-         "The update server answered with an error (HTTP 404). Please try again later."},
-        {"https://127.0.0.1:1/",
-         "The update server could not be reached. The connection was refused."},
-        {"https://nowhere.invalid/",
-         "The update server could not be found. Check your internet connection and try again."},
-        {"http://127.0.0.1:1/", "Updates aren't configured in this build."},
-        {"", "Updates aren't configured in this build."},
+    const auto peer = Sentence::updateServer;
+    const std::vector<std::pair<std::string, Message>> rows{
+        {server->url("/to?http://127.0.0.1:1/appcast.xml"), say::updateRedirectNotSecure()},
+        {server->url("/missing"), say::updateServerError(404)},
+        {"https://127.0.0.1:1/", say::serverRefused(peer)},
+        {"https://nowhere.invalid/", say::serverNotFound(peer)},
+        {"http://127.0.0.1:1/", say::updatesNotConfigured()},
+        {"", say::updatesNotConfigured()},
     };
     for (const auto& [feed, sentence] : rows) {
         start(feed).check();
@@ -205,8 +203,7 @@ TEST_F(UpdateOverNetwork, WhatIsWrongWithTheServerEndsInASentence) {
     CurlDownloader distrustful(scheduler);
     Running<Bytes> fetching(distrustful.fetch(server->url("/files/appcast.xml"), 1000, {}));
     ASSERT_TRUE(await(scheduler, fetching));
-    EXPECT_EQ(fetching.failure(),
-              "The update server could not be trusted. Its certificate is not valid.");
+    EXPECT_EQ(fetching.failure(), say::serverCertificateInvalid(peer).english());
 }
 
 TEST_F(UpdateOverNetwork, PackageThatIsNotWhatWasSignedIsRefusedAndGone) {
@@ -218,37 +215,32 @@ TEST_F(UpdateOverNetwork, PackageThatIsNotWhatWasSignedIsRefusedAndGone) {
     const auto wrongSignature = SignedReleases::feed(releases->item(
         "2.0", server->url("/files/new.deb"), releases->signatureOf("other.deb"), size));
     const auto oldSize = fs::file_size(releases->file("old.deb"));
-    const std::vector<std::pair<std::string, std::string>> rows{
-        {wrongSignature, "Quorvi 2.0 was refused. Its signature is not valid."},
-        {feed("/half/", "new.deb", size),
-         "The connection to the update server was lost. Please try again."},
-        {feed("/files/", "new.deb", size + 1),
-         "The download is smaller than the update feed says. It was refused."},
-        {feed("/files/", "new.deb", size - 1),
-         "The download is larger than the update feed says. It was refused."},
+    const std::vector<std::pair<std::string, Message>> rows{
+        {wrongSignature, say::updateSignatureInvalid("2.0")},
+        {feed("/half/", "new.deb", size), say::serverConnectionLost(Sentence::updateServer)},
+        {feed("/files/", "new.deb", size + 1), say::updateTooSmall()},
+        {feed("/files/", "new.deb", size - 1), say::updateTooLarge()},
         {SignedReleases::feed(releases->item("2.0", server->url("/to?http://127.0.0.1:1/new.deb"),
                                              releases->signatureOf("new.deb"), size)),
-         "The update server redirects to a connection that is not secure."},
+         say::updateRedirectNotSecure()},
         {SignedReleases::feed(releases->item("2.0", server->url("/files/gone.deb"),
                                              releases->signatureOf("new.deb"), size)),
-         "The update server answered with an error (HTTP 404). Please try again later."},
-        {feed("/files/", "old.deb", oldSize),
-         "The update was refused. It calls itself Quorvi 2.0 but is not newer than the Quorvi that "
-         "is running."},
+         say::updateServerError(404)},
+        {feed("/files/", "old.deb", oldSize), say::updateNotNewer("2.0")},
         {feed("/files/", "other.deb", fs::file_size(releases->file("other.deb"))),
-         "The update was refused. Its package is not Quorvi's."},
+         say::updateNotQuorvi()},
         {feed("/files/", "text.deb", fs::file_size(releases->file("text.deb"))),
-         "The update could not be read. It is not a Debian package."},
+         say::updateNotAPackage()},
     };
     for (const auto& [document, sentence] : rows) {
         publish(document);
         auto& u = start();
         u.check();
-        ASSERT_TRUE(until(UpdateStage::available)) << sentence << u.message();
+        ASSERT_TRUE(until(UpdateStage::available)) << sentence.english();
         u.download();
-        ASSERT_TRUE(until(UpdateStage::failed)) << sentence;
+        ASSERT_TRUE(until(UpdateStage::failed)) << sentence.english();
         EXPECT_EQ(u.message(), sentence);
-        EXPECT_EQ(left(), std::vector<std::string>{}) << sentence;
+        EXPECT_EQ(left(), std::vector<std::string>{}) << sentence.english();
     }
 }
 
@@ -258,7 +250,7 @@ TEST_F(UpdateOverNetwork, PackageThatIsExchangedWhileTheUserThinksIsNotHandedOve
     u.check();
     ASSERT_TRUE(until(UpdateStage::available));
     u.download();
-    ASSERT_TRUE(until(UpdateStage::ready)) << u.message();
+    ASSERT_TRUE(until(UpdateStage::ready)) << u.message().english();
     fs::remove(received());
     const auto file = folder.path() / "updates" / "1" / "quorvi-2.0.deb";
     fs::copy_file(releases->file("other.deb"), file, fs::copy_options::overwrite_existing);
@@ -295,14 +287,11 @@ TEST_F(UpdateOverNetwork, DesktopWithoutAnInstallerSaysWhereThePackageIs) {
     u.check();
     ASSERT_TRUE(until(UpdateStage::available));
     u.download();
-    ASSERT_TRUE(until(UpdateStage::ready)) << u.message();
+    ASSERT_TRUE(until(UpdateStage::ready)) << u.message().english();
     u.install();
     ASSERT_TRUE(until(UpdateStage::failed));
     const auto file = (folder.path() / "updates" / "1" / "quorvi-2.0.deb").string();
-    EXPECT_EQ(u.message(),
-              "This desktop has no program that installs packages. Install it with: "
-              "sudo apt install " +
-                  file);
+    EXPECT_EQ(u.message(), say::updateNoInstaller(file));
     u.close();
     EXPECT_TRUE(fs::exists(file));
     fs::rename(list.string() + ".away", list);

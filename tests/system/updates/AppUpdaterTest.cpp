@@ -123,7 +123,7 @@ TEST_F(AppUpdaterModelTest, BeginningTheDownloadAndAWithdrawnReleaseClearWhatWas
     updater->download();
     EXPECT_EQ(updater->availableVersion(), std::nullopt);
     scheduler.advance(5s);
-    EXPECT_EQ(updater->message(), "There is nothing to download.");
+    EXPECT_EQ(updater->message().english(), "There is nothing to download.");
     updater->close();
     scheduler.advance(25h);
     ASSERT_EQ(updater->availableVersion(), "2.0");
@@ -178,7 +178,7 @@ TEST_F(AppUpdaterModelTest, BuildWithoutAFeedOrAUsableKeyNeverAsksAnybody) {
         start();
         scheduler.advance(72h);
         updater->check();
-        EXPECT_EQ(updater->message(), "Updates aren't configured in this build.");
+        EXPECT_EQ(updater->message(), say::updatesNotConfigured());
         EXPECT_EQ(windows, 1);
         windows = 0;
     }

@@ -123,7 +123,7 @@ TEST_F(UpdateWindowTest, LeadsFromTheCheckToTheInstaller) {
     updater->check();
     EXPECT_EQ(seen().first(2),
               QStringList({QStringLiteral("Checking for updates…"), QStringLiteral("[Cancel]")}));
-    ASSERT_TRUE(until(UpdateStage::available)) << updater->message();
+    ASSERT_TRUE(until(UpdateStage::available)) << updater->message().english();
     const auto size = QLocale().formattedDataSize(
         static_cast<qint64>(std::filesystem::file_size(releases.file("new.deb"))), 1,
         QLocale::DataSizeSIFormat);
@@ -133,11 +133,11 @@ TEST_F(UpdateWindowTest, LeadsFromTheCheckToTheInstaller) {
     EXPECT_EQ(window->findChild<QTextBrowser*>()->toPlainText().toStdString(), "New\nGreek");
     expectNothingClipped();
     press("Download");
-    ASSERT_TRUE(until(UpdateStage::ready)) << updater->message();
+    ASSERT_TRUE(until(UpdateStage::ready)) << updater->message().english();
     EXPECT_TRUE(installer.opened.empty()) << "nothing is opened before the user says so";
     expectNothingClipped();
     press("Install…");
-    ASSERT_TRUE(until(UpdateStage::handedOver)) << updater->message();
+    ASSERT_TRUE(until(UpdateStage::handedOver)) << updater->message().english();
     ASSERT_EQ(installer.opened.size(), 1u);
     expectNothingClipped();
     press("Close");
@@ -149,7 +149,7 @@ TEST_F(UpdateWindowTest, NotesLoadNothingAndADownloadCanBeCancelled) {
     publish("/begun/", "<img src='" + server->url("/pixel.png") + "'><p style=\"background: url(" +
                            server->url("/back.png") + ")\">News</p>");
     updater->check();
-    ASSERT_TRUE(until(UpdateStage::available)) << updater->message();
+    ASSERT_TRUE(until(UpdateStage::available)) << updater->message().english();
     press("Download");
     const auto half = std::filesystem::file_size(releases.file("new.deb")) / 2;
     ASSERT_TRUE(until([&] { return updater->receivedBytes() == half; }));

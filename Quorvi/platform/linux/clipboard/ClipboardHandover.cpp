@@ -59,7 +59,7 @@ public:
 private:
     void need(std::uint64_t size) const {
         if (bytes_.size() - at_ < size)
-            throw QuorviError::message("The clipboard that was handed over is incomplete.");
+            throw QuorviError::message(say::clipboardHandoverIncomplete());
     }
 
     const Bytes& bytes_;
@@ -72,7 +72,7 @@ Bytes wholeOf(const Descriptor& file) {
     for (std::size_t done = 0; done < bytes.size();) {
         const auto n =
             pread(file.get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
-        if (n <= 0) throw QuorviError::message("The clipboard that was handed over is unreadable.");
+        if (n <= 0) throw QuorviError::message(say::clipboardHandoverUnreadable());
         done += static_cast<std::size_t>(n);
     }
     return bytes;
@@ -111,7 +111,7 @@ std::vector<PasteboardItem> readClipboardFile(const Descriptor& file) {
         one.format = static_cast<int>(reader.number());
         one.data = std::make_shared<const Bytes>(reader.block<Bytes>());
         if (one.format != 8 && one.format != 16 && one.format != 32)
-            throw QuorviError::message("The clipboard that was handed over is damaged.");
+            throw QuorviError::message(say::clipboardHandoverDamaged());
         item.representations.push_back(std::move(one));
     }
     if (item.representations.empty()) return {};

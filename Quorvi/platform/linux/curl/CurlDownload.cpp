@@ -29,26 +29,24 @@ bool setOptions(CURL* easy, const std::string& url, const std::string& caFile) {
            setSecureOptions(easy, caFile);
 }
 
-std::string failureSentence(CURL* easy, CURLcode result) {
-    if (auto sentence = connectionFailure(easy, result, "update server")) return *sentence;
+Message failureOf(CURL* easy, CURLcode result) {
+    if (auto message = connectionFailure(easy, result, Sentence::updateServer); !message.isEmpty())
+        return message;
     switch (result) {
         case CURLE_UNSUPPORTED_PROTOCOL: {
             long redirects = 0;
             curl_easy_getinfo(easy, CURLINFO_REDIRECT_COUNT, &redirects);
-            return redirects > 0 ? "The update server redirects to a connection that is not secure."
-                                 : "The update server's address is not a secure one (https).";
+            return redirects > 0 ? say::updateRedirectNotSecure() : say::updateAddressNotSecure();
         }
         case CURLE_TOO_MANY_REDIRECTS:
-            return "The update server redirects without end.";
+            return say::updateRedirectsWithoutEnd();
         case CURLE_HTTP_RETURNED_ERROR: {
             long status = 0;
             curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status);
-            return "The update server answered with an error (HTTP " + std::to_string(status) +
-                   "). Please try again later.";
+            return say::updateServerError(status);
         }
         default:
-            return "The update server could not be used (" +
-                   std::string(curl_easy_strerror(result)) + ").";
+            return say::updateServerUnusable(curl_easy_strerror(result));
     }
 }
 
@@ -62,7 +60,7 @@ CurlDownload::CurlDownload(std::string url, const std::string& caFile,
     const bool ok = multi_ && easy_ && setOptions(easy_.get(), url, caFile) &&
                     setCurlOption(easy_.get(), CURLOPT_WRITEFUNCTION, &CurlDownload::take) &&
                     setCurlOption(easy_.get(), CURLOPT_WRITEDATA, this);
-    if (!ok) throw QuorviError::message("There is not enough memory to look for updates.");
+    if (!ok) throw QuorviError::message(say::updateNoMemory());
 }
 
 void CurlDownload::run(std::stop_token stop, std::stop_token ending) {
@@ -71,7 +69,7 @@ void CurlDownload::run(std::stop_token stop, std::stop_token ending) {
     const std::stop_callback onStop(stop, wake);
     const std::stop_callback onEnding(ending, wake);
     if (curl_multi_add_handle(multi, easy_.get()) != CURLM_OK)
-        throw QuorviError::message("There is not enough memory to look for updates.");
+        throw QuorviError::message(say::updateNoMemory());
     struct Removal {
         CURLM* multi;
         CURL* easy;
@@ -90,14 +88,10 @@ void CurlDownload::run(std::stop_token stop, std::stop_token ending) {
 
 void CurlDownload::finish(CURLcode result) {
     if (failure_) std::rethrow_exception(failure_);
-    if (result != CURLE_OK) throw QuorviError::message(failureSentence(easy_.get(), result));
+    if (result != CURLE_OK) throw QuorviError::message(failureOf(easy_.get(), result));
     long status = 0;
     curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
-    if (status != 200)
-        throw QuorviError::message(
-            "The update server answered with something else than asked for "
-            "(HTTP " +
-            std::to_string(status) + "). Please try again later.");
+    if (status != 200) throw QuorviError::message(say::updateServerOtherAnswer(status));
 }
 
 std::size_t CurlDownload::take(char* data, std::size_t size, std::size_t count,

@@ -21,8 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 
 QuorviError saveFailure(int error) {
-    return QuorviError::message(
-        "The update could not be saved: " + std::generic_category().message(error) + ".");
+    return QuorviError::message(say::updateNotSaved(std::generic_category().message(error)));
 }
 
 // A file that is gone again unless it was completed.
@@ -43,9 +42,7 @@ public:
     NewFile& operator=(const NewFile&) = delete;
 
     void append(std::span<const char> bytes) {
-        if (bytes.size() > length_ - written_)
-            throw QuorviError::message(
-                "The download is larger than the update feed says. It was refused.");
+        if (bytes.size() > length_ - written_) throw QuorviError::message(say::updateTooLarge());
         while (!bytes.empty()) {
             const auto count = ::write(descriptor_, bytes.data(), bytes.size());
             if (count < 0 && errno == EINTR) continue;
@@ -55,9 +52,7 @@ public:
         }
     }
     void finish() {
-        if (written_ != length_)
-            throw QuorviError::message(
-                "The download is smaller than the update feed says. It was refused.");
+        if (written_ != length_) throw QuorviError::message(say::updateTooSmall());
         complete_ = true;
     }
     std::uint64_t written() const { return written_; }
@@ -136,7 +131,7 @@ Task<Bytes> CurlDownloader::fetch(std::string url, std::size_t limit, std::stop_
         Bytes body;
         CurlDownload download(url, caFile, [&](std::span<const char> bytes) {
             if (bytes.size() > limit - body.size())
-                throw QuorviError::message("The answer of the update server was too large.");
+                throw QuorviError::message(say::updateAnswerTooLarge());
             body.insert(body.end(), bytes.begin(), bytes.end());
         });
         download.run(stopped, ending);

@@ -2,9 +2,9 @@
 
 #include <curl/curl.h>
 
-#include <optional>
 #include <string>
-#include <string_view>
+
+#include "QuorviCore/messages/Message.h"
 
 // What all transfers over libcurl have in common. For adapter sources.
 namespace quorvi {
@@ -14,16 +14,16 @@ bool setCurlOption(CURL* easy, CURLoption option, Value value) {
     return curl_easy_setopt(easy, option, value) == CURLE_OK;
 }
 
-// Null when there is not enough memory.
+// Returns null if there is not enough memory.
 CURLM* newCurlMulti();
 
-// Verified certificates over a present TLS, those of `caFile` (PEM) only, or the system's when it
-// is empty; no signals, and no waiting for a name that is still being resolved when a transfer is
-// dropped. False when libcurl has no memory for it.
+// Requires TLS 1.2 or newer with a valid certificate from `caFile` (PEM), or from the system's if
+// it is empty. Also turns off signals, and lets a transfer end while its host name is being
+// resolved. Returns false if libcurl has no memory for it.
 bool setSecureOptions(CURL* easy, const std::string& caFile);
 
-// Why a transfer did not reach `peer` ("speech service"), as a sentence; nothing for a reason that
-// is not about the connection.
-std::optional<std::string> connectionFailure(CURL* easy, CURLcode result, std::string_view peer);
+// Why a transfer did not reach `server`, which is Sentence::speechService or updateServer. Empty if
+// the reason is not about the connection.
+Message connectionFailure(CURL* easy, CURLcode result, Sentence server);
 
 }  // namespace quorvi

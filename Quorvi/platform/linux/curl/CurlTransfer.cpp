@@ -144,12 +144,11 @@ void CurlTransfer::finish(CURLcode result) {
         promise_->resolve(HttpResponse{});
         return;
     }
-    auto sentence = connectionFailure(handle(), result, "speech service");
-    if (!sentence)
-        sentence = result == CURLE_WRITE_ERROR ? "The answer of the speech service was too large."
-                                               : "The request to the speech service failed (" +
-                                                     std::string(curl_easy_strerror(result)) + ").";
-    abandon(std::make_exception_ptr(QuorviError::message(*sentence)));
+    auto message = connectionFailure(handle(), result, Sentence::speechService);
+    if (message.isEmpty())
+        message = result == CURLE_WRITE_ERROR ? say::serviceAnswerTooLarge()
+                                              : say::requestFailed(curl_easy_strerror(result));
+    abandon(std::make_exception_ptr(QuorviError::message(std::move(message))));
 }
 
 void CurlTransfer::abandon(std::exception_ptr reason) {

@@ -21,8 +21,7 @@ namespace {
 
 CURLM* newMulti() {
     CURLM* multi = newCurlMulti();
-    if (!multi)
-        throw QuorviError::message("There is not enough memory to reach the speech service.");
+    if (!multi) throw QuorviError::message(say::noMemoryForServer(Sentence::speechService));
     return multi;
 }
 
@@ -151,9 +150,7 @@ void CurlTransport::Worker::start(std::unique_ptr<CurlTransfer> transfer) {
     if (transfer->opensConnection() && isOpening(authority(transfer->url()))) return;
     if (!transfer->prepare(caFile_) ||
         curl_multi_add_handle(multi_, transfer->handle()) != CURLM_OK) {
-        transfer->abandon(std::make_exception_ptr(QuorviError::message(
-            "The request to the speech service could not be made. Check your API key and the "
-            "service address in Settings.")));
+        transfer->abandon(std::make_exception_ptr(QuorviError::message(say::requestNotMade())));
         return;
     }
     const auto id = transfer->id();

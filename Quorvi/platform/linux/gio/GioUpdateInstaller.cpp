@@ -38,20 +38,18 @@ PackageIdentity describe(const fs::path& package) {
                                                                 &text, nullptr, nullptr);
     const GLibHandle<char> output(text);
     if (!ended || !output || !g_subprocess_get_successful(program.get()))
-        throw QuorviError::message("The update could not be read. It is not a Debian package.");
+        throw QuorviError::message(say::updateNotAPackage());
     return {field(output.get(), "Package"), field(output.get(), "Version")};
 }
 
 void launch(const fs::path& package) {
     const GLibHandle<GAppInfo> application(g_app_info_get_default_for_type(packageType, FALSE));
-    const auto byHand = "Install it with: sudo apt install " + package.string();
-    if (!application)
-        throw QuorviError::message("This desktop has no program that installs packages. " + byHand);
+    if (!application) throw QuorviError::message(say::updateNoInstaller(package.string()));
     const GLibHandle<GFile> file(g_file_new_for_path(package.c_str()));
     const GLibHandle<char> uri(g_file_get_uri(file.get()));
     const GLibHandle<GList> uris(g_list_append(nullptr, uri.get()));
     if (!g_app_info_launch_uris(application.get(), uris.get(), nullptr, nullptr))
-        throw QuorviError::message("The package installer could not be started. " + byHand);
+        throw QuorviError::message(say::updateInstallerNotStarted(package.string()));
 }
 
 }  // namespace

@@ -20,18 +20,16 @@ const AvLibraries& av() {
     return AvLibraries::get();
 }
 
-// libav's error codes are negated errno values, or codes of its own that mean little to a user.
-void check(int result, const std::string& what) {
+// Throws `failure` with the reason if the result is an error. libav's codes are negated errno
+// values, or codes of its own that mean little to a user.
+template <Sentence id>
+void check(int result, const SentenceMaker<id>& failure) {
     if (result >= 0) return;
     const int error = AVUNERROR(result);
     const auto reason = error > 0 && error < 200 ? std::generic_category().message(error)
                                                  : "error " + std::to_string(result);
-    throw QuorviError::message(what + ": " + reason + ".");
+    throw QuorviError::message(failure(reason));
 }
-
-const std::string cannotEncode = "The sound could not be encoded";
-const std::string cannotCreate = "The recording could not be created";
-const std::string cannotWrite = "The recording could not be written";
 
 struct Free {
     void operator()(AVCodecContext* p) const { av().avcodec_free_context(&p); }
@@ -57,9 +55,11 @@ public:
     void create(const std::filesystem::path& file) {
         constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
         fd_ = ::open(file.c_str(), flags, S_IRUSR | S_IWUSR);
-        check(fd_ < 0 ? AVERROR(errno) : 0, cannotCreate);
+        check(fd_ < 0 ? AVERROR(errno) : 0, say::recordingNotCreated);
     }
-    void close() { check(::close(std::exchange(fd_, -1)) < 0 ? AVERROR(errno) : 0, cannotWrite); }
+    void close() {
+        check(::close(std::exchange(fd_, -1)) < 0 ? AVERROR(errno) : 0, say::recordingNotWritten);
+    }
 
     static int write(void* self, std::uint8_t* data, int size) {
         const int fd = static_cast<OutputFile*>(self)->fd_;
@@ -101,7 +101,7 @@ struct AacFileWriter::Impl {
     explicit Impl(AudioSettings settings) {
         av().av_log_set_level(AV_LOG_ERROR);
         const auto* encoder = av().avcodec_find_encoder(AV_CODEC_ID_AAC);
-        if (!encoder) throw QuorviError::message("This system has no AAC encoder.");
+        if (!encoder) throw QuorviError::message(say::noAacEncoder());
         codec.reset(av().avcodec_alloc_context3(encoder));
         codec->sample_fmt = AV_SAMPLE_FMT_FLTP;
         codec->sample_rate = settings.sampleRate;
@@ -109,19 +109,20 @@ struct AacFileWriter::Impl {
         codec->time_base = {1, settings.sampleRate};
         codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
         av().av_channel_layout_default(&codec->ch_layout, settings.channels);
-        check(av().avcodec_open2(codec.get(), encoder, nullptr), cannotEncode);
+        check(av().avcodec_open2(codec.get(), encoder, nullptr), say::soundNotEncoded);
 
         frame->format = codec->sample_fmt;
         frame->sample_rate = codec->sample_rate;
         frame->nb_samples = codec->frame_size;
-        check(av().av_channel_layout_copy(&frame->ch_layout, &codec->ch_layout), cannotEncode);
-        check(av().av_frame_get_buffer(frame.get(), 0), cannotEncode);
+        check(av().av_channel_layout_copy(&frame->ch_layout, &codec->ch_layout),
+              say::soundNotEncoded);
+        check(av().av_frame_get_buffer(frame.get(), 0), say::soundNotEncoded);
     }
 
     void open(const std::filesystem::path& path) {
         AVFormatContext* made = nullptr;
         check(av().avformat_alloc_output_context2(&made, nullptr, "ipod", path.c_str()),
-              cannotCreate);
+              say::recordingNotCreated);
         format.reset(made);
         io.reset(av().avio_alloc_context(static_cast<unsigned char*>(av().av_malloc(bufferSize)),
                                          bufferSize, 1, &file, nullptr, &OutputFile::write,
@@ -129,19 +130,20 @@ struct AacFileWriter::Impl {
         format->pb = io.get();
         stream = av().avformat_new_stream(format.get(), nullptr);
         stream->time_base = codec->time_base;
-        check(av().avcodec_parameters_from_context(stream->codecpar, codec.get()), cannotCreate);
+        check(av().avcodec_parameters_from_context(stream->codecpar, codec.get()),
+              say::recordingNotCreated);
         // The usual time scale of milliseconds would cut the sound down to a whole number of them.
         AVDictionary* options = nullptr;
         av().av_dict_set_int(&options, "movie_timescale", codec->sample_rate, 0);
         const int written = av().avformat_write_header(format.get(), &options);
         av().av_dict_free(&options);
-        check(written, cannotCreate);
+        check(written, say::recordingNotCreated);
     }
 
     void write(std::span<const std::int16_t> samples) {
         const int channels = codec->ch_layout.nb_channels;
         for (std::size_t i = 0; i < samples.size();) {
-            if (filled == 0) check(av().av_frame_make_writable(frame.get()), cannotEncode);
+            if (filled == 0) check(av().av_frame_make_writable(frame.get()), say::soundNotEncoded);
             for (int channel = 0; channel < channels; ++channel) {
                 auto* plane = reinterpret_cast<float*>(frame->extended_data[channel]);
                 plane[filled] = static_cast<float>(samples[i++]) / 32768.0F;
@@ -154,7 +156,7 @@ struct AacFileWriter::Impl {
         frame->nb_samples = filled;
         frame->pts = position;
         position += std::exchange(filled, 0);
-        check(av().avcodec_send_frame(codec.get(), frame.get()), cannotEncode);
+        check(av().avcodec_send_frame(codec.get(), frame.get()), say::soundNotEncoded);
         takePackets();
     }
 
@@ -162,22 +164,22 @@ struct AacFileWriter::Impl {
         for (;;) {
             const int result = av().avcodec_receive_packet(codec.get(), packet.get());
             if (result == AVERROR(EAGAIN) || result == AVERROR_EOF) return;
-            check(result, cannotEncode);
+            check(result, say::soundNotEncoded);
             packet->stream_index = stream->index;
             av().av_packet_rescale_ts(packet.get(), codec->time_base, stream->time_base);
-            check(av().av_write_frame(format.get(), packet.get()), cannotWrite);
+            check(av().av_write_frame(format.get(), packet.get()), say::recordingNotWritten);
             av().av_packet_unref(packet.get());
-            check(io->error, cannotWrite);
+            check(io->error, say::recordingNotWritten);
         }
     }
 
     void finish() {
         if (filled > 0) encode();
-        check(av().avcodec_send_frame(codec.get(), nullptr), cannotEncode);
+        check(av().avcodec_send_frame(codec.get(), nullptr), say::soundNotEncoded);
         takePackets();
-        check(av().av_write_trailer(format.get()), cannotWrite);
+        check(av().av_write_trailer(format.get()), say::recordingNotWritten);
         av().avio_flush(io.get());
-        check(io->error, cannotWrite);
+        check(io->error, say::recordingNotWritten);
         file.close();
     }
 };

@@ -12,8 +12,7 @@ namespace {
 
 [[noreturn]] void fail() {
     const char* reason = dlerror();
-    throw QuorviError::message("The sound can't be encoded: " +
-                               std::string(reason ? reason : "a library is missing") + ".");
+    throw QuorviError::message(say::soundCannotBeEncoded(reason ? reason : "a library is missing"));
 }
 
 // The version whose headers this was compiled with. Never unloaded again: libraries that come with

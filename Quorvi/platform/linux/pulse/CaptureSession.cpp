@@ -18,8 +18,7 @@ constexpr float silence = -160;
 constexpr std::size_t encoderFrame = 1024;
 
 std::exception_ptr microphoneFailed() {
-    return std::make_exception_ptr(
-        QuorviError::message("The microphone could not start. Check your macOS sound input."));
+    return std::make_exception_ptr(QuorviError::message(say::microphoneCouldNotStart()));
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ bool isNamed(const Bytes& bytes, std::size_t at, std::string_view name) {
 }
 
 QuorviError unreadable() {
-    return QuorviError::message("The sound is no 16-bit PCM WAV file.");
+    return QuorviError::message(say::notAWavFile());
 }
 
 }  // namespace

@@ -7,13 +7,13 @@
 #include <cerrno>
 #include <cstdlib>
 #include <sstream>
-#include <stdexcept>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "Quorvi/platform/linux/xdg/DesktopEntry.h"
 #include "Quorvi/platform/linux/xdg/SettingsProgram.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 
@@ -81,8 +81,7 @@ Status XdgLoginItem::status() {
 }
 
 void XdgLoginItem::registerItem() {
-    if (!isInstalled())
-        throw std::runtime_error("Install Quorvi before you have it start when you sign in.");
+    if (!isInstalled()) throw QuorviError::message(say::loginItemInstallFirst());
     const auto content = autostartEntry(places_.executable);
     const std::array<std::string_view, 1> parts{content};
     files_.replace(entry_, parts);
@@ -97,8 +96,7 @@ void XdgLoginItem::unregisterItem() {
 void XdgLoginItem::openSettings() {
     const auto programs = settingsPrograms(PrivacyPane::loginItems, places_.desktops);
     if (!startFirst(programs, places_.searchPath))
-        throw std::runtime_error(
-            "This desktop has no settings for programs that start when you sign in.");
+        throw QuorviError::message(say::loginItemNoSettings());
 }
 
 }  // namespace quorvi

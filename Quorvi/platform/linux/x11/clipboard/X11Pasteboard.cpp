@@ -24,8 +24,7 @@ namespace quorvi {
 namespace {
 
 std::exception_ptr unavailable() {
-    return std::make_exception_ptr(QuorviError::message(
-        "The clipboard is unavailable. Your transcript is ready to copy in Quorvi."));
+    return std::make_exception_ptr(QuorviError::message(say::clipboardUnavailable()));
 }
 
 }  // namespace
