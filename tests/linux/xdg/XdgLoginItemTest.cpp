@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "QuorviCore/Error.h"
 #include "tests/support/Process.h"
 #include "tests/support/Waiting.h"
 
@@ -108,7 +109,7 @@ TEST_F(XdgLoginItemTest, OnlyAnInstalledCopyCanBeRegistered) {
     places.executable = root / "build/quorvi";
     auto copy = item();
     EXPECT_EQ(copy.status(), Status::notFound);
-    EXPECT_THROW(copy.registerItem(), std::runtime_error);
+    EXPECT_THROW(copy.registerItem(), QuorviError);
     EXPECT_FALSE(fs::exists(autostart()));
     // The user's own entry for the menus counts before the system's.
     fs::create_directories(root / "home-share/applications");
@@ -121,7 +122,7 @@ TEST_F(XdgLoginItemTest, OnlyAnInstalledCopyCanBeRegistered) {
 TEST_F(XdgLoginItemTest, OpensTheDesktopsSettingsOrSaysThatThereAreNone) {
     install("bin/quorvi", "quorvi");
     places.searchPath = root / "bin";
-    EXPECT_THROW(item().openSettings(), std::runtime_error);
+    EXPECT_THROW(item().openSettings(), QuorviError);
     write("bin/gnome-tweaks", "#!/bin/sh\n: > '" + (root / "opened").string() + "'\n");
     fs::permissions(root / "bin/gnome-tweaks", fs::perms::owner_all);
     item().openSettings();
