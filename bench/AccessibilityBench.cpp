@@ -10,9 +10,9 @@
 #include "Quorvi/platform/linux/atspi/AtspiBus.h"
 #include "Quorvi/platform/linux/atspi/AtspiPeers.h"
 #include "bench/Figure.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
 
 namespace quorvi {
 namespace {

@@ -9,7 +9,7 @@
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "bench/Figure.h"
-#include "tests/support/GeneratedHistory.h"
+#include "tests/support/reference/GeneratedHistory.h"
 #include "tests/sync/SyncMachine.h"
 
 namespace quorvi::bench {

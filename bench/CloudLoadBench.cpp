@@ -16,7 +16,7 @@
 #include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "bench/Figure.h"
-#include "tests/support/PostgresAccounts.h"
+#include "tests/support/cloud/PostgresServer.h"
 
 namespace quorvi::bench {
 namespace {

@@ -8,8 +8,8 @@
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 #include "bench/Figure.h"
-#include "tests/support/PostgresAccounts.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/cloud/PostgresServer.h"
 
 namespace quorvi::bench {
 namespace {

@@ -20,10 +20,10 @@
 #include "Quorvi/system/MemoryPreferences.h"
 #include "bench/Figure.h"
 #include "tests/fakes/FakeLocalKeyMonitor.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
+#include "tests/support/desktop/TestUser.h"
 
 namespace quorvi::bench {
 namespace {

@@ -23,9 +23,9 @@
 #include "QuorviCore/text/Folding.h"
 #include "bench/Figure.h"
 #include "tests/fakes/FakePasteboard.h"
-#include "tests/support/GeneratedHistory.h"
-#include "tests/support/LiteralUsage.h"
 #include "tests/support/TestFolder.h"
+#include "tests/support/reference/GeneratedHistory.h"
+#include "tests/support/reference/LiteralUsage.h"
 
 namespace quorvi::bench {
 namespace {

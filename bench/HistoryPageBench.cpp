@@ -17,8 +17,8 @@
 #include "Quorvi/ui/insights/InsightsPage.h"
 #include "bench/Figure.h"
 #include "tests/fakes/FakePasteboard.h"
-#include "tests/support/GeneratedHistory.h"
 #include "tests/support/TestFolder.h"
+#include "tests/support/reference/GeneratedHistory.h"
 
 namespace quorvi::bench {
 namespace {

@@ -14,7 +14,8 @@
 #include "Quorvi/system/KeychainStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "bench/Figure.h"
-#include "tests/support/Keyring.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/desktop/Keyring.h"
 
 namespace {
 

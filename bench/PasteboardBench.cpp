@@ -8,8 +8,8 @@
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 #include "bench/Figure.h"
-#include "tests/support/ForeignOwner.h"
-#include "tests/support/ForeignRequestor.h"
+#include "tests/support/clipboard/ForeignOwner.h"
+#include "tests/support/clipboard/ForeignRequestor.h"
 
 namespace quorvi {
 namespace {

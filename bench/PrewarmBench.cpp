@@ -10,8 +10,8 @@
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "bench/DelayedLink.h"
 #include "bench/Figure.h"
-#include "tests/support/TlsServer.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/network/TlsServer.h"
 
 namespace {
 

@@ -20,12 +20,14 @@
 #include "QuorviCore/history/TranscriptRetention.h"
 #include "bench/Figure.h"
 #include "bench/ProcessUse.h"
-#include "tests/support/Editors.h"
-#include "tests/support/GeneratedHistory.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
-#include "tests/support/SpeechSamples.h"
-#include "tests/support/TestUser.h"
-#include "tests/support/TrayHost.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/TestUser.h"
+#include "tests/support/desktop/TrayHost.h"
+#include "tests/support/reference/GeneratedHistory.h"
+#include "tests/support/sound/SpeechSamples.h"
 
 namespace quorvi::bench {
 namespace {
@@ -86,7 +88,7 @@ void expect(bool condition, const char* what) {
 }
 
 std::string quorvi(const std::string& command) {
-    return test::shell(QUORVI_PROGRAM " " + command);
+    return test::shell(test::builtProgram("quorvi") + " " + command);
 }
 
 // A run of the program; quits it with its command.
@@ -97,7 +99,7 @@ public:
         settings.push_back(home.setting());
         settings.push_back("QUORVI_SERVICE=http://127.0.0.1:9");
         const double start = millisecondsNow();
-        process_ = Process({QUORVI_PROGRAM, "--print-stages"}, settings);
+        process_ = Process({test::builtProgram("quorvi"), "--print-stages"}, settings);
         expect(tray.waitForItem(), "Quorvi did not reach the tray");
         toTray_ = millisecondsNow() - start;
     }
@@ -186,7 +188,7 @@ struct Bare {
     explicit Bare(test::TrayHost& tray) {
         tray.forgetItem();
         const double start = millisecondsNow();
-        process = Process({QUORVI_BARE_TRAY});
+        process = Process({test::builtProgram("bare_tray")});
         expect(tray.waitForItem(), "the bare program did not reach the tray");
         toTray = millisecondsNow() - start;
     }

@@ -9,7 +9,7 @@
 #include "QuorviCore/corrections/TextCorrections.h"
 #include "QuorviCore/text/Tokens.h"
 #include "bench/Figure.h"
-#include "tests/support/LiteralRules.h"
+#include "tests/support/reference/LiteralRules.h"
 
 namespace quorvi::bench {
 namespace {

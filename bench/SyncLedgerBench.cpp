@@ -13,12 +13,13 @@
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/sync/SyncArchive.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
+#include "QuorviCore/history/HistoryArchive.h"
 #include "bench/Figure.h"
-#include "tests/support/GeneratedHistory.h"
-#include "tests/support/LiteralSync.h"
-#include "tests/support/RandomSyncState.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/reference/GeneratedHistory.h"
+#include "tests/support/reference/LiteralSync.h"
+#include "tests/support/reference/RandomSyncState.h"
 
 namespace quorvi::bench {
 namespace {

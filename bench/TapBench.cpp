@@ -14,8 +14,8 @@
 #include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 #include "bench/Figure.h"
-#include "tests/support/KeyWindow.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/desktop/KeyWindow.h"
+#include "tests/support/desktop/TestUser.h"
 
 // Cost of the input hook: processor time of its thread per event, system calls included, and time
 // from the keyboard to the handler on the main thread. The reference is a client that only reads

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
 #include "tests/support/Waiting.h"
 
@@ -21,8 +22,8 @@ struct Outcome {
 
 // A command of the program's, in this session and with this test's folders.
 Outcome quorvi(const std::string& arguments, const std::string& environment = {}) {
-    auto output =
-        shell("env " + environment + " " QUORVI_PROGRAM " " + arguments + " 2>&1; echo =$?");
+    auto output = shell("env " + environment + " " + builtProgram("quorvi") + " " + arguments +
+                        " 2>&1; echo =$?");
     const auto at = output.rfind('=');
     return {std::stoi(output.substr(at + 1)), output.substr(0, at)};
 }
@@ -39,7 +40,7 @@ protected:
         return {"QUORVI_API_KEY=sk-test", "QUORVI_SERVICE=http://127.0.0.1:9"};
     }
     void start() {
-        program = Process({QUORVI_PROGRAM, "--print-stages"}, settings());
+        program = Process({builtProgram("quorvi"), "--print-stages"}, settings());
         ASSERT_TRUE(eventually([] { return quorvi("status").status == 0; }));
     }
     Process program;
@@ -64,7 +65,7 @@ TEST_F(BusCommands, DriveTheRunningProgram) {
 
     // A second copy ends at once and leaves the first as it is; the launcher's activation and
     // `show` bring the window up.
-    auto second = Process({QUORVI_PROGRAM}, settings());
+    auto second = Process({builtProgram("quorvi")}, settings());
     EXPECT_EQ(second.wait(), 0);
     EXPECT_FALSE(windowIsShown());
     shell(
@@ -81,7 +82,7 @@ TEST_F(BusCommands, LauncherStartsWhatIsNotRunning) {
     const fs::path services = fs::path(std::getenv("XDG_DATA_HOME")) / "dbus-1/services";
     fs::create_directories(services);
     std::ofstream(services / "app.quorvi.Quorvi.service")
-        << "[D-BUS Service]\nName=app.quorvi.Quorvi\nExec=" QUORVI_PROGRAM "\n";
+        << "[D-BUS Service]\nName=app.quorvi.Quorvi\nExec=" + builtProgram("quorvi") + "\n";
     shell(
         "gdbus call --session -d org.freedesktop.DBus -o / -m org.freedesktop.DBus.ReloadConfig; "
         "dbus-update-activation-environment DISPLAY XDG_RUNTIME_DIR QT_QPA_PLATFORM");

@@ -14,10 +14,11 @@
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakeLocalKeyMonitor.h"
 #include "tests/fakes/PrintedMessage.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
+#include "tests/support/desktop/TestUser.h"
 
 namespace quorvi::test {
 
@@ -27,7 +28,7 @@ inline constexpr auto writtenSentence = "The weather is nice today.";
 // The offline speech service, knowing the sentence that is spoken.
 class SpeechService {
 public:
-    explicit SpeechService(const std::string& program = QUORVI_SPEECH_SERVICE)
+    explicit SpeechService(const std::string& program = builtProgram("quorvi-speech-service"))
         : process_({program, "--port", "0", "--punctuate", "--sentences",
                     folder_.write("sentences", std::string(spokenSentence) + "\n")}) {
         const auto line = process_.readLine();

@@ -1,4 +1,5 @@
 #include "tests/desktop/Desk.h"
+#include "tests/support/Paths.h"
 
 namespace quorvi::test {
 namespace {
@@ -42,7 +43,7 @@ TEST_F(Editors, AQt5Editor) {
 }
 
 TEST_F(Editors, AQt6EditorOverItsSelection) {
-    const auto field = open({QUORVI_QT_FIELDS});
+    const auto field = open({builtProgram("qt_fields")});
     user.chord({key::leftControl}, key::a);
     ASSERT_TRUE(until([&] { return reader.selection(*field)->length > 0; }));
     dictateInto(field);
@@ -76,11 +77,11 @@ TEST_F(Editors, ATerminal) {
 TEST_F(Editors, PasswordsAreRefused) {
     startQuorvi();
     const Command programs[] = {{"zenity", "--password"},
-                                {QUORVI_QT_FIELDS},
+                                {builtProgram("qt_fields")},
                                 chromium("<input type=password autofocus value=secret>", folder)};
     for (const auto& program : programs) {
         editor = Process(program);
-        if (program[0] == QUORVI_QT_FIELDS) {
+        if (program[0] == builtProgram("qt_fields")) {
             ASSERT_TRUE(reader.waitForFocus(editor.pid(), "AXTextArea"));
             user.tap(key::tab, 2);
         }

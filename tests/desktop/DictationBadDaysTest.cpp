@@ -1,5 +1,5 @@
 #include "tests/desktop/Desk.h"
-#include "tests/support/ForeignOwner.h"
+#include "tests/support/clipboard/ForeignOwner.h"
 
 namespace quorvi::test {
 namespace {

@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
 #include "tests/support/Waiting.h"
 
@@ -14,17 +13,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string content(const fs::path& file) {
-    std::ifstream in(file);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
 // Installed where this session's desktop looks for what is the user's own.
 class InstalledProgram : public testing::Test {
 protected:
     static void SetUpTestSuite() {
         prefix = fs::path(std::getenv("XDG_DATA_HOME")).parent_path();
-        outputOf({QUORVI_CMAKE, "--install", QUORVI_BUILD, "--prefix", prefix});
+        outputOf({"cmake", "--install", fs::path(builtProgram("..")), "--prefix", prefix});
     }
     static inline fs::path prefix;
 };
@@ -33,7 +27,7 @@ TEST_F(InstalledProgram, IsWhatTheLauncherAndTheBusStart) {
     const auto share = prefix / "share";
     const auto entry = share / "applications/app.quorvi.Quorvi.desktop";
     EXPECT_EQ(shell("desktop-file-validate " + entry.string()), "");
-    const auto text = content(entry);
+    const auto text = contentOf(entry);
     for (const std::string& line : {"Exec=" + (prefix / "bin/quorvi").string() + " show\n",
                                     "TryExec=" + (prefix / "bin/quorvi").string() + "\n",
                                     std::string("Icon=app.quorvi.Quorvi\n")})
@@ -60,7 +54,7 @@ TEST_F(InstalledProgram, IsWhatTheLauncherAndTheBusStart) {
 
 // Two whole dictations; the helper that keeps the clipboard when Quorvi quits is found.
 TEST_F(InstalledProgram, DictatesAndLeavesTheClipboardBehind) {
-    Process demo({QUORVI_DEMO, prefix / "bin", fs::temp_directory_path() / "demo"});
+    Process demo({builtProgram("quorvi-demo"), prefix / "bin", fs::temp_directory_path() / "demo"});
     const auto told = demo.readAll();
     EXPECT_EQ(demo.wait(), 0) << told;
 }

@@ -2,6 +2,7 @@
 #include <csignal>
 
 #include "tests/desktop/Desk.h"
+#include "tests/support/Paths.h"
 
 namespace quorvi::test {
 namespace {
@@ -68,7 +69,7 @@ TEST_F(LearnFromEdits, AMendedWordBecomesARuleAndTheNextDictationComesOutRight) 
 TEST_F(LearnFromEdits, InEveryKindOfEditor) {
     const Command editors[] = {
         gnomeTextEditor(folder.write("note.txt", "")),
-        {QUORVI_QT_FIELDS, "--empty"},
+        {builtProgram("qt_fields"), "--empty"},
         chromium("<textarea autofocus></textarea>", folder),
         chromium("<div contenteditable id=e></div><script>e.focus()</script>", folder)};
     startQuorvi();

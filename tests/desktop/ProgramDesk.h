@@ -11,13 +11,14 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
-#include "tests/support/ForeignOwner.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
-#include "tests/support/QuorviProgram.h"
-#include "tests/support/SoundServer.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/clipboard/ForeignOwner.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
+#include "tests/support/desktop/QuorviProgram.h"
+#include "tests/support/desktop/TestUser.h"
+#include "tests/support/sound/SoundServer.h"
 
 namespace quorvi::test {
 
@@ -32,7 +33,8 @@ public:
     };
 
     ScriptedSpeech()
-        : process_({"python3", QUORVI_SOURCE "/tests/support/programs/scripted_speech_service.py",
+        : process_({"python3",
+                    sourceFolder() + "/tests/support/programs/scripted_speech_service.py",
                     folder_.path().string()}),
           port_(process_.readLine()) {}
     std::string address() const { return "http://127.0.0.1:" + port_; }

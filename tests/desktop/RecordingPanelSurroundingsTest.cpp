@@ -10,8 +10,8 @@
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/support/Process.h"
-#include "tests/support/SeenTexts.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/ui/SeenTexts.h"
 
 namespace quorvi::test {
 namespace {

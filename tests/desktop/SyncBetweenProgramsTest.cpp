@@ -4,12 +4,13 @@
 
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "QuorviCore/history/HistoryArchive.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
-#include "tests/support/PostgresServer.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
-#include "tests/support/QuorviProgram.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/cloud/PostgresServer.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
+#include "tests/support/desktop/QuorviProgram.h"
+#include "tests/support/desktop/TestUser.h"
 
 // Two real programs, each with a home folder, a desktop and a session bus of its own, on one cloud.
 namespace quorvi::test {
@@ -31,7 +32,7 @@ public:
         const auto run = home().path() / "run";
         std::filesystem::create_directories(run);
         std::filesystem::permissions(run, std::filesystem::perms::owner_all);
-        launch({"dbus-run-session", "--", QUORVI_PROGRAM, "--print-stages"},
+        launch({"dbus-run-session", "--", builtProgram("quorvi"), "--print-stages"},
                {"DISPLAY=" + elsewhere_->display(), "AT_SPI_BUS_ADDRESS",
                 "XDG_RUNTIME_DIR=" + run.string()});
     }
@@ -49,8 +50,8 @@ protected:
     // Dictates with a real voice into a real editor, and corrects the text there.
     void dictateAndMend(Machine& machine) {
         const auto sentences = folder_.write("sentences", std::string(sentence) + "\n");
-        Process service(
-            {QUORVI_SPEECH_SERVICE, "--port", "0", "--punctuate", "--sentences", sentences});
+        Process service({builtProgram("quorvi-speech-service"), "--port", "0", "--punctuate",
+                         "--sentences", sentences});
         const auto line = service.readLine();
         Process editor(mousepad(folder_.write("note.txt", "")));
         const auto field = reader_.waitForFocus(editor.pid(), "AXTextArea");

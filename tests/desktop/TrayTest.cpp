@@ -5,9 +5,11 @@
 #include <optional>
 #include <string>
 
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
-#include "tests/support/ScreenReader.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/desktop/ScreenReader.h"
+#include "tests/support/desktop/TestUser.h"
 
 // The program on desktops that know nothing of icons over D-Bus.
 namespace quorvi::test {
@@ -43,7 +45,7 @@ std::optional<Place> menu() {
 
 TEST(Tray, OfTheOlderKindHoldsTheIconAndItsMenu) {
     const Process tray({"trayer", "--edge", "top", "--align", "right", "--height", "32"});
-    Process quorvi({QUORVI_PROGRAM, "--print-stages"}, {refusedKey});
+    Process quorvi({builtProgram("quorvi"), "--print-stages"}, {refusedKey});
     TestUser user;
     const auto click = [&](std::uint8_t button, int x, int y) {
         // On its way there the pointer moves, which menus insist on.
@@ -72,13 +74,14 @@ TEST(Tray, OfTheOlderKindHoldsTheIconAndItsMenu) {
         });
     };
     EXPECT_TRUE(choose(3, 57, [] {  // "Reset dictation"
-        return shell(QUORVI_PROGRAM " status").find("Dictation reset.") != std::string::npos;
+        return shell(builtProgram("quorvi") + " status").find("Dictation reset.") !=
+               std::string::npos;
     }));
     EXPECT_TRUE(choose(1, 11, [&] { return quorvi.hasEnded(); }));  // "Quit Quorvi"
 }
 
 TEST(Tray, ThatIsMissingIsToldInTheWindowWhichOpens) {
-    Process quorvi({QUORVI_PROGRAM}, {refusedKey});
+    Process quorvi({builtProgram("quorvi")}, {refusedKey});
     ScreenReader reader(quorvi.pid());
     EXPECT_TRUE(reader.sees(ScreenReader::label,
                             "This desktop shows no tray icons. Quorvi keeps running when you close "

@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
 #include "tests/support/Waiting.h"
 
@@ -16,10 +17,10 @@ namespace fs = std::filesystem;
 
 class TwoProgramsTest : public testing::Test {
 protected:
-    Process start() { return Process({QUORVI_PROGRAM, "--print-stages"}, {homeSetting()}); }
+    Process start() { return Process({builtProgram("quorvi"), "--print-stages"}, {homeSetting()}); }
     // On a computer that has the same home folder, as far as a program can tell.
     Process startElsewhere() {
-        return Process({"dbus-run-session", "--", QUORVI_PROGRAM, "--print-stages"},
+        return Process({"dbus-run-session", "--", builtProgram("quorvi"), "--print-stages"},
                        {homeSetting(), "DISPLAY=" + elsewhere_.display(), "AT_SPI_BUS_ADDRESS",
                         "XDG_RUNTIME_DIR=" + runtime_.path().string()});
     }
@@ -58,7 +59,7 @@ TEST_F(TwoProgramsTest, TheSecondLeavesAtOnceAndTheFirstAsItIs) {
     EXPECT_EQ(contentOf(data() / "history.json"), history);
 
     // What does run beside it is another machine to the folder.
-    Process check({QUORVI_PROGRAM, "--cloud-release-check"}, {homeSetting()});
+    Process check({builtProgram("quorvi"), "--cloud-release-check"}, {homeSetting()});
     check.readAll();
     EXPECT_EQ(check.wait(), 0);
     EXPECT_EQ(machines().size(), 2u);

@@ -9,13 +9,14 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
-#include "tests/support/Keyring.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
-#include "tests/support/ScreenReader.h"
-#include "tests/support/SoundServer.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
+#include "tests/support/desktop/Keyring.h"
+#include "tests/support/desktop/ScreenReader.h"
+#include "tests/support/desktop/TestUser.h"
+#include "tests/support/sound/SoundServer.h"
 
 namespace quorvi::test {
 namespace {
@@ -28,7 +29,7 @@ constexpr auto refusedKey = "QUORVI_API_KEY=not a key";  // refused, so the key 
 class WindowByScreenReader : public testing::Test {
 protected:
     explicit WindowByScreenReader(const std::vector<std::string>& settings = {refusedKey})
-        : quorvi({QUORVI_PROGRAM, "--print-stages"}, settings), reader(quorvi.pid()) {}
+        : quorvi({builtProgram("quorvi"), "--print-stages"}, settings), reader(quorvi.pid()) {}
 
     void press(R::Role role, const std::string& name) {
         ASSERT_TRUE(reader.press(role, name)) << name << " is not in:\n" << reader.everything();
@@ -60,7 +61,7 @@ TEST(FirstRun, EachRowIsReadyAsSoonAsTheUserHasSeenToIt) {
               on + ">'");
     };
     setAccessibility("false");
-    const Process quorvi({QUORVI_PROGRAM}, {"PULSE_SERVER=" + sound.address()});
+    const Process quorvi({builtProgram("quorvi")}, {"PULSE_SERVER=" + sound.address()});
     ScreenReader reader(quorvi.pid());
     const struct {
         const char* row;
@@ -73,7 +74,7 @@ TEST(FirstRun, EachRowIsReadyAsSoonAsTheUserHasSeenToIt) {
              sound.pactl("load-module module-remap-source master=mic_feed.monitor source_name=mic");
          }},
         {"Add key: OpenAI API key",
-         [] { shell("printf 'sk-stored\n' | " QUORVI_PROGRAM " --store-key"); }},
+         [] { shell("printf 'sk-stored\n' | " + builtProgram("quorvi") + " --store-key"); }},
     };
     for (const auto& each : rows)
         EXPECT_TRUE(reader.sees(R::pushButton, each.row)) << each.row << '\n'

@@ -7,7 +7,7 @@
 
 #include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/async/Scheduler.h"
-#include "tests/support/PasteboardItems.h"
+#include "tests/fakes/PasteboardItems.h"
 
 namespace quorvi::test {
 

@@ -8,8 +8,8 @@
 #include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/fakes/VirtualScheduler.h"
-#include "tests/support/GeneratedHistory.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/reference/GeneratedHistory.h"
 
 namespace quorvi::test {
 namespace {

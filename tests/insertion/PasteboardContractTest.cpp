@@ -1,4 +1,4 @@
-#include "tests/support/PasteboardContract.h"
+#include "tests/support/contracts/PasteboardContract.h"
 
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/fakes/VirtualScheduler.h"

@@ -10,9 +10,10 @@
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
-#include "tests/support/Keyring.h"
-#include "tests/support/PostgresServer.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
+#include "tests/support/cloud/PostgresServer.h"
+#include "tests/support/desktop/Keyring.h"
 
 namespace quorvi::test {
 namespace {
@@ -23,7 +24,7 @@ constexpr auto passed =
 // Runs the program without a display; `input` is a shell redirection of its standard input.
 Process run(const std::filesystem::path& home, const std::string& argument,
             const std::string& input = "</dev/null") {
-    return Process({"sh", "-c", "exec \"$0\" \"$1\" " + input, QUORVI_PROGRAM, argument},
+    return Process({"sh", "-c", "exec \"$0\" \"$1\" " + input, builtProgram("quorvi"), argument},
                    {"HOME=" + home.string(), "DISPLAY", "WAYLAND_DISPLAY"});
 }
 Process check(const std::filesystem::path& home) {

@@ -13,7 +13,9 @@
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
-#include "tests/support/Keyring.h"
+#include "tests/support/Paths.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/desktop/Keyring.h"
 
 namespace quorvi::test {
 namespace {
@@ -112,7 +114,7 @@ TEST_F(KeyTraces, AreInNoFileProcessOrMemoryAfterAllThatCanBeDoneWithAKey) {
 
     const auto input = (folder.path() / "input").string();
     ASSERT_EQ(mkfifo(input.c_str(), 0600), 0);
-    Process drill({"sh", "-c", "exec " QUORVI_KEY_DRILL " < " + input});
+    Process drill({"sh", "-c", "exec " + builtProgram("key_drill") + " < " + input});
     std::ofstream pipe(input);
     pipe << key << std::flush;
     ASSERT_EQ(drill.readLine(), "done");
@@ -127,7 +129,7 @@ TEST_F(KeyTraces, AreInNoFileProcessOrMemoryAfterAllThatCanBeDoneWithAKey) {
 }
 
 TEST_F(KeyTraces, AreInNoFileOrProcessWhenTheKeyCameInTheEnvironment) {
-    Process quorvi({QUORVI_PROGRAM, "--print-stages"}, {"QUORVI_API_KEY=" + key});
+    Process quorvi({builtProgram("quorvi"), "--print-stages"}, {"QUORVI_API_KEY=" + key});
     while (!quorvi.readLine().ends_with("| ready")) continue;
     EXPECT_EQ(processesWithKey(quorvi.pid()), nowhere);
     quorvi.signal(SIGABRT);
@@ -142,16 +144,17 @@ TEST(Program, PutsAKeyIntoTheKeyringAndIsReadyWhileItIsThere) {
                    "gdbus call --session -d org.freedesktop.DBus -o /org/freedesktop/DBus -m "
                    "org.freedesktop.DBus.NameHasOwner org.freedesktop.secrets") == "(true,)\n";
     }));
-    EXPECT_EQ(shell("printf '  ' | " QUORVI_PROGRAM " --store-key 2>&1; echo $?"),
+    EXPECT_EQ(shell("printf '  ' | " + builtProgram("quorvi") + " --store-key 2>&1; echo $?"),
               "quorvi: Enter a valid API key without spaces.\n1\n");
-    EXPECT_EQ(shell("printf '" + key + "\n' | " QUORVI_PROGRAM " --store-key"),
+    EXPECT_EQ(shell("printf '" + key + "\n' | " + builtProgram("quorvi") + " --store-key"),
               "The API key is in your keyring.\n");
     LoopScheduler loop;
     SecretServiceKeychain keychain(loop);
     EXPECT_EQ(keychain.read(query, {}).secret.view(), key);
-    Process quorvi({QUORVI_PROGRAM, "--print-stages"});
+    Process quorvi({builtProgram("quorvi"), "--print-stages"});
     while (!quorvi.readLine().ends_with("| ready")) continue;
-    EXPECT_EQ(shell(QUORVI_PROGRAM " --remove-key"), "There is no API key in your keyring.\n");
+    EXPECT_EQ(shell(builtProgram("quorvi") + " --remove-key"),
+              "There is no API key in your keyring.\n");
     EXPECT_TRUE(quorvi.readLine().ends_with("| not ready"));
 }
 

@@ -9,13 +9,15 @@
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/transcription/TranscriptionClient.h"
-#include "tests/support/SpeechSamples.h"
+#include "tests/support/Paths.h"
+#include "tests/support/Process.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/sound/SpeechSamples.h"
 
 namespace quorvi::test {
 namespace {
 
-const std::string program = QUORVI_SPEECH_SERVICE;
+const std::string program = builtProgram("quorvi-speech-service");
 const TranscriptionOptions options{DictationLanguage::automatic, TranscriptionModel::fourO, "x"};
 const std::vector<std::string> sentences{"the weather is nice today", "I will see you tomorrow",
                                          "please call me back later", "we need more time",

@@ -11,11 +11,13 @@
 #include <sstream>
 #include <thread>
 
-#include "tests/support/Hexadecimal.h"
-#include "tests/support/PostgresServer.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
 #include "tests/support/Seeds.h"
-#include "tests/support/SyncEdits.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/cloud/Hexadecimal.h"
+#include "tests/support/cloud/PostgresServer.h"
+#include "tests/support/cloud/SyncEdits.h"
 
 namespace quorvi::test {
 namespace {
@@ -41,7 +43,8 @@ public:
     }
     bool isRunning() const { return isRunning_; }
     void start(std::uint64_t seed) {
-        if (process_.pid() < 0) process_ = Process({QUORVI_SYNC_DEVICE}, {}, Process::Input::own);
+        if (process_.pid() < 0)
+            process_ = Process({builtProgram("sync_device")}, {}, Process::Input::own);
         tell("start " + place_ + std::to_string(seed));
         isRunning_ = true;
     }

@@ -8,8 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/Keyring.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
+#include "tests/support/desktop/Keyring.h"
 
 namespace quorvi::test {
 namespace {
@@ -39,8 +40,8 @@ public:
         return Process({"sh", "-c", command}, settings);
     }
     Said run(const std::string& arguments) const {
-        auto program =
-            start("exec " QUORVI_PROGRAM " " + arguments + " 2>&1", {"DISPLAY", "WAYLAND_DISPLAY"});
+        auto program = start("exec " + builtProgram("quorvi") + " " + arguments + " 2>&1",
+                             {"DISPLAY", "WAYLAND_DISPLAY"});
         auto output = program.readAll();
         return {program.wait(), std::move(output)};
     }
@@ -102,7 +103,7 @@ TEST(TransferProgram, WaitsForTheRunningProgramToQuitButExportsBesideIt) {
     const Home home;
     home.folder.write("in.json", document);
     ASSERT_EQ(home.run("import " + home.file("in.json").string()).status, 0);
-    auto program = home.start("exec " QUORVI_PROGRAM " --print-stages");
+    auto program = home.start("exec " + builtProgram("quorvi") + " --print-stages");
     program.readLine();
     for (const auto& arguments :
          {"import " + home.file("in.json").string(), std::string("erase --yes")}) {
@@ -123,7 +124,8 @@ TEST(TransferProgram, ErasesAllOfItAndTheKeyAndSaysWhatStays) {
     home.folder.write("in.json", document);
     ASSERT_EQ(home.run("import " + home.file("in.json").string()).status, 0);
     EXPECT_EQ(home.run("--cloud-database=folder:" + home.file("shared").string()).status, 0);
-    auto storing = home.start("printf 'sk-test-0123456789abcdef' | " QUORVI_PROGRAM " --store-key");
+    auto storing = home.start("printf 'sk-test-0123456789abcdef' | " + builtProgram("quorvi") +
+                              " --store-key");
     ASSERT_EQ(storing.wait(), 0);
     // The history is kept elsewhere.
     const auto history = home.file(".local/share/Quorvi/history.json");
@@ -132,8 +134,8 @@ TEST(TransferProgram, ErasesAllOfItAndTheKeyAndSaysWhatStays) {
 
     // Typed on a terminal: first no, then yes.
     const auto typed = [&](const std::string& answer) {
-        auto program = home.start("echo " + answer + " | script -qec '" QUORVI_PROGRAM " erase' " +
-                                  home.file("typescript").string());
+        auto program = home.start("echo " + answer + " | script -qec '" + builtProgram("quorvi") +
+                                  " erase' " + home.file("typescript").string());
         auto output = program.readAll();
         fs::remove(home.file("typescript"));
         return Said{program.wait(), std::move(output)};

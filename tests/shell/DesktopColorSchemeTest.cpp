@@ -8,8 +8,8 @@
 #include <QDBusVirtualObject>
 
 #include "Quorvi/ui/design/Colors.h"
-#include "tests/support/OffscreenQt.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/ui/OffscreenQt.h"
 
 namespace quorvi::test {
 namespace {

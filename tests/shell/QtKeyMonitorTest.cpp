@@ -11,7 +11,8 @@
 
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 #include "Quorvi/shell/QtScheduler.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/desktop/TestUser.h"
 
 namespace quorvi::test {
 namespace {

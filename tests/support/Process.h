@@ -1,15 +1,9 @@
 #pragma once
 
-#include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
+#include <csignal>
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,68 +21,28 @@ public:
     Process() = default;
     enum class Input { inherited, own };
     explicit Process(std::vector<std::string> command,
-                     const std::vector<std::string>& settings = {}, Input input = Input::inherited)
-        : home_(std::make_unique<TestFolder>()) {
-        std::vector<std::string> environment;
-        for (char** one = environ; *one; ++one) environment.emplace_back(*one);
-        for (const auto* name :
-             {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"})
-            set(environment, name);
-        set(environment, "HOME=" + home_->path().string());
-        for (const auto& setting : settings) set(environment, setting);
-        spawn(pointers(command), pointers(environment), input);
-    }
+                     const std::vector<std::string>& settings = {}, Input input = Input::inherited);
     Process(Process&& other) noexcept { *this = std::move(other); }
-    Process& operator=(Process&& other) noexcept {
-        end();
-        pid_ = std::exchange(other.pid_, -1);
-        output_ = std::exchange(other.output_, -1);
-        input_ = std::exchange(other.input_, -1);
-        unread_ = std::move(other.unread_);
-        home_ = std::move(other.home_);
-        return *this;
-    }
+    Process& operator=(Process&& other) noexcept;
     ~Process() { end(); }
 
     pid_t pid() const { return pid_; }
 
     // To all its processes.
-    void signal(int number) const {
-        if (pid_ > 0) ::kill(-pid_, number);
-    }
-    void freeze() const { signal(SIGSTOP); }
-    void thaw() const { signal(SIGCONT); }
+    void signal(int number) const;
+    void freeze() const;
+    void thaw() const;
     // Ends it at once, like a crash.
-    void kill() {
-        signal(SIGKILL);
-        if (pid_ > 0) wait();
-    }
+    void kill();
     // The exit code, or minus the signal that ended it. Waits for the end.
-    int wait() {
-        int status = 0;
-        waitpid(std::exchange(pid_, -1), &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    }
-    bool hasEnded() {
-        if (pid_ > 0 && waitpid(pid_, nullptr, WNOHANG) == pid_) pid_ = -1;
-        return pid_ < 0;
-    }
+    int wait();
+    bool hasEnded();
 
     // A line for its standard input, if that is its own; nothing when it is dead.
-    void writeLine(const std::string& line) const {
-        const auto all = line + "\n";
-        if (send(input_, all.data(), all.size(), MSG_NOSIGNAL) < 0) return;
-    }
+    void writeLine(const std::string& line) const;
 
     // The next line of the output, without its end. Throws when none comes within a minute.
-    std::string readLine() {
-        auto end = unread_.find('\n');
-        for (; end == unread_.npos; end = unread_.find('\n'))
-            if (!readMore()) throw std::runtime_error("the program ended or said nothing");
-        auto line = unread_.substr(0, end);
-        unread_.erase(0, end + 1);
-        return line;
-    }
+    std::string readLine();
     // Everything that is still to come, up to its end.
     std::string readAll() {
         while (readMore()) continue;
@@ -96,55 +50,11 @@ public:
     }
 
 private:
-    static void set(std::vector<std::string>& environment, const std::string& setting) {
-        const auto name = setting.substr(0, setting.find('='));
-        std::erase_if(environment, [&](const auto& one) { return one.starts_with(name + "="); });
-        if (name != setting) environment.push_back(setting);
-    }
-    static std::vector<char*> pointers(std::vector<std::string>& strings) {
-        std::vector<char*> result;
-        for (auto& string : strings) result.push_back(string.data());
-        result.push_back(nullptr);
-        return result;
-    }
-    void spawn(std::vector<char*> arguments, std::vector<char*> environment, Input input) {
-        int ends[2], inputs[2] = {-1, -1};
-        if (input == Input::own && socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, inputs) != 0)
-            throw std::runtime_error("no sockets");
-        if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-        const auto log = std::filesystem::temp_directory_path() / "programs.log";
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log.c_str(),
-                                         O_WRONLY | O_CREAT | O_APPEND, 0600);
-        if (inputs[1] >= 0) posix_spawn_file_actions_adddup2(&actions, inputs[1], STDIN_FILENO);
-        posix_spawnattr_t attributes;
-        posix_spawnattr_init(&attributes);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-        const int failed = posix_spawnp(&pid_, arguments[0], &actions, &attributes,
-                                        arguments.data(), environment.data());
-        posix_spawnattr_destroy(&attributes);
-        posix_spawn_file_actions_destroy(&actions);
-        close(ends[1]);
-        output_ = ends[0];
-        if (inputs[1] >= 0) close(inputs[1]);
-        input_ = inputs[0];
-        if (failed) pid_ = -1;
-    }
-    bool readMore() {
-        pollfd ready{output_, POLLIN, 0};
-        char buffer[65536];
-        if (poll(&ready, 1, 60'000) <= 0) return false;
-        const auto size = read(output_, buffer, sizeof buffer);
-        if (size > 0) unread_.append(buffer, static_cast<std::size_t>(size));
-        return size > 0;
-    }
-    void end() {
-        kill();
-        if (output_ >= 0) close(std::exchange(output_, -1));
-        if (input_ >= 0) close(std::exchange(input_, -1));
-    }
+    static void set(std::vector<std::string>& environment, const std::string& setting);
+    static std::vector<char*> pointers(std::vector<std::string>& strings);
+    void spawn(std::vector<char*> arguments, std::vector<char*> environment, Input input);
+    bool readMore();
+    void end();
 
     std::unique_ptr<TestFolder> home_;
     pid_t pid_ = -1;
@@ -154,31 +64,15 @@ private:
 };
 
 // What a program prints, run to its end. Throws when it fails.
-inline std::string outputOf(const std::vector<std::string>& command) {
-    Process program(command);
-    auto output = program.readAll();
-    if (program.pid() < 0 || program.wait() != 0)
-        throw std::runtime_error(command.front() + " failed");
-    return output;
-}
+std::string outputOf(const std::vector<std::string>& command);
 
 // What a shell command prints, whether it succeeds or not.
-inline std::string shell(const std::string& command) {
-    Process program({"sh", "-c", command});
-    auto output = program.readAll();
-    program.wait();
-    return output;
-}
+std::string shell(const std::string& command);
 
 // A second X server, which may be killed. Without a number it chooses a free one.
 class NestedServer {
 public:
-    explicit NestedServer(const std::string& number = {}) {
-        std::vector<std::string> command{"Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset"};
-        if (!number.empty()) command.insert(command.begin() + 1, ":" + number);
-        process_ = Process(command);
-        display_ = ":" + process_.readLine();
-    }
+    explicit NestedServer(const std::string& number = {});
     const std::string& display() const { return display_; }
     void kill() { process_.kill(); }
 

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <stdlib.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -15,15 +12,7 @@ namespace quorvi::test {
 class TestFolder {
 public:
     // In memory where that is said, for what writes a lot and is not about the disk.
-    explicit TestFolder(bool inMemory = false) {
-        const std::filesystem::path memory = "/dev/shm";
-        const auto parent = inMemory && std::filesystem::is_directory(memory)
-                                ? memory
-                                : std::filesystem::temp_directory_path();
-        std::string pattern = parent / "quorvi-test-XXXXXX";
-        if (!mkdtemp(pattern.data())) throw std::runtime_error("no folder for a test");
-        path_ = pattern;
-    }
+    explicit TestFolder(bool inMemory = false);
     ~TestFolder() {
         std::error_code ignored;  // a dying program may still write there
         std::filesystem::remove_all(path_, ignored);

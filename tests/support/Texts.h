@@ -2,9 +2,7 @@
 
 #include <unicode/unistr.h>
 
-#include <iterator>
 #include <random>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,21 +10,11 @@
 namespace quorvi::test {
 
 // The words of a table, however many spaces are between them.
-inline std::vector<std::string> split(const std::string& words) {
-    std::istringstream stream(words);
-    return {std::istream_iterator<std::string>(stream), {}};
-}
+std::vector<std::string> split(const std::string& words);
 
-inline std::string repeated(std::string_view s, int times) {
-    std::string result;
-    while (times-- > 0) result += s;
-    return result;
-}
+std::string repeated(std::string_view s, int times);
 
-inline std::string utf8(const icu::UnicodeString& s) {
-    std::string result;
-    return s.toUTF8String(result);
-}
+std::string utf8(const icu::UnicodeString& s);
 
 // Texts that are hard to cut, fold and compose, of a few pieces that therefore meet often.
 class HostileTexts {
@@ -35,18 +23,16 @@ public:
         for (auto& piece : chosen_) piece = random() % 4 ? all[random() % all.size()] : "a";
     }
     // Fewer than `most` pieces.
-    std::string operator()(unsigned most) {
-        std::string text;
-        for (auto n = (*random_)() % most; n > 0; --n) text += chosen_[(*random_)() % 8];
-        return text;
-    }
+    std::string operator()(unsigned most);
 
 private:
     static inline const std::vector<std::string> all = [] {
         // clang-format off
         auto pieces = split(
             "A b é e\u0301 \u0301 \u0323 Σ ς ΐ Ω ß ẞ İ ı ﬁ ᾳ Å ŉ ǰ \u0345 \u212B ’ … © 1\u20E3 "
-            "\u200D \uFE0F ❤️ 👩 👩 👍🏽 🇬 🇬 😀 \u0600 \u00AD \u1100 \u1161 \u11A8 각 "
+            "\u200D \uFE0F ❤️ 👩 👩 👍🏽 🇬 🇬 😀 \u0600 \u00AD \u1100 \u1161 "
+            "\u11A8 "
+            "각 "
             "한 "
             "क\u094D "
             "त \u093F \u093C שׁ \xFF \u0001");

@@ -2,7 +2,7 @@
 
 #include "tests/fakes/FakeCloudDatabase.h"
 #include "tests/fakes/VirtualScheduler.h"
-#include "tests/support/CloudContract.h"
+#include "tests/support/contracts/CloudContract.h"
 
 namespace quorvi::test {
 namespace {

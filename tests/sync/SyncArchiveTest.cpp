@@ -5,8 +5,8 @@
 #include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakeJournalFiles.h"
 #include "tests/fakes/VirtualScheduler.h"
-#include "tests/support/RandomSyncState.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/reference/RandomSyncState.h"
 
 namespace quorvi::test {
 namespace {

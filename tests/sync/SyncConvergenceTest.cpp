@@ -4,7 +4,7 @@
 
 #include "tests/fakes/FakeCloudDatabase.h"
 #include "tests/support/Seeds.h"
-#include "tests/support/SyncEdits.h"
+#include "tests/support/cloud/SyncEdits.h"
 #include "tests/sync/SyncMachine.h"
 
 // Several machines make random changes, with unreliable clouds, wrong clocks and crashes; at the

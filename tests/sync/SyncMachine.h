@@ -6,7 +6,8 @@
 
 #include "tests/fakes/FakeJournalFiles.h"
 #include "tests/fakes/VirtualScheduler.h"
-#include "tests/support/SyncedProgram.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/cloud/SyncedProgram.h"
 
 namespace quorvi::test {
 

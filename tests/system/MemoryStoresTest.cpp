@@ -3,8 +3,8 @@
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "QuorviCore/messages/Message.h"
-#include "tests/support/PreferencesContract.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/contracts/PreferencesContract.h"
 
 namespace quorvi::test {
 namespace {

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "Quorvi/ui/indicator/RecordingHUD.h"
-#include "tests/support/OffscreenQt.h"
+#include "tests/support/ui/OffscreenQt.h"
 
 using namespace quorvi;
 

@@ -17,8 +17,8 @@
 #include "Quorvi/ui/translations/Translations.h"
 #include "Quorvi/ui/updates/UpdateWindow.h"
 #include "Quorvi/ui/widgets/Page.h"
-#include "tests/support/Palettes.h"
-#include "tests/support/WindowWorld.h"
+#include "tests/support/ui/Palettes.h"
+#include "tests/support/ui/WindowWorld.h"
 
 namespace quorvi::test {
 namespace {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <unicode/locid.h>
+#include <unicode/normalizer2.h>
 #include <unicode/unistr.h>
 
 #include <map>
@@ -7,9 +8,9 @@
 #include "QuorviCore/corrections/TextCorrections.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/text/Tokens.h"
-#include "tests/support/LiteralRules.h"
 #include "tests/support/Seeds.h"
 #include "tests/support/Texts.h"
+#include "tests/support/reference/LiteralRules.h"
 
 namespace quorvi::test {
 namespace {

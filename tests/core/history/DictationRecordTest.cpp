@@ -7,7 +7,8 @@
 #include "QuorviCore/async/Task.h"
 #include "QuorviCore/history/DictationRecords.h"
 #include "QuorviCore/history/HistoryIndex.h"
-#include "tests/support/GeneratedHistory.h"
+#include "tests/support/Texts.h"
+#include "tests/support/reference/GeneratedHistory.h"
 
 namespace quorvi::test {
 namespace {

@@ -6,7 +6,8 @@
 #include <bit>
 #include <cmath>
 
-#include "tests/support/GeneratedHistory.h"
+#include "tests/support/Texts.h"
+#include "tests/support/reference/GeneratedHistory.h"
 
 namespace quorvi::test {
 namespace {

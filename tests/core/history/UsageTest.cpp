@@ -4,8 +4,8 @@
 
 #include "QuorviCore/history/HistorySummaries.h"
 #include "QuorviCore/history/TranscriptRetention.h"
-#include "tests/support/GeneratedHistory.h"
-#include "tests/support/LiteralUsage.h"
+#include "tests/support/reference/GeneratedHistory.h"
+#include "tests/support/reference/LiteralUsage.h"
 
 namespace quorvi::test {
 namespace {

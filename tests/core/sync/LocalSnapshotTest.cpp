@@ -6,9 +6,10 @@
 #include <random>
 
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
+#include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/propertylist/PropertyList.h"
-#include "tests/support/LiteralSync.h"
 #include "tests/support/Seeds.h"
+#include "tests/support/reference/LiteralSync.h"
 
 namespace quorvi::test {
 namespace {

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
-#include "tests/support/RandomSyncState.h"
+#include <algorithm>
+
+#include "tests/support/reference/RandomSyncState.h"
 
 namespace quorvi::test {
 namespace {

@@ -2,14 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <random>
 
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/json/Base64.h"
-#include "tests/support/LiteralSync.h"
 #include "tests/support/Seeds.h"
+#include "tests/support/reference/LiteralSync.h"
 
 namespace quorvi::test {
 namespace {

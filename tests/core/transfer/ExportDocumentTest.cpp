@@ -5,7 +5,7 @@
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
-#include "tests/support/GeneratedHistory.h"
+#include "tests/support/reference/GeneratedHistory.h"
 
 namespace quorvi::test {
 namespace {

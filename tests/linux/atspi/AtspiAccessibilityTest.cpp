@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
+#include "tests/support/desktop/TestUser.h"
 
 namespace quorvi::test {
 namespace {
@@ -32,8 +33,8 @@ protected:
 
 TEST_F(AtspiFields, EveryEditorsFieldIsFoundCountedInUtf16UnitsAndOutlivesItsApplication) {
     const auto file = folder_.write("note.txt", greekAndEmoji);
-    for (const Command& command :
-         {mousepad(file), gnomeTextEditor(file), featherpad(file), Command{QUORVI_QT_FIELDS}}) {
+    for (const Command& command : {mousepad(file), gnomeTextEditor(file), featherpad(file),
+                                   Command{builtProgram("qt_fields")}}) {
         SCOPED_TRACE(command.front());
         start(command);
         const auto field = reader_.waitForFocus(pid(), "AXTextArea");
@@ -83,7 +84,7 @@ TEST_F(AtspiFields, EveryEditorsFieldIsFoundCountedInUtf16UnitsAndOutlivesItsApp
 }
 
 TEST_F(AtspiFields, TabVisitsEveryKindOfQtField) {
-    start({QUORVI_QT_FIELDS});
+    start({builtProgram("qt_fields")});
     ASSERT_TRUE(reader_.waitForFocus(pid(), "AXTextArea"));
 
     user_.tap(key::tab);

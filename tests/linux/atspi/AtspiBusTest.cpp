@@ -8,9 +8,9 @@
 
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/atspi/AtspiPeers.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
 
 namespace quorvi::test {
 namespace {

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"
-#include "tests/support/TestUser.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
+#include "tests/support/desktop/TestUser.h"
 
 namespace quorvi::test {
 namespace {

@@ -12,8 +12,8 @@
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "QuorviCore/messages/Message.h"
-#include "tests/support/TlsServer.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/network/TlsServer.h"
 
 namespace quorvi::test {
 namespace {

@@ -3,8 +3,8 @@
 #include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
-#include "tests/support/CloudContract.h"
 #include "tests/support/TestFolder.h"
+#include "tests/support/contracts/CloudContract.h"
 
 namespace quorvi::test {
 namespace {

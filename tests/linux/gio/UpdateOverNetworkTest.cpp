@@ -11,9 +11,9 @@
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/system/MemoryPreferences.h"
-#include "tests/support/SignedReleases.h"
-#include "tests/support/TlsServer.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/network/SignedReleases.h"
+#include "tests/support/network/TlsServer.h"
 
 namespace quorvi::test {
 namespace {

@@ -16,10 +16,10 @@
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakePasteboard.h"
-#include "tests/support/GeneratedHistory.h"
 #include "tests/support/OwnProcess.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/reference/GeneratedHistory.h"
 
 namespace quorvi::test {
 namespace {

@@ -18,9 +18,9 @@
 #include "tests/fakes/VirtualScheduler.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/Process.h"
-#include "tests/support/RandomSyncState.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/reference/RandomSyncState.h"
 
 namespace quorvi::test {
 namespace {

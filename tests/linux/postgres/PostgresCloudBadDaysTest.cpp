@@ -6,9 +6,9 @@
 #include <iostream>
 #include <random>
 
-#include "tests/support/PostgresMachines.h"
 #include "tests/support/Seeds.h"
-#include "tests/support/TlsServer.h"
+#include "tests/support/cloud/PostgresMachines.h"
+#include "tests/support/network/TlsServer.h"
 
 namespace quorvi::test {
 namespace {

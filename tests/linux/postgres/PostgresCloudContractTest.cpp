@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "tests/support/CloudContract.h"
-#include "tests/support/PostgresMachines.h"
+#include "tests/support/cloud/PostgresMachines.h"
+#include "tests/support/contracts/CloudContract.h"
 
 namespace quorvi::test {
 namespace {

@@ -7,7 +7,8 @@
 #include <set>
 
 #include "Quorvi/platform/linux/postgres/PostgresAddress.h"
-#include "tests/support/PostgresMachines.h"
+#include "tests/support/Paths.h"
+#include "tests/support/cloud/PostgresMachines.h"
 
 namespace quorvi::test {
 namespace {
@@ -270,7 +271,7 @@ TEST_F(PostgresCloudDatabaseTest, WorksAlikeOnRecordsInParts) {
     const auto token = get(mine.recordChanges("Notes", "", {})).token;
     outputOf({"psql", "-Xq", "-1", "-v", "ON_ERROR_STOP=1", "-v", "parts=8", "-d",
               apart.socketAddress("postgres"), "-f",
-              QUORVI_SOURCE "/server/postgresql/partition-by-account.sql"});
+              sourceFolder() + "/server/postgresql/partition-by-account.sql"});
     const auto results = get(mine.saveRecords(
         {noteRecord("before", "y", before.changeTag), noteRecord("new", "z"),
          noteRecord("gone", "z", "1"), noteRecord("before", "late", before.changeTag)},

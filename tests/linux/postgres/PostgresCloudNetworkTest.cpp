@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "tests/support/FarNetwork.h"
-#include "tests/support/PostgresMachines.h"
+#include "tests/support/cloud/FarNetwork.h"
+#include "tests/support/cloud/PostgresMachines.h"
 
 namespace quorvi::test {
 namespace {

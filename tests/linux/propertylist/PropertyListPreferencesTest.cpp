@@ -15,9 +15,9 @@
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
 #include "tests/support/FullDisk.h"
-#include "tests/support/PreferencesContract.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/contracts/PreferencesContract.h"
 
 namespace quorvi::test {
 namespace {

@@ -4,11 +4,11 @@
 
 #include "Quorvi/dictation/RecordingCue.h"
 #include "Quorvi/platform/linux/pulse/PulseSoundOutput.h"
-#include "tests/support/DecodedSound.h"
-#include "tests/support/MicrophoneUser.h"
-#include "tests/support/SoundServer.h"
-#include "tests/support/SpeakerEar.h"
-#include "tests/support/Sweep.h"
+#include "tests/support/sound/DecodedSound.h"
+#include "tests/support/sound/MicrophoneUser.h"
+#include "tests/support/sound/SoundServer.h"
+#include "tests/support/sound/SpeakerEar.h"
+#include "tests/support/sound/Sweep.h"
 
 namespace quorvi::test {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "tests/support/DecodedSound.h"
-#include "tests/support/MicrophoneUser.h"
-#include "tests/support/SoundServer.h"
-#include "tests/support/Sweep.h"
+#include "tests/support/sound/DecodedSound.h"
+#include "tests/support/sound/MicrophoneUser.h"
+#include "tests/support/sound/SoundServer.h"
+#include "tests/support/sound/Sweep.h"
 
 namespace quorvi::test {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <random>
 
-#include "tests/support/DecodedSound.h"
-#include "tests/support/MicrophoneUser.h"
-#include "tests/support/SoundServer.h"
+#include "tests/support/sound/DecodedSound.h"
+#include "tests/support/sound/MicrophoneUser.h"
+#include "tests/support/sound/SoundServer.h"
 
 namespace quorvi::test {
 namespace {

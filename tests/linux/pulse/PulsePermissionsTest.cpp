@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "tests/support/SoundServer.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/sound/SoundServer.h"
 
 namespace quorvi::test {
 namespace {

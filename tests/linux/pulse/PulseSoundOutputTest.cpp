@@ -2,13 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "Quorvi/dictation/RecordingCue.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "QuorviCore/Error.h"
-#include "tests/support/SoundServer.h"
-#include "tests/support/SpeakerEar.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/sound/SoundServer.h"
+#include "tests/support/sound/SpeakerEar.h"
 
 namespace quorvi::test {
 namespace {

@@ -11,7 +11,8 @@
 #include "Quorvi/system/KeychainStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
 #include "QuorviCore/async/Async.h"
-#include "tests/support/Keyring.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/desktop/Keyring.h"
 
 namespace quorvi::test {
 namespace {

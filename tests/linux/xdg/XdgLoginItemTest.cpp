@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 
 #include "QuorviCore/Error.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
 #include "tests/support/Waiting.h"
 
@@ -69,7 +70,7 @@ TEST_F(XdgLoginItemTest, WritesAnEntryThatTheDesktopStarts) {
 TEST_F(XdgLoginItemTest, WritesWhatTheInstalledTemplateHolds) {
     install("bin/quorvi", "quorvi");
     item().registerItem();
-    auto wanted = contentOf(QUORVI_SOURCE "/Quorvi/app/quorvi.desktop.in");
+    auto wanted = contentOf(sourceFolder() + "/Quorvi/app/quorvi.desktop.in");
     const std::string placeholder = "@QUORVI_EXECUTABLE@";
     for (std::size_t at; (at = wanted.find(placeholder)) != wanted.npos;)
         wanted.replace(at, placeholder.size(), places.executable.string());

@@ -21,9 +21,9 @@
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
-#include "tests/support/Hexadecimal.h"
-#include "tests/support/SyncEdits.h"
-#include "tests/support/UnreliableCloud.h"
+#include "tests/support/cloud/Hexadecimal.h"
+#include "tests/support/cloud/SyncEdits.h"
+#include "tests/support/cloud/UnreliableCloud.h"
 
 namespace quorvi::test {
 namespace {

@@ -12,8 +12,8 @@
 #include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/fakes/VirtualScheduler.h"
-#include "tests/support/OffscreenEnvironment.h"
-#include "tests/support/SeenTexts.h"
+#include "tests/support/ui/OffscreenEnvironment.h"
+#include "tests/support/ui/SeenTexts.h"
 
 namespace quorvi::test {
 namespace {

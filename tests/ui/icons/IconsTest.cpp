@@ -7,14 +7,15 @@
 #include <QImage>
 #include <QImageReader>
 
-#include "tests/support/OffscreenEnvironment.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestFolder.h"
+#include "tests/support/ui/OffscreenEnvironment.h"
 
 namespace quorvi::test {
 namespace {
 
-const auto icons = QStringLiteral(QUORVI_SOURCE "/packaging/icons/app.quorvi.Quorvi");
+const auto icons = QString::fromStdString(sourceFolder() + "/packaging/icons/app.quorvi.Quorvi");
 
 QImage drawing(const QString& name, int size) {
     QImageReader reader(name);
@@ -37,7 +38,7 @@ double difference(const QImage& one, const QImage& other) {
 
 TEST(Icons, PicturesAndDrawingShowTheSameMark) {
     const TestFolder folder;
-    Process tool({QUORVI_ICONS, folder.path()});
+    Process tool({builtProgram("quorvi-icons"), folder.path()});
     ASSERT_EQ(tool.wait(), 0);
     for (const int size : {16, 22, 24, 32, 48, 64, 96, 128, 256, 512}) {
         const QImage picture(

@@ -10,8 +10,8 @@
 #include "tests/dictation/DictationFixture.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
-#include "tests/support/OffscreenEnvironment.h"
-#include "tests/support/SeenTexts.h"
+#include "tests/support/ui/OffscreenEnvironment.h"
+#include "tests/support/ui/SeenTexts.h"
 
 namespace quorvi::test {
 namespace {

@@ -14,11 +14,11 @@
 #include "tests/dictation/DictationFixture.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
-#include "tests/support/Editors.h"
-#include "tests/support/FieldReader.h"
 #include "tests/support/Process.h"
-#include "tests/support/TestUser.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/FieldReader.h"
+#include "tests/support/desktop/TestUser.h"
 
 namespace quorvi::test {
 namespace {

@@ -5,8 +5,8 @@
 #include <QApplication>
 
 #include "tests/dictation/DictationFixture.h"
-#include "tests/support/TrayHost.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/desktop/TrayHost.h"
 
 namespace quorvi::test {
 namespace {

@@ -15,9 +15,9 @@
 #include "Quorvi/system/MemoryPreferences.h"
 #include "Quorvi/ui/updates/UpdateSettings.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
-#include "tests/support/SignedReleases.h"
-#include "tests/support/TlsServer.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/network/SignedReleases.h"
+#include "tests/support/network/TlsServer.h"
 
 namespace quorvi::test {
 namespace {

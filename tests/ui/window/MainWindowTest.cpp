@@ -12,9 +12,9 @@
 #include "Quorvi/ui/design/Symbols.h"
 #include "Quorvi/ui/translations/ModelText.h"
 #include "Quorvi/ui/translations/Translations.h"
-#include "tests/support/Palettes.h"
-#include "tests/support/SeenWidgets.h"
-#include "tests/support/WindowWorld.h"
+#include "tests/support/ui/Palettes.h"
+#include "tests/support/ui/SeenWidgets.h"
+#include "tests/support/ui/WindowWorld.h"
 
 namespace quorvi::test {
 namespace {

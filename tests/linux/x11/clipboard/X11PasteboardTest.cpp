@@ -8,10 +8,11 @@
 #include <random>
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "tests/support/ForeignOwner.h"
-#include "tests/support/ForeignRequestor.h"
-#include "tests/support/PasteboardContract.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
+#include "tests/support/clipboard/ForeignOwner.h"
+#include "tests/support/clipboard/ForeignRequestor.h"
+#include "tests/support/contracts/PasteboardContract.h"
 
 namespace quorvi::test {
 
@@ -131,7 +132,7 @@ TEST_F(X11PasteboardTest, AKeeperGivesBackWhatWasThereWhenTheProgramIsGone) {
         EXPECT_TRUE(countOf(writing));
     };
     const auto keeper = "pgrep -r R,S,D -P " + std::to_string(getpid()) + " quorvi-clipboar";
-    rig.open({.keeper = QUORVI_CLIPBOARD_KEEPER});
+    rig.open({.keeper = builtProgram("quorvi-clipboard-keeper")});
     read();
     foreignCopy(mine);
     stand("transcript");
@@ -147,7 +148,7 @@ TEST_F(X11PasteboardTest, AKeeperGivesBackWhatWasThereWhenTheProgramIsGone) {
     EXPECT_TRUE(eventually([&] { return read() == mine; }));
 
     // What somebody has copied meanwhile stays.
-    rig.open({.keeper = QUORVI_CLIPBOARD_KEEPER});
+    rig.open({.keeper = builtProgram("quorvi-clipboard-keeper")});
     stand("transcript");
     foreignCopy(textItems("newer"));
     rig.close();

@@ -11,8 +11,9 @@
 #include <thread>
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "tests/support/KeyWindow.h"
 #include "tests/support/Process.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/desktop/KeyWindow.h"
 
 namespace quorvi::test {
 namespace {

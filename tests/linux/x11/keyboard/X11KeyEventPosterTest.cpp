@@ -1,16 +1,17 @@
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventPoster.h"
 
 #include <gtest/gtest.h>
+#include <xcb/xtest.h>
 
 #include <atomic>
 #include <cstdlib>
 #include <thread>
 
-#include "tests/support/Editors.h"
-#include "tests/support/ForeignOwner.h"
-#include "tests/support/KeyWindow.h"
 #include "tests/support/Process.h"
-#include "tests/support/TapRecorder.h"
+#include "tests/support/clipboard/ForeignOwner.h"
+#include "tests/support/desktop/Editors.h"
+#include "tests/support/desktop/KeyWindow.h"
+#include "tests/support/desktop/TapRecorder.h"
 
 namespace quorvi::test {
 namespace {

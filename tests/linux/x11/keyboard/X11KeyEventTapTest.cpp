@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 
-#include "tests/support/KeyWindow.h"
 #include "tests/support/Process.h"
-#include "tests/support/TapRecorder.h"
+#include "tests/support/desktop/KeyWindow.h"
+#include "tests/support/desktop/TapRecorder.h"
 
 namespace quorvi::test {
 namespace {

@@ -1,0 +1,110 @@
+#include "tests/support/desktop/TestUser.h"
+
+#include <xcb/xtest.h>
+
+#include "tests/support/Waiting.h"
+
+namespace quorvi::test {
+
+std::uint32_t propertyOf(const X11Connection& connection, xcb_window_t window,
+                         std::string_view name) {
+    auto* c = connection.get();
+    const auto cookie =
+        xcb_get_property(c, 0, window, connection.atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+    const auto reply = ownXcb(xcb_get_property_reply(c, cookie, nullptr));
+    if (!reply || xcb_get_property_value_length(reply.get()) < 4) return 0;
+    return *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+}
+
+void activate(const X11Connection& connection, xcb_window_t window) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = connection.atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = 2;
+    xcb_send_event(connection.get(), 0, connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    connection.synchronise();
+}
+
+void TestUser::tap(std::uint8_t keycode, int times) {
+    for (; times > 0; --times) {
+        press(keycode);
+        release(keycode);
+    }
+}
+
+void TestUser::type(std::string_view text) {
+    for (const char c : text) {
+        if (c == ' ') tap(key::space);
+        const std::pair<std::string_view, std::size_t> rows[] = {
+            {"qwertyuiop", 24}, {"asdfghjkl", 38}, {"zxcvbnm", 52}};
+        for (const auto& [row, first] : rows)
+            if (const auto at = row.find(c); at != row.npos)
+                tap(static_cast<std::uint8_t>(first + at));
+    }
+}
+
+void TestUser::chord(Keys modifiers, std::uint8_t keycode) {
+    for (const auto modifier : modifiers) press(modifier);
+    tap(keycode);
+    for (auto one = modifiers.end(); one != modifiers.begin();) release(*--one);
+}
+
+std::size_t TestUser::pressedKeys() const {
+    auto* c = connection_.get();
+    const auto reply = ownXcb(xcb_query_keymap_reply(c, xcb_query_keymap(c), nullptr));
+    std::size_t count = 0;
+    for (const auto eight : reply->keys) count += std::bitset<8>(eight).count();
+    return count;
+}
+
+bool TestUser::canGrabKeyboard() const {
+    auto* c = connection_.get();
+    const auto cookie = xcb_grab_keyboard(c, 0, connection_.root(), XCB_CURRENT_TIME,
+                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const auto reply = ownXcb(xcb_grab_keyboard_reply(c, cookie, nullptr));
+    xcb_ungrab_keyboard(c, XCB_CURRENT_TIME);
+    connection_.synchronise();
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+bool TestUser::bringToFront(pid_t pid) const {
+    const auto isOf = [&](xcb_window_t window) {
+        return window &&
+               propertyOf(connection_, window, "_NET_WM_PID") == static_cast<std::uint32_t>(pid);
+    };
+    return eventually([&] {
+        if (isOf(activeWindow())) return true;
+        for (const auto window : windows())
+            if (isOf(window)) activate(window);
+        return false;
+    });
+}
+
+bool TestUser::waitForWindowOf(pid_t pid) const {
+    return eventually([&] {
+        const auto window = activeWindow();
+        return window &&
+               propertyOf(connection_, window, "_NET_WM_PID") == static_cast<std::uint32_t>(pid);
+    });
+}
+
+std::vector<xcb_window_t> TestUser::windows() const {
+    auto* c = connection_.get();
+    const auto cookie = xcb_get_property(
+        c, 0, connection_.root(), connection_.atom("_NET_CLIENT_LIST"), XCB_ATOM_WINDOW, 0, 100);
+    const auto reply = ownXcb(xcb_get_property_reply(c, cookie, nullptr));
+    if (!reply) return {};
+    const auto* first = static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
+    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
+}
+
+void TestUser::fake(std::uint8_t type, std::uint8_t detail) {
+    xcb_test_fake_input(connection_.get(), type, detail, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    connection_.synchronise();
+}
+
+}  // namespace quorvi::test

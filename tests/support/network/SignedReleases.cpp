@@ -1,0 +1,38 @@
+#include "tests/support/network/SignedReleases.h"
+
+namespace quorvi::test {
+
+SignedReleases::SignedReleases() {
+    outputOf({"openssl", "genpkey", "-algorithm", "ed25519", "-out", secretFile("key.pem")});
+    publicKey_ = shell("openssl pkey -in " + secretFile("key.pem") +
+                       " -pubout -outform DER | tail -c 32 | base64 -w0");
+}
+
+void SignedReleases::build(const std::string& name, const std::string& package,
+                           const std::string& version) {
+    const auto tree = secret_.path() / name;
+    std::filesystem::create_directories(tree / "DEBIAN");
+    secret_.write(name + "/DEBIAN/control", "Package: " + package + "\nVersion: " + version +
+                                                "\nArchitecture: all\nMaintainer: A Test "
+                                                "<test@example.org>\nDescription: dictation\n");
+    shell("head -c 500000 /dev/urandom > " + secretFile(name + "/payload"));
+    outputOf({"dpkg-deb", "--build", tree, file(name + ".deb")});
+}
+
+std::string SignedReleases::item(const std::string& version, const std::string& url,
+                                 const std::string& signature, std::uintmax_t length,
+                                 const std::string& more) const {
+    return "<item><title>Quorvi " + version + "</title>" + more + "<sparkle:version>" + version +
+           "</sparkle:version><enclosure url=\"" + url + "\" length=\"" + std::to_string(length) +
+           "\" type=\"application/octet-stream\"" +
+           (signature.empty() ? "" : " sparkle:edSignature=\"" + signature + "\"") + "/></item>";
+}
+
+std::string SignedReleases::feed(const std::string& items) {
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<rss version=\"2.0\" xmlns:sparkle="
+           "\"http://www.andymatuschak.org/xml-namespaces/sparkle\"><channel><title>Quorvi"
+           "</title>" +
+           items + "</channel></rss>";
+}
+
+}  // namespace quorvi::test

@@ -1,0 +1,156 @@
+#include "tests/support/reference/LiteralSync.h"
+
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <algorithm>
+
+#include "QuorviCore/history/HistoryArchive.h"
+
+namespace quorvi::test {
+
+LiteralItem LiteralItem::of(const SyncItem& item) {
+    return {item.id.string(), item.payload ? std::optional(item.payload->string()) : std::nullopt,
+            item.revision, item.device.string(), item.redacted};
+}
+
+LiteralItem LiteralItem::merging(const LiteralItem& incoming) const {
+    bool incomingWins = false;
+    if (payload.has_value() != incoming.payload.has_value())
+        incomingWins = !incoming.payload;
+    else
+        incomingWins = incoming.revision > revision ||
+                       (incoming.revision == revision && device < incoming.device);
+    LiteralItem result = incomingWins ? incoming : *this;
+    result.redacted = redacted || incoming.redacted;
+    if (result.redacted && result.payload) {
+        try {
+            auto record = decodeRecord(*result.payload);
+            record.text.reset();
+            result.payload = encodeRecord(record);
+        } catch (const HistoryFormatError&) {
+        }
+    }
+    return result;
+}
+
+std::string literalBase64(std::string_view bytes) {
+    static constexpr char digits[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string out;
+    std::uint32_t bits = 0;
+    int count = 0;
+    for (const unsigned char byte : bytes) {
+        bits = bits << 8 | byte;
+        for (count += 8; count >= 6; count -= 6) out += digits[bits >> (count - 6) & 63];
+    }
+    if (count > 0) out += digits[bits << (6 - count) & 63];
+    while (out.size() % 4 != 0) out += '=';
+    return out;
+}
+
+std::string literalBytes(std::string_view base64) {
+    std::string out;
+    std::uint32_t bits = 0;
+    int count = 0;
+    for (const char c : base64) {
+        if (c == '=') break;
+        const std::uint32_t digit = c >= 'A' && c <= 'Z'   ? c - 'A'
+                                    : c >= 'a' && c <= 'z' ? c - 'a' + 26
+                                    : c >= '0' && c <= '9' ? c - '0' + 52
+                                    : c == '+'             ? 62
+                                                           : 63;
+        bits = bits << 6 | digit;
+        if ((count += 6) >= 8) out += static_cast<char>(bits >> (count -= 8) & 0xFF);
+    }
+    return out;
+}
+
+std::string literalEncode(const LiteralItem& item) {
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    const auto text = [&writer](const char* key, const std::string& value) {
+        writer.Key(key);
+        writer.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
+    };
+    writer.StartObject();
+    text("device", item.device);
+    text("id", item.id);
+    if (item.payload) text("payload", literalBase64(*item.payload));
+    writer.Key("redacted");
+    writer.Bool(item.redacted);
+    writer.Key("revision");
+    writer.Int64(item.revision);
+    writer.EndObject();
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
+LiteralItem literalDecode(const std::string& json) {
+    rapidjson::Document document;
+    document.Parse<rapidjson::kParseValidateEncodingFlag>(json.data(), json.size());
+    LiteralItem item;
+    item.id = document["id"].GetString();
+    item.device = document["device"].GetString();
+    item.revision = document["revision"].GetInt64();
+    item.redacted = document["redacted"].GetBool();
+    if (document.HasMember("payload")) item.payload = literalBytes(document["payload"].GetString());
+    return item;
+}
+
+void LiteralLedger::merge(const LiteralItem& item) {
+    clock = std::max(clock, item.revision);
+    const auto held = items.find(item.id);
+    if (held == items.end())
+        items[item.id] = item;
+    else
+        held->second = held->second.merging(item);
+}
+
+std::set<std::string> LiteralLedger::capture(const LiteralPayloads& current, bool seed,
+                                             std::int64_t milliseconds,
+                                             const std::vector<SharedString>& order) {
+    std::vector<std::string> walk;
+    for (const auto& id : order) walk.push_back(id.string());
+    for (const auto& [id, payload] : baseline) walk.push_back(id);
+    for (const auto& [id, payload] : current) walk.push_back(id);
+    std::set<std::string> seen, changed;
+    for (const auto& id : walk) {
+        if (!seen.insert(id).second) continue;
+        const auto old = baseline.find(id);
+        const auto now = current.find(id);
+        const bool isThere = now != current.end();
+        if ((old != baseline.end()) == isThere && (!isThere || old->second == now->second))
+            continue;
+        const auto held = items.find(id);
+        if (isThere && held != items.end() && !held->second.payload) continue;
+        std::int64_t revision = 1;
+        if (!seed) clock = revision = std::max(clock + 1, milliseconds);
+        LiteralItem built{.id = id, .revision = revision, .device = device};
+        if (isThere) built.payload = now->second;
+        if (id.starts_with("history:")) built.redacted = !isThere || !hasText(now->second);
+        if (held != items.end())
+            held->second = held->second.merging(built);
+        else
+            items[id] = built;
+        changed.insert(id);
+    }
+    baseline = current;
+    return changed;
+}
+
+bool LiteralLedger::hasText(const std::string& payload) {
+    try {
+        return decodeRecord(payload).text.has_value();
+    } catch (const HistoryFormatError&) {
+        return false;
+    }
+}
+
+LiteralPayloads plain(const SyncLedger::Payloads& payloads) {
+    LiteralPayloads all;
+    for (const auto& [id, payload] : payloads) all.emplace(id.string(), payload.string());
+    return all;
+}
+
+}  // namespace quorvi::test

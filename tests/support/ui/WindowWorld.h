@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QLocale>
+#include <memory>
+#include <string>
+
+#include "Quorvi/system/LaunchAtLoginController.h"
+#include "Quorvi/system/updates/AppUpdater.h"
+#include "Quorvi/ui/window/MainWindow.h"
+#include "tests/fakes/FakeDesktop.h"
+#include "tests/fakes/FakeDownloader.h"
+#include "tests/fakes/FakeLoginItem.h"
+#include "tests/fakes/FakeSyncControl.h"
+#include "tests/fakes/FakeUpdateInstaller.h"
+#include "tests/support/TestFolder.h"
+
+namespace quorvi::test {
+
+// Everything that the main window shows, on fakes of all ports and a virtual clock. The window is
+// made when it is first asked for.
+struct WindowWorld : VirtualTime, FakeDesktop {
+    WindowWorld();
+    ~WindowWorld();
+
+    MainWindow& show();
+    WindowServices services();
+    void saveKey();
+    // Nothing is set up: no key, no microphone, no accessibility.
+    void withdrawEverything();
+    void beginDictation();
+    void dictate(const std::string& text);
+
+    static constexpr pid_t editor = 100;
+    const Calendar calendar{"Europe/Athens", QLocale().name().toStdString()};
+    const TestFolder folder;
+    MemoryKeyStore& keys = keyStore;
+    FakeLoginItem loginService;
+    FakeDownloader downloader{scheduler};
+    FakeUpdateInstaller installer;
+    HistoryStore history{{preferences, files, "history.json", executor, scheduler, pasteboard,
+                          [this] { return calendar; }}};
+    CorrectionStore corrections{preferences, scheduler};
+    FakeSyncControl sync;
+    LaunchAtLoginController loginItem{loginService, executor, scheduler};
+    AppUpdater updater{UpdateEnvironment{scheduler,
+                                         executor,
+                                         preferences,
+                                         downloader,
+                                         installer,
+                                         {.feed = "",
+                                          .publicKey = "",
+                                          .currentVersion = "0.1.0",
+                                          .folder = folder.path() / "updates"}}};
+    AppModel model{environment(scheduler, executor, history, corrections,
+                               [this]() -> SyncControl& { return sync; })};
+    AXElement field = accessibility.makeText(editor, "Dear ");
+    int quits = 0;
+    std::unique_ptr<MainWindow> window;
+};
+
+}  // namespace quorvi::test
