@@ -88,10 +88,12 @@ std::optional<Options> parseOptions(int argc, char** argv) {
 #define OPTION(id, ...) id,
     enum : int {
         none,
+#include "packaging/options/quorvi-speech-service.inc"
     };
 #define OPTION(id, name, argument, ...) \
     {name, *(argument) ? required_argument : no_argument, nullptr, id},
     static const option known[] = {
+#include "packaging/options/quorvi-speech-service.inc"
         {nullptr, 0, nullptr, none}};
     Options options;
     options.key = keyOfEnvironment();
