@@ -1,9 +1,5 @@
 #include "tests/support/reference/LiteralSync.h"
 
-#include <rapidjson/document.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <algorithm>
 
 #include "QuorviCore/history/HistoryArchive.h"
@@ -48,54 +44,6 @@ std::string literalBase64(std::string_view bytes) {
     if (count > 0) out += digits[bits << (6 - count) & 63];
     while (out.size() % 4 != 0) out += '=';
     return out;
-}
-
-std::string literalBytes(std::string_view base64) {
-    std::string out;
-    std::uint32_t bits = 0;
-    int count = 0;
-    for (const char c : base64) {
-        if (c == '=') break;
-        const std::uint32_t digit = c >= 'A' && c <= 'Z'   ? c - 'A'
-                                    : c >= 'a' && c <= 'z' ? c - 'a' + 26
-                                    : c >= '0' && c <= '9' ? c - '0' + 52
-                                    : c == '+'             ? 62
-                                                           : 63;
-        bits = bits << 6 | digit;
-        if ((count += 6) >= 8) out += static_cast<char>(bits >> (count -= 8) & 0xFF);
-    }
-    return out;
-}
-
-std::string literalEncode(const LiteralItem& item) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    const auto text = [&writer](const char* key, const std::string& value) {
-        writer.Key(key);
-        writer.String(value.data(), static_cast<rapidjson::SizeType>(value.size()));
-    };
-    writer.StartObject();
-    text("device", item.device);
-    text("id", item.id);
-    if (item.payload) text("payload", literalBase64(*item.payload));
-    writer.Key("redacted");
-    writer.Bool(item.redacted);
-    writer.Key("revision");
-    writer.Int64(item.revision);
-    writer.EndObject();
-    return {buffer.GetString(), buffer.GetSize()};
-}
-
-LiteralItem literalDecode(const std::string& json) {
-    rapidjson::Document document;
-    document.Parse<rapidjson::kParseValidateEncodingFlag>(json.data(), json.size());
-    LiteralItem item;
-    item.id = document["id"].GetString();
-    item.device = document["device"].GetString();
-    item.revision = document["revision"].GetInt64();
-    item.redacted = document["redacted"].GetBool();
-    if (document.HasMember("payload")) item.payload = literalBytes(document["payload"].GetString());
-    return item;
 }
 
 void LiteralLedger::merge(const LiteralItem& item) {

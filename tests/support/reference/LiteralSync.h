@@ -10,8 +10,8 @@
 
 #include "QuorviCore/sync/LocalSnapshot.h"
 
-// The ledger as one would write it down: whole maps, plain strings, every value encoded at every
-// look. The yardstick of the tests and the benchmarks.
+// The ledger in its simplest form: whole maps, plain strings, every value encoded at every capture.
+// Tests compare results with it, benchmarks times.
 namespace quorvi::test {
 
 struct LiteralItem {
@@ -30,12 +30,6 @@ struct LiteralItem {
 
 std::string literalBase64(std::string_view bytes);
 
-std::string literalBytes(std::string_view base64);
-
-std::string literalEncode(const LiteralItem& item);
-
-LiteralItem literalDecode(const std::string& json);
-
 using LiteralPayloads = std::map<std::string, std::string>;
 
 struct LiteralLedger {
@@ -46,7 +40,7 @@ struct LiteralLedger {
 
     void merge(const LiteralItem& item);
 
-    // `order`: which ids receive their revisions first, since any order is right.
+    // `order`: the ids that get their revisions first, since any order is valid.
     std::set<std::string> capture(const LiteralPayloads& current, bool seed,
                                   std::int64_t milliseconds,
                                   const std::vector<SharedString>& order = {});
