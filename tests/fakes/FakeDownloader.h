@@ -1,5 +1,6 @@
 #pragma once
 
+#include <fstream>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,8 +12,8 @@
 
 namespace quorvi::test {
 
-// A server that answers every fetch after a while with the same body, as its fields say at that
-// moment, and from which nothing can be downloaded.
+// A server that answers every request after `answersAfter`: a fetch with `body`, a download with
+// `package`.
 class FakeDownloader : public Downloader {
 public:
     explicit FakeDownloader(Scheduler& scheduler) : scheduler_(scheduler) {}
@@ -24,16 +25,20 @@ public:
         if (failure) throw QuorviError::message(*failure);
         co_return Bytes(body.begin(), body.end());
     }
-    Task<void> download(std::string, std::filesystem::path, std::uint64_t,
-                        std::function<void(std::uint64_t)>, std::stop_token stop) override {
+    Task<void> download(std::string, std::filesystem::path file, std::uint64_t,
+                        std::function<void(std::uint64_t)> progress,
+                        std::stop_token stop) override {
+        if (package) progress(package->size() / 2);
         auto travelling = sleepFor(scheduler_, answersAfter, stop);
         co_await travelling;
-        throw QuorviError::message("There is nothing to download.");
+        if (!package) throw QuorviError::message("There is nothing to download.");
+        std::ofstream(file, std::ios::binary) << *package;
     }
 
     Duration answersAfter = std::chrono::seconds(1);
     std::string body;
     std::optional<std::string> failure;
+    std::optional<std::string> package;
     std::vector<std::string> fetched;
 
 private:

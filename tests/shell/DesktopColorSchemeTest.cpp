@@ -8,13 +8,13 @@
 #include <QDBusVirtualObject>
 
 #include "Quorvi/ui/design/Colors.h"
-#include "tests/support/Waiting.h"
+#include "tests/support/ui/DesktopQt.h"
 #include "tests/support/ui/OffscreenQt.h"
 
 namespace quorvi::test {
 namespace {
 
-// The settings portal, on a connection of its own.
+// The settings portal, on its own connection.
 class Portal : public QDBusVirtualObject {
 public:
     Portal() {
@@ -47,13 +47,10 @@ private:
 };
 
 bool becomes(bool dark) {
-    return eventually([dark] {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        return isDark(QApplication::palette()) == dark;
-    });
+    return inQtLoop([dark] { return isDark(QApplication::palette()) == dark; });
 }
 
-TEST(DesktopColorScheme, FollowsTheSettingsPortalAndStaysAsTheDesktopIsWithoutOne) {
+TEST(DesktopColorScheme, FollowsTheSettingsPortal) {
     const OffscreenQt qt;
     ASSERT_FALSE(isDark(QApplication::palette()));
     const auto own = QApplication::palette();

@@ -2,17 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QShortcut>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 #include "Quorvi/shell/QtScheduler.h"
-#include "tests/support/Waiting.h"
 #include "tests/support/desktop/TestUser.h"
+#include "tests/support/ui/DesktopQt.h"
 
 namespace quorvi::test {
 namespace {
@@ -20,19 +18,13 @@ namespace {
 // A real window whose keys a user presses.
 class QtKeyMonitorTest : public testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        static int count = 1;
-        static char name[] = "keys";
-        static char* arguments[] = {name, nullptr};
-        qt = std::make_unique<QApplication>(count, arguments);
-    }
-    static void TearDownTestSuite() { qt.reset(); }
+    static void SetUpTestSuite() { startDesktopQt(); }
 
     QtKeyMonitorTest() {
         QObject::connect(&shortcut, &QShortcut::activated, &shortcut, [this] { ++shortcuts; });
         field.show();
         field.activateWindow();
-        EXPECT_TRUE(until([this] { return field.hasFocus(); }));
+        EXPECT_TRUE(inQtLoop([this] { return field.hasFocus(); }));
     }
 
     void observe(bool swallows) {
@@ -43,21 +35,14 @@ protected:
             return swallows;
         });
     }
-    static bool until(const std::function<bool()>& condition) {
-        return eventually([&] {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-            return condition();
-        });
-    }
     bool untilSeen(const std::vector<std::string>& wanted) {
-        const bool good = until([&] { return seen == wanted; });
+        const bool good = inQtLoop([&] { return seen == wanted; });
         if (!good)
             for (const auto& line : seen) ADD_FAILURE() << line;
         seen.clear();
         return good;
     }
 
-    static inline std::unique_ptr<QApplication> qt;
     QLineEdit field;
     QShortcut shortcut{QKeySequence(Qt::CTRL | Qt::Key_K), &field};
     int shortcuts = 0;
@@ -82,10 +67,10 @@ TEST_F(QtKeyMonitorTest, SeesEachKeyOnceWithItsPositionAndFlagsBeforeTheWindowDo
 
     observe(false);
     user.tap(key::a);
-    EXPECT_TRUE(until([this] { return field.text() == "a"; })) << "what is let through arrives";
+    EXPECT_TRUE(inQtLoop([this] { return field.text() == "a"; })) << "what is let through arrives";
     observation = {};
     user.chord({key::leftControl}, key::k);
-    EXPECT_TRUE(until([this] { return shortcuts == 1; })) << "the window has its keys back";
+    EXPECT_TRUE(inQtLoop([this] { return shortcuts == 1; })) << "the window has its keys back";
 }
 
 TEST_F(QtKeyMonitorTest, MayEndWithinItsOwnHandler) {
@@ -94,10 +79,10 @@ TEST_F(QtKeyMonitorTest, MayEndWithinItsOwnHandler) {
         return true;
     });
     user.type("ab");
-    EXPECT_TRUE(until([this] { return field.text() == "b"; })) << field.text().toStdString();
+    EXPECT_TRUE(inQtLoop([this] { return field.text() == "b"; })) << field.text().toStdString();
 }
 
-// The key that is the shortcut so far is held back from every window, this program's own too.
+// The global shortcut is swallowed for every window, including the program's own.
 TEST_F(QtKeyMonitorTest, SeesTheGlobalShortcutOnceItIsNoLongerSwallowed) {
     QtScheduler scheduler;
     X11KeyEventTap tap(scheduler);
@@ -109,11 +94,11 @@ TEST_F(QtKeyMonitorTest, SeesTheGlobalShortcutOnceItIsNoLongerSwallowed) {
     }));
     observe(true);
     user.tap(key::f8);
-    ASSERT_TRUE(until([&] { return tapped == 1; }));
+    ASSERT_TRUE(inQtLoop([&] { return tapped == 1; }));
     EXPECT_TRUE(seen.empty());
     tap.setSwallowed({});
     // The hook lets go of the key in its own time.
-    EXPECT_TRUE(until([&] {
+    EXPECT_TRUE(inQtLoop([&] {
         user.tap(key::f8);
         return !seen.empty();
     }));

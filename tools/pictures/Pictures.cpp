@@ -62,14 +62,6 @@ private:
     QString theme_;
 };
 
-// Searches and sums finish on turns of the virtual clock.
-void settle(WindowWorld& world) {
-    for (int turn = 0; turn < 100; ++turn) {
-        QCoreApplication::processEvents();
-        world.scheduler.settle();
-    }
-}
-
 void fillCorrections(CorrectionStore& store) {
     store.save({.original = "Lorem Ypsum", .replacement = "Lorem Ipsum", .isEnabled = false});
     store.save({.original = "καλιμερα", .replacement = "Καλημέρα", .learnedAutomatically = true});
@@ -151,14 +143,14 @@ void settingsPages(Album& album) {
     world.model.saveKey("two words").start();
     world.model.setSelectedPage(WindowPage::settings);
     window.present();
-    settle(world);
+    world.settle();
     album.takeWhole(window, "settings-error");
 }
 
 void takePage(Album& album, WindowWorld& world, WindowPage page, const QString& name) {
     world.model.setSelectedPage(page);
     world.show();
-    settle(world);
+    world.settle();
     album.takeWhole(*world.window, name);
 }
 
@@ -189,7 +181,7 @@ void fillHistory(WindowWorld& world) {
 void historyPages(Album& album) {
     {
         WindowWorld world;
-        settle(world);
+        world.settle();
         takePage(album, world, WindowPage::history, "history-empty");
         takePage(album, world, WindowPage::insights, "insights-empty");
         world.history.setKeepTranscripts(false);
@@ -197,7 +189,7 @@ void historyPages(Album& album) {
     }
     {
         WindowWorld world;
-        settle(world);
+        world.settle();
         fillHistory(world);
         takePage(album, world, WindowPage::history, "history-full");
         takePage(album, world, WindowPage::insights, "insights-full");
@@ -209,7 +201,7 @@ void historyPages(Album& album) {
     }
     WindowWorld world;
     world.files.unreadable = true;
-    settle(world);
+    world.settle();
     takePage(album, world, WindowPage::history, "history-error");
     takePage(album, world, WindowPage::insights, "insights-error");
 }
@@ -217,23 +209,11 @@ void historyPages(Album& album) {
 // The user's check for updates in each state, and the question before a deletion.
 void windows(Album& album) {
     WindowWorld world;
-    world.downloader.body =
-        R"(<rss version="2.0" xmlns:sparkle="http://www.andymatuschak.org/xml-namespaces/sparkle">
-           <channel><item><title>2.0</title><pubDate>Wed, 25 Nov 2026 08:00:00 +0000</pubDate>
-           <description><![CDATA[<h3>New</h3><ul><li>Dictation in three more languages</li>
-           <li>Corrections are found faster</li></ul>]]></description>
-           <sparkle:version>2.0</sparkle:version><enclosure url="https://example.org/2.deb"
-           length="4200000" type="application/octet-stream" sparkle:edSignature=")" +
-        std::string(86, 'A') + R"(=="/></item></channel></rss>)";
-    AppUpdater updater({.scheduler = world.scheduler,
-                        .executor = world.executor,
-                        .preferences = world.preferences,
-                        .downloader = world.downloader,
-                        .installer = world.installer,
-                        .configuration = {.feed = "https://example.org/appcast.xml",
-                                          .publicKey = std::string(43, 'A') + "=",
-                                          .currentVersion = "0.1.0",
-                                          .folder = world.folder.path() / "updates"}});
+    world.offerUpdate(std::string(4'200'000, 'x'),
+                      "<h3>New</h3><ul><li>Dictation in three more languages</li>"
+                      "<li>Corrections are found faster</li></ul>");
+    world.downloader.package.reset();
+    auto& updater = world.updater;
     UpdateWindow window(updater);
     updater.check();
     window.present();

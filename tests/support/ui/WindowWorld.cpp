@@ -1,5 +1,7 @@
 #include "tests/support/ui/WindowWorld.h"
 
+#include <QCoreApplication>
+
 namespace quorvi::test {
 
 WindowWorld::WindowWorld() : FakeDesktop(scheduler, scheduler) {
@@ -20,6 +22,13 @@ MainWindow& WindowWorld::show() {
     window->present();
     scheduler.advance(std::chrono::milliseconds(1));
     return *window;
+}
+
+void WindowWorld::settle() {
+    for (int turn = 0; turn < 100; ++turn) {
+        QCoreApplication::processEvents();
+        scheduler.settle();
+    }
 }
 
 WindowServices WindowWorld::services() {
@@ -57,6 +66,18 @@ void WindowWorld::dictate(const std::string& text) {
     scheduler.advance(std::chrono::seconds(1));
     model.finish();
     scheduler.advance(std::chrono::seconds(3));
+}
+
+void WindowWorld::offerUpdate(const std::string& package, const std::string& notes) {
+    downloader.package = package;
+    downloader.body =
+        R"(<rss version="2.0" xmlns:s="http://www.andymatuschak.org/xml-namespaces/sparkle">)"
+        R"(<channel><item><pubDate>Wed, 25 Nov 2026 08:00:00 +0000</pubDate><description><![CDATA[)" +
+        notes +
+        R"(]]></description><s:version>2.0</s:version><enclosure url="https://updates.example/2.deb")"
+        R"( s:edSignature="14Br6DuwkBgUuUqWUCHKh4cnBuWFVWW22cYtdUEHTPTG6Y3KBtTZb9z8aCkuku4r)"
+        R"(AHx3YOtzFMPJcgEe+F6eAg==" length=")" +
+        std::to_string(package.size()) + R"("/></item></channel></rss>)";
 }
 
 }  // namespace quorvi::test

@@ -16,19 +16,24 @@
 
 namespace quorvi::test {
 
-// Everything that the main window shows, on fakes of all ports and a virtual clock. The window is
-// made when it is first asked for.
+// The program's interface on fakes of all ports and a virtual clock. For tests and pictures. The
+// window is created by the first show().
 struct WindowWorld : VirtualTime, FakeDesktop {
     WindowWorld();
     ~WindowWorld();
 
     MainWindow& show();
+    // Lets searches, sums and rows finish, which are turns of the clock and of Qt's loop.
+    void settle();
     WindowServices services();
     void saveKey();
-    // Nothing is set up: no key, no microphone, no accessibility.
+    // No key, no microphone, no accessibility.
     void withdrawEverything();
     void beginDictation();
     void dictate(const std::string& text);
+    // Publishes version 2.0. `package` is what can be downloaded; its signature is valid if it is
+    // "a package".
+    void offerUpdate(const std::string& package, const std::string& notes);
 
     static constexpr pid_t editor = 100;
     const Calendar calendar{"Europe/Athens", QLocale().name().toStdString()};
@@ -42,15 +47,16 @@ struct WindowWorld : VirtualTime, FakeDesktop {
     CorrectionStore corrections{preferences, scheduler};
     FakeSyncControl sync;
     LaunchAtLoginController loginItem{loginService, executor, scheduler};
-    AppUpdater updater{UpdateEnvironment{scheduler,
-                                         executor,
-                                         preferences,
-                                         downloader,
-                                         installer,
-                                         {.feed = "",
-                                          .publicKey = "",
-                                          .currentVersion = "0.1.0",
-                                          .folder = folder.path() / "updates"}}};
+    AppUpdater updater{
+        UpdateEnvironment{scheduler,
+                          executor,
+                          preferences,
+                          downloader,
+                          installer,
+                          {.feed = "https://updates.example/appcast.xml",
+                           .publicKey = "mnHHxJnv3uGNIz8InN8GRG0AMk4PbLAHUeZiyvPSJ6s=",
+                           .currentVersion = "0.1.0",
+                           .folder = folder.path() / "updates"}}};
     AppModel model{environment(scheduler, executor, history, corrections,
                                [this]() -> SyncControl& { return sync; })};
     AXElement field = accessibility.makeText(editor, "Dear ");

@@ -6,7 +6,7 @@
 
 #include "Quorvi/history/HistoryDays.h"
 
-// How a failed comparison shows a text; found by its class's namespace.
+// Prints a text in a failure; found by argument-dependent lookup.
 void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
 }
@@ -14,7 +14,7 @@ void PrintTo(const QString& text, std::ostream* out) {
 namespace quorvi::test {
 namespace {
 
-// Plain spaces in the place of those that don't break.
+// With ordinary spaces instead of non-breaking ones.
 std::string plain(const QString& shown) {
     auto text = shown.toStdString();
     for (const std::string space : {"\u00A0", "\u202F"})
@@ -27,7 +27,7 @@ LocaleFormats in(const char* locale, const char* zone = "Europe/Athens") {
     return LocaleFormats(Calendar(zone, locale));
 }
 
-TEST(HistoryTexts, WriteMoneyNumbersAndDatesInTheUsersWay) {
+TEST(HistoryTexts, FormatMoneyNumbersAndDatesForTheLocale) {
     const auto afternoon = Date::fromUnixSeconds(1757336700);  // 8 September 2025, 13:05 UTC
     struct Case {
         const char *locale, *cost, *rate, *minutes, *heading, *time, *caption;
@@ -58,18 +58,7 @@ TEST(HistoryTexts, WriteMoneyNumbersAndDatesInTheUsersWay) {
     }
 }
 
-TEST(HistoryTexts, RoundMoneyOnlyForDisplay) {
-    const auto formats = in("en_US");
-    const std::pair<double, const char*> amounts[] = {
-        {0, "$0.00"},         {0.00004, "< $0.0001"}, {0.0001, "$0.0001"},
-        {0.00015, "$0.0002"}, {0.009, "$0.009"},      {0.1, "$0.10"},
-        {1.23456, "$1.2346"}, {-1, "-$1.00"},         {1e-300, "< $0.0001"}};
-    for (const auto& [amount, text] : amounts)
-        EXPECT_EQ(texts::costText(amount, formats), text) << amount;
-    EXPECT_EQ(texts::rateText(0.006, formats), "$0.006");
-}
-
-TEST(HistoryTexts, CountInSingularAndPlural) {
+TEST(HistoryTexts, RoundForDisplayAndCountInSingularAndPlural) {
     const auto formats = in("en_US");
     const auto costOf = [](std::int64_t assumed, std::int64_t named) {
         const auto estimate = DictationCostEstimate::of(TranscriptionModel::transcribe);
@@ -78,39 +67,39 @@ TEST(HistoryTexts, CountInSingularAndPlural) {
         if (assumed > 0) cost.models.push_back({{estimate, true}, assumed, 60});
         return cost;
     };
-    EXPECT_EQ(texts::assumptionNote(costOf(1, 3), formats),
-              "For 1 older dictation, the model wasn't saved. GPT Transcribe pricing is assumed.");
-    EXPECT_EQ(texts::assumptionNote(costOf(2, 0), formats),
-              "For 2 older dictations, the model wasn't saved. GPT Transcribe pricing is assumed.");
-    EXPECT_EQ(texts::assumptionNote(costOf(0, 2), formats), "");
-    EXPECT_EQ(texts::totalCaption(costOf(1, 0), formats), "USD · 1 dictation");
-    EXPECT_EQ(texts::totalCaption(costOf(1200, 34), formats), "USD · 1,234 dictations");
-    EXPECT_EQ(texts::modelName(costOf(1, 0).models[0].id), "GPT Transcribe · older dictations");
-    EXPECT_EQ(texts::modelName({{"gpt-4o-mini-transcribe", 1, ""}, false}),
-              "GPT-4o Mini Transcribe");
-    EXPECT_EQ(texts::modelName({{"next-model", 1, ""}, false}), "next-model");
-    EXPECT_EQ(texts::modelTooltip(costOf(0, 1).models[0]),
-              "USD rate checked 2026-09-11. GPT-4o model rates are approximate per-minute "
-              "equivalents.");
-    EXPECT_EQ(texts::savedDictations(1234, formats), "1,234 saved dictations");
-    EXPECT_EQ(texts::topApps(11, formats), "Top 10 of 11 apps");
-    EXPECT_EQ(texts::topApps(10, formats), "");
-
-    const std::pair<double, const char*> spoken[] = {
-        {0, "0 sec"},     {59.9, "59 sec"}, {60, "1 min"},
-        {3599, "59 min"}, {3725, "1h 2m"},  {3'600'000 * 2.0, "2,000h 0m"},
-        {-5, "0 sec"}};
-    for (const auto& [seconds, text] : spoken)
-        EXPECT_EQ(texts::speakingTime(seconds, formats), text) << seconds;
-    UsageSummary usage;
-    EXPECT_EQ(texts::wordsPerMinute(usage, formats), "—");
-    usage = {.totalWords = 150, .audioSeconds = 90, .currentStreak = 3, .longestStreak = 1000};
-    EXPECT_EQ(texts::wordsPerMinute(usage, formats), "100");
-    EXPECT_EQ(texts::currentStreak(usage, formats), "3-day streak");
-    EXPECT_EQ(texts::longestStreak(usage, formats), "Best: 1,000 days · all time");
+    const UsageSummary usage{
+        .totalWords = 150, .audioSeconds = 90, .currentStreak = 3, .longestStreak = 1000};
+    const std::pair<QString, const char*> cases[] = {
+        {texts::costText(0, formats), "$0.00"},
+        {texts::costText(1e-300, formats), "< $0.0001"},
+        {texts::costText(0.0001, formats), "$0.0001"},
+        {texts::costText(0.00015, formats), "$0.0002"},
+        {texts::costText(0.1, formats), "$0.10"},
+        {texts::costText(-1, formats), "-$1.00"},
+        {texts::rateText(0.006, formats), "$0.006"},
+        {texts::assumptionNote(costOf(1, 3), formats),
+         "For 1 older dictation, the model wasn't saved. GPT Transcribe pricing is assumed."},
+        {texts::assumptionNote(costOf(2, 0), formats),
+         "For 2 older dictations, the model wasn't saved. GPT Transcribe pricing is assumed."},
+        {texts::assumptionNote(costOf(0, 2), formats), ""},
+        {texts::totalCaption(costOf(1, 0), formats), "USD · 1 dictation"},
+        {texts::totalCaption(costOf(1200, 34), formats), "USD · 1,234 dictations"},
+        {texts::modelName(costOf(1, 0).models[0].id), "GPT Transcribe · older dictations"},
+        {texts::modelName({{"next-model", 1, ""}, false}), "next-model"},
+        {texts::topApps(10, formats), ""},
+        {texts::speakingTime(-5, formats), "0 sec"},
+        {texts::speakingTime(59.9, formats), "59 sec"},
+        {texts::speakingTime(3599, formats), "59 min"},
+        {texts::speakingTime(7'200'000, formats), "2,000h 0m"},
+        {texts::wordsPerMinute({}, formats), "—"},
+        {texts::wordsPerMinute(usage, formats), "100"},
+        {texts::currentStreak(usage, formats), "3-day streak"},
+        {texts::longestStreak(usage, formats), "Best: 1,000 days · all time"},
+    };
+    for (const auto& [text, expected] : cases) EXPECT_EQ(text, expected);
 }
 
-TEST(HistoryTexts, SortMatchesIntoDays) {
+TEST(HistoryTexts, GroupMatchesByDay) {
     const Calendar kolkata("Asia/Kolkata", "en_US");
     const auto formats = LocaleFormats(kolkata);
     const auto midnight = kolkata.startOfDay(Date::fromUnixSeconds(1760000000));
