@@ -27,20 +27,20 @@ public:
     std::function<void()> onAccountChange;  // another account, or none, is signed in
     std::function<void()> onReset;          // the zone was deleted in the cloud
 
-    // Exchanges items with this engine, which knows nothing of what is pending; with none if null.
+    // Exchanges items with this new engine, which has no pending items yet; with none if null.
     void use(CloudSyncEngine* engine);
 
     void addPending(const SharedString& id);
-    // Tells the engine what is pending if that is little; the next pass tells it the rest.
+    // Offers the pending items to the engine if they are few; otherwise the next pass does.
     void offerPending();
-    // Tells it everything, in several turns.
+    // Offers all pending items, in several turns.
     Task<void> offerAll(std::stop_token stop);
 
     // Fetches all changes. Throws CloudError, also if only a single zone could not be fetched.
     Task<void> fetch(std::shared_ptr<CloudSyncEngine> engine, std::stop_token stop);
 
 private:
-    // The number of ids that the engine is told in one turn of the main thread.
+    // The number of ids offered in one turn of the main thread.
     static constexpr std::size_t idsPerTurn = 2000;
 
     bool mayOffer() const;

@@ -135,7 +135,7 @@ TEST_P(CloudContract, KnowsItsAccountAndKeepsOthersOut) {
     saved(first, record("letter", "private"));
     EXPECT_TRUE(get(stranger.zoneChanges("", {})).modified.empty());
     EXPECT_EQ(errorCode(stranger.recordChanges(zone, "", {})), cloudErrorCode::zoneNotFound);
-    // The same names are the stranger's own there, and nobody else's.
+    // The stranger's zone of the same name is another one.
     makeZone(stranger);
     EXPECT_EQ(errorCode(stranger.fetchRecord({zone, "letter"}, {})), cloudErrorCode::unknownItem);
     saved(stranger, record("letter", "of another"));
@@ -209,7 +209,8 @@ TEST_P(CloudContract, RefusesASaveThatDoesNotNameTheVersionItReplaces) {
     const auto two = saved(second, record("x", "2", one.changeTag));
     EXPECT_NE(two.changeTag, one.changeTag);
 
-    // In one message: outdated, pretending to be new, of a record that never was, and a good one.
+    // In one batch: an outdated tag, no tag for an existing record, a tag of none, and a valid
+    // save.
     const auto results = save(first, {record("x", "stale", one.changeTag), record("x", "new"),
                                       record("y", "gone", one.changeTag), record("z", "good")});
     ASSERT_EQ(results.size(), 4u);
@@ -229,8 +230,8 @@ TEST_P(CloudContract, RefusesASaveThatDoesNotNameTheVersionItReplaces) {
     EXPECT_EQ(textOfRecord(get(second.fetchRecord({zone, "x"}, {}))), "3");
 }
 
-// Two that save at the same moment: with a server one of them wins; without one both may, and then
-// each learns of the other's version.
+// Two saves of one record at the same time: with a server one of them wins. Without one both may
+// succeed, and then each machine fetches the other's version.
 TEST_P(CloudContract, LosesNeitherOfTwoSavesAtOnce) {
     makeZone(first);
     const auto base = saved(first, record("x", "base"));
@@ -278,7 +279,7 @@ TEST_P(CloudContract, FetchesEachChangeOnceFromAToken) {
     fetch(second, copy);
     EXPECT_EQ(copy.seen, Seen{});
 
-    // The same record twice: its last version comes, the one between may.
+    // After two saves of one record its last version comes, and perhaps the one before.
     auto twice = saved(first, record("r1", "newer", results.at(1).record.changeTag));
     twice = saved(first, record("r1", "newest", twice.changeTag));
     saved(first, record("r5", "added"));
@@ -287,7 +288,7 @@ TEST_P(CloudContract, FetchesEachChangeOnceFromAToken) {
     EXPECT_TRUE(copy.records["r1"] == twice);
     EXPECT_EQ(textOfRecord(copy.records["r5"]), "added");
 
-    // A machine that starts again gets everything, each record in its latest version only.
+    // A machine that starts over gets every record once, in its latest version.
     Copy anew;
     fetch(second, anew);
     EXPECT_EQ(anew.seen, (Seen{{"r0", 1}, {"r1", 1}, {"r2", 1}, {"r3", 1}, {"r4", 1}, {"r5", 1}}));
@@ -371,7 +372,7 @@ TEST_P(CloudContract, CarriesBigBatchesInPages) {
                             [](const auto& one) { return one.second == 1; }));
 }
 
-// A reader that fetches while others write must not pass over what was written meanwhile.
+// A fetch during saves must not skip any of them.
 TEST_P(CloudContract, LetsManyOperationsRunAtOnce) {
     makeZone(first);
     get(second.zoneChanges("", {}));
@@ -414,14 +415,14 @@ TEST_P(CloudContract, StopsWhenAskedAndGoesOnAfterwards) {
     Running<std::vector<CloudSaveResult>> saving(first.saveRecords(records, stop.get_token()));
     Running<CloudRecordChanges> fetching(first.recordChanges(zone, "", stop.get_token()));
     {
-        // Dropped while it runs: nothing comes of it, and nothing is touched any more.
+        // Destroyed while it runs: it must not touch anything any more.
         Running<CloudRecordChanges> dropped(first.recordChanges(zone, "", {}));
     }
     stop.request_stop();
     ASSERT_TRUE(ends(saving) && ends(fetching));
     EXPECT_TRUE(saving.cancelled() || saving.value()) << saving.failure();
     EXPECT_TRUE(fetching.cancelled() || fetching.value()) << fetching.failure();
-    // What was stopped may have happened or not, but each record wholly.
+    // A stopped save may have happened or not, but no record is half saved.
     saved(first, record("afterwards", "y"));
     Copy copy;
     fetch(second, copy);
