@@ -38,8 +38,7 @@ Task<UpdateChoice> readUpdateFeed(const UpdateEnvironment& environment, std::sto
 
 Task<Message> readReleaseNotes(const UpdateEnvironment& environment, AppcastItem item,
                                std::stop_token stop) {
-    if (!item.notes.empty() || item.notesLink.empty())
-        co_return notesOf(item.notes);
+    if (!item.notes.empty() || item.notesLink.empty()) co_return notesOf(item.notes);
     if (isSecureAddress(item.notesLink)) {
         try {
             auto fetching =
