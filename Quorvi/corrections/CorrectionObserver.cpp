@@ -14,11 +14,11 @@ using namespace std::chrono_literals;
 
 constexpr Duration samplingInterval = 350ms;
 constexpr Duration longestWatch = 60s;
-constexpr Duration pauseOfUser = 2s;  // after which an edit counts as done
+constexpr Duration pauseOfUser = 2s;  // after which an edit is complete
 constexpr Duration unreadablePatience = 2s;
 constexpr Duration emptyPatience = 2s;
 
-// Resolves the promise however the coroutine ends whose frame it lives in.
+// Resolves the promise when the coroutine frame that holds it is destroyed.
 class Completion {
 public:
     explicit Completion(Promise<void> promise) : promise_(std::move(promise)) {}
@@ -37,16 +37,15 @@ Task<void> completionOf(Promise<void> promise) {
 
 }  // namespace
 
-// One watch. Shared between the observer, the sampling loop and the last look, which may outlast
-// the other two.
+// One watch. Shared by the observer, the sampling loop and the last read, which may outlive both.
 struct CorrectionObserver::Session {
     CorrectionContext context;
     InsertionTarget target;
     CorrectionStore& store;
     std::function<std::uint64_t()> inputGeneration;
     std::uint64_t inputAtStart;
-    std::vector<TextCorrection> appliedRules;  // with what this watch has learned
-    std::string baselineTranscript;            // what the next edit is compared with
+    std::vector<TextCorrection> appliedRules;  // and those that this watch has learned
+    std::string baselineTranscript;            // the next edit is compared with it
     bool hasSaved = false;
     TimePoint deadline;
     std::string lastField;
@@ -57,15 +56,15 @@ struct CorrectionObserver::Session {
 
     bool hasInput() const { return inputGeneration() != inputAtStart; }
 
-    // The log shows where the watch went, not how long it stayed there.
+    // Logs changes of state only.
     void record(std::string_view code) {
         if (code == lastEvent) return;
         lastEvent = code;
         store.recordLearningEvent(code, target.appName);
     }
 
-    // A success is never covered by a later failure.
-    void explain(std::string status) {
+    // A later failure does not hide a success.
+    void explain(Message status) {
         if (!hasSaved) store.setLearningStatus(std::move(status));
     }
 
@@ -110,8 +109,7 @@ void CorrectionObserver::start(const CorrectionContext& context, const Insertion
                                                  .emptySince = {},
                                                  .lastEvent = {}});
     store.recordLearningEvent("observer.started", target.appName);
-    store.setLearningStatus("Learning in " + target.appName +
-                            ". Correct a spelling, then pause for two seconds.");
+    store.setLearningStatus(say::learningIn(target.appName));
     if (runTimer)
         loop_ = tasks_.start(
             [this](std::stop_token stopped) { return run(session_, std::move(stopped)); });
@@ -147,11 +145,10 @@ Task<void> CorrectionObserver::lastLook(std::shared_ptr<Session> session, Promis
     else if (isStable(*session))
         remember(session->lastField, *session, true);
     else
-        session->explain("Could not read the final edit in " + session->target.appName +
-                         ". Use Remember correction.");
+        session->explain(say::finalEditNotRead(session->target.appName));
 }
 
-// A read that fails is a field that can't be read.
+// A failing read counts as an unreadable field.
 Task<std::optional<std::string>> CorrectionObserver::read(InsertionTarget target, bool requireFocus,
                                                           std::stop_token stopped) {
     const auto readSafely = [read = readField_, target = std::move(target),
@@ -184,7 +181,7 @@ Task<void> CorrectionObserver::sample(std::stop_token stopped) {
         else
             next = field ? notice(*session, *field) : noticeUnreadable(*session);
     }
-    // Learning may have told others, who may have ended the watch.
+    // Callbacks of the store may have ended the watch.
     if (session_ != session || next == Next::goOn) co_return;
     auto ending = stop(next == Next::endWithLastLook);
     if (ending) co_await *ending;
@@ -204,7 +201,7 @@ CorrectionObserver::Next CorrectionObserver::notice(Session& session, const std:
     const auto edited = session.context.editedTranscript(field);
     if (!edited) {
         session.record("observer.surroundingChanged");
-        session.explain("The surrounding text changed. Use Remember correction for this edit.");
+        session.explain(say::surroundingsChanged());
         return Next::endAtOnce;
     }
     if (edited->empty()) return noticeEmpty(session);
@@ -227,7 +224,7 @@ CorrectionObserver::Next CorrectionObserver::noticeEmpty(Session& session) {
     }
     if (now - *session.emptySince < emptyPatience && now < session.deadline) return Next::goOn;
     session.record("observer.cleared");
-    session.explain("The field was cleared before a correction was saved.");
+    session.explain(say::fieldCleared());
     return Next::endAtOnce;
 }
 
@@ -236,7 +233,7 @@ bool CorrectionObserver::isStable(const Session& session) const {
 }
 
 void CorrectionObserver::remember(const std::string& field, Session& session, bool isFinal) {
-    // What no key and no button has caused, the application has done by itself.
+    // Without input by the user, the application itself changed the text.
     if (!session.hasInput()) {
         session.record("observer.noInput");
         return;
@@ -244,14 +241,14 @@ void CorrectionObserver::remember(const std::string& field, Session& session, bo
     const auto edited = session.context.editedTranscript(field);
     if (!edited || edited->empty()) return;
     if (text::equal(*edited, session.baselineTranscript)) {
-        if (isFinal) session.explain("No spelling change was detected in the last dictation.");
+        if (isFinal) session.explain(say::noSpellingChange());
         return;
     }
     const auto suggestion =
         CorrectionLearning::suggestion(session.baselineTranscript, *edited, scheduler_.date());
     if (!suggestion) {
         session.record("observer.rejectedEdit");
-        if (isFinal) session.explain("This edit needs a manual rule. Choose Remember correction.");
+        if (isFinal) session.explain(say::editNeedsManualRule());
         return;
     }
     const auto learned = session.store.learn(*suggestion, session.appliedRules);

@@ -19,8 +19,6 @@ constexpr auto seededKey = "tarnelCorrectionsSeeded";
 constexpr auto eventsKey = "correctionLearningDiagnostics";
 constexpr std::size_t keptEvents = 24;
 
-constexpr auto unreadable = "Saved corrections could not be opened. They have been left untouched.";
-
 bool haveDistinctIds(const std::vector<TextCorrection>& rules) {
     std::unordered_set<std::string_view> ids;
     ids.reserve(rules.size());
@@ -28,7 +26,7 @@ bool haveDistinctIds(const std::vector<TextCorrection>& rules) {
                                [&ids](const auto& rule) { return ids.insert(rule.id).second; });
 }
 
-// Stricter than equality: also the stored form is the same.
+// Stricter than ==: the stored form is equal, too.
 bool isIdentical(const TextCorrection& a, const TextCorrection& b) {
     return a == b && a.original == b.original && a.replacement == b.replacement;
 }
@@ -53,7 +51,7 @@ void CorrectionStore::load() {
     auto rules = stored ? decodeCorrections(textOf(*stored)) : std::nullopt;
     const auto isValid = [](const auto& rule) { return !rule.validationMessage(); };
     if (!rules || !haveDistinctIds(*rules) || !std::ranges::all_of(*rules, isValid)) {
-        persistenceError_ = unreadable;
+        persistenceError_ = say::correctionsUnreadable();
         return;
     }
     for (const auto& rule : *rules) derived_.push_back(derive(rule));
@@ -127,8 +125,7 @@ void CorrectionStore::save(TextCorrection rule) {
     rule.replacement = text::trimmed(rule.replacement);
     if (const auto problem = rule.validationMessage()) throw QuorviError::message(*problem);
     if (findPhrase(TextCorrection::matchKey(rule.original), rule.id))
-        throw QuorviError::message(
-            "That phrase already has a correction. Edit its existing rule instead.");
+        throw QuorviError::message(say::correctionExists());
     rule.updatedAt = clock_.date();
     auto rules = rules_.rules();
     const auto existing = std::ranges::find(rules, rule.id, &TextCorrection::id);
@@ -163,7 +160,7 @@ std::vector<TextCorrection> CorrectionStore::learn(
             save(std::move(rule));
             saved.push_back(id);
         } catch (const std::exception& error) {
-            setLearningStatus(error.what());
+            setLearningStatus(messageOf(error));
         }
     };
     for (const auto& applied : appliedRules) {
@@ -181,7 +178,7 @@ std::vector<TextCorrection> CorrectionStore::learn(
         explainNothingLearned(suggestion);
         return {};
     }
-    setLearningStatus("Remembered: " + suggestion.original + " → " + suggestion.replacement);
+    setLearningStatus(say::remembered(suggestion.original + " → " + suggestion.replacement));
     std::vector<TextCorrection> learned;
     std::ranges::copy_if(rules_.rules(), std::back_inserter(learned), [&saved](const auto& rule) {
         return std::ranges::find(saved, rule.id) != saved.end();
@@ -194,9 +191,7 @@ void CorrectionStore::explainNothingLearned(const TextCorrection& suggestion) {
     const auto* rule = findPhrase(TextCorrection::matchKey(suggestion.original));
     if (!rule) return;
     const bool isSame = rule->isEnabled && text::equal(rule->replacement, suggestion.replacement);
-    setLearningStatus(
-        isSame ? "This correction is already saved."
-               : "An existing rule controls this phrase. Edit or enable it in the list below.");
+    setLearningStatus(isSame ? say::correctionAlreadySaved() : say::correctionControlledByRule());
 }
 
 void CorrectionStore::installTarnelCorrectionsIfNeeded() {
@@ -215,8 +210,8 @@ void CorrectionStore::installTarnelCorrectionsIfNeeded() {
     defaults_.setBoolean(seededKey, true);
 }
 
-// Rules that are equal in meaning but not in their bytes are replaced, too: machines that each kept
-// their own would send them back and forth.
+// Replaces rules that are equivalent but differ in bytes, too; otherwise machines would keep
+// sending each other their own form.
 void CorrectionStore::replaceFromSync(std::vector<TextCorrection> rules) {
     if (persistenceError_ || std::ranges::equal(rules, rules_.rules(), isIdentical)) return;
     try {
@@ -225,7 +220,7 @@ void CorrectionStore::replaceFromSync(std::vector<TextCorrection> rules) {
     }
 }
 
-void CorrectionStore::setLearningStatus(std::string status) {
+void CorrectionStore::setLearningStatus(Message status) {
     if (status == learningStatus_) return;
     learningStatus_ = std::move(status);
     changes_.notify();

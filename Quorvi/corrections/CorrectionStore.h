@@ -15,49 +15,49 @@
 
 namespace quorvi {
 
-// The user's correction rules, and what automatic learning has to say. Keeps both in the
-// preferences: every change is stored before it is published. When the stored rules can't be read,
-// the store is empty and locked for the life of the process, so that they are never overwritten.
-// Main thread; callbacks are called within the change.
+// The user's correction rules and the state of automatic learning. Stores every change in the
+// preferences before publishing it. If the stored rules cannot be read, the store stays empty and
+// locked for the life of the process, so that they are never overwritten. Main thread; callbacks
+// run within the change.
 class CorrectionStore {
 public:
-    // Loads the rules. Both outlive the store.
+    // Loads the rules. Preferences and clock outlive the store.
     CorrectionStore(Preferences& defaults, Scheduler& clock);
     CorrectionStore(const CorrectionStore&) = delete;
     CorrectionStore& operator=(const CorrectionStore&) = delete;
 
-    // The rules in priority order, newest first, prepared for use. Cheap to copy.
+    // The rules in order of priority, newest first, prepared for use. Cheap to copy.
     const TextCorrections& rules() const { return rules_; }
 
-    // Why nothing can be saved, as a sentence for the user.
-    const std::optional<std::string>& persistenceError() const { return persistenceError_; }
+    // Why nothing can be saved; nullopt if rules can be saved.
+    const std::optional<Message>& persistenceError() const { return persistenceError_; }
 
-    // One line about automatic learning.
-    const std::string& learningStatus() const { return learningStatus_; }
-    void setLearningStatus(std::string status);
+    // The last outcome of automatic learning, or what it is doing.
+    const Message& learningStatus() const { return learningStatus_; }
+    void setLearningStatus(Message status);
 
     bool learnsAutomatically() const { return learnsAutomatically_; }
     void setLearnsAutomatically(bool learns);
 
-    // Each throws QuorviError with the sentence to show, and has then changed nothing. save() adds
-    // the rule in front, or replaces the one with its id where it stands.
+    // Each throws QuorviError with the sentence to show, and then changes nothing. save() adds the
+    // rule at the front, or replaces the one with the same id in place.
     void save(TextCorrection rule);
     void setEnabled(const std::string& id, bool enabled);
     void remove(const std::string& id);
 
-    // Stores what an edit has taught: a rule of its own, and other replacements for those of the
-    // applied rules that wrote what the user changed. Yields the rules as stored, in list order;
-    // none when there was nothing to store, which the status then explains.
+    // Stores what an edit teaches: a new rule, and new replacements for the applied rules that
+    // wrote the text which the user changed. Returns the stored rules in list order; empty if there
+    // was nothing to store, for which the status gives the reason.
     std::vector<TextCorrection> learn(const TextCorrection& suggestion,
                                       const std::vector<TextCorrection>& appliedRules);
 
-    // Adds the rules that the product brings along, once.
+    // Adds the built-in rules, once.
     void installTarnelCorrectionsIfNeeded();
 
-    // Takes over a list that synchronisation has merged and checked.
+    // Replaces the list with one that synchronisation has merged and validated.
     void replaceFromSync(std::vector<TextCorrection> rules);
 
-    // Adds to the diagnostic log, which keeps the last 24 events.
+    // Appends to the diagnostic log, which keeps the last 24 events.
     void recordLearningEvent(std::string_view code, std::string_view app,
                              const LearningEvent::Counts& counts = {});
     std::vector<LearningEvent> learningEvents() const;  // oldest first
@@ -65,13 +65,13 @@ public:
     std::function<void(const TextCorrection&)> onLearned;
     std::function<void()> onLearningChanged;
 
-    // Told after any change of the rules, the status or the switch; observers re-read them.
+    // Called after any change of the rules, the status or the setting; observers re-read them.
     [[nodiscard]] Subscription onChange(std::function<void()> observer) {
         return changes_.subscribe(std::move(observer));
     }
 
 private:
-    // What a rule costs to work out, kept beside it.
+    // Cached per rule, because it is expensive to compute.
     struct Derived {
         std::string matchKey;
         std::string json;
@@ -92,8 +92,8 @@ private:
     Observable changes_;
     TextCorrections rules_;
     std::vector<Derived> derived_;  // one for each rule
-    std::optional<std::string> persistenceError_;
-    std::string learningStatus_ = "Ready to learn from your next dictation.";
+    std::optional<Message> persistenceError_;
+    Message learningStatus_ = say::readyToLearn();
     bool learnsAutomatically_ = true;
 };
 

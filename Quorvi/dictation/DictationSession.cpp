@@ -207,7 +207,7 @@ Task<void> DictationSession::insert(Dictation dictation, Recognition recognition
                                     TranscriptClipboard::Copy clipboard, std::stop_token stop) {
     auto& corrections = environment_.corrections;
     if (corrections.learnsAutomatically())
-        corrections.setLearningStatus(say::checkingLearning(dictation.target.app()).english());
+        corrections.setLearningStatus(say::checkingLearning(dictation.target.app()));
 
     auto request = environment_.learning.request(
         dictation.target, std::move(recognition.appliedRules),
@@ -227,7 +227,7 @@ Task<void> DictationSession::insert(Dictation dictation, Recognition recognition
         pasteSent(dictation, verified);
         co_return;
     }
-    corrections.setLearningStatus(say::learningNeedsPaste().english());
+    corrections.setLearningStatus(say::learningNeedsPaste());
     auto offering = offerManualPaste(std::move(recognition.text), dictation.id, stop);
     co_await offering;
 }
@@ -235,7 +235,7 @@ Task<void> DictationSession::insert(Dictation dictation, Recognition recognition
 void DictationSession::pasteSent(const Dictation& dictation, bool verified) {
     auto& corrections = environment_.corrections;
     if (!verified && corrections.learnsAutomatically())
-        corrections.setLearningStatus(say::textNotVerified(dictation.target.app()).english());
+        corrections.setLearningStatus(say::textNotVerified(dictation.target.app()));
     environment_.hotkey.setCancelEnabled(false);
     environment_.status.enter(DictationStage::success, say::pasteSent(dictation.target.app()));
     environment_.status.hideOverlayAfter(2s);

@@ -88,7 +88,7 @@ Task<void> InsertionTest::paste(DictationSession::Id id, std::stop_token stop) {
         e.session.fail(*std::move(problem));
         co_return;
     }
-    if (learns && !verified) e.corrections.setLearningStatus(say::testCouldNotLearn().english());
+    if (learns && !verified) e.corrections.setLearningStatus(say::testCouldNotLearn());
     e.hotkey.setCancelEnabled(false);
     e.status.enter(DictationStage::success, say::testSampleSent(target.app()));
     e.status.hideOverlayAfter(2s);

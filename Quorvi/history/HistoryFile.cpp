@@ -12,7 +12,7 @@ DictationRecords HistoryFile::load() const {
     if (!content) return {};
     const auto archive = HistoryArchive::decode(*std::move(content));
     if (archive.version != HistoryArchive::currentVersion)
-        throw QuorviError::message("This history file was created by a newer version of Quorvi.");
+        throw QuorviError::message(say::historyFromNewerVersion());
     return archive.records.newestFirst();
 }
 

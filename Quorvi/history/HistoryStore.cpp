@@ -10,12 +10,6 @@ namespace {
 constexpr auto keepTranscriptsKey = "keepTranscripts";
 constexpr auto retentionKey = "transcriptRetention";
 
-constexpr auto couldNotBeOpened =
-    "Existing history could not be opened. It has been left untouched; new entries are available "
-    "for this session only.";
-constexpr auto couldNotBeSaved =
-    "History could not be saved on this Mac. Check available disk space and folder access.";
-
 Task<void> putOnClipboard(Pasteboard& pasteboard, std::string text) {
     auto writing = pasteboard.writeText(std::move(text), TranscriptVisibility::everywhere);
     co_await writing;
@@ -100,7 +94,7 @@ void HistoryStore::loaded(Loading& loading) {
     const auto changes = std::exchange(changesWhileLoading_, {});
     if (loading.failed) {
         phase_ = Phase::readOnly;
-        persistenceError_ = couldNotBeOpened;
+        persistenceError_ = say::historyUnreadable();
         changes_.notify();
         return;
     }
@@ -205,7 +199,7 @@ void HistoryStore::setRecords(DictationRecords records) {
     environment_.executor.run([old = std::move(records)] {});
 }
 
-void HistoryStore::setPersistenceError(std::optional<std::string> error) {
+void HistoryStore::setPersistenceError(std::optional<Message> error) {
     if (persistenceError_ == error) return;
     persistenceError_ = std::move(error);
     changes_.notify();
@@ -218,7 +212,7 @@ void HistoryStore::persist() {
 
 void HistoryStore::written(std::uint64_t revision, bool saved) {
     if (revision == revision_)
-        setPersistenceError(saved ? std::nullopt : std::optional<std::string>(couldNotBeSaved));
+        setPersistenceError(saved ? std::nullopt : std::optional(say::historyNotSaved()));
 }
 
 }  // namespace quorvi

@@ -48,7 +48,8 @@ UserData::UserData(const Places& places, Access access)
     if (!preferences_.couldBeRead())
         throw std::runtime_error(
             preferences_.persistenceError().value_or("The preferences could not be read."));
-    if (corrections_.persistenceError()) throw std::runtime_error(*corrections_.persistenceError());
+    if (corrections_.persistenceError())
+        throw std::runtime_error(corrections_.persistenceError()->english());
     try {
         openArchive(places, access);
     } catch (const std::exception& error) {

@@ -6,12 +6,12 @@
 
 namespace quorvi {
 
-std::optional<std::string> TextCorrection::validationMessage() const {
+std::optional<Message> TextCorrection::validationMessage() const {
     const std::string_view from = text::trimmed(original);
     const std::string_view to = text::trimmed(replacement);
-    if (from.empty() || to.empty()) return "Enter both the recognized phrase and its replacement.";
+    if (from.empty() || to.empty()) return say::correctionIncomplete();
     if (text::hasMoreCharacters(from, phraseLimit) || text::hasMoreCharacters(to, phraseLimit))
-        return "Keep each phrase within 160 characters.";
+        return say::correctionTooLong();
     return std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 
 #include "QuorviCore/async/Date.h"
 #include "QuorviCore/identity/Uuid.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
@@ -15,19 +16,19 @@ struct TextCorrection {
 
     std::string id = newUuid();
     std::string original;
-    std::string replacement;  // written exactly as it stands
+    std::string replacement;  // written unchanged
     bool isEnabled = true;
     bool learnedAutomatically = false;
     Date updatedAt{};  // set at every save
 
-    // What is wrong with the rule, as a sentence for the user; nothing when it is acceptable.
-    std::optional<std::string> validationMessage() const;
+    // Returns what is wrong with the rule; nullopt if it is valid.
+    std::optional<Message> validationMessage() const;
 
-    // The normalised form of a phrase. Two rules concern the same phrase when the keys of their
-    // originals are equal.
+    // Returns the normalised form of a phrase. Two rules are about the same phrase if the keys of
+    // their originals are equal.
     static std::string matchKey(std::string_view phrase);
 
-    // All fields are the same, the texts under canonical equivalence.
+    // Compares all fields, texts by canonical equivalence.
     bool operator==(const TextCorrection& other) const;
 };
 

@@ -13,8 +13,7 @@ namespace {
 
 void append(std::string& out, const TextCorrection& rule) {
     const double date = rule.updatedAt.secondsSinceReferenceDate;
-    if (!std::isfinite(date))
-        throw QuorviError::message("A correction has no valid date and could not be saved.");
+    if (!std::isfinite(date)) throw QuorviError::message(say::correctionDateInvalid());
     out += R"({"id":)";
     json::appendString(out, rule.id);
     out += R"(,"isEnabled":)";
@@ -30,7 +29,7 @@ void append(std::string& out, const TextCorrection& rule) {
     out += '}';
 }
 
-// Reads the members of one object; a member that is missing or of another type makes it fail.
+// Reads the members of an object. ok() is false if one was missing or of another type.
 class Reader {
 public:
     explicit Reader(const rapidjson::Value& object) : object_(object), ok_(object.IsObject()) {}
@@ -48,7 +47,7 @@ public:
         const auto* value = member(key);
         return require(value && value->IsNumber()) ? value->GetDouble() : 0;
     }
-    // Upper-cased, which is the canonical form.
+    // Returns the canonical, upper-case form.
     std::string uuid(const char* key) {
         std::string id = string(key);
         std::ranges::transform(id, id.begin(), [](char c) {

@@ -14,14 +14,14 @@ std::int64_t rawValue(TranscriptRetention retention) {
     return 0;
 }
 
-std::string_view title(TranscriptRetention retention) {
+Message title(TranscriptRetention retention) {
     switch (retention) {
         case TranscriptRetention::thirtyDays:
-            return "30 days";
+            return say::thirtyDays();
         case TranscriptRetention::ninetyDays:
-            return "90 days";
+            return say::ninetyDays();
         case TranscriptRetention::forever:
-            return "Until I delete it";
+            return say::untilDeleted();
     }
     return {};
 }

@@ -3,10 +3,10 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <string_view>
 
 #include "QuorviCore/history/DictationRecords.h"
 #include "QuorviCore/locale/Calendar.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
@@ -16,13 +16,14 @@ enum class TranscriptRetention { thirtyDays, ninetyDays, forever };
 inline constexpr std::array allTranscriptRetentions{
     TranscriptRetention::thirtyDays, TranscriptRetention::ninetyDays, TranscriptRetention::forever};
 
-// The number of days, 0 for ever.
+// The stored form: the number of days, 0 for ever.
 std::int64_t rawValue(TranscriptRetention retention);
-std::string_view title(TranscriptRetention retention);
 std::optional<TranscriptRetention> transcriptRetentionFromRawValue(std::int64_t raw);
 
-// The same records, without the text of those that are older than the retention allows. They stay,
-// so that statistics and cost remain complete.
+Message title(TranscriptRetention retention);
+
+// Returns the records without the text of those that are older than the retention allows. The
+// records themselves stay, so that statistics and cost remain complete.
 DictationRecords applyingRetention(const DictationRecords& records, TranscriptRetention retention,
                                    Date now, const Calendar& calendar);
 

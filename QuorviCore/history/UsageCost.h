@@ -10,11 +10,12 @@
 
 namespace quorvi {
 
-// The dictations of one price basis.
+// The dictations at one price.
 struct ModelCostUsage {
     struct ID {
         DictationCostEstimate estimate;
-        bool assumedModel = false;  // the records name no price; the usual model's is assumed
+        bool assumedModel =
+            false;  // the records have no price; that of the default model is assumed
 
         bool operator==(const ID&) const = default;
     };
@@ -28,7 +29,7 @@ struct ModelCostUsage {
     bool operator==(const ModelCostUsage&) const = default;
 };
 
-// What the dictations of a period are estimated to have cost. Records without words count nowhere.
+// The estimated cost of the dictations of a period. Records without words do not count.
 struct UsageCostSummary {
     std::vector<ModelCostUsage> models;  // most expensive first
 
@@ -53,7 +54,7 @@ struct std::hash<quorvi::ModelCostUsage::ID> {
 
 namespace quorvi {
 
-// Counts records one by one, in their order, since the sums of the seconds depend on it.
+// Adds up records in their order, on which the rounding of the sums depends.
 class UsageCostCounter {
 public:
     void add(const DictationRecord& record);

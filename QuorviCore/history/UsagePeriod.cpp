@@ -14,26 +14,20 @@ Date startOfDayBefore(Date now, int days, const Calendar& calendar) {
 
 }  // namespace
 
-std::string_view rawValue(UsagePeriod period) {
+Message title(UsagePeriod period) {
     switch (period) {
         case UsagePeriod::today:
-            return "Today";
+            return say::today();
         case UsagePeriod::week:
-            return "7 days";
+            return say::sevenDays();
         case UsagePeriod::month:
-            return "30 days";
+            return say::thirtyDays();
         case UsagePeriod::calendarMonth:
-            return "This month";
+            return say::thisMonth();
         case UsagePeriod::all:
-            return "All time";
+            return say::allTime();
     }
     return {};
-}
-
-std::optional<UsagePeriod> usagePeriodFromRawValue(std::string_view raw) {
-    for (const auto period : allUsagePeriods)
-        if (rawValue(period) == raw) return period;
-    return std::nullopt;
 }
 
 std::optional<Date> startOf(UsagePeriod period, Date now, const Calendar& calendar) {

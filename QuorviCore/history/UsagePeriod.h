@@ -2,28 +2,26 @@
 
 #include <array>
 #include <optional>
-#include <string_view>
 
 #include "QuorviCore/history/DictationRecords.h"
 #include "QuorviCore/locale/Calendar.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
-// A span of time up to now that usage is shown for.
+// A span of time up to now for which usage is shown. Not stored.
 enum class UsagePeriod { today, week, month, calendarMonth, all };
 
 inline constexpr std::array allUsagePeriods{UsagePeriod::today, UsagePeriod::week,
                                             UsagePeriod::month, UsagePeriod::calendarMonth,
                                             UsagePeriod::all};
 
-// Also what the user reads.
-std::string_view rawValue(UsagePeriod period);
-std::optional<UsagePeriod> usagePeriodFromRawValue(std::string_view raw);
+Message title(UsagePeriod period);
 
-// When the period began; nothing when it has no beginning.
+// Returns when the period began; nullopt for all time.
 std::optional<Date> startOf(UsagePeriod period, Date now, const Calendar& calendar);
 
-// The records of the period, in their order.
+// Returns the records of the period, in their order.
 DictationRecords filter(UsagePeriod period, const DictationRecords& records, Date now,
                         const Calendar& calendar);
 

@@ -1,6 +1,7 @@
 #include "QuorviCore/messages/Message.h"
 
 #include <map>
+#include <ostream>
 
 namespace quorvi {
 
@@ -27,6 +28,10 @@ std::string Message::text(const std::function<std::string(Sentence)>& translate)
         done = gap.position + gap.name.size() + 2;
     }
     return result.append(filled, done);
+}
+
+std::ostream& operator<<(std::ostream& out, const Message& message) {
+    return out << message.english();
 }
 
 }  // namespace quorvi

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -89,6 +90,9 @@ private:
     Sentence id_ = Sentence::nothing;
     std::vector<Argument> arguments_;  // in the order in which the English template has its gaps
 };
+
+// Writes the message in English, for logs and failed tests.
+std::ostream& operator<<(std::ostream& out, const Message& message);
 
 // Makes the message of one sentence from as many arguments as its template has gaps.
 template <Sentence id>

@@ -21,14 +21,13 @@ UpdateChoice chooseUpdate(const std::vector<AppcastItem>& items, std::string_vie
 }
 
 void requireDownloadable(const AppcastItem& item) {
-    const auto refuse = [&item](const std::string& reason) {
-        return QuorviError::message("Quorvi " + item.displayVersion +
-                                    " can't be downloaded: " + reason);
-    };
-    if (!isSecureAddress(item.url)) throw refuse("its address is not a secure one (https).");
-    if (item.signature.empty()) throw refuse("it is not signed.");
-    if (item.length == 0) throw refuse("the update feed doesn't say how large it is.");
-    if (item.length > maximumPackageBytes) throw refuse("it is too large.");
+    const auto& version = item.displayVersion;
+    if (!isSecureAddress(item.url))
+        throw QuorviError::message(say::updateDownloadNotSecure(version));
+    if (item.signature.empty()) throw QuorviError::message(say::updateNotSigned(version));
+    if (item.length == 0) throw QuorviError::message(say::updateSizeUnknown(version));
+    if (item.length > maximumPackageBytes)
+        throw QuorviError::message(say::updatePackageTooLarge(version));
 }
 
 bool isSecureAddress(std::string_view url) {

@@ -19,15 +19,12 @@ constexpr std::size_t maximumItems = 1000;
 constexpr XML_Char separator = ' ';  // between a namespace and a name; part of neither
 constexpr std::string_view dialect = "http://www.andymatuschak.org/xml-namespaces/sparkle ";
 
-constexpr auto notAFeed = "The update feed could not be read. It is not a feed of releases.";
-
 // Reads a feed as the parser reports it. An item is a child of rss/channel, its fields are the
 // item's own children; what lies deeper, such as the packages of an older kind of update, is not.
 class AppcastReader {
 public:
     AppcastReader() : parser_(XML_ParserCreateNS(nullptr, separator)) {
-        if (!parser_)
-            throw QuorviError::message("There is not enough memory to read the update feed.");
+        if (!parser_) throw QuorviError::message(say::feedNoMemory());
         XML_SetUserData(parser_.get(), this);
         XML_SetElementHandler(
             parser_.get(),
@@ -41,30 +38,26 @@ public:
         // Before any entity of the document's own can be declared, let alone expanded.
         XML_SetStartDoctypeDeclHandler(
             parser_.get(), [](void* self, const XML_Char*, const XML_Char*, const XML_Char*, int) {
-                static_cast<AppcastReader*>(self)->refuse(
-                    "The update feed was refused. It declares a document type, which a feed has no "
-                    "use for.");
+                static_cast<AppcastReader*>(self)->refuse(say::feedHasDocumentType());
             });
     }
 
     std::vector<AppcastItem> read(std::string_view document) {
         const auto status =
             XML_Parse(parser_.get(), document.data(), static_cast<int>(document.size()), XML_TRUE);
-        if (refusal_) throw QuorviError::message(refusal_);
-        if (status != XML_STATUS_OK) throw QuorviError::message(notAFeed);
+        if (refusal_) throw QuorviError::message(*refusal_);
+        if (status != XML_STATUS_OK) throw QuorviError::message(say::feedUnreadable());
         return std::move(items_);
     }
 
 private:
     void begin(std::string_view name, const XML_Char** attributes) {
         if (refusal_) return;
-        if (++depth_ > maximumDepth)
-            return refuse("The update feed was refused. It is nested too deeply.");
-        if (depth_ == 1 && name != "rss") return refuse(notAFeed);
+        if (++depth_ > maximumDepth) return refuse(say::feedTooDeep());
+        if (depth_ == 1 && name != "rss") return refuse(say::feedUnreadable());
         if (depth_ == 2) inChannel_ = name == "channel";
         if (depth_ == 3 && inChannel_ && name == "item") {
-            if (items_.size() >= maximumItems)
-                return refuse("The update feed was refused. It has too many entries.");
+            if (items_.size() >= maximumItems) return refuse(say::feedTooManyEntries());
             item_.emplace();
             isForUs_ = true;
         }
@@ -134,8 +127,8 @@ private:
     }
 
     // The parser may still report a few events of what it has read already.
-    void refuse(const char* sentence) {
-        if (!refusal_) refusal_ = sentence;
+    void refuse(Message reason) {
+        if (!refusal_) refusal_ = std::move(reason);
         XML_StopParser(parser_.get(), XML_FALSE);
     }
 
@@ -150,14 +143,13 @@ private:
     std::string* field_ = nullptr;  // of item_
     std::string text_;
     std::vector<AppcastItem> items_;
-    const char* refusal_ = nullptr;
+    std::optional<Message> refusal_;
 };
 
 }  // namespace
 
 std::vector<AppcastItem> parseAppcast(std::string_view document) {
-    if (document.size() > maximumAppcastBytes)
-        throw QuorviError::message("The update feed was refused. It is too large.");
+    if (document.size() > maximumAppcastBytes) throw QuorviError::message(say::feedTooLarge());
     AppcastReader reader;
     return reader.read(document);
 }

@@ -123,16 +123,14 @@ void flicker(Desk& desk) {
 }
 
 TEST(CorrectionObserver, WhatTheUserDoesDecidesWhatIsLearned) {
-    const std::string watching =
-        "Learning in Editor. Correct a spelling, then pause for two seconds.";
-    const std::string unread = "Could not read the final edit in Editor. Use Remember correction.";
-    const std::string moved =
-        "The surrounding text changed. Use Remember correction for this edit.";
-    const std::string tooManual = "This edit needs a manual rule. Choose Remember correction.";
-    const std::string cleared = "The field was cleared before a correction was saved.";
-    const std::string unchanged = "No spelling change was detected in the last dictation.";
-    const std::string known = "This correction is already saved.";
-    const std::string saved = "Remembered: oxygen → oxygon";
+    const auto watching = say::learningIn("Editor");
+    const auto unread = say::finalEditNotRead("Editor");
+    const auto moved = say::surroundingsChanged();
+    const auto tooManual = say::editNeedsManualRule();
+    const auto cleared = say::fieldCleared();
+    const auto unchanged = say::noSpellingChange();
+    const auto known = say::correctionAlreadySaved();
+    const auto saved = say::remembered("oxygen → oxygon");
     const std::string oxygon = "oxygen>oxygon;";
     enum End { on, over };
     const Step click = [](Desk& d) { ++d.input; };
@@ -144,7 +142,7 @@ TEST(CorrectionObserver, WhatTheUserDoesDecidesWhatIsLearned) {
         d.store.save({.original = "Oxygen", .replacement = "oxygon"});
     };
     const auto check = [](const char* name, const std::vector<Step>& steps, const char* codes,
-                          const std::string& learned, const std::string& status, End end) {
+                          const std::string& learned, const Message& status, End end) {
         SCOPED_TRACE(name);
         Desk desk;
         for (const auto& step : steps) step(desk);
@@ -191,11 +189,11 @@ TEST(CorrectionObserver, WhatTheUserDoesDecidesWhatIsLearned) {
           "started edited rejectedEdit focusLeft rejectedEdit", "", tooManual, over);
     check("two fixes with a pause after each", {fix, wait(3s), replace("team", "teem"), wait(3s)},
           "started edited saved edited saved", "oxygen>oxygon;team>teem;",
-          "Remembered: team → teem", on);
+          say::remembered("team → teem"), on);
     check("a fix of what was just learned changes that rule",
           {fix, wait(3s), replace("oxygon", "oxigon"), wait(3s)},
           "started edited saved edited saved", "oxygen>oxigon;oxygon>oxigon;",
-          "Remembered: oxygon → oxigon", on);
+          say::remembered("oxygon → oxigon"), on);
     check("a rule that is there already", {addRule, fix, wait(3s)},
           "started edited ruleAlreadyExists", "Oxygen>oxygon;", known, on);
     check("learning is switched off by someone who tells nobody",

@@ -18,10 +18,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto rulesKey = "savedTextCorrections";
-constexpr auto locked = "Saved corrections could not be opened. They have been left untouched.";
-constexpr auto duplicate = "That phrase already has a correction. Edit its existing rule instead.";
-constexpr auto existing =
-    "An existing rule controls this phrase. Edit or enable it in the list below.";
+const auto locked = say::correctionsUnreadable();
+const auto duplicate = say::correctionExists();
+const auto existing = say::correctionControlledByRule();
 
 Bytes bytesOf(std::string_view s) {
     return {s.begin(), s.end()};
@@ -35,13 +34,13 @@ protected:
         store().save({.original = std::move(original), .replacement = std::move(replacement)});
         return store().rules().rules().front();
     }
-    static std::string failureOf(const std::function<void()>& change) {
+    static Message failureOf(const std::function<void()>& change) {
         try {
             change();
         } catch (const QuorviError& error) {
-            return error.what();
+            return error.sentence();
         }
-        return "";
+        return {};
     }
     // Made on first use, so that a test can prepare the preferences.
     CorrectionStore& store() {
@@ -109,10 +108,8 @@ TEST_F(CorrectionStoreTest, SavingTrimsDatesAndPutsNewRulesInFrontAndEditsInPlac
     EXPECT_EQ(list(), "oxygen>oxygon;russet miner>Miner;");
 
     EXPECT_EQ(failureOf([&] { add("Russet  MINER ", "x"); }), duplicate);
-    EXPECT_EQ(failureOf([&] { add(" ", "x"); }),
-              "Enter both the recognized phrase and its replacement.");
-    EXPECT_EQ(failureOf([&] { add("x", std::string(161, 'x')); }),
-              "Keep each phrase within 160 characters.");
+    EXPECT_EQ(failureOf([&] { add(" ", "x"); }), say::correctionIncomplete());
+    EXPECT_EQ(failureOf([&] { add("x", std::string(161, 'x')); }), say::correctionTooLong());
     auto edited = miner;
     edited.replacement = "Manor";
     store().save(edited);
@@ -144,7 +141,8 @@ TEST_F(CorrectionStoreTest, AfterAnyChangesTheStoredListIsThePublishedOne) {
         const auto isTaken = std::ranges::count(rules, original, &TextCorrection::original) > 0;
         switch (rules.empty() ? 0 : random() % 5) {
             case 0:
-                EXPECT_EQ(failureOf([&] { add(original, phrase()); }), isTaken ? duplicate : "");
+                EXPECT_EQ(failureOf([&] { add(original, phrase()); }),
+                          isTaken ? duplicate : Message());
                 break;
             case 1:
                 store().remove(rules[at].id);
@@ -207,7 +205,7 @@ TEST_F(CorrectionStoreTest, LearnsANewRuleAndRetargetsTheOneThatWroteTheMistake)
     EXPECT_EQ(learned[0].id, suggestion.id);
     EXPECT_EQ(learned[1].id, wrong.id);
     EXPECT_TRUE(learned[1].learnedAutomatically);
-    EXPECT_EQ(store().learningStatus(), "Remembered: Russet Miner → Russet Manor");
+    EXPECT_EQ(store().learningStatus(), say::remembered("Russet Miner → Russet Manor"));
     EXPECT_EQ(told, "Russet Miner;Russet Miner;");
 }
 
@@ -216,11 +214,11 @@ TEST_F(CorrectionStoreTest, SaysWhyNothingWasLearned) {
     const TextCorrection same{.original = "OXYGEN", .replacement = "cafe\u0301"};
     const TextCorrection different{.original = "oxygen", .replacement = "oxygon"};
     const auto statusAfter = [&](const TextCorrection& suggestion) {
-        store().setLearningStatus("");
+        store().setLearningStatus({});
         EXPECT_TRUE(store().learn(suggestion, {}).empty());
         return store().learningStatus();
     };
-    EXPECT_EQ(statusAfter(same), "This correction is already saved.");
+    EXPECT_EQ(statusAfter(same), say::correctionAlreadySaved());
     EXPECT_EQ(statusAfter(different), existing);
     store().setEnabled(rule.id, false);
     EXPECT_EQ(statusAfter(same), existing);
@@ -229,7 +227,7 @@ TEST_F(CorrectionStoreTest, SaysWhyNothingWasLearned) {
     store().onLearningChanged = [&] { EXPECT_FALSE(store().learnsAutomatically()); };
     store().setLearnsAutomatically(false);
     store().remove(rule.id);
-    EXPECT_EQ(statusAfter(different), "");
+    EXPECT_TRUE(statusAfter(different).isEmpty());
     EXPECT_EQ(list(), "");
     EXPECT_FALSE(CorrectionStore(defaults, clock).learnsAutomatically());
     defaults.setString("learnCorrectionsAutomatically", "no");

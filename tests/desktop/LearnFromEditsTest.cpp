@@ -28,7 +28,7 @@ protected:
     std::string trail() const {
         std::string codes;
         for (const auto& event : corrections.learningEvents()) codes += event.code + " ";
-        return codes + "| " + corrections.learningStatus();
+        return codes + "| " + corrections.learningStatus().english();
     }
     // What the original is written as, by the rules as they stand.
     bool knows(const std::string& original, const std::string& replacement) const {
@@ -55,7 +55,7 @@ TEST_F(LearnFromEdits, AMendedWordBecomesARuleAndTheNextDictationComesOutRight) 
     ASSERT_TRUE(field);
     mend();
     ASSERT_TRUE(untilEvent("observer.saved")) << trail();
-    EXPECT_EQ(corrections.learningStatus(), "Remembered: nice → nise");
+    EXPECT_EQ(corrections.learningStatus(), say::remembered("nice → nise"));
     EXPECT_EQ(model->stage(), DictationStage::learned);
     EXPECT_EQ(model->message().english(), "nice → nise");
 
@@ -121,7 +121,7 @@ TEST_F(LearnFromEdits, NothingFromADeletedText) {
     user.tap(key::remove);
     EXPECT_TRUE(untilEvent("observer.cleared")) << trail();
     EXPECT_TRUE(hasEvent("observer.temporarilyEmpty"));
-    EXPECT_EQ(corrections.learningStatus(), "The field was cleared before a correction was saved.");
+    EXPECT_EQ(corrections.learningStatus(), say::fieldCleared());
 }
 
 TEST_F(LearnFromEdits, NothingFromAnEditElsewhereInTheField) {
@@ -129,8 +129,7 @@ TEST_F(LearnFromEdits, NothingFromAnEditElsewhereInTheField) {
     user.chord({key::leftControl}, key::end);
     user.type("s");
     EXPECT_TRUE(untilEvent("observer.surroundingChanged")) << trail();
-    EXPECT_EQ(corrections.learningStatus(),
-              "The surrounding text changed. Use Remember correction for this edit.");
+    EXPECT_EQ(corrections.learningStatus(), say::surroundingsChanged());
 }
 
 TEST_F(LearnFromEdits, NothingFromWhatTheProgramRewritesByItself) {

@@ -176,7 +176,7 @@ TEST_F(DictationTest, ARefusedInsertionLeavesTheTextOnTheClipboard) {
     EXPECT_EQ(pasteboard.text(), "Hello there");
     EXPECT_EQ(history.records().size(), 1u);
     EXPECT_TRUE(poster.posts.empty());
-    EXPECT_EQ(corrections.learningStatus(), say::learningNeedsPaste().english());
+    EXPECT_EQ(corrections.learningStatus(), say::learningNeedsPaste());
     scheduler.advance(12s);
     EXPECT_EQ(overlay, "hidden");
 
@@ -244,7 +244,7 @@ TEST_F(DictationTest, AnUnverifiedPasteIsSentAndSaysThatLearningCannotFollow) {
     poster.onPost = nullptr;
     dictateToTheEnd();
     EXPECT_EQ(model->stage(), Stage::success);
-    EXPECT_EQ(corrections.learningStatus(), say::textNotVerified("Editor").english());
+    EXPECT_EQ(corrections.learningStatus(), say::textNotVerified("Editor"));
     EXPECT_EQ(lastCode(), "paste.valueMismatch") << "no watch without a verified paste";
 }
 

@@ -103,12 +103,12 @@ TEST_F(InsertionTestTest, TriesTheLearningWhereThePasteCanBeReadAndSaysSoWhereIt
         scheduler.advance(2s);
         return corrections.learningStatus();
     };
-    EXPECT_EQ(statusAfterTest(), say::learningIn("Editor").english());
+    EXPECT_EQ(statusAfterTest(), say::learningIn("Editor"));
     EXPECT_EQ(fieldText(), "Dear This is a test for oxygen.");
     model->cancel();
     poster.onPost = nullptr;
     moveCaret();
-    EXPECT_EQ(statusAfterTest(), say::testCouldNotLearn().english());
+    EXPECT_EQ(statusAfterTest(), say::testCouldNotLearn());
     EXPECT_EQ(model->stage(), Stage::success);
 }
 

@@ -4,6 +4,7 @@
 
 #include "Quorvi/history/HistorySearch.h"
 #include "Quorvi/system/MemoryPreferences.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakePasteboard.h"
@@ -13,12 +14,6 @@
 
 namespace quorvi::test {
 namespace {
-
-constexpr auto couldNotBeOpened =
-    "Existing history could not be opened. It has been left untouched; new entries are available "
-    "for this session only.";
-constexpr auto couldNotBeSaved =
-    "History could not be saved on this Mac. Check available disk space and folder access.";
 
 class HistoryStoreTest : public testing::Test {
 protected:
@@ -152,13 +147,13 @@ TEST_F(HistoryStoreTest, AHistoryThatCannotBeReadIsNeverWritten) {
         settle();
         EXPECT_EQ(files.attempts, 0);
         EXPECT_EQ(files.files[path], content);
-        EXPECT_EQ(store->persistenceError(), couldNotBeOpened) << content;
+        EXPECT_EQ(store->persistenceError(), say::historyUnreadable()) << content;
     }
     try {
         HistoryFile(files, path).load();
         ADD_FAILURE();
     } catch (const std::exception& error) {
-        EXPECT_STREQ(error.what(), "This history file was created by a newer version of Quorvi.");
+        EXPECT_EQ(messageOf(error), say::historyFromNewerVersion());
     }
 }
 
@@ -167,7 +162,7 @@ TEST_F(HistoryStoreTest, OnlyTheLatestWriteIsReportedAndOvertakenOnesAreSkipped)
     files.full = true;
     dictate("one");
     settle();
-    EXPECT_EQ(store->persistenceError(), couldNotBeSaved);
+    EXPECT_EQ(store->persistenceError(), say::historyNotSaved());
     dictate("two");
     dictate("three");
     files.full = false;

@@ -10,6 +10,7 @@
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ModelText.h"
 #include "Quorvi/ui/widgets/Card.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/TextCorrections.h"
 
 namespace quorvi {
@@ -114,7 +115,7 @@ void CorrectionEditor::edited() {
         tr("That phrase does not match this transcript. The rule will still apply to "
            "future matches."));
     const bool bothGiven = !rule_.original.empty() && !rule_.replacement.empty();
-    error_->setText(problem && bothGiven ? modelText(*problem) : QString());
+    error_->setText(problem && bothGiven ? shown(*problem) : QString());
     error_->setVisible(!error_->text().isEmpty());
 }
 
@@ -128,7 +129,7 @@ void CorrectionEditor::save() {
     try {
         store_.save(rule_);
     } catch (const std::exception& error) {
-        error_->setText(modelText(error.what()));
+        error_->setText(shown(messageOf(error)));
         error_->setVisible(true);
         return;
     }

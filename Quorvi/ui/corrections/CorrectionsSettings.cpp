@@ -14,6 +14,7 @@
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ModelText.h"
 #include "Quorvi/ui/widgets/ProblemNote.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 
@@ -111,7 +112,7 @@ void CorrectionsSettings::addList() {
 
 void CorrectionsSettings::refresh() {
     learns_->show(store_.learnsAutomatically());
-    learningStatus_->setText(store_.learnsAutomatically() ? modelText(store_.learningStatus())
+    learningStatus_->setText(store_.learnsAutomatically() ? shown(store_.learningStatus())
                                                           : tr("Automatic learning is off."));
     const auto& persistence = store_.persistenceError();
     problem_->show(persistence ? persistence : refusal_);
@@ -167,7 +168,7 @@ void CorrectionsSettings::attempt(const std::function<void()>& change) {
     try {
         change();
     } catch (const std::exception& error) {
-        refusal_ = error.what();
+        refusal_ = messageOf(error);
         refresh();
     }
 }

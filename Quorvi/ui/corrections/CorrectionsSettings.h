@@ -5,7 +5,6 @@
 #include <QPushButton>
 #include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "Quorvi/ui/widgets/Card.h"
@@ -53,7 +52,7 @@ private:
     QPushButton* more_;
     std::vector<CorrectionRow*> rows_;
     std::size_t visible_;
-    std::optional<std::string> refusal_;  // why the last change was refused
+    std::optional<Message> refusal_;  // why the last change was refused
     Subscription changes_;
 };
 

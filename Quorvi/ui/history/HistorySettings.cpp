@@ -22,7 +22,7 @@ HistorySettings::HistorySettings(HistoryEnvironment environment)
                                  })),
       tasks_(environment_.scheduler) {
     for (const auto retention : allTranscriptRetentions)
-        retention_->addItem(modelText(title(retention)));
+        retention_->addItem(shown(title(retention)));
     auto* label = bodyText(tr("Keep transcript text"));
     label->setWordWrap(false);
     label->setBuddy(retention_);

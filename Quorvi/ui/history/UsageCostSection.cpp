@@ -14,7 +14,7 @@ namespace quorvi {
 
 PeriodPicker::PeriodPicker(const QString& accessibleName, UsagePeriod period)
     : Picker(accessibleName) {
-    for (const auto one : allUsagePeriods) addItem(modelText(rawValue(one)));
+    for (const auto one : allUsagePeriods) addItem(shown(title(one)));
     setCurrentIndex(static_cast<int>(period));
 }
 

@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t shownDays = 14;
 
 QString periodLabel(UsagePeriod period) {
-    return modelText(rawValue(period));
+    return shown(title(period));
 }
 
 // Days of the user's calendar as QDate.

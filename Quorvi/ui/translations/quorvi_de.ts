@@ -1462,6 +1462,22 @@
         <source>There is not enough memory to read the update feed.</source>
         <translation>Der Speicher reicht nicht aus, um den Update-Feed zu lesen.</translation>
     </message>
+    <message>
+        <source>Quorvi {version} can&apos;t be downloaded: its address is not a secure one (https).</source>
+        <translation>Quorvi {version} kann nicht heruntergeladen werden: Die Adresse ist keine sichere (https).</translation>
+    </message>
+    <message>
+        <source>Quorvi {version} can&apos;t be downloaded: it is not signed.</source>
+        <translation>Quorvi {version} kann nicht heruntergeladen werden: Es ist nicht signiert.</translation>
+    </message>
+    <message>
+        <source>Quorvi {version} can&apos;t be downloaded: the update feed doesn&apos;t say how large it is.</source>
+        <translation>Quorvi {version} kann nicht heruntergeladen werden: Der Update-Feed nennt keine Größe.</translation>
+    </message>
+    <message>
+        <source>Quorvi {version} can&apos;t be downloaded: it is too large.</source>
+        <translation>Quorvi {version} kann nicht heruntergeladen werden: Es ist zu groß.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>

@@ -1462,6 +1462,22 @@
         <source>There is not enough memory to read the update feed.</source>
         <translation>Δεν υπάρχει αρκετή μνήμη για την ανάγνωση της ροής ενημερώσεων.</translation>
     </message>
+    <message>
+        <source>Quorvi {version} can&apos;t be downloaded: its address is not a secure one (https).</source>
+        <translation>Η λήψη του Quorvi {version} δεν είναι δυνατή: η διεύθυνσή του δεν είναι ασφαλής (https).</translation>
+    </message>
+    <message>
+        <source>Quorvi {version} can&apos;t be downloaded: it is not signed.</source>
+        <translation>Η λήψη του Quorvi {version} δεν είναι δυνατή: δεν είναι υπογεγραμμένο.</translation>
+    </message>
+    <message>
+        <source>Quorvi {version} can&apos;t be downloaded: the update feed doesn&apos;t say how large it is.</source>
+        <translation>Η λήψη του Quorvi {version} δεν είναι δυνατή: η ροή ενημερώσεων δεν αναφέρει το μέγεθός του.</translation>
+    </message>
+    <message>
+        <source>Quorvi {version} can&apos;t be downloaded: it is too large.</source>
+        <translation>Η λήψη του Quorvi {version} δεν είναι δυνατή: είναι πολύ μεγάλο.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>

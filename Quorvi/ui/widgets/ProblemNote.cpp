@@ -18,8 +18,8 @@ ProblemNote::ProblemNote() : text_(bodyText()) {
     hide();
 }
 
-void ProblemNote::show(const std::optional<std::string>& problem) {
-    if (problem) text_->setText(modelText(*problem));
+void ProblemNote::show(const std::optional<Message>& problem) {
+    if (problem) text_->setText(shown(*problem));
     setVisible(problem.has_value());
 }
 

@@ -3,7 +3,8 @@
 #include <QLabel>
 #include <QWidget>
 #include <optional>
-#include <string>
+
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
@@ -11,7 +12,7 @@ namespace quorvi {
 class ProblemNote : public QWidget {
 public:
     ProblemNote();
-    void show(const std::optional<std::string>& problem);
+    void show(const std::optional<Message>& problem);
 
 private:
     QLabel* text_;

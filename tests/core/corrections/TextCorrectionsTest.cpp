@@ -19,11 +19,11 @@ TextCorrection rule(std::string original, std::string replacement) {
 }
 
 TEST(TextCorrection, SaysWhatIsWrongWithAPhrase) {
-    const std::string missing = "Enter both the recognized phrase and its replacement.";
-    const std::string tooLong = "Keep each phrase within 160 characters.";
+    const auto missing = say::correctionIncomplete();
+    const auto tooLong = say::correctionTooLong();
     const struct {
         std::string original, replacement;
-        std::optional<std::string> expected;
+        std::optional<Message> expected;
     } rows[] = {
         {" \t\u2003\n", std::string(200, 'x'), missing},
         {"x", "\u0085", missing},

@@ -38,7 +38,7 @@ struct Application {
         EXPECT_TRUE(until(scheduler, [this] { return !store.isLoading(); }));
     }
     // One dictation, and the outcome of its being written.
-    std::optional<std::string> dictate(const std::string& text) {
+    std::optional<Message> dictate(const std::string& text) {
         store.record(text, 1, "Mail", "automatic", TranscriptionModel::mini, scheduler.date());
         store.flush();
         bool turned = false;

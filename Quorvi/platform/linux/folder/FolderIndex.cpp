@@ -43,7 +43,7 @@ void FolderIndex::startGeneration(Zone& zone, std::uint32_t generation) {
 
 void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
     auto& writer = machines_[place.machine];
-    if (entry.kind == Entry::Kind::end) {  // its number is that of another entry, or of none
+    if (entry.kind == Entry::Kind::end) {  // has no number of its own
         writer.covered = std::max(writer.covered, entry.number);
         return;
     }
@@ -87,14 +87,15 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
             writer.items.push_back(item);
             break;
         case Entry::Kind::record: {
-            // Its zone's making may be in a log that has not come yet.
+            // The entry that made the zone may be in a log that has not arrived.
             if (entry.generation > zone.generation) startGeneration(zone, entry.generation);
             item.isRecord = true;
             if (entry.parent) {
                 item.parentMachine = machineNumber(entry.parent->machine);
                 item.parentNumber = entry.parent->number;
             }
-            auto& items = machines_[place.machine].items;  // numbering may have moved `writer`
+            auto& items =
+                machines_[place.machine].items;  // machineNumber() may have invalidated `writer`
             const auto at = static_cast<std::uint32_t>(items.size());
             items.push_back(item);
             if (!zone.exists() || entry.generation != zone.generation) {
@@ -107,7 +108,7 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
             break;
         }
         default:
-            break;  // of a later version of this program
+            break;  // written by a later version of this program
     }
 }
 

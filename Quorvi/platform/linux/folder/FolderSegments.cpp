@@ -24,7 +24,7 @@ constexpr std::string_view extension = ".log";
 constexpr std::size_t digits = 8;
 constexpr std::size_t readAhead = 1 << 20;
 
-// Calls `visit` with each name in the folder; false when it can't be opened.
+// Calls `visit` with each name in the folder; returns false if it cannot be opened.
 bool forEachName(const std::filesystem::path& folder,
                  const std::function<void(const char*)>& visit) {
     const std::unique_ptr<DIR, int (*)(DIR*)> opened(::opendir(folder.c_str()), ::closedir);
@@ -33,7 +33,7 @@ bool forEachName(const std::filesystem::path& folder,
     return true;
 }
 
-// As many of the bytes as there are; nothing when they can't be read.
+// Reads up to `size` bytes and returns how many; nullopt on an error.
 std::optional<std::size_t> readAt(int file, char* to, std::size_t size, std::uint64_t offset) {
     std::size_t done = 0;
     while (done < size) {
@@ -106,7 +106,7 @@ void FolderSegments::readMachine(const Uuid& id) {
     const auto machine = index_.machineNumber(id);
     auto& segments = segments_[machine];
     list(machine, segments);
-    // A segment may have waited for what another one holds.
+    // A segment may have waited for the content of another one.
     for (bool more = true; more;) {
         more = false;
         for (auto& [number, segment] : segments)
@@ -130,19 +130,19 @@ void FolderSegments::list(std::uint32_t machine, Segments& segments) {
         segment.size = size;
         segment.changed = changed;
     };
-    if (!forEachName(folder, visit)) return;  // a machine whose folder is gone, or not there yet
+    if (!forEachName(folder, visit)) return;  // the folder of the machine is missing
     std::erase_if(segments, [&](const auto& one) {
         return std::find(present.begin(), present.end(), one.first) == present.end();
     });
 }
 
-// Returns whether anything was taken in.
+// Returns whether new entries were indexed.
 bool FolderSegments::parse(std::uint32_t machine, std::uint32_t number, Segment& segment) {
     const auto path = pathOf(machine, number);
     const Descriptor file(openToRead(path));
     if (!file) {
         segment.isNew = false;
-        segment.changed = 0;  // look again
+        segment.changed = 0;  // retry later
         return false;
     }
     std::string bytes(readAhead, '\0');
@@ -156,11 +156,12 @@ bool FolderSegments::parse(std::uint32_t machine, std::uint32_t number, Segment&
             return false;
         }
     }
-    if (*segment.start > index_.machine(machine).covered + 1) return false;  // something is missing
+    if (*segment.start > index_.machine(machine).covered + 1)
+        return false;  // an earlier segment is missing
     segment.isNew = false;
 
     const auto begin = segment.parsed;
-    std::size_t kept = 0;  // bytes of an entry that is not whole yet
+    std::size_t kept = 0;  // size of the incomplete entry at the end
     for (;;) {
         const auto at = segment.parsed;
         const auto got = readAt(file.get(), bytes.data() + kept, bytes.size() - kept, at + kept);
@@ -183,7 +184,7 @@ bool FolderSegments::parse(std::uint32_t machine, std::uint32_t number, Segment&
             rest.remove_prefix(size);
         }
         if (isEnd) break;
-        // A body may be longer than what was read at once.
+        // A body may be longer than the buffer.
         kept = rest.size();
         std::copy(rest.begin(), rest.end(), bytes.begin());
         if (kept == bytes.size()) bytes.resize(bytes.size() * 2);
