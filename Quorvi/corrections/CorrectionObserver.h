@@ -17,40 +17,39 @@
 
 namespace quorvi {
 
-// Watches for up to a minute what the user makes of a verified paste, and hands a small spelling
-// fix to the store once the user has paused. Main thread; the field is read on the executor, one
-// read at a time and never while learning is off. Destroying the observer abandons the watch and
-// any read that is still on its way.
+// Watches the field of a verified paste for up to a minute and gives small spelling fixes to the
+// store once the user pauses. Main thread; reads the field on the executor, one read at a time and
+// never while learning is off. The destructor abandons the watch and any pending read.
 class CorrectionObserver {
 public:
-    // Reads the text of a field, nothing when it can't or mustn't be read. Called on the executor,
-    // possibly after the observer is gone.
+    // Returns the text of a field; nullopt if it cannot or must not be read. Called on the
+    // executor, possibly after the observer is destroyed.
     using ReadField =
         std::function<std::optional<std::string>(const InsertionTarget&, bool requireFocus)>;
     using IsFrontmost = std::function<bool(pid_t)>;
-    using Now = std::function<TimePoint()>;  // monotonic, so that no clock change ends a watch
+    using Now = std::function<TimePoint()>;  // monotonic, so that clock changes do not end a watch
 
-    // Without `now` the scheduler's time counts.
+    // `now` defaults to the time of the scheduler.
     CorrectionObserver(Scheduler& scheduler, Executor& queries, ReadField readField,
                        IsFrontmost isFrontmost, Now now = {});
     ~CorrectionObserver();
 
-    // Begins to watch, after a last look at a watch that is still on. Does nothing more when
-    // learning is off. `runTimer` false leaves the sampling to the caller. The store outlives the
+    // Starts a watch; one that is still running ends with a last read. Does nothing else if
+    // learning is off. With `runTimer` false the caller calls sample(). The store outlives the
     // observer.
     void start(const CorrectionContext& context, const InsertionTarget& target,
                CorrectionStore& store, std::vector<TextCorrection> appliedRules, bool runTimer,
                std::function<std::uint64_t()> inputGeneration);
 
-    // Ends the watch. With `remember`, and if the user has typed or clicked since it began, after a
-    // last look at what became of the text. That runs by itself; the caller may wait for its end
-    // (`if (auto ending = observer.stop(true)) co_await *ending;`).
+    // Ends the watch. With `remember`, and if the user typed or clicked since the start, reads the
+    // field a last time. That happens on its own; await the returned task only to wait for it (`if
+    // (auto ending = observer.stop(true)) co_await *ending;`).
     std::optional<Task<void>> stop(bool remember);
 
-    // One look at the field. Throws nothing but Cancelled, when `stopped` is triggered.
+    // Reads the field once. Throws only Cancelled, if stopped.
     Task<void> sample(std::stop_token stopped = {});
 
-    // Whether nothing is watched and no last look is still to end.
+    // Whether there is neither a watch nor a pending last read.
     bool isIdle() const { return !session_ && tasks_.isEmpty(); }
 
 private:

@@ -11,8 +11,8 @@
 
 namespace quorvi {
 
-// One entry of the diagnostic log of automatic learning: what happened and how much of it, never
-// what was said. A value.
+// One entry of the diagnostic log of automatic learning: what happened and how often, never any
+// dictated text.
 struct LearningEvent {
     using Counts = std::map<std::string, std::int64_t>;
 
@@ -24,8 +24,8 @@ struct LearningEvent {
     bool operator==(const LearningEvent&) const = default;
 };
 
-// The JSON form of the log, keys sorted. Decoding fails as a whole when anything is missing or of
-// the wrong type.
+// The JSON form of the log, keys sorted. Decoding returns nullopt if anything is missing or of the
+// wrong type.
 std::string encodeLearningEvents(const std::vector<LearningEvent>& events);
 std::optional<std::vector<LearningEvent>> decodeLearningEvents(std::string_view json);
 

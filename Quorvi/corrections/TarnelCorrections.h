@@ -6,8 +6,8 @@
 
 namespace quorvi {
 
-// The rules that the product brings along: how the speech service spells the brand word in Greek
-// letters. Their ids are the same on every machine, so synchronised lists hold them once.
+// The built-in rules: how the speech service spells the brand name in Greek letters. Their ids are
+// the same on every machine, so synchronised lists contain them once.
 std::vector<TextCorrection> tarnelCorrections(Date now);
 
 }  // namespace quorvi

@@ -7,7 +7,7 @@
 
 namespace quorvi {
 
-// The records of one day of a list.
+// The records of one day.
 struct HistoryDay {
     Date date;  // the start of the day
     std::vector<DictationRecord> entries;
@@ -15,7 +15,7 @@ struct HistoryDay {
     bool operator==(const HistoryDay&) const = default;
 };
 
-// The first `count` of what was found, by day: the newest day first, in it the newest record.
+// Groups the first `count` matches by day: newest day first, and newest record first within a day.
 std::vector<HistoryDay> historyDays(const HistoryMatches& matches, std::size_t count,
                                     const Calendar& calendar);
 

@@ -10,8 +10,8 @@
 
 namespace quorvi {
 
-// The sums that the pages show, taken in the background: of years of dictations they take some ten
-// milliseconds after a change, and nothing otherwise. Main thread; what it is given outlives it.
+// Computes the usage figures of the pages in the background: after a change about ten milliseconds
+// for years of dictations, otherwise nothing. Main thread; executor and scheduler outlive it.
 class HistoryFigures {
 public:
     struct Sums {
@@ -22,7 +22,7 @@ public:
     HistoryFigures(Executor& executor, Scheduler& scheduler)
         : executor_(executor), scheduler_(scheduler) {}
 
-    // Throws Cancelled when a newer question has made this one pointless.
+    // Throws Cancelled if stopped.
     Task<Sums> of(DictationRecords records, UsagePeriod period, Date now, Calendar calendar,
                   std::stop_token stop);
 

@@ -7,20 +7,20 @@
 
 namespace quorvi {
 
-// The history document on the disk. Each operation blocks, so it runs on an executor; not two at a
-// time. The FileStore outlives the object.
+// The history document on disk. Operations block, so they run on an executor, one at a time. The
+// FileStore outlives the object.
 class HistoryFile {
 public:
     HistoryFile(FileStore& store, std::filesystem::path path)
         : store_(store), path_(std::move(path)) {}
 
-    // The records, newest first; none when there is no file. Throws std::system_error when it can't
-    // be read, HistoryFormatError when it is no history, and QuorviError when a newer version of
-    // the program has written it.
+    // Returns the records, newest first; an empty list if there is no file. Throws
+    // std::system_error if the file cannot be read, HistoryFormatError if it is malformed, and
+    // QuorviError if a newer version of the program wrote it.
     DictationRecords load() const;
 
     // Replaces the document durably. Throws std::system_error, or HistoryFormatError for a record
-    // that can't be written; the old document is then still there.
+    // that cannot be encoded; then the old document is unchanged.
     void save(const DictationRecords& records) const;
 
 private:

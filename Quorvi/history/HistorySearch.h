@@ -12,30 +12,28 @@
 
 namespace quorvi {
 
-// The search of the history page. Folding all texts takes a second or two after a start and is done
-// in the background; a search of a folded history takes some milliseconds, there too. Main thread;
-// what it is given outlives it.
+// Searches the history in the background. Folding all texts takes a second or two after a start; a
+// search of folded texts takes a few milliseconds. Main thread; executor and scheduler outlive it.
 class HistorySearch {
 public:
     HistorySearch(Executor& executor, Scheduler& scheduler)
         : executor_(executor), scheduler_(scheduler), tasks_(scheduler) {}
 
-    // Folds what is new in the records, so that the next search need not wait for it. A list that
-    // is being folded when a newer one comes is given up, without losing what is done.
+    // Folds new records, so that the next search does not wait for it. Cancels the folding of an
+    // older list, keeping the chunks that are done.
     void prepare(const DictationRecords& records);
 
-    // The records with a text that match; throws Cancelled when a newer query has made this one
-    // pointless.
+    // Returns the matching records with a text. Throws Cancelled if stopped.
     Task<HistoryMatches> find(DictationRecords records, std::string query, std::stop_token stop);
 
-    // The same at once, when the records are folded already.
+    // Searches synchronously if the records are already folded; otherwise returns nullopt.
     std::optional<HistoryMatches> findNow(const DictationRecords& records,
                                           std::string_view query) const;
 
 private:
     // Shared with the jobs, which run one at a time.
     struct State {
-        HistoryIndex index;  // the executor's
+        HistoryIndex index;  // used on the executor only
     };
 
     Task<void> fold(DictationRecords records, std::stop_token stop);
@@ -43,7 +41,7 @@ private:
     Executor& executor_;
     Scheduler& scheduler_;
     std::shared_ptr<State> state_ = std::make_shared<State>();
-    HistoryIndex index_;  // the last that was folded, for this thread
+    HistoryIndex index_;  // the last folded one, for the main thread
     TaskHandle folding_;
     TaskScope tasks_;
 };

@@ -11,22 +11,22 @@
 
 namespace quorvi {
 
-// Writes snapshots of the history in the background, each as a whole and one at a time. A snapshot
-// that a newer one overtakes before its turn is not written. save() and flush() belong to the main
-// thread. Jobs that are left when the writer is destroyed are still done.
+// Writes snapshots of the history in the background, one at a time. Skips a snapshot if a newer one
+// arrives before its turn. save() and flush() are for the main thread. Scheduled writes still
+// happen after the writer is destroyed.
 class HistoryWriter {
 public:
-    // Called on the thread that wrote, with the number of the snapshot.
+    // Called on the writing thread with the number of the snapshot.
     using Outcome = std::function<void(std::uint64_t revision, bool saved)>;
 
     HistoryWriter(HistoryFile file, Executor& executor, Outcome outcome);
 
     void save(DictationRecords records, std::uint64_t revision);
 
-    // Blocks until the last snapshot is on the disk, or has failed. Writes it here when the
-    // executor has not come to it.
+    // Blocks until the last snapshot is written or has failed. Writes it on the calling thread if
+    // the executor has not started.
     void flush();
-    // The same for any thread, also after the writer is gone; false when it has failed.
+    // The same for any thread, also after the writer is destroyed; returns false on failure.
     std::function<bool()> flusher() const;
 
 private:

@@ -7,9 +7,9 @@
 
 namespace quorvi {
 
-// The user's calendar, which changes while the program runs: people travel. Finding the system's
-// time zone reads files, so get() answers with what was found last and, when that is some time ago,
-// has it looked up again in the background. Main thread; what it is given outlives it.
+// The calendar of the user, which may change while the program runs (travel). Looking up the time
+// zone reads files, so get() returns the last result and refreshes it in the background when it is
+// old. Main thread; executor and scheduler outlive it.
 class SystemCalendar {
 public:
     SystemCalendar(Executor& executor, Scheduler& scheduler);

@@ -8,7 +8,7 @@ namespace quorvi {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// The same bytes as characters; valid as long as they are.
+// Views the bytes as characters; valid as long as they are.
 inline std::string_view textOf(const Bytes& bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }

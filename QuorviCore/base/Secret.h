@@ -8,8 +8,8 @@
 
 namespace quorvi {
 
-// A secret that is overwritten as soon as nobody holds it any more. It moves and is never copied,
-// and what it is made from is overwritten too.
+// A secret in memory that is overwritten when its owner is destroyed. Move-only; the source of a
+// move or a construction is overwritten too.
 class Secret {
 public:
     Secret() = default;

@@ -12,8 +12,8 @@
 
 namespace quorvi {
 
-// An immutable text that its copies share: as large as a pointer, and cheap to copy on any thread.
-// For what is held by the hundred thousand. Equality is of the bytes.
+// An immutable byte string with shared ownership: as large as a pointer and cheap to copy, on any
+// thread. For values that are held by the hundred thousand. Compares bytes.
 class SharedString {
 public:
     SharedString() = default;
@@ -39,7 +39,7 @@ public:
     bool empty() const noexcept { return !block_; }
     std::size_t size() const noexcept { return view().size(); }
 
-    // Whether both are copies of one string, which is quicker to see than that they are equal.
+    // Whether both share one block; cheaper than comparing.
     bool isSharedWith(const SharedString& other) const noexcept { return block_ == other.block_; }
 
     friend bool operator==(const SharedString& a, const SharedString& b) noexcept {
@@ -67,7 +67,7 @@ private:
     }
     void release() noexcept;
 
-    Block* block_ = nullptr;  // none for the empty text
+    Block* block_ = nullptr;  // nullptr for the empty text
 };
 
 }  // namespace quorvi

@@ -5,8 +5,8 @@
 
 namespace quorvi {
 
-// Overwrites a secret before its memory is given back. The writes are volatile, so that a compiler
-// that sees the memory die doesn't leave them out.
+// Overwrites a secret before its memory is freed. The writes are volatile, so the compiler cannot
+// remove them.
 inline void wipe(char* data, std::size_t size) {
     volatile char* byte = data;
     for (std::size_t i = 0; i < size; ++i) byte[i] = 0;

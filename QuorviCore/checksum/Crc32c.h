@@ -5,8 +5,8 @@
 
 namespace quorvi {
 
-// The CRC-32C (Castagnoli) checksum of the bytes. `previous` is the checksum of bytes that stand
-// before them, so that a text can be checked piece by piece. Thread-safe.
+// Returns the CRC-32C (Castagnoli) checksum of the bytes. To checksum data in pieces, pass the
+// checksum of the preceding bytes as `previous`. Thread-safe.
 std::uint32_t crc32c(std::string_view bytes, std::uint32_t previous = 0);
 
 }  // namespace quorvi

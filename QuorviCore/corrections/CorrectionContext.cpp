@@ -7,7 +7,7 @@ namespace quorvi {
 
 namespace {
 
-// A byte never stands for more than one unit, so most fields need no counting.
+// A byte is at most one unit, so most fields need no counting.
 bool isWithinLimit(std::string_view field) {
     return field.size() <= static_cast<std::size_t>(CorrectionContext::fieldLimit) ||
            text::utf16Length(field) <= CorrectionContext::fieldLimit;
@@ -31,7 +31,7 @@ std::optional<Surroundings> surroundings(std::string_view field, Utf16Range sele
     return Surroundings{field.substr(0, *begin), field.substr(end)};
 }
 
-// What lies between whole leading and trailing characters of the field, compared as bytes.
+// Returns the text between the shared whole characters at both ends, compared as bytes.
 std::optional<std::string_view> between(std::string_view field, std::string_view prefix,
                                         std::string_view suffix) {
     if (field.size() < prefix.size() + suffix.size()) return std::nullopt;
@@ -72,8 +72,8 @@ std::optional<CorrectionContext> CorrectionContext::verified(
 std::optional<std::string> CorrectionContext::editedTranscript(std::string_view field) const {
     if (!isWithinLimit(field)) return std::nullopt;
     if (const auto edited = between(field, prefix_, suffix_)) return std::string(*edited);
-    // The application may have stored an equivalent form of the text it was given. Byte-equal text
-    // of which the ends do not coincide with characters is refused in Form C as well.
+    // The application may have stored an equivalent form of the text. Byte-equal text whose ends
+    // are not at character boundaries is refused in Form C too.
     const std::string normalized = text::toNfc(field);
     const std::string prefix = text::toNfc(prefix_);
     const std::string suffix = text::toNfc(suffix_);

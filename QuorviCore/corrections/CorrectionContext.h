@@ -8,18 +8,20 @@
 
 namespace quorvi {
 
-// The text of a field around a pasted transcript. An immutable value; all operations are pure and
-// thread-safe. Texts are UTF-8, positions UTF-16, comparisons canonical equivalence.
+// The text of a field around a pasted transcript. Immutable; thread-safe. Texts are UTF-8,
+// positions UTF-16, comparison by canonical equivalence.
 class CorrectionContext {
 public:
     static constexpr std::int64_t fieldLimit = 100'000;  // UTF-16 code units
 
-    // The context of pasting `transcript` over `selection` of the field; nothing when the field is
-    // over the limit, the transcript empty, or the range not one of whole characters in the field.
+    // Returns the context of pasting `transcript` over `selection`; nullopt if the field exceeds
+    // the limit, the transcript is empty, or the range is not within the field or splits a
+    // character.
     static std::optional<CorrectionContext> make(std::string_view fieldBefore, Utf16Range selection,
                                                  std::string transcript);
 
-    // Whether a field read after the paste shows the transcript where it was expected.
+    // Returns the context if the field, as read after the paste, has the transcript at the expected
+    // place; otherwise nullopt.
     static std::optional<CorrectionContext> verified(const std::optional<std::string>& fieldBefore,
                                                      const std::optional<Utf16Range>& selection,
                                                      std::string transcript,
@@ -30,8 +32,8 @@ public:
     const std::string& suffix() const { return suffix_; }
     std::string expectedField() const { return prefix_ + transcript_ + suffix_; }
 
-    // What the user has made of the transcript in a later state of the field (possibly empty);
-    // nothing when the text around it has changed too.
+    // Returns what the transcript has become in a later state of the field, possibly empty; nullopt
+    // if the text around it has changed too.
     std::optional<std::string> editedTranscript(std::string_view field) const;
 
     bool operator==(const CorrectionContext&) const = default;

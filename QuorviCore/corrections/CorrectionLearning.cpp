@@ -34,7 +34,7 @@ bool hasWordAt(std::string_view s, std::size_t offset, std::size_t limit) {
     return offset < limit && text::isWordCharacter(s, offset);
 }
 
-// Gives back shared characters for as long as they belong to a word that the change cuts.
+// Shrinks the shared parts to whole words.
 void widenToWords(std::string_view a, std::string_view b, SharedEnds& shared) {
     while (shared.start > 0) {
         const std::size_t before = text::previousCharacter(a, shared.start);
@@ -53,7 +53,7 @@ void widenToWords(std::string_view a, std::string_view b, SharedEnds& shared) {
     }
 }
 
-// The words that differ between two texts in Form C.
+// Returns the words that differ between two texts in Form C.
 Change changedWords(std::string_view a, std::string_view b) {
     SharedEnds shared{.start = text::sharedStart(a, b), .end = 0};
     shared.end = text::sharedEnd(a, b, shared.start);
@@ -70,7 +70,7 @@ bool isLearnable(std::string_view phrase) {
            text::containsLetter(phrase);
 }
 
-// The letters and numbers of a phrase without case, accents and script.
+// Returns the letters and numbers of a phrase without case, accents and script.
 std::string comparisonKey(std::string_view phrase) {
     return text::withoutDiacritics(TextCorrection::matchKey(text::toLatin(phrase)));
 }
@@ -115,7 +115,7 @@ std::optional<TextCorrection> CorrectionLearning::suggestion(std::string_view or
                         .learnedAutomatically = true,
                         .updatedAt = now};
     if (rule.validationMessage()) return std::nullopt;
-    // Refuses what the rule would change elsewhere, and what whole words cannot express.
+    // Refuses rules that would change other text, and edits that whole words cannot express.
     if (text::toNfc(TextCorrections({rule}).apply(a)) != b) return std::nullopt;
     return rule;
 }

@@ -11,11 +11,11 @@ namespace quorvi {
 // Compares a transcript as pasted with the transcript as the user has edited it. Pure and
 // thread-safe.
 struct CorrectionLearning {
-    // The rule that one small spelling fix teaches, or nothing.
+    // Returns the rule that one small spelling fix teaches; nullopt for any other edit.
     static std::optional<TextCorrection> suggestion(std::string_view original,
                                                     std::string_view edited, Date now);
 
-    // Whether `to` is a small respelling of `from`, also across scripts.
+    // Whether `to` is a small respelling of `from`, also in another script.
     static bool resemblesSpellingChange(std::string_view from, std::string_view to);
 };
 

@@ -50,7 +50,7 @@ void PhraseTrie::insert(const text::Tokens& phrase, std::uint32_t rule) {
     }
     if (nodes_[node].rule != none) return;
     nodes_[node].rule = rule;
-    // A second match can begin inside the first one only where its first token stands again.
+    // Matches can overlap only if the first token recurs within the phrase.
     if (firstReturns) nodes_[node].overlap = overlapCount_++;
 }
 

@@ -9,8 +9,8 @@
 
 namespace quorvi {
 
-// An open-addressed hash table from a hash to numbers below 2^32; the caller tells equal hashes
-// apart. Insertion only.
+// An open-addressed hash table from hashes to numbers below 2^32. The caller resolves collisions.
+// Insert-only.
 class HashIndex {
 public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
@@ -42,8 +42,8 @@ private:
     std::size_t count_ = 0;
 };
 
-// The phrases of a rule list as one trie over tokens. White space is no token of its own: a step
-// knows whether white space comes before its token. Built once, then only read, by any thread.
+// The phrases of a rule list as a trie over tokens. White space is not a token: a step records
+// whether its token follows white space. Built once; then immutable and thread-safe.
 class PhraseTrie {
 public:
     static constexpr std::uint32_t none = HashIndex::none;
@@ -57,16 +57,16 @@ public:
 
     void reserve(std::size_t phrases);
 
-    // The phrase has at least one token. Of equal phrases the first one inserted stays.
+    // Inserts a phrase of at least one token. The first of equal phrases stays.
     void insert(const text::Tokens& phrase, std::uint32_t rule);
 
-    // The number by which the trie knows a token, or none.
+    // Returns the number of a token in the trie; `none` if it is unknown.
     std::uint32_t tokenNumber(const text::Tokens& text, const text::Token& token) const {
         return tokenIndex_.find(token.hash, [&](std::uint32_t n) {
             return spelling(tokens_[n]) == text.folded(token);
         });
     }
-    // The node of the phrases that begin with a token, or none.
+    // Returns the node for phrases that begin with the token, or `none`.
     std::uint32_t root(std::uint32_t token) const { return tokens_[token].root; }
     std::uint32_t child(std::uint32_t node, std::uint32_t token, bool followsSpace) const {
         const std::uint32_t step = stepOf(token, followsSpace);
@@ -76,7 +76,7 @@ public:
     }
     const Node& node(std::uint32_t n) const { return nodes_[n]; }
 
-    // Phrases of which two matches can overlap are numbered from 0 in Node::overlap.
+    // Phrases whose matches can overlap are numbered from 0 in Node::overlap.
     std::uint32_t overlapCount() const { return overlapCount_; }
 
 private:

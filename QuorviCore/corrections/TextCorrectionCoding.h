@@ -9,10 +9,10 @@
 
 namespace quorvi {
 
-// The JSON form of rules, as they are stored and synchronised: keys sorted, no white space, so
-// equal rules give identical bytes. Encoding throws QuorviError for a date that is not a finite
-// number; malformed UTF-8 is written as U+FFFD. Decoding fails as a whole when anything is missing,
-// of the wrong type or not well-formed; unknown keys are ignored.
+// The JSON form of rules in storage and synchronisation: sorted keys and no white space, so that
+// equal rules have equal bytes. Encoding throws QuorviError if a date is not finite; malformed
+// UTF-8 becomes U+FFFD. Decoding returns nullopt if anything is missing, of the wrong type or
+// malformed; unknown keys are ignored.
 std::string encodeCorrection(const TextCorrection& rule);
 std::string encodeCorrections(const std::vector<TextCorrection>& rules);
 

@@ -21,7 +21,7 @@ struct Applied {
     std::size_t idHash;
 };
 
-// Kept for each thread, since fresh pages cost more than the work on them.
+// Reused per thread, because fresh memory pages cost more than the work itself.
 struct Scratch {
     text::Tokens tokens;
     std::vector<std::uint32_t> numbers;  // of the tokens, as the trie knows them
@@ -35,8 +35,8 @@ Scratch& scratch() {
     return kept;
 }
 
-// The matches of all phrases in one text, from left to right. A phrase matches whole words only: a
-// letter, mark, number or underscore may stand neither before nor behind it.
+// Finds the matches of all phrases in a text, from left to right. A phrase matches whole words
+// only: no letter, mark, number or underscore may precede or follow it.
 class Matcher {
 public:
     Matcher(const PhraseTrie& phrases, Scratch& s)
@@ -48,14 +48,14 @@ public:
 
     struct Match {
         std::uint32_t rule = PhraseTrie::none;
-        std::size_t end = 0;  // token behind it
+        std::size_t end = 0;  // index of the next token
     };
 
-    // Whether text that a match has taken must be searched as well: there a phrase can have a match
-    // that excludes a later one of its own.
+    // Whether matched text must be searched as well, because a phrase can have a match there that
+    // excludes a later match of the same phrase.
     bool looksInsideMatches() const { return !ends_.empty(); }
 
-    // The longest match that begins at a token.
+    // Returns the longest match that begins at the token.
     Match longestAt(std::size_t start) {
         Match best;
         if (numbers_[start] == PhraseTrie::none || joinsWord(start)) return best;
@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    // Whether a symbol at `at` stands directly behind a word.
+    // Whether the symbol at `at` directly follows a word.
     bool joinsWord(std::size_t at) const {
         return at > 0 && tokens_[at - 1].isWord && !tokens_[at].isWord && !tokens_[at].followsSpace;
     }
@@ -137,7 +137,7 @@ TextCorrections::Result TextCorrections::applying(std::string_view transcript) c
     const auto tokens = s.tokens.all();
     Matcher matcher(prepared_->phrases, s);
     Result result;
-    std::size_t copied = 0;  // bytes of the text that the output covers
+    std::size_t copied = 0;  // bytes of the text that are in the output
     std::size_t cursor = 0;  // the token behind the last replaced match
     for (std::size_t i = 0; i < tokens.size(); ++i) {
         const auto match = matcher.longestAt(i);

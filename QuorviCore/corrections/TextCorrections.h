@@ -9,9 +9,8 @@
 
 namespace quorvi {
 
-// An ordered, immutable list of rules, prepared once so that applying it to a transcript costs
-// nearly the same for ten rules and for ten thousand. The position of a rule is its priority: a
-// lower index wins ties. Copies share the prepared form. Thread-safe.
+// An immutable list of rules in order of priority, prepared so that applying ten thousand rules
+// costs little more than applying ten. Copies share the prepared form. Thread-safe.
 class TextCorrections {
 public:
     struct Result {
@@ -24,11 +23,11 @@ public:
 
     const std::vector<TextCorrection>& rules() const;
 
-    // Whether both are copies of one list, which is quicker to see than that they are equal.
+    // Whether both are copies of one list; cheaper than comparing.
     bool isSharedWith(const TextCorrections& other) const { return prepared_ == other.prepared_; }
 
-    // The corrected text and the rules that changed it. The text comes back byte for byte when no
-    // rule matches, else in Form C.
+    // Returns the corrected text and the rules that changed it. The text is returned byte for byte
+    // if no rule matches, otherwise in Form C.
     Result applying(std::string_view transcript) const;
     std::string apply(std::string_view transcript) const { return applying(transcript).text; }
 

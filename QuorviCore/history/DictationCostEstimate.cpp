@@ -27,7 +27,7 @@ DictationCostEstimate makeEstimate(TranscriptionModel model) {
 }  // namespace
 
 DictationCostEstimate DictationCostEstimate::of(TranscriptionModel model) {
-    // Kept, so that all records of a model share its strings.
+    // Static, so that all records of a model share its strings.
     static const DictationCostEstimate transcribe = makeEstimate(TranscriptionModel::transcribe);
     static const DictationCostEstimate fourO = makeEstimate(TranscriptionModel::fourO);
     static const DictationCostEstimate mini = makeEstimate(TranscriptionModel::mini);
@@ -53,7 +53,7 @@ double DictationCostEstimate::usd(double seconds) const {
 std::size_t std::hash<quorvi::DictationCostEstimate>::operator()(
     const quorvi::DictationCostEstimate& estimate) const noexcept {
     const std::hash<quorvi::SharedString> ofText;
-    // Zero has two signs that are equal.
+    // 0 and -0 are equal, so they must hash alike.
     const auto ofRate = std::hash<double>()(estimate.usdPerMinute + 0.0);
     return (ofText(estimate.modelID) * 31 + ofRate) * 31 + ofText(estimate.pricingDate);
 }

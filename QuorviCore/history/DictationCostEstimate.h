@@ -5,16 +5,16 @@
 
 namespace quorvi {
 
-// The price basis of a dictation, kept with it so that a later price list doesn't rewrite the past.
+// The price of a dictation, stored with it so that a later price list does not change past costs.
 struct DictationCostEstimate {
     SharedString modelID;      // raw value of the TranscriptionModel used
     double usdPerMinute = 0;   // of audio
     SharedString pricingDate;  // of the price list: year-month-day
 
-    // The present price of a model.
+    // Returns the current price of a model.
     static DictationCostEstimate of(TranscriptionModel model);
 
-    // The cost of a duration: none unless duration and rate make sense. Not rounded.
+    // Returns the unrounded cost of a duration; 0 if the duration or the rate is invalid.
     double usd(double seconds) const;
 
     bool operator==(const DictationCostEstimate&) const = default;

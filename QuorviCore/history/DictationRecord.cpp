@@ -50,7 +50,7 @@ DictationRecord DictationRecord::make(Uuid id, Date date, std::string_view text,
 
 std::int64_t DictationRecord::countWords(std::string_view text) {
     std::int64_t count = 0;
-    bool counted = false;  // the word that is being read
+    bool counted = false;  // of the current word
     forEachCharacter(text, [&](std::string_view character) {
         if (text::isLetterOrNumber(character, 0)) {
             count += counted ? 0 : 1;

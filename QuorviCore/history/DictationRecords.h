@@ -11,26 +11,25 @@
 
 namespace quorvi {
 
-// A list of records, newest first, that never changes: a change yields another list that shares
-// whatever is the same. So a copy costs nothing, a list can be read on another thread while the
-// next one is made, and two lists are compared quickly. The records lie in chunks of some hundred;
-// equal chunks are the same object, in whatever list they are.
+// An immutable list of records, newest first. Operations return a new list that shares unchanged
+// parts, so copies are cheap, another thread can read a list while the next one is made, and lists
+// compare quickly. Records are held in chunks of a few hundred; lists share equal chunks.
 class DictationRecords {
 public:
-    // Records that lie together. What is asked of all of them is known beforehand.
+    // Consecutive records with cached bounds.
     struct Chunk {
         explicit Chunk(std::vector<DictationRecord> content);
 
         std::vector<DictationRecord> records;
         Date earliest, latest;
-        Date earliestWithText;  // infinitely late when there is no text
+        Date earliestWithText;  // infinitely late if no record has a text
     };
     using ChunkPointer = std::shared_ptr<const Chunk>;
     static constexpr std::size_t chunkSize = 256;
 
     struct Part {
         ChunkPointer chunk;
-        std::size_t begin;  // position of its first record in the list
+        std::size_t begin;  // index of its first record in the list
         Date earliestWithText;
     };
 
@@ -47,21 +46,21 @@ public:
     const_iterator end() const;
     const std::vector<Part>& parts() const;
 
-    // Whether both are copies of one list, which is quicker to see than that they are equal.
+    // Whether both are copies of one list; cheaper than comparing.
     bool isSharedWith(const DictationRecords& other) const { return parts_ == other.parts_; }
     bool operator==(const DictationRecords& other) const;
 
-    // The same list with one record before all others; its cost hardly depends on the size.
+    // Returns the list with a record added in front; the cost hardly depends on the size.
     DictationRecords prepending(DictationRecord record) const;
     DictationRecords without(const Uuid& id) const;
-    // With the text of every record that is earlier than `cutoff` removed. Records whose text is
-    // gone already cost nothing.
+    // Returns the list without the texts of records before `cutoff`. Chunks without such texts cost
+    // nothing.
     DictationRecords withoutTextBefore(Date cutoff) const;
-    // The records from the one instant to the other, both included.
+    // Returns the records between two instants, both included.
     DictationRecords between(Date from, Date to) const;
-    // In the order of their dates; records of one date keep theirs.
+    // Returns the records sorted by date; records of the same date keep their order.
     DictationRecords newestFirst() const;
-    // These records, then those of the other list.
+    // Returns the concatenation of both lists.
     DictationRecords followedBy(const DictationRecords& other) const;
 
 private:
@@ -70,7 +69,7 @@ private:
     template <class MayChange, class Edit>
     DictationRecords edited(MayChange mayChange, Edit edit) const;
 
-    std::shared_ptr<const Parts> parts_;  // none for the empty list
+    std::shared_ptr<const Parts> parts_;  // nullptr for the empty list
 };
 
 class DictationRecords::const_iterator {
@@ -113,7 +112,7 @@ private:
     pointer end_ = nullptr;
 };
 
-// Makes a list of records that come one after another.
+// Builds a list record by record, in order.
 class DictationRecords::Builder {
 public:
     void add(DictationRecord record);

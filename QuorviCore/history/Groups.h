@@ -8,9 +8,8 @@
 
 namespace quorvi {
 
-// Running totals for each of a few keys that come up again and again, in the order in which they
-// came first. `isSame(a, b)` may only hold for equal keys and need not hold for all of them; it is
-// asked first because it is quicker than comparing.
+// Totals by key for a few keys that recur, in order of first appearance. `isSame(a, b)` is a cheap
+// test that may miss equal keys but never matches different ones; it is tried first.
 template <class Key, class Totals>
 class Groups {
 public:

@@ -10,34 +10,32 @@
 
 namespace quorvi {
 
-// Thrown for what is no history document, or no record.
+// Thrown if a document or a record cannot be read or written.
 class HistoryFormatError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// The history as a JSON document. It is read strictly: well-formed UTF-8 without lone surrogates,
-// every number within its range, nothing required missing or of another type; a fault anywhere
-// makes the whole unreadable. Unknown keys are ignored, and of a key that is there twice the last
-// value counts.
+// The history as a JSON document. Reading is strict: well-formed UTF-8 without lone surrogates,
+// every number in range, every required member present and of its type; a fault anywhere makes the
+// whole unreadable. Unknown keys are ignored; of a duplicate key the last value counts.
 struct HistoryArchive {
     static constexpr std::int64_t currentVersion = 1;
 
     std::int64_t version = currentVersion;
     DictationRecords records;  // in the order of the document
 
-    // Throws HistoryFormatError. Any version is read that has the same shape.
+    // Throws HistoryFormatError. Accepts any version of the same shape.
     static HistoryArchive decode(std::string document);
 };
 
-// Writes the document of the present version piece by piece, so that it need not be in memory as a
-// whole. For one thread at a time.
+// Writes the document in pieces, so that it is never in memory as a whole. One thread at a time.
 class HistoryArchiveEncoder {
 public:
     explicit HistoryArchiveEncoder(DictationRecords records);
 
-    // The next piece, valid until the next call; empty at the end. Throws HistoryFormatError for a
-    // record with a number that is not finite.
+    // Returns the next piece, valid until the next call; empty at the end. Throws
+    // HistoryFormatError for a number that is not finite.
     std::string_view next();
 
 private:
@@ -49,15 +47,14 @@ private:
     std::string piece_;
 };
 
-// One record in the form that the document and the synchronisation use: keys sorted, no white
-// space, so that equal records give identical bytes.
+// The JSON form of one record in the document and in synchronisation: sorted keys and no white
+// space, so that equal records have equal bytes.
 std::string encodeRecord(const DictationRecord& record);
 void appendEncodedRecord(std::string& out, const DictationRecord& record);
 // Throws HistoryFormatError.
 DictationRecord decodeRecord(std::string json);
 
-// Decodes many records, which then share the texts that they have in common. For one thread at a
-// time.
+// Decodes many records; they share equal texts. One thread at a time.
 class DictationRecordDecoder {
 public:
     DictationRecordDecoder();
@@ -65,7 +62,7 @@ public:
     DictationRecordDecoder(const DictationRecordDecoder&) = delete;
     DictationRecordDecoder& operator=(const DictationRecordDecoder&) = delete;
 
-    // Throws HistoryFormatError; the next record can be decoded all the same.
+    // Throws HistoryFormatError; the decoder stays usable.
     DictationRecord decode(std::string_view json);
 
 private:

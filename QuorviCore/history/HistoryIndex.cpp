@@ -10,14 +10,14 @@
 
 namespace quorvi {
 
-// The folded texts of a chunk one after another, and the applications they went to.
+// The folded texts of a chunk, concatenated, and their applications.
 struct HistoryIndex::FoldedChunk {
     std::string texts;
     std::vector<std::uint32_t> ends;  // of each record's text in `texts`
     std::vector<std::string> apps;    // folded, each once
     std::vector<std::uint16_t> appOf;
 
-    // Calls found(n, inText) for the n-th record of the chunk that holds the needle, in order.
+    // Calls found(n, inText) for each record n of the chunk that contains the needle, in order.
     template <class Found>
     void search(const text::ByteSearch& search, std::string_view needle, Found found) const;
 };
@@ -84,7 +84,7 @@ void HistoryIndex::FoldedChunk::search(const text::ByteSearch& search, std::stri
     std::size_t place = search.find(texts, 0);
     for (std::size_t n = 0; n < ends.size(); ++n) {
         if (!anyApp) {
-            // On to the record in which the next place is.
+            // Advance to the record that contains the match.
             if (place == texts.npos) return;
             n = static_cast<std::size_t>(
                 std::upper_bound(ends.begin() + static_cast<std::ptrdiff_t>(n), ends.end(), place) -
@@ -92,7 +92,7 @@ void HistoryIndex::FoldedChunk::search(const text::ByteSearch& search, std::stri
         }
         const std::size_t begin = n == 0 ? 0 : ends[n - 1];
         if (place < begin) place = search.find(texts, begin);
-        // A place that reaches into the next record's text is none.
+        // A match across two texts does not count.
         while (place < ends[n] && place + needle.size() > ends[n])
             place = search.find(texts, place + 1);
         const bool inText = place < ends[n];
@@ -109,7 +109,7 @@ HistoryMatches HistoryIndex::find(std::string_view query, Among among,
     for (std::size_t i = 0; i < parts.size(); ++i) {
         throwIfStopped(stop);
         const auto& part = parts[i];
-        // Where the text is found, the record need not be looked at, which would cost the most.
+        // A match in the text makes reading the record, which is slow, unnecessary.
         const auto found = [&](std::size_t n, bool inText) {
             if (inText || among == Among::records || part.chunk->records[n].text)
                 matches.positions.push_back(static_cast<std::uint32_t>(part.begin + n));

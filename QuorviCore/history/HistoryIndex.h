@@ -13,7 +13,7 @@
 
 namespace quorvi {
 
-// What a search found: positions in the list that was searched, in its order.
+// The result of a search: positions in the searched list, in its order.
 struct HistoryMatches {
     DictationRecords records;
     std::vector<std::uint32_t> positions;
@@ -22,27 +22,27 @@ struct HistoryMatches {
     const DictationRecord& operator[](std::size_t n) const { return records[positions[n]]; }
 };
 
-// The texts of a list of records, folded for searching, so that a search is only a look through
-// memory. It answers as DictationRecord::matches() does for each record. For one thread at a time,
-// but copies, which share everything, may each be on another.
+// The texts of a list of records, folded for searching. A search gives the same result as
+// DictationRecord::matches() on each record. One thread at a time, but copies share the texts and
+// may be used on other threads.
 class HistoryIndex {
 public:
     enum class Among {
         records,  // all
-        texts,    // those that have a text, which is what a page lists
+        texts,    // those with a text, as a page lists them
     };
 
-    // Makes it the index of another list, folding only what is new. Throws Cancelled when stopped;
-    // what has been folded by then need not be folded again.
+    // Replaces the indexed list, folding only new chunks. Throws Cancelled if stopped; chunks that
+    // are folded by then are kept.
     void update(const DictationRecords& records, const std::stop_token& stop = {});
 
-    // Throws Cancelled when stopped.
+    // Throws Cancelled if stopped.
     HistoryMatches find(std::string_view query, Among among,
                         const std::stop_token& stop = {}) const;
 
     const DictationRecords& records() const { return records_; }
 
-    // What finding everything among the texts comes to, which needs no index.
+    // Returns all records with a text; needs no index.
     static HistoryMatches texts(const DictationRecords& records);
 
 private:

@@ -28,7 +28,7 @@ const HistorySummaries::Period& HistorySummaries::period(UsagePeriod period,
     return periods_.at(period);
 }
 
-// One pass for what is asked and for all time, which every page shows besides.
+// One pass for the period and for all time, since every page shows both.
 void HistorySummaries::count(UsagePeriod period, Date now) {
     const bool countsAll = !periods_.contains(UsagePeriod::all);
     const auto start = startOf(period, now, *calendar_);

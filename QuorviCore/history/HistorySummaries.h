@@ -10,12 +10,11 @@
 
 namespace quorvi {
 
-// The summaries that a page shows, kept until something changes them: the records, the day, the
-// calendar, or an instant that one of the records was waiting for. So a page may ask at every
-// display. For one thread at a time.
+// Caches the summaries that a page shows until the records, the day or the calendar change, or a
+// record from the future becomes present. So a page may ask at every display. One thread at a time.
 class HistorySummaries {
 public:
-    // What belongs to one period. Valid until the next call.
+    // The summaries of a period. Valid until the next call.
     struct Period {
         UsageSummary usage;
         UsageCostSummary cost;
@@ -34,7 +33,7 @@ private:
 
     DictationRecords records_;
     std::optional<Calendar> calendar_;
-    // The instants between which nothing changes; the second is not included.
+    // The cached values hold from the first instant until before the second.
     Date from_{std::numeric_limits<double>::infinity()}, until_;
     std::map<UsagePeriod, Period> periods_;
 };

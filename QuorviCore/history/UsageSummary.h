@@ -27,15 +27,15 @@ struct DailyUsage {
     bool operator==(const DailyUsage&) const = default;
 };
 
-// What has been dictated up to an instant. Records that are later, and those without words, count
-// nowhere. Sums that exceed the range stay at its end.
+// Statistics of the dictations up to an instant. Later records and records without words do not
+// count. Sums saturate.
 struct UsageSummary {
     static constexpr int usualActivityDays = 84;  // twelve weeks
 
     std::int64_t totalWords = 0;
     std::int64_t dictationCount = 0;
     double audioSeconds = 0;
-    std::int64_t currentStreak = 0;  // days with dictations in a row, up to today or yesterday
+    std::int64_t currentStreak = 0;  // consecutive days with dictations up to today or yesterday
     std::int64_t longestStreak = 0;
     std::vector<AppUsage> apps;    // most words first, then by name
     std::vector<DailyUsage> days;  // the last days up to today, oldest first
@@ -43,18 +43,18 @@ struct UsageSummary {
     static UsageSummary of(const DictationRecords& records, Date now, const Calendar& calendar,
                            int activityDays = usualActivityDays);
 
-    // Rounded, halves away from zero; nothing when no time was spoken.
+    // Rounded, halves away from zero; nullopt if there is no audio.
     std::optional<std::int64_t> wordsPerMinute() const;
 
     bool operator==(const UsageSummary&) const = default;
 };
 
-// Counts records one by one, in their order, since the sum of the seconds depends on it.
+// Adds up records in their order, on which the rounding of the sums depends.
 class UsageCounter {
 public:
     explicit UsageCounter(const Calendar& calendar) : calendar_(calendar) {}
 
-    // A record with words, not later than the instant that is counted up to.
+    // Takes a record with words that is not in the future.
     void add(const DictationRecord& record);
     UsageSummary summary(Date now, int activityDays) const;
 
@@ -73,7 +73,7 @@ private:
     const Calendar& calendar_;
     UsageSummary sums_;
     Groups<SharedString, Totals> apps_;
-    std::map<Date, ActiveDay> activeDays_;  // by their start
+    std::map<Date, ActiveDay> activeDays_;  // by start
     Calendar::Day day_;                     // the last one looked up
     ActiveDay* active_ = nullptr;
 };

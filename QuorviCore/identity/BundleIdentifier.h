@@ -4,7 +4,7 @@
 
 namespace quorvi {
 
-// The name by which the user's keychain and desktop know this application.
+// The application id, as used in the keychain and by the desktop.
 inline constexpr std::string_view bundleIdentifier = "app.quorvi.Quorvi";
 
 }  // namespace quorvi

@@ -16,7 +16,7 @@ struct Uuid {
 
     // A new random one (version 4). Thread-safe.
     static Uuid random();
-    // Reads the textual form, digits in either case; nothing for anything else.
+    // Parses the textual form, digits in either case; returns nullopt for anything else.
     static std::optional<Uuid> parse(std::string_view text);
 
     std::string string() const;
@@ -26,10 +26,10 @@ struct Uuid {
     auto operator<=>(const Uuid&) const = default;
 };
 
-// The textual form of a new random UUID. Thread-safe.
+// Returns the textual form of a new random UUID. Thread-safe.
 std::string newUuid();
 
-// Whether the text is a UUID in its textual form, upper-case.
+// Whether the text is the upper-case textual form of a UUID.
 bool isUuid(const std::string& s);
 
 }  // namespace quorvi

@@ -7,7 +7,7 @@
 
 #include "QuorviCore/base/SharedString.h"
 
-// Bytes as they are written in JSON: the standard alphabet, padded.
+// Base64 as used in JSON: standard alphabet, padded.
 namespace quorvi::json {
 
 constexpr std::size_t base64Size(std::size_t bytes) {
@@ -16,7 +16,7 @@ constexpr std::size_t base64Size(std::size_t bytes) {
 
 void appendBase64(std::string& out, std::string_view bytes);
 
-// Nothing when there is anything else in the text, white space included, or padding is missing.
+// Returns nullopt for anything but padded base64, white space included.
 std::optional<SharedString> bytesOfBase64(std::string_view text);
 
 }  // namespace quorvi::json

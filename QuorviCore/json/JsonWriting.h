@@ -5,14 +5,13 @@
 #include <string>
 #include <string_view>
 
-// Pieces of canonical JSON, which has its keys sorted and no white space, so that equal values give
-// equal bytes.
+// Writes canonical JSON: sorted keys and no white space, so that equal values have equal bytes.
 namespace quorvi::json {
 
-// The text in quotation marks; malformed UTF-8 becomes U+FFFD.
+// Appends the quoted text; malformed UTF-8 becomes U+FFFD.
 void appendString(std::string& out, std::string_view text);
 
-// The shortest digits that read back as the same number, which must be finite.
+// Appends the shortest digits that read back as the same number, which must be finite.
 template <class Number>
 requires(std::integral<Number> || std::floating_point<Number>) void appendNumber(std::string& out,
                                                                                  Number value) {

@@ -92,7 +92,7 @@ Calendar::Day Calendar::State::find(Date date) {
     return day;
 }
 
-// Where midnight comes twice, the calendar's fields can name a day that has not begun yet.
+// If midnight occurs twice, the calendar fields can name a day that has not begun yet.
 Calendar::Day Calendar::State::calculate(Date date) {
     const Date start = midnight(*calendar, date, 0);
     if (start > date) return {midnight(*calendar, start, -1), start};

@@ -8,36 +8,35 @@
 
 namespace quorvi {
 
-// The days and months of a time zone and a locale. A day is what lies between two midnights; where
-// clocks skip midnight it begins when they go on, and a day that a zone leaves out does not exist.
-// The boundaries that were asked for are kept, so a day costs one calculation however many instants
-// of it are looked up. Copies share them; thread-safe.
+// Days and months in a time zone and locale. If the clocks skip midnight, a day starts at the first
+// instant after it; a date that the zone leaves out does not exist. Boundaries are cached, so each
+// day is calculated once. Copies share the cache; thread-safe.
 class Calendar {
 public:
     struct Day {
         Date start;
-        Date end;  // the next day's start
+        Date end;  // start of the next day
 
         bool contains(Date date) const { return date >= start && date < end; }
         bool operator==(const Day&) const = default;
     };
 
-    // `zone` is a name such as "Europe/Athens", `locale` one such as "el_GR"; the locale decides
-    // which calendar counts the months. Throws std::invalid_argument for an unknown zone.
+    // `zone` is an IANA name such as "Europe/Athens"; `locale`, such as "el_GR", selects the
+    // calendar system. Throws std::invalid_argument for an unknown zone.
     Calendar(const std::string& zone, const std::string& locale);
 
-    // The user's own, as the system has it now.
+    // Returns the user's calendar as the system has it now.
     static Calendar system();
 
     const std::string& zone() const;
     const std::string& locale() const;
 
-    // Instants beyond some six thousand years are taken to lie there.
+    // Instants more than about six thousand years away are clamped.
     Day day(Date date) const;
     Date startOfDay(Date date) const { return day(date).start; }
     Day dayBefore(const Day& day) const;
 
-    // The same time of day some days later, or earlier when negative; nothing when there is none.
+    // Returns the same time of day `days` later, or earlier if negative; nullopt if out of range.
     std::optional<Date> addingDays(Date date, int days) const;
 
     std::optional<Date> startOfMonth(Date date) const;

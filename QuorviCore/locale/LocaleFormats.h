@@ -10,11 +10,11 @@
 
 namespace quorvi {
 
-// Numbers, money and dates as the user's locale writes them. Copies share their state; for one
-// thread at a time.
+// Formats numbers, money and dates for the user's locale. Copies share their state; one thread at a
+// time.
 class LocaleFormats {
 public:
-    // In the calendar's locale and time zone.
+    // Uses the locale and time zone of the calendar.
     explicit LocaleFormats(const Calendar& calendar);
 
     std::string integer(std::int64_t value) const;
@@ -24,7 +24,7 @@ public:
 
     std::string longDate(Date date) const;   // without the time
     std::string shortTime(Date date) const;  // the time of day
-    // In upper case as the locale's language has it.
+    // Upper-cases by the rules of the locale's language.
     std::string upperCased(std::string_view text) const;
 
 private:

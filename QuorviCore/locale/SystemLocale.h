@@ -4,8 +4,8 @@
 
 namespace quorvi {
 
-// The user's locale, such as "el_GR", as the process's environment names it. The plain POSIX locale
-// stands for US English, the language of the interface.
+// Returns the locale of the environment, such as "el_GR"; US English, the language of the
+// interface, for the POSIX locale.
 std::string systemLocale();
 
 }  // namespace quorvi

@@ -3,8 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-// The markers of the binary property list, version 1.0: the magic, then the objects, a table of
-// their offsets, and a trailer. An object begins with a byte whose high half is its kind.
+// Constants of the binary property list format, version 1.0. A file consists of a magic number,
+// objects, a table of their offsets, and a trailer. The high nibble of the first byte of an object
+// is its kind.
 namespace quorvi::binaryPropertyList {
 
 inline constexpr std::string_view magic = "bplist00";

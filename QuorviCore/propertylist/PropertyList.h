@@ -15,8 +15,8 @@
 
 namespace quorvi {
 
-// A value of a property list, with every type that its binary format (version 1.0) has, so that a
-// file of somebody else's passes through unchanged in meaning. A plain value.
+// A value of a property list, with every type of its binary format (version 1.0), so that foreign
+// files survive a round trip. A plain value.
 struct PropertyList {
     using Array = std::vector<PropertyList>;
     using Dictionary = std::map<std::string, PropertyList, std::less<>>;
@@ -27,7 +27,7 @@ struct PropertyList {
         std::array<std::uint8_t, 16> bytes{};
         bool operator==(const WideInteger&) const = default;
     };
-    struct Uid {  // a reference of a keyed archive
+    struct Uid {  // reference in a keyed archive
         std::uint64_t value = 0;
         bool operator==(const Uid&) const = default;
     };
@@ -41,18 +41,18 @@ struct PropertyList {
     PropertyList& operator=(PropertyList&&) noexcept;
     ~PropertyList();
 
-    // A string is UTF-8. A lone UTF-16 surrogate of a file, which no UTF-8 can hold, is kept as the
-    // three bytes that its code point would have.
+    // Strings are UTF-8. A lone UTF-16 surrogate in a file becomes the three bytes that encode its
+    // code point.
     Value value;
 
     static constexpr int maximalDepth = 100;
 
-    // The canonical binary form: equal values give equal bytes. Malformed UTF-8 is written as
-    // U+FFFD. Throws std::length_error for values that are nested deeper than maximalDepth.
+    // Returns the canonical binary form: equal values have equal bytes. Malformed UTF-8 becomes
+    // U+FFFD. Throws std::length_error if values are nested deeper than maximalDepth.
     std::string toBinary() const;
 
-    // Nothing when the bytes are anything else than one whole, well-formed property list. Takes
-    // memory in proportion to the bytes, whatever they say.
+    // Returns nullopt unless the bytes are exactly one well-formed property list. Memory use is
+    // proportional to the size of the input.
     static std::optional<PropertyList> fromBinary(std::string_view bytes);
 
     friend bool operator==(const PropertyList& a, const PropertyList& b);

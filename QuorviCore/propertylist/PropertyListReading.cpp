@@ -58,9 +58,9 @@ std::string fromUtf16(std::string_view bytes) {
     return out;
 }
 
-// Walks the objects from the top. An object may be referred to any number of times, so what comes
-// out could be exponentially larger than what went in, and an object may contain itself: a budget
-// for the whole and a limit of the depth end both.
+// Reads the objects from the top. References may repeat, so the result could be exponentially
+// larger than the file, and may be cyclic: a budget for the total size and a depth limit prevent
+// both.
 class Reader {
 public:
     explicit Reader(std::string_view bytes)
@@ -91,7 +91,7 @@ private:
         budget_ -= cost;
     }
 
-    // The next `size` bytes of the object.
+    // Returns the next `size` bytes of the object.
     std::string_view take(std::size_t& at, std::uint64_t size) const {
         require(size <= bytes_.size() - at);
         const auto taken = bytes_.substr(at, size);
@@ -99,7 +99,7 @@ private:
         return taken;
     }
 
-    // The length that follows a marker: in its low half, or as an integer behind it.
+    // Returns the length: the low nibble of the marker, or the integer that follows it.
     std::uint64_t length(std::size_t& at, std::uint8_t low) const {
         if (low != lengthFollows) return low;
         const auto marker = static_cast<std::uint8_t>(take(at, 1)[0]);

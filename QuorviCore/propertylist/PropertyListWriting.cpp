@@ -11,8 +11,8 @@ namespace {
 
 using namespace binaryPropertyList;
 
-// The code point at `i`, which moves behind it; U+FFFD for a malformed sequence. A surrogate's
-// three bytes pass, since that is how one is kept.
+// Returns the code point at `i`, and moves `i` past it; U+FFFD for a malformed sequence. Accepts
+// encoded surrogates, which represent lone surrogates of a file.
 std::uint32_t nextCodePoint(std::string_view s, std::size_t& i) {
     const auto lead = static_cast<std::uint8_t>(s[i++]);
     if (lead < 0x80) return lead;
@@ -47,7 +47,7 @@ std::string toUtf16(std::string_view s) {
     return out;
 }
 
-// The exponent of the smallest of 1, 2, 4 and 8 bytes that hold the number.
+// Returns the exponent of the smallest of 1, 2, 4 and 8 bytes that hold the number.
 int sizeExponent(std::uint64_t value) {
     return value < 0x100 ? 0 : value < 0x10000 ? 1 : value < 0x100000000 ? 2 : 3;
 }

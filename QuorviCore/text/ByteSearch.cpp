@@ -12,8 +12,8 @@ namespace quorvi::text {
 
 namespace {
 
-// How rare a byte is in texts, roughly: one that is rare tells more. The first byte of a code point
-// outside ASCII is the same for a whole alphabet, so it tells the least.
+// Rough rarity of a byte in texts; a rarer byte excludes more positions. The first byte of a
+// non-ASCII code point is the same for a whole alphabet, so it excludes the fewest.
 std::size_t rarity(char c) {
     constexpr std::string_view commonestFirst = " etaoinshrdlcumwfgypbvk";
     if (static_cast<unsigned char>(c) >= 0xC0) return 0;
@@ -42,7 +42,7 @@ std::size_t ByteSearch::find(std::string_view haystack, std::size_t begin) const
     const auto load = [text](std::size_t at) {
         return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
     };
-    // The places from `at` on where both bytes are right, one bit each.
+    // A bit for each position from `at` on where both bytes match.
     const auto candidates = [&](std::size_t at) {
         const auto both = _mm_and_si128(_mm_cmpeq_epi8(load(at + first_), first),
                                         _mm_cmpeq_epi8(load(at + second_), second));

@@ -5,18 +5,18 @@
 
 namespace quorvi::text {
 
-// Finds one short text in many long ones, sixteen places at a time where the processor can. The
-// needle must outlive the object; it is not empty. Thread-safe.
+// Searches many long texts for one short one, sixteen positions at a time if the processor has
+// SSE2. The needle is not empty and outlives the object. Thread-safe.
 class ByteSearch {
 public:
     explicit ByteSearch(std::string_view needle);
 
-    // The first place from `begin` on; npos when there is none.
+    // Returns the first position at or after `begin`; npos if there is none.
     std::size_t find(std::string_view haystack, std::size_t begin) const;
 
 private:
     std::string_view needle_;
-    // Two places in the needle whose bytes are compared before all others.
+    // Two positions in the needle whose bytes are compared first.
     std::size_t first_, second_;
 };
 

@@ -8,9 +8,9 @@ namespace {
 
 using icuText::next;
 
-// Counts the code points that can begin a user-perceived character. Of the rules of segmentation
-// it knows those that put marks, joined emoji and flags together; the others, for Hangul, Indic
-// scripts and line ends, could only make the count smaller.
+// Counts code points that can begin a user-perceived character. Implements the segmentation rules
+// for marks, joined emoji and flags; the others (Hangul, Indic scripts, line ends) can only make
+// the count smaller.
 class CharacterBound {
 public:
     void add(UChar32 c) {

@@ -14,8 +14,8 @@ bool breaksLikeAnyCharacter(UChar32 c) {
     return u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK) == U_GCB_OTHER;
 }
 
-// True when the code points on both sides settle that the offset is a boundary; otherwise only the
-// full rules can tell.
+// Whether the adjacent code points alone make the offset a boundary; otherwise only the full rules
+// can tell.
 bool isPlainBoundary(std::string_view s, std::size_t offset) {
     if (offset == 0 || offset == s.size()) return true;
     const char before = s[offset - 1];

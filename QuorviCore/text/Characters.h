@@ -5,29 +5,30 @@
 #include <optional>
 #include <string_view>
 
-// Positions between the user-perceived characters of a UTF-8 text, as byte offsets, and what kind
-// of character stands there. Pure and thread-safe; the cost is local to the position.
+// Positions between user-perceived characters of a UTF-8 text, as byte offsets, and the class of
+// the character there. Pure and thread-safe; the cost does not depend on the length of the text.
 namespace quorvi::text {
 
-// The byte offset behind the first `units` UTF-16 code units; nothing when the text is shorter or
-// the position is inside a surrogate pair.
+// Returns the byte offset after the first `units` UTF-16 code units; nullopt if the text is shorter
+// or the position is inside a surrogate pair.
 std::optional<std::size_t> offsetOfUtf16(std::string_view s, std::int64_t units);
 
-// Whether a character begins or the text ends at the offset.
+// Whether the offset is the start of a character or the end of the text.
 bool isCharacterBoundary(std::string_view s, std::size_t offset);
 
-// The beginning of the character before the offset, and the end of the one behind it. The offset
-// is a boundary, not at the start or at the end respectively.
+// Returns the start of the character before the offset, or the end of the one after it. The offset
+// is a boundary, and not at the start or the end of the text respectively.
 std::size_t previousCharacter(std::string_view s, std::size_t offset);
 std::size_t nextCharacter(std::string_view s, std::size_t offset);
 
-// The length in bytes of the leading (trailing) characters that two texts in Form C share. The
-// shared end leaves the first `reserved` bytes, a boundary in both texts, out of account.
+// Returns the length in bytes of the leading or trailing characters that two texts in Form C share.
+// The shared end does not reach into the first `reserved` bytes, which end at a boundary in both
+// texts.
 std::size_t sharedStart(std::string_view a, std::string_view b);
 std::size_t sharedEnd(std::string_view a, std::string_view b, std::size_t reserved);
 
-// Whether the character at the offset is a letter or a number: its first code point decides. The
-// underscore is a word character too.
+// Classify the character at the offset by its first code point. The underscore counts as a word
+// character.
 bool isLetterOrNumber(std::string_view s, std::size_t offset);
 bool isWordCharacter(std::string_view s, std::size_t offset);
 

@@ -5,15 +5,16 @@
 
 namespace quorvi::text {
 
-// Full Unicode case folding, the same in every locale. Accents survive. The result need not be in
-// Form C even when the text is.
+// Full Unicode case folding, independent of the locale. Keeps accents. The result may not be in
+// Form C even if the text is.
 std::string caseFolded(std::string_view s);
 
-// Form C without the combining marks: é becomes e.
+// Returns Form C without combining marks: é becomes e.
 std::string withoutDiacritics(std::string_view s);
 
-// The form in which a search compares texts: without case and combining marks. One text is found in
-// another when its form is a part of the other's. Combining marks alone have an empty form.
+// Returns the form in which a search compares texts: without case and combining marks. A text
+// matches a query if its form contains the form of the query. The form of combining marks alone is
+// empty.
 std::string searchFolded(std::string_view s);
 
 }  // namespace quorvi::text

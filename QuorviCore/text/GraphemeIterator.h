@@ -9,9 +9,9 @@
 
 namespace quorvi::text {
 
-// The boundaries between user-perceived characters of one UTF-8 text, by the full rules. Borrows
-// the calling thread's break iterator, so only one may be in use on a thread at a time. Not for
-// inclusion outside this folder.
+// Finds the boundaries between user-perceived characters of a UTF-8 text, by the full rules.
+// Borrows the break iterator of the thread, so only one may exist per thread. Private to this
+// folder.
 class GraphemeIterator {
 public:
     explicit GraphemeIterator(std::string_view s) : rules_(shared()) {
@@ -32,7 +32,7 @@ public:
         return static_cast<std::size_t>(rules_.following(static_cast<int32_t>(offset)));
     }
 
-    // Calls visit(end offset) for every character from the start, until it says stop.
+    // Calls visit(end offset) for each character until it returns false.
     template <class Visit>
     void forEachEnd(Visit visit) {
         for (int32_t end = rules_.next(); end != icu::BreakIterator::DONE; end = rules_.next())

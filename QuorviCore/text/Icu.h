@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-// What the sources of this folder share on top of ICU. Not for inclusion elsewhere.
+// Helpers over ICU. Private to this folder.
 namespace quorvi::text::icuText {
 
 inline void check(UErrorCode status) {
@@ -46,7 +46,7 @@ inline std::string toUtf8(const icu::UnicodeString& s) {
     return result;
 }
 
-// The code point that starts at `i`, which moves behind it.
+// Returns the code point that starts at `i`, and moves `i` past it.
 inline UChar32 next(std::string_view s, std::size_t& i) {
     auto at = static_cast<int32_t>(i);
     UChar32 c;
@@ -55,7 +55,7 @@ inline UChar32 next(std::string_view s, std::size_t& i) {
     return c;
 }
 
-// The code point that ends at `i`, which moves before it.
+// Returns the code point that ends at `i`, and moves `i` before it.
 inline UChar32 previous(std::string_view s, std::size_t& i) {
     for (std::size_t length = 1; length <= 4 && length <= i; ++length) {
         std::size_t end = i - length;

@@ -11,8 +11,8 @@ namespace quorvi::text {
 
 namespace {
 
-// The folded forms of the code points up to the general symbols, each by itself. What stands next
-// to a code point changes nothing there: marks vanish, and what remains never composes.
+// Folded forms of the code points below `limit`. They fold independently of their neighbours: marks
+// vanish, and the rest never composes.
 class FoldedForms {
 public:
     static constexpr UChar32 limit = 0x1100;  // the first letters that compose with one another

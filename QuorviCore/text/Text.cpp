@@ -12,8 +12,8 @@ using icuText::fromUtf8;
 
 namespace {
 
-// Whether the decomposition of what stands at the offset is independent of what is before it. True
-// only at the beginning of a code point.
+// Whether the decomposition at the offset is independent of the preceding text. True only at the
+// start of a code point.
 bool beginsDecomposition(std::string_view s, std::size_t offset) {
     return !isContinuation(s[offset]) && icuText::nfd().hasBoundaryBefore(icuText::next(s, offset));
 }
@@ -26,7 +26,7 @@ bool isNormalizationBoundary(std::string_view s, std::size_t offset) {
 
 bool equal(std::string_view a, std::string_view b) {
     if (a == b) return true;
-    // Only what lies between the common start and the common end needs normalising.
+    // Only the part between the common start and the common end needs normalising.
     std::size_t start = sharedLeadingBytes(a, b);
     while (!(isNormalizationBoundary(a, start) && isNormalizationBoundary(b, start))) --start;
     a.remove_prefix(start);

@@ -12,17 +12,18 @@ namespace quorvi::text {
 // Whether two texts are the same under Unicode canonical equivalence.
 bool equal(std::string_view a, std::string_view b);
 
-// Whether three parts joined are the same as one text, without joining what is obviously the same.
+// Whether the three parts, joined, equal `whole` under canonical equivalence. Cheap if the bytes
+// are the same.
 bool equalJoined(std::string_view prefix, std::string_view middle, std::string_view suffix,
                  std::string_view whole);
 
 // Normalization Form C.
 std::string toNfc(std::string_view s);
 
-// Whether the text is well-formed and in Form C already.
+// Whether the text is well-formed and in Form C.
 bool isNfc(std::string_view s);
 
-// The text with U+FFFD in the place of every malformed sequence.
+// Returns the text with each malformed sequence replaced by U+FFFD.
 std::string wellFormed(std::string_view s);
 
 // Number of UTF-16 code units.
@@ -31,19 +32,19 @@ std::int64_t utf16Length(std::string_view s);
 // Number of user-perceived characters (extended grapheme clusters).
 std::size_t characterCount(std::string_view s);
 
-// Whether characterCount() is above `limit`, without counting where less will do.
+// Whether characterCount() exceeds `limit`; stops counting there.
 bool hasMoreCharacters(std::string_view s, std::size_t limit);
 
-// The first `count` user-perceived characters; the whole text when it has no more.
+// Returns the first `count` user-perceived characters, or the whole text if it has fewer.
 std::string_view firstCharacters(std::string_view s, std::size_t count);
 
-// Without white space and line breaks (Unicode White_Space) at both ends.
+// Removes white space (Unicode White_Space) at both ends.
 std::string_view trimmed(std::string_view s);
 
 // Whether any code point is Unicode White_Space.
 bool containsWhiteSpace(std::string_view s);
 
-// Full upper-casing, without regard to a locale.
+// Full upper-casing, independent of the locale.
 std::string upperCased(std::string_view s);
 
 // Whether the bytes are well-formed UTF-8.

@@ -42,8 +42,8 @@ Folding fullFolding(UChar32 c) {
     return result;
 }
 
-// The code points above the table that can fold to several stand in two blocks: Latin and Greek
-// with accents, and the ligatures.
+// Above the table, only code points of two blocks can fold to several: Latin and Greek with
+// accents, and the ligatures.
 bool mayFoldToSeveral(UChar32 c) {
     return c < 0x600 || (c >= 0x1E00 && c < 0x2000) || (c >= 0xFB00 && c < 0xFB50);
 }
@@ -68,7 +68,7 @@ const Table& commonLetters() {
     return table;
 }
 
-// Writes one token's folded form and its hash.
+// Writes the folded form and the hash of a token.
 class Folder {
 public:
     explicit Folder(char* out) : out_(out) {}

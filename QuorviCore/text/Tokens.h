@@ -8,22 +8,22 @@
 
 namespace quorvi::text {
 
-// The part of a text between two places where a whole-word phrase can begin or end.
+// A part of a text between two positions where a whole-word phrase can begin or end.
 struct Token {
-    std::uint32_t begin;  // bytes of the text
+    std::uint32_t begin;  // byte offsets in the text
     std::uint32_t end;
-    std::uint32_t foldedBegin;  // bytes of the folded form
+    std::uint32_t foldedBegin;  // byte offsets in the folded form
     std::uint32_t foldedEnd;
     std::uint32_t hash;  // of the folded form
     bool isWord;         // a run of letters, marks, numbers and underscores, else one code point
-    bool followsSpace;   // white space, however much, stands before it
+    bool followsSpace;   // preceded by white space
 };
 
-// A text in Form C cut into tokens, each with its full case folding. An object is meant to be kept
-// and given one text after the other, since its buffers are reused. For one thread at a time.
+// Splits a text in Form C into tokens with their full case folding. Keep one object for many texts:
+// it reuses its buffers. One thread at a time.
 class Tokens {
 public:
-    // The text must stay alive only during the call.
+    // The text need only live during the call.
     void assign(std::string_view s);
 
     std::span<const Token> all() const { return tokens_; }

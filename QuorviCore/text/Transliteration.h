@@ -5,9 +5,9 @@
 
 namespace quorvi::text {
 
-// The text in Latin script: Greek, Cyrillic and other letters become their usual Latin
-// equivalents. The text itself when the system has no such rules. Thread-safe. The rules are loaded
-// at the first text that holds another script, which takes some 25 ms.
+// Transliterates to Latin script: Greek, Cyrillic and other letters become their usual Latin
+// equivalents. Returns the text unchanged if the system has no such rules. Thread-safe. The first
+// text in another script loads the rules, which takes about 25 ms.
 std::string toLatin(std::string_view s);
 
 }  // namespace quorvi::text

@@ -4,8 +4,8 @@
 
 namespace quorvi {
 
-// A position and length in UTF-16 code units, the unit of every range that an accessibility
-// service or a field text is described with. Values come from other programs and may be negative.
+// A range in UTF-16 code units, as accessibility services describe text. Values come from other
+// programs and may be negative.
 struct Utf16Range {
     std::int64_t location = 0;
     std::int64_t length = 0;

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <string_view>
 
-// The shortcuts past Unicode: most text and most of every text is ASCII, and texts that are
-// compared are mostly the same bytes. Eight bytes are looked at together.
+// Fast paths for UTF-8: most text is ASCII, and texts that are compared are mostly equal bytes.
+// They process eight bytes at once.
 namespace quorvi::text {
 
 inline std::uint64_t eightBytes(const char* p) {
@@ -35,20 +35,19 @@ inline char asciiLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
 }
 
-// Whether a byte is inside a UTF-8 sequence. A cut before any other byte is safe in every text,
-// a malformed one included.
+// Whether the byte continues a UTF-8 sequence. Cutting before any other byte is safe, even in
+// malformed text.
 inline bool isContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
-// Whether a well-formed sequence of two bytes starts here: Greek and Cyrillic consist of them.
+// Whether a well-formed two-byte sequence starts here, such as a Greek or Cyrillic letter.
 inline bool isPairOfBytes(std::string_view s, std::size_t i) {
     const auto lead = static_cast<unsigned char>(s[i]);
     return lead >= 0xC2 && lead <= 0xDF && i + 1 < s.size() && isContinuation(s[i + 1]);
 }
 
-// Number of bytes that two texts share at the start, and of those among the last `limit` that they
-// share at the end.
+// Number of bytes that two texts share at the start, or at the end within the last `limit`.
 inline std::size_t sharedLeadingBytes(std::string_view a, std::string_view b) {
     const std::size_t limit = std::min(a.size(), b.size());
     std::size_t i = 0;

@@ -6,10 +6,10 @@
 
 namespace quorvi::text {
 
-// The pieces between runs of white space (Unicode White_Space), without empty ones.
+// Splits the text at runs of white space (Unicode White_Space), without empty pieces.
 std::vector<std::string_view> words(std::string_view s);
 
-// Those pieces with one ASCII space between them.
+// Joins the words with one ASCII space.
 std::string withSingleSpaces(std::string_view s);
 
 }  // namespace quorvi::text

@@ -5,9 +5,10 @@
 
 namespace quorvi {
 
-// Release notes as simple markup that is safe to show: headings, paragraphs, lists, emphasis, code
-// and links to HTTPS addresses, well nested and not deeply; all other tags, every attribute, and
-// what scripts and styles contain are gone. Plain text keeps its lines. Long notes are cut.
+// Returns release notes as markup that is safe to show: headings, paragraphs, lists, emphasis, code
+// and links to HTTPS addresses, well nested to a limited depth. Removes all other tags, all other
+// attributes, and the content of scripts and styles. Keeps the lines of plain text. Truncates long
+// notes.
 std::string safeReleaseNotes(std::string_view notes);
 
 }  // namespace quorvi

@@ -18,7 +18,7 @@ using folderlog::Entry;
 
 namespace {
 
-// Numbers taken at a time: the machine's file is written once for so many entries.
+// Numbers reserved at a time; the machine file is written once for so many entries.
 constexpr std::uint64_t reservation = 1 << 20;
 
 constexpr auto isNotThere = "A file of the folder is not there.";
@@ -32,7 +32,7 @@ CloudSaveResult refused(CloudRecord record, int code, const char* why,
     throw CloudError(code, why);
 }
 
-// Errors of the helpers that know nothing of clouds.
+// Converts errors of helpers that do not know CloudError.
 template <class Work>
 void translated(const std::filesystem::path& path, Work work) {
     try {
@@ -67,8 +67,8 @@ FolderCloud::Opened& FolderCloud::ready() {
     return *opened_;
 }
 
-// Makes the folder when it is new. A folder that has been written before and is empty now is a
-// mount that is missing, which must not be mistaken for a new beginning.
+// Creates a new folder. A folder that was written before and is now empty is a missing mount, not a
+// new folder.
 void FolderCloud::prepareFolder() {
     std::error_code error;
     const bool exists = std::filesystem::is_directory(folder_, error);
@@ -83,7 +83,7 @@ void FolderCloud::prepareFolder() {
             throw CloudError(cloudErrorCode::networkUnavailable,
                              "The folder " + folder_.string() + " is not there.");
     }
-    // Another folder, or one in which this machine's files have been deleted.
+    // Another folder, or the files of this machine have been deleted.
     machine_->renew();
     translated(folder_, [this] {
         makePrivateFolder(folder_);
@@ -105,8 +105,8 @@ void FolderCloud::open() {
     opened->segments.readAll(std::nullopt);
     opened->self = opened->index.machineNumber(machine_->id);
     const auto& self = opened->index.machine(opened->self);
-    // Numbers that this machine has not given out: a copy of this computer has written as it, or
-    // its file comes from a backup. It goes on as another one.
+    // Unknown numbers: a copy of this computer has written with this identity, or the machine file
+    // is from a backup. Continue with a new identity.
     if (self.covered > machine_->reserved) {
         machine_->renew();
         return open();
@@ -115,7 +115,7 @@ void FolderCloud::open() {
     if (!segments.empty()) opened->firstSegment = segments.front();
     opened->writer = std::make_unique<FolderWriter>(
         own, machine_->id, segments.empty() ? 1 : segments.back() + 1, limits_.segmentSize);
-    // An entry that others may have seen before it was lost keeps its number.
+    // Numbers of lost entries are not reused, because others may have seen them.
     opened->nextNumber = std::max(machine_->reserved, self.covered) + 1;
     opened->ownBytes = opened->segments.sizeOf(opened->self);
     std::uint64_t needed = 0;
@@ -227,7 +227,7 @@ std::vector<FolderCloud::Outcome> FolderCloud::saveTogether(
     try {
         if (opened_) opened_->writer->sync();
     } catch (const CloudError&) {
-        opened_.reset();  // what is there has to be read anew
+        opened_.reset();  // forces rereading the folder
         for (auto& outcome : outcomes) outcome = {{}, std::current_exception()};
     }
     return outcomes;
@@ -389,7 +389,7 @@ CloudRecordChanges FolderCloud::recordChanges(const std::string& name, const std
                 break;
             }
             auto record = read(bodies, number, *item);
-            // A file that was there and is not: what replaces it is to come.
+            // The file is gone; its replacement has not arrived yet.
             if (!record) {
                 isWhole = false;
                 break;
@@ -435,7 +435,7 @@ void FolderCloud::compact() {
     for (const auto& item : items) {
         if (!index.isNeeded(item)) continue;
         const auto body = bodies.read({opened.self, item.segment, item.offset, item.length});
-        // Somebody has damaged the log; what is left of it stays as it is.
+        // The log is damaged; keep what is left of it.
         if (!body) fail(cloudErrorCode::networkFailure, isNotThere);
         if (piece.size() > limits_.segmentSize / 2) finishPiece(last);
         folderlog::appendEntry(piece, *folderlog::readBody(*body));

@@ -17,31 +17,31 @@
 
 namespace quorvi {
 
-// The cloud database that a shared folder amounts to, as FolderCloudDatabase's executor works it.
-// Every call blocks, first takes in what other machines have written, and throws CloudError.
-// The folder holds a folder for each machine, named by its UUID, and in it the segments that this
-// machine alone writes. One thread at a time.
+// Implements the cloud database over a shared folder, on the executor of FolderCloudDatabase. Every
+// call blocks, first reads what other machines have written, and throws CloudError. The folder has
+// a subfolder for each machine, named by its UUID, with the segments that only this machine writes.
+// One thread at a time.
 class FolderCloud {
 public:
     struct Limits {
         std::size_t recordsPerPage = 2000;
         std::size_t bytesPerPage = 2 << 20;
-        // A file synchroniser that sends whole files sends at most this for one change.
+        // A synchroniser that sends whole files sends at most this much per change.
         std::uint64_t segmentSize = 8 << 20;
-        std::uint64_t smallLog = 4 << 20;  // not worth rewriting
-        std::uint32_t segments = 64;       // more than it takes; each start begins one
+        std::uint64_t smallLog = 4 << 20;  // a log up to this size is not compacted
+        std::uint32_t segments = 64;       // more are compacted; each start creates one
     };
 
     FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile, Limits limits);
     FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile)
         : FolderCloud(std::move(folder), std::move(machineFile), Limits()) {}
 
-    // Whom the folder belongs to.
+    // Returns the id of the owner of the folder.
     std::string owner();
     void saveZone(const std::string& zone);
     void deleteZone(const std::string& zone);
     std::vector<CloudSaveResult> saveRecords(std::vector<CloudRecord> records);
-    // Several such calls, which wait for the disk together.
+    // Like several saveRecords() with one fsync.
     struct Outcome {
         std::vector<CloudSaveResult> results;
         std::exception_ptr failure;
@@ -51,38 +51,38 @@ public:
     CloudZoneChanges zoneChanges(const std::string& token);
     CloudRecordChanges recordChanges(const std::string& zone, const std::string& token);
 
-    // Rewrites this machine's segments when more than half of them is outdated, or there are many
-    // small ones.
+    // Rewrites the segments of this machine if more than half of their content is outdated or there
+    // are many of them.
     void compact();
 
-    // The folder that this machine writes.
+    // Returns the subfolder that this machine writes.
     std::filesystem::path ownFolder();
 
 private:
-    // What is known of the folder while it is there.
+    // State that is valid while the folder is present.
     struct Opened {
         explicit Opened(const std::filesystem::path& folder) : segments(folder, index) {}
         FolderIndex index;
         FolderSegments segments;
         std::unique_ptr<FolderWriter> writer;
         std::uint32_t self = 0;
-        std::uint64_t device = 0;  // of its own folder, to notice that it is another one
+        std::uint64_t device = 0;  // of its own folder, to detect a replacement
         std::uint64_t inode = 0;
         std::uint64_t nextNumber = 0;
-        std::uint32_t firstSegment = 1;   // of this machine's
-        std::uint64_t ownBytes = 0;       // entries in this machine's segments
-        std::uint64_t outdatedBytes = 0;  // and those of them that are not needed any more
+        std::uint32_t firstSegment = 1;   // of this machine
+        std::uint64_t ownBytes = 0;       // size of the entries in this machine's segments
+        std::uint64_t outdatedBytes = 0;  // of those that are no longer needed
     };
 
     Opened& ready();
     bool isStillThere() const;
     void open();
     void prepareFolder();
-    // Numbers for so many entries, never given out before.
+    // Reserves numbers for `count` entries; they are never used again.
     std::uint64_t reserve(std::size_t count);
-    // Writes one entry that is no record.
+    // Writes one entry that is not a record.
     void note(folderlog::Entry entry);
-    // Saves without waiting for the disk.
+    // Saves without fsync.
     std::vector<CloudSaveResult> write(std::vector<CloudRecord> records);
     void takeWritten(std::string_view bytes, const FolderWriter::Position& position);
     CloudRecord recordAt(const FolderIndex::Winner& winner);

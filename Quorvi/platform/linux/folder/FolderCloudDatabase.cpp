@@ -11,7 +11,7 @@
 
 namespace quorvi {
 
-// Saves that come while the disk is busy wait for it together.
+// Collects saves while the disk is busy, to write them together.
 struct FolderCloudDatabase::Saves {
     void carryOut(FolderCloud& cloud) {
         std::vector<std::vector<CloudRecord>> taken;
@@ -32,7 +32,7 @@ struct FolderCloudDatabase::Saves {
         try {
             cloud.compact();
         } catch (const CloudError&) {
-            // The log stays longer than it need be, and the next save tries again.
+            // The next save tries again.
         }
     }
 
@@ -75,7 +75,7 @@ Task<std::string> FolderCloudDatabase::userRecordName(std::stop_token stop) {
     auto owner = co_await asking;
     const bool isAnother = !owner_.empty() && owner != owner_;
     owner_ = owner;
-    // Another folder has been put in the place.
+    // The folder has been replaced by another one.
     if (isAnother)
         scheduler_.post([weak = std::weak_ptr(accountChange_)] {
             if (const auto observers = weak.lock()) observers->notify();
@@ -125,7 +125,7 @@ Task<void> FolderCloudDatabase::saveSubscription(std::string, std::stop_token st
             if (const auto observers = weak.lock()) observers->notify();
         });
     };
-    // A network mount may take its time for this, too.
+    // On a network mount this may block as well.
     auto watching = run(
         [changed, folder = folder_](FolderCloud& cloud) {
             return std::make_unique<FolderWatch>(folder, cloud.ownFolder().filename().string(),

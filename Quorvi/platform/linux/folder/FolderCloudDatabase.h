@@ -12,22 +12,22 @@ namespace quorvi {
 class FolderCloud;
 class FolderWatch;
 
-// A folder that the user's machines share, through any file synchroniser or network mount, as their
-// database. Each machine writes only files of its own there, so that a synchroniser never meets a
-// conflict; what has not arrived yet, or not whole, is waited for.
+// A cloud database in a folder that the machines of a user share through a file synchroniser or a
+// network mount. Each machine writes only its own files there, so a synchroniser never finds a
+// conflict; files that are missing or incomplete are awaited.
 //
-// The account is the owner's identity that the folder holds: whoever can read it belongs to it.
-// A save is checked against what has arrived on this machine. Two machines that save a record
-// before they hear of each other both succeed; then both versions are fetched by all machines, and
-// one of them, the same everywhere, is the one that a further save has to name.
+// The account is the owner id in the folder: whoever can read the folder belongs to it. A save is
+// checked against what this machine has received. If two machines save a record before they receive
+// each other's version, both saves succeed, all machines fetch both versions, and all choose the
+// same one as the version that the next save must name.
 //
-// Errors: networkUnavailable for a folder or mount that is missing, permissionFailure for one that
-// may not be written, quotaExceeded for a full disk.
+// Errors: networkUnavailable if the folder or mount is missing, permissionFailure if it cannot be
+// written, quotaExceeded if the disk is full.
 class FolderCloudDatabase final : public CloudDatabase {
 public:
     struct Place {
-        std::filesystem::path folder;  // made (0700) when it is missing
-        // Where this computer keeps who it is in the folder; outside of it.
+        std::filesystem::path folder;  // created (0700) if missing
+        // File with the identity of this computer in the folder; outside of it.
         std::filesystem::path deviceFile;
     };
 
@@ -58,12 +58,12 @@ private:
     Scheduler& scheduler_;
     Executor& executor_;
     const std::filesystem::path folder_;
-    const std::shared_ptr<FolderCloud> cloud_;  // the executor's
-    const std::shared_ptr<Saves> saves_;        // those that wait for the executor
-    // Shared with what has been posted.
+    const std::shared_ptr<FolderCloud> cloud_;  // used on the executor only
+    const std::shared_ptr<Saves> saves_;        // waiting for the executor
+    // Shared with posted functions.
     const std::shared_ptr<Observable> remoteChange_ = std::make_shared<Observable>();
     const std::shared_ptr<Observable> accountChange_ = std::make_shared<Observable>();
-    std::string owner_;  // as it was last told; empty: not yet
+    std::string owner_;  // last result of userRecordName(); empty before
     std::unique_ptr<FolderWatch> watch_;
 };
 

@@ -6,10 +6,10 @@
 
 namespace quorvi {
 
-// What a failure of the file system means to the cloud's user: missing mounts are a network that is
-// down, a read-only folder is a permission that is missing, a full disk a quota that is used up.
+// Maps a file system error to a CloudError: a missing mount to an unavailable network, a read-only
+// folder to a missing permission, a full disk to an exceeded quota.
 CloudError folderError(int error, const char* what, const std::filesystem::path& path);
-// Throws it for the present errno.
+// Throws the CloudError for the current errno.
 [[noreturn]] void failFolder(const char* what, const std::filesystem::path& path);
 
 }  // namespace quorvi

@@ -14,26 +14,26 @@
 
 namespace quorvi {
 
-// Where an entry's body is.
+// Location of the body of an entry.
 struct FolderPlace {
-    std::uint32_t machine = 0;  // as numbered by the index
+    std::uint32_t machine = 0;  // number in the index
     std::uint32_t segment = 0;
     std::uint64_t offset = 0;
     std::uint32_t length = 0;
 };
 
-// What the logs of all machines come to: which zones there are, and which versions of their records
-// count. It is the same for the same entries, in whatever order the machines' logs have come. Holds
-// no payloads. One thread at a time.
+// The merged view of the logs of all machines: which zones exist, and which versions of their
+// records are current. Independent of the order in which the logs are read. Holds no payloads. One
+// thread at a time.
 class FolderIndex {
 public:
     using Entry = folderlog::Entry;
     static constexpr std::uint32_t nobody = UINT32_MAX;
 
-    // An entry that counts, or once did.
+    // An entry that is or was current.
     struct Item {
         enum class State : std::uint8_t {
-            current,   // no version replaces it; several at once after saves at the same time
+            current,   // not replaced; concurrent saves leave several
             replaced,  // by a version of another machine
             outdated,  // by a version of its own machine
         };
@@ -49,7 +49,7 @@ public:
         State state = State::current;
         bool isRecord = false;
     };
-    // The last version that each machine has written.
+    // The last version by one machine.
     struct Latest {
         std::uint32_t machine;
         std::uint32_t item;
@@ -59,15 +59,15 @@ public:
     };
     struct Machine {
         Uuid id;
-        std::uint64_t covered = 0;  // all entries up to this one are known
-        std::vector<Item> items;    // by ascending number
+        std::uint64_t covered = 0;  // all entries up to this number are known
+        std::vector<Item> items;    // in ascending order of number
     };
     struct Zone {
         std::string name;
         std::uint32_t generation = 0;
         std::uint32_t deletedThrough = 0;
         std::unordered_map<std::string, Record> records;
-        std::map<std::uint32_t, std::uint64_t> changed;  // the last entry of each machine
+        std::map<std::uint32_t, std::uint64_t> changed;  // last entry of each machine
         std::map<std::uint32_t, std::uint64_t> deleted;
 
         bool exists() const { return generation > deletedThrough; }
@@ -77,29 +77,29 @@ public:
     const Machine& machine(std::uint32_t number) const { return machines_[number]; }
     std::size_t machineCount() const { return machines_.size(); }
 
-    // Takes in the next entry of a machine's log, or a known one that has moved.
+    // Adds the next entry of a machine's log, or updates a known one that has moved.
     void take(const Entry& entry, const FolderPlace& place);
-    // The segment has all that is left of the entries from `start` to `end`: those of them that
-    // are only in segments before it have been given up by their machine.
+    // Declares the segment complete for the entries from `start` to `end`: those that exist only in
+    // earlier segments have been dropped by their machine.
     void takeWhole(std::uint32_t machine, std::uint32_t segment, std::uint64_t start,
                    std::uint64_t end);
 
     const std::set<std::string>& owners() const { return owners_; }
     std::uint64_t clock() const { return clock_; }
     const std::vector<Zone>& zones() const { return zones_; }
-    // Null when there is none, or no more.
+    // Returns nullptr if the zone does not exist or has been deleted.
     const Zone* zone(std::string_view name) const;
-    // Which generation the next zone of that name is.
+    // Returns the generation of the next zone of that name.
     std::uint32_t nextGeneration(std::string_view name) const;
 
-    // The version that counts: of several the one that all machines choose.
+    // The current version; of concurrent ones, the one that all machines choose.
     struct Winner {
         std::uint32_t machine;
         const Item* item;
     };
     std::optional<Winner> winner(const Zone& zone, const std::string& name) const;
     bool counts(const Item& item) const;
-    // Whether it has to be kept: others may not have seen what replaces it.
+    // Whether the item must be kept because other machines may not have seen its replacement.
     bool isNeeded(const Item& item) const;
 
 private:

@@ -8,21 +8,21 @@
 
 #include "QuorviCore/identity/Uuid.h"
 
-// How a machine's changes stand in its files of a shared folder. A file is a segment of the
-// machine's log: a head, and entries one after another. Numbers have their lowest byte first.
+// The file format of a machine's log in a shared folder. Each file is a segment of the log: a head
+// followed by entries. Integers are little-endian.
 //
 //     head:   "QuorviCloudLog1\n", machine (16), start (8), checksum (4)
 //     entry:  length of the body (4), checksum of the body (4), body
 //
-// Entries have ascending numbers within a segment and, segments taken by their start, within the
-// log. A segment may be read once everything before its start is known; numbers that are left out
-// mean nothing. So what is missing is noticed, and what is torn is told from what is whole.
+// Entry numbers ascend within a segment and, with segments ordered by their start, within the log.
+// Numbers may be skipped. A segment may be read once everything before its start is known, so a
+// missing segment is noticed, and a torn entry is told from a whole one by its checksum.
 namespace quorvi::folderlog {
 
 inline constexpr std::size_t headSize = 44;
 inline constexpr std::size_t frameSize = 8;  // before each body
 
-// Names a version of a record for good: the machine that wrote it, and the entry.
+// Identifies a version of a record: the machine that wrote it, and the number of its entry.
 struct Version {
     Uuid machine;
     std::uint64_t number = 0;
@@ -32,32 +32,32 @@ struct Version {
 
 struct Entry {
     enum class Kind : std::uint8_t {
-        owner = 1,    // name: whom the folder belongs to
+        owner = 1,    // name: owner of the folder
         zoneMade,     // zone, generation
-        zoneDeleted,  // zone, generation: it and those before
+        zoneDeleted,  // zone, generation: this one and all earlier ones
         record,       // zone, generation, name, type, parent, payload
-        end,          // nothing more comes in this segment: the number is the last it covers
+        end,          // end of a segment; number: the last one covered
     };
     Kind kind = Kind::end;
-    std::uint64_t number = 0;  // in its machine's log, from 1
-    std::uint64_t clock = 0;   // greater than that of all entries its machine had seen
+    std::uint64_t number = 0;  // in the log of its machine, from 1
+    std::uint64_t clock = 0;   // greater than all clocks that its machine had seen
     std::uint32_t generation = 0;
     std::string_view zone;
     std::string_view name;
     std::string_view type;
-    std::optional<Version> parent;  // the version that a record replaces
+    std::optional<Version> parent;  // version that the record replaces
     std::optional<std::string_view> payload;
 };
 
 void appendHead(std::string& bytes, const Uuid& machine, std::uint64_t start);
-// The start of a segment of this machine; nothing for any other bytes.
+// Returns the start of a segment of this machine; nullopt for anything else.
 std::optional<std::uint64_t> readHead(std::string_view bytes, const Uuid& machine);
 
 void appendEntry(std::string& bytes, const Entry& entry);
-// The body of the entry that the bytes begin with; nothing when it is not all there, or damaged,
-// which a reader can't tell apart.
+// Returns the body of the entry at the start of the bytes; nullopt if it is incomplete or damaged,
+// which cannot be told apart.
 std::optional<std::string_view> readFrame(std::string_view bytes);
-// The views are into the body. Nothing for a body of another program.
+// Decodes a body; the views point into it. Returns nullopt for entries of an unknown format.
 std::optional<Entry> readBody(std::string_view body);
 
 }  // namespace quorvi::folderlog

@@ -17,7 +17,7 @@ namespace {
 constexpr auto mark = "Quorvi cloud folder 1";
 constexpr int programsAtOnce = 16;
 
-// Tells this computer from one that has a copy of its files.
+// Distinguishes this computer from one with a copy of its files.
 std::string computer() {
     const auto id = PosixFileStore().read("/etc/machine-id");
     return std::to_string(crc32c(id.value_or("")));

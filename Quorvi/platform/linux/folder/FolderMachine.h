@@ -10,25 +10,25 @@
 
 namespace quorvi {
 
-// Who this program is to the others in a shared folder, kept on this computer alone. Two programs
-// that run at once with the same file are two machines, and so is a copy of the file on another
-// computer: two that wrote as one would overwrite each other.
+// The identity of this machine in a shared folder, stored on this computer only. Two running
+// programs with the same file get two identities, and so does a copy of the file on another
+// computer: two writers with one identity would overwrite each other.
 class FolderMachine {
 public:
-    // Reads what is there, or begins anew. Throws std::system_error.
+    // Reads the file, or creates a new identity. Throws std::system_error.
     explicit FolderMachine(const std::filesystem::path& file);
 
-    // Makes what has changed durable. Throws std::system_error.
+    // Writes the file durably. Throws std::system_error.
     void save();
 
-    // A new machine, of no folder yet.
+    // Becomes a new machine without a folder.
     void renew();
 
     Uuid id;
-    std::string folder;  // where it has written; empty: nowhere yet
+    std::string folder;  // where it has written; empty if nowhere yet
     std::string owner;   // of that folder
     std::uint64_t reserved =
-        0;  // no entry has a greater number; entries that were lost keep theirs
+        0;  // no entry has a greater number; numbers of lost entries are not reused
 
 private:
     std::filesystem::path file_;

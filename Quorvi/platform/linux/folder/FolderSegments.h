@@ -13,36 +13,36 @@
 
 namespace quorvi {
 
-// The name of a segment's file, and the number in such a name; nothing for any other name, such as
-// those of file synchronisers' drafts and conflicts.
+// Convert between the number of a segment and its file name. folderSegmentNumber() returns nullopt
+// for other names, such as drafts and conflict copies of file synchronisers.
 std::string folderSegmentName(std::uint32_t number);
 std::optional<std::uint32_t> folderSegmentNumber(std::string_view name);
 
-// Brings an index up to date with the machines' folders. Whatever is not there yet, or not whole,
-// is passed over until it is. One thread at a time.
+// Updates an index from the machines' folders. Skips what is missing or incomplete until it is
+// complete. One thread at a time.
 class FolderSegments {
 public:
     FolderSegments(std::filesystem::path folder, FolderIndex& index);
 
-    // All machines but `except`, whose log is only written by its own program. Throws CloudError
-    // when the folder can't be read.
+    // Reads all machines except `except`, whose log this program writes. Throws CloudError if the
+    // folder cannot be read.
     void readAll(std::optional<Uuid> except);
     void readMachine(const Uuid& id);
 
     std::filesystem::path pathOf(const Uuid& machine) const;
     std::filesystem::path pathOf(std::uint32_t machine, std::uint32_t segment) const;
-    // The numbers of a machine's segments that have been seen.
+    // Returns the numbers of the known segments of a machine.
     std::vector<std::uint32_t> segmentsOf(std::uint32_t machine) const;
-    // Bytes of a machine's segments.
+    // Returns the total size of the segments of a machine.
     std::uint64_t sizeOf(std::uint32_t machine) const;
 
 private:
     struct Segment {
-        std::optional<std::uint64_t> start;  // once the head has been read
-        std::uint64_t parsed = 0;            // bytes that have been taken in
+        std::optional<std::uint64_t> start;  // set when the head has been read
+        std::uint64_t parsed = 0;            // bytes that have been indexed
         std::uint64_t size = 0;
         std::int64_t changed = 0;  // modification time
-        bool isNew = true;         // there may be more to take in
+        bool isNew = true;         // may have more to index
     };
     using Segments = std::map<std::uint32_t, Segment>;
 
@@ -54,12 +54,12 @@ private:
     std::map<std::uint32_t, Segments> segments_;
 };
 
-// Reads bodies of entries, quickly when they stand one after another.
+// Reads the bodies of entries; fast if they are consecutive.
 class FolderBodies {
 public:
     explicit FolderBodies(const FolderSegments& segments) : segments_(segments) {}
 
-    // The body, valid until the next call; nothing when it is not there any more.
+    // Returns the body, valid until the next call; nullopt if it no longer exists.
     std::optional<std::string_view> read(const FolderPlace& place);
 
 private:

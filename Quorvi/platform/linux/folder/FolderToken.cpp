@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view mark = "folder1:";
 constexpr std::size_t uuidSize = 36;
 
-// The number that the text begins with, taken off it.
+// Removes the number at the start of the text and returns it.
 template <class Number>
 std::optional<Number> takeNumber(std::string_view& text) {
     Number number = 0;

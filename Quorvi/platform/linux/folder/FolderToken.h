@@ -9,14 +9,14 @@
 
 namespace quorvi {
 
-// How far a reader of a shared folder has got: in each machine's log, and in which generation of a
-// zone.
+// A position of a reader of a shared folder: the generation of a zone, and an entry number in the
+// log of each machine.
 struct FolderToken {
     std::uint32_t generation = 0;
     std::map<Uuid, std::uint64_t> positions;
 
     std::string text() const;
-    // Nothing for what text() has not made.
+    // Returns nullopt for text that text() did not produce.
     static std::optional<FolderToken> parse(const std::string& text);
 };
 

@@ -17,7 +17,7 @@ namespace quorvi {
 
 namespace {
 
-// Writes that belong together tell once.
+// Combines bursts of writes into one notification.
 constexpr int togetherMs = 20;
 
 constexpr std::uint32_t newMachine = IN_CREATE | IN_MOVED_TO | IN_ONLYDIR;
@@ -51,7 +51,7 @@ void FolderWatch::watchMachine(const std::string& name) {
         ::inotify_add_watch(events_.get(), (folder_ / name).c_str(), newContent);
 }
 
-// Takes what has been told; false when that was nothing.
+// Reads pending events; returns false if there were none.
 bool FolderWatch::takeEvents() {
     alignas(inotify_event) char buffer[64 * 1024];
     bool any = false;

@@ -10,14 +10,14 @@
 
 namespace quorvi {
 
-// Tells when other machines' files in a shared folder change, as far as the system says so, which
-// it does for what happens on this computer.
+// Watches the files of other machines in a shared folder with inotify, which reports changes made
+// on this computer only.
 class FolderWatch {
 public:
-    // `changed` is called on a thread of the watch's own, once for changes that come together.
-    // Files in the folder `own` don't count. Throws CloudError when there is no such folder.
+    // `changed` is called on a thread of the watch, once for a burst of changes. Ignores files in
+    // the folder `own`. Throws CloudError if the folder does not exist.
     FolderWatch(std::filesystem::path folder, std::string own, std::function<void()> changed);
-    // `changed` is not called any more.
+    // `changed` is not called afterwards.
     ~FolderWatch();
     FolderWatch(const FolderWatch&) = delete;
     FolderWatch& operator=(const FolderWatch&) = delete;

@@ -24,7 +24,7 @@ void writeAll(int file, std::string_view bytes, const std::filesystem::path& pat
 
 void syncFolder(const std::filesystem::path& folder) {
     const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // Some network file systems know no fsync of a folder.
+    // Some network file systems do not support fsync of a folder.
     if (!opened || (::fsync(opened.get()) != 0 && errno != EINVAL)) failFolder("fsync", folder);
 }
 
@@ -49,9 +49,9 @@ void FolderWriter::begin(std::uint64_t start) {
 
 FolderWriter::Position FolderWriter::append(std::string_view entries, std::uint64_t start) {
     const auto failed = [this] {
-        // Nothing may follow what could be torn.
+        // Nothing may be appended after an entry that may be torn.
         if (file_ && *file_ && ::ftruncate(file_->get(), static_cast<off_t>(size_)) != 0)
-            errno = 0;  // readers pass over it
+            errno = 0;  // readers skip the torn entry
         file_.reset();
     };
     if (size_ + entries.size() > segmentSize_) finishSegment();
@@ -72,7 +72,7 @@ void FolderWriter::sync() {
     if (!file_ || isSynced_) return;
     if (::fdatasync(file_->get()) != 0) {
         const auto error = folderError(errno, "fdatasync", lastSegment());
-        file_.reset();  // whatever has become of it
+        file_.reset();  // its content is uncertain
         throw error;
     }
     isSynced_ = true;

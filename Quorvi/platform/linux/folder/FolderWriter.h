@@ -10,11 +10,11 @@
 
 namespace quorvi {
 
-// Appends to a machine's own segments. One thread at a time.
+// Appends to the segments of this machine. One thread at a time.
 class FolderWriter {
 public:
-    // `next`: the number that no segment has, nor any greater. A segment is at most so large,
-    // unless it holds one append only.
+    // `next` is greater than the number of any existing segment. A segment exceeds `segmentSize`
+    // only if it holds a single append.
     FolderWriter(std::filesystem::path folder, const Uuid& machine, std::uint32_t next,
                  std::uint64_t segmentSize)
         : folder_(std::move(folder)), machine_(machine), segmentSize_(segmentSize), next_(next) {}
@@ -23,16 +23,15 @@ public:
         std::uint32_t segment;
         std::uint64_t offset;
     };
-    // Appends the entries, whose numbers are `start` and above, and returns where they stand. They
-    // are there to stay after sync(). Throws CloudError; what has been written by then may be there
-    // or not.
+    // Appends entries with numbers from `start` up and returns their position. They are durable
+    // after sync(). Throws CloudError; entries written before may or may not be there.
     Position append(std::string_view entries, std::uint64_t start);
     void sync();
 
-    // The next entries begin a new segment. Those before are there to stay.
+    // Makes all entries durable; the next append starts a new segment.
     void finishSegment();
     std::uint32_t nextSegment() const { return next_; }
-    // Removes segments before this one.
+    // Removes the segments before this one.
     void removeBelow(std::uint32_t segment);
 
 private:
@@ -43,7 +42,7 @@ private:
     const Uuid machine_;
     const std::uint64_t segmentSize_;
     std::uint32_t next_;
-    std::unique_ptr<Descriptor> file_;  // the last segment; none: the next append begins one
+    std::unique_ptr<Descriptor> file_;  // the last segment; nullptr if the next append starts one
     std::uint64_t size_ = 0;
     bool isSynced_ = true;
 };

@@ -13,7 +13,7 @@ namespace quorvi {
 
 namespace {
 
-// libpq 15 knows no "system" for the certificates to trust, only a file.
+// libpq 15 does not support "system" as the root certificate, only a file.
 constexpr const char* systemCertificates = "/etc/ssl/certs/ca-certificates.crt";
 
 [[noreturn]] void refuse(const char* sentence) {
@@ -37,7 +37,7 @@ bool isLocal(const std::string& host) {
            host.starts_with("127.") || host == "::1";
 }
 
-// Whether every one of a list of hosts is this machine. No host at all may mean any machine, by the
+// Whether all hosts of a list are this machine. An empty list may mean any host, through the
 // environment or a service file.
 bool areLocal(const std::string& hosts) {
     std::size_t begin = 0;
@@ -71,7 +71,7 @@ PostgresAddress::PostgresAddress(const std::string& address) {
     const bool local = areLocal(hosts) && !given.contains("service");
     given.emplace("sslmode", local ? "prefer" : "verify-full");
     if (!hasOwnCertificates()) given.emplace("sslrootcert", systemCertificates);
-    // Kerberos would look for its own servers first, blocking.
+    // Kerberos would look up its own servers first, blocking.
     given.emplace("gssencmode", "disable");
     given.emplace("fallback_application_name", "Quorvi");
     given.emplace("keepalives_idle", "30");

@@ -8,7 +8,7 @@ namespace quorvi {
 
 namespace {
 
-// What a token belongs to, and how far it has got.
+// The content of a token.
 struct Token {
     std::string subject;
     std::int64_t version = 0;
@@ -30,8 +30,8 @@ struct Token {
     bool isFirst() const { return valid && subject.empty(); }
 };
 
-// A token of another account or an earlier zone, or one that is ahead of the database, which then
-// was put back to an older state.
+// A token of another account or an earlier zone, or one that is ahead of the database, which has
+// then been restored to an older state.
 void check(const Token& token, const std::string& subject, std::int64_t lastVersion) {
     if (token.isFirst()) return;
     if (!token.valid || token.subject != subject || token.version > lastVersion)
@@ -58,7 +58,7 @@ std::shared_ptr<PostgresJob> request(PostgresQuery query, Promise<T> promise,
                                                 std::move(read));
 }
 
-// The first row says which zone there is, also when there is no record to speak of.
+// The first row describes the zone, even if there are no records.
 enum ZoneColumn {
     generationColumn,
     lastVersionColumn,

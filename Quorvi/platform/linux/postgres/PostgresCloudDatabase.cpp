@@ -15,12 +15,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Records in a page: few at first, since nothing is known of their size, then as many as make a
-// page of this size.
+// Records per page: few at first, while their size is unknown, then as many as fit this size.
 constexpr std::size_t firstPage = 200;
 constexpr std::size_t largestPage = 2'000;
 constexpr std::size_t bytesInPage = 4 << 20;
-// A page that was asked for ahead and lies longer may have been overtaken.
+// An older prefetched page may be outdated.
 constexpr auto freshness = 2s;
 
 void checkName(const std::string& name) {
@@ -28,7 +27,7 @@ void checkName(const std::string& name) {
         throw CloudError(cloudErrorCode::invalidArguments, "A name can't be stored.");
 }
 
-// Lets a job go when its coroutine ends, however it does.
+// Abandons a job when the coroutine that awaits it ends.
 class Abandon {
 public:
     explicit Abandon(std::shared_ptr<PostgresJob> job) : job_(std::move(job)) {}
@@ -55,7 +54,7 @@ PostgresCloudDatabase::~PostgresCloudDatabase() = default;
 std::unique_ptr<PostgresWorker> PostgresCloudDatabase::startWorker(const std::string& address,
                                                                    PostgresPassword password,
                                                                    PostgresTimes times) {
-    // Events that are on their way when the database goes find nobody.
+    // Events that are pending when the database is destroyed are dropped.
     const auto tell = [this](Observable Observers::*whom) {
         return [&scheduler = scheduler_, weak = std::weak_ptr(observers_), whom] {
             scheduler.post([weak, whom] {
@@ -189,7 +188,7 @@ Task<CloudRecordChanges> PostgresCloudDatabase::recordChanges(std::string zone, 
     Abandon abandon(page.job);
     CloudRecordChanges changes = co_await future;
     learnSize(changes);
-    // The server works on the next page while this one is taken in.
+    // The server prepares the next page while this one is processed.
     if (changes.more) ahead_ = ask(page.zone, changes.token);
     co_return changes;
 }

@@ -14,23 +14,22 @@ namespace quorvi {
 class PostgresJob;
 class PostgresWorker;
 
-// The cloud database in PostgreSQL 15 or newer, or what speaks its protocol, over libpq: see
-// server/postgresql for the tables and scripts/cloud-server for setting one up. The login role is
-// the account.
+// A cloud database in PostgreSQL 15 or newer, or a compatible server, over libpq. server/postgresql
+// has the tables, scripts/cloud-server sets a server up. The login role is the account.
 //
-// One thread of its own drives one connection, which is opened when there is something to do and
-// kept while there is a subscription. Lives on the main thread, longer than its operations; those
-// still under way at its destruction end with Cancelled. The destructor waits for the thread, which
-// is at once, or as long as the system looks up the server's name.
+// Owns a thread that drives one connection, which is opened on demand and kept while there is a
+// subscription. Main thread; outlives its operations, of which the pending ones end with Cancelled
+// at its destruction. The destructor joins the thread, which may take as long as looking up the
+// server's name.
 class PostgresCloudDatabase : public CloudDatabase {
 public:
-    // With an address that is refused, every operation throws why. The provider is asked on the
-    // database's thread before each connection.
+    // If the address is refused, every operation throws the reason. The password is requested on
+    // the thread of the database before each connection.
     PostgresCloudDatabase(Scheduler& scheduler, const std::string& address,
                           PostgresPassword password, PostgresTimes times = {});
     ~PostgresCloudDatabase() override;
 
-    // Why an address can't be used, as a sentence for the user; nothing when it can.
+    // Returns why an address cannot be used, as a sentence for the user; nullopt if it can.
     static std::optional<std::string> refusal(const std::string& address);
 
     Task<CloudAccountStatus> accountStatus(std::stop_token stop) override;
@@ -52,7 +51,7 @@ private:
         Observable remoteChange;
         Observable accountChange;
     };
-    // A page that was asked for before anybody wanted it.
+    // A prefetched page.
     struct Page {
         std::string zone;
         std::string token;

@@ -28,7 +28,7 @@ PostgresConnection::PostgresConnection(const PostgresAddress& address,
         lose(CloudError(cloudErrorCode::internalError, "There is not enough memory."));
         return;
     }
-    // Messages about a failed login come as the server's state alone, in no language.
+    // Reports a failed login by its SQLSTATE only, independent of language.
     PQsetErrorVerbosity(connection_.get(), PQERRORS_SQLSTATE);
     PQsetNoticeReceiver(connection_.get(), takeNotice, this);
     if (PQstatus(connection_.get()) == CONNECTION_BAD)
@@ -65,7 +65,7 @@ void PostgresConnection::advance() {
     if (state_ == State::connecting) {
         connectFurther();
     } else if (state_ == State::ready) {
-        // What has arrived before the end still counts: takeAnswer() comes to the end later.
+        // Answers received before the end still count; takeAnswer() reaches the end later.
         broken_ |= !PQconsumeInput(connection_.get());
         flush();
     }
@@ -164,7 +164,7 @@ std::optional<PostgresAnswer> PostgresConnection::takeAnswer() {
                 break;
             default: {
                 const auto state = field(result.get(), PG_DIAG_SQLSTATE);
-                // The server's last words on a connection come as an answer to what was asked.
+                // The last message of the server on a connection arrives as the answer to a query.
                 if (state.starts_with("57P0")) lastNotice_ = state;
                 answer_.error =
                     state.empty()

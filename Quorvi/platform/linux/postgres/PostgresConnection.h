@@ -13,15 +13,15 @@
 
 namespace quorvi {
 
-// What came of one query: rows, or why there are none.
+// The answer to one query: rows, or an error.
 struct PostgresAnswer {
     PostgresResult result;
     std::optional<CloudError> error;
 };
 
-// One connection, which never blocks but for looking up the server's name: its owner polls the
-// descriptor and lets it advance. Queries are pipelined, each a transaction of its own; answers
-// come in their order. libpq keeps the password in memory as long as the connection lives.
+// One non-blocking connection (only looking up the server's name blocks): the owner polls the
+// descriptor and calls advance(). Queries are pipelined, each in its own transaction, and answered
+// in order. libpq keeps the password in memory for the life of the connection.
 class PostgresConnection {
 public:
     enum class State { connecting, ready, lost };
@@ -31,23 +31,23 @@ public:
     PostgresConnection& operator=(const PostgresConnection&) = delete;
 
     State state() const { return state_; }
-    // Why it was lost.
+    // Why the connection was lost.
     const CloudError& failure() const { return failure_; }
 
     int descriptor() const { return PQsocket(connection_.get()); }
     short events() const { return events_; }
-    // Bytes that have left this process and not been acknowledged by the other end.
+    // Number of bytes sent but not acknowledged by the other end.
     int unacknowledged() const;
-    // When the descriptor is ready for what it was polled for.
+    // To be called when the descriptor is ready for events().
     void advance();
 
-    // While ready.
+    // Queues a query; only in the state `ready`.
     void send(const PostgresQuery& query);
-    // Hands over what was sent. To be called when there is nothing more to send for the moment.
+    // Sends queued queries. To be called when there is nothing more to queue for now.
     void flush();
-    // The next whole answer that has arrived.
+    // Returns the next complete answer that has arrived.
     std::optional<PostgresAnswer> takeAnswer();
-    // True when another connection has announced something since the last call.
+    // Returns whether another connection has sent a notification since the last call.
     bool takeNotification();
 
 private:
@@ -63,10 +63,10 @@ private:
 
     State state_ = State::connecting;
     short events_ = 0;
-    bool broken_ = false;  // nothing more comes or goes, but answers may still lie here
+    bool broken_ = false;  // closed, but may still have answers to take
     std::size_t outstanding_ = 0;
-    PostgresAnswer answer_;   // the one that is arriving
-    std::string lastNotice_;  // SQLSTATE of what the server said last without being asked
+    PostgresAnswer answer_;   // being received
+    std::string lastNotice_;  // SQLSTATE of the last unsolicited message of the server
     CloudError failure_;
     Connection connection_;
 };

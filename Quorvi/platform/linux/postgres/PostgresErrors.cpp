@@ -13,17 +13,17 @@ using namespace std::chrono_literals;
 namespace code = cloudErrorCode;
 
 struct Meaning {
-    std::string_view state;  // or the class of states it begins with
+    std::string_view state;  // or the class at its start
     int code;
     std::optional<Duration> retryAfter;
-    std::string_view sentence;  // empty: the server's own
+    std::string_view sentence;  // empty for the message of the server
 };
 
 constexpr auto busy = "The database server is busy.";
 constexpr auto stopping = "The database server is starting or stopping.";
 constexpr auto notSetUp = "The database is not set up for Quorvi.";
 
-// The first that fits counts.
+// The first match counts.
 constexpr std::array meanings{
     Meaning{"08", code::networkFailure, {}, {}},
     Meaning{"0A", code::badContainer, {}, {}},
@@ -68,7 +68,7 @@ CloudError cloudErrorOfState(std::string_view sqlState, const std::string& messa
 }
 
 std::string sqlStateIn(std::string_view message) {
-    // A line "…: FATAL:  28P01"; a remark on where the password came from may follow.
+    // A line "…: FATAL:  28P01"; a note about the source of the password may follow.
     std::string found;
     for (const auto& line : std::views::split(message, '\n')) {
         const std::string_view text(line.begin(), line.end());

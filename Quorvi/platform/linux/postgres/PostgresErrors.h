@@ -7,11 +7,11 @@
 
 namespace quorvi {
 
-// What the server refused with, by its SQLSTATE. `message` is the server's own, in its language.
+// Maps an SQLSTATE to a CloudError. `message` is the text of the server, in its language.
 CloudError cloudErrorOfState(std::string_view sqlState, const std::string& message);
 
-// The SQLSTATE in libpq's message about a connection that failed, made with its verbosity
-// PQERRORS_SQLSTATE; empty when the server had no say in it. With several hosts, the last one's.
+// Returns the SQLSTATE in libpq's message about a failed connection, made with verbosity
+// PQERRORS_SQLSTATE; empty if the server did not answer. With several hosts, the last one's.
 std::string sqlStateIn(std::string_view message);
 
 }  // namespace quorvi

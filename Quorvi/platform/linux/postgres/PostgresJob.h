@@ -13,27 +13,27 @@
 
 namespace quorvi {
 
-// Who the connection belongs to, as the server says when it is opened.
+// The account of a connection, as reported by the server when it is opened.
 struct PostgresAccount {
     std::string id;
-    std::string channel;  // of the account's notifications
+    std::string channel;  // for notifications of the account
     bool push = false;    // whether the server announces changes
 };
 
-// Something to be done over a connection: one or more queries. All but abandon() happens on the
-// connection's thread.
+// A job for a connection: one or more queries. Everything but abandon() happens on the thread of
+// the connection.
 class PostgresJob {
 public:
     virtual ~PostgresJob() = default;
 
-    // The next query to send; nothing when all have been sent.
+    // Returns the next query to send; nullopt if all have been sent.
     virtual std::optional<PostgresQuery> next(const PostgresAccount& account) = 0;
-    // The answer to each query, in their order.
+    // Called with the answer to each query, in order.
     virtual void answered(const PostgresAnswer& answer) = 0;
-    // Once at most: there will be no more answers.
+    // Called at most once: there will be no more answers.
     virtual void failed(const std::exception_ptr& why) = 0;
 
-    // Nobody waits for it any more. What was not sent yet stays unsent. Any thread.
+    // Cancels the job; queries not yet sent are dropped. Any thread.
     void abandon() { abandoned_ = true; }
     bool isAbandoned() const { return abandoned_; }
 
@@ -41,8 +41,7 @@ private:
     std::atomic<bool> abandoned_ = false;
 };
 
-// One query, whose rows become a value for whoever awaits the promise. Reading them may throw
-// CloudError.
+// A single query whose rows resolve a promise. The read function may throw CloudError.
 template <class T>
 class PostgresRequest : public PostgresJob {
 public:

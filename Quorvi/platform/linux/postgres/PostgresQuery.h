@@ -14,14 +14,15 @@
 
 namespace quorvi {
 
-// A statement with its parameters, all in the binary form.
+// A statement with parameters in binary format.
 class PostgresQuery {
 public:
     explicit PostgresQuery(std::string sql) : sql_(std::move(sql)) {}
 
     PostgresQuery& text(std::string_view value);
     PostgresQuery& number(std::int64_t value);
-    // An array that add…() fill, each call with one element. `bytes` is a guess at its size.
+    // Adds an array parameter with a capacity for `count` elements, filled by add(). `bytes` is an
+    // estimate of their total size.
     PostgresQuery& texts(std::size_t count, std::size_t bytes = 0);
     PostgresQuery& numbers(std::size_t count);
     PostgresQuery& blobs(std::size_t count, std::size_t bytes);
@@ -29,7 +30,7 @@ public:
     void add(std::size_t parameter, std::int64_t element);
     void add(std::size_t parameter, const std::optional<Bytes>& element);
 
-    // Hands it to libpq, which sends it when it may. False when it is refused.
+    // Queues the statement in libpq. Returns false if libpq refuses it.
     bool queue(PGconn* connection) const;
 
 private:
@@ -41,7 +42,7 @@ private:
     std::vector<Oid> types_;
 };
 
-// Rows in the binary form.
+// Rows in binary format.
 class PostgresResult {
 public:
     PostgresResult() : result_(nullptr, PQclear) {}
@@ -53,7 +54,7 @@ public:
     int rows() const { return PQntuples(result_.get()); }
     bool isNull(int row, int column) const { return PQgetisnull(result_.get(), row, column) == 1; }
     bool boolean(int row, int column) const { return *PQgetvalue(result_.get(), row, column) != 0; }
-    std::int64_t number(int row, int column) const;  // of four or eight bytes
+    std::int64_t number(int row, int column) const;  // an integer of four or eight bytes
     std::string_view text(int row, int column) const {
         return {PQgetvalue(result_.get(), row, column),
                 static_cast<std::size_t>(PQgetlength(result_.get(), row, column))};

@@ -11,19 +11,19 @@ namespace quorvi {
 
 namespace {
 
-// A statement with more gains nothing, and its account waits for it.
+// Larger statements are no faster, and block the account for longer.
 constexpr std::size_t recordsInBatch = 2'000;
 constexpr std::size_t bytesInBatch = 4 << 20;
-// As the table says.
+// As in the table definition.
 constexpr std::size_t largestPayload = 16 << 20;
-// What an index entry can hold, with room for the account.
+// The limit of an index entry, less the account.
 constexpr std::size_t longestName = 2'000;
 
 bool isText(std::string_view text) {
     return text.size() <= longestName && text.find('\0') == text.npos && text::isValidUtf8(text);
 }
 
-// 0 for a record that was never saved; a tag that is none of ours fits no version.
+// Returns 0 for a record that was never saved; a foreign tag matches no version.
 std::int64_t versionOf(const std::string& tag) {
     if (tag.empty()) return 0;
     std::int64_t version = 0;
@@ -53,7 +53,8 @@ std::optional<PostgresQuery> PostgresSave::next(const PostgresAccount&) {
     return statement;
 }
 
-// Records of one zone, each name once, so that the second of two gets the first one's version.
+// A batch has one zone and each name once, so that the second save of a name sees the version of
+// the first.
 PostgresSave::Batch PostgresSave::nextBatch() {
     Batch batch;
     std::size_t bytes = 0;

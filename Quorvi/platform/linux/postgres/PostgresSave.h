@@ -9,8 +9,8 @@
 
 namespace quorvi {
 
-// Saves records, as many of a zone in one statement as make a good size. Each statement is a
-// transaction of its own and its records are saved or refused one by one.
+// Saves records in batches of one zone each. Each batch is one statement and transaction; its
+// records are saved or refused individually.
 class PostgresSave : public PostgresJob {
 public:
     PostgresSave(std::vector<CloudRecord> records, Promise<std::vector<CloudSaveResult>> promise);
@@ -20,7 +20,7 @@ public:
     void failed(const std::exception_ptr& why) override;
 
 private:
-    using Batch = std::vector<std::size_t>;  // places of records
+    using Batch = std::vector<std::size_t>;  // indexes of records
 
     Batch nextBatch();
     PostgresQuery query(const Batch& batch) const;
@@ -29,10 +29,10 @@ private:
     void finish();
 
     std::vector<CloudRecord> records_;
-    std::map<std::size_t, CloudError> errors_;  // by place
-    std::deque<Batch> sent_;                    // whose answers are due
+    std::map<std::size_t, CloudError> errors_;  // by index
+    std::deque<Batch> sent_;                    // awaiting answers
     std::size_t done_ = 0;                      // records in batches so far
-    bool heard_ = false;                        // something can be said about some of them
+    bool heard_ = false;                        // at least one batch was answered
     bool finished_ = false;
     Promise<std::vector<CloudSaveResult>> promise_;
 };

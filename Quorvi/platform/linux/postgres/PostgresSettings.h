@@ -10,20 +10,20 @@
 
 namespace quorvi {
 
-// Gives the password of an account. Asked on the database's thread before each connection; may
-// wait, and gives up on the stop. Nothing means that libpq looks in its usual files.
+// Returns the password of an account; nullopt to let libpq look in its usual files. Called on the
+// thread of the database before each connection; may block, and returns when stopped.
 using PostgresPassword = std::function<std::optional<Secret>(std::stop_token)>;
 
-// How long what may take.
+// Timeouts and intervals.
 struct PostgresTimes {
     Duration connect = std::chrono::seconds(10);
-    // Without a byte going either way while an answer is due.
+    // Without progress in either direction while an answer is due.
     Duration response = std::chrono::seconds(30);
-    // A connection that nobody needs is kept this long.
+    // How long an unused connection is kept.
     Duration idle = std::chrono::seconds(60);
-    // Between two questions for changes where the server announces none.
+    // Between polls, if the server sends no notifications.
     Duration poll = std::chrono::seconds(5);
-    // Until a lost subscription is tried again; twice as long each time.
+    // Before a lost subscription is retried; doubled each time.
     Duration firstRetry = std::chrono::seconds(1);
     Duration lastRetry = std::chrono::seconds(60);
 };

@@ -16,13 +16,11 @@ namespace quorvi {
 
 namespace {
 
-// Queries on their way at the same time: enough that the server never waits for the next one, few
-// enough that not too much of an upload lies in memory.
+// Queries in flight: enough to keep the server busy, few enough to limit the memory of an upload.
 constexpr std::size_t pipelined = 3;
 
-// A few statements that always want their index: without statistics, as in a new database, the
-// planner might think of reading the whole table. A writer that waits for another of the account's
-// gives up in time.
+// Always use the index: without statistics, as in a new database, the planner might scan the whole
+// table. A writer that waits for another one of the account times out.
 constexpr auto settings =
     "SELECT pg_catalog.set_config(name, value, false) FROM (VALUES ('lock_timeout', '10s'),"
     " ('statement_timeout', '120s'), ('idle_in_transaction_session_timeout', '10s'),"
@@ -122,7 +120,7 @@ void PostgresWorker::work() {
     }
 }
 
-// From now on, the other end has a while to show that it is alive.
+// Restarts the timeout for the other end.
 void PostgresWorker::expectAnswer() {
     deadline_ = now() + times_.response;
     unacknowledged_ = connection_->unacknowledged();
@@ -130,7 +128,7 @@ void PostgresWorker::expectAnswer() {
 
 bool PostgresWorker::isSilent() {
     if (now() < deadline_) return false;
-    // A slow link may take long to carry what the system has taken from us.
+    // A slow link may take long to send what the system has buffered.
     if (connection_->state() == PostgresConnection::State::connecting ||
         connection_->unacknowledged() >= unacknowledged_)
         return true;
@@ -151,14 +149,14 @@ void PostgresWorker::open() {
 }
 
 void PostgresWorker::beginSession() {
-    // A server that lacks one of the settings works without them.
+    // Works without a setting that the server does not know.
     enqueueFirst(std::make_shared<Errand>(settings, [](const PostgresAnswer&) {}));
     enqueueFirst(
         std::make_shared<Errand>(openAccount, [this](const auto& answer) { opened(answer); }));
     connection_->flush();
 }
 
-// Sends a query of the worker's own, whatever else there is to send.
+// Sends a query of the worker before all other jobs.
 void PostgresWorker::enqueueFirst(std::shared_ptr<PostgresJob> job) {
     if (const auto query = job->next(account_)) connection_->send(*query);
     if (outstanding_.empty()) expectAnswer();
@@ -229,7 +227,7 @@ void PostgresWorker::lose(CloudError why) {
     retryAt_ = now() + retryAfter_;
     retryAfter_ = std::min(retryAfter_ * 2, times_.lastRetry);
     failAll(std::make_exception_ptr(std::move(why)));
-    // Who was let in before and is not any more.
+    // The login worked before and is now refused.
     if (refused && !std::exchange(account_, {}).id.empty()) events_.accountChange();
 }
 
@@ -276,8 +274,8 @@ std::optional<PostgresQuery> PostgresSubscription::next(const PostgresAccount& a
 }
 
 void PostgresSubscription::answered(const PostgresAnswer& answer) {
-    // What was announced while there was no connection went past. Whoever looks now is told of all
-    // that comes later.
+    // Notifications were lost while there was no connection, so report a change; from now on they
+    // arrive.
     if (std::exchange(worker_.subscribed_, true)) worker_.events_.remoteChange();
     worker_.listening_ = worker_.account_.push && !answer.error;
     if (!worker_.listening_) worker_.nextPoll_ = now();

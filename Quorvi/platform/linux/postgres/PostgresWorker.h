@@ -18,12 +18,12 @@
 
 namespace quorvi {
 
-// The thread that drives the connection to one database: opens it when there is something to do,
-// sends jobs in the order given, a few ahead of the answers, and sleeps otherwise. With a
-// subscription it keeps the connection, and opens it again when it is lost.
+// The thread that drives the connection to a database: opens it on demand, sends jobs in order, a
+// few ahead of the answers, and otherwise sleeps. With a subscription it keeps the connection open
+// and reopens it when lost.
 class PostgresWorker {
 public:
-    // Called on the worker's thread.
+    // Called on the thread of the worker.
     struct Events {
         std::function<void()> remoteChange;
         std::function<void()> accountChange;
@@ -31,7 +31,7 @@ public:
 
     PostgresWorker(PostgresAddress address, PostgresPassword password, Events events,
                    PostgresTimes times);
-    // What is under way fails with Cancelled.
+    // Pending jobs fail with Cancelled.
     ~PostgresWorker();
     PostgresWorker(const PostgresWorker&) = delete;
     PostgresWorker& operator=(const PostgresWorker&) = delete;
@@ -64,20 +64,20 @@ private:
     const PostgresTimes times_;
     const Descriptor wake_;  // an eventfd
 
-    std::mutex mutex_;  // guards the inbox; held for a few instructions only
+    std::mutex mutex_;  // guards the inbox; held briefly
     std::vector<std::shared_ptr<PostgresJob>> inbox_;
     bool closing_ = false;
 
-    // The rest belongs to the thread.
-    std::deque<std::shared_ptr<PostgresJob>> queue_;        // with more to send
-    std::deque<std::shared_ptr<PostgresJob>> outstanding_;  // one for each answer that is due
+    // Below: used by the thread only.
+    std::deque<std::shared_ptr<PostgresJob>> queue_;        // jobs with queries to send
+    std::deque<std::shared_ptr<PostgresJob>> outstanding_;  // one for each expected answer
     std::unique_ptr<PostgresConnection> connection_;
     PostgresAccount account_;  // of the last session
-    bool session_ = false;     // the account is known to be the connection's
+    bool session_ = false;     // account_ belongs to the current connection
     bool subscribed_ = false;
     bool listening_ = false;
-    std::optional<std::int64_t> lastVersion_;  // that a question for changes gave
-    TimePoint deadline_;                       // of the connection, or of the next byte
+    std::optional<std::int64_t> lastVersion_;  // from the last poll
+    TimePoint deadline_;                       // for connecting, or for the next progress
     int unacknowledged_ = 0;                   // bytes, when the deadline was set
     TimePoint idleSince_;
     TimePoint nextPoll_;
@@ -89,7 +89,7 @@ private:
     friend class PostgresSubscription;
 };
 
-// Asks the server to announce changes. One that can't is asked for them instead.
+// Subscribes to notifications of the server, or makes the worker poll if it sends none.
 class PostgresSubscription : public PostgresJob {
 public:
     explicit PostgresSubscription(PostgresWorker& worker,
