@@ -17,11 +17,10 @@ using namespace std::chrono_literals;
 
 constexpr pid_t editor = 7;
 
-// An editor in which "call the oxygen team" was dictated between two texts.
+// An editor in which "call the oxygen team" was dictated between two texts of several scripts. It
+// stores what is typed in Form C, as some applications do.
 struct Desk {
-    explicit Desk(std::string textBefore = "Dear ", std::string textAfter = " Bye",
-                  const std::string& dictated = "call the oxygen team")
-        : before(std::move(textBefore)), after(std::move(textAfter)) {
+    Desk() {
         executor.isHeld = false;
         store.replaceFromSync({});
         observer = std::make_unique<CorrectionObserver>(
@@ -33,7 +32,7 @@ struct Desk {
                 return requireFocus && !hasFocus ? std::nullopt : field;
             },
             [this](pid_t pid) { return pid == editor && isFrontmost; });
-        start(dictated);
+        start("call the oxygen team");
     }
 
     void start(const std::string& dictated, bool runTimer = true) {
@@ -45,10 +44,10 @@ struct Desk {
         observer->start(*context, {.pid = editor, .appName = "Editor"}, store, {}, runTimer,
                         [this] { return input; });
     }
-    // The user makes something else of the transcript.
-    void edit(const std::string& text) {
-        transcript = text;
-        field = before + text + after;
+    // The user edits the transcript.
+    void edit(const std::string& edited) {
+        transcript = edited;
+        field = text::toNfc(before + edited + after);
         ++input;
     }
     void replace(const std::string& from, const std::string& to) {
@@ -76,8 +75,8 @@ struct Desk {
     HeldExecutor executor;
     MemoryPreferences preferences;
     CorrectionStore store{preferences, clock};
-    std::string before;
-    std::string after;
+    std::string before = "שלום 👨‍👩‍👧 e\u0301 ";
+    std::string after = " مرحبا 🇬🇷🇫🇷";
     std::string transcript;
     std::optional<std::string> field;
     bool hasFocus = true;
@@ -88,7 +87,7 @@ struct Desk {
     std::unique_ptr<CorrectionObserver> observer;
 };
 
-// What a user does, step by step.
+// Steps of a user.
 using Step = std::function<void(Desk&)>;
 
 Step wait(Duration time) {
@@ -151,11 +150,13 @@ TEST(CorrectionObserver, WhatTheUserDoesDecidesWhatIsLearned) {
         EXPECT_EQ(desk.store.learningStatus(), status);
         EXPECT_EQ(desk.observer->isIdle(), end == over);
     };
-    // Seen at 350 ms, two seconds old at the sample of 2,450.
+    // Seen by the sample at 350 ms, stable at that of 2450 ms.
     check("a fix before the pause", {fix, wait(2449ms)}, "started edited", "", watching, on);
     check("a fix and a pause", {fix, wait(2450ms)}, "started edited saved", oxygon, saved, on);
     check("no pause", {typeForAMinute}, "started edited", "", watching, over);
     check("a fix, and the minute", {fix, wait(61s)}, "started edited saved", oxygon, saved, over);
+    check("a fix in another script", {replace("oxygen", "οξυγόνο"), wait(3s)},
+          "started edited saved", "oxygen>οξυγόνο;", say::remembered("oxygen → οξυγόνο"), on);
     check("nothing but a click", {click, wait(61s)}, "started", "", unchanged, over);
     check("the application changes its own text", {fix, nothingPressed, wait(61s)},
           "started edited noInput", "", watching, over);
@@ -182,8 +183,6 @@ TEST(CorrectionObserver, WhatTheUserDoesDecidesWhatIsLearned) {
           "started edited saved temporarilyEmpty cleared", oxygon, saved, over);
     check("typing before the transcript", {typeBefore, fix, wait(1s)}, "started surroundingChanged",
           "", moved, over);
-    check("another sentence", {edit("I shall not come at all"), wait(3s)},
-          "started edited rejectedEdit", "", watching, on);
     check("another sentence, and then another application",
           {edit("I shall not come at all"), wait(3s), leave, wait(1s)},
           "started edited rejectedEdit focusLeft rejectedEdit", "", tooManual, over);
@@ -198,27 +197,6 @@ TEST(CorrectionObserver, WhatTheUserDoesDecidesWhatIsLearned) {
           "started edited ruleAlreadyExists", "Oxygen>oxygon;", known, on);
     check("learning is switched off by someone who tells nobody",
           {fix, wait(1s), switchOff, wait(350ms)}, "started edited", "", watching, over);
-}
-
-TEST(CorrectionObserver, LearnsAcrossScriptsAndBesideAnyText) {
-    const struct {
-        const char *before, *after, *dictated, *from, *to;
-    } rows[] = {{"", "", "ask ταρνελ now", "ταρνελ", "tarnel"},
-                {"", "", "поеду в Москва завтра", "Москва", "Moskva"},
-                {"שלום 👨‍👩‍👧 e\u0301 ", " مرحبا 🇬🇷🇫🇷", "call the oxygen team",
-                 "oxygen", "oxygon"},
-                {"👍🏽", "\r\n", "le cafe\u0301 noir", "cafe\u0301", "caf\u00E9s"},
-                {"x\n", "", "مرحبا بالعالم", "بالعالم", "بالعالمي"}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.dictated);
-        Desk desk(row.before, row.after, row.dictated);
-        desk.replace(row.from, row.to);
-        // Some applications store what they are given in another form.
-        desk.field = text::toNfc(*desk.field);
-        desk.clock.advance(3s);
-        EXPECT_EQ(desk.codes(), "started edited saved");
-        EXPECT_EQ(desk.learned(), text::toNfc(row.from) + ">" + text::toNfc(row.to) + ";");
-    }
 }
 
 TEST(CorrectionObserver, ReadsAtMostOnceInEachIntervalAndNeverWithoutLearning) {
@@ -237,13 +215,13 @@ TEST(CorrectionObserver, ReadsAtMostOnceInEachIntervalAndNeverWithoutLearning) {
     EXPECT_TRUE(desk.observer->isIdle());
     EXPECT_TRUE(desk.reads.empty());
 
-    // A slow field: the next read begins only when this one has ended.
+    // A slow field: reads do not overlap.
     Desk slow;
     slow.executor.isHeld = true;
     slow.clock.advance(10s);
     EXPECT_EQ(slow.executor.jobs.size(), 1u);
 
-    // The caller samples, and a read that throws is a field that can't be read.
+    // The caller samples; a read that throws counts as an unreadable field.
     Desk manual;
     manual.start("call the oxygen team", false);
     manual.clock.advance(1min);
@@ -259,11 +237,11 @@ TEST(CorrectionObserver, ANewWatchEndsTheOldOneWithALastLookOfItsOwn) {
     Desk desk;
     desk.replace("oxygen", "oxygon");
     desk.executor.isHeld = true;
-    desk.clock.advance(400ms);  // a sample of the old watch waits for its read, and so does another
+    desk.clock.advance(400ms);  // two samples of the old watch are reading
     const Running<void> stale(desk.observer->sample());
     const auto edited = desk.field;
     desk.start("and the hydrogen too");
-    desk.field = edited;  // what the old reads will find, and the new watch's loop must not
+    desk.field = edited;  // for the old reads; the new watch must ignore it
     desk.executor.release();
     desk.clock.settle();
     EXPECT_TRUE(stale.value());
@@ -315,7 +293,7 @@ TEST(CorrectionObserver, AReadThatEndsAfterTheWatchTeachesNothing) {
             ASSERT_EQ(desk.executor.jobs.size(), 1u);
             end(desk);
             desk.clock.settle();
-            // Nobody waits for what will not come.
+            // Waiting ends, even if the observer is destroyed.
             EXPECT_TRUE(desk.observer || !waiting || waiting->ended());
             desk.executor.release();
             desk.clock.advance(1min);
@@ -332,7 +310,7 @@ TEST(CorrectionObserver, ACallbackOfTheStoreMayEndTheWatchThatLearnedOrBeginAnot
             desk.observer->stop(false);
             if (begins) desk.start("another text");
         };
-        desk.clock.advance(58s);  // so that the pause and the minute end at the same sample
+        desk.clock.advance(58s);  // the pause and the minute end at the same sample
         desk.replace("oxygen", "oxygon");
         desk.clock.advance(2'300ms);
         EXPECT_EQ(desk.learned(), "oxygen>oxygon;");

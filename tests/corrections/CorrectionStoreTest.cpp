@@ -42,7 +42,7 @@ protected:
         }
         return {};
     }
-    // Made on first use, so that a test can prepare the preferences.
+    // Created on first use, so that tests can prepare the preferences.
     CorrectionStore& store() {
         if (!store_) store_.emplace(defaults, clock);
         return *store_;
@@ -120,14 +120,14 @@ TEST_F(CorrectionStoreTest, SavingTrimsDatesAndPutsNewRulesInFrontAndEditsInPlac
     store().setEnabled("none", true);
     EXPECT_EQ(list(), "oxygen>oxygon;russet miner>Manor off;");
 
-    // Synchronisation may deliver two rules for one phrase.
+    // Synchronisation may deliver two rules for a phrase.
     store().replaceFromSync({{.id = newUuid(), .original = "tea", .replacement = "T"},
                              {.original = "TEA", .replacement = "t", .isEnabled = false}});
     const auto second = store().rules().rules()[1].id;
     EXPECT_EQ(failureOf([&] { store().setEnabled(second, true); }), duplicate);
 }
 
-// Only what has changed is encoded; what is stored must still be the whole list.
+// The store encodes only changed rules; the stored list must still be complete.
 TEST_F(CorrectionStoreTest, AfterAnyChangesTheStoredListIsThePublishedOne) {
     bool differed = false;
     const auto changes = store().onChange(
@@ -170,7 +170,7 @@ TEST_F(CorrectionStoreTest, SynchronisationReplacesTheListOnlyWhenItDiffers) {
     const auto changes = store().onChange([&] { ++told; });
     store().replaceFromSync({rule});
     EXPECT_EQ(told, 0);
-    // Equal, but in other bytes, which another machine would go on taking for a change.
+    // Equivalent but different bytes, which another machine would take for a change.
     auto same = rule;
     same.original = "cafe\u0301";
     store().replaceFromSync({same});
@@ -193,7 +193,7 @@ TEST_F(CorrectionStoreTest, LearnsANewRuleAndRetargetsTheOneThatWroteTheMistake)
     const TextCorrection suggestion{
         .original = "Russet Miner", .replacement = "Russet Manor", .learnedAutomatically = true};
 
-    // Rules that are off, or are no longer as they were applied, stay what they are.
+    // Rules that are disabled, or have changed since they were applied, stay unchanged.
     auto outdated = wrong;
     outdated.learnedAutomatically = true;
     EXPECT_EQ(store().learn(suggestion, {outdated, store().rules().rules()[0]}).size(), 1u);
@@ -223,7 +223,7 @@ TEST_F(CorrectionStoreTest, SaysWhyNothingWasLearned) {
     store().setEnabled(rule.id, false);
     EXPECT_EQ(statusAfter(same), existing);
 
-    // Nothing at all is learned, then and later, once the user doesn't want it.
+    // With learning off nothing is learned, also after a restart.
     store().onLearningChanged = [&] { EXPECT_FALSE(store().learnsAutomatically()); };
     store().setLearnsAutomatically(false);
     store().remove(rule.id);
@@ -247,7 +247,7 @@ TEST_F(CorrectionStoreTest, TheBrandRulesComeOnceAndFindTheWordInGreek) {
     store().installTarnelCorrectionsIfNeeded();
     EXPECT_EQ(store().rules().rules(), std::vector{own}) << "what the user deleted stays away";
 
-    // They keep their names, so that two computers that synchronise have them once.
+    // Fixed ids, so that synchronised machines have the rules once.
     EXPECT_EQ(brand[0].id, "6C67A4E1-35AB-43E6-AB6F-46D06D4DA217");
     EXPECT_EQ(brand[1].id, "BC138878-2A27-42CA-B53B-062EB4548201");
 }

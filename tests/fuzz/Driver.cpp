@@ -1,5 +1,5 @@
-// Runs a fuzz target with every file of a corpus and a number of inputs made from them, the same at
-// every run: for the tests, where there is no fuzzing engine.
+// Runs a fuzz target on every file of a corpus and on inputs derived from them, the same at every
+// run. For tests without a fuzzing engine.
 //
 //   TARGET CORPUS [COUNT [SEED]]
 
@@ -28,7 +28,7 @@ std::size_t below(Random& random, std::size_t limit) {
     return limit == 0 ? 0 : random() % limit;
 }
 
-// What is likely to be read differently from what stood there.
+// Pieces that parsers are likely to treat specially.
 std::string interesting(Random& random) {
     static const char* const pieces[] = {
         "null",    "true",         "-0",     "1e400",        "1e-400",  "9223372036854775808",

@@ -1,5 +1,5 @@
-// Whatever bytes a history file or a synchronised record holds, reading them ends in records that
-// are written and read back unchanged, or in an error.
+// Decoding arbitrary bytes either fails with HistoryFormatError or yields records that survive a
+// round trip.
 
 #include <cstdint>
 #include <cstdlib>

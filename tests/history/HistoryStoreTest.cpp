@@ -48,7 +48,7 @@ protected:
         return DictationRecord::make(Uuid::random(), ago(daysAgo), text, 1, "Old", "automatic",
                                      true, std::nullopt);
     }
-    // The texts of a list, "-" for those that are gone.
+    // The texts of a list; "-" for a dropped one.
     static std::string texts(const DictationRecords& records) {
         std::string all;
         for (const auto& record : records)
@@ -171,7 +171,7 @@ TEST_F(HistoryStoreTest, OnlyTheLatestWriteIsReportedAndOvertakenOnesAreSkipped)
     EXPECT_EQ(files.attempts, 2) << "two changes, one write";
     EXPECT_EQ(onDisk(), "three two one");
 
-    // The first of two writes fails, but a later one is scheduled when that becomes known.
+    // A failed write is not reported if a later one has been scheduled.
     files.full = true;
     dictate("four");
     executor.runAll();
@@ -197,7 +197,8 @@ TEST_F(HistoryStoreTest, DropsTextsAsTheRetentionSays) {
     settle();
     EXPECT_EQ(files.attempts, 1);
 
-    // From the date of a new record, from the present time, from sync, and from the file.
+    // Texts are dropped when a record is added, time passes, a list is synchronised, or the file is
+    // loaded.
     store->setRetention(TranscriptRetention::ninetyDays);
     dictate("future", -95);
     EXPECT_EQ(texts(store->records()), "future - - -");

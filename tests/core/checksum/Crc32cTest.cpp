@@ -7,7 +7,7 @@
 namespace quorvi {
 namespace {
 
-// Bit by bit, as the checksum is defined.
+// The definition of the checksum, bit by bit.
 std::uint32_t literally(std::string_view bytes) {
     std::uint32_t rest = ~0u;
     for (const char byte : bytes) {

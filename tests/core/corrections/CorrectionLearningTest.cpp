@@ -10,7 +10,7 @@ namespace {
 
 using Context = CorrectionContext;
 
-// What surrounds the selection, or that there is no such selection.
+// The text around the selection, or "refused".
 std::string around(std::string_view field, std::int64_t location, std::int64_t length) {
     const auto context = Context::make(field, {location, length}, "x");
     return context ? context->prefix() + "|" + context->suffix() : "refused";
@@ -45,7 +45,7 @@ TEST(CorrectionContext, VerifiesAPasteWhereItWasExpectedOrInPlaceOfTheWholeField
     ASSERT_TRUE(inside);
     EXPECT_EQ(inside->prefix(), "Hello ");
     EXPECT_EQ(inside->expectedField(), "Hello Welt");
-    // Equivalent text counts as the same text.
+    // Equivalent text counts as equal.
     EXPECT_TRUE(
         Context::verified("Café: ", Utf16Range{6, 0}, "thé\u0323", "Cafe\u0301: the\u0323\u0301"));
     const auto whole = Context::make("", {0, 0}, "xyz");

@@ -57,11 +57,11 @@ const std::vector<std::string> spaces{" ",      " ",      "  ",     "\t",     "\
                                       "\r\n",   "\u00A0", "\u2003", "\u2000", "\u3000",
                                       "\u0085", "\u2028", "\v",     "\u1680"};
 
-// Rules and texts over a small alphabet drawn anew for every list, so that they meet often.
+// Generates rules and texts over a small random alphabet, so that they match often.
 class Generator {
 public:
     explicit Generator(unsigned seed) : random_(seed) {
-        // Phrases that repeat their words overlap themselves and each other.
+        // Phrases that repeat words overlap themselves and each other.
         if (one(3)) wordLength_ = 1;
         letters_ = sample(letters, wordLength_ == 1 ? 2 : 2 + below(5));
         symbols_ = sample(symbols, 1 + below(3));
@@ -123,7 +123,7 @@ private:
         }
         return result;
     }
-    // The same phrase as somebody else would write it.
+    // An equivalent form of the phrase.
     std::string variant(const std::string& phrase) {
         icu::UnicodeString s = utf16(phrase);
         UErrorCode status = U_ZERO_ERROR;
@@ -187,7 +187,7 @@ TEST(TextCorrectionsDifferential, MarksOfEveryCodePointAreThoseOfTheRegularExpre
         icu::UnicodeString folded(c);
         folded.foldCase();
         ASSERT_EQ(tokens.folded(token), utf8(folded)) << std::hex << c;
-        // Cutting before folding and folding before cutting must be the same.
+        // Folding must not change where a text is split.
         for (int32_t i = 0; i < folded.length(); i = folded.moveIndex32(i, 1))
             ASSERT_EQ(isWord[static_cast<std::size_t>(folded.char32At(i))], isWord[index])
                 << std::hex << c;
@@ -206,8 +206,8 @@ TEST(TextCorrectionsDifferential, EveryCasePairMatchesLikeTheRegularExpressions)
         LiteralRules literal(rules);
         expectSame(TextCorrections(rules), literal, utf8(text));
     };
-    // One-to-one pairs share patterns, since compiling one takes milliseconds; each expansion is
-    // searched on its own, as the first and as a later character of a phrase.
+    // One-to-one pairs share patterns, because compiling one takes milliseconds. Each expansion is
+    // checked on its own, as the first and as a later character of a phrase.
     icu::UnicodeString sources;
     icu::UnicodeString targets;
     int pairs = 0;

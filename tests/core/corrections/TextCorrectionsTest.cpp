@@ -40,7 +40,7 @@ TEST(TextCorrection, MatchKeysForgetCaseAndSpacingButNotAccents) {
     EXPECT_EQ(key("  Russet\tMANOR\u3000"), "russet manor");
     EXPECT_EQ(key(" \n"), "");
     EXPECT_NE(key("Café"), key("cafe"));
-    // Folding takes the last two apart in different ways; the keys are equal byte by byte.
+    // The last pair folds in two different ways to equal bytes.
     for (const auto& [a, b] : {std::pair("Cafe\u0301", "CAFÉ"),
                                {"ΛΌΓΟΣ", "λόγος"},
                                {"Straße", "STRASSE"},
@@ -50,20 +50,14 @@ TEST(TextCorrection, MatchKeysForgetCaseAndSpacingButNotAccents) {
 
 // A few readable rows; the comparison with regular expressions covers the rest.
 TEST(TextCorrections, ReplaceWholeWordsInAnyCaseAndSpacing) {
-    const TextCorrections rules({rule("russet manor", "Russet Miner"), rule("λόγος", "ratio"),
-                                 rule(".net", "dotnet"), rule("new", "New"),
-                                 rule("new york", "New York"), rule("a", "b"), rule("b", "a a"),
-                                 rule("y b y", "Y"), rule("x y", "X")});
+    const TextCorrections rules({rule("russet manor", "Russet Miner"), rule(".net", "dotnet"),
+                                 rule("new", "New"), rule("new york", "New York"), rule("a", "b"),
+                                 rule("b", "a a")});
     for (const auto& [text, expected] :
-         {std::pair("RUSSET   manor,", "Russet Miner,"),
-          {"(russet\u00A0\nmanor)", "(Russet Miner)"},
-          {"russetmanor russet manor_2 russet manor\u0301",
-           "russetmanor russet manor_2 russet manor\u0301"},
-          {"ΛΌΓΟΣ, λόγοσ λόγους", "ratio, ratio λόγους"},
+         {std::pair("(RUSSET\u00A0\nmanor) russet manor_2", "(Russet Miner) russet manor_2"),
           {"use .NET, not asp.net", "use dotnet, not asp.net"},
           {"new york, new", "New York, New"},           // the longer match wins
           {"a b a", "b a a b"},                         // a replacement is not searched again
-          {"x y b y b y", "X a a y a a y"},             // a lost match excludes the next one
           {"cafe\u0301 \xFF", "cafe\u0301 \xFF"},       // byte for byte
           {"cafe\u0301 \xFF new", "café \uFFFD New"}})  // form C as soon as anything matches
         EXPECT_EQ(rules.apply(text), expected) << text;

@@ -21,7 +21,7 @@ std::string encoded(const DictationRecords& records) {
     return document;
 }
 
-// The members of a record as they are written.
+// The encoded members of a record.
 const Members members{
     {"id", R"("01234567-89AB-CDEF-0123-456789ABCDEF")"},
     {"date", "812345678.25"},
@@ -58,7 +58,7 @@ bool decodesDocument(const std::string& json) {
     }
 }
 
-// By itself as in a document, behind another one.
+// Whether a record decodes, alone and as the second of a document, which must agree.
 bool decodes(const std::string& json) {
     const bool inDocument =
         decodesDocument(R"({"version":1,"records":[)" + object(members) + "," + json + "]}");
@@ -113,7 +113,7 @@ TEST(HistoryArchive, WritesNoKeyForWhatIsAbsentAndRepairsMalformedText) {
     EXPECT_THROW(encodeRecord(record), HistoryFormatError);
 }
 
-// Every key with every value: all but those that are named here are refused.
+// Tries every key with every value; only the listed combinations are accepted.
 TEST(HistoryArchive, ReadsMembersOfTheirTypeAndInTheirRangeOnly) {
     const auto strings = split(
         R"("x" "17" "NaN" "" "01234567-89AB-CDEF-0123-456789ABCDE"
@@ -183,7 +183,7 @@ TEST(HistoryArchive, RefusesWhatIsNoWholeDocument) {
         broken.push_back(document.substr(0, size));
     for (const auto& json : broken) EXPECT_FALSE(decodesDocument(json)) << json.substr(0, 5'000);
 
-    // Of a key that is there twice the last value counts, and each must be right.
+    // Of a duplicate key the last value counts, but each must be valid.
     const auto twice = HistoryArchive::decode(R"({"version":2,"records":[)" + record +
                                               R"(],"records":[],"version":1})");
     EXPECT_EQ(twice.version, 1);

@@ -40,7 +40,7 @@ PropertyList nested(int depth) {
     return list;
 }
 
-// The file of objects with one-byte offsets and references, the first of them on top.
+// Makes a file of objects with one-byte offsets and references; the first object is the top.
 std::string file(const std::vector<std::string>& objects) {
     std::string bytes = "bplist00";
     std::string table;
@@ -56,7 +56,7 @@ std::string file(const std::vector<std::string>& objects) {
     return bytes;
 }
 
-// Whatever is read can be written, and means the same then.
+// Whatever can be read survives a round trip.
 void expectConsistent(const std::string& bytes) {
     const auto list = PropertyList::fromBinary(bytes);
     if (!list) return;

@@ -8,12 +8,13 @@
 #include "QuorviCore/updates/ReleaseNotes.h"
 #include "QuorviCore/updates/UpdateSignature.h"
 #include "QuorviCore/updates/Version.h"
+#include "tests/support/Feeds.h"
 
 namespace quorvi::test {
 namespace {
 
 TEST(Version, EveryPairOfALongOrderComparesByItsPlaces) {
-    // Each line's versions are equal and come before those of the lines below.
+    // Versions on a line are equal, and less than those on later lines.
     const std::vector<std::vector<std::string>> order{
         {"", "0", "0.0"},
         {"0.9"},
@@ -48,16 +49,8 @@ TEST(Version, OnlyTextThatIsSafeInAFileNameIsAVersion) {
         EXPECT_FALSE(isVersion(bad)) << bad;
 }
 
-std::string rss(const std::string& inner) {
-    return "<rss xmlns:s=\"http://www.andymatuschak.org/xml-namespaces/sparkle\" version=\"2.0\">" +
-           inner + "</rss>";
-}
-std::string channel(const std::string& items) {
-    return rss("<channel>" + items + "</channel>");
-}
-
 TEST(Appcast, FieldsAreReadFromElementsAndFromTheEnclosureWhateverThePrefix) {
-    const auto items = parseAppcast(channel(
+    const auto items = parseAppcast(feed(
         "<title>Quorvi</title><item><title> Two &amp; a half </title><description><![CDATA[<p>A</p>"
         "]]></description><pubDate>Wed, 25 Nov 2026 08:00:00 +0000</pubDate><s:version>250"
         "</s:version><s:shortVersionString>2.5</s:shortVersionString><s:minimumSystemVersion>12"
@@ -75,18 +68,19 @@ TEST(Appcast, FieldsAreReadFromElementsAndFromTheEnclosureWhateverThePrefix) {
 }
 
 TEST(Appcast, EntriesThatAreNoReleaseForThisProgramAreLeftOut) {
-    const std::string enclosure = "<enclosure url=\"https://a/p\" length=\"1\"/>";
-    for (const auto& entry :
-         {std::string("<item><s:version>2</s:version></item>"), "<item>" + enclosure + "</item>",
-          "<item><s:version>../2</s:version>" + enclosure + "</item>",
-          "<item><s:channel>beta</s:channel><s:version>2</s:version>" + enclosure + "</item>",
-          "<item><version>2</version>" + enclosure + "</item>",
-          std::string(
-              "<item><s:version>2</s:version><enclosure url=\"u\" s:os=\"windows\"/></item>"),
-          "<group><item><s:version>2</s:version>" + enclosure + "</item></group>"})
-        EXPECT_TRUE(parseAppcast(channel(entry)).empty()) << entry;
-    EXPECT_TRUE(
-        parseAppcast(rss("<item><s:version>2</s:version>" + enclosure + "</item>")).empty());
+    const std::string version = "<s:version>2</s:version>";
+    const auto item = FeedItem{}.xml();
+    const std::vector<std::string> none{
+        "<item>" + version + "</item>",
+        "<item><enclosure url=\"u\"/></item>",
+        "<item>" + version + "<enclosure url=\"u\" s:os=\"windows\"/></item>",
+        "<item><version>2</version><enclosure url=\"u\"/></item>",
+        FeedItem{.version = "../2"}.xml(),
+        "<group>" + item + "</group>",
+        FeedItem{.more = "<s:channel>beta</s:channel>"}.xml()};
+    for (const auto& content : none) EXPECT_TRUE(parseAppcast(feed(content)).empty()) << content;
+    EXPECT_TRUE(parseAppcast(feedRoot(item)).empty());
+    EXPECT_EQ(parseAppcast(feed(item)).size(), 1u);
 }
 
 TEST(Appcast, HostileAndBrokenDocumentsAreRefused) {
@@ -97,23 +91,22 @@ TEST(Appcast, HostileAndBrokenDocumentsAreRefused) {
     }
     std::string deep, tooMany;
     for (int i = 0; i < 100'000; ++i) deep += "<a>";
-    for (int i = 0; i < 1001; ++i)
-        tooMany += "<item><s:version>1</s:version><enclosure url=\"u\"/></item>";
+    for (int i = 0; i < 1001; ++i) tooMany += FeedItem{}.xml();
     const std::vector<std::string> documents{
         "",
         "text",
         "<feed/>",
         "<rss>",
-        rss("<channel>") + "x",
-        rss("&undeclared;"),
+        feedRoot("<channel>") + "x",
+        feedRoot("&undeclared;"),
         std::string("<rss>\0</rss>", 12),
         "<?xml version=\"1.0\" encoding=\"x-odd\"?><rss/>",
-        bomb + "]>" + rss("<channel><item><title>&e29;</title></item></channel>"),
-        "<!DOCTYPE rss SYSTEM \"file:///etc/passwd\">" + rss(""),
-        "<!DOCTYPE rss [<!ENTITY % x SYSTEM \"http://127.0.0.1/\"> %x;]>" + rss(""),
-        rss(deep),
-        channel(tooMany),
-        rss(std::string(maximumAppcastBytes, ' '))};
+        bomb + "]>" + feedRoot("<channel><item><title>&e29;</title></item></channel>"),
+        "<!DOCTYPE rss SYSTEM \"file:///etc/passwd\">" + feedRoot(""),
+        "<!DOCTYPE rss [<!ENTITY % x SYSTEM \"http://127.0.0.1/\"> %x;]>" + feedRoot(""),
+        feedRoot(deep),
+        feed(tooMany),
+        feedRoot(std::string(maximumAppcastBytes, ' '))};
     for (const auto& document : documents)
         EXPECT_THROW(parseAppcast(document), QuorviError) << document.substr(0, 60);
 }
@@ -183,7 +176,7 @@ TEST(ReleaseNotes, OnlyHarmlessMarkupPasses) {
     EXPECT_LT(safeReleaseNotes(deep).size(), 200u);
     for (int i = 0; i < 40'000; ++i) angles += "<a'";
     EXPECT_LT(safeReleaseNotes(angles).size(), 600'000u);
-    // A character of two bytes at the limit stays whole or goes whole.
+    // A two-byte character at the limit is kept or dropped as a whole.
     std::string greek = "x";
     for (int i = 0; i < 40'000; ++i) greek += "λ";
     const auto cut = safeReleaseNotes(greek);

@@ -65,9 +65,9 @@ protected:
     // A feed with one release, whose file is published under `path`.
     void publish(const std::string& version, const std::string& path, const std::string& file,
                  const std::string& more = {}) {
-        publish(SignedReleases::feed(releases->item(version, server->url(path + file),
-                                                    releases->signatureOf(file),
-                                                    fs::file_size(releases->file(file)), more)));
+        auto item = releases->item(version, server->url(path + file), file);
+        item.more = more;
+        publish(feed(item));
     }
     AppUpdater& start(const std::string& feed = server->url("/files/appcast.xml")) {
         updater = std::make_unique<AppUpdater>(UpdateEnvironment{
@@ -141,37 +141,24 @@ TEST_F(UpdateOverNetwork, ReleaseIsFoundDownloadedVerifiedAndHandedToTheInstalle
 }
 
 TEST_F(UpdateOverNetwork, WhatIsWrongWithAFeedEndsInASentence) {
-    const auto good = releases->signatureOf("new.deb");
-    const auto feed = [&](const std::string& url, const std::string& signature, int length) {
-        return SignedReleases::feed(
-            releases->item("2.0", url, signature, static_cast<std::uintmax_t>(length)));
-    };
     const std::string url = server->url("/files/new.deb");
-    struct Row {
-        std::string document;
-        const char* sentence;
-    };
-    const auto* notAFeed = "The update feed could not be read. It is not a feed of releases.";
-    const std::vector<Row> rows{
-        {"{\"not\": \"XML\"}", notAFeed},
-        {"<html><body>Please log in</body></html>", notAFeed},
+    const std::vector<std::pair<std::string, Message>> rows{
+        {"{\"not\": \"XML\"}", say::feedUnreadable()},
+        {"<html><body>Please log in</body></html>", say::feedUnreadable()},
         {"<!DOCTYPE rss [<!ENTITY a \"aaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;\">]><rss><channel>"
          "<item><title>&b;</title></item></channel></rss>",
-         "The update feed was refused. It declares a document type, which a feed has no use for."},
-        {feed(url, "", 1), "Quorvi 2.0 can't be downloaded: it is not signed."},
-        {feed("http://127.0.0.1/new.deb", good, 1),
-         "Quorvi 2.0 can't be downloaded: its address is not a secure one (https)."},
-        {feed(url, good, 0),
-         "Quorvi 2.0 can't be downloaded: the update feed doesn't say how large it is."},
-        {std::string(maximumAppcastBytes + 1, ' '),
-         "The answer of the update server was too large."},
+         say::feedHasDocumentType()},
+        {feed(FeedItem{.url = url, .signature = ""}), say::updateNotSigned("2.0")},
+        {feed(FeedItem{.url = "http://127.0.0.1/new.deb"}), say::updateDownloadNotSecure("2.0")},
+        {feed(FeedItem{.url = url, .length = 0}), say::updateSizeUnknown("2.0")},
+        {std::string(maximumAppcastBytes + 1, ' '), say::updateAnswerTooLarge()},
     };
-    for (const auto& row : rows) {
-        publish(row.document);
+    for (const auto& [document, sentence] : rows) {
+        publish(document);
         auto& u = start();
         u.check();
-        ASSERT_TRUE(until(UpdateStage::failed)) << row.sentence;
-        EXPECT_EQ(u.message().english(), row.sentence);
+        ASSERT_TRUE(until(UpdateStage::failed)) << sentence;
+        EXPECT_EQ(u.message(), sentence);
     }
     for (const auto* version : {"1.0", "1.5.0", "1.5b3"}) {
         publish(version, "/files/", "old.deb");
@@ -207,40 +194,34 @@ TEST_F(UpdateOverNetwork, WhatIsWrongWithTheServerEndsInASentence) {
 }
 
 TEST_F(UpdateOverNetwork, PackageThatIsNotWhatWasSignedIsRefusedAndGone) {
-    const auto size = fs::file_size(releases->file("new.deb"));
-    const auto feed = [&](const std::string& path, const std::string& file, std::uintmax_t length) {
-        return SignedReleases::feed(
-            releases->item("2.0", server->url(path + file), releases->signatureOf(file), length));
+    const auto of = [&](const std::string& path, const std::string& name) {
+        return releases->item("2.0", server->url(path), name);
     };
-    const auto wrongSignature = SignedReleases::feed(releases->item(
-        "2.0", server->url("/files/new.deb"), releases->signatureOf("other.deb"), size));
-    const auto oldSize = fs::file_size(releases->file("old.deb"));
-    const std::vector<std::pair<std::string, Message>> rows{
+    auto wrongSignature = of("/files/new.deb", "new.deb"), tooShort = wrongSignature,
+         tooLong = wrongSignature;
+    wrongSignature.signature = releases->signatureOf("other.deb");
+    ++tooShort.length;
+    --tooLong.length;
+    const std::vector<std::pair<FeedItem, Message>> rows{
         {wrongSignature, say::updateSignatureInvalid("2.0")},
-        {feed("/half/", "new.deb", size), say::serverConnectionLost(Sentence::updateServer)},
-        {feed("/files/", "new.deb", size + 1), say::updateTooSmall()},
-        {feed("/files/", "new.deb", size - 1), say::updateTooLarge()},
-        {SignedReleases::feed(releases->item("2.0", server->url("/to?http://127.0.0.1:1/new.deb"),
-                                             releases->signatureOf("new.deb"), size)),
-         say::updateRedirectNotSecure()},
-        {SignedReleases::feed(releases->item("2.0", server->url("/files/gone.deb"),
-                                             releases->signatureOf("new.deb"), size)),
-         say::updateServerError(404)},
-        {feed("/files/", "old.deb", oldSize), say::updateNotNewer("2.0")},
-        {feed("/files/", "other.deb", fs::file_size(releases->file("other.deb"))),
-         say::updateNotQuorvi()},
-        {feed("/files/", "text.deb", fs::file_size(releases->file("text.deb"))),
-         say::updateNotAPackage()},
+        {of("/half/new.deb", "new.deb"), say::serverConnectionLost(Sentence::updateServer)},
+        {tooShort, say::updateTooSmall()},
+        {tooLong, say::updateTooLarge()},
+        {of("/to?http://127.0.0.1:1/new.deb", "new.deb"), say::updateRedirectNotSecure()},
+        {of("/files/gone.deb", "new.deb"), say::updateServerError(404)},
+        {of("/files/old.deb", "old.deb"), say::updateNotNewer("2.0")},
+        {of("/files/other.deb", "other.deb"), say::updateNotQuorvi()},
+        {of("/files/text.deb", "text.deb"), say::updateNotAPackage()},
     };
-    for (const auto& [document, sentence] : rows) {
-        publish(document);
+    for (const auto& [item, sentence] : rows) {
+        publish(feed(item));
         auto& u = start();
         u.check();
-        ASSERT_TRUE(until(UpdateStage::available)) << sentence.english();
+        ASSERT_TRUE(until(UpdateStage::available)) << sentence;
         u.download();
-        ASSERT_TRUE(until(UpdateStage::failed)) << sentence.english();
+        ASSERT_TRUE(until(UpdateStage::failed)) << sentence;
         EXPECT_EQ(u.message(), sentence);
-        EXPECT_EQ(left(), std::vector<std::string>{}) << sentence.english();
+        EXPECT_EQ(left(), std::vector<std::string>{}) << sentence;
     }
 }
 

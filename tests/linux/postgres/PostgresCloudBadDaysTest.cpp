@@ -36,8 +36,8 @@ protected:
     const std::string account = newAccount(server);
 };
 
-// Whatever was acknowledged is there after the server was killed while it saved and committed; what
-// wasn't is there wholly or not at all.
+// After the server is killed during saves and commits, every acknowledged save is there; any other
+// is there completely or not at all.
 TEST_F(PostgresCloudBadDaysTest, LosesNothingAcknowledgedWhenTheServerIsKilled) {
     const auto seed = fromEnvironment("QUORVI_SEED", std::random_device{}());
     std::cout << "QUORVI_SEED=" << seed << std::endl;
@@ -58,7 +58,7 @@ TEST_F(PostgresCloudBadDaysTest, LosesNothingAcknowledgedWhenTheServerIsKilled) 
                 savings.push_back(std::make_unique<Running<std::vector<CloudSaveResult>>>(
                     database->saveRecords(std::move(records), {})));
             }
-            // Some are through, one is at work, the rest is under way.
+            // Kill it when some saves are complete, one is running and the rest are queued.
             const auto enough = random() % static_cast<unsigned>(last);
             until(loop, [&] { return savings[enough]->ended(); });
             server.kill();
@@ -103,7 +103,7 @@ TEST_F(PostgresCloudBadDaysTest, FindsARestartedServerAgain) {
     get(other->saveRecords({noteRecord("a", "x")}, {}));
     EXPECT_TRUE(until(loop, [&] { return told > before; }));
 
-    // A session that is ended while it has something to do says so.
+    // A session that is terminated during a query reports it.
     Process lock({"psql", "-XqAt", "-h", server.folder().string(), "-p", server.port(), "-U",
                   "postgres", "-d", "quorvi", "-c",
                   "BEGIN; LOCK TABLE quorvi.accounts; SELECT pg_sleep(600)"});
@@ -132,7 +132,7 @@ TEST_F(PostgresCloudBadDaysTest, GivesUpOnAServerThatHangs) {
 }
 
 TEST_F(PostgresCloudBadDaysTest, ReportsAFullDiskAndGoesOnWhenThereIsRoom) {
-    // A mount that only this process and its server see.
+    // A mount visible only to this process and its server.
     if (unshare(CLONE_NEWNS) != 0) GTEST_SKIP() << "only root may mount";
     ASSERT_EQ(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
     const auto place = (server.folder() / "small").string();

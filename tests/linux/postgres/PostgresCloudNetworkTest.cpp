@@ -9,7 +9,7 @@ namespace {
 using namespace std::chrono_literals;
 namespace code = cloudErrorCode;
 
-// A server at the end of a link that is cut and slowed, and a second device beside the server.
+// A server behind a link that is cut and slowed down, and a second device next to the server.
 class PostgresCloudNetworkTest : public testing::Test, protected PostgresDesk {
 protected:
     void SetUp() override {
@@ -64,19 +64,19 @@ TEST_F(PostgresCloudNetworkTest, ComesBackAfterACutAndMissesNothing) {
     page = get(machine->recordChanges("Notes", page.token, {}));
     for (const auto& one : page.modified) seen[one.id.name] = textOf(*one.payload);
     EXPECT_EQ(seen["meanwhile"], "y");
-    // The save that failed may have come through: then it is there wholly, and once.
+    // The failed save may have been committed: then it is there completely, and once.
     const auto results = get(machine->saveRecords({noteRecord("in the cut", "x")}, {}));
     if (results.at(0).error) {
         EXPECT_EQ(results[0].error->code(), code::serverRecordChanged);
         EXPECT_EQ(textOf(*results[0].error->serverRecord()->payload), "x");
     }
-    // And the subscription lives on.
+    // The subscription still works.
     const auto last = told;
     get(other->saveRecords({noteRecord("afterwards", "z")}, {}));
     EXPECT_TRUE(until(loop, [&] { return told > last; }));
 }
 
-// As long as bytes go, an answer may take many times the time that silence is allowed.
+// The timeout is for silence: an answer may take many times as long while data flows.
 TEST_F(PostgresCloudNetworkTest, IsPatientWithASlowLink) {
     const auto machine = farMachine({.response = 2s});
     EXPECT_EQ(get(machine->accountStatus({})), CloudAccountStatus::available);

@@ -19,20 +19,9 @@ void SignedReleases::build(const std::string& name, const std::string& package,
     outputOf({"dpkg-deb", "--build", tree, file(name + ".deb")});
 }
 
-std::string SignedReleases::item(const std::string& version, const std::string& url,
-                                 const std::string& signature, std::uintmax_t length,
-                                 const std::string& more) const {
-    return "<item><title>Quorvi " + version + "</title>" + more + "<sparkle:version>" + version +
-           "</sparkle:version><enclosure url=\"" + url + "\" length=\"" + std::to_string(length) +
-           "\" type=\"application/octet-stream\"" +
-           (signature.empty() ? "" : " sparkle:edSignature=\"" + signature + "\"") + "/></item>";
-}
-
-std::string SignedReleases::feed(const std::string& items) {
-    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<rss version=\"2.0\" xmlns:sparkle="
-           "\"http://www.andymatuschak.org/xml-namespaces/sparkle\"><channel><title>Quorvi"
-           "</title>" +
-           items + "</channel></rss>";
+FeedItem SignedReleases::item(const std::string& version, const std::string& url,
+                              const std::string& name) const {
+    return {version, url, signatureOf(name), std::filesystem::file_size(file(name)), {}};
 }
 
 }  // namespace quorvi::test

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/support/Feeds.h"
 #include "tests/support/Process.h"
 
 namespace quorvi::test {
@@ -26,11 +27,9 @@ public:
                      file(name).string() + " | base64 -w0");
     }
 
-    // One item of a feed. `length` defaults to the file's own.
-    std::string item(const std::string& version, const std::string& url,
-                     const std::string& signature, std::uintmax_t length,
-                     const std::string& more = {}) const;
-    static std::string feed(const std::string& items);
+    // The release of a file of the folder, as it should be in a feed.
+    FeedItem item(const std::string& version, const std::string& url,
+                  const std::string& name) const;
 
 private:
     std::string secretFile(const std::string& name) const { return secret_.path() / name; }

@@ -9,6 +9,7 @@
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/fakes/VirtualScheduler.h"
+#include "tests/support/Feeds.h"
 #include "tests/support/TestFolder.h"
 
 namespace quorvi::test {
@@ -22,9 +23,7 @@ protected:
 
     void offer(const std::string& version) {
         downloader.body =
-            "<rss xmlns:s=\"http://www.andymatuschak.org/xml-namespaces/sparkle\"><channel><item>"
-            "<description>News</description><enclosure url=\"https://a/q.deb\" s:version=\"" +
-            version + "\" s:edSignature=\"x\" length=\"1\"/></item></channel></rss>";
+            feed(FeedItem{.version = version, .more = "<description>News</description>"});
     }
     AppUpdater& start() {
         updater.reset();
