@@ -1,38 +1,27 @@
 #include "Quorvi/corrections/LearningEvent.h"
 
-#include <rapidjson/document.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
-#include "QuorviCore/text/Text.h"
+#include "QuorviCore/json/JsonReading.h"
+#include "QuorviCore/json/JsonWriting.h"
 
 namespace quorvi {
 
 namespace {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
-
-void writeText(Writer& writer, const std::string& text) {
-    const std::string written = text::wellFormed(text);
-    writer.String(written.data(), static_cast<rapidjson::SizeType>(written.size()));
-}
-
-void write(Writer& writer, const LearningEvent& event) {
-    writer.StartObject();
-    writer.Key("app");
-    writeText(writer, event.app);
-    writer.Key("code");
-    writeText(writer, event.code);
-    writer.Key("counts");
-    writer.StartObject();
+void append(std::string& out, const LearningEvent& event) {
+    out += R"({"app":)";
+    json::appendString(out, event.app);
+    out += R"(,"code":)";
+    json::appendString(out, event.code);
+    out += R"(,"counts":{)";
     for (const auto& [name, count] : event.counts) {
-        writeText(writer, name);
-        writer.Int64(count);
+        if (out.back() != '{') out += ',';
+        json::appendString(out, name);
+        out += ':';
+        json::appendNumber(out, count);
     }
-    writer.EndObject();
-    writer.Key("date");
-    writer.Double(event.date.secondsSinceReferenceDate);
-    writer.EndObject();
+    out += R"(},"date":)";
+    json::appendNumber(out, event.date.secondsSinceReferenceDate);
+    out += '}';
 }
 
 std::string stringOf(const rapidjson::Value& value) {
@@ -63,20 +52,18 @@ std::optional<LearningEvent> read(const rapidjson::Value& value) {
 }  // namespace
 
 std::string encodeLearningEvents(const std::vector<LearningEvent>& events) {
-    rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
-    writer.StartArray();
-    for (const auto& event : events) write(writer, event);
-    writer.EndArray();
-    return {buffer.GetString(), buffer.GetSize()};
+    std::string out = "[";
+    for (const auto& event : events) {
+        if (out.size() > 1) out += ',';
+        append(out, event);
+    }
+    out += ']';
+    return out;
 }
 
-std::optional<std::vector<LearningEvent>> decodeLearningEvents(std::string_view json) {
-    constexpr unsigned flags = rapidjson::kParseValidateEncodingFlag |
-                               rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
+std::optional<std::vector<LearningEvent>> decodeLearningEvents(std::string_view text) {
     rapidjson::Document document;
-    document.Parse<flags>(json.data(), json.size());
-    if (document.HasParseError() || !document.IsArray()) return std::nullopt;
+    if (!json::parse(document, text) || !document.IsArray()) return std::nullopt;
     std::vector<LearningEvent> events;
     for (const auto& element : document.GetArray()) {
         auto event = read(element);

@@ -27,6 +27,6 @@ struct LearningEvent {
 // The JSON form of the log, keys sorted. Decoding returns nullopt if anything is missing or of the
 // wrong type.
 std::string encodeLearningEvents(const std::vector<LearningEvent>& events);
-std::optional<std::vector<LearningEvent>> decodeLearningEvents(std::string_view json);
+std::optional<std::vector<LearningEvent>> decodeLearningEvents(std::string_view text);
 
 }  // namespace quorvi
