@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <string_view>
 #include <system_error>
-#include <unordered_set>
 #include <utility>
 
 #include "Quorvi/platform/linux/folder/FolderError.h"
@@ -22,11 +21,6 @@ namespace {
 constexpr std::uint64_t reservation = 1 << 20;
 
 constexpr auto isNotThere = "A file of the folder is not there.";
-
-CloudSaveResult refused(CloudRecord record, int code, const char* why,
-                        std::optional<CloudRecord> stored = std::nullopt) {
-    return {std::move(record), CloudError(code, why, std::nullopt, std::move(stored))};
-}
 
 [[noreturn]] void fail(int code, const char* why) {
     throw CloudError(code, why);
@@ -235,67 +229,55 @@ std::vector<FolderCloud::Outcome> FolderCloud::saveTogether(
 
 std::vector<CloudSaveResult> FolderCloud::write(std::vector<CloudRecord> records) {
     auto& index = ready().index;
+    Batch batch{.number = reserve(records.size()), .clock = index.clock() + 1};
     std::vector<CloudSaveResult> results;
     results.reserve(records.size());
-    std::string bytes;
-    auto number = reserve(records.size());
-    const auto clock = index.clock() + 1;
-    std::uint64_t outdated = 0;
-    std::unordered_set<std::string> names;  // with their zones
     for (auto& record : records) {
-        const auto* zone = index.zone(record.id.zone);
-        if (!zone) {
-            results.push_back(
-                refused(std::move(record), cloudErrorCode::zoneNotFound, "There is no such zone."));
-            continue;
-        }
-        const auto winner = index.winner(*zone, record.id.name);
-        if (!winner && !record.changeTag.empty()) {
-            results.push_back(refused(std::move(record), cloudErrorCode::unknownItem,
-                                      "There is no such record."));
-            continue;
-        }
-        Entry entry{.kind = Entry::Kind::record,
-                    .number = number,
-                    .clock = clock,
-                    .generation = zone->generation,
-                    .zone = record.id.zone,
-                    .name = record.id.name,
-                    .type = record.type};
-        if (winner) {
-            if (record.changeTag !=
-                tagOf(winner->machine, winner->item->clock, winner->item->number)) {
-                FolderBodies bodies(opened_->segments);
-                auto stored = read(bodies, winner->machine, *winner->item);
-                results.push_back(
-                    stored
-                        ? refused(std::move(record), cloudErrorCode::serverRecordChanged,
-                                  "The record has changed.", std::move(stored))
-                        : refused(std::move(record), cloudErrorCode::networkFailure, isNotThere));
-                continue;
-            }
-            entry.parent.emplace(
-                folderlog::Version{index.machine(winner->machine).id, winner->item->number});
-            if (winner->machine == opened_->self)
-                outdated += winner->item->length + folderlog::frameSize;
-        }
-        if (!names.insert(record.id.zone + '\0' + record.id.name).second) {
-            results.push_back(refused(std::move(record), cloudErrorCode::invalidArguments,
-                                      "The record comes twice."));
-            continue;
-        }
-        if (record.payload) entry.payload = textOf(*record.payload);
-        folderlog::appendEntry(bytes, entry);
-        record.changeTag = tagOf(opened_->self, clock, number);
-        results.push_back({std::move(record), std::nullopt});
-        ++number;
+        auto error = appendTo(batch, record);
+        results.push_back({std::move(record), std::move(error)});
     }
-    if (!bytes.empty()) {
+    if (!batch.bytes.empty()) {
         const auto start = index.machine(opened_->self).covered + 1;
-        takeWritten(bytes, opened_->writer->append(bytes, start));
-        opened_->outdatedBytes += outdated;
+        takeWritten(batch.bytes, opened_->writer->append(batch.bytes, start));
+        opened_->outdatedBytes += batch.outdated;
     }
     return results;
+}
+
+std::optional<CloudError> FolderCloud::appendTo(Batch& batch, CloudRecord& record) {
+    const auto& index = opened_->index;
+    const auto* zone = index.zone(record.id.zone);
+    if (!zone) return CloudError(cloudErrorCode::zoneNotFound, "There is no such zone.");
+    Entry entry{.kind = Entry::Kind::record,
+                .number = batch.number,
+                .clock = batch.clock,
+                .generation = zone->generation,
+                .zone = record.id.zone,
+                .name = record.id.name,
+                .type = record.type};
+    const auto winner = index.winner(*zone, record.id.name);
+    if (!winner && !record.changeTag.empty())
+        return CloudError(cloudErrorCode::unknownItem, "There is no such record.");
+    if (winner) {
+        const auto& item = *winner->item;
+        if (record.changeTag != tagOf(winner->machine, item.clock, item.number)) {
+            FolderBodies bodies(opened_->segments);
+            auto stored = read(bodies, winner->machine, item);
+            if (!stored) return CloudError(cloudErrorCode::networkFailure, isNotThere);
+            return CloudError(cloudErrorCode::serverRecordChanged, "The record has changed.",
+                              std::nullopt, std::move(stored));
+        }
+        entry.parent.emplace(folderlog::Version{index.machine(winner->machine).id, item.number});
+    }
+    if (!batch.names.insert(record.id.zone + '\0' + record.id.name).second)
+        return CloudError(cloudErrorCode::invalidArguments, "The record comes twice.");
+    if (winner && winner->machine == opened_->self)
+        batch.outdated += winner->item->length + folderlog::frameSize;
+    if (record.payload) entry.payload = textOf(*record.payload);
+    folderlog::appendEntry(batch.bytes, entry);
+    record.changeTag = tagOf(opened_->self, batch.clock, batch.number);
+    ++batch.number;
+    return std::nullopt;
 }
 
 // --- reading ---

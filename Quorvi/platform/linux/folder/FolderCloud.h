@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "Quorvi/platform/CloudDatabase.h"
@@ -84,6 +85,16 @@ private:
     void note(folderlog::Entry entry);
     // Saves without fsync.
     std::vector<CloudSaveResult> write(std::vector<CloudRecord> records);
+    // Records that are to be appended to the log together.
+    struct Batch {
+        std::string bytes;         // their entries
+        std::uint64_t number = 0;  // of the next entry
+        std::uint64_t clock = 0;
+        std::uint64_t outdated = 0;             // bytes of entries that they replace
+        std::unordered_set<std::string> names;  // with their zones
+    };
+    // Adds a record, which gets its new tag, or returns why it is refused.
+    std::optional<CloudError> appendTo(Batch& batch, CloudRecord& record);
     void takeWritten(std::string_view bytes, const FolderWriter::Position& position);
     CloudRecord recordAt(const FolderIndex::Winner& winner);
     std::optional<CloudRecord> read(FolderBodies& bodies, std::uint32_t machine,
