@@ -1,18 +1,17 @@
--- Zones and records of all accounts. An account is a login role; each row belongs to one and is seen
--- by nobody else, not even by the tables' owner. Every key begins with the account, so that the
--- tables can be partitioned or distributed by it: nothing ever spans two accounts.
+-- Zones and records of all accounts. An account is a login role. Each row belongs to one account and is
+-- invisible to all others, including the owner of the tables. Every key begins with the account, so the
+-- tables can be partitioned or distributed by account.
 CREATE SCHEMA quorvi;
 GRANT USAGE ON SCHEMA quorvi TO quorvi_accounts;
 
--- Which of the numbered files this database has had.
+-- The migrations that this database has applied.
 CREATE TABLE quorvi.migrations (
     number integer PRIMARY KEY,
     applied timestamptz NOT NULL DEFAULT pg_catalog.now()
 );
 GRANT SELECT ON quorvi.migrations TO quorvi_accounts;
 
--- One row: how this server wants to be used. Without push nothing is announced and devices ask for
--- changes now and then.
+-- A single row of server settings. Without push there are no notifications, and devices poll.
 CREATE TABLE quorvi.server (
     one boolean PRIMARY KEY DEFAULT true CHECK (one),
     push boolean NOT NULL DEFAULT true
@@ -20,20 +19,20 @@ CREATE TABLE quorvi.server (
 INSERT INTO quorvi.server DEFAULT VALUES;
 GRANT SELECT ON quorvi.server TO quorvi_accounts;
 
--- `version` numbers an account's changes. Whoever changes anything counts it up first and so holds
--- the row until the commit: the writers of one account wait for each other, versions are committed
--- in their order, and one who has read up to a version can't have missed a lower one.
--- `id` says whose data it is, also when a role of this name is made again later; it names the
--- account's notifications, and others can't guess it.
+-- `version` numbers the changes of an account. A writer increments it first and so locks the row until
+-- its commit: writers of an account are serialised, versions are committed in order, and a reader up to
+-- a version cannot have missed a lower one.
+-- `id` identifies the account even if a role of the same name is created later. It names the
+-- notification channel, which others cannot guess.
 CREATE TABLE quorvi.accounts (
     account text COLLATE "C" PRIMARY KEY,
     id uuid NOT NULL DEFAULT pg_catalog.gen_random_uuid(),
     version bigint NOT NULL DEFAULT 0
 );
 
--- A zone that was deleted keeps its row, so that other devices learn of it. `generation` tells a
--- zone from an earlier one of its name, drawn by lot, so that it is another one also after a return
--- to a backup; null while there is none.
+-- A deleted zone keeps its row, so that other devices learn of the deletion. `generation` distinguishes
+-- a zone from earlier ones of its name; it is random, so that it differs after restoring a backup, too.
+-- Null if the zone is deleted.
 CREATE TABLE quorvi.zones (
     account text COLLATE "C" NOT NULL,
     name text COLLATE "C" NOT NULL,
@@ -42,9 +41,9 @@ CREATE TABLE quorvi.zones (
     PRIMARY KEY (account, name)
 );
 
--- `zone` is the zone's generation. `version` is both the change tag and the place in the sequence
--- of changes. No foreign key: the functions look at the zone while they hold the account, and the
--- check for every row would cost more than the rest of the statement.
+-- `zone` is the generation of the zone. `version` is the change tag and the position in the sequence of
+-- changes. No foreign key: the functions check the zone while they hold the account's lock, and a check
+-- per row would cost more than the rest of the statement.
 CREATE TABLE quorvi.records (
     account text COLLATE "C" NOT NULL,
     zone bigint NOT NULL,

@@ -1,7 +1,7 @@
--- What a device calls. All of it runs with the rights of the account that calls, and each call is a
--- transaction of its own.
+-- The functions that devices call, with the rights of the calling account. Each call is a transaction.
 
--- Who the account is and how it is told of changes. The first call of an account makes its row.
+-- Returns the id of the account and whether the server sends notifications. Creates the row at the first
+-- call.
 CREATE FUNCTION quorvi.open_account(OUT id uuid, OUT push boolean)
 LANGUAGE plpgsql AS $$
 BEGIN
@@ -13,7 +13,7 @@ BEGIN
     SELECT s.push INTO push FROM quorvi.server s;
 END $$;
 
--- Counts the account's version up and keeps other writers of the account out until the commit.
+-- Increments the version of the account, and locks out its other writers until the commit.
 CREATE FUNCTION quorvi.begin_change(changes bigint, OUT id uuid, OUT version bigint)
 LANGUAGE plpgsql AS $$
 BEGIN
@@ -24,7 +24,7 @@ BEGIN
     END IF;
 END $$;
 
--- Tells the account's other devices, at the commit. Says nothing about what has changed.
+-- Notifies the other devices of the account at the commit. The notification has no content.
 CREATE FUNCTION quorvi.announce_change(id uuid) RETURNS void
 LANGUAGE plpgsql AS $$
 BEGIN
@@ -37,10 +37,10 @@ CREATE FUNCTION quorvi.save_zone(zone_name text) RETURNS void
 LANGUAGE plpgsql AS $$
 DECLARE
     change record;
-    -- 60 bits by lot: never negative, never the generation of an earlier zone.
+    -- 60 random bits: never negative, never an earlier generation.
     lot bigint := ('x' || pg_catalog.left(pg_catalog.md5(pg_catalog.gen_random_uuid()::text), 15))::bit(60)::bigint;
 BEGIN
-    -- A device saves its zone whenever it connects, which needs no lock and wakes nobody.
+    -- Devices save their zone at every connection; an existing one needs no lock and no notification.
     PERFORM FROM quorvi.zones z
         WHERE z.account = CURRENT_USER::text AND z.name = zone_name AND z.generation IS NOT NULL;
     IF FOUND THEN RETURN; END IF;
@@ -68,11 +68,10 @@ BEGIN
     PERFORM quorvi.announce_change(change.id);
 END $$;
 
--- Saves a batch with different names. `tags` are the versions that the device knows, 0 for a record
--- that is new to it. The first row of the answer has place 0 and either the code of what is wrong
--- with all (26: there is no such zone) or, as its version, V: the record at place P, from 1, now has
--- the version V + P. A row follows for each record that was refused: 14 and what is there, or 11
--- when nothing is.
+-- Saves a batch of records with distinct names. `tags` are the versions known to the device, 0 for a new
+-- record. The first row of the result has place 0 and either an error code for the batch (26: no such
+-- zone) or a version V: the record at place P, from 1, now has version V + P. Each refused record has a
+-- further row: code 14 and the stored record, or code 11 if there is none.
 CREATE FUNCTION quorvi.save_records(zone_name text, names text[], types text[], tags bigint[], payloads bytea[])
 RETURNS TABLE (place bigint, code integer, version bigint, type text, payload bytea)
 LANGUAGE plpgsql AS $$
@@ -95,8 +94,8 @@ BEGIN
         RETURN QUERY SELECT 0::bigint, 26, 0::bigint, NULL::text, NULL::bytea;
         RETURN;
     END IF;
-    -- No statement here joins the batch with the table: how many rows an account has is something
-    -- the planner can be very wrong about, and a loop over single rows always takes their key.
+    -- No joins of the batch with the table: the planner can badly misjudge the rows of an account,
+    -- while a loop over single rows always uses the key.
     IF known < wanted THEN
         INSERT INTO quorvi.records (account, zone, version, name, type, payload)
             SELECT CURRENT_USER::text, generation, base + n.place, n.name, n.type, n.payload

@@ -1,7 +1,7 @@
--- Splits the records into parts by account, for a large server; see docs/SCALING.md. By hand, once,
--- with nobody connected:
+-- Partitions the records by account, for a large server; see docs/SCALING.md. Run once, by hand, while
+-- nobody is connected:
 --   psql --single-transaction -v ON_ERROR_STOP=1 -v parts=64 -f server/postgresql/partition-by-account.sql quorvi
--- Whatever an account does then concerns one part. Accounts have no rights to the parts themselves.
+-- Each operation then touches one partition. Accounts have no rights on the partitions themselves.
 SET ROLE quorvi_owner;
 ALTER TABLE quorvi.records RENAME TO records_before;
 ALTER TABLE quorvi.records_before NO FORCE ROW LEVEL SECURITY;

@@ -1,6 +1,5 @@
--- The two roles that every database of this kind shares: the owner of the tables, as which nobody
--- logs in, and the group that all accounts belong to. Roles belong to the whole server, so this may
--- have run before.
+-- The two roles that all databases of a server share: the owner of the tables, who cannot log in, and
+-- the group of all accounts. They may exist already, because roles belong to the server.
 DO $$
 BEGIN
     IF NOT EXISTS (SELECT FROM pg_catalog.pg_roles WHERE rolname = 'quorvi_owner') THEN
@@ -9,12 +8,11 @@ BEGIN
     IF NOT EXISTS (SELECT FROM pg_catalog.pg_roles WHERE rolname = 'quorvi_accounts') THEN
         CREATE ROLE quorvi_accounts NOLOGIN;
     END IF;
-    -- Whoever sets this up without being superuser acts as the owner for the rest.
+    -- Without superuser rights, the rest is done as the owner.
     IF NOT pg_catalog.pg_has_role(current_user, 'quorvi_owner', 'MEMBER') THEN
         EXECUTE pg_catalog.format('GRANT quorvi_owner TO %I', current_user);
     END IF;
-    -- An account needs nothing of the database but to connect to it: no tables of its own, no
-    -- temporary ones.
+    -- Accounts may only connect: they need no tables of their own, not even temporary ones.
     EXECUTE pg_catalog.format('REVOKE ALL ON DATABASE %I FROM PUBLIC', pg_catalog.current_database());
     EXECUTE pg_catalog.format('GRANT CONNECT ON DATABASE %I TO quorvi_accounts', pg_catalog.current_database());
     EXECUTE pg_catalog.format('GRANT CREATE ON DATABASE %I TO quorvi_owner', pg_catalog.current_database());
