@@ -23,8 +23,8 @@ bool isFreeOfSurrogates(std::string_view s);
 // The value of a JSON number as a double; nullopt if it overflows. Underflow is accepted.
 std::optional<double> doubleOf(std::string_view digits);
 
-// The value of a JSON number that is whole, in whatever notation ("17", "17.0", "1.7e1"); nullopt
-// if it has a fraction or is out of range.
+// The value of a JSON number that is whole, in any notation ("17", "17.0", "1.7e1"); nullopt if it
+// has a fraction or is out of range.
 std::optional<std::int64_t> integerOf(std::string_view digits);
 
 }  // namespace quorvi::json

@@ -13,7 +13,7 @@ namespace quorvi::text {
 
 namespace {
 
-// The rules leave text of the Latin script alone, whatever punctuation and marks come with it.
+// The rules leave text in the Latin script unchanged, including punctuation and marks.
 bool isLatinOnly(std::string_view s) {
     for (std::size_t i = asciiPrefix(s); i < s.size();) {
         UErrorCode status = U_ZERO_ERROR;

@@ -19,8 +19,9 @@ constexpr std::size_t maximumItems = 1000;
 constexpr XML_Char separator = ' ';  // between a namespace and a name; part of neither
 constexpr std::string_view dialect = "http://www.andymatuschak.org/xml-namespaces/sparkle ";
 
-// Reads a feed as the parser reports it. An item is a child of rss/channel, its fields are the
-// item's own children; what lies deeper, such as the packages of an older kind of update, is not.
+// Collects the items of a feed from the events of the parser. An item is a child of rss/channel,
+// and its fields are its children; deeper elements, such as the enclosures of delta updates, are
+// ignored.
 class AppcastReader {
 public:
     AppcastReader() : parser_(XML_ParserCreateNS(nullptr, separator)) {
@@ -126,7 +127,7 @@ private:
             items_.push_back(std::move(item));
     }
 
-    // The parser may still report a few events of what it has read already.
+    // The parser may still report pending events after it is stopped.
     void refuse(Message reason) {
         if (!refusal_) refusal_ = std::move(reason);
         XML_StopParser(parser_.get(), XML_FALSE);

@@ -12,15 +12,15 @@ namespace {
 
 constexpr std::size_t maximumBytes = std::size_t{64} << 10;
 constexpr std::size_t maximumDepth = 12;
-constexpr std::size_t maximumTag = 2048;  // bytes; keeps the work linear whatever the notes are
+constexpr std::size_t maximumTag = 2048;  // bytes; keeps the work linear
 
 constexpr std::array<std::string_view, 17> kept{"p",  "br",     "ul",  "ol",         "li", "b",
                                                 "i",  "strong", "em",  "h1",         "h2", "h3",
                                                 "h4", "code",   "pre", "blockquote", "a"};
-// Their content is not for reading.
+// Elements whose content is dropped.
 constexpr std::array<std::string_view, 7> silent{"script", "style",  "title", "template",
                                                  "iframe", "object", "svg"};
-// Without them, words of two paragraphs would run together.
+// Elements that become line breaks, so that words of two paragraphs stay apart.
 constexpr std::array<std::string_view, 6> breaking{"div", "tr", "section", "article", "dt", "dd"};
 
 template <std::size_t size>
@@ -42,7 +42,7 @@ struct Tag {
     std::size_t end = 0;  // behind its ">"
 };
 
-// The tag that begins at the "<".
+// Returns the tag that begins at the "<".
 Tag tagAt(std::string_view html, std::size_t at) {
     Tag tag;
     std::size_t i = at + 1;
@@ -50,7 +50,7 @@ Tag tagAt(std::string_view html, std::size_t at) {
         tag.closes = true;
         ++i;
     }
-    // No tag that matters has a name longer than this.
+    // No known tag has a longer name.
     const auto start = html.substr(i, 16);
     const auto nameEnd = i + std::min(start.find_first_of(" \t\r\n/>"), start.size());
     const auto name = lowered(html.substr(i, nameEnd - i));
@@ -71,7 +71,7 @@ Tag tagAt(std::string_view html, std::size_t at) {
     return tag;
 }
 
-// The quoted address of a link when it may be followed, otherwise empty.
+// Returns the quoted address of a link if it may be followed; otherwise empty.
 std::string_view linkTarget(std::string_view attributes) {
     const auto found = lowered(attributes).find("href=");
     if (found == std::string::npos || found + 6 >= attributes.size()) return {};
@@ -105,7 +105,7 @@ public:
     }
 
 private:
-    // Handles what begins at the "<" and yields where to go on.
+    // Handles the tag or comment at the "<" and returns the offset after it.
     std::size_t tag(std::string_view html, std::size_t at) {
         if (html.substr(at).starts_with("<!")) {
             const bool comment = html.substr(at).starts_with("<!--");
@@ -126,7 +126,7 @@ private:
         return tag.end;
     }
 
-    // Behind the end of an element whose content is dropped.
+    // Returns the offset after an element whose content is dropped.
     static std::size_t behind(std::string_view html, const Tag& opened) {
         for (auto at = html.find("</", opened.end); at != html.npos; at = html.find("</", at + 2)) {
             const auto tag = tagAt(html, at);
@@ -160,7 +160,7 @@ private:
 
 std::string safeReleaseNotes(std::string_view notes) {
     if (notes.size() > maximumBytes) {
-        // A character is not cut in two.
+        // Do not split a character.
         std::size_t end = maximumBytes;
         while (end > 0 && (static_cast<unsigned char>(notes[end]) & 0xC0) == 0x80) --end;
         notes = notes.substr(0, end);

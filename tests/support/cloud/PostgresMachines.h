@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
 
@@ -35,6 +36,16 @@ struct PostgresDesk {
     int code(Task<T> task) {
         const auto error = failure(std::move(task));
         return error ? error->code() : 0;
+    }
+
+    // All records of the zone "Notes".
+    std::map<std::string, CloudRecord> everything(CloudDatabase& database) {
+        std::map<std::string, CloudRecord> all;
+        for (CloudRecordChanges page{.more = true}; page.more;) {
+            page = get(database.recordChanges("Notes", page.token, {}));
+            for (auto& one : page.modified) all.insert_or_assign(one.id.name, one);
+        }
+        return all;
     }
 
 private:
