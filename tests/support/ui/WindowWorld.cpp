@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+#include "tests/support/Feeds.h"
+
 namespace quorvi::test {
 
 WindowWorld::WindowWorld() : FakeDesktop(scheduler, scheduler) {
@@ -70,14 +72,13 @@ void WindowWorld::dictate(const std::string& text) {
 
 void WindowWorld::offerUpdate(const std::string& package, const std::string& notes) {
     downloader.package = package;
-    downloader.body =
-        R"(<rss version="2.0" xmlns:s="http://www.andymatuschak.org/xml-namespaces/sparkle">)"
-        R"(<channel><item><pubDate>Wed, 25 Nov 2026 08:00:00 +0000</pubDate><description><![CDATA[)" +
-        notes +
-        R"(]]></description><s:version>2.0</s:version><enclosure url="https://updates.example/2.deb")"
-        R"( s:edSignature="14Br6DuwkBgUuUqWUCHKh4cnBuWFVWW22cYtdUEHTPTG6Y3KBtTZb9z8aCkuku4r)"
-        R"(AHx3YOtzFMPJcgEe+F6eAg==" length=")" +
-        std::to_string(package.size()) + R"("/></item></channel></rss>)";
+    downloader.body = feed(FeedItem{
+        .url = "https://updates.example/2.deb",
+        .signature = "14Br6DuwkBgUuUqWUCHKh4cnBuWFVWW22cYtdUEHTPTG6Y3KBtTZb9z8aCkuku4r"
+                     "AHx3YOtzFMPJcgEe+F6eAg==",
+        .length = package.size(),
+        .more = "<pubDate>Wed, 25 Nov 2026 08:00:00 +0000</pubDate><description><![CDATA[" + notes +
+                "]]></description>"});
 }
 
 }  // namespace quorvi::test
