@@ -40,7 +40,7 @@ double wave(RecordingSoundStyle style, double phase) {
     return std::sin(phase);
 }
 
-// Silent at both ends, so that a cue neither starts nor stops with a crack.
+// Zero at both ends, so that a cue starts and stops without a crack.
 double envelope(RecordingSoundStyle style, double progress) {
     const double swell = std::sin(std::numbers::pi * progress);
     const double decay = style == RecordingSoundStyle::click ? std::exp(-3 * progress) : 1;

@@ -21,7 +21,7 @@ std::string_view rawValue(RecordingSoundStyle style);
 std::string_view title(RecordingSoundStyle style);
 std::optional<RecordingSoundStyle> recordingSoundStyleFromRawValue(std::string_view raw);
 
-// The two moments of a recording that are marked by a sound.
+// The two moments of a recording that a sound marks.
 enum class RecordingCue { start, stop };
 
 inline constexpr std::array allRecordingCues{RecordingCue::start, RecordingCue::stop};
@@ -29,8 +29,8 @@ inline constexpr int recordingCueSampleRate = 44'100;
 
 std::string_view rawValue(RecordingCue cue);
 
-// The sound itself: its length in seconds, its mono samples, and those samples as a complete WAV
-// file. A silent cue has no samples. Pure, callable on any thread.
+// The length of a cue in seconds, its mono samples, and these as a complete WAV file. A silent cue
+// has no samples. Pure functions of any thread.
 double duration(RecordingCue cue, RecordingSoundStyle style = RecordingSoundStyle::classic);
 std::vector<std::int16_t> samples(RecordingCue cue,
                                   RecordingSoundStyle style = RecordingSoundStyle::classic);

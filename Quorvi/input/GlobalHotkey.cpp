@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// The state of a key is known a moment before its event is delivered here.
+// A key's state is known a moment before its event arrives here.
 constexpr Duration deliveryTime = 50ms;
 
 }  // namespace

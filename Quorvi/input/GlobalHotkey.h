@@ -12,13 +12,14 @@
 
 namespace quorvi {
 
-// Watches every keyboard, mouse-button and scroll event of the session, recognises the user's
-// shortcut, and reports its presses and releases, a cancelling Escape and interruptions. Swallows
-// the shortcut's own key events and that Escape; everything else passes. Counts the user's input,
-// so that others notice that the user typed or clicked after a field was captured.
+// Watches all keyboard, mouse-button and scroll events of the session, recognises the user's
+// shortcut, and reports its presses and releases, an Escape that cancels, and interruptions.
+// Swallows the key events of the shortcut and that Escape; everything else passes. Counts the
+// user's input, so that others can tell whether the user typed or clicked after a field was
+// captured.
 //
-// Main thread. Callbacks run in a later turn than the event that caused them, and none that was
-// queued before a reset runs after it. Destroying the monitor removes the hook.
+// Main thread; owned by the controller. Callbacks run in a later turn than their event, and none
+// that was queued before a reset runs after it. The destructor removes the hook.
 class GlobalHotkey {
 public:
     GlobalHotkey(Scheduler& scheduler, KeyEventTap& tap, const Accessibility& accessibility,
@@ -27,36 +28,36 @@ public:
     GlobalHotkey(const GlobalHotkey&) = delete;
     GlobalHotkey& operator=(const GlobalHotkey&) = delete;
 
-    // Installs or revives the hook, and repairs what missed events left behind; true when it runs.
-    // Called every few seconds, it is also the monitor's health check.
+    // Installs the hook or enables it again, and corrects the state after missed events. Returns
+    // whether the hook runs. Called every few seconds as a health check.
     bool start();
-    // Removes the hook and forgets all tracked input.
+    // Removes the hook and clears all tracked input.
     void stop();
     bool isRunning() const;
 
-    // Notices that a held shortcut, or a swallowed Escape, was released without an event. The event
-    // may still be on its way, so what looks missed is looked at again a moment later.
+    // Detects that a held shortcut or a swallowed Escape was released without an event. Checks
+    // again a moment later before it acts, since the event may still be under way.
     void reconcilePhysicalInput();
 
     const Hotkey& shortcut() const { return shortcut_; }
     void setShortcut(Hotkey shortcut);
     DictationMode mode() const { return mode_; }
     void setMode(DictationMode mode);
-    // While suspended nothing is recognised or swallowed, but input is still counted.
+    // While suspended, nothing is recognised or swallowed, but input is still counted.
     bool suspended() const { return suspended_; }
     void setSuspended(bool suspended);
     // Whether Escape cancels.
     bool cancelEnabled() const { return cancelEnabled_; }
     void setCancelEnabled(bool enabled);
 
-    // Grows with every key press that is not the shortcut's and every mouse-button press.
+    // Increases with every mouse-button press and every key press other than the shortcut's.
     std::uint64_t inputGeneration() const { return inputGeneration_; }
 
     std::function<void(bool down)> onTransition;
     std::function<void()> onCancel;
     std::function<void()> onInterruption;
 
-    // The hook's handler; public so that the decision can be measured by itself.
+    // The hook's handler; public for benchmarks.
     TapVerdict handle(const TapEvent& event);
 
 private:
@@ -97,7 +98,7 @@ private:
     std::set<KeyCode> pressedKeys_;
     std::set<std::int64_t> pressedButtons_;
     bool escapeIsConsumed_ = false;
-    // Shared with queued callbacks, which are dropped when it has changed or the monitor is gone.
+    // Queued callbacks are dropped if it has changed or the monitor has been destroyed.
     std::shared_ptr<std::uint64_t> callbackGeneration_ = std::make_shared<std::uint64_t>(0);
 };
 

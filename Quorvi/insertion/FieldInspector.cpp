@@ -142,7 +142,7 @@ std::optional<AXElement> FieldInspector::focusedTextElement(const AXElement& sta
             if (valueAs<bool>(accessibility_.attribute(candidate.element, "AXFocused",
                                                        searchTimeout)) == true)
                 return candidate.element;
-            continue;  // costs nothing of the budget, nor is it searched into
+            continue;  // not counted, and not searched
         }
         if (candidate.depth <= searchedDepth && !isLeafRole(itsRole)) {
             const auto children = valueAs<std::vector<AXElement>>(

@@ -10,23 +10,24 @@
 
 namespace quorvi {
 
-// Finds the focused text field through the accessibility interface, and says later whether it is
-// still the same and what it holds. Every operation may block for the time-outs of its queries, so
-// it is run on a background executor, one at a time. Holds no state.
+// Finds the focused text field through the accessibility interface; checks later whether it is
+// still the same, and reads it. Operations block for up to the time-outs of their queries, so they
+// run on a background executor, one at a time. Stateless and cheap to copy; the ports outlive it.
 class FieldInspector {
 public:
     FieldInspector(Scheduler& clock, Accessibility& accessibility, const Workspace& workspace)
         : clock_(clock), accessibility_(accessibility), workspace_(workspace) {}
 
-    // The destination that has the focus now. Throws QuorviError with the sentence to show.
+    // Returns the focused field or application. Throws QuorviError with the sentence to show if
+    // there is none to dictate into.
     InsertionTarget capture(std::uint64_t inputGeneration) const;
 
-    // Throws QuorviError unless the target still has the focus, with its caret where it was, and
-    // nothing was typed or clicked since.
+    // Throws QuorviError unless the target still has the focus and its caret is where it was, and
+    // the user has not typed or clicked since.
     void validate(const InsertionTarget& target, std::uint64_t currentInputGeneration) const;
 
-    // The text of the target's field, nothing when it can't or mustn't be read. Fields over 100,000
-    // UTF-16 code units are not read.
+    // Returns the text of the target's field, or nullopt if it can't or must not be read, or has
+    // more than 100,000 UTF-16 code units.
     std::optional<std::string> correctionField(const InsertionTarget& target,
                                                bool requireFocus) const;
 

@@ -8,20 +8,20 @@
 
 namespace quorvi {
 
-// Stamped into every synthesised paste event, so that the keyboard monitor ignores the program's
-// own keystrokes: they never count as user input and never trigger the shortcut.
+// Marks every synthesised paste event, so that the keyboard monitor ignores it: it neither counts
+// as user input nor triggers the shortcut.
 inline constexpr std::int64_t quorviPasteEventMarker = 0x51554F52;
 
-// Builds the paste keystroke, and knows which keys would spoil it. No state.
+// Builds the paste keystroke, and knows which held keys would change it. Stateless.
 struct PasteKeyboard {
-    // Command, Shift, Option and Control, right and left, in the order they are looked at.
+    // Command, Shift, Option and Control, in the order in which they are checked.
     static constexpr std::array<KeyCode, 8> modifierKeys{
         keyCode::rightCommand, keyCode::leftCommand, keyCode::leftShift,   keyCode::rightShift,
         keyCode::leftOption,   keyCode::rightOption, keyCode::leftControl, keyCode::rightControl};
 
     static bool physicalModifiersArePressed(const std::function<bool(KeyCode)>& readKey);
 
-    // Command-V as four marked events. Throws QuorviError when the poster can't send any.
+    // Returns Command-V as four marked events. Throws QuorviError if the poster is unavailable.
     static std::array<TapEvent, 4> pasteEvents(const KeyEventPoster& poster);
 };
 

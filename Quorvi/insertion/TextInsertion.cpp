@@ -16,7 +16,7 @@ constexpr Duration pollInterval = 50ms;
 constexpr int modifierPolls = 40;
 constexpr Duration verificationWindow = 900ms;
 
-// Gives the clipboard back however the insertion ends, also when its frame is destroyed.
+// Restores the clipboard however the insertion ends, also if its frame is destroyed.
 class ClipboardGuard {
 public:
     explicit ClipboardGuard(TranscriptClipboard& clipboard) : clipboard_(clipboard) {}
@@ -125,7 +125,7 @@ Task<void> TextInsertion::validate(const Paste& paste, std::stop_token stop) {
     refuseChangedInput(paste);
 }
 
-// The user may have typed or clicked while a query, or the clipboard, was waited for.
+// The user may have typed or clicked while this waited for a query or the clipboard.
 void TextInsertion::refuseChangedInput(const Paste& paste) const {
     const auto frontmost = environment_.workspace.frontmostApplication();
     if (paste.request.currentInputGeneration() != paste.target.inputGeneration || !frontmost ||
@@ -133,7 +133,7 @@ void TextInsertion::refuseChangedInput(const Paste& paste) const {
         throw QuorviError::message(say::destinationChanged());
 }
 
-// The last look before the keystroke; costs nothing and waits for nothing.
+// The last check before the keystroke; does not wait for anything.
 void TextInsertion::refuseLateChanges(const Paste& paste) const {
     refuseChangedInput(paste);
     if (modifiersArePressed()) throw QuorviError::message(say::releaseModifiers());
@@ -177,7 +177,7 @@ Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
 Task<void> TextInsertion::watchArrival(Paste& paste, std::stop_token stop) {
     const bool learns = paste.request.learnCorrections;
     const auto deadline = environment_.scheduler.now() + verificationWindow;
-    // The transcript stays on the clipboard for the whole window, also once it has arrived.
+    // The transcript stays on the clipboard for the whole window, even after it has arrived.
     while (environment_.scheduler.now() < deadline) {
         auto pause = sleepFor(environment_.scheduler, pollInterval, stop);
         co_await pause;

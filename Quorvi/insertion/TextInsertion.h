@@ -18,10 +18,10 @@
 
 namespace quorvi {
 
-// Brings a transcript into the user's text field by way of the clipboard: saves what is on it, puts
-// the transcript there, sends the paste keystroke, watches the field for a moment to confirm that
-// the text arrived, and gives the user's clipboard back. Main thread; the accessibility queries run
-// on the background executor, one at a time.
+// Inserts a transcript into the user's text field through the clipboard: saves its content, puts
+// the transcript there, sends the paste keystroke, watches the field for a moment to verify that
+// the text has arrived, and restores the clipboard. Main thread; accessibility queries run on the
+// background executor, one at a time. Owned by the controller; its environment outlives it.
 class TextInsertion {
 public:
     using Counts = std::map<std::string, std::int64_t>;
@@ -36,38 +36,37 @@ public:
         const KeyEventTap& keyState;
     };
 
-    // What one insertion needs of its caller, besides the text and where it goes.
+    // What an insertion needs besides the text and the target.
     struct Request {
         bool learnCorrections = false;  // read the field before and after, to verify the paste
         std::function<void(const CorrectionContext&)> onVerifiedPaste;                // optional
         std::function<void(const std::string& code, const Counts&)> onLearningEvent;  // optional
         std::function<std::uint64_t()> currentInputGeneration;
-        std::optional<TranscriptClipboard::Copy> clipboard;  // made ahead, optional
+        std::optional<TranscriptClipboard::Copy> clipboard;  // copied in advance, optional
     };
 
     explicit TextInsertion(Environment environment);
 
-    // The destination that has the focus now. Throws QuorviError with the sentence to show.
+    // Returns the focused field or application, see FieldInspector::capture.
     Task<InsertionTarget> capture(std::uint64_t inputGeneration, std::stop_token stop);
 
-    // Copies the user's clipboard while there is time, for the insertion that is coming: a large or
-    // slow one then costs the user nothing. Throws nothing but Cancelled.
+    // Copies the user's clipboard in advance, so that the user does not wait for a large or slow
+    // one. Throws only Cancelled.
     Task<TranscriptClipboard::Copy> copyClipboardAhead(std::stop_token stop) {
         return clipboard_.copyAhead(std::move(stop));
     }
 
-    // Pastes the text into the target. Yields the context of a verified paste, nothing when the
-    // arrival could not be confirmed, which is no error. Throws QuorviError when nothing was
-    // pasted; the caller then offers the text for a manual paste. Cancelled leaves the user's
-    // clipboard as it was.
+    // Pastes the text into the target. Returns the context of a verified paste, nullopt if its
+    // arrival could not be verified. Throws QuorviError if nothing was pasted; the caller then
+    // offers the text for a manual paste. The clipboard is restored in every case.
     Task<std::optional<CorrectionContext>> insert(std::string text, InsertionTarget target,
                                                   Request request, std::stop_token stop);
 
-    // The text of the target's field, see FieldInspector::correctionField.
+    // Returns the text of the target's field, see FieldInspector::correctionField.
     Task<std::optional<std::string>> correctionField(InsertionTarget target, bool requireFocus,
                                                      std::stop_token stop);
 
-    // Puts the transcript on the clipboard for good; whether it is there now.
+    // Puts the transcript on the clipboard permanently. Returns whether that succeeded.
     Task<bool> copyForManualPaste(std::string text, std::stop_token stop);
 
     void restoreClipboard() { clipboard_.restore(); }

@@ -9,7 +9,7 @@ namespace quorvi {
 
 namespace {
 
-// How often the user may copy something while a transcript is on its way to the clipboard.
+// How often the user may copy something while a transcript is being put on the clipboard.
 constexpr int mostCopies = 3;
 
 }  // namespace
@@ -20,7 +20,7 @@ Task<TranscriptClipboard::Copy> TranscriptClipboard::copyAhead(std::stop_token s
     try {
         copy.items = co_await reading;
     } catch (const std::exception&) {
-        // The owner may answer when it counts; the snapshot asks again.
+        // The owner may answer later: the snapshot asks again.
     }
     co_return copy;
 }
@@ -70,8 +70,8 @@ void TranscriptClipboard::restore() {
 Task<bool> TranscriptClipboard::copyPermanently(std::string text, std::stop_token stop) {
     if (text.empty()) co_return false;
     restore();
-    // An owner that doesn't answer must not keep the user from the words: its content can't be
-    // kept by anyone, so only a failed write would need it.
+    // An owner that doesn't answer must not keep the text from the user. Nobody could save its
+    // content, which only a failed write would need.
     std::optional<Items> before;
     try {
         auto reading = snapshot(std::nullopt, stop);

@@ -13,8 +13,8 @@
 
 namespace quorvi {
 
-// A reference to an element of some application's interface. Cheap to copy; two references are
-// equal when they name the same element.
+// A reference to an element of an application's interface. Cheap to copy; two references are equal
+// if they name the same element. Immutable, usable on any thread.
 class AXElement {
 public:
     struct Reference {
@@ -35,14 +35,14 @@ private:
 // The value of an attribute: a truth value, text (UTF-8), a range, an element or a list of them.
 using AXValue = std::variant<bool, std::string, Utf16Range, AXElement, std::vector<AXElement>>;
 
-// The desktop's accessibility interface. Queries block for at most their time-out, so they are made
-// on a background executor and never on the main thread; they are safe from any one thread at a
-// time. A query that fails, times out or finds no such attribute yields nothing; none throws.
+// The desktop's accessibility interface. Queries block for up to their time-out, so they run on a
+// background executor, one at a time, and never on the main thread. A query returns nullopt if it
+// fails, times out or finds no such attribute; none throws.
 //
 // Attribute names, with the type of their value:
 //   "AXRole"               text: "AXTextField" (one line), "AXTextArea" (many lines), "AXComboBox",
-//                          "AXStaticText", "AXButton", "AXImage", "AXWindow", "AXGroup" for all
-//                          else
+//                          "AXStaticText", "AXButton", "AXImage", "AXWindow", "AXGroup" for
+//                          everything else
 //   "AXSubrole"            text: "AXSecureTextField" for a password field, absent for others
 //   "AXFocused"            truth value
 //   "AXValue"              text: the whole content of a text element
@@ -55,11 +55,11 @@ class Accessibility {
 public:
     virtual ~Accessibility() = default;
 
-    // Whether this process may use the interface: the accessibility bus answers and a global input
-    // hook can be installed. As last known; never blocks. Any thread.
+    // Returns whether this process may use the interface: the accessibility bus answers and a
+    // global input hook can be installed. The last known state; never blocks. Any thread.
     virtual bool isTrusted() const = 0;
 
-    // Asks the desktop to switch accessibility on. Returns at once. Main thread.
+    // Asks the desktop to enable accessibility. Returns at once. Main thread.
     virtual void requestTrust() = 0;
 
     virtual AXElement applicationElement(pid_t pid) = 0;
@@ -70,7 +70,7 @@ public:
     virtual bool setAttribute(const AXElement& element, std::string_view name, bool value,
                               Duration timeout) = 0;
 
-    // The process that owns the element.
+    // Returns the process that owns the element.
     virtual std::optional<pid_t> processIdentifier(const AXElement& element) = 0;
 };
 

@@ -10,6 +10,7 @@
 
 namespace quorvi {
 
+// How a recording is encoded.
 struct AudioSettings {
     int sampleRate = 44'100;  // Hz
     int channels = 1;
@@ -18,50 +19,51 @@ struct AudioSettings {
     bool operator==(const AudioSettings&) const = default;
 };
 
+// Why a recording ended by itself.
 enum class CaptureEnd {
     encodingError,  // the encoder or the file failed
     deviceLost      // the microphone or the sound server went away
 };
 
-// One recording of the microphone into a file. Encoding goes on while recording, so that the file
-// is complete a few milliseconds after stop(). Main thread; nothing blocks. Destroying a capture
-// stops it.
+// One recording of the microphone into a file. It is encoded while it runs, so the file is complete
+// a few milliseconds after stop(). Main thread; nothing blocks. Owned by the recorder; destroying
+// it stops the recording.
 class AudioCapture {
 public:
     virtual ~AudioCapture() = default;
 
-    // Opens the device and the file (created with mode 0600) and resumes once samples are being
-    // captured. Throws QuorviError or an exception with a displayable what(); then nothing is
-    // recorded and no file is left.
+    // Opens the device and the file (created with mode 0600) and resumes when samples are being
+    // captured. On failure throws QuorviError or an exception with a displayable what(), and leaves
+    // no file.
     virtual Task<void> record(std::filesystem::path file, AudioSettings settings,
                               std::stop_token stop) = 0;
 
-    // Ends capturing at once; samples already captured are kept. onEnded is not called.
+    // Ends capturing at once and keeps the samples captured so far. Does not call onEnded.
     virtual void stop() = 0;
 
-    // Completes when the file is whole and closed; after stop(). Throws when it could not be
-    // completed.
+    // After stop(): completes when the file is written and closed. Throws if that fails.
     virtual Task<void> finished() = 0;
 
-    // Seconds of audio captured so far.
+    // Returns the seconds of audio captured so far.
     virtual double currentTime() const = 0;
 
-    // Average power since the last call in dB relative to full scale, -160 (silence) to 0.
+    // Returns the average power since the last call, in dB relative to full scale: -160 (silence)
+    // to 0.
     virtual float averagePower() = 0;
 
-    // Called on the main thread when the recording ends without stop().
+    // Called on the main thread if the recording ends without stop(). May destroy the capture.
     std::function<void(CaptureEnd)> onEnded;
 };
 
-// The sound server's recording side. Main thread.
+// The sound server's recording side. Main thread; outlives its captures.
 class AudioInput {
 public:
     virtual ~AudioInput() = default;
 
     virtual std::unique_ptr<AudioCapture> makeCapture() = 0;
 
-    // Makes ready what a capture needs that costs time (an encoder), so that the next record()
-    // starts sooner. Opens no device. Returns at once.
+    // Prepares in advance what takes time (an encoder), so that the next record() starts sooner.
+    // Opens no device. Returns at once.
     virtual void prepare() = 0;
 };
 

@@ -21,23 +21,23 @@ struct HttpRequest {
 };
 
 struct HttpResponse {
-    int status = 0;  // 0 when the peer answered with something that is not HTTP
+    int status = 0;  // 0 if the answer was not HTTP
     Bytes body;
 };
 
-// One session of an HTTP client: no cookies, caches or credentials are kept, certificates are
-// verified, redirects are not followed. Main thread only; transfers run elsewhere.
+// An HTTP client: keeps no cookies, caches or credentials, verifies certificates, does not follow
+// redirects. Main thread; transfers run on another thread.
 class HttpTransport {
 public:
     virtual ~HttpTransport() = default;
 
-    // Sends the request and yields the whole response. Throws an exception with a displayable
-    // what() when there is none (no connection, time-out, TLS failure), Cancelled within 10 ms of
-    // a stop.
+    // Sends the request and returns the whole response. Without a response (no connection,
+    // time-out, TLS failure) throws an exception with a displayable what(); throws Cancelled within
+    // 10 ms of a stop.
     virtual Task<HttpResponse> send(HttpRequest request, std::stop_token stop) = 0;
 
-    // Opens a connection to the URL's host ahead of a request that is expected, so that the request
-    // pays no handshake. Returns at once; a failure shows itself only in the later request.
+    // Opens a connection to the URL's host in advance, which saves the next request the handshake.
+    // Returns at once; a failure only shows in that request.
     virtual void openConnection(std::string url) = 0;
 };
 

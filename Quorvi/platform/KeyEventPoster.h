@@ -7,18 +7,18 @@
 
 namespace quorvi {
 
-// Synthesises keyboard events for the frontmost application. Main thread.
+// Synthesises keyboard events for the frontmost application. Main thread; nothing blocks or throws.
 class KeyEventPoster {
 public:
     virtual ~KeyEventPoster() = default;
 
-    // Whether events can be created now.
+    // Returns whether events can be posted now.
     virtual bool isAvailable() const = 0;
 
-    // Posts the events in order, without delay between them, nothing of the user's in between.
-    // Command-V is translated into the desktop's own paste chord for the application `pid`, on the
-    // key that pastes under the current layout. Every event carries its sourceUserData to the tap.
-    // Returns at once; the events follow within a millisecond.
+    // Posts the events in order, without delay and without user input in between. Command-V is
+    // translated into the paste chord of the application `pid`, on the key that pastes under the
+    // current layout. The tap receives every event with its sourceUserData. Returns at once; the
+    // events follow within a millisecond.
     virtual void post(std::span<const TapEvent> events, pid_t pid) = 0;
 };
 

@@ -19,12 +19,12 @@ enum class TapEventType : std::uint32_t {
     scrollWheel = 22,
     otherMouseDown = 25,
     otherMouseUp = 26,
-    // The hook was switched off by the system; it delivers nothing until it is enabled again.
+    // The system has disabled the hook; it delivers nothing until it is enabled again.
     tapDisabledByTimeout = 0xFFFFFFFE,
     tapDisabledByUserInput = 0xFFFFFFFF,
 };
 
-// One event of the login session's input devices.
+// One event of the session's input devices. A plain value.
 struct TapEvent {
     TapEventType type = TapEventType::keyDown;
     KeyCode keyCode = 0;      // of a keyboard event; auto-repeat is a further keyDown
@@ -35,8 +35,8 @@ struct TapEvent {
 
 enum class TapVerdict { pass, swallow };
 
-// A key press that is to be kept from the frontmost application: the key with exactly these
-// standard modifiers held (Caps Lock and Num Lock don't count), its auto-repeat and its release.
+// A key press to keep from the frontmost application: the key with exactly these standard modifiers
+// held (Caps Lock and Num Lock don't count), its auto-repeat and its release.
 struct SwallowedKey {
     KeyCode keyCode = 0;
     std::uint64_t modifiers = 0;
@@ -44,30 +44,29 @@ struct SwallowedKey {
     bool operator==(const SwallowedKey&) const = default;
 };
 
-// The global input hook. It observes every key, mouse button and scroll event of the session and
-// keeps the declared key presses from other applications. All operations are called on the main
-// thread and return at once; the handler is called on the main thread, in the order of the events.
+// The global input hook: observes all key, mouse button and scroll events of the session, and keeps
+// the declared key presses from other applications. Main thread; operations return at once and
+// never throw. The handler is called on the main thread, in the order of the events.
 class KeyEventTap {
 public:
     virtual ~KeyEventTap() = default;
 
-    // Installs the hook; it starts out enabled. False when this desktop does not allow one.
+    // Installs the hook, enabled. Returns false if the desktop does not allow one.
     virtual bool install(std::function<TapVerdict(const TapEvent&)> handler) = 0;
     virtual void remove() = 0;
 
-    // Whether a hook is installed whose connection still lives.
+    // Returns whether a hook is installed and still connected.
     virtual bool isValid() const = 0;
     virtual bool isEnabled() const = 0;
     virtual void setEnabled(bool enabled) = 0;
 
-    // The presses to swallow from now on. The hook decides with this list by itself, without
-    // waiting for the main thread, so a busy main thread never holds up the user's keyboard; the
-    // handler's verdict says the same afterwards. What was set before install() holds from its
-    // first moment on.
+    // Declares the presses to swallow from now on, or from install() on. The hook decides by this
+    // list alone and never waits for the main thread, so a busy main thread does not block the
+    // user's keyboard. The handler's later verdict has to be the same.
     virtual void setSwallowed(std::vector<SwallowedKey> keys) = 0;
 
-    // The physical state of a key or mouse button as last known; never blocks. Synthesised paste
-    // events don't count.
+    // Return the last known physical state of a key or mouse button. Synthesised paste events don't
+    // count.
     virtual bool keyIsDown(KeyCode keyCode) const = 0;
     virtual bool buttonIsDown(std::int64_t button) const = 0;
 };

@@ -9,27 +9,27 @@
 
 namespace quorvi {
 
-// Where the user's API key lives. Main thread; nothing blocks. The key never reaches a file, a log
-// or an argument list.
+// Storage of the user's API key. The key never reaches a file, a log or an argument list. Main
+// thread; nothing blocks.
 class KeyStore {
 public:
     virtual ~KeyStore() = default;
 
-    // Whether a key is stored, as last known: costs nothing and never prompts the user.
+    // Returns whether a key is stored, as last known. Cheap; never prompts the user.
     virtual bool hasKey() = 0;
-    // Looks afresh; yields what hasKey() says from then on.
+    // Queries the storage and returns the new hasKey().
     virtual Task<bool> refresh() = 0;
 
-    // Each throws QuorviError with the sentence to show.
+    // Each throws QuorviError with the sentence to show. They may prompt the user.
     virtual Task<std::string> read(std::stop_token stop) = 0;
     virtual Task<void> save(std::string key) = 0;
     virtual Task<void> remove() = 0;
 
-    // Whether the key is kept as a copy too that travels to the user's other machines.
+    // Whether there is also a copy of the key that is synchronised to the user's other machines.
     virtual Task<bool> syncEnabled() = 0;
     virtual Task<void> setSyncEnabled(bool on) = 0;
 
-    // Told when hasKey() has changed, here or in another program.
+    // Observers are called when hasKey() has changed, also because of another program.
     [[nodiscard]] virtual Subscription onChange(std::function<void()> observer) = 0;
 };
 

@@ -10,8 +10,8 @@
 
 namespace quorvi {
 
-// What became of an operation. The numbers are those of the Mac's keychain, which messages show and
-// which people search for; an adapter says what it reports them for.
+// The outcome of an operation. The numbers are those of the Mac's keychain, which messages show and
+// people search for; each adapter documents when it reports which.
 enum class KeychainStatus : std::int32_t {
     success = 0,
     ioError = -36,
@@ -28,7 +28,7 @@ enum class KeychainStatus : std::int32_t {
 // Whether an item may travel to the user's other machines.
 enum class KeychainAccessibility { whenUnlocked, whenUnlockedThisDeviceOnly };
 
-// Names one item: an ordinary one, or the synchronised copy beside it.
+// The name of an item: the ordinary one, or its synchronised copy.
 struct KeychainQuery {
     std::string service;
     std::string account;
@@ -42,28 +42,28 @@ struct KeychainItem {
     Secret secret;  // empty unless the status is success
 };
 
-// The system's keychain: items with a secret, kept encrypted. The operations wait for another
-// program, and all but exists() perhaps for the user, who is asked to unlock the keychain; so they
-// run on an executor, one at a time. None throws; a stop ends them with userCanceled. Only
-// onChange() belongs to the main thread.
+// The system's keychain: items with a secret, stored encrypted. Operations block on another
+// program, and all but exists() possibly on the user, who is asked to unlock the keychain; so they
+// run on an executor, one at a time. None throws; a stop ends them with userCanceled. onChange() is
+// for the main thread.
 class Keychain {
 public:
     virtual ~Keychain() = default;
 
-    // Success when the item is there, found out without asking the user for anything. Otherwise
-    // interactionNotAllowed when that can't be told because the keychain is locked.
+    // Returns success if the item exists. Never prompts the user: returns interactionNotAllowed if
+    // the keychain is locked and the answer therefore unknown.
     virtual KeychainStatus exists(const KeychainQuery& query, std::stop_token stop) = 0;
 
     virtual KeychainItem read(const KeychainQuery& query, std::stop_token stop) = 0;
 
-    // Gives an item that is there another secret.
+    // Replaces the secret of an existing item.
     virtual KeychainStatus update(const KeychainQuery& query, const Secret& secret,
                                   std::stop_token stop) = 0;
     virtual KeychainStatus add(const KeychainQuery& query, const Secret& secret,
                                KeychainAccessibility accessibility, std::stop_token stop) = 0;
     virtual KeychainStatus remove(const KeychainQuery& query, std::stop_token stop) = 0;
 
-    // Told when exists() may have another answer, whoever brought that about.
+    // Observers are called when the result of exists() may have changed, whatever the cause.
     [[nodiscard]] virtual Subscription onChange(std::function<void()> observer) = 0;
 };
 

@@ -10,25 +10,25 @@
 
 namespace quorvi {
 
-// A key event in one of this program's own windows.
+// A key event in one of this program's own windows. A plain value.
 struct LocalKeyEvent {
     enum class Type { keyDown, flagsChanged };
 
     Type type = Type::keyDown;
     KeyCode keyCode = 0;
     std::uint64_t flags = 0;                // modifierFlag bits after the event, sides included
-    std::optional<std::string> characters;  // the key's text without regard to modifiers
+    std::optional<std::string> characters;  // the key's text without modifiers
 };
 
 // Lets an observer see this program's own key events before its windows do. Main thread.
 class LocalKeyMonitor {
 public:
-    // True keeps the event from the window.
+    // Returns true to keep the event from the window.
     using Handler = std::function<bool(const LocalKeyEvent&)>;
 
     virtual ~LocalKeyMonitor() = default;
 
-    // While the subscription lives. The handler may drop it. One observer at a time.
+    // Observes while the subscription exists. The handler may destroy it. One observer at a time.
     [[nodiscard]] virtual Subscription observe(Handler handler) = 0;
 };
 

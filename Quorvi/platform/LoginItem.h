@@ -5,14 +5,14 @@ namespace quorvi {
 enum class LoginItemStatus {
     notRegistered,
     enabled,
-    requiresApproval,  // registered, but the user has switched it off in the desktop's own settings
+    requiresApproval,  // registered, but disabled by the user in the desktop's settings
     notFound,          // this program isn't installed
     unknown,
 };
 
-// The application as one of the programs that the desktop starts when the user signs in. Each
-// operation waits for the disk, so it runs on an executor; those that change something throw a
-// std::exception whose what() can be shown.
+// The program's entry among those that the desktop starts when the user signs in. Operations block
+// on the disk, so they run on an executor, one at a time. All but status() throw a std::exception
+// with a displayable what().
 class LoginItem {
 public:
     virtual ~LoginItem() = default;

@@ -6,8 +6,8 @@
 
 namespace quorvi {
 
-// A short clip that is kept ready to play. Main thread; nothing blocks. A sound server that is away
-// makes a clip silent, never an error.
+// A short clip, ready to play. Main thread; nothing blocks or throws. Without a sound server it is
+// silent.
 class SoundClip {
 public:
     virtual ~SoundClip() = default;
@@ -16,6 +16,7 @@ public:
     virtual void stop() = 0;
 };
 
+// The sound server's playback side. Main thread; outlives its clips.
 class SoundOutput {
 public:
     virtual ~SoundOutput() = default;

@@ -4,10 +4,11 @@
 
 namespace quorvi {
 
-// What a window that no window manager places has to know of the desktop. A value.
+// What a window that the window manager does not place needs to know about the desktop. A plain
+// value.
 struct Surroundings {
-    // A strip along an edge of the whole screen that one of the desktop's bars keeps for itself, in
-    // the display's own pixels.
+    // A strip along an edge of the whole screen that a bar of the desktop reserves, in the
+    // display's pixels.
     struct Bar {
         enum class Edge { left, right, top, bottom };
         Edge edge = Edge::bottom;

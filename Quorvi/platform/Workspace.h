@@ -16,19 +16,19 @@ struct RunningApplication {
     bool operator==(const RunningApplication&) const = default;
 };
 
-// The session around the program. frontmostApplication() is safe from any thread and never blocks;
-// the rest belongs to the main thread.
+// The desktop session. frontmostApplication() is safe from any thread; everything else is for the
+// main thread. Nothing blocks or throws.
 class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    // The application whose window is active, as the window manager last said.
+    // Returns the application whose window is active, as last reported by the window manager.
     virtual std::optional<RunningApplication> frontmostApplication() const = 0;
 
-    // This program's own process identifier.
+    // Returns this program's process identifier.
     virtual pid_t ownPid() const = 0;
 
-    // The machine is about to sleep, or has woken. Called on the main thread.
+    // Observers are called when the machine is about to sleep, or has woken.
     [[nodiscard]] virtual Subscription onWillSleep(std::function<void()> observer) = 0;
     [[nodiscard]] virtual Subscription onDidWake(std::function<void()> observer) = 0;
 };

@@ -10,8 +10,8 @@
 
 namespace quorvi::test {
 
-// A desktop of elements that the test builds. A slow element lets virtual time pass inside the
-// query, as much as it takes and at most the time-out; one that hangs takes every time-out whole.
+// Elements that the test builds. Virtual time passes within a query of a slow element, up to the
+// time-out; an element that hangs uses up every time-out.
 class FakeAccessibility : public Accessibility {
 public:
     struct Query {
@@ -33,7 +33,7 @@ public:
                       Duration timeout) override;
     std::optional<pid_t> processIdentifier(const AXElement& element) override;
 
-    // Building. `name` appears in the journal only.
+    // `name` is for the journal only.
     AXElement make(pid_t pid, std::string role, std::string name = {});
     // A focusable text element with a caret at the end of its text.
     AXElement makeText(pid_t pid, std::string text, std::string role = "AXTextArea",

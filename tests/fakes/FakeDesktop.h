@@ -19,7 +19,7 @@
 
 namespace quorvi::test {
 
-// A clock that stands still, and background work on it.
+// A virtual clock, and an executor on it.
 struct VirtualTime {
     VirtualScheduler scheduler;
     TurnExecutor executor{scheduler};
@@ -27,7 +27,7 @@ struct VirtualTime {
 
 // Everything that a controller needs, in memory: a fake of each of the desktop's ports.
 struct FakeDesktop {
-    // `virtualTime` is for what moves the clock itself; usually both are the same.
+    // `virtualTime` is for fakes that move the clock themselves; usually both are the same.
     FakeDesktop(Scheduler& time, VirtualScheduler& virtualTime)
         : poster(time, &keyboard),
           accessibility(virtualTime),

@@ -32,7 +32,7 @@ public:
     std::map<std::filesystem::path, std::string> files;
     int attempts = 0;  // to replace a file
 
-    // Faults, in force until they are taken back.
+    // Faults.
     bool unreadable = false;
     bool full = false;
 

@@ -11,7 +11,7 @@
 
 namespace quorvi::test {
 
-// A service that answers each request after a while, as its fields say at that moment.
+// A service that answers each request after a while, with its fields as they are then.
 class FakeHttpTransport : public HttpTransport {
 public:
     explicit FakeHttpTransport(Scheduler& scheduler) : scheduler_(scheduler) {}
@@ -26,10 +26,10 @@ public:
     void openConnection(std::string url) override { opened.push_back(std::move(url)); }
 
     Duration answersAfter = std::chrono::milliseconds(500);
-    bool deaf = false;  // answers even when the request was cancelled
+    bool deaf = false;  // answers a cancelled request, too
     int status = 200;
     std::string body = R"({"text":"hello there"})";
-    std::optional<std::string> failure;  // of the transport, instead of an answer
+    std::optional<std::string> failure;  // thrown instead of an answer
 
     std::vector<HttpRequest> requests;
     std::vector<std::string> opened;  // URLs of openConnection()

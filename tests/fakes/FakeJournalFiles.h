@@ -8,7 +8,7 @@
 
 namespace quorvi::test {
 
-// Journals in memory, for one thread at a time. Outlives what it has opened.
+// Journals in memory, for one thread at a time. Outlives the journals.
 class FakeJournalFiles : public JournalFiles {
 public:
     std::unique_ptr<JournalFile> open(const std::filesystem::path& file) override {
@@ -19,7 +19,7 @@ public:
     std::map<std::filesystem::path, std::string> files;
     int appends = 0;
 
-    // Faults, in force until they are taken back.
+    // Faults.
     bool unavailable = false;
     bool full = false;  // half of what is appended fits
 

@@ -9,8 +9,8 @@
 
 namespace quorvi::test {
 
-// Writes down what is posted. In the turn after, the events reach the hook `tap`, when there is
-// one, and `onPost` stands in for the application that receives them.
+// Records what is posted. In the next turn the hook `tap`, if there is one, receives the events,
+// and then `onPost` in place of the application.
 class FakeKeyEventPoster : public KeyEventPoster {
 public:
     struct Post {

@@ -9,10 +9,10 @@
 
 namespace quorvi::test {
 
-// A keyboard and mouse in a test's hands, with the hook between them and the application. Flags
-// follow the modifier keys that are held, with their sides. Whether the application gets an event
-// is decided by the declared list alone, as in the real hook; a handler that says otherwise is
-// written down in `contradictions`.
+// A keyboard and a mouse for tests, and the hook between them and the application. Flags follow the
+// held modifier keys, with their sides. As in the real hook, the declared list alone decides
+// whether the application receives an event; a different verdict of the handler goes to
+// `contradictions`.
 class FakeKeyEventTap : public KeyEventTap {
 public:
     bool install(std::function<TapVerdict(const TapEvent&)> handler) override;
@@ -24,7 +24,7 @@ public:
     bool keyIsDown(KeyCode keyCode) const override { return keys_.contains(keyCode); }
     bool buttonIsDown(std::int64_t button) const override { return buttons_.contains(button); }
 
-    // The user. Pressing a key that is held already is its auto-repeat.
+    // What the user does. Pressing a held key again is its auto-repeat.
     void press(KeyCode keyCode);
     void release(KeyCode keyCode);
     void tap(KeyCode keyCode);
@@ -34,17 +34,17 @@ public:
     void scroll();
     std::uint64_t flags() const;
 
-    // An event that comes from elsewhere, such as a synthesised paste; the physical state of the
-    // keys stays what it is.
+    // Delivers an event of another origin, such as a synthesised paste, which leaves the physical
+    // state of the keys as it is.
     void deliver(const TapEvent& event);
 
-    // The system. A disabled hook is told so; what happens until it is enabled is missed.
+    // What the system does. A disabled hook is notified, and misses all events until it is enabled.
     void disable(TapEventType reason = TapEventType::tapDisabledByTimeout);
     void invalidate() { valid_ = false; }
 
     int installs = 0;
     std::vector<TapEvent> passed;     // what the application received
-    std::vector<TapEvent> swallowed;  // what it was spared
+    std::vector<TapEvent> swallowed;  // what it did not receive
     std::vector<std::string> contradictions;
 
 private:

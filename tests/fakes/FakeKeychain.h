@@ -9,7 +9,7 @@
 
 namespace quorvi::test {
 
-// A keychain in memory that writes down what is asked of it: "read", "update sync" and the like.
+// A keychain in memory that records its operations: "read", "update sync" and so on.
 class FakeKeychain : public Keychain {
 public:
     KeychainStatus exists(const KeychainQuery& query, std::stop_token) override {

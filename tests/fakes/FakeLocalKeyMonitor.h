@@ -7,7 +7,7 @@
 
 namespace quorvi::test {
 
-// The program's own windows, as far as their keys go: the test presses them.
+// Delivers the key presses of a test as if they happened in a window of this program.
 class FakeLocalKeyMonitor : public LocalKeyMonitor {
 public:
     Subscription observe(Handler handler) override {
@@ -17,7 +17,7 @@ public:
 
     bool isObserved() const { return handler_ != nullptr; }
 
-    // Whether the event was kept from the window.
+    // Return whether the event was kept from the window.
     bool press(KeyCode keyCode, std::uint64_t flags, std::optional<std::string> characters) {
         return send({LocalKeyEvent::Type::keyDown, keyCode, flags, std::move(characters)});
     }

@@ -8,7 +8,7 @@
 
 namespace quorvi::test {
 
-// A login item that writes down what is asked of it, and refuses when it is told to.
+// A login item that records its operations, and fails them if `refusal` is set.
 class FakeLoginItem : public LoginItem {
 public:
     LoginItemStatus status() override { return current; }

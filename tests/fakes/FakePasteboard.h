@@ -11,8 +11,8 @@
 
 namespace quorvi::test {
 
-// A clipboard in memory. Operations are done one at a time in the order of the calls, each in a
-// later turn of the scheduler, so that others get in between as they do on a real desktop.
+// A clipboard in memory. Operations run one at a time in the order of the calls, each in a later
+// turn of the scheduler, so that others can interfere as on a real desktop.
 class FakePasteboard : public Pasteboard {
 public:
     explicit FakePasteboard(Scheduler& scheduler) : scheduler_(scheduler) {}
@@ -32,8 +32,8 @@ public:
     const std::vector<PasteboardItem>& contents() const { return contents_; }
     std::string text() const { return dataOf(contents_, "UTF8_STRING"); }
 
-    // Faults, in force until they are taken back. A hanging owner costs a read three seconds, and
-    // what was asked for after it waits as long.
+    // Faults. While the owner hangs, a read fails after three seconds, and later operations wait
+    // for it.
     bool refusesWrites = false;
     bool ownerHangs = false;
 

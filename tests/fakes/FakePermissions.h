@@ -7,7 +7,7 @@
 
 namespace quorvi::test {
 
-// Permissions that the test grants and refuses. A request for the microphone stays open until
+// Permissions that the test grants or denies. A request for the microphone is pending until
 // answer() is called.
 class FakePermissions : public SystemPermissions {
 public:

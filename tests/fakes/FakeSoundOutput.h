@@ -9,8 +9,8 @@
 
 namespace quorvi::test {
 
-// Plays nothing and writes down what its clips are told. Clips are numbered from 1 in the order of
-// loading. Outlives them.
+// Records the operations of its clips, which are numbered from 1 in the order of loading. Outlives
+// them.
 class FakeSoundOutput : public SoundOutput {
 public:
     std::vector<std::string> journal;  // "play 1 at 0.5", "stop 1"

@@ -6,8 +6,7 @@
 
 namespace quorvi::test {
 
-// An installer that believes every package to be the one that was announced, and writes down what
-// it is given.
+// Takes every package for the announced one, and records those that are opened.
 class FakeUpdateInstaller : public UpdateInstaller {
 public:
     Task<PackageIdentity> identify(std::filesystem::path) override { co_return identity; }

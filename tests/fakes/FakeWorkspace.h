@@ -6,7 +6,7 @@
 
 namespace quorvi::test {
 
-// A session whose active application and sleep the test decides.
+// A session whose active application and sleep the test controls.
 class FakeWorkspace : public Workspace {
 public:
     static constexpr pid_t quorviPid = 4711;

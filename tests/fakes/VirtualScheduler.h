@@ -49,7 +49,7 @@ private:
     Scheduler& scheduler_;
 };
 
-// An executor whose jobs wait until the test lets them run; at once when nothing is held.
+// An executor whose jobs wait until the test releases them.
 class HeldExecutor : public Executor {
 public:
     void run(std::function<void()> job) override {
