@@ -22,10 +22,6 @@ inline constexpr KeyCode f8 = 100;
 class DictationTest : public testing::Test, protected VirtualTime, protected FakeDesktop {
 protected:
     DictationTest() : FakeDesktop(scheduler, scheduler) {
-        workspace.setFrontmost(RunningApplication{editor, "Editor"});
-        accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
-        accessibility.focus(field);
-        poster.onPost = [this](const auto&) { accessibility.type(field, pasteboard.text()); };
         pasteboard.copyText("mine");
         keyStore.save("sk-key").start();
         corrections.save({.original = "hello", .replacement = "Hello"});
@@ -84,7 +80,7 @@ protected:
                           [this] { return calendar; }}};
     CorrectionStore corrections{preferences, scheduler};
     SyncDisabled sync;
-    AXElement field = accessibility.makeText(editor, "Dear ");
+    AXElement field = openEditor(editor, "Dear ");
     std::string overlay;
     std::unique_ptr<AppModel> model;
 };

@@ -60,17 +60,16 @@ TEST(RecordingCue, TheStartRisesAndTheStopFalls) {
 }
 
 TEST(RecordingCue, TheWavFileDescribesItsSamples) {
-    const Bytes expected = {'R', 'I', 'F',  'F',  0x6C, 0x1D, 0,    0,    'W',  'A', 'V',
-                            'E', 'f', 'm',  't',  ' ',  16,   0,    0,    0,    1,   0,
-                            1,   0,   0x44, 0xAC, 0,    0,    0x88, 0x58, 1,    0,   2,
-                            0,   16,  0,    'd',  'a',  't',  'a',  0x48, 0x1D, 0,   0};
+    const Bytes header = {'R', 'I', 'F',  'F',  0x6C, 0x1D, 0,    0,    'W',  'A', 'V',
+                          'E', 'f', 'm',  't',  ' ',  16,   0,    0,    0,    1,   0,
+                          1,   0,   0x44, 0xAC, 0,    0,    0x88, 0x58, 1,    0,   2,
+                          0,   16,  0,    'd',  'a',  't',  'a',  0x48, 0x1D, 0,   0};
     const auto wav = wavData(RecordingCue::start);
-    ASSERT_EQ(wav.size(), 44U + 7496U);
-    EXPECT_EQ(Bytes(wav.begin(), wav.begin() + 44), expected);
     const auto clip = samples(RecordingCue::start);
+    ASSERT_EQ(wav.size(), header.size() + 2 * clip.size());
+    EXPECT_TRUE(std::equal(header.begin(), header.end(), wav.begin()));
     for (std::size_t i = 0; i < clip.size(); ++i)
         ASSERT_EQ(clip[i], static_cast<std::int16_t>(wav[44 + 2 * i] | wav[45 + 2 * i] << 8)) << i;
-
     const auto silent = wavData(RecordingCue::stop, Style::silent);
     ASSERT_EQ(silent.size(), 44U);
     EXPECT_EQ(silent[4], 36);

@@ -1,15 +1,14 @@
 #include "tests/fakes/FakeAccessibility.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <utility>
 
+#include "QuorviCore/text/Characters.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi::test {
 
 struct FakeAccessibility::Node {
-    std::string name;
     std::optional<pid_t> pid;
     std::map<std::string, AXValue, std::less<>> attributes;
     Duration delay{};
@@ -21,25 +20,9 @@ struct FakeAccessibility::Reference : AXElement::Reference {
     std::unique_ptr<Node> node;
 };
 
-namespace {
-
-// The byte offset of a UTF-16 offset in UTF-8 text, at most its end.
-std::size_t byteOffset(std::string_view text, std::int64_t units) {
-    std::size_t at = 0;
-    while (at < text.size() && units > 0) {
-        const auto lead = static_cast<std::uint8_t>(text[at]);
-        units -= lead >= 0xF0 ? 2 : 1;
-        at += lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
-    }
-    return std::min(at, text.size());
-}
-
-}  // namespace
-
 FakeAccessibility::FakeAccessibility(VirtualScheduler& scheduler)
     : scheduler_(scheduler),
-      systemWide_(
-          std::make_shared<Reference>(Node{.name = "system", .pid = {}, .attributes = {}})) {}
+      systemWide_(std::make_shared<Reference>(Node{.pid = {}, .attributes = {}})) {}
 
 FakeAccessibility::Node& FakeAccessibility::node(const AXElement& element) {
     return *static_cast<const Reference&>(element.reference()).node;
@@ -48,21 +31,22 @@ FakeAccessibility::Node& FakeAccessibility::node(const AXElement& element) {
 AXElement FakeAccessibility::applicationElement(pid_t pid) {
     if (const auto found = applications_.find(pid); found != applications_.end())
         return found->second;
-    auto application = make(pid, "AXGroup", "application " + std::to_string(pid));
+    auto application = make(pid, "AXGroup");
     applications_.emplace(pid, application);
     return application;
 }
 
-bool FakeAccessibility::answersIn(const Node& node, Duration timeout) {
-    scheduler_.elapse(std::min(node.delay, timeout));
-    return node.delay <= timeout;
+bool FakeAccessibility::answers(const AXElement& element, std::string_view name, Duration timeout) {
+    queries.emplace_back(name);
+    if (onQuery) onQuery();
+    const auto delay = node(element).delay;
+    scheduler_.elapse(std::min(delay, timeout));
+    return delay <= timeout;
 }
 
 std::optional<AXValue> FakeAccessibility::attribute(const AXElement& element, std::string_view name,
                                                     Duration timeout) {
-    journal.push_back({node(element).name, std::string(name), timeout, false});
-    if (onQuery) onQuery(Query(journal.back()));
-    if (!answersIn(node(element), timeout)) return std::nullopt;
+    if (!answers(element, name, timeout)) return std::nullopt;
     const auto& attributes = node(element).attributes;
     const auto found = attributes.find(name);
     return found == attributes.end() ? std::nullopt : std::optional(found->second);
@@ -70,26 +54,23 @@ std::optional<AXValue> FakeAccessibility::attribute(const AXElement& element, st
 
 bool FakeAccessibility::setAttribute(const AXElement& element, std::string_view name, bool value,
                                      Duration timeout) {
-    journal.push_back({node(element).name, std::string(name), timeout, true});
-    if (onQuery) onQuery(Query(journal.back()));
-    if (!answersIn(node(element), timeout)) return false;
-    set(element, name, value);
-    return true;
+    const bool answered = answers(element, name, timeout);
+    if (answered) set(element, name, value);
+    return answered;
 }
 
 std::optional<pid_t> FakeAccessibility::processIdentifier(const AXElement& element) {
     return node(element).pid;
 }
 
-AXElement FakeAccessibility::make(pid_t pid, std::string role, std::string name) {
-    Node made{.name = name.empty() ? role : std::move(name), .pid = pid, .attributes = {}};
+AXElement FakeAccessibility::make(pid_t pid, std::string role) {
+    Node made{.pid = pid, .attributes = {}};
     made.attributes.emplace("AXRole", std::move(role));
     return AXElement(std::make_shared<Reference>(std::move(made)));
 }
 
-AXElement FakeAccessibility::makeText(pid_t pid, std::string text, std::string role,
-                                      std::string name) {
-    auto element = make(pid, std::move(role), std::move(name));
+AXElement FakeAccessibility::makeText(pid_t pid, std::string text) {
+    auto element = make(pid, "AXTextArea");
     set(element, "AXSelectedTextRange", Utf16Range{text::utf16Length(text), 0});
     set(element, "AXValue", std::move(text));
     set(element, "AXFocused", false);
@@ -131,8 +112,8 @@ void FakeAccessibility::type(const AXElement& element, std::string_view added) {
     Utf16Range selection{text::utf16Length(whole), 0};
     if (const auto found = attributes.find("AXSelectedTextRange"); found != attributes.end())
         selection = std::get<Utf16Range>(found->second);
-    const auto begin = byteOffset(whole, selection.location);
-    const auto end = byteOffset(whole, selection.end());
+    const auto begin = text::offsetOfUtf16(whole, selection.location).value_or(whole.size());
+    const auto end = text::offsetOfUtf16(whole, selection.end()).value_or(whole.size());
     whole.replace(begin, end - begin, added);
     set(element, "AXValue", std::move(whole));
     set(element, "AXSelectedTextRange",
@@ -147,13 +128,6 @@ std::string FakeAccessibility::text(const AXElement& element) const {
 
 void FakeAccessibility::setDelay(const AXElement& element, Duration delay) {
     node(element).delay = delay;
-}
-
-std::vector<std::string> FakeAccessibility::queriesOf(std::string_view attribute) const {
-    std::vector<std::string> names;
-    for (const auto& query : journal)
-        if (query.attribute == attribute) names.push_back(query.element);
-    return names;
 }
 
 }  // namespace quorvi::test

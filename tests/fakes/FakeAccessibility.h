@@ -10,17 +10,10 @@
 
 namespace quorvi::test {
 
-// Elements that the test builds. Virtual time passes within a query of a slow element, up to the
+// Elements that the test makes. Virtual time passes within a query of a slow element, up to the
 // time-out; an element that hangs uses up every time-out.
 class FakeAccessibility : public Accessibility {
 public:
-    struct Query {
-        std::string element;  // the name it was made with
-        std::string attribute;
-        Duration timeout{};
-        bool sets = false;
-    };
-
     explicit FakeAccessibility(VirtualScheduler& scheduler);
 
     bool isTrusted() const override { return trusted; }
@@ -33,11 +26,9 @@ public:
                       Duration timeout) override;
     std::optional<pid_t> processIdentifier(const AXElement& element) override;
 
-    // `name` is for the journal only.
-    AXElement make(pid_t pid, std::string role, std::string name = {});
+    AXElement make(pid_t pid, std::string role);
     // A focusable text element with a caret at the end of its text.
-    AXElement makeText(pid_t pid, std::string text, std::string role = "AXTextArea",
-                       std::string name = {});
+    AXElement makeText(pid_t pid, std::string text);
     void set(const AXElement& element, std::string_view name, AXValue value);
     void unset(const AXElement& element, std::string_view name);
     void append(const AXElement& parent, const AXElement& child);
@@ -53,18 +44,16 @@ public:
     void setDelay(const AXElement& element, Duration delay);
     void hang(const AXElement& element) { setDelay(element, Duration::max()); }
 
-    std::vector<std::string> queriesOf(std::string_view attribute) const;  // names of the elements
-
     bool trusted = true;
     int trustRequests = 0;
-    std::vector<Query> journal;
-    std::function<void(const Query&)> onQuery;  // before the element answers
+    std::vector<std::string> queries;  // the attributes that were asked for, in order
+    std::function<void()> onQuery;     // called before the element answers
 
 private:
     struct Node;
     struct Reference;
     static Node& node(const AXElement& element);
-    bool answersIn(const Node& node, Duration timeout);
+    bool answers(const AXElement& element, std::string_view name, Duration timeout);
 
     VirtualScheduler& scheduler_;
     std::map<pid_t, AXElement> applications_;

@@ -25,7 +25,7 @@ public:
         ++captures;
         return std::make_unique<Capture>(*this);
     }
-    void prepare() override { ++prepares; }
+    void prepare() override {}
 
     // The level in dB at a time since the capture began.
     std::function<float(double seconds)> levels = [](double) { return -20.0F; };
@@ -45,7 +45,6 @@ public:
         active_->stop();
         if (told) told(reason);
     }
-    int prepares = 0;
     int captures = 0;  // made so far
 
 private:

@@ -61,6 +61,18 @@ struct FakeDesktop {
                 "https://speech.example"};
     }
 
+    // Opens an editor in front, whose field has the focus and receives what is pasted.
+    AXElement openEditor(pid_t pid, std::string text) {
+        auto field = accessibility.makeText(pid, std::move(text));
+        workspace.setFrontmost(RunningApplication{pid, "Editor"});
+        accessibility.setWindow(pid, accessibility.make(pid, "AXWindow"));
+        accessibility.focus(field);
+        poster.onPost = [this, field](const auto&) {
+            accessibility.type(field, pasteboard.text());
+        };
+        return field;
+    }
+
     FakeKeyEventTap keyboard;
     FakeKeyEventPoster poster;
     FakeAccessibility accessibility;

@@ -29,7 +29,7 @@ public:
     bool deaf = false;  // answers a cancelled request, too
     int status = 200;
     std::string body = R"({"text":"hello there"})";
-    std::optional<std::string> failure;  // thrown instead of an answer
+    std::optional<Message> failure;  // thrown instead of an answer
 
     std::vector<HttpRequest> requests;
     std::vector<std::string> opened;  // URLs of openConnection()

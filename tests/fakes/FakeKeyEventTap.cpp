@@ -25,10 +25,6 @@ std::uint64_t modifierFlags(KeyCode code) {
     return found == all.end() ? 0 : found->second;
 }
 
-const char* name(TapVerdict verdict) {
-    return verdict == TapVerdict::swallow ? "swallow" : "pass";
-}
-
 }  // namespace
 
 bool FakeKeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler) {
@@ -58,14 +54,6 @@ TapEvent FakeKeyEventTap::keyEvent(KeyCode code, bool down) const {
     return {.type = type, .keyCode = code, .flags = flags()};
 }
 
-TapEvent FakeKeyEventTap::buttonEvent(std::int64_t button, bool down) const {
-    using enum TapEventType;
-    const auto type = button == 0   ? (down ? leftMouseDown : leftMouseUp)
-                      : button == 1 ? (down ? rightMouseDown : rightMouseUp)
-                                    : (down ? otherMouseDown : otherMouseUp);
-    return {.type = type, .button = button, .flags = flags()};
-}
-
 void FakeKeyEventTap::press(KeyCode code) {
     const bool isNew = keys_.insert(code).second;
     if (isNew || !modifierFlags(code)) deliver(keyEvent(code, true));  // modifiers don't repeat
@@ -80,18 +68,15 @@ void FakeKeyEventTap::tap(KeyCode code) {
     release(code);
 }
 
-void FakeKeyEventTap::pressButton(std::int64_t button) {
-    buttons_.insert(button);
-    deliver(buttonEvent(button, true));
+void FakeKeyEventTap::pressButton() {
+    buttonIsDown_ = true;
+    deliver({.type = TapEventType::leftMouseDown, .flags = flags()});
 }
 
-void FakeKeyEventTap::releaseButton(std::int64_t button) {
-    if (buttons_.erase(button) > 0) deliver(buttonEvent(button, false));
-}
-
-void FakeKeyEventTap::click(std::int64_t button) {
-    pressButton(button);
-    releaseButton(button);
+void FakeKeyEventTap::click() {
+    pressButton();
+    buttonIsDown_ = false;
+    deliver({.type = TapEventType::leftMouseUp, .flags = flags()});
 }
 
 void FakeKeyEventTap::scroll() {
@@ -116,19 +101,18 @@ void FakeKeyEventTap::deliver(const TapEvent& event) {
     const auto verdict = decide(event);
     (verdict == TapVerdict::swallow ? swallowed : passed).push_back(event);
     const auto handler = handler_;  // the handler may remove the hook
-    if (const auto said = handler(event); said != verdict)
-        contradictions.push_back("type " + std::to_string(static_cast<std::uint32_t>(event.type)) +
-                                 " key " + std::to_string(event.keyCode) + " flags " +
-                                 std::to_string(event.flags) + ": the list says " + name(verdict) +
-                                 ", the handler " + name(said));
+    if (handler(event) != verdict)
+        contradictions.push_back("the handler's verdict differs for key " +
+                                 std::to_string(event.keyCode) + ", flags " +
+                                 std::to_string(event.flags));
 }
 
-void FakeKeyEventTap::disable(TapEventType reason) {
+void FakeKeyEventTap::disable() {
     if (!isEnabled()) return;
     enabled_ = false;
     heldBack_.clear();
     const auto handler = handler_;
-    handler({.type = reason});
+    handler({.type = TapEventType::tapDisabledByTimeout});
 }
 
 }  // namespace quorvi::test

@@ -22,15 +22,14 @@ public:
     void setEnabled(bool enabled) override { enabled_ = enabled; }
     void setSwallowed(std::vector<SwallowedKey> keys) override { declared_ = std::move(keys); }
     bool keyIsDown(KeyCode keyCode) const override { return keys_.contains(keyCode); }
-    bool buttonIsDown(std::int64_t button) const override { return buttons_.contains(button); }
+    bool buttonIsDown(std::int64_t) const override { return buttonIsDown_; }
 
     // What the user does. Pressing a held key again is its auto-repeat.
     void press(KeyCode keyCode);
     void release(KeyCode keyCode);
     void tap(KeyCode keyCode);
-    void pressButton(std::int64_t button = 0);
-    void releaseButton(std::int64_t button = 0);
-    void click(std::int64_t button = 0);
+    void pressButton();  // the left one
+    void click();
     void scroll();
     std::uint64_t flags() const;
 
@@ -39,7 +38,7 @@ public:
     void deliver(const TapEvent& event);
 
     // What the system does. A disabled hook is notified, and misses all events until it is enabled.
-    void disable(TapEventType reason = TapEventType::tapDisabledByTimeout);
+    void disable();
     void invalidate() { valid_ = false; }
 
     int installs = 0;
@@ -50,13 +49,12 @@ public:
 private:
     TapVerdict decide(const TapEvent& event);
     TapEvent keyEvent(KeyCode keyCode, bool down) const;
-    TapEvent buttonEvent(std::int64_t button, bool down) const;
 
     std::function<TapVerdict(const TapEvent&)> handler_;
     std::vector<SwallowedKey> declared_;
     std::set<KeyCode> keys_;
     std::set<KeyCode> heldBack_;  // keys whose press was swallowed and whose release will be
-    std::set<std::int64_t> buttons_;
+    bool buttonIsDown_ = false;
     bool valid_ = false;
     bool enabled_ = false;
 };

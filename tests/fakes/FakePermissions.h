@@ -13,7 +13,6 @@ class FakePermissions : public SystemPermissions {
 public:
     MicrophoneAuthorization microphone() const override { return microphone_; }
     void requestMicrophone(std::function<void()> answered) override {
-        ++microphoneRequests;
         waiting_.push_back(std::move(answered));
     }
     void openPrivacyPane(PrivacyPane pane) override { openedPanes.push_back(pane); }
@@ -25,7 +24,6 @@ public:
             if (answered) answered();
     }
 
-    int microphoneRequests = 0;
     std::vector<PrivacyPane> openedPanes;
 
 private:

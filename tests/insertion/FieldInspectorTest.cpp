@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
+#include "QuorviCore/Error.h"
 #include "tests/fakes/FakeAccessibility.h"
 #include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/PrintedMessage.h"
 #include "tests/fakes/VirtualScheduler.h"
 
 namespace quorvi::test {
@@ -21,17 +25,20 @@ protected:
         accessibility.focus(field);
     }
 
-    // The sentence of the refusal, empty when there is none.
-    static std::string errorOf(const std::function<void()>& attempt) {
+    // The sentence of the refusal, empty if there is none.
+    static Message errorOf(const std::function<void()>& attempt) {
         try {
             attempt();
-        } catch (const std::exception& e) {
-            return e.what();
+        } catch (const QuorviError& error) {
+            return error.sentence();
         }
-        return "";
+        return {};
     }
-    std::string captureError() {
+    Message captureError() {
         return errorOf([&] { inspector.capture(0); });
+    }
+    Message validationError(const InsertionTarget& target, std::uint64_t generation) {
+        return errorOf([&] { inspector.validate(target, generation); });
     }
     void makeSecure(const AXElement& element) {
         accessibility.set(element, "AXSubrole", std::string("AXSecureTextField"));
@@ -46,8 +53,8 @@ protected:
     FakeAccessibility accessibility{scheduler};
     FakeWorkspace workspace;
     FieldInspector inspector{scheduler, accessibility, workspace};
-    AXElement window = accessibility.make(editor, "AXWindow", "window");
-    AXElement field = accessibility.makeText(editor, "Hello ", "AXTextArea", "field");
+    AXElement window = accessibility.make(editor, "AXWindow");
+    AXElement field = accessibility.makeText(editor, "Hello ");
 };
 
 TEST_F(FieldInspectorTest, CapturesTheFocusedFieldWithItsWindowAndCaret) {
@@ -57,17 +64,17 @@ TEST_F(FieldInspectorTest, CapturesTheFocusedFieldWithItsWindowAndCaret) {
     EXPECT_EQ(target.window, window);
     EXPECT_EQ(target.element, field);
     EXPECT_EQ(target.selection, (Utf16Range{6, 0}));
-    EXPECT_EQ(errorOf([&] { inspector.validate(target, 7); }), "");
+    EXPECT_EQ(validationError(target, 7), Message());
     workspace.setFrontmost(RunningApplication{editor, ""});
     EXPECT_EQ(inspector.capture(0).appName, "your app");
 }
 
 TEST_F(FieldInspectorTest, WhatIsNoTextFieldIsNoDestinationButItsApplicationIs) {
-    accessibility.focus(accessibility.make(editor, "AXButton", "button"));
+    accessibility.focus(accessibility.make(editor, "AXButton"));
     const auto target = inspector.capture(0);
     EXPECT_EQ(target.element, std::nullopt);
     accessibility.focus(field);
-    EXPECT_EQ(errorOf([&] { inspector.validate(target, 0); }), "") << "any field of the window";
+    EXPECT_EQ(validationError(target, 0), Message()) << "any field of the window";
 
     accessibility.hang(accessibility.applicationElement(editor));
     accessibility.hang(accessibility.systemWideElement());
@@ -78,33 +85,28 @@ TEST_F(FieldInspectorTest, WhatIsNoTextFieldIsNoDestinationButItsApplicationIs) 
 
 TEST_F(FieldInspectorTest, RefusesToCaptureWithTheReason) {
     makeSecure(field);
-    EXPECT_EQ(captureError(), "Select a regular text field to dictate.");
-
+    EXPECT_EQ(captureError(), say::selectRegularField());
     workspace.setFrontmost(std::nullopt);
-    EXPECT_EQ(captureError(),
-              "Click the text field you want to dictate into, then use your shortcut.");
-
+    EXPECT_EQ(captureError(), say::clickFieldFirst());
     workspace.setFrontmost(RunningApplication{FakeWorkspace::quorviPid, "Quorvi"});
-    EXPECT_EQ(captureError(),
-              "Click a text field in your writing app first. Quorvi can stay in the menu bar.");
-
+    EXPECT_EQ(captureError(), say::clickFieldInWritingApp());
     accessibility.trusted = false;
-    EXPECT_EQ(captureError(), "Enable Accessibility in Quorvi Settings to insert text.");
+    EXPECT_EQ(captureError(), say::insertionNeedsAccessibility());
 }
 
 TEST_F(FieldInspectorTest, FindsTheTextElementInsideAFocusedGroup) {
-    const auto group = accessibility.make(editor, "AXGroup", "group");
-    const auto inner = accessibility.make(editor, "AXGroup", "inner");
+    const auto group = accessibility.make(editor, "AXGroup");
+    const auto inner = accessibility.make(editor, "AXGroup");
     accessibility.append(group, inner);
     accessibility.append(inner, field);
-    accessibility.append(inner, accessibility.make(editor, "AXStaticText", "label"));
+    accessibility.append(inner, accessibility.make(editor, "AXStaticText"));
     focusThrough(group);
     EXPECT_EQ(inspector.capture(0).element, field);
     accessibility.set(field, "AXFocused", false);
     EXPECT_EQ(inspector.capture(0).element, std::nullopt) << "the group has no selection";
     accessibility.set(field, "AXFocused", true);
     makeSecure(field);
-    EXPECT_EQ(captureError(), "Select a regular text field to dictate.") << "found by the search";
+    EXPECT_EQ(captureError(), say::selectRegularField()) << "found by the search";
 }
 
 TEST_F(FieldInspectorTest, TheSearchKeepsItsLimits) {
@@ -147,29 +149,26 @@ TEST_F(FieldInspectorTest, TheSearchKeepsItsLimits) {
 
 TEST_F(FieldInspectorTest, ValidationNamesWhatChanged) {
     const auto target = inspector.capture(3);
-    const auto error = [&](std::uint64_t generation = 3) {
-        const auto whole = errorOf([&] { inspector.validate(target, generation); });
-        constexpr std::string_view hint = " Your transcript is ready to copy in Quorvi.";
-        EXPECT_TRUE(whole.ends_with(hint)) << whole;
-        return whole.substr(0, whole.size() - hint.size());
-    };
-    EXPECT_EQ(error(4), "The destination changed while dictating.");
-    accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0});
-    EXPECT_EQ(error(), "The text cursor moved.");
+    EXPECT_EQ(validationError(target, 4), say::destinationChanged());
     const auto second = accessibility.makeText(editor, "");
-    accessibility.focus(second);
-    EXPECT_EQ(error(), "The focused field changed.");
-    makeSecure(second);
-    EXPECT_EQ(error(), "Select a regular text field.");
-
-    accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
-    EXPECT_EQ(error(), "The active window changed.");
-
-    workspace.setFrontmost(RunningApplication{200, "Other"});
-    EXPECT_EQ(error(), "The destination changed while dictating.");
-
-    accessibility.trusted = false;
-    EXPECT_EQ(error(), "Accessibility access changed.");
+    const std::pair<Message, std::function<void()>> changes[] = {
+        {say::cursorMoved(),
+         [&] {
+             accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0});
+         }},
+        {say::fieldChanged(), [&] { accessibility.focus(second); }},
+        {say::notARegularField(), [&] { makeSecure(second); }},
+        {say::windowChanged(),
+         [&] { accessibility.setWindow(editor, accessibility.make(editor, "AXWindow")); }},
+        {say::destinationChanged(),
+         [&] {
+             workspace.setFrontmost(RunningApplication{200, "Other"});
+         }},
+        {say::accessibilityChanged(), [&] { accessibility.trusted = false; }}};
+    for (const auto& [message, change] : changes) {
+        change();
+        EXPECT_EQ(validationError(target, 3), message);
+    }
 }
 
 TEST_F(FieldInspectorTest, ReadsTheFieldWithinItsLimit) {

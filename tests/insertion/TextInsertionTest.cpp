@@ -8,10 +8,7 @@
 
 #include "Quorvi/insertion/PasteKeyboard.h"
 #include "QuorviCore/text/Text.h"
-#include "tests/fakes/FakeAccessibility.h"
-#include "tests/fakes/FakeKeyEventPoster.h"
-#include "tests/fakes/FakePasteboard.h"
-#include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/FakeDesktop.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {
@@ -20,17 +17,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr pid_t editor = 100;
-constexpr auto changed =
-    "The destination changed while dictating. Your transcript is ready to copy in Quorvi.";
-constexpr auto unavailable =
-    "The clipboard is unavailable. Your transcript is ready to copy in Quorvi.";
 
-class TextInsertionTest : public testing::Test {
+class TextInsertionTest : public testing::Test, protected VirtualTime, protected FakeDesktop {
 protected:
-    TextInsertionTest() {
-        workspace.setFrontmost(RunningApplication{editor, "Editor"});
-        accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
-        accessibility.focus(field);
+    TextInsertionTest() : FakeDesktop(scheduler, scheduler) {
         setField("Hello world");
         poster.onPost = [this](const auto&) {
             pastedFrom = pasteboard.text();
@@ -74,16 +64,9 @@ protected:
         keyboard.install([](const TapEvent&) { return TapVerdict::pass; });
     }
 
-    VirtualScheduler scheduler;
-    TurnExecutor executor{scheduler};
-    FakeAccessibility accessibility{scheduler};
-    FakeWorkspace workspace;
-    FakePasteboard pasteboard{scheduler};
-    FakeKeyEventTap keyboard;
-    FakeKeyEventPoster poster{scheduler};
     TextInsertion insertion{
         {scheduler, executor, accessibility, workspace, pasteboard, poster, keyboard}};
-    AXElement field = accessibility.makeText(editor, "");
+    AXElement field = openEditor(editor, "");
     InsertionTarget target;
     bool learns = true;
     bool receives = true;
@@ -122,7 +105,7 @@ TEST_F(TextInsertionTest, WithoutLearningTheFieldIsNeverRead) {
     EXPECT_TRUE(lines.empty());
     EXPECT_EQ(outcome(), "inserted");
     EXPECT_FALSE(task->value()->has_value());
-    EXPECT_TRUE(accessibility.queriesOf("AXValue").empty());
+    EXPECT_EQ(std::ranges::count(accessibility.queries, "AXValue"), 0);
     EXPECT_EQ(pasteboard.text(), "mine");
 }
 
@@ -159,8 +142,7 @@ TEST_F(TextInsertionTest, WaitsForModifiersToBeReleasedAndGivesUpAfterTwoSeconds
     keyboard.press(keyCode::rightOption);
     begin();
     scheduler.advance(2s);
-    EXPECT_EQ(outcome(),
-              "A modifier key is still held. Release it and copy the transcript from Quorvi.");
+    EXPECT_EQ(outcome(), say::modifierHeld().english());
     EXPECT_TRUE(pasteboard.journal.empty()) << "the clipboard was not touched";
 }
 
@@ -169,7 +151,7 @@ TEST_F(TextInsertionTest, TypingAtAnyMomentBeforeThePasteStopsItAndGivesTheClipb
     for (const bool isLater : {false, true}) {
         std::ptrdiff_t refused = -1, written = 0;
         do {
-            accessibility.onQuery = [&, query = 0](const auto&) mutable {
+            accessibility.onQuery = [&, query = 0]() mutable {
                 if (target.appName.empty() || query++ != refused) return;
                 const auto type = [this] { generation += poster.posts.empty(); };
                 isLater ? scheduler.post([=, this] { scheduler.post(type); }) : type();
@@ -179,7 +161,7 @@ TEST_F(TextInsertionTest, TypingAtAnyMomentBeforeThePasteStopsItAndGivesTheClipb
             EXPECT_EQ(pasteboard.text(), "mine");
             EXPECT_NE(poster.posts.empty(), outcome() == "inserted");
             written += std::ranges::count(pasteboard.journal, "write text");
-        } while (outcome() == changed);
+        } while (outcome() == say::destinationChanged().english());
         EXPECT_EQ(outcome(), "inserted");
         EXPECT_GT(refused, 10);
         EXPECT_EQ(written > 1, isLater) << "some were refused during the write";
@@ -217,18 +199,16 @@ TEST_F(TextInsertionTest, CancellingAtAnyMomentGivesTheClipboardBackAndPastesNot
 }
 
 TEST_F(TextInsertionTest, ClipboardTroubleIsReportedAndLosesNothing) {
-    pasteboard.refusesWrites = true;
-    insert();
-    EXPECT_EQ(outcome(), unavailable);
-    pasteboard.refusesWrites = false;
-    pasteboard.ownerHangs = true;
-    insert();
-    EXPECT_EQ(outcome(), unavailable);
-    EXPECT_TRUE(poster.posts.empty());
-    pasteboard.ownerHangs = false;
+    for (bool* fault : {&pasteboard.refusesWrites, &pasteboard.ownerHangs}) {
+        *fault = true;
+        insert();
+        EXPECT_EQ(outcome(), say::clipboardUnavailable().english());
+        EXPECT_TRUE(poster.posts.empty());
+        *fault = false;
+    }
     poster.available = false;
     insert();
-    EXPECT_EQ(outcome(), "Could not send Paste. Your transcript is ready to copy in Quorvi.");
+    EXPECT_EQ(outcome(), say::couldNotPaste().english());
     EXPECT_EQ(pasteboard.text(), "mine");
 }
 
