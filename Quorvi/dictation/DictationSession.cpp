@@ -63,6 +63,7 @@ void DictationSession::shortcutChanged(bool down) {
 
 void DictationSession::start() {
     if (!canBegin()) return;
+    if (onCancel) onCancel();  // an insertion test would paste into this dictation
     environment_.status.withdrawCopy();
     environment_.permissions.refresh();
     if (!environment_.permissions.ready()) {

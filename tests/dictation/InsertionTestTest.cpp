@@ -83,6 +83,18 @@ TEST_F(InsertionTestTest, EscapeEndsItAtAnyMoment) {
     model->cancel();
 }
 
+// By a command instead of the shortcut, for example.
+TEST_F(InsertionTestTest, ADictationThatIsStartedMeanwhileEndsIt) {
+    model->armInsertionTest();
+    scheduler.advance(2s);
+    model->start();
+    scheduler.advance(12s);
+    EXPECT_FALSE(model->insertionTestArmed());
+    expect(Stage::recording, say::dictatingInto("Editor"));
+    EXPECT_EQ(fieldText(), "Dear ");
+    model->cancel();
+}
+
 TEST_F(InsertionTestTest, NamesWhatIsMissing) {
     accessibility.trusted = false;
     model->armInsertionTest();
