@@ -21,60 +21,52 @@ void FakePasteboard::runNext() {
             busy_ = false;
             return;
         }
-        auto job = std::move(jobs_.front());
+        const auto job = std::move(jobs_.front());
         jobs_.pop_front();
-        job([this] { runNext(); });
+        if (job()) runNext();
     }));
 }
 
 Task<std::vector<PasteboardItem>> FakePasteboard::read(std::stop_token stop) {
     Promise<std::vector<PasteboardItem>> promise(scheduler_);
     auto future = promise.future(std::move(stop));
-    enqueue([this, promise](std::function<void()> done) mutable {
+    enqueue([this, promise]() mutable {
+        ++operations;
         if (!ownerHangs) {
-            journal.push_back("read");
             promise.resolve(contents_);
-            return done();
+            return true;
         }
-        hang_ = scheduler_.after(3s, [this, promise, done]() mutable {
-            journal.push_back("read failed");
+        hang_ = scheduler_.after(3s, [this, promise]() mutable {
             promise.reject(
                 std::make_exception_ptr(QuorviError::message(say::clipboardUnavailable())));
-            done();
+            runNext();
         });
+        return false;
     });
     co_return co_await future;
 }
 
-std::optional<std::int64_t> FakePasteboard::replace(std::vector<PasteboardItem> items,
-                                                    const char* entry) {
-    if (refusesWrites) {
-        journal.push_back("write refused");
-        return std::nullopt;
-    }
-    journal.push_back(entry);
+std::optional<std::int64_t> FakePasteboard::replace(std::vector<PasteboardItem> items) {
+    ++operations;
+    if (refusesWrites) return std::nullopt;
     contents_ = std::move(items);
     return ++changeCount_;
 }
 
 Task<std::optional<std::int64_t>> FakePasteboard::writeItems(std::vector<PasteboardItem> items,
-                                                             const char* entry,
                                                              std::optional<std::int64_t> expected) {
     Promise<std::optional<std::int64_t>> promise(scheduler_);
     auto future = promise.future();
-    enqueue([this, promise, items = std::move(items), entry,
-             expected](std::function<void()> done) mutable {
-        if (expected && *expected != changeCount_)
-            promise.resolve(std::nullopt);
-        else
-            promise.resolve(replace(std::move(items), entry));
-        done();
+    enqueue([this, promise, items = std::move(items), expected]() mutable {
+        const bool isOther = expected && *expected != changeCount_;
+        promise.resolve(isOther ? std::nullopt : replace(std::move(items)));
+        return true;
     });
     co_return co_await future;
 }
 
 Task<std::optional<std::int64_t>> FakePasteboard::write(std::vector<PasteboardItem> items) {
-    return writeItems(std::move(items), "write");
+    return writeItems(std::move(items));
 }
 
 Task<std::optional<std::int64_t>> FakePasteboard::writeText(std::string text,
@@ -84,16 +76,14 @@ Task<std::optional<std::int64_t>> FakePasteboard::writeText(std::string text,
     auto items = textItems(text);
     if (visibility == TranscriptVisibility::hiddenFromHistory)
         items[0].representations.push_back(representation("x-kde-passwordManagerHint", "secret"));
-    return writeItems(std::move(items), "write text", expected);
+    ++writtenTexts;
+    return writeItems(std::move(items), expected);
 }
 
 void FakePasteboard::restore(std::int64_t expected, std::vector<PasteboardItem> items) {
-    enqueue([this, expected, items = std::move(items)](std::function<void()> done) mutable {
-        if (changeCount_ == expected)
-            replace(std::move(items), "restore");
-        else
-            journal.push_back("restore left alone");
-        done();
+    enqueue([this, expected, items = std::move(items)]() mutable {
+        if (changeCount_ == expected) replace(std::move(items));
+        return true;
     });
 }
 

@@ -37,18 +37,16 @@ public:
     bool refusesWrites = false;
     bool ownerHangs = false;
 
-    // What was done, one line each: "read", "write", "write text", "write refused", "restore",
-    // "restore left alone", "read failed".
-    std::vector<std::string> journal;
+    int operations = 0;    // reads and writes so far
+    int writtenTexts = 0;  // calls of writeText()
 
 private:
-    // A job calls its argument when the next one may begin.
-    using Job = std::function<void(std::function<void()> done)>;
+    // Returns whether the next job may begin.
+    using Job = std::function<bool()>;
     void enqueue(Job job);
     void runNext();
-    std::optional<std::int64_t> replace(std::vector<PasteboardItem> items, const char* entry);
+    std::optional<std::int64_t> replace(std::vector<PasteboardItem> items);
     Task<std::optional<std::int64_t>> writeItems(std::vector<PasteboardItem> items,
-                                                 const char* entry,
                                                  std::optional<std::int64_t> expected = {});
 
     Scheduler& scheduler_;
