@@ -155,4 +155,11 @@ std::optional<std::string_view> functionKeyName(KeyCode code) {
     return found->second;
 }
 
+Message title(const Hotkey& shortcut) {
+    for (const auto& name : {say::rightOptionKey(), say::leftControlKey(), say::rightControlKey(),
+                             say::numberedKey(shortcut.keyCode)})
+        if (shortcut.label == name.english()) return name;
+    return say::verbatim(shortcut.label);
+}
+
 }  // namespace quorvi

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "QuorviCore/messages/Message.h"
+
 namespace quorvi {
 
 using KeyCode = std::uint16_t;  // macOS virtual key code: a physical key, whatever its layout
@@ -82,6 +84,9 @@ struct Hotkey {
 
     bool operator==(const Hotkey&) const = default;
 };
+
+// Returns the label for the interface, which translates the names of keys.
+Message title(const Hotkey& shortcut);
 
 // The name on a function key's cap ("F1" to "F20"), nothing for any other key.
 std::optional<std::string_view> functionKeyName(KeyCode keyCode);

@@ -102,7 +102,7 @@ Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
 void DictationSettings::refresh() {
     setEnabled(!isActive(model_.stage()));
     const bool choosing = model_.isChoosingShortcut();
-    const QString label = modelText(model_.shortcut().label);
+    const QString label = shown(title(model_.shortcut()));
     shortcut_->setText(choosing ? tr("Press a key…") : label);
     shortcut_->setAccessibleName(tr("Shortcut: %1").arg(shortcut_->text()));
     cancel_->setVisible(choosing);

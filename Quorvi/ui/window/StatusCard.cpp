@@ -104,9 +104,8 @@ void StatusCard::refreshRecording() {
 void StatusCard::refreshShortcut() {
     const bool choosing = model_.isChoosingShortcut();
     shortcut_->setText(
-        choosing
-            ? tr("Press the new shortcut. Esc keeps %1.").arg(modelText(model_.shortcut().label))
-            : tr("Shortcut: %1").arg(modelText(model_.shortcut().label)));
+        choosing ? tr("Press the new shortcut. Esc keeps %1.").arg(shown(title(model_.shortcut())))
+                 : tr("Shortcut: %1").arg(shown(title(model_.shortcut()))));
     change_->setVisible(!choosing);
     change_->setEnabled(!isActive(model_.stage()));
     keep_->setVisible(choosing);
