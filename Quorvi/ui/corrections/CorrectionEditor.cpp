@@ -8,7 +8,7 @@
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/TextCorrections.h"

@@ -12,7 +12,7 @@
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Symbols.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/widgets/ProblemNote.h"
 #include "QuorviCore/Error.h"
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/widgets/Confirmation.h"
 
 namespace quorvi {

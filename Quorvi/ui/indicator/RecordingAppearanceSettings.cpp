@@ -5,7 +5,7 @@
 
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/widgets/Card.h"
 
 namespace quorvi {

@@ -1,6 +1,6 @@
 #include "Quorvi/ui/indicator/RecordingOverlay.h"
 
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 

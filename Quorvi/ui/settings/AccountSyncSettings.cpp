@@ -6,7 +6,7 @@
 #include "Quorvi/platform/SyncControl.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/widgets/Spinner.h"
 
 namespace quorvi {

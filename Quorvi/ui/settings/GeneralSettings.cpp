@@ -5,7 +5,7 @@
 #include "Quorvi/system/LaunchAtLoginController.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "Quorvi/ui/design/Texts.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/widgets/StageIcon.h"
 
 namespace quorvi {

@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 
 #include "Quorvi/ui/design/Controls.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "tests/ui/WindowTest.h"
 
 namespace quorvi::test {

@@ -6,7 +6,7 @@
 #include <QPushButton>
 
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/translations/Translations.h"
 #include "tests/ui/WindowTest.h"
 

@@ -1,4 +1,4 @@
-#include "Quorvi/ui/translations/ModelText.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 #include <QCoreApplication>
 #include <algorithm>

@@ -7,10 +7,10 @@
 
 namespace quorvi {
 
-// A message of the layers below, which know no translations, in the user's language.
+// Returns a message of the model, the stores or the adapters in the user's language.
 QString shown(const Message& message);
 
-// The same for one that comes as its English text, for callers that are still to use the catalogue.
+// The same for the English text of a sentence. For callers that do not use the catalogue yet.
 QString modelText(std::string_view text);
 
 }  // namespace quorvi
