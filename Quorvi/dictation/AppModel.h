@@ -86,9 +86,6 @@ public:
     void setMode(DictationMode mode);
     const Hotkey& shortcut() const { return hotkey_.shortcut(); }
     void setShortcut(Hotkey shortcut);
-    std::string shortcutInstruction() const {
-        return quorvi::shortcutInstruction(shortcut(), mode());
-    }
     TranscriptionModel transcriptionModel() const { return transcriptionModel_; }
     void setTranscriptionModel(TranscriptionModel model);
     const std::string& vocabulary() const { return vocabulary_; }

@@ -99,10 +99,6 @@ std::string_view rawValue(RecordingCue cue) {
     return cue == RecordingCue::start ? "start" : "stop";
 }
 
-double duration(RecordingCue cue, RecordingSoundStyle style) {
-    return tone(cue, style).seconds;
-}
-
 std::vector<std::int16_t> samples(RecordingCue cue, RecordingSoundStyle style) {
     const auto [seconds, from, to] = tone(cue, style);
     const auto count = static_cast<std::size_t>(seconds * recordingCueSampleRate);

@@ -16,7 +16,6 @@ inline constexpr std::array allDictationModes{DictationMode::hold, DictationMode
 
 std::string_view rawValue(DictationMode mode);
 std::string_view title(DictationMode mode);
-std::string_view instruction(DictationMode mode);
 std::optional<DictationMode> dictationModeFromRawValue(std::string_view raw);
 
 enum class DictationAction { none, start, finish };
@@ -24,8 +23,5 @@ enum class DictationAction { none, start, finish };
 // What a shortcut press (`down`) or release means for the session. `recording` says that a
 // dictation is being recorded, `busy` that one is being transcribed or inserted.
 DictationAction dictationAction(DictationMode mode, bool down, bool recording, bool busy);
-
-// The sentence that tells the user how this shortcut works in this mode.
-std::string shortcutInstruction(const Hotkey& shortcut, DictationMode mode);
 
 }  // namespace quorvi

@@ -103,10 +103,6 @@ std::vector<std::string_view> hints(DictationLanguage language) {
     return {};
 }
 
-std::optional<DictationLanguage> dictationLanguageFromRawValue(std::string_view raw) {
-    return caseWithRawValue(allDictationLanguages, raw);
-}
-
 std::vector<std::pair<std::string, std::string>> TranscriptionOptions::formFields() const {
     std::vector<std::pair<std::string, std::string>> fields;
     fields.emplace_back("model", rawValue(model));

@@ -31,7 +31,6 @@ std::string_view detail(DictationLanguage language);
 std::optional<std::string_view> code(DictationLanguage language);  // ISO 639-1
 std::vector<std::string_view> hints(DictationLanguage language);   // ISO 639-1, in order
 std::string_view context(DictationLanguage language);              // fixed prompt text, or empty
-std::optional<DictationLanguage> dictationLanguageFromRawValue(std::string_view raw);
 
 // How one recording is to be transcribed.
 struct TranscriptionOptions {
