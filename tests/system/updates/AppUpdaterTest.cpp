@@ -50,41 +50,29 @@ protected:
     std::unique_ptr<AppUpdater> updater;
 };
 
-TEST_F(AppUpdaterModelTest, LooksOnceADayHoweverOftenItIsStarted) {
+TEST_F(AppUpdaterModelTest, ChecksOnceADayAndAnHourAfterAFailure) {
+    preferences.setInteger("lastUpdateCheck", 4'000'000'000);  // a future date counts as none
+    downloader.failure = "No network.";
     start();
     EXPECT_TRUE(updater->automaticChecks());
     scheduler.advance(30s);
-    EXPECT_EQ(checks(), 0u) << "the start is left in peace";
-    scheduler.advance(23h);
+    EXPECT_EQ(checks(), 0u) << "not during the start";
+    scheduler.advance(90s);
     EXPECT_EQ(checks(), 1u);
-    start();
-    scheduler.advance(10min);
-    EXPECT_EQ(checks(), 1u);
-    scheduler.advance(2h);
-    EXPECT_EQ(checks(), 2u);
-    scheduler.advance(24h * 9 + 1h);
-    EXPECT_GE(checks(), 10u);
-    EXPECT_LE(checks(), 12u);
-    EXPECT_EQ(windows, 0);
-}
-
-TEST_F(AppUpdaterModelTest, FailedLookIsQuietAndTriedAgainAnHourLater) {
-    downloader.failure = "No network.";
-    start();
-    scheduler.advance(2min);
-    EXPECT_EQ(checks(), 1u);
-    EXPECT_EQ(updater->stage(), UpdateStage::idle);
+    EXPECT_EQ(updater->stage(), UpdateStage::idle) << "a failure is not shown";
     downloader.failure.reset();
     scheduler.advance(1h);
     EXPECT_EQ(checks(), 2u);
     EXPECT_EQ(updater->availableVersion(), "2.0");
-}
-
-TEST_F(AppUpdaterModelTest, DateInTheFutureDoesNotEndTheLooking) {
-    preferences.setInteger("lastUpdateCheck", 4'000'000'000);
     start();
-    scheduler.advance(2min);
-    EXPECT_EQ(checks(), 1u);
+    scheduler.advance(23h);
+    EXPECT_EQ(checks(), 2u) << "a restart does not count";
+    scheduler.advance(2h);
+    EXPECT_EQ(checks(), 3u);
+    scheduler.advance(24h * 9 + 1h);
+    EXPECT_GE(checks(), 11u);
+    EXPECT_LE(checks(), 13u);
+    EXPECT_EQ(windows, 0);
 }
 
 TEST_F(AppUpdaterModelTest, ScheduledFindIsPublishedWithoutAWindowUntilTheUserActs) {
