@@ -38,8 +38,8 @@ public:
         return chosen || keychain_.exists(synchronized, stop_) == Status::success;
     }
 
-    // The copy that counts. The local one of a user who has both may be an older key, so while it
-    // can't be told whether there is a synchronised one, the keychain is unlocked first.
+    // The synchronised item if there is one: the local one may then be an older key. So a locked
+    // keychain, which hides whether there is one, is unlocked first.
     KeychainItem read() const {
         const auto there = keychain_.exists(synchronized, stop_);
         if (there == Status::success || there == Status::interactionNotAllowed) {
@@ -79,15 +79,15 @@ public:
     }
 
 private:
-    // Whether the item is there, asking the user to unlock the keychain when it can't be told.
+    // Whether the item is there; asks the user to unlock a locked keychain.
     Status lookUnlocking(const KeychainQuery& query) const {
         const auto status = keychain_.exists(query, stop_);
         return status == Status::interactionNotAllowed ? keychain_.read(query, stop_).status
                                                        : status;
     }
 
-    // A keychain that stays locked, or doesn't answer, may hold the only copy in whichever item;
-    // taking that for "no key" would delete it.
+    // Throws if the keychain stays locked or doesn't answer: it may hold the only key, and taking
+    // that for "no key" would delete it.
     bool hasKeyUnlocking() const {
         for (const auto& query : {synchronized, local}) {
             const auto status = lookUnlocking(query);
@@ -131,8 +131,8 @@ Secret validated(std::string key) {
 
 }  // namespace
 
-// Lets the operations that change something go one after another, each from its look at the
-// preference to its change of it.
+// Serialises the operations that change something, each from reading the preference to changing
+// it.
 struct KeychainStore::Turn {
     Turn(Promise<void>& last, Scheduler& scheduler)
         : done(scheduler), before(std::exchange(last, done).future()) {}
@@ -179,8 +179,7 @@ Task<bool> KeychainStore::refresh() {
     co_return found;
 }
 
-// A change brings several signals; those that come while the keychain is being asked are answered
-// by one more look.
+// A change brings several signals; those that arrive during a look cause one more.
 void KeychainStore::look() {
     lookAgain_ = true;
     if (std::exchange(looking_, true)) return;

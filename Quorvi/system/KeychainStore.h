@@ -14,12 +14,11 @@
 
 namespace quorvi {
 
-// Keeps the user's API key in the system's keychain: as an item of this machine and, when the user
-// chose so, as a synchronised copy beside it, which is then the one that counts. The only
-// remembered choice is the preference "syncAPIKey". Main thread; each operation is one job on the
-// executor, and what changes something goes one after another. Whether a key is there is looked up
-// once at the beginning and again whenever the keychain changes, never on demand. The destructor
-// gives up what is under way, so the object ends before the executor and the keychain.
+// Keeps the user's API key in the system's keychain: as an item of this machine and, if the user
+// chose so ("syncAPIKey"), as a synchronised copy, which then takes precedence. Main thread; each
+// operation is one job on the executor, and changes run one after another. hasKey() is looked up at
+// the start and whenever the keychain changes, never on demand. The destructor stops running
+// operations; the executor and the keychain outlive the object.
 class KeychainStore : public KeyStore {
 public:
     KeychainStore(Keychain& keychain, Preferences& preferences, Executor& executor,

@@ -8,8 +8,8 @@
 
 namespace quorvi {
 
-// Keeps the API key in this process's memory only, overwritten as soon as it is no longer wanted.
-// Main thread; the key is gone with the object.
+// Keeps the API key in this process's memory only and wipes it when it is replaced, removed or the
+// object is destroyed. Main thread.
 class MemoryKeyStore : public KeyStore {
 public:
     MemoryKeyStore() = default;
@@ -21,10 +21,10 @@ public:
     Task<bool> refresh() override { co_return hasKey(); }
 
     Task<std::string> read(std::stop_token stop) override;
-    // White space at both ends is dropped; what is left must be one word.
+    // Trims white space; the rest must be one word.
     Task<void> save(std::string key) override;
     Task<void> remove() override;
-    // There is nothing that would carry this key anywhere.
+    // Always false: this key never leaves the process.
     Task<bool> syncEnabled() override;
     Task<void> setSyncEnabled(bool on) override;
     [[nodiscard]] Subscription onChange(std::function<void()> observer) override {

@@ -10,8 +10,8 @@
 
 namespace quorvi {
 
-// Preferences that are kept in memory only: for a run that is to leave no trace, and for tests.
-// Main thread; the values die with the object.
+// Preferences in memory only, for runs that leave no trace and for tests. Main thread; the values
+// die with the object.
 class MemoryPreferences : public Preferences {
 public:
     std::optional<std::string> string(std::string_view key) const override;
@@ -33,10 +33,10 @@ public:
         return [] { return true; };
     }
 
-    // As if there were stored values that can't be read.
+    // Behaves as if stored values could not be read.
     void setCouldBeRead(bool could) { couldBeRead_ = could; }
 
-    // Setting a value that is already there is no change.
+    // Setting the present value is not a change.
     [[nodiscard]] Subscription onChange(std::function<void()> observer) override;
 
 private:

@@ -19,7 +19,7 @@ Task<void> sleepFor(Scheduler& scheduler, Duration delay, std::stop_token stop);
 void throwIfStopped(const std::stop_token& stop);
 
 // Runs `work` on `executor` and resumes on the main thread with its result or exception. A stop
-// abandons the wait with Cancelled; the job itself still runs to its end.
+// ends the wait with Cancelled; the job itself still runs to its end.
 template <class F>
 Task<std::invoke_result_t<F>> inBackground(Executor& executor, Scheduler& scheduler, F work,
                                            std::stop_token stop = {}) {

@@ -4,9 +4,9 @@
 
 namespace quorvi {
 
-// Runs blocking work away from the main thread. One executor runs its jobs one at a time in the
-// order given, so two jobs of one subject never overlap. run() is thread-safe. Destroying an
-// executor finishes the jobs that were queued.
+// Runs blocking work off the main thread, one job at a time in the order queued, so jobs of one
+// executor never overlap. run() is thread-safe. Destroying an executor runs the queued jobs
+// first.
 class Executor {
 public:
     virtual ~Executor() = default;

@@ -14,10 +14,10 @@
 
 namespace quorvi {
 
-// One result that is produced on any thread and awaited once on the main thread. The waiting
+// A result that is produced on any thread and awaited once on the main thread. The waiting
 // coroutine is always resumed through the scheduler, never inside resolve(), reject() or
-// request_stop(). When the Future is destroyed first (its coroutine frame died), a late result is
-// dropped.
+// request_stop(). A result that arrives after the Future's destruction (its coroutine frame died)
+// is dropped.
 //
 //     Promise<int> promise(scheduler);
 //     auto future = promise.future(stop);
@@ -102,8 +102,8 @@ public:
         Future& future;
         bool await_ready() const noexcept { return false; }
         bool await_suspend(std::coroutine_handle<> waiting) {
-            // A result that is already there is picked up at once: settle()'s posted turn then
-            // finds nobody waiting.
+            // A result that is already there is taken at once; settle()'s posted turn then finds no
+            // coroutine waiting.
             std::lock_guard lock(future.state_->mutex);
             if (future.state_->phase == State::Phase::ready) return false;
             future.state_->waiting = waiting;

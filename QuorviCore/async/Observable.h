@@ -18,8 +18,8 @@ private:
     std::shared_ptr<void> token_;
 };
 
-// Tells observers that something changed; they re-read what they show. Main thread only.
-// Observers may subscribe and unsubscribe while being told.
+// Notifies observers of a change; they re-read what they show. Main thread only. Observers may
+// subscribe and unsubscribe while they are called.
 class Observable {
 public:
     [[nodiscard]] Subscription subscribe(std::function<void()> observer) {

@@ -11,7 +11,7 @@ namespace quorvi {
 using Duration = std::chrono::nanoseconds;
 using TimePoint = std::chrono::steady_clock::time_point;
 
-// A pending call that is withdrawn when its Timer is destroyed or reassigned. Main thread only.
+// A pending call, cancelled when its Timer is destroyed or reassigned. Main thread only.
 class Timer {
 public:
     struct Node {
@@ -27,9 +27,9 @@ private:
     std::unique_ptr<Node> node_;
 };
 
-// The main thread's event loop as the model sees it: the only source of time and the only way to
-// run something later. The production scheduler is real time; tests advance a virtual one.
-// after() and every() belong to the main thread; the rest is thread-safe.
+// The main thread's event loop: the model's only source of time and its only way to run something
+// later. Tests advance a virtual one. after() and every() are for the main thread; the rest is
+// thread-safe.
 class Scheduler {
 public:
     virtual ~Scheduler() = default;
@@ -47,7 +47,7 @@ public:
     [[nodiscard]] virtual Timer after(Duration delay, std::function<void()> work) = 0;
 
     // Runs `work` every `period`, first one period from now, while the returned timer lives. Ticks
-    // that were missed while the thread was busy are not made up for.
+    // missed while the thread was busy are skipped.
     [[nodiscard]] virtual Timer every(Duration period, std::function<void()> work) = 0;
 };
 

@@ -8,12 +8,12 @@
 
 namespace quorvi {
 
-// Thrown out of a suspension point whose stop token was triggered. Not a std::exception, so that
-// no handler for failures turns a cancellation into a message for the user.
+// Thrown by a suspension point whose stop token was triggered. Not a std::exception, so that no
+// error handler shows a cancellation to the user.
 struct Cancelled {};
 
-// A lazily started coroutine of the main thread. It runs when it is first awaited and its frame
-// dies with the Task, so an abandoned task leaves nothing behind. Awaiting needs a named task
+// A lazily started coroutine of the main thread. It runs when it is first awaited; its frame dies
+// with the Task, so an abandoned task leaves nothing behind. Awaiting needs a named task
 // (`auto reading = field(); co_await reading;`): g++ 12 destroys temporaries of a co_await
 // expression twice in some shapes.
 template <class T>
@@ -48,8 +48,8 @@ public:
     Awaiter operator co_await() & noexcept { return Awaiter{handle_}; }
     void operator co_await() && = delete;
 
-    // Runs the task up to its first suspension without awaiting it, so that several pieces of
-    // work proceed side by side; each is awaited afterwards.
+    // Runs the task up to its first suspension without awaiting it, so that several tasks run side
+    // by side; each is awaited afterwards.
     void start() {
         if (!std::exchange(handle_.promise().started, true)) handle_.resume();
     }

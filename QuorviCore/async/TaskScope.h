@@ -11,8 +11,8 @@
 
 namespace quorvi {
 
-// A started task's remote control. Copies share the task; a default-constructed one controls
-// nothing. Cancelling is a request: the task ends at its next suspension point.
+// Cancels a started task. Copies share the task; a default-constructed handle has none. Cancelling
+// is a request: the task ends at its next suspension point.
 class TaskHandle {
 public:
     TaskHandle() = default;
@@ -35,8 +35,8 @@ public:
     TaskScope& operator=(const TaskScope&) = delete;
 
     // Starts the task that `make` returns for its stop token, running it up to its first
-    // suspension. Cancelled ends a task quietly; any other exception that escapes it ends the
-    // program, since no task may leave its owner in the dark about a failure.
+    // suspension. Cancelled ends a task quietly; any other exception that escapes it terminates the
+    // program, since its owner would not learn of the failure.
     TaskHandle start(const std::function<Task<void>(std::stop_token)>& make);
 
     // Requests a stop of every task.

@@ -11,8 +11,8 @@
 
 namespace quorvi {
 
-// Where this build gets its updates from. The feed and the key are fixed when the program is built:
-// whoever could set them at run time could have it install anything.
+// Where this build gets its updates from. The feed and the key are fixed at build time: whoever
+// could set them at run time could make it install anything.
 struct UpdateConfiguration {
     std::string feed;       // HTTPS address; empty turns updates off
     std::string publicKey;  // Ed25519, base64
@@ -22,7 +22,7 @@ struct UpdateConfiguration {
     std::filesystem::path folder;    // for downloads; belongs to the updater alone
 };
 
-// What the updater stands on; all of it outlives the updater.
+// What the updater uses; all of it outlives the updater.
 struct UpdateEnvironment {
     Scheduler& scheduler;
     Executor& executor;  // for files and signatures, some hundred milliseconds at a time

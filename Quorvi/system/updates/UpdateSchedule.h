@@ -7,12 +7,12 @@
 
 namespace quorvi {
 
-// Says when the daily look for updates is due. The date of the last one is kept in the preferences,
-// so that it is once a day however often the program is started. Main thread.
+// Schedules the daily check for updates. The preferences keep the date of the last one, so that it
+// is daily however often the program starts. Main thread.
 class UpdateSchedule {
 public:
-    // `look` is called when a look is due; noteChecked() tells that one has succeeded. One that has
-    // not is due again an hour later.
+    // `look` is called when a check is due, and again an hour later until noteChecked() reports
+    // success.
     UpdateSchedule(Scheduler& scheduler, Preferences& preferences, std::function<void()> look);
 
     void start();

@@ -7,14 +7,14 @@
 
 namespace quorvi {
 
-// The desktop's accessibility interface over AT-SPI, spoken directly on D-Bus so that every query
-// keeps to its own time-out. Follows the accessibility bus and the applications' focus events on a
-// thread of its own from construction to destruction.
+// The desktop's accessibility interface: AT-SPI, spoken directly on D-Bus so that each query keeps
+// its time-out. A thread of its own follows the accessibility bus and the applications' focus
+// events from construction to destruction.
 class AtspiAccessibility : public Accessibility {
 public:
     // `canInstallTap` says whether a global input hook is possible; called on any thread, it must
-    // not block. `onTrustChanged`, optional, is told on a thread of the adapter's when isTrusted()
-    // may say something else.
+    // not block. `onTrustChanged`, optional, is called on a thread of the adapter when isTrusted()
+    // may have changed.
     explicit AtspiAccessibility(std::function<bool()> canInstallTap,
                                 std::function<void()> onTrustChanged = nullptr);
     ~AtspiAccessibility() override;
@@ -28,7 +28,7 @@ public:
     std::optional<AXValue> attribute(const AXElement& element, std::string_view name,
                                      Duration timeout) override;
 
-    // Always false: AT-SPI has no switch by which an application is asked to offer more.
+    // Always false: AT-SPI has no attribute that makes an application offer more.
     bool setAttribute(const AXElement& element, std::string_view name, bool value,
                       Duration timeout) override;
 

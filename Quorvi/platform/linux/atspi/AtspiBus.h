@@ -10,7 +10,7 @@ struct _GDBusConnection;
 
 namespace quorvi::atspi {
 
-// What applications report by themselves. Called on the bus's own thread.
+// Receives what applications report by themselves. Called on the bus's thread.
 class BusObserver {
 public:
     virtual ~BusObserver() = default;
@@ -18,14 +18,13 @@ public:
     virtual void windowActiveChanged(const ObjectRef& window, bool active) = 0;
     virtual void peerLeft(const std::string& bus) = 0;
     virtual void busLost() = 0;
-    // isUsable() may say something else now.
+    // isUsable() may have changed.
     virtual void usabilityChanged() {}
 };
 
-// The connection to the accessibility bus: finds it through the session bus, follows its coming
-// and going by name-owner changes, subscribes to focus and window events and hands them to the
-// observer. A thread of its own runs from construction to destruction; every member function is
-// safe from any thread and none blocks, except that the destructor waits for that thread.
+// The connection to the accessibility bus: finds it through the session bus, follows its starts and
+// ends by name-owner changes, and passes focus and window events to the observer. A thread of its
+// own runs from construction to destruction. Thread-safe; only the destructor blocks.
 class AtspiBus {
 public:
     explicit AtspiBus(BusObserver& observer);
@@ -36,10 +35,10 @@ public:
     // Whether the bus answers and the desktop says that accessibility is on.
     bool isUsable() const;
 
-    // Switches the desktop's accessibility on, starting its bus by activation when need be.
+    // Switches the desktop's accessibility on; D-Bus activation starts its bus if necessary.
     void enable();
 
-    // The connection as it is now; null while there is none. It may close at any time.
+    // The current connection, which may close at any time; null while there is none.
     std::shared_ptr<_GDBusConnection> connection() const;
 
 private:

@@ -6,16 +6,16 @@
 
 #include "Quorvi/platform/linux/atspi/AtspiVariant.h"
 
-// What Chromium's toolkit, and so every program built on it, reports differently. Pure.
+// Corrections of what Chromium's toolkit, and every program built on it, reports. Pure.
 namespace quorvi::atspi {
 
-// An editable text ends with a line break that only holds its last line open; it goes with the
-// first character typed there.
+// Removes the line break at the end of an editable text that only keeps its last line open; it
+// vanishes with the first character typed there.
 void dropPlaceholderBreak(std::string& text);
 
-// The selection in code points. Chromium converts the ends of a selection, which are in code points
-// already, from UTF-16 once more; an end that falls inside a surrogate pair that way comes out as
-// 0..0 and is lost. `caret`, at one of the ends where it is not negative, is always right.
+// Returns the selection in code points; nullopt if it is lost. Chromium converts the ends of a
+// selection, already in code points, from UTF-16 once more; an end inside a surrogate pair becomes
+// 0..0. `caret`, if not negative, is correct and at one of the ends.
 std::optional<Span> selectionFromChromium(Span reported, std::int32_t caret, std::string_view text);
 
 }  // namespace quorvi::atspi

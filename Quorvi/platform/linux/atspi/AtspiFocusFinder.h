@@ -11,10 +11,9 @@
 
 namespace quorvi::atspi {
 
-// Finds the focused object and the active window. The tracked events come first, each checked with
-// its application; where none is left, as for a field that had the focus before this program
-// started, the application's own search and then a bounded walk from its active window. Used from
-// one thread at a time.
+// Finds the focused object and the active window: first by the tracked events, each checked with
+// its application; then, as for a field that got the focus before this program started, by the
+// application's own search; then by a bounded walk from its active window. One thread at a time.
 class AtspiFocusFinder {
 public:
     AtspiFocusFinder(AtspiPeers& peers, AtspiFocusTracker& tracker)
@@ -23,7 +22,7 @@ public:
     std::optional<ObjectRef> focusedObjectOf(pid_t pid, TimePoint deadline);
     std::optional<ObjectRef> activeWindowOf(pid_t pid, TimePoint deadline);
 
-    // Of whichever application has the active window.
+    // In the application that has the active window.
     std::optional<ObjectRef> focusedObject(TimePoint deadline);
 
 private:

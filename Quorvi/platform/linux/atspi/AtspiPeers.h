@@ -23,29 +23,28 @@ struct Call {
 
 Call propertyCall(const ObjectRef& object, const char* interface, const char* name);
 
-// Calls to the applications on the accessibility bus, and what is known of each of them. A call
-// blocks its thread until the answer or the deadline; calls made together wait together. An
-// application that let a call time out is not asked again for a short while, so that a hung one
-// costs a series of queries one time-out and not one for each. One thread at a time; forget() and
-// forgetAll() may be called from any other.
+// Calls the applications on the accessibility bus, and caches facts about them. A call blocks until
+// the answer or the deadline; calls made together wait together. An application that let a call
+// time out is not called again for a short while, so that a hung one costs a series of queries only
+// one time-out. One thread at a time; forget() and forgetAll() are for any thread.
 class AtspiPeers {
 public:
     explicit AtspiPeers(const AtspiBus& bus,
                         Duration restAfterTimeout = std::chrono::milliseconds(250))
         : bus_(bus), restAfterTimeout_(restAfterTimeout) {}
 
-    // One reply for each call, in order; null for those that failed or came too late.
+    // Returns one reply per call, in order; null for calls that failed or timed out.
     std::vector<Variant> callAll(std::vector<Call> calls, TimePoint deadline);
     Variant call(Call call, TimePoint deadline);
 
-    // Answers of the bus itself, which is never hung.
+    // Answered by the bus itself, which never hangs.
     std::optional<pid_t> process(const std::string& bus, TimePoint deadline);
 
-    // The bus names of the applications of a process; usually one.
+    // The bus names of a process's applications; usually one.
     std::vector<std::string> namesOf(pid_t pid, TimePoint deadline);
     std::vector<std::string> allNames(TimePoint deadline);
 
-    // Whether the application draws its interface with Chromium's toolkit.
+    // Whether the application uses Chromium's toolkit.
     bool isChromium(const std::string& bus, TimePoint deadline);
 
     void forget(const std::string& bus);

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-// Names and numbers of the AT-SPI protocol, as far as the accessibility adapter speaks it.
+// Names and numbers of the AT-SPI protocol that the accessibility adapter uses.
 namespace quorvi::atspi {
 
 inline constexpr const char* accessibleInterface = "org.a11y.atspi.Accessible";
@@ -17,8 +17,8 @@ inline constexpr const char* propertiesInterface = "org.freedesktop.DBus.Propert
 inline constexpr const char* registryName = "org.a11y.atspi.Registry";
 inline constexpr const char* rootPath = "/org/a11y/atspi/accessible/root";
 
-// An object of an application: the unique bus name is never used again, and a path belongs to one
-// object for as long as that object lives.
+// An object of an application. Unique bus names are never reused; a path belongs to one object
+// while that object lives.
 struct ObjectRef {
     std::string bus;
     std::string path;
@@ -88,7 +88,7 @@ struct States {
     bool has(State state) const { return (bits >> static_cast<unsigned>(state) & 1) != 0; }
 };
 
-// The stand-in for an embedded object in an object's text, U+FFFC in UTF-8.
+// Marks an embedded object in a text: U+FFFC in UTF-8.
 inline constexpr const char* objectReplacement = "\xEF\xBF\xBC";
 
 }  // namespace quorvi::atspi

@@ -8,15 +8,15 @@
 
 namespace quorvi::atspi {
 
-// The text of an object with all that is embedded in it, as the user sees it: a block stands on a
-// line of its own, a link runs on, and what has no text, such as a picture, stays U+FFFC. The
-// selection, or the caret, is that of the same text.
+// The text of an object and its embedded objects, as the user sees it: a block on a line of its
+// own, a link within the line, U+FFFC for an object without text, such as a picture. The selection,
+// or the caret, refers to this text.
 struct RichText {
     std::string text;
     std::optional<Utf16Range> selection;
 };
 
-// Nothing when the objects do not fit the text, are too many, or do not answer in time.
+// Returns nullopt if the objects do not match the text, are too many, or do not answer in time.
 std::optional<RichText> readRichText(AtspiPeers& peers, const ObjectRef& object,
                                      TimePoint deadline);
 

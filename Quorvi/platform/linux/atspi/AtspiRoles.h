@@ -8,7 +8,7 @@
 
 namespace quorvi::atspi {
 
-// What an object says of itself, and what follows from it for the attributes of the port. Pure.
+// An object's role, states and interfaces, and the port's attributes derived from them. Pure.
 struct Description {
     Role role = Role::invalid;
     States states;
@@ -19,25 +19,26 @@ struct Description {
 
 bool isWindow(Role role);
 
-// A password field, by role: toolkits differ in the name and in what they let read of the content.
+// Whether it is a password field, by role: toolkits differ in the name and in how much of the
+// content can be read.
 bool isSecure(Role role);
 
 // Whether the user can type into it. Chromium marks every part of an editable region as editable;
 // only the region itself takes the focus.
 bool isEditableText(const Description& object);
 
-// Whether it can be what the user means by the focused element. Windows and web pages as a whole
-// carry the state besides the element inside them.
+// Whether it can be the focused element. Windows and whole web pages have the focused state besides
+// the element inside them.
 bool canHoldFocus(Role role, States states);
 
-// Whether the focus may be somewhere below it: closed menus, which are most of an editor's objects,
-// and what is not on the screen are not looked into.
+// Whether the focus may be below it: not in closed menus, which are most of an editor's objects,
+// nor in what is not on the screen.
 bool mayContainFocus(Role role, States states);
 
 // The value of "AXRole".
 std::string_view accessibilityRole(const Description& object);
 
-// Whether an embedded object of this role stands on lines of its own in the text around it.
+// Whether an embedded object of this role has lines of its own in the surrounding text.
 bool isBlock(Role role);
 
 }  // namespace quorvi::atspi

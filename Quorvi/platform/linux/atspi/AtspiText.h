@@ -9,12 +9,12 @@
 
 namespace quorvi::atspi {
 
-// Reads the text and the selection of an object. Toolkits count offsets in code points or in UTF-16
-// units; ranges leave here in UTF-16 units. One thread at a time.
+// Reads the text and the selection of an object; ranges are returned in UTF-16 units, whatever the
+// toolkit counts. One thread at a time.
 //
-// An editable region of a web page keeps its paragraphs as embedded objects. Both readers flatten
-// it the same way, a line for each block, so that a range always fits the text. Nothing is read of
-// a password, and nothing of a terminal, whose text is its whole past.
+// An editable region of a web page has its paragraphs as embedded objects. Both readers flatten it
+// in the same way, a line per block, so that a range fits the text. Passwords are never read, nor
+// terminals, whose text is their whole scrollback.
 class AtspiText {
 public:
     explicit AtspiText(AtspiPeers& peers) : peers_(peers) {}

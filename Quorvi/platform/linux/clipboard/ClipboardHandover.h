@@ -8,30 +8,31 @@
 #include "Quorvi/platform/Pasteboard.h"
 #include "Quorvi/platform/linux/posix/Descriptor.h"
 
-// What passes between Quorvi and quorvi-clipboard-keeper: short messages over a socket, and
-// contents as files that are memory only.
+// The protocol between Quorvi and quorvi-clipboard-keeper: short messages over a socket, contents
+// as memory files.
 namespace quorvi {
 
 struct ClipboardMessage {
     enum class Kind : std::uint32_t {
-        content,  // with a file: what the clipboard is to hold after this program; without: nothing
+        content,  // with a file: the clipboard's content after this program; without: none
         guard,    // `window` is about to own the clipboard
-        standIn,  // the same, for a moment, with something that is about to be pasted
+        standIn,  // the same, for a moment, with a text that is about to be pasted
         takeOver  // offer the content now
     };
     Kind kind = Kind::content;
     std::uint32_t window = 0;
 };
 
-// A file of memory only with the content. Null when there is no memory for it.
+// Returns a memory file with the content; null if there is no memory for it.
 std::unique_ptr<Descriptor> clipboardFile(const std::vector<PasteboardItem>& items);
-// Throws QuorviError when the file holds no such content.
+// Throws QuorviError if the file is not such a content.
 std::vector<PasteboardItem> readClipboardFile(const Descriptor& file);
 
-// Never blocks: false when the other side is gone or takes nothing.
+// Never blocks. Returns false if the other side is gone or does not read.
 bool sendClipboardMessage(const Descriptor& socket, ClipboardMessage message,
                           const Descriptor* file = nullptr);
-// Waits for the next message; its file, if it has one, is put into `file`. Nothing at the end.
+// Waits for the next message and puts its file, if it has one, into `file`. Returns nullopt once
+// the other side has closed the socket.
 std::optional<ClipboardMessage> receiveClipboardMessage(const Descriptor& socket,
                                                         std::unique_ptr<Descriptor>& file);
 

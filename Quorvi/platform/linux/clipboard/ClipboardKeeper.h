@@ -13,28 +13,28 @@
 
 namespace quorvi {
 
-// What is on an X11 clipboard ends with the program that offers it. So while this program offers
-// something, a keeper stands by: a small process that knows what the clipboard is to hold
-// afterwards, and offers that when this program quits, is killed, or loses its connection to the X
-// server. A copy that another program has made meanwhile stays. Used by the clipboard's thread; no
-// operation waits for the keeper, and one that has died is replaced at the next need.
+// Keeps the user's clipboard beyond this program's end: an X11 clipboard is lost with the program
+// that offers it. While this program offers something, a small process knows what the clipboard
+// should hold afterwards, and offers that when this program quits, is killed or loses the X server,
+// unless another program has copied meanwhile. Clipboard thread; no operation waits for the
+// process, and a dead one is replaced at the next use.
 class ClipboardKeeper {
 public:
-    // The keeper's program, started at the first need; an empty one is never started.
+    // The program is started at the first use; never if the name is empty.
     explicit ClipboardKeeper(std::string program) : program_(std::move(program)) {}
     ~ClipboardKeeper();
     ClipboardKeeper(const ClipboardKeeper&) = delete;
     ClipboardKeeper& operator=(const ClipboardKeeper&) = delete;
 
-    // What the clipboard is to hold after this program. Costs a copy, and nothing when it is what
-    // was prepared last.
+    // Sets the clipboard's content after this program's end. Costs a copy; nothing if it is already
+    // prepared.
     void prepare(const std::vector<PasteboardItem>& items);
-    // This program's window is about to own the clipboard and to offer the items: what was
-    // prepared, or what stands in for that until it has been pasted.
+    // Announces that this program's window is about to own the clipboard with the items: the
+    // prepared ones, or a text that replaces them until it has been pasted.
     void guard(std::uint32_t window, const std::vector<PasteboardItem>& items);
-    // The clipboard belongs to somebody else.
+    // Another program owns the clipboard: nothing is to be restored.
     void forget();
-    // Has the keeper offer the content now, so that the clipboard is never empty in between.
+    // Makes the keeper offer the content now, so that the clipboard is never empty in between.
     void takeOver();
 
 private:

@@ -15,7 +15,7 @@ namespace quorvi {
 // One GET over HTTPS. Belongs to the thread that runs it.
 class CurlDownload {
 public:
-    // `receive` is given the body piece by piece and may throw to end the download.
+    // `receive` gets the body piece by piece; it may throw to end the download.
     CurlDownload(std::string url, const std::string& caFile,
                  std::function<void(std::span<const char>)> receive);
     CurlDownload(const CurlDownload&) = delete;

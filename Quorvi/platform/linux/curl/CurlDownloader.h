@@ -9,9 +9,8 @@
 
 namespace quorvi {
 
-// Downloads over libcurl, one after another on a thread of its own. Nothing is kept between them:
-// no connection, no cookie, no cache. Lives on the main thread; downloads still under way at its
-// destruction end with Cancelled.
+// Downloads over libcurl, one after another on a thread of its own. Keeps no connection, cookie or
+// cache between them. Main thread; its destruction ends the running downloads with Cancelled.
 class CurlDownloader : public Downloader {
 public:
     // `caFile` names the certificates to trust (PEM) instead of the system's.

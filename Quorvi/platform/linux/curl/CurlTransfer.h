@@ -14,18 +14,18 @@
 // Included only by the sources of CurlTransport.
 namespace quorvi {
 
-// One exchange with a server: the handle, what it reads from and what it writes to. Belongs to the
-// transport's thread once it is handed over, and wipes its copy of the request at its end.
+// One exchange with a server: libcurl's handle, the request and the response. Belongs to the
+// transport's thread once handed over; the destructor wipes the request.
 class CurlTransfer {
 public:
-    // Without a promise the transfer only opens a connection and its outcome is dropped.
+    // Without a promise the transfer only opens a connection; its outcome is dropped.
     CurlTransfer(std::uint64_t id, HttpRequest request,
                  std::optional<Promise<HttpResponse>> promise);
     ~CurlTransfer();
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-    // Creates the handle. False when libcurl refuses the request.
+    // Creates the handle. Returns false if libcurl refuses the request.
     bool prepare(const std::string& caFile);
 
     void finish(CURLcode result);

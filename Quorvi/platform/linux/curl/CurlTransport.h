@@ -8,10 +8,9 @@
 
 namespace quorvi {
 
-// The HTTP session over libcurl. One thread of its own drives every transfer and sleeps while there
-// is none; results come back through the scheduler. Connections are kept for ten minutes in memory,
-// and nothing else is: no cookies, no cache, no file. Lives on the main thread as long as the
-// requests that are sent through it; those still under way at its destruction end with Cancelled.
+// The HTTP session over libcurl. A thread of its own drives all transfers and sleeps while there is
+// none; results come back through the scheduler. Keeps connections for ten minutes, but no cookies,
+// cache or file. Main thread; its destruction ends the running requests with Cancelled.
 class CurlTransport : public HttpTransport {
 public:
     // `caFile` names the certificates to trust (PEM) instead of the system's.

@@ -4,13 +4,13 @@
 
 namespace quorvi {
 
-// Files on a local disk: a new file beside the old one, fsync, rename, fsync of the folder. A
-// symbolic link is followed, so that a file that the user keeps elsewhere stays there. Holds no
-// state; thread-safe.
+// Files on a local disk. A replacement is a new file beside the old one, fsync, rename, and fsync
+// of the folder. Follows a symbolic link, so that a file that the user keeps elsewhere stays there.
+// Stateless; thread-safe.
 class PosixFileStore final : public FileStore {
 public:
-    // Whether a folder that is there already is closed to other users, or is one that the desktop's
-    // programs share and keeps its mode.
+    // Whether an existing folder is closed to other users, or keeps its mode because the desktop's
+    // programs share it.
     enum class Folder { ofTheUserAlone, asItIs };
 
     explicit PosixFileStore(Folder folder = Folder::ofTheUserAlone) : folder_(folder) {}
@@ -18,7 +18,7 @@ public:
     std::optional<std::string> read(const std::filesystem::path& file) override;
     void replace(const std::filesystem::path& file, std::span<const std::string_view> parts,
                  const std::filesystem::path& previous = {}) override;
-    // One piece is in memory at a time.
+    // Keeps one piece in memory at a time.
     void replaceInPieces(const std::filesystem::path& file,
                          const std::function<std::string_view()>& next) override;
 

@@ -4,8 +4,7 @@
 
 namespace quorvi {
 
-// Journals on a local disk, kept from other processes by a lock on the file. Holds no state;
-// thread-safe.
+// Journals on a local disk; a lock on the file excludes other processes. Stateless; thread-safe.
 class PosixJournalFiles final : public JournalFiles {
 public:
     std::unique_ptr<JournalFile> open(const std::filesystem::path& file) override;

@@ -4,8 +4,7 @@
 
 namespace quorvi {
 
-// Makes a folder that is missing, with those above it, for the user alone (0700), and durably.
-// Throws std::system_error.
+// Creates a missing folder and those above it with mode 0700, durably. Throws std::system_error.
 void makePrivateFolder(const std::filesystem::path& folder);
 
 }  // namespace quorvi

@@ -11,7 +11,7 @@
 
 namespace quorvi {
 
-// One worker thread with a queue. The destructor runs what is queued, then ends the thread.
+// A worker thread with a queue. The destructor runs the queued jobs, then ends the thread.
 class SerialExecutor : public Executor {
 public:
     // `name` is shown by debuggers; at most 15 bytes.
@@ -20,8 +20,8 @@ public:
 
     void run(std::function<void()> job) override;
 
-    // While a Hold lives, what is queued waits: for what can do without a processor until something
-    // that is waited for is done. On any thread; the executor outlives it.
+    // Pauses the queue while it lives, so that background work does not compete with start-up. Any
+    // thread; the executor outlives it.
     class Hold {
     public:
         explicit Hold(SerialExecutor& executor) : executor_(&executor) { executor.hold(1); }

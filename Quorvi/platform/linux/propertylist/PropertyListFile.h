@@ -16,10 +16,10 @@
 
 namespace quorvi {
 
-// A dictionary in a binary property list, and the changes that are still to be written to it. Other
-// processes may change the same file: a lock file beside it keeps the writers apart. Thread-safe
-// but for load(), which comes first; only load() and write() touch the disk. Lives as long as
-// somebody, the owner or a write on its way, has a share in it.
+// A dictionary in a binary property list, and the changes that are not written yet. Other processes
+// may change the file; a lock file beside it serialises the writers. Thread-safe except for load(),
+// which comes first; only load() and write() touch the disk. Shared by its owner and the writes
+// under way.
 class PropertyListFile {
 public:
     using Value = std::shared_ptr<const PropertyList>;
@@ -28,7 +28,7 @@ public:
 
     enum class Problem { none, notRead, notWritten };
 
-    // What became of a write: the values that another process has changed since the last time, as
+    // The result of a write: the values that another process has changed since the last write, as
     // of the owner's change number `revision`.
     struct Outcome {
         Changes foreign;
@@ -38,28 +38,28 @@ public:
 
     PropertyListFile(FileStore& files, std::filesystem::path file);
 
-    // The stored values; those of the previous generation when the file can't be read.
+    // Returns the stored values; those of the previous generation if the file can't be read.
     Values load();
-    // Whether the file could not be read or understood; it is left alone from then on.
+    // Whether the file could not be read or parsed; it is never written then.
     bool isBlocked() const;
 
-    // Notes a change to be written; no value removes the key. The number of the change, and whether
-    // a write has to be asked for.
+    // Notes a change to be written; a null value removes the key. Returns the number of the change,
+    // and whether the caller has to schedule a write.
     struct Noted {
         std::uint64_t revision;
         bool needsWrite;
     };
     Noted change(std::string_view key, Value value);
 
-    // Writes what has been noted, durably. Blocks; throws nothing. Returns whether there is an
-    // outcome to be taken.
+    // Writes the noted changes durably. Blocks; never throws. Returns whether there is an outcome
+    // to take.
     bool write();
     std::vector<Outcome> takeOutcomes();
-    // Whether the last write succeeded. Waits for one that is under way.
+    // Whether the last write succeeded; waits for one under way.
     bool isWritten() const;
 
 private:
-    // Nothing when there is no file. Throws when there is one that can't be read or understood.
+    // Returns nullopt if there is no file. Throws if it can't be read or parsed.
     std::optional<Values> read(const std::filesystem::path& file) const;
     Changes merge(const Changes& changes);
     void store(const Values& values);

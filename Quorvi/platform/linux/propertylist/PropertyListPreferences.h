@@ -17,18 +17,18 @@
 
 namespace quorvi {
 
-// Preferences in one file, a binary property list: XML would lose control characters and fractions
-// of a second. The file is read once, by the constructor; reads come from memory. A change is
-// written soon afterwards on the executor, merged key by key into what another process may have
-// written meanwhile; that other process's changes are taken over. Keys and types that are not known
-// here pass through unchanged. The generation before the last is kept beside the file.
+// Preferences in a binary property list (XML would lose control characters and fractions of a
+// second). The constructor reads the file; values are answered from memory. A change is written
+// soon afterwards on the executor, merged by key with the changes of other processes, which are
+// adopted. Unknown keys and types pass through unchanged. The previous generation is kept beside
+// the file.
 //
-// A file that can't be read is never touched: the values then come from the previous generation, if
-// there is one, and last for this run. A write that fails is tried again with the next change and
-// with flush().
+// A file that can't be read is never written: the values then come from the previous generation, if
+// there is one, and last for this run. A failed write is retried with the next change and by
+// flush().
 //
-// Main thread. The store and the scheduler outlive the executor, which may outlive this object.
-// Destroying it writes nothing more than what is already on its way; flush() comes before.
+// Main thread. The store and the scheduler outlive the executor, which may outlive this object. The
+// destructor writes nothing; call flush() before.
 class PropertyListPreferences final : public Preferences {
 public:
     PropertyListPreferences(FileStore& files, const std::filesystem::path& file, Executor& disk,

@@ -9,9 +9,9 @@
 
 namespace quorvi {
 
-// Encodes samples as AAC into an MPEG-4 file. Making one opens the encoder, which takes some 10 to
-// 30 ms, and can be done ahead of time. Used on one thread at a time; every failure is thrown as a
-// QuorviError. Destroying a writer before finish() leaves an unfinished file.
+// Encodes samples as AAC into an MPEG-4 file. The constructor opens the encoder (10 to 30 ms), so
+// it pays to make one ahead of time. One thread at a time; every failure is a QuorviError.
+// Destroying a writer before finish() leaves an unfinished file.
 class AacFileWriter {
 public:
     explicit AacFileWriter(AudioSettings settings);
@@ -19,8 +19,7 @@ public:
     AacFileWriter(const AacFileWriter&) = delete;
     AacFileWriter& operator=(const AacFileWriter&) = delete;
 
-    // Creates the file, readable and writable by its owner only. It must not exist yet; when this
-    // fails, it doesn't exist either.
+    // Creates the file with mode 0600. Fails if it exists; leaves no file behind on failure.
     void open(const std::filesystem::path& file);
     void write(std::span<const std::int16_t> interleaved);
     // Completes and closes the file.
@@ -35,7 +34,7 @@ private:
 class SpareAacWriter {
 public:
     void prepare();
-    // The spare one, or a new one for other settings or when there is none.
+    // Returns the spare writer; a new one for other settings or if there is no spare.
     std::unique_ptr<AacFileWriter> take(AudioSettings settings);
 
 private:

@@ -13,12 +13,11 @@ extern "C" {
 namespace quorvi {
 
 // The functions of libavcodec, libavformat and libavutil that the encoder calls, under their own
-// names. The libraries are loaded by the first recording and not with the program: they bring more
-// than seventy others along, a sixth of what the program would keep in memory, which somebody who
-// does not dictate just now has no use for.
+// names. The first recording loads the libraries, not the program's start: they pull in more than
+// seventy others, a sixth of the program's memory.
 struct AvLibraries {
-    // Loads them at the first call, which takes some tens of milliseconds; on any thread. Throws
-    // QuorviError when they can't be loaded.
+    // Loads them at the first call (tens of milliseconds); any thread. Throws QuorviError if that
+    // fails.
     static const AvLibraries& get();
 
 #define QUORVI_AVCODEC_FUNCTIONS(F)    \

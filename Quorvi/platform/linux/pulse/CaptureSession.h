@@ -19,10 +19,9 @@ class AacFileWriter;
 class PulseRecordStream;
 class SpareAacWriter;
 
-// The work of one recording: the sound thread fills a buffer from the very first sample, the
-// encoder thread empties it into the file. Shared by the jobs on those threads, so that it lives
-// until the last of them is done. Every path ends with a job of the encoder that completes the file
-// or removes it.
+// One recording: the sound thread fills a buffer from the first sample on, the encoder thread
+// writes it to the file. Shared by the jobs on those threads, so it lives until the last one has
+// ended. The last job is always one of the encoder, which completes or removes the file.
 class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
 public:
     CaptureSession(PulseConnection& connection, Scheduler& scheduler, Executor& encoder,
@@ -32,10 +31,10 @@ public:
     // Main thread.
     void begin(std::filesystem::path file, AudioSettings settings);
     void stop();
-    // Ends a recording that never came to run and removes its file.
+    // Ends a recording that has not started and removes its file.
     void giveUp();
-    // Ends the recording with what has arrived. After the sound thread has run this, nothing more
-    // is asked of the encoder.
+    // Ends the recording with the samples that have arrived. The encoder gets no more after the
+    // sound thread has run this.
     void endNow();
     std::function<void(CaptureEnd)> onEnded;
 

@@ -12,12 +12,12 @@ namespace quorvi {
 class CaptureSession;
 class SpareAacWriter;
 
-// The microphone as the sound server offers it, recorded as AAC. A capture is worked on by three
-// threads: the main thread asks, the sound thread takes samples, and the encoder thread, the only
-// one that touches the file, encodes and writes them meanwhile.
+// The sound server's microphone, recorded as AAC. A capture uses three threads: the main thread
+// controls it, the sound thread takes samples, and the encoder thread, which alone touches the
+// file, encodes and writes them.
 //
-// Main thread. `connection` outlives it, and it outlives its captures. The destructor waits for the
-// file that is being completed.
+// Main thread. `connection` outlives it, and it outlives its captures. The destructor waits
+// until the last file is complete.
 class PulseAudioInput : public AudioInput {
 public:
     PulseAudioInput(PulseConnection& connection, Scheduler& scheduler);

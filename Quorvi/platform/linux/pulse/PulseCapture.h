@@ -7,7 +7,7 @@
 
 namespace quorvi {
 
-// One recording, as the main thread sees it; the work is done by its CaptureSession. Main thread.
+// The main thread's side of one recording; CaptureSession does the work.
 class PulseCapture : public AudioCapture {
 public:
     explicit PulseCapture(std::shared_ptr<CaptureSession> session);

@@ -12,26 +12,26 @@ struct pa_context;
 
 namespace quorvi {
 
-// The program's one connection to the sound server (PulseAudio, or PipeWire's service of the same
-// protocol). It connects at once, knows the microphones at any time so that a recording starts
-// without asking, and connects again when the server comes back: its socket's appearance is an
-// event, but bind() creates a socket before listen() makes it answer, and a server may be remote,
-// so attempts also follow each other at doubling pauses of at most 30 s. It never starts a server.
+// The program's only connection to the sound server (PulseAudio, or PipeWire's service with the
+// same protocol). Connects at once and tracks the microphones, so that a recording starts without a
+// query. Reconnects when the server's socket appears, and also at doubling intervals of up to 30 s:
+// bind() creates a socket before listen() makes it answer, and a server may be remote. Never starts
+// a server.
 //
-// Made and destroyed on the main thread; lives as long as the adapters that use it and their
-// captures and clips.
+// Created and destroyed on the main thread; outlives the adapters that use it, their captures and
+// their clips.
 class PulseConnection {
 public:
     // `server` in the notation of PULSE_SERVER; empty means the user's own.
     explicit PulseConnection(Scheduler& scheduler, std::string server = {});
     ~PulseConnection();
 
-    // Main thread. Whether there is a microphone, as last known; nothing before the first answer.
+    // Main thread. Whether there is a microphone, as last known; nullopt before the first answer.
     std::optional<bool> hasMicrophone() const;
     // Main thread. hasMicrophone() may have changed.
     Observable& changed();
-    // Main thread. Asks the server anew and reports on the main thread; a connection that is down
-    // is tried at once.
+    // Main thread. Queries the server and calls back on the main thread; reconnects at once if the
+    // connection is down.
     void refresh(std::function<void()> answered);
 
     // Any thread. Runs a job on the sound thread; the functions below are for that thread only.
@@ -42,13 +42,13 @@ public:
     // Null while there is no connection.
     pa_context* context() const;
 
-    // Reports, perhaps at once, whether there is a connection whose microphones are known. Without
-    // one, it is tried at once and reported when that has succeeded or failed.
+    // Calls back, perhaps at once, whether there is a connection whose microphones are known.
+    // Without one it first tries to connect.
     void whenReady(std::function<void(bool)> answer);
 
-    // The source to record from: the default one or, when that is a speaker's monitor, another.
+    // The source to record from: the default one, or another if that is a speaker's monitor.
     std::optional<std::string> microphone() const;
-    // Whether the source plays back what a speaker plays.
+    // Whether the source is a speaker's monitor.
     bool isMonitor(const std::string& source) const;
 
 private:

@@ -8,9 +8,8 @@
 
 namespace quorvi {
 
-// Whether the desktop lets the program hear: the sound server answers and has a microphone. Desktop
-// programs outside a sandbox are not asked for more than that. Main thread; `connection` outlives
-// it.
+// The microphone's permission: granted if the sound server answers and has a microphone, since a
+// desktop asks programs outside a sandbox for nothing more. Main thread; `connection` outlives it.
 class PulsePermissions : public SystemPermissions {
 public:
     PulsePermissions(PulseConnection& connection, Scheduler& scheduler);
@@ -18,8 +17,8 @@ public:
 
     MicrophoneAuthorization microphone() const override;
     void requestMicrophone(std::function<void()> answered) override;
-    // Starts the settings program of the running desktop, or else one that is installed. Without
-    // any, nothing happens.
+    // Starts the settings program of the running desktop, or else another that is installed. Does
+    // nothing if there is none.
     void openPrivacyPane(PrivacyPane pane) override;
 
 private:

@@ -13,13 +13,13 @@ struct pa_stream;
 
 namespace quorvi {
 
-// One recording stream from the microphone. Sound thread only, and made there as a shared_ptr. No
-// call blocks, and none waits for a server or a device that has fallen silent beyond a fixed limit.
+// One recording stream from the microphone. Sound thread only; created there as a shared_ptr. No
+// call blocks, and a silent server or device ends it after a fixed time.
 class PulseRecordStream : public std::enable_shared_from_this<PulseRecordStream> {
 public:
     struct Events {
         std::function<void(std::span<const std::int16_t>)> samples;
-        // The stream has come to its end, on its own or by drain(). The last call.
+        // The stream has ended, by itself or by drain(). The last call.
         std::function<void()> ended;
     };
 
@@ -29,7 +29,7 @@ public:
     PulseRecordStream& operator=(const PulseRecordStream&) = delete;
 
     void begin();
-    // Stops capturing, takes what the server has captured until now, and ends.
+    // Stops capturing, delivers what the server has captured so far, and ends.
     void drain();
 
 private:

@@ -9,9 +9,9 @@ struct pa_mainloop_api;
 
 namespace quorvi {
 
-// Tells when the sound server's socket appears, so that a server that comes back is found at once.
-// Watches the socket's folder, or the nearest folder above it that exists. A server that isn't
-// reached through a socket of this machine is not watched. Sound thread only.
+// Calls back when the sound server's socket appears, so that a restarted server is found at once.
+// Watches the socket's folder, or the nearest existing folder above it; not a server that has no
+// local socket. Sound thread only.
 class PulseServerWatch {
 public:
     PulseServerWatch(pa_mainloop_api* api, const std::filesystem::path& socket,
@@ -20,8 +20,8 @@ public:
     PulseServerWatch(const PulseServerWatch&) = delete;
     PulseServerWatch& operator=(const PulseServerWatch&) = delete;
 
-    // Where the server's socket is looked for: `server` in the notation of PULSE_SERVER, or, when
-    // empty, what the environment says. Empty when that is no socket of this machine.
+    // The path of the server's socket. `server` is in the notation of PULSE_SERVER; empty means the
+    // environment's. Empty if the server has no local socket.
     static std::filesystem::path socketPath(const std::string& server);
 
 private:

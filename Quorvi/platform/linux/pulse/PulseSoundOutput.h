@@ -7,10 +7,9 @@
 
 namespace quorvi {
 
-// Plays clips through the sound server. All clips share one playback stream, which is made by the
-// first clip that is played and paused while nothing sounds: starting it again is quicker than
-// making a stream, and a paused one costs nothing and lets the device sleep. So at most one clip
-// sounds at a time, and a clip that is played replaces the one before.
+// Plays clips through the sound server. All clips share one playback stream, which the first clip
+// creates and which is paused while nothing plays: resuming is faster than creating a stream, and a
+// paused one lets the device sleep. A clip that is played replaces the one before.
 //
 // Main thread. `connection` outlives it and its clips; clips may outlive it.
 class PulseSoundOutput : public SoundOutput {
@@ -18,7 +17,7 @@ public:
     explicit PulseSoundOutput(PulseConnection& connection);
     ~PulseSoundOutput() override;
 
-    // Throws QuorviError when the bytes are no 16-bit PCM WAV file.
+    // Throws QuorviError if the bytes are not a 16-bit PCM WAV file.
     std::unique_ptr<SoundClip> load(const Bytes& wav) override;
 
 private:

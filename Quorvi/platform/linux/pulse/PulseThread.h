@@ -9,11 +9,10 @@ struct pa_mainloop_api;
 
 namespace quorvi {
 
-// The thread on which everything is done that concerns the sound server: libpulse is not
-// thread-safe, and with a thread of its own no other thread ever waits for a lock that is held
-// while libpulse works. It sleeps while there is nothing to do.
+// The thread of all calls to libpulse, which is not thread-safe; so no other thread ever waits for
+// a lock that libpulse's work holds. Sleeps while there is nothing to do.
 //
-// run() is for any thread until the sound thread has ended, the rest for the sound thread itself.
+// run() is for any thread until the sound thread has ended, the rest for the sound thread.
 class PulseThread {
 public:
     PulseThread();
@@ -22,8 +21,8 @@ public:
     PulseThread& operator=(const PulseThread&) = delete;
 
     void run(std::function<void()> job);
-    // On the thread that made it, as does the destructor: runs the jobs that are queued, and those
-    // that they queue, and ends the thread.
+    // Runs the queued jobs, and those that they queue, then ends the thread. Belongs to the thread
+    // that created the object, like the destructor.
     void end();
 
     pa_mainloop_api* api() const;

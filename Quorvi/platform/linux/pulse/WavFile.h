@@ -16,7 +16,7 @@ struct PcmSound {
     double seconds() const { return static_cast<double>(samples.size()) / channels / sampleRate; }
 };
 
-// The content of a 16-bit PCM WAV file. Throws QuorviError for anything else.
+// Reads a 16-bit PCM WAV file. Throws QuorviError for anything else.
 PcmSound readWavFile(const Bytes& wav);
 
 }  // namespace quorvi

@@ -14,10 +14,9 @@ namespace quorvi::secrets {
 using Attributes = std::map<std::string, std::string>;
 using Paths = std::vector<std::string>;  // of objects on the bus
 
-// The Secret Service as one operation after another sees it. libsecret keeps the session in which
-// secrets are encrypted; the calls are made here, since its own neither end when the user dismisses
-// a prompt nor pass on a stop in the thread that they run in. The functions throw Failure. One
-// thread at a time.
+// The Secret Service, for one operation after another. libsecret keeps the encrypted session; calls
+// are made here, since libsecret's neither end when the user dismisses a prompt nor can be stopped
+// on the thread that they run on. The functions throw Failure. One thread at a time.
 class Service {
 public:
     Service() = default;
@@ -25,11 +24,11 @@ public:
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
 
-    // Where its operations run.
+    // The context of its operations.
     GMainContext* context() const { return context_.get(); }
 
-    // Connects, starts the service if need be, and notices that it is another one than before: the
-    // session went with the former one. Comes first in every operation.
+    // Connects, starts the service if necessary, and drops the session of a former service. The
+    // first step of every operation.
     void open(Operation& operation);
 
     struct Found {
@@ -38,15 +37,15 @@ public:
     };
     Found search(Operation& operation, const Attributes& attributes);
 
-    // The default collection if it is there and locked.
+    // The default collection if it exists and is locked.
     Paths lockedCollection(Operation& operation);
 
-    // Asks the user where that is needed.
+    // Asks the user if necessary.
     void unlock(Operation& operation, const Paths& paths);
 
     Secret secretOf(Operation& operation, const std::string& item);
     void setSecret(Operation& operation, const std::string& item, const Secret& secret);
-    // In the default collection, which is made when there is none.
+    // In the default collection, which is created if missing.
     void createItem(Operation& operation, const Attributes& attributes, const char* label,
                     const Secret& secret);
     void erase(Operation& operation, const std::string& item);

@@ -21,7 +21,7 @@ struct Failure {
     KeychainStatus status;
 };
 
-// What the service's, the bus's and the library's errors are reported as:
+// How errors of the service, the bus and the library are reported:
 //   userCanceled           the user dismissed the prompt, or the operation was stopped
 //   interactionNotAllowed  a locked collection
 //   itemNotFound           no such object
@@ -29,11 +29,11 @@ struct Failure {
 //   notAvailable           no bus, or nobody offers the service on it
 //   missingEntitlement     the bus's rules keep the service from this program
 //   ioError                the service ended, or did not answer, in the middle
-//   decode                 an answer that makes no sense
+//   decode                 an invalid answer
 //   internalComponent      anything else
 KeychainStatus statusOf(const GError& error);
 
-// The error of a call, which throws a Failure at the end of its statement if there is one:
+// Receives the error of a call and throws it as a Failure at the end of the statement:
 //     finish(result, Error())
 class Error {
 public:
@@ -47,9 +47,9 @@ private:
     GError* error_ = nullptr;
 };
 
-// One operation of the keychain, from its construction to its end on one thread. Its calls are
-// asynchronous ones in the keychain's context, so that a stop, which comes from another thread,
-// takes effect in this one, and the libraries see a single thread.
+// One operation of the keychain, on one thread. Its calls are asynchronous in the keychain's
+// context, so that a stop from another thread takes effect on this one, and the libraries see one
+// thread.
 class Operation {
 public:
     Operation(GMainContext* context, std::stop_token stop);
@@ -57,18 +57,18 @@ public:
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
-    // Begins a call, `start(cancellable, callback, data)`, and returns its result once it is there.
+    // Starts a call, `start(cancellable, callback, data)`, and waits for its result.
     template <class Start>
     GLibHandle<GAsyncResult> await(Start start) {
         start(cancellable_.get(), &Operation::answered, this);
         return result();
     }
 
-    // A method of an object on the bus, whose answer has the type. Throws Failure.
+    // Calls a method of an object on the bus; the answer must have the type. Throws Failure.
     Variant call(GDBusConnection* bus, const char* name, const char* path, const char* interface,
                  const char* method, GVariant* arguments, const char* answerType);
 
-    // Lets the context run until the condition holds. Throws Failure when the operation is stopped.
+    // Runs the context until the condition holds. Throws Failure if the operation is stopped.
     template <class Condition>
     void waitUntil(Condition condition) {
         while (!condition()) {

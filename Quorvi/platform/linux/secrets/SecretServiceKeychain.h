@@ -11,13 +11,13 @@ namespace secrets {
 class Service;
 }
 
-// The keychain of a Linux desktop: whichever program offers the Secret Service on the session's bus
-// (GNOME's keyring, KDE's wallet and others do), in its default collection. Secrets travel to it
-// encrypted, and are kept nowhere else when it isn't there. The two items of one query differ in
-// their attribute "synchronizable"; whether an item may leave this machine is in "accessible", for
-// whatever carries the user's collections from one to another. A service that has ended and begun
-// anew is found again at the next operation. See SecretServiceCall.h for what an error is reported
-// as.
+// The keychain of a Linux desktop: the default collection of the program that offers the Secret
+// Service on the session bus (GNOME's keyring, KDE's wallet and others). Secrets travel encrypted
+// and are never kept elsewhere. The two items of one query differ in the attribute
+// "synchronizable"; "accessible" says whether an item may leave this machine, for programs that
+// synchronise collections. A restarted service is found at the next operation. SecretServiceCall.h
+// lists how errors are reported. Any thread, one operation at a time; onChange() on the main
+// thread.
 class SecretServiceKeychain : public Keychain {
 public:
     explicit SecretServiceKeychain(Scheduler& scheduler);

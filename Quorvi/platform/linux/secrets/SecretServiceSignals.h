@@ -5,12 +5,12 @@
 
 namespace quorvi {
 
-// Hears from the Secret Service that something in it has changed: items and collections that come,
-// go, change, are locked or unlocked, and the service itself starting and ending. Each burst is
-// many calls. A thread of its own runs from construction to destruction, which waits for it.
+// Calls back when something in the Secret Service changes: items and collections that appear,
+// vanish, change, are locked or unlocked, and the service's start and end. One change brings many
+// calls. A thread of its own runs from construction to destruction, which waits for it.
 class SecretServiceSignals {
 public:
-    // `onSignal` is called on that thread, for the first time when nothing is missed any more.
+    // `onSignal` is called on that thread; the first time as soon as it is subscribed.
     explicit SecretServiceSignals(std::function<void()> onSignal);
     ~SecretServiceSignals();
 

@@ -6,19 +6,19 @@
 
 namespace quorvi {
 
-// What an entry for the desktop's menus and its autostart says of the program that it starts.
+// An entry of the desktop's menus or its autostart folder.
 struct DesktopEntry {
     std::string program;    // the first word of the command; a path, or a name to look for in PATH
     bool isHidden = false;  // deleted or disabled by the user
     bool showsHere = true;  // in the running desktop
 
-    // Nothing when the file can't be read or makes no sense. `desktops` is the value of
+    // Returns nullopt if the file can't be read or is not an entry. `desktops` is the value of
     // XDG_CURRENT_DESKTOP.
     static std::optional<DesktopEntry> read(const std::filesystem::path& file,
                                             const std::string& desktops);
 };
 
-// A path as the command of an entry: quoted, with nothing in it that means something else there.
+// Quotes a path as the command of an entry.
 std::string quotedForExec(const std::string& path);
 
 // The content of an entry that starts a program at login.

@@ -9,8 +9,8 @@ struct UserFolders {
     std::filesystem::path data;    // $XDG_DATA_HOME/Quorvi: what the user would miss
     std::filesystem::path config;  // $XDG_CONFIG_HOME/Quorvi: preferences
 
-    // From the environment. A variable that is empty or not an absolute path does not count;
-    // without HOME the account's folder does. Throws std::runtime_error when there is none either.
+    // From the environment. Ignores a variable that is empty or not an absolute path; without HOME
+    // the account's home folder counts. Throws std::runtime_error if there is none.
     static UserFolders find();
 };
 

@@ -9,10 +9,10 @@
 
 namespace quorvi {
 
-// The application's entry "quorvi.desktop" in the user's autostart folder. This copy of the program
-// is installed when an application entry of the same name starts it; a copy in a build folder has
-// none. An entry that the user has hidden, disabled or kept from this desktop counts as registered
-// and waiting for the user's approval, and is not overwritten. One thread at a time.
+// The entry "quorvi.desktop" in the user's autostart folder. Only a copy of the program that an
+// entry of the menus starts counts as installed, not one in a build folder. An entry that the user
+// has hidden, disabled or excluded from this desktop means requiresApproval and is not overwritten.
+// One thread at a time.
 class XdgLoginItem : public LoginItem {
 public:
     struct Places {
@@ -22,8 +22,8 @@ public:
         std::string desktops;                                 // XDG_CURRENT_DESKTOP
         std::string searchPath;                               // PATH
 
-        // As the environment says. To be asked at the beginning: the executable's path is no longer
-        // known once an update has replaced the file.
+        // From the environment. Call it at the start: the executable's path is lost once an update
+        // has replaced the file.
         static Places current();
     };
 

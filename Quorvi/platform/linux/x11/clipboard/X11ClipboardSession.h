@@ -16,29 +16,29 @@
 
 namespace quorvi {
 
-// The clipboard as long as one connection to the X server lasts: both halves of the traffic, and
-// who owns it. Changes are counted from the server's own announcements, which come in the order in
-// which it carried them out; so a write is counted once, exactly where it happened among those of
-// others. Used by the clipboard's thread only; every operation throws X11ConnectionLost.
+// The clipboard during one connection to the X server: reading, offering, and who owns it. Changes
+// are counted from the server's announcements, in the order of its changes, so that a write is
+// counted once, at its place among those of others. Clipboard thread; every operation throws
+// X11ConnectionLost.
 class X11ClipboardSession {
 public:
     X11ClipboardSession(const std::string& display, int wakeFd, X11ReadLimits limits,
                         std::atomic<std::int64_t>& changeCount, ClipboardKeeper& keeper);
 
     std::vector<PasteboardItem> read(const std::function<bool()>& abandoned);
-    // `afterwards` is what the clipboard is to hold after this program.
+    // `afterwards` is the clipboard's content after this program has ended.
     std::optional<std::int64_t> write(std::vector<PasteboardItem> items,
                                       const std::vector<PasteboardItem>& afterwards,
                                       std::optional<std::int64_t> expected);
     void restore(std::int64_t expected, std::vector<PasteboardItem> items);
 
-    // Readies the keeper for what was read, which is what will be given back.
+    // Gives the keeper what was read, since that will be restored.
     void prepareKeeper(const std::vector<PasteboardItem>& items) { keeper_.prepare(items); }
     bool isOffering() { return !offered().empty(); }
-    // False when we offer nothing.
+    // Returns false if we offer nothing.
     bool handOver();
 
-    // Serves others until `wakeFd` is written to.
+    // Serves other programs until `wakeFd` is readable.
     void wait();
 
 private:

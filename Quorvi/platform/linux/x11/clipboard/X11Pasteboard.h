@@ -11,15 +11,13 @@ namespace quorvi {
 
 class X11ClipboardSession;
 
-// The CLIPBOARD selection of an X server. Everything happens on a thread with a connection of its
-// own, so an owner that is slow or hangs holds up neither the main thread nor the programs that
-// read from us. The thread starts with the object and ends with it; what we offered is gone then.
-// The PRIMARY selection is never touched, and contents stay in memory.
+// The CLIPBOARD selection of an X server. Runs on a thread with a connection of its own, so that a
+// slow or hanging owner blocks neither the main thread nor the programs that read from us. Offers
+// end with the object, unless a keeper (see ClipboardKeeper) takes them over. Never touches the
+// PRIMARY selection; contents stay in memory.
 //
-// With a keeper (see ClipboardKeeper) the user's clipboard outlives this program, however it ends.
-//
-// Without a server operations fail, and each later one tries to connect again; the change count
-// then grows by one, since nobody knows what was missed.
+// Operations fail without a server, and each later one tries to reconnect; the change count then
+// grows by one, since changes may have been missed.
 class X11Pasteboard : public Pasteboard {
 public:
     struct Options {
@@ -41,11 +39,11 @@ public:
                                                 std::optional<std::int64_t> expected = {}) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
-    // Whether what is on the clipboard is this program's.
+    // Whether this program owns the clipboard.
     Task<bool> isOffering();
 
-    // Has the keeper take over what this program offers, which it does some milliseconds later.
-    // False when there is nothing to take over.
+    // Tells the keeper to take over this program's offer, which happens some milliseconds later.
+    // Resumes with false if there is no offer.
     Task<bool> handOver();
 
 private:

@@ -13,9 +13,9 @@
 
 namespace quorvi {
 
-// What a window's property holds.
+// The content of a window's property.
 struct X11Property {
-    std::uint32_t type = 0;  // 0 when there is no such property
+    std::uint32_t type = 0;  // 0 if there is no such property
     int format = 8;
     Bytes data;  // units of 16 and 32 bits in this machine's byte order
 };
@@ -46,7 +46,7 @@ class X11SelectionConnection {
 public:
     using Handler = std::function<void(const X11SelectionEvent&)>;
 
-    // `wakeFd` becoming readable ends a wait; it is emptied then. An empty `display` is $DISPLAY.
+    // wait() ends when `wakeFd` becomes readable, and empties it. An empty `display` is $DISPLAY.
     X11SelectionConnection(const std::string& display, int wakeFd);
 
     // Called for every event, in order, inside wait() and sync().
@@ -60,9 +60,9 @@ public:
     std::vector<std::uint32_t> atoms(const std::vector<std::string>& names);
     std::vector<std::string> names(const std::vector<std::uint32_t>& atoms);
 
-    // Handles the events that are there; without any, waits for some until `limit`.
+    // Handles the pending events; without any, waits for some until `limit`.
     void wait(TimePoint limit);
-    // Handles everything that the server did up to now.
+    // Handles all events of the server's work up to now.
     void sync();
     void flush();
 
@@ -75,15 +75,15 @@ public:
 
     // Reads a property whole and deletes it.
     X11Property takeProperty(std::uint32_t window, std::uint32_t property);
-    // The same, adding its data to what `whole` has. False when there is no such property.
+    // The same, appending its data to `whole`. Returns false if there is no such property.
     bool takeProperty(std::uint32_t window, std::uint32_t property, X11Property& whole);
     X11Property readProperty(std::uint32_t window, std::uint32_t property);
     void deleteProperty(std::uint32_t window, std::uint32_t property);
     void setProperty(std::uint32_t window, std::uint32_t property, std::uint32_t type, int format,
                      std::span<const std::uint8_t> data);
-    // Whether to hear of another client's window: its properties and its end.
+    // Turns on or off the events of another client's window: its properties and its destruction.
     void watch(std::uint32_t window, bool on);
-    // Tells a requestor of the outcome; property 0 is a refusal.
+    // Answers a request; property 0 refuses it.
     void answer(const X11SelectionEvent& request, std::uint32_t property);
 
 private:

@@ -17,18 +17,18 @@ struct X11ReadLimits {
     Duration total = std::chrono::seconds(3);     // for everything together
 };
 
-// The owner didn't answer within the limits.
+// Thrown if the owner does not answer within the limits.
 struct X11OwnerSilent {};
 
-// The requestor's half of the clipboard: copies everything that another program offers. A read
-// sees one owner's content only; when the clipboard changes hands meanwhile it starts over. Lives
-// as long as its connection, on the clipboard's thread.
+// Reads the clipboard: copies everything that another program offers. A read returns one owner's
+// content; it starts over when the owner changes meanwhile. Lives as long as its connection, on the
+// clipboard's thread.
 class X11SelectionReader {
 public:
     X11SelectionReader(X11SelectionConnection& connection, X11ReadLimits limits);
 
-    // Handles other events while it waits, so requests to us are served meanwhile. Throws
-    // X11OwnerSilent, and Cancelled when `abandoned` says so.
+    // Handles other events while it waits, so requests to us are served. Throws X11OwnerSilent, or
+    // Cancelled when `abandoned` returns true.
     std::vector<PasteboardItem> read(const std::function<bool()>& abandoned);
 
     void onReply(const X11SelectionEvent& event);
@@ -37,8 +37,8 @@ public:
 
 private:
     struct OwnerChanged {};
-    // Every request in flight has a property of its own. One whose answer was not waited for is
-    // never used again, so that a late answer can't be taken for another's.
+    // Each request has a property of its own. One whose answer did not arrive in time is never used
+    // again, so that a late answer can't be mistaken for another.
     struct Request {
         std::uint32_t target = 0;
         std::uint32_t property = 0;

@@ -11,20 +11,20 @@
 
 namespace quorvi {
 
-// The owner's half of the clipboard: answers other programs while the clipboard is ours, large data
-// in pieces (the INCR protocol). A transfer that has begun is finished even when the clipboard
-// belongs to somebody else by then. Lives as long as its connection, on the clipboard's thread.
+// Offers the clipboard: answers other programs while we own it, large data in pieces (the INCR
+// protocol). A transfer that has begun is completed even after the owner has changed. Lives as long
+// as its connection, on the clipboard's thread.
 class X11SelectionServer {
 public:
     explicit X11SelectionServer(X11SelectionConnection& connection);
 
-    // Asks the server for every name that the item needs, so that serve() waits for nothing.
+    // Fetches the atoms that the item needs, so that serve() does not wait.
     void prepare(const PasteboardItem& item);
-    // From now on offers a prepared item, owned since the server's time `since`.
+    // Starts offering a prepared item, owned since the server's time `since`.
     void serve(std::shared_ptr<const PasteboardItem> item, std::uint32_t since);
     void stopServing();
 
-    // What is offered; null when the clipboard is not ours.
+    // The item on offer; null if we do not own the clipboard.
     const std::shared_ptr<const PasteboardItem>& item() const { return item_; }
     std::uint32_t since() const { return since_; }
 
@@ -32,8 +32,8 @@ public:
     void onPropertyDeleted(const X11SelectionEvent& event);
     void onWindowDestroyed(std::uint32_t window);
 
-    // Gives up transfers whose requestors have not taken a piece for half a minute. Yields when to
-    // look again.
+    // Drops transfers whose requestors have not taken a piece for 30 s. Returns when to call it
+    // again.
     TimePoint dropStalled(TimePoint now);
 
 private:

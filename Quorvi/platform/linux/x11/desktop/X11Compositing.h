@@ -2,8 +2,8 @@
 
 namespace quorvi {
 
-// Whether a compositing manager runs on the display named in the environment, so that windows can
-// be translucent. Waits for the X server; any thread.
+// Whether a compositing manager runs on $DISPLAY, so that windows can be translucent. Waits for the
+// X server; any thread.
 bool x11IsComposited();
 
 }  // namespace quorvi

@@ -7,10 +7,10 @@
 
 namespace quorvi {
 
-// The session as the window manager and logind describe it. A thread of its own keeps the frontmost
-// application up to date from the window manager's properties and listens for sleep and wake;
-// questions are answered from what it last learnt. Created and destroyed on the main thread; the
-// scheduler must outlive it. A lost X connection is tried again every second.
+// The session as the window manager and logind describe it. A thread of its own tracks the
+// frontmost application by the window manager's properties and listens for sleep and wake; queries
+// return the last known state. Created and destroyed on the main thread; the scheduler must outlive
+// it. Tries a lost X connection again every second.
 class X11Workspace final : public Workspace {
 public:
     explicit X11Workspace(Scheduler& scheduler);

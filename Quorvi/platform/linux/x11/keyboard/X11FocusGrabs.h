@@ -10,39 +10,38 @@
 
 namespace quorvi {
 
-// Keeps declared key presses from the applications by grabbing them on the window that has the
-// keyboard focus, and follows the focus from window to window. On the focus window, because a grab
-// on the root window makes toolkits believe that they lost the focus while the key is held. Has a
-// connection of its own: the server hides raw events from a client whose grab is active.
+// Swallows declared key presses by grabbing them on the focus window, and follows the focus. A grab
+// on the root window would make toolkits believe that they lost the focus while the key is held.
+// Uses a connection of its own: the server hides raw events from a client whose grab is active.
 //
-// A grabbed press freezes the keyboard until this class has said where it goes, which it does
-// within the same turn. Held modifiers stay ours while a grabbed key is down: giving one back would
-// end the grab, and the key's repeats, now without its modifiers, would be typed into the
-// application. Any other key is given back, which ends the grab as well: should the swallowed key
-// be released right then, the application sees a release without a press and ignores it.
+// A grabbed press freezes the keyboard until this class allows events again, which it does within
+// the same turn. Modifiers stay grabbed while a grabbed key is down: replaying one would end the
+// grab, and the key's repeats, now without modifiers, would be typed into the application. Any
+// other key is replayed, which ends the grab, too; if the swallowed key is released just then, the
+// application ignores a release without a press.
 //
 // Input thread only.
 class X11FocusGrabs {
 public:
-    // `onRepeat` hears of every auto-repeat of a swallowed key. `catchUp` is asked to process all
-    // raw events that the server has sent.
+    // `onRepeat` is called for each auto-repeat of a swallowed key, `catchUp` to process all raw
+    // events that the server has sent.
     X11FocusGrabs(const X11PressedKeys& pressed, std::function<void(XKeycode)> onRepeat,
                   std::function<void()> catchUp);
 
     X11Connection& connection() { return connection_; }
 
-    // False when the server does not support this.
+    // Returns false if the server does not support this.
     bool start();
 
     void setLayout(const X11Layout& layout);
     void setSwallowed(std::vector<SwallowedKey> keys);
 
-    // Until resume() no key is grabbed, nor is the keyboard. On return the server has done it.
+    // Releases all grabs until resume(). The server has done so on return.
     void suspend();
     void resume();
 
-    // Processes what has arrived; false when there was nothing. The other one looks only at what
-    // some call to the server has read meanwhile.
+    // Processes the events that have arrived; returns false if there were none. The second one
+    // reads nothing from the server.
     bool processEvents();
     bool processQueuedEvents();
 
@@ -76,7 +75,7 @@ private:
     std::vector<SwallowedKey> keys_;
     std::vector<Grab> grabs_;
     xcb_atom_t activeWindowAtom_ = XCB_NONE;
-    xcb_window_t window_ = XCB_NONE;  // where the grabs are; none while suspended
+    xcb_window_t window_ = XCB_NONE;  // that has the grabs; XCB_NONE while suspended
     bool suspended_ = false;
     XKeycode activeKey_ = 0;      // the key whose grab is active
     std::bitset<256> swallowed_;  // keys whose press was swallowed

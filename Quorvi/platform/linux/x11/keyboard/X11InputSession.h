@@ -19,26 +19,25 @@
 
 namespace quorvi {
 
-// One life of the input hook: the thread that owns both connections to the server, from connecting
-// until the connection is lost or the object goes. One connection observes all devices (raw events
-// reach it whoever holds a grab) and posts our own events; the other one grabs. The thread does
-// nothing else, since a grabbed key freezes the user's keyboard until it has been dealt with.
+// The input hook during one connection to the server: the thread that owns both of its connections.
+// One observes all devices (raw events reach it whoever holds a grab) and posts our own events; the
+// other grabs. The thread does nothing else, since a grabbed key freezes the user's keyboard until
+// it is handled.
 //
-// Raw events carry neither modifiers nor repeats: flags are computed from the keys held, and the
-// repeats of swallowed keys come from the grabs.
+// Raw events have neither modifiers nor repeats: flags are computed from the held keys, repeats of
+// swallowed keys come from the grabs.
 class X11InputSession {
 public:
     // Called on the input thread, one event after the other.
     using Sink = std::function<void(const TapEvent&)>;
 
-    // Null when there is no server or it lacks an extension. `onLost` is called on the input
-    // thread, once, when the connection breaks.
-    // Keys that are to be swallowed are held back from the first moment on.
+    // Returns null if there is no server or it lacks an extension. `onLost` is called once, on the
+    // input thread, when the connection is lost. `swallowed` holds from the first moment.
     static std::unique_ptr<X11InputSession> start(Sink sink, std::function<void()> onLost,
                                                   std::vector<SwallowedKey> swallowed);
     ~X11InputSession();
 
-    // All of these are called on the main thread and return at once.
+    // For the main thread; return at once.
     bool isAlive() const { return alive_; }
     // `whenDone` is called on the input thread, in order with the events.
     void setEnabled(bool enabled, std::function<void()> whenDone);
@@ -49,9 +48,8 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    // A press or release that we have posted and whose raw event is still to come. Every client's
-    // synthetic events come from one and the same device; only the number of the request that made
-    // the event tells ours apart.
+    // A posted press or release whose raw event has not arrived yet. All clients' synthetic events
+    // come from one device; only the sequence number of the request tells ours apart.
     struct OwnEvent {
         std::uint32_t sequence;
         XKeycode keycode;

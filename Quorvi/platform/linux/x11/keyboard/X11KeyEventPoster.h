@@ -6,8 +6,8 @@ namespace quorvi {
 
 class X11KeyEventTap;
 
-// Posts through the input hook, since only the connection that made an event can recognise it.
-// Available while the hook's connection lives, enabled or not. Main thread; the tap outlives it.
+// Posts through the input hook, since only the connection that posted an event can recognise it.
+// Available while the hook is connected, enabled or not. Main thread; the tap outlives it.
 class X11KeyEventPoster final : public KeyEventPoster {
 public:
     explicit X11KeyEventPoster(X11KeyEventTap& tap);

@@ -12,10 +12,9 @@ namespace quorvi {
 class X11InputSession;
 
 // The input hook on an X server, over XInput 2 raw events and key grabs. Lives on the main thread;
-// a thread of its own talks to the server, and events come over through the scheduler, which must
-// outlive the tap. When the server goes away the handler gets tapDisabledByUserInput and isValid()
-// turns false; install() connects anew, to the display then named in the environment. Connecting is
-// the only thing that install() waits for.
+// a thread of its own talks to the server, and events arrive through the scheduler, which must
+// outlive the tap. When the server is lost the handler gets tapDisabledByUserInput and isValid()
+// becomes false; install() connects again, to the $DISPLAY of that moment, and waits only for that.
 class X11KeyEventTap final : public KeyEventTap {
 public:
     explicit X11KeyEventTap(Scheduler& scheduler);
@@ -30,8 +29,8 @@ public:
     bool keyIsDown(KeyCode keyCode) const override;
     bool buttonIsDown(std::int64_t button) const override;
 
-    // Posts Command-V and other keys as KeyEventPoster says. It happens on the hook's connection,
-    // which is how the hook knows its own events again.
+    // Posts keys for KeyEventPoster, on the hook's connection, so that the hook recognises its own
+    // events.
     void post(std::span<const TapEvent> events, pid_t pid);
 
 private:

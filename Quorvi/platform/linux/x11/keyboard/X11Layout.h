@@ -11,33 +11,33 @@
 
 namespace quorvi {
 
-// The keyboard layout in force, as the server describes it at one moment: what each key types in
-// each group, and which X modifier bit each modifier key sets. A plain value, for adapter sources.
+// The server's keyboard layout at one moment: what each key types in each group, and the X modifier
+// bit of each modifier key. A plain value, for adapter sources.
 class X11Layout {
 public:
-    // Before anything is known: every key is what its position says, no key sets a modifier.
+    // The default before fetch(): key codes by position, no modifiers.
     X11Layout();
 
-    // Asks the server, which must know the XKB extension on this connection. Nothing when the
-    // connection fails.
+    // Asks the server; the XKB extension must be in use on this connection. Returns nullopt if the
+    // connection is lost.
     static std::optional<X11Layout> fetch(const X11Connection& connection);
 
-    // The key's code: its position, except where the user made another key of it (Control in the
-    // place of Caps Lock, swapped Alt and Super): then the key that it has been made into.
+    // The key's code by its position, or that of the key which the user has made of it (Caps Lock
+    // as Control, swapped Alt and Super).
     KeyCode keyCodeOf(XKeycode keycode) const { return codes_[keycode]; }
 
     bool isCapsLock(XKeycode keycode) const;
 
-    // A key that acts as `keyCode`; the one at its own position when it still does.
+    // A key that acts as `keyCode`; preferably the one at its own position.
     XKeycode keycodeFor(KeyCode keyCode) const;
     std::vector<XKeycode> keycodesFor(KeyCode keyCode) const;
 
-    // The key that types `symbol` without further modifiers: in the group given if there is one,
-    // else in any other group. Applications resolve such a chord through that other group.
+    // The key that types `symbol` without modifiers in `group`, or else in any other group, through
+    // which applications resolve such a chord.
     std::optional<XKeycode> keyTyping(std::uint32_t symbol, int group) const;
 
-    // Every X modifier state that means exactly these standard modifiers, whatever the locks.
-    // Option alone has several when the right Alt key sets another bit than the left one.
+    // All X modifier states that mean exactly these standard modifiers, without the locks. Option
+    // has several if the right Alt key sets another bit than the left one.
     std::set<std::uint16_t> statesFor(std::uint64_t standardModifiers) const;
 
     std::uint16_t lockBits() const { return lockBits_; }

@@ -17,7 +17,7 @@ public:
     bool keyIsDown(KeyCode keyCode) const;
     bool buttonIsDown(std::int64_t button) const;
 
-    // The rest belongs to the input thread.
+    // The rest is for the input thread.
     void setCode(XKeycode keycode, KeyCode keyCode);
     void change(XKeycode keycode, bool down, std::uint32_t time, std::uint32_t sequence);
     void changeButton(std::int64_t button, bool down, std::uint32_t sequence);
@@ -25,14 +25,13 @@ public:
     bool isDown(XKeycode keycode) const;
     bool anythingIsDown() const;
 
-    // When the key was last pressed, in server time: equal for all the reports of one press.
+    // The server time of the last press; the same in all events of one press.
     std::uint32_t pressTime(XKeycode keycode) const { return pressTimes_[keycode]; }
 
-    // The flag bits of the keys held.
+    // The flag bits of the held keys.
     std::uint64_t flags() const;
 
-    // Takes over the server's own view, asked for by request `sequence`. Keys that have changed
-    // since that request are left as the later events said.
+    // Adopts the server's state as of request `sequence`, except for keys with later events.
     void reconcile(const std::uint8_t (&keymap)[32], bool anyButton, std::uint32_t sequence);
 
 private:
