@@ -15,7 +15,6 @@
 #include "Quorvi/app/composition/SyncComponents.h"
 #include "Quorvi/app/composition/Updates.h"
 #include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
@@ -121,8 +120,8 @@ private:
     // The settings that the command line sets.
     static std::vector<std::string_view> chosen(const CommandLine& options) {
         std::vector<std::string_view> keys;
-        if (options.shortcut) keys.push_back(preferenceKey::hotkey);
-        if (options.mode) keys.push_back(preferenceKey::mode);
+        if (options.shortcut) keys.push_back(setting::hotkey.key());
+        if (options.mode) keys.push_back(setting::mode.key());
         return keys;
     }
 
@@ -132,15 +131,14 @@ private:
             desktop_.environment(localKeys_, preferences_, *keyStore_, history_, corrections_);
         environment.accountSync = [this]() -> SyncControl& { return sync_->accountSync(); };
         environment.service =
-            serviceAddress(configured ? configured : preferences_.string("service").value_or(""));
+            serviceAddress(configured ? configured : settings_.get(setting::service));
         return environment;
     }
 
     // Opens the window for a new user.
     Task<void> noteLaunch() {
-        const bool launchedBefore =
-            preferences_.boolean(preferenceKey::hasLaunched).value_or(false);
-        preferences_.setBoolean(preferenceKey::hasLaunched, true);
+        const bool launchedBefore = settings_.get(setting::hasLaunchedQuorvi);
+        settings_.set(setting::hasLaunchedQuorvi, true);
         auto looking = keyStore_->refresh();
         const bool hasSavedKey = co_await looking;
         if (!launchedBefore && !hasSavedKey) openWindow();
@@ -200,6 +198,7 @@ private:
     PosixFileStore files_;
     SerialExecutor preferencesDisk_{"preferences"};
     PropertyListPreferences preferences_{files_, preferencesFile(), preferencesDisk_, scheduler_};
+    Settings settings_{preferences_};
     std::unique_ptr<KeyStore> keyStore_;
     std::unique_ptr<SerialExecutor::Hold> historyHold_ = desktop_.holdHistory();
     HistoryStore history_{desktop_.historyEnvironment(preferences_, historyFile())};

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "QuorviCore/shortcut/DictationMode.h"
+#include "QuorviCore/shortcut/Hotkey.h"
 
 namespace quorvi {
 

@@ -13,10 +13,8 @@ namespace quorvi {
 
 namespace {
 
-constexpr auto rulesKey = "savedTextCorrections";
-constexpr auto learningKey = "learnCorrectionsAutomatically";
-constexpr auto seededKey = "tarnelCorrectionsSeeded";
-constexpr auto eventsKey = "correctionLearningDiagnostics";
+const auto rulesKey = setting::savedTextCorrections.key();
+const auto eventsKey = setting::correctionLearningDiagnostics.key();
 constexpr std::size_t keptEvents = 24;
 
 bool haveDistinctIds(const std::vector<TextCorrection>& rules) {
@@ -34,9 +32,11 @@ bool isIdentical(const TextCorrection& a, const TextCorrection& b) {
 }  // namespace
 
 CorrectionStore::CorrectionStore(Preferences& defaults, Scheduler& clock)
-    : defaults_(defaults),
-      clock_(clock),
-      learnsAutomatically_(defaults.boolean(learningKey).value_or(true)) {
+    : defaults_(defaults), clock_(clock) {
+    learningObserver_ = settings_.onChange({&setting::learnCorrectionsAutomatically}, [this] {
+        changes_.notify();
+        if (onLearningChanged) onLearningChanged();
+    });
     load();
 }
 
@@ -152,7 +152,7 @@ void CorrectionStore::remove(const std::string& id) {
 
 std::vector<TextCorrection> CorrectionStore::learn(
     const TextCorrection& suggestion, const std::vector<TextCorrection>& appliedRules) {
-    if (!learnsAutomatically_ || persistenceError_) return {};
+    if (!learnsAutomatically() || persistenceError_) return {};
     std::vector<std::string> saved;
     const auto trySave = [&](TextCorrection rule) {
         const auto id = rule.id;
@@ -195,7 +195,7 @@ void CorrectionStore::explainNothingLearned(const TextCorrection& suggestion) {
 }
 
 void CorrectionStore::installTarnelCorrectionsIfNeeded() {
-    if (persistenceError_ || defaults_.boolean(seededKey) == true) return;
+    if (persistenceError_ || settings_.get(setting::tarnelCorrectionsSeeded)) return;
     auto rules = tarnelCorrections(clock_.date());
     std::erase_if(rules, [this](const auto& rule) {
         return findPhrase(TextCorrection::matchKey(rule.original)) != nullptr;
@@ -207,7 +207,7 @@ void CorrectionStore::installTarnelCorrectionsIfNeeded() {
         } catch (const std::exception&) {
         }
     }
-    defaults_.setBoolean(seededKey, true);
+    settings_.set(setting::tarnelCorrectionsSeeded, true);
 }
 
 // Replaces rules that are equivalent but differ in bytes, too; otherwise machines would keep
@@ -224,13 +224,6 @@ void CorrectionStore::setLearningStatus(Message status) {
     if (status == learningStatus_) return;
     learningStatus_ = std::move(status);
     changes_.notify();
-}
-
-void CorrectionStore::setLearnsAutomatically(bool learns) {
-    learnsAutomatically_ = learns;
-    defaults_.setBoolean(learningKey, learns);
-    changes_.notify();
-    if (onLearningChanged) onLearningChanged();
 }
 
 void CorrectionStore::recordLearningEvent(std::string_view code, std::string_view app,

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Quorvi/corrections/LearningEvent.h"
-#include "Quorvi/platform/Preferences.h"
+#include "Quorvi/settings/Settings.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/corrections/TextCorrections.h"
@@ -36,8 +36,12 @@ public:
     const Message& learningStatus() const { return learningStatus_; }
     void setLearningStatus(Message status);
 
-    bool learnsAutomatically() const { return learnsAutomatically_; }
-    void setLearnsAutomatically(bool learns);
+    bool learnsAutomatically() const {
+        return settings_.get(setting::learnCorrectionsAutomatically);
+    }
+    void setLearnsAutomatically(bool learns) {
+        settings_.set(setting::learnCorrectionsAutomatically, learns);
+    }
 
     // Each throws QuorviError with the sentence to show, and then changes nothing. save() adds the
     // rule at the front, or replaces the one with the same id in place.
@@ -88,13 +92,14 @@ private:
     void explainNothingLearned(const TextCorrection& suggestion);
 
     Preferences& defaults_;
+    Settings settings_{defaults_};
     Scheduler& clock_;
     Observable changes_;
     TextCorrections rules_;
     std::vector<Derived> derived_;  // one for each rule
     std::optional<Message> persistenceError_;
     Message learningStatus_ = say::readyToLearn();
-    bool learnsAutomatically_ = true;
+    Subscription learningObserver_;
 };
 
 }  // namespace quorvi

@@ -2,18 +2,16 @@
 
 #include <utility>
 
-#include "Quorvi/dictation/PreferenceKeys.h"
-
 namespace quorvi {
 
 namespace {
 
-// The stored value of an enumeration, `fallback` when it is absent or unknown.
-template <class T, class Parse>
-T stored(const Preferences& preferences, std::string_view key, Parse parse, T fallback) {
-    const auto raw = preferences.string(key);
-    if (!raw) return fallback;
-    return parse(*raw).value_or(fallback);
+// What the user has chosen, as opposed to what the program remembers.
+std::vector<const AnySetting*> chosenSettings() {
+    std::vector<const AnySetting*> chosen;
+    for (const auto* each : allSettings)
+        if (each->scope() != SettingScope::state) chosen.push_back(each);
+    return chosen;
 }
 
 }  // namespace
@@ -36,7 +34,9 @@ AppModel::AppModel(Environment environment)
                       environment_.corrections, hotkey_, permissions_, status_}),
       shortcutCapture_(environment_.localKeys, hotkey_) {
     environment_.corrections.installTarnelCorrectionsIfNeeded();
-    readPreferences();
+    environment_.preferences.remove(obsoleteSetting);
+    followSettings();
+    settingsObserver_ = settings_.onChange(chosenSettings(), [this] { followSettings(); });
     connectParts();
     session_.removeStaleRecordings();
     permissions_.start();
@@ -62,12 +62,13 @@ DictationSession::Environment AppModel::sessionEnvironment() {
             .status = status_,
             .options =
                 [this] {
-                    return TranscriptionOptions{DictationLanguage::automatic, transcriptionModel_,
-                                                vocabulary_};
+                    return TranscriptionOptions{DictationLanguage::automatic, transcriptionModel(),
+                                                vocabulary()};
                 },
             .soundStyle =
                 [this](RecordingCue cue) {
-                    return soundCuesEnabled_ ? soundStyle(cue) : RecordingSoundStyle::silent;
+                    return settings_.get(setting::soundCuesEnabled) ? soundStyle(cue)
+                                                                    : RecordingSoundStyle::silent;
                 }};
 }
 
@@ -76,26 +77,10 @@ AppModel::~AppModel() {
     environment_.corrections.onLearningChanged = nullptr;
 }
 
-void AppModel::readPreferences() {
-    auto& preferences = environment_.preferences;
-    recordingTheme_ = stored(preferences, preferenceKey::recordingTheme, recordingThemeFromRawValue,
-                             RecordingTheme::glass);
-    startSoundStyle_ = stored(preferences, preferenceKey::startSoundStyle,
-                              recordingSoundStyleFromRawValue, RecordingSoundStyle::classic);
-    stopSoundStyle_ = stored(preferences, preferenceKey::stopSoundStyle,
-                             recordingSoundStyleFromRawValue, RecordingSoundStyle::classic);
-    soundCuesEnabled_ = preferences.boolean(preferenceKey::soundCuesEnabled).value_or(true);
-    transcriptionModel_ = stored(preferences, preferenceKey::model, transcriptionModelFromRawValue,
-                                 TranscriptionModel::transcribe);
-    vocabulary_ = preferences.string(preferenceKey::vocabulary).value_or("");
-    preferences.remove(preferenceKey::obsoleteLanguage);
-
-    std::optional<Hotkey> shortcut;
-    if (const auto json = preferences.bytes(preferenceKey::hotkey))
-        shortcut = Hotkey::fromJson(textOf(*json));
-    hotkey_.setShortcut(shortcut.value_or(Hotkey::rightOption));
-    hotkey_.setMode(
-        stored(preferences, preferenceKey::mode, dictationModeFromRawValue, DictationMode::hold));
+void AppModel::followSettings() {
+    hotkey_.setShortcut(shortcut());
+    hotkey_.setMode(mode());
+    changed();
 }
 
 void AppModel::connectParts() {
@@ -109,7 +94,7 @@ void AppModel::connectParts() {
     };
     permissions_.onRefresh = [this] { session_.permissionsRefreshed(); };
     session_.onCancel = [this] { insertionTest_.cancel(); };
-    shortcutCapture_.onChosen = [this](Hotkey shortcut) { setShortcut(std::move(shortcut)); };
+    shortcutCapture_.onChosen = [this](const Hotkey& shortcut) { setShortcut(shortcut); };
     shortcutCapture_.onRefused = [this] { status_.say(say::unsuitableShortcut()); };
     hotkey_.onTransition = [this](bool down) { shortcutTransition(down); };
     hotkey_.onCancel = [this] { cancel(); };
@@ -126,53 +111,6 @@ void AppModel::shortcutTransition(bool down) {
         session_.shortcutChanged(down);
     else if (down)
         insertionTest_.run();
-}
-
-void AppModel::setMode(DictationMode mode) {
-    if (mode == hotkey_.mode()) return;
-    hotkey_.setMode(mode);
-    environment_.preferences.setString(preferenceKey::mode, std::string(rawValue(mode)));
-    changed();
-}
-
-void AppModel::setShortcut(Hotkey shortcut) {
-    if (shortcut == hotkey_.shortcut()) return;
-    environment_.preferences.setBytes(preferenceKey::hotkey, bytesOf(shortcut.toJson()));
-    hotkey_.setShortcut(std::move(shortcut));
-    changed();
-}
-
-void AppModel::setTranscriptionModel(TranscriptionModel model) {
-    if (model == transcriptionModel_) return;
-    environment_.preferences.setString(preferenceKey::model, std::string(rawValue(model)));
-    set(transcriptionModel_, model);
-}
-
-void AppModel::setVocabulary(std::string vocabulary) {
-    if (vocabulary == vocabulary_) return;
-    environment_.preferences.setString(preferenceKey::vocabulary, vocabulary);
-    set(vocabulary_, std::move(vocabulary));
-}
-
-void AppModel::setRecordingTheme(RecordingTheme theme) {
-    if (theme == recordingTheme_) return;
-    environment_.preferences.setString(preferenceKey::recordingTheme, std::string(rawValue(theme)));
-    set(recordingTheme_, theme);
-}
-
-void AppModel::setSoundStyle(RecordingCue cue, RecordingSoundStyle style) {
-    if (style == soundStyle(cue)) return;
-    const bool isStart = cue == RecordingCue::start;
-    environment_.preferences.setString(
-        isStart ? preferenceKey::startSoundStyle : preferenceKey::stopSoundStyle,
-        std::string(rawValue(style)));
-    set(isStart ? startSoundStyle_ : stopSoundStyle_, style);
-}
-
-void AppModel::setSoundCuesEnabled(bool enabled) {
-    if (enabled == soundCuesEnabled_) return;
-    environment_.preferences.setBoolean(preferenceKey::soundCuesEnabled, enabled);
-    set(soundCuesEnabled_, enabled);
 }
 
 void AppModel::correctionLearned(const TextCorrection& rule) {

@@ -1,10 +1,7 @@
 #pragma once
 
 #include <functional>
-#include <map>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "Quorvi/dictation/ApiKey.h"
 #include "Quorvi/dictation/DictationSession.h"
@@ -13,11 +10,10 @@
 #include "Quorvi/dictation/PasteLearning.h"
 #include "Quorvi/dictation/Permissions.h"
 #include "Quorvi/dictation/RecordingCue.h"
-#include "Quorvi/dictation/RecordingTheme.h"
 #include "Quorvi/dictation/ShortcutCapture.h"
 #include "Quorvi/dictation/WindowPage.h"
-#include "Quorvi/platform/Preferences.h"
 #include "Quorvi/platform/SyncControl.h"
+#include "Quorvi/settings/Settings.h"
 #include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
@@ -81,30 +77,23 @@ public:
     WindowPage selectedPage() const { return selectedPage_; }
     void setSelectedPage(WindowPage page) { set(selectedPage_, page); }
 
-    // Preferences; each is stored when it changes.
-    DictationMode mode() const { return hotkey_.mode(); }
-    void setMode(DictationMode mode);
-    const Hotkey& shortcut() const { return hotkey_.shortcut(); }
-    void setShortcut(Hotkey shortcut);
-    TranscriptionModel transcriptionModel() const { return transcriptionModel_; }
-    void setTranscriptionModel(TranscriptionModel model);
-    const std::string& vocabulary() const { return vocabulary_; }
-    void setVocabulary(std::string vocabulary);
-    RecordingTheme recordingTheme() const { return recordingTheme_; }
-    void setRecordingTheme(RecordingTheme theme);
-    RecordingSoundStyle soundStyle(RecordingCue cue) const {
-        return cue == RecordingCue::start ? startSoundStyle_ : stopSoundStyle_;
+    // Changes of the settings, wherever they come from, are told to observers, too.
+    Settings& settings() { return settings_; }
+    const Settings& settings() const { return settings_; }
+    DictationMode mode() const { return settings_.get(setting::mode); }
+    void setMode(DictationMode mode) { settings_.set(setting::mode, mode); }
+    Hotkey shortcut() const { return settings_.get(setting::hotkey); }
+    void setShortcut(const Hotkey& shortcut) { settings_.set(setting::hotkey, shortcut); }
+    TranscriptionModel transcriptionModel() const { return settings_.get(setting::model); }
+    void setTranscriptionModel(TranscriptionModel model) { settings_.set(setting::model, model); }
+    std::string vocabulary() const { return settings_.get(setting::vocabulary); }
+    void setVocabulary(const std::string& text) { settings_.set(setting::vocabulary, text); }
+    RecordingTheme recordingTheme() const { return settings_.get(setting::recordingTheme); }
+    void setRecordingTheme(RecordingTheme theme) { settings_.set(setting::recordingTheme, theme); }
+    RecordingSoundStyle soundStyle(RecordingCue cue) const { return settings_.get(soundOf(cue)); }
+    void setSoundStyle(RecordingCue cue, RecordingSoundStyle style) {
+        settings_.set(soundOf(cue), style);
     }
-    void setSoundStyle(RecordingCue cue, RecordingSoundStyle style);
-    bool soundCuesEnabled() const { return soundCuesEnabled_; }
-    void setSoundCuesEnabled(bool enabled);
-
-    // The settings that travel between the user's computers, and those that have come from another
-    // one. A received value that is missing, of another type or unknown is left out; the others
-    // change what differs from them, like a change of the user's.
-    using SyncSettings = std::map<std::string, PreferenceValue, std::less<>>;
-    SyncSettings syncSettings() const;
-    void applySyncSettings(const SyncSettings& settings);
 
     // One dictation. start() and finish() do nothing at the wrong time.
     void start() { session_.start(); }
@@ -159,11 +148,10 @@ public:
     GlobalHotkey& hotkey() { return hotkey_; }
 
 private:
-    struct SyncedSetting;
-
-    void readPreferences();
-    static const std::vector<SyncedSetting>& syncedSettings();
-    void receiveVocabulary(const std::string& text);
+    static const Setting<RecordingSoundStyle>& soundOf(RecordingCue cue) {
+        return cue == RecordingCue::start ? setting::startSoundStyle : setting::stopSoundStyle;
+    }
+    void followSettings();
     DictationSession::Environment sessionEnvironment();
     void connectParts();
     void shortcutTransition(bool down);
@@ -177,15 +165,10 @@ private:
     }
 
     Environment environment_;
+    Settings settings_{environment_.preferences};
     Observable changes_;
 
     WindowPage selectedPage_ = WindowPage::dictation;
-    RecordingTheme recordingTheme_ = RecordingTheme::glass;
-    RecordingSoundStyle startSoundStyle_ = RecordingSoundStyle::classic;
-    RecordingSoundStyle stopSoundStyle_ = RecordingSoundStyle::classic;
-    bool soundCuesEnabled_ = true;
-    TranscriptionModel transcriptionModel_ = TranscriptionModel::transcribe;
-    std::string vocabulary_;
 
     GlobalHotkey hotkey_;
     TextInsertion insertion_;
@@ -196,6 +179,7 @@ private:
     DictationSession session_;
     InsertionTest insertionTest_;
     ShortcutCapture shortcutCapture_;
+    Subscription settingsObserver_;
     Subscription sleepObserver_;
 };
 

@@ -57,44 +57,6 @@ void appendLittleEndian(Bytes& bytes, std::uint32_t value, int size) {
 
 }  // namespace
 
-std::string_view rawValue(RecordingSoundStyle style) {
-    switch (style) {
-        case RecordingSoundStyle::classic:
-            return "classic";
-        case RecordingSoundStyle::soft:
-            return "soft";
-        case RecordingSoundStyle::chime:
-            return "chime";
-        case RecordingSoundStyle::click:
-            return "click";
-        case RecordingSoundStyle::silent:
-            break;
-    }
-    return "silent";
-}
-
-std::string_view title(RecordingSoundStyle style) {
-    switch (style) {
-        case RecordingSoundStyle::classic:
-            return "Classic";
-        case RecordingSoundStyle::soft:
-            return "Soft";
-        case RecordingSoundStyle::chime:
-            return "Chime";
-        case RecordingSoundStyle::click:
-            return "Click";
-        case RecordingSoundStyle::silent:
-            break;
-    }
-    return "Silent";
-}
-
-std::optional<RecordingSoundStyle> recordingSoundStyleFromRawValue(std::string_view raw) {
-    for (auto style : allRecordingSoundStyles)
-        if (raw == rawValue(style)) return style;
-    return std::nullopt;
-}
-
 std::string_view rawValue(RecordingCue cue) {
     return cue == RecordingCue::start ? "start" : "stop";
 }

@@ -2,24 +2,13 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "QuorviCore/base/Bytes.h"
+#include "QuorviCore/settings/RecordingSoundStyle.h"
 
 namespace quorvi {
-
-// How the recording sounds are voiced. Stored by its raw value, for the start and for the stop cue.
-enum class RecordingSoundStyle { classic, soft, chime, click, silent };
-
-inline constexpr std::array allRecordingSoundStyles{
-    RecordingSoundStyle::classic, RecordingSoundStyle::soft, RecordingSoundStyle::chime,
-    RecordingSoundStyle::click, RecordingSoundStyle::silent};
-
-std::string_view rawValue(RecordingSoundStyle style);
-std::string_view title(RecordingSoundStyle style);
-std::optional<RecordingSoundStyle> recordingSoundStyleFromRawValue(std::string_view raw);
 
 // The two moments of a recording that a sound marks.
 enum class RecordingCue { start, stop };

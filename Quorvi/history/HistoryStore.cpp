@@ -7,8 +7,6 @@ namespace quorvi {
 
 namespace {
 
-constexpr auto keepTranscriptsKey = "keepTranscripts";
-constexpr auto retentionKey = "transcriptRetention";
 
 Task<void> putOnClipboard(Pasteboard& pasteboard, std::string text) {
     auto writing = pasteboard.writeText(std::move(text), TranscriptVisibility::everywhere);
@@ -59,26 +57,28 @@ HistoryStore::HistoryStore(Environment environment)
                   scheduler.post([report, revision, saved] { report(revision, saved); });
               }),
       tasks_(environment_.scheduler) {
-    readPreferences();
+    keepingObserver_ =
+        settings_.onChange({&setting::keepTranscripts}, [this] { changes_.notify(); });
+    retentionObserver_ = settings_.onChange({&setting::transcriptRetention}, [this] {
+        changes_.notify();
+        prune(environment_.scheduler.date());
+    });
     load();
 }
 
 HistoryStore::~HistoryStore() = default;
 
-void HistoryStore::readPreferences() {
+TranscriptRetention HistoryStore::retention() const {
     const auto& preferences = environment_.preferences;
-    keepTranscripts_ = preferences.boolean(keepTranscriptsKey).value_or(true);
-    if (const auto raw = preferences.integer(retentionKey))
-        retention_ =
-            transcriptRetentionFromRawValue(*raw).value_or(TranscriptRetention::ninetyDays);
-    else if (!preferences.couldBeRead())
-        retention_ =
-            TranscriptRetention::forever;  // the user's choice is unknown, a text gone is gone
+    // A text that is gone is gone.
+    if (!preferences.couldBeRead() && !preferences.integer(setting::transcriptRetention.key()))
+        return TranscriptRetention::forever;
+    return settings_.get(setting::transcriptRetention);
 }
 
 void HistoryStore::load() {
     loading_ =
-        std::make_shared<Loading>(HistoryFile(environment_.files, environment_.path), retention_,
+        std::make_shared<Loading>(HistoryFile(environment_.files, environment_.path), retention(),
                                   environment_.scheduler.date(), environment_.calendar());
     auto report = lifetime_.guard([this, loading = loading_] { loaded(*loading); });
     environment_.executor.run(
@@ -121,7 +121,7 @@ void HistoryStore::apply(Change change) {
 void HistoryStore::record(const std::string& text, double duration, const std::string& appName,
                           const std::string& language, TranscriptionModel model, Date date) {
     auto record = DictationRecord::make(Uuid::random(), date, text, duration, appName, language,
-                                        keepTranscripts_, DictationCostEstimate::of(model));
+                                        keepTranscripts(), DictationCostEstimate::of(model));
     if (record.wordCount == 0) return;
     if (isLoading()) changesWhileLoading_.emplace_back(record);
     setRecords(retained(records_.prepending(std::move(record)), date));
@@ -174,21 +174,8 @@ void HistoryStore::flush() {
     writer_.flush();
 }
 
-void HistoryStore::setKeepTranscripts(bool keep) {
-    keepTranscripts_ = keep;
-    environment_.preferences.setBoolean(keepTranscriptsKey, keep);
-    changes_.notify();
-}
-
-void HistoryStore::setRetention(TranscriptRetention retention) {
-    retention_ = retention;
-    environment_.preferences.setInteger(retentionKey, rawValue(retention));
-    changes_.notify();
-    prune(environment_.scheduler.date());
-}
-
 DictationRecords HistoryStore::retained(const DictationRecords& records, Date now) const {
-    return applyingRetention(records, retention_, now, environment_.calendar());
+    return applyingRetention(records, retention(), now, environment_.calendar());
 }
 
 void HistoryStore::setRecords(DictationRecords records) {

@@ -12,7 +12,7 @@
 #include "Quorvi/history/HistoryWriter.h"
 #include "Quorvi/platform/FileStore.h"
 #include "Quorvi/platform/Pasteboard.h"
-#include "Quorvi/platform/Preferences.h"
+#include "Quorvi/settings/Settings.h"
 #include "QuorviCore/async/Executor.h"
 #include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/async/Observable.h"
@@ -62,10 +62,13 @@ public:
     const std::optional<Message>& persistenceError() const { return persistenceError_; }
 
     // Whether new records keep their text.
-    bool keepTranscripts() const { return keepTranscripts_; }
-    void setKeepTranscripts(bool keep);
-    TranscriptRetention retention() const { return retention_; }
-    void setRetention(TranscriptRetention retention);
+    bool keepTranscripts() const { return settings_.get(setting::keepTranscripts); }
+    void setKeepTranscripts(bool keep) { settings_.set(setting::keepTranscripts, keep); }
+    // How long texts are kept: forever if the user's choice could not be read.
+    TranscriptRetention retention() const;
+    void setRetention(TranscriptRetention retention) {
+        settings_.set(setting::transcriptRetention, retention);
+    }
 
     // `text` is the final inserted text, `duration` the length of the recording in seconds,
     // `language` the raw value of the DictationLanguage. Texts without words are not recorded.
@@ -96,7 +99,6 @@ private:
     using Change = std::variant<DictationRecord, Uuid, Clearing>;
     struct Loading;
 
-    void readPreferences();
     void load();
     void loaded(Loading& loading);
     void apply(Change change);
@@ -107,11 +109,10 @@ private:
     void written(std::uint64_t revision, bool saved);
 
     Environment environment_;
+    Settings settings_{environment_.preferences};
     Observable changes_;
     DictationRecords records_;
     std::optional<Message> persistenceError_;
-    bool keepTranscripts_ = true;
-    TranscriptRetention retention_ = TranscriptRetention::ninetyDays;
 
     Phase phase_ = Phase::loading;
     std::vector<Change> changesWhileLoading_;
@@ -120,6 +121,7 @@ private:
     std::uint64_t revision_ = 0;  // of the last scheduled write
     Lifetime lifetime_;
     HistoryWriter writer_;
+    Subscription keepingObserver_, retentionObserver_;
     TaskScope tasks_;
 };
 

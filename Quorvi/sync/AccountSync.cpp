@@ -21,7 +21,7 @@ AccountSync::AccountSync(Environment environment)
       updater_(stores_, archive_, capture_, scheduler_, tasks_),
       items_(archive_, capture_, updater_, scheduler_),
       session_(sessionEnvironment(environment.database),
-               stores_.preferences.boolean(enabledKey).value_or(true)),
+               Settings(stores_.preferences).get(setting::iCloudSyncEnabled)),
       tasks_(scheduler_) {
     if (!enabled()) status_ = say::syncOff();
     connectParts();
@@ -109,7 +109,7 @@ void AccountSync::noteSaved() {
 void AccountSync::setEnabled(bool enabled) {
     if (enabled == session_.isEnabled()) return;
     session_.setEnabled(enabled);
-    stores_.preferences.setBoolean(enabledKey, enabled);
+    Settings(stores_.preferences).set(setting::iCloudSyncEnabled, enabled);
     changes_.notify();
 }
 

@@ -27,8 +27,6 @@ namespace quorvi {
 // are compared, on the executor. Lives as long as the process; call shutdown() before destruction.
 class AccountSync final : public SyncControl {
 public:
-    static constexpr std::string_view enabledKey = "iCloudSyncEnabled";
-
     // Everything in it outlives AccountSync.
     struct Environment {
         SyncedStores stores;

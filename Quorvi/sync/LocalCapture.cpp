@@ -4,7 +4,6 @@
 #include <span>
 #include <utility>
 
-#include "Quorvi/dictation/PreferenceKeys.h"
 #include "QuorviCore/async/Async.h"
 
 namespace quorvi {
@@ -14,6 +13,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto preferencesDelay = 300ms;
+
+// Stored from the first launch until the archive has the values that launch began with.
+const auto seedingKey = setting::iCloudSyncSeeding.key();
 
 }  // namespace
 
@@ -28,7 +30,7 @@ LocalCapture::LocalCapture(const SyncedStores& stores, GuardedArchive& archive,
     // True in the first launch itself, false in a later one that has to make up for it.
     auto& preferences = stores_.preferences;
     const bool wasCutShort = preferences.contains(seedingKey);
-    seeds_ = wasCutShort || !preferences.boolean(preferenceKey::hasLaunched).value_or(false);
+    seeds_ = wasCutShort || !Settings(preferences).get(setting::hasLaunchedQuorvi);
     if (seeds_) preferences.setBoolean(seedingKey, !wasCutShort);
 }
 

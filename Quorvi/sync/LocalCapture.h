@@ -21,9 +21,6 @@ namespace quorvi {
 // part of AccountSync, whose task scope and other parts outlive the tasks started here.
 class LocalCapture {
 public:
-    // Stored from the first launch until the archive has the values that launch began with.
-    static constexpr std::string_view seedingKey = "iCloudSyncSeeding";
-
     // `chosen`: keys of the settings that the user has chosen with this launch. They count as edits
     // even if it is the first launch.
     LocalCapture(const SyncedStores& stores, GuardedArchive& archive, Scheduler& scheduler,

@@ -60,7 +60,7 @@ Task<void> StoreUpdater::tryToUpdate(std::stop_token stop) {
 
 void StoreUpdater::commit(const StoreUpdate& update) {
     const Activity::Running writing(capture_.busy());
-    if (update.settings) stores_.applySettings(*update.settings);
+    if (update.settings) Settings(stores_.preferences).apply(*update.settings);
     if (update.recordsDiffer) stores_.history.replaceFromSync(update.records);
     if (update.rules) stores_.corrections.replaceFromSync(*update.rules);
 

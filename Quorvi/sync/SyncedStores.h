@@ -4,7 +4,7 @@
 
 #include "Quorvi/corrections/CorrectionStore.h"
 #include "Quorvi/history/HistoryStore.h"
-#include "Quorvi/platform/Preferences.h"
+#include "Quorvi/settings/Settings.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
 
 namespace quorvi {
@@ -14,9 +14,6 @@ struct SyncedStores {
     HistoryStore& history;
     CorrectionStore& corrections;
     Preferences& preferences;
-    // Reads and replaces the settings that are synchronised.
-    std::function<LocalSnapshot::Settings()> settings;
-    std::function<void(const LocalSnapshot::Settings&)> applySettings;
     // True while values must not change: during a dictation, and while a shortcut is being chosen.
     std::function<bool()> areInUse;
 
@@ -25,7 +22,9 @@ struct SyncedStores {
         return !history.isLoading() && !history.persistenceError() &&
                !corrections.persistenceError() && preferences.couldBeRead();
     }
-    LocalSnapshot snapshot() const { return {history.records(), corrections.rules(), settings()}; }
+    LocalSnapshot snapshot() const {
+        return {history.records(), corrections.rules(), Settings(preferences).travelling()};
+    }
 };
 
 }  // namespace quorvi

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Quorvi/settings/Settings.h"
 #include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/identity/BundleIdentifier.h"
@@ -12,8 +13,6 @@ namespace quorvi {
 namespace {
 
 using Status = KeychainStatus;
-
-constexpr auto syncKey = "syncAPIKey";
 
 template <Sentence id>
 QuorviError failure(const SentenceMaker<id>& sentence, Status status) {
@@ -162,7 +161,7 @@ KeychainStore::~KeychainStore() {
 }
 
 bool KeychainStore::syncIsChosen() const {
-    return preferences_.boolean(syncKey).value_or(false);
+    return Settings(preferences_).get(setting::syncAPIKey);
 }
 
 void KeychainStore::setHasKey(bool hasKey) {
@@ -252,7 +251,7 @@ Task<void> KeychainStore::setSyncEnabled(bool on) {
                                      Items(keychain, stop).setSyncEnabled(on);
                                  });
     co_await changing;
-    preferences_.setBoolean(syncKey, on);
+    Settings(preferences_).set(setting::syncAPIKey, on);
 }
 
 }  // namespace quorvi

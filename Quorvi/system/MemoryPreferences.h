@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,16 +13,9 @@ namespace quorvi {
 // die with the object.
 class MemoryPreferences : public Preferences {
 public:
-    std::optional<std::string> string(std::string_view key) const override;
-    std::optional<bool> boolean(std::string_view key) const override;
-    std::optional<std::int64_t> integer(std::string_view key) const override;
-    std::optional<Bytes> bytes(std::string_view key) const override;
-    bool contains(std::string_view key) const override;
-
-    void setString(std::string_view key, std::string value) override;
-    void setBoolean(std::string_view key, bool value) override;
-    void setInteger(std::string_view key, std::int64_t value) override;
-    void setBytes(std::string_view key, Bytes value) override;
+    std::optional<SettingValue> value(std::string_view key) const override;
+    bool contains(std::string_view key) const override { return values_.contains(key); }
+    void set(std::string_view key, SettingValue value) override;
     void remove(std::string_view key) override;
 
     bool couldBeRead() const override { return couldBeRead_; }
@@ -40,11 +32,7 @@ public:
     [[nodiscard]] Subscription onChange(std::function<void()> observer) override;
 
 private:
-    template <class T>
-    std::optional<T> find(std::string_view key) const;
-    void set(std::string_view key, PreferenceValue value);
-
-    std::map<std::string, PreferenceValue, std::less<>> values_;
+    SettingValues values_;
     bool couldBeRead_ = true;
     Observable changes_;
 };

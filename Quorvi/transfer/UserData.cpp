@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "Quorvi/transfer/StoredSettings.h"
+#include "Quorvi/settings/Settings.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
 #include "QuorviCore/sync/SyncDocument.h"
 
@@ -56,7 +56,7 @@ UserData::UserData(const Places& places, Access access)
         fail("What the synchronisation has kept could not be read", error);
     }
     // As the program would at its next start: what the synchronisation has not seen yet is new.
-    const LocalSnapshot now(records_, corrections_.rules(), storedSettings(preferences_));
+    const LocalSnapshot now(records_, corrections_.rules(), Settings(preferences_).travelling());
     const bool isNew = state_.ledger.items().empty();
     changed_ =
         state_.ledger.capture(now.changesFrom(state_.ledger), isNew, places.scheduler.date());
@@ -114,7 +114,7 @@ void UserData::save() {
         }
         records_ = update.records;
     }
-    if (update.settings) storeSettings(preferences_, *update.settings);
+    if (update.settings) Settings(preferences_).apply(*update.settings);
     if (update.rules) corrections_.replaceFromSync(*update.rules);
     preferences_.flush();
     if (const auto problem = preferences_.persistenceError()) throw std::runtime_error(*problem);

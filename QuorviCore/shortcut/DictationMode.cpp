@@ -6,8 +6,8 @@ std::string_view rawValue(DictationMode mode) {
     return mode == DictationMode::hold ? "hold" : "toggle";
 }
 
-std::string_view title(DictationMode mode) {
-    return mode == DictationMode::hold ? "Hold to talk" : "Press to toggle";
+Message title(DictationMode mode) {
+    return mode == DictationMode::hold ? say::modeHold() : say::modeToggle();
 }
 
 std::optional<DictationMode> dictationModeFromRawValue(std::string_view raw) {

@@ -2,10 +2,9 @@
 
 #include <array>
 #include <optional>
-#include <string>
 #include <string_view>
 
-#include "QuorviCore/shortcut/Hotkey.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
@@ -15,7 +14,7 @@ enum class DictationMode { hold, toggle };
 inline constexpr std::array allDictationModes{DictationMode::hold, DictationMode::toggle};
 
 std::string_view rawValue(DictationMode mode);
-std::string_view title(DictationMode mode);
+Message title(DictationMode mode);
 std::optional<DictationMode> dictationModeFromRawValue(std::string_view raw);
 
 enum class DictationAction { none, start, finish };

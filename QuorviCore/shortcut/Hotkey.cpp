@@ -1,8 +1,6 @@
 #include "QuorviCore/shortcut/Hotkey.h"
 
 #include <rapidjson/document.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include <algorithm>
 #include <array>
@@ -106,21 +104,7 @@ std::optional<Hotkey> Hotkey::keyCombination(KeyCode code, std::uint64_t flags,
     return Hotkey{code, flags & standardModifierMask, std::move(label)};
 }
 
-std::string Hotkey::toJson() const {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    writer.StartObject();
-    writer.Key("keyCode");
-    writer.Uint(keyCode);
-    writer.Key("modifiers");
-    writer.Uint64(modifiers);
-    writer.Key("label");
-    writer.String(label.data(), static_cast<rapidjson::SizeType>(label.size()));
-    writer.EndObject();
-    return {buffer.GetString(), buffer.GetSize()};
-}
-
-std::optional<std::string> Hotkey::toCanonicalJson() const {
+std::optional<std::string> Hotkey::toJson() const {
     if (!text::isValidUtf8(label)) return std::nullopt;
     std::string out = R"({"keyCode":)";
     json::appendNumber(out, keyCode);

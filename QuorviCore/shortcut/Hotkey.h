@@ -74,12 +74,10 @@ struct Hotkey {
     static std::optional<Hotkey> keyCombination(KeyCode keyCode, std::uint64_t flags,
                                                 const std::optional<std::string>& characters);
 
-    // The stored form: an object with exactly "keyCode", "modifiers" and "label". Decoding yields
-    // nothing when a key is missing or of another type.
-    std::string toJson() const;
-    // The same with sorted keys, so that equal shortcuts give equal bytes on every computer;
-    // nothing when the label is not well-formed.
-    std::optional<std::string> toCanonicalJson() const;
+    // The stored form: an object with the sorted keys "keyCode", "label" and "modifiers", so that
+    // equal shortcuts are equal bytes on every machine. nullopt if the label is not valid UTF-8.
+    std::optional<std::string> toJson() const;
+    // nullopt if a key is missing or its value has the wrong type.
     static std::optional<Hotkey> fromJson(std::string_view json);
 
     bool operator==(const Hotkey&) const = default;

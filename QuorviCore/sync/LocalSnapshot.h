@@ -2,15 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
-#include <string>
 #include <string_view>
-#include <variant>
 
-#include "QuorviCore/base/Bytes.h"
 #include "QuorviCore/corrections/TextCorrections.h"
 #include "QuorviCore/history/DictationRecords.h"
+#include "QuorviCore/settings/SettingValue.h"
 #include "QuorviCore/sync/SyncLedger.h"
 
 namespace quorvi {
@@ -28,8 +25,8 @@ inline constexpr std::string_view setting = "setting:";
 // A value that can't be encoded is left out.
 class LocalSnapshot {
 public:
-    using Setting = std::variant<std::string, bool, std::int64_t, Bytes>;
-    using Settings = std::map<std::string, Setting, std::less<>>;
+    using Setting = SettingValue;
+    using Settings = SettingValues;
 
     LocalSnapshot() = default;
     LocalSnapshot(DictationRecords records, TextCorrections rules, Settings settings);

@@ -230,6 +230,7 @@ TEST_F(CorrectionStoreTest, SaysWhyNothingWasLearned) {
     EXPECT_TRUE(statusAfter(different).isEmpty());
     EXPECT_EQ(list(), "");
     EXPECT_FALSE(CorrectionStore(defaults, clock).learnsAutomatically());
+    store().onLearningChanged = nullptr;
     defaults.setString("learnCorrectionsAutomatically", "no");
     EXPECT_TRUE(CorrectionStore(defaults, clock).learnsAutomatically());
 }

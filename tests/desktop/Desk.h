@@ -69,9 +69,9 @@ protected:
 
     // Before Quorvi starts, so that it holds the key back from its first moment on.
     void useShortcut(const Hotkey& shortcut, DictationMode mode = DictationMode::hold) {
-        const auto json = shortcut.toJson();
-        preferences.setBytes("hotkey", Bytes(json.begin(), json.end()));
-        preferences.setString("mode", std::string(rawValue(mode)));
+        Settings settings(preferences);
+        settings.set(setting::hotkey, shortcut);
+        settings.set(setting::mode, mode);
     }
 
     // Starts Quorvi and waits until it is ready to dictate.

@@ -70,7 +70,7 @@ TEST_F(DictationTest, TheStartCueItselfIsNotTakenForSpeech) {
     EXPECT_EQ(stageAfterAWord(), Stage::transcribing);
     model->cancel();
     model->setSoundStyle(RecordingCue::start, RecordingSoundStyle::soft);
-    model->setSoundCuesEnabled(false);
+    model->settings().set(setting::soundCuesEnabled, false);
     EXPECT_EQ(stageAfterAWord(), Stage::transcribing);
 }
 
@@ -295,7 +295,11 @@ TEST_F(DictationTest, AFixOfThePastedTextIsLearnedAndShown) {
 
     const std::pair<const char*, std::function<void()>> endings[] = {
         {"cancelled", [this] { model->cancel(); }},
-        {"learning switched", [this] { corrections.setLearnsAutomatically(true); }},
+        {"learning switched",
+         [this] {
+             corrections.setLearnsAutomatically(false);
+             corrections.setLearnsAutomatically(true);
+         }},
         {"shut down", [this] { model->shutdown(); }}};
     for (const auto& [name, end] : endings) {
         SCOPED_TRACE(name);

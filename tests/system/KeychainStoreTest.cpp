@@ -79,7 +79,7 @@ TEST_F(KeychainStoreTest, SwitchingTheCopyOffKeepsTheKeyBeforeItDeletesTheCopy) 
     EXPECT_EQ(keychain.journal,
               (Steps{"exists sync", "exists sync", "read sync", "update", "remove sync"}));
     EXPECT_EQ(keychain.items, (Items{{false, "sk-new"}}));
-    EXPECT_EQ(preferences.boolean("syncAPIKey"), false);
+    EXPECT_FALSE(preferences.boolean("syncAPIKey").value_or(false));
 
     keychain.items.clear();
     EXPECT_EQ(setSync(true), "done") << "nothing to copy";

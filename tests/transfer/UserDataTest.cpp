@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Quorvi/transfer/StoredSettings.h"
 #include "QuorviCore/transfer/ExportDocument.h"
 #include "tests/fakes/FakeCloudDatabase.h"
 #include "tests/sync/SyncMachine.h"
@@ -66,8 +65,6 @@ TEST_F(UserDataTest, TakesEverythingToAnotherMachineWithItsStamps) {
     // Beside the running program, and when it has ended.
     const auto values = one.values();
     const auto early = exported(one);
-    // A setting that only one of the two knew of would pass for deleted.
-    EXPECT_EQ(storedSettings(one.preferences), one.model->syncSettings());
     quit(one);
     EXPECT_EQ(UserData::count(early).dictations, 2u);
     EXPECT_EQ(exported(one), early);

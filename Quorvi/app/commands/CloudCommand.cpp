@@ -27,9 +27,9 @@ int storeAddress(const std::string& address) {
     if (const auto problem = cloudAddressProblem(address)) return complain(*problem);
     StoredPreferences stored;
     if (address.empty())
-        stored.preferences.remove(preferenceKey::cloudDatabase);
+        stored.settings.reset(setting::cloudDatabase);
     else
-        stored.preferences.setString(preferenceKey::cloudDatabase, address);
+        stored.settings.set(setting::cloudDatabase, address);
     stored.preferences.flush();
     if (const auto problem = stored.preferences.persistenceError()) return complain(*problem);
     std::printf("Quorvi will use this cloud from its next start on.\n");

@@ -16,7 +16,6 @@
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/shell/BusCommand.h"
-#include "Quorvi/sync/AccountSync.h"
 #include "QuorviCore/identity/BundleIdentifier.h"
 #include "QuorviCore/transcription/ServiceAddress.h"
 
@@ -115,8 +114,7 @@ private:
     }
 
     void checkCloud() {
-        if (!preferences_.boolean(AccountSync::enabledKey).value_or(true))
-            return note("Synchronisation", "off.");
+        if (!settings_.get(setting::iCloudSyncEnabled)) return note("Synchronisation", "off.");
         const auto address = stored_.cloudAddress();
         if (const auto problem = cloudAddressProblem(address))
             return bad("Synchronisation", *problem,
@@ -164,8 +162,7 @@ private:
         const char* variable = std::getenv("QUORVI_SERVICE");
         std::string address;
         try {
-            address =
-                serviceAddress(variable ? variable : preferences_.string("service").value_or(""));
+            address = serviceAddress(variable ? variable : settings_.get(setting::service));
         } catch (const std::exception& error) {
             return bad("Speech service", error.what(),
                        "Correct QUORVI_SERVICE: https://host[:port].");
@@ -198,7 +195,7 @@ private:
 
     StoredPreferences stored_;
     LoopScheduler& scheduler_ = stored_.scheduler;
-    Preferences& preferences_ = stored_.preferences;
+    Settings& settings_ = stored_.settings;
     bool canInstallTap_ = false;
     bool needsUser_ = false;
 };

@@ -3,11 +3,11 @@
 #include <string>
 
 #include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+#include "Quorvi/settings/Settings.h"
 
 namespace quorvi {
 
@@ -15,14 +15,13 @@ namespace quorvi {
 // thread.
 struct StoredPreferences {
     // Empty for the default cloud.
-    std::string cloudAddress() const {
-        return preferences.string(preferenceKey::cloudDatabase).value_or("");
-    }
+    std::string cloudAddress() const { return settings.get(setting::cloudDatabase); }
 
     LoopScheduler scheduler;
     PosixFileStore files;
     SerialExecutor disk{"preferences"};
     PropertyListPreferences preferences{files, preferencesFile(), disk, scheduler};
+    Settings settings{preferences};
 };
 
 }  // namespace quorvi

@@ -6,7 +6,6 @@
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/dictation/AppModel.h"
-#include "Quorvi/dictation/PreferenceKeys.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
 
@@ -15,9 +14,9 @@ namespace quorvi {
 namespace {
 
 // Returns null for an invalid address, after a line on standard error.
-std::unique_ptr<CloudDatabase> openCloud(const Preferences& preferences, Scheduler& scheduler,
+std::unique_ptr<CloudDatabase> openCloud(Preferences& preferences, Scheduler& scheduler,
                                          Executor& executor) {
-    const auto address = preferences.string(preferenceKey::cloudDatabase).value_or("");
+    const auto address = Settings(preferences).get(setting::cloudDatabase);
     try {
         const auto makeKeychain = [&]() -> std::unique_ptr<Keychain> {
             return std::make_unique<SecretServiceKeychain>(scheduler);
@@ -35,8 +34,6 @@ SyncedStores syncedStores(AppModel& model, HistoryStore& history, CorrectionStor
     return {.history = history,
             .corrections = corrections,
             .preferences = preferences,
-            .settings = [&model] { return model.syncSettings(); },
-            .applySettings = [&model](const auto& settings) { model.applySyncSettings(settings); },
             .areInUse = [&model] { return isActive(model.stage()) || model.isChoosingShortcut(); }};
 }
 

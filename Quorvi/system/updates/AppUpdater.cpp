@@ -1,8 +1,8 @@
 #include "Quorvi/system/updates/AppUpdater.h"
 
-#include <string_view>
 #include <utility>
 
+#include "Quorvi/settings/Settings.h"
 #include "Quorvi/system/updates/UpdateFeed.h"
 #include "Quorvi/system/updates/UpdatePackage.h"
 #include "QuorviCore/Error.h"
@@ -12,8 +12,6 @@
 namespace quorvi {
 
 namespace {
-
-constexpr std::string_view automaticChecksKey = "automaticUpdateChecks";
 
 Message upToDate(const UpdateChoice& choice, const std::string& current) {
     if (!choice.forNewerSystem) return say::updateNewest(current);
@@ -55,11 +53,11 @@ bool AppUpdater::isConfigured() const {
 }
 
 bool AppUpdater::automaticChecks() const {
-    return environment_.preferences.boolean(automaticChecksKey).value_or(true);
+    return Settings(environment_.preferences).get(setting::automaticUpdateChecks);
 }
 
 void AppUpdater::setAutomaticChecks(bool enabled) {
-    environment_.preferences.setBoolean(automaticChecksKey, enabled);
+    Settings(environment_.preferences).set(setting::automaticUpdateChecks, enabled);
 }
 
 // Failures stay quiet: nobody has asked, and the next look follows in an hour.

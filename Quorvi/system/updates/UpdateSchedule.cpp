@@ -2,8 +2,9 @@
 
 #include <chrono>
 #include <cmath>
-#include <string_view>
 #include <utility>
+
+#include "QuorviCore/settings/Setting.h"
 
 namespace quorvi {
 
@@ -11,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::string_view lastCheckKey = "lastUpdateCheck";  // whole seconds since 2001
+const auto lastCheckKey = setting::lastUpdateCheck.key();
 constexpr double day = 24.0 * 60 * 60;
 // A program that has just been started has better things to do.
 constexpr Duration afterStart = 1min;

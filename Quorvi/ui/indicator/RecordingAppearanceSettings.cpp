@@ -18,7 +18,7 @@ RecordingAppearanceSettings::RecordingAppearanceSettings(AppModel& model)
     auto* label = bodyText(tr("Style"));
     label->setWordWrap(false);
     label->setBuddy(style_);
-    for (const auto theme : allRecordingThemes) style_->addItem(modelText(title(theme)));
+    for (const auto theme : allRecordingThemes) style_->addItem(shown(title(theme)));
     auto* caption = captionText(tr("Preview · microphone off"));
     caption->setAlignment(Qt::AlignCenter);
 
@@ -41,7 +41,7 @@ RecordingAppearanceSettings::RecordingAppearanceSettings(AppModel& model)
 
 void RecordingAppearanceSettings::follow() {
     const auto theme = model_.recordingTheme();
-    const auto description = modelText(detail(theme));
+    const auto description = shown(detail(theme));
     if (detail_->text() == description) return;
     style_->show(static_cast<int>(theme));
     detail_->setText(description);

@@ -5,7 +5,7 @@
 #include <QPalette>
 
 #include "Quorvi/dictation/DictationStage.h"
-#include "Quorvi/dictation/RecordingTheme.h"
+#include "QuorviCore/settings/RecordingTheme.h"
 
 namespace quorvi {
 

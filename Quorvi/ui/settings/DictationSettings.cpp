@@ -59,7 +59,7 @@ void DictationSettings::addShortcut() {
            "already. Function keys may require Fn.")));
 
     mode_ = new Picker(tr("Shortcut mode"));
-    for (auto mode : allDictationModes) mode_->addItem(modelText(title(mode)));
+    for (auto mode : allDictationModes) mode_->addItem(shown(title(mode)));
     connect(mode_, &QComboBox::activated, this, [this](int index) {
         model_.setMode(allDictationModes[static_cast<std::size_t>(index)]);
     });
@@ -88,7 +88,7 @@ void DictationSettings::addSounds() {
 Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
                                        const QString& preview) {
     auto* picker = new Picker(label);
-    for (auto style : allRecordingSoundStyles) picker->addItem(modelText(title(style)));
+    for (auto style : allRecordingSoundStyles) picker->addItem(shown(title(style)));
     connect(picker, &QComboBox::activated, this, [this, cue](int index) {
         model_.setSoundStyle(cue, allRecordingSoundStyles[static_cast<std::size_t>(index)]);
     });

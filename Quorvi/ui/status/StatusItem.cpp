@@ -88,8 +88,7 @@ void StatusItem::rebuildMenu() {
     menu_.clear();
     menu_.setTitle(QStringLiteral("Quorvi: ") + shown(title(stage)));
     addLine(QStringLiteral("Quorvi · ") + shown(title(stage)));
-    addLine(shown(title(model_.shortcut())) + QStringLiteral(" · ") +
-            modelText(title(model_.mode())));
+    addLine(shown(title(model_.shortcut())) + QStringLiteral(" · ") + shown(title(model_.mode())));
     menu_.addSeparator();
     if (stage == DictationStage::recording) add(tr("Stop & insert"), [this] { model_.finish(); });
     if (isActive(stage)) add(tr("Cancel dictation"), [this] { model_.cancel(); });

@@ -16,12 +16,13 @@
 #include "Quorvi/ui/window/Pages.h"
 #include "Quorvi/ui/window/Sidebar.h"
 #include "Quorvi/ui/window/TrayNotice.h"
+#include "QuorviCore/settings/Setting.h"
 
 namespace quorvi {
 
 namespace {
 
-constexpr auto sizeKey = "mainWindowSize";
+const auto sizeKey = setting::mainWindowSize.key();
 constexpr QSize usualSize(940, 800);
 constexpr QSize smallestSize(900, 740);
 constexpr QSize frameRoom(8, 40);  // approximate size of a window manager's frame

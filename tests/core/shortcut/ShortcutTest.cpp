@@ -27,7 +27,7 @@ TEST(Hotkey, IsSoleModifierOnlyWhenNothingElseIsHeldOnEitherSide) {
 }
 
 TEST(Hotkey, SurvivesStorageAndRefusesWhatIsNoShortcut) {
-    EXPECT_EQ(Hotkey::fromJson(Hotkey::commandShiftSpace.toJson()), Hotkey::commandShiftSpace);
+    EXPECT_EQ(Hotkey::fromJson(*Hotkey::commandShiftSpace.toJson()), Hotkey::commandShiftSpace);
     for (const char* broken : {"", "{", "[]", "{\"keyCode\":61,\"modifiers\":0}",
                                "{\"keyCode\":\"61\",\"modifiers\":0,\"label\":\"x\"}",
                                "{\"keyCode\":65536,\"modifiers\":0,\"label\":\"x\"}",

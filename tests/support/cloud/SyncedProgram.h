@@ -61,10 +61,7 @@ public:
             e.scheduler, e.historyDisk, *history, *corrections,
             [this]() -> SyncControl& { return *sync; }, &e.preferences));
         sync = std::make_unique<AccountSync>(AccountSync::Environment{
-            {*history, *corrections, e.preferences, [this] { return model->syncSettings(); },
-             [this](const LocalSnapshot::Settings& settings) {
-                 model->applySyncSettings(settings);
-             },
+            {*history, *corrections, e.preferences,
              [this] { return isActive(model->stage()) || model->isChoosingShortcut(); }},
             e.scheduler,
             e.cloud,
@@ -95,7 +92,8 @@ public:
     // All values by id, encoded.
     std::map<std::string, std::string> values() const {
         std::map<std::string, std::string> all;
-        const LocalSnapshot now(history->records(), corrections->rules(), model->syncSettings());
+        const LocalSnapshot now(history->records(), corrections->rules(),
+                                model->settings().travelling());
         for (const auto& [id, payload] : now.payloads()) all.emplace(id.string(), payload.string());
         return all;
     }

@@ -38,44 +38,24 @@ PropertyListPreferences::PropertyListPreferences(FileStore& files,
 
 PropertyListPreferences::~PropertyListPreferences() = default;
 
-template <class T>
-std::optional<T> PropertyListPreferences::find(std::string_view key) const {
+std::optional<SettingValue> PropertyListPreferences::value(std::string_view key) const {
     const auto found = values_.find(key);
     if (found == values_.end()) return std::nullopt;
-    const auto* value = std::get_if<T>(&found->second->value);
-    return value ? std::optional<T>(*value) : std::nullopt;
+    return std::visit(
+        []<class T>(const T& value) -> std::optional<SettingValue> {
+            if constexpr (requires { SettingValue(value); })
+                return SettingValue(value);
+            else
+                return std::nullopt;
+        },
+        found->second->value);
 }
 
-std::optional<std::string> PropertyListPreferences::string(std::string_view key) const {
-    return find<std::string>(key);
-}
-std::optional<bool> PropertyListPreferences::boolean(std::string_view key) const {
-    return find<bool>(key);
-}
-std::optional<std::int64_t> PropertyListPreferences::integer(std::string_view key) const {
-    return find<std::int64_t>(key);
-}
-std::optional<Bytes> PropertyListPreferences::bytes(std::string_view key) const {
-    return find<Bytes>(key);
-}
-bool PropertyListPreferences::contains(std::string_view key) const {
-    return values_.find(key) != values_.end();
-}
-
-void PropertyListPreferences::setString(std::string_view key, std::string value) {
-    set(key, {text::isValidUtf8(value) ? std::move(value) : text::wellFormed(value)});
-}
-void PropertyListPreferences::setBoolean(std::string_view key, bool value) {
-    set(key, {value});
-}
-void PropertyListPreferences::setInteger(std::string_view key, std::int64_t value) {
-    set(key, {value});
-}
-void PropertyListPreferences::setBytes(std::string_view key, Bytes value) {
-    set(key, {std::move(value)});
-}
-
-void PropertyListPreferences::set(std::string_view key, PropertyList value) {
+void PropertyListPreferences::set(std::string_view key, SettingValue setting) {
+    if (auto* text = std::get_if<std::string>(&setting); text && !text::isValidUtf8(*text))
+        *text = text::wellFormed(*text);
+    auto value = std::visit(
+        [](auto& plain) { return PropertyList(PropertyList::Value(std::move(plain))); }, setting);
     const auto found = values_.find(key);
     if (found != values_.end() && *found->second == value) return;
     auto shared = std::make_shared<const PropertyList>(std::move(value));

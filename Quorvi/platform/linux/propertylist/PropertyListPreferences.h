@@ -37,17 +37,10 @@ public:
     PropertyListPreferences(const PropertyListPreferences&) = delete;
     PropertyListPreferences& operator=(const PropertyListPreferences&) = delete;
 
-    std::optional<std::string> string(std::string_view key) const override;
-    std::optional<bool> boolean(std::string_view key) const override;
-    std::optional<std::int64_t> integer(std::string_view key) const override;
-    std::optional<Bytes> bytes(std::string_view key) const override;
-    bool contains(std::string_view key) const override;
-
-    // Malformed UTF-8 is replaced by U+FFFD.
-    void setString(std::string_view key, std::string value) override;
-    void setBoolean(std::string_view key, bool value) override;
-    void setInteger(std::string_view key, std::int64_t value) override;
-    void setBytes(std::string_view key, Bytes value) override;
+    std::optional<SettingValue> value(std::string_view key) const override;
+    bool contains(std::string_view key) const override { return values_.contains(key); }
+    // Replaces malformed UTF-8 by U+FFFD.
+    void set(std::string_view key, SettingValue value) override;
     void remove(std::string_view key) override;
 
     bool couldBeRead() const override { return couldBeRead_; }
@@ -59,9 +52,6 @@ public:
     }
 
 private:
-    template <class T>
-    std::optional<T> find(std::string_view key) const;
-    void set(std::string_view key, PropertyList value);
     std::function<void()> writing();
     void note(std::string_view key, PropertyListFile::Value value);
     void takeOver();

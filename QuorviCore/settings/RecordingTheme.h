@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "QuorviCore/messages/Message.h"
+
 namespace quorvi {
 
 // The look of the recording indicator. Stored by its raw value.
@@ -13,8 +15,8 @@ inline constexpr std::array allRecordingThemes{RecordingTheme::glass, RecordingT
                                                RecordingTheme::paper};
 
 std::string_view rawValue(RecordingTheme theme);
-std::string_view title(RecordingTheme theme);
-std::string_view detail(RecordingTheme theme);
+Message title(RecordingTheme theme);
+Message detail(RecordingTheme theme);
 std::optional<RecordingTheme> recordingThemeFromRawValue(std::string_view raw);
 
 }  // namespace quorvi
