@@ -18,8 +18,8 @@ inline constexpr int recordingCueSampleRate = 44'100;
 
 std::string_view rawValue(RecordingCue cue);
 
-// A cue's mono samples, and these as a complete WAV file. A silent cue has no samples. Pure functions
-// of any thread.
+// A cue's mono samples, and these as a complete WAV file. A silent cue has no samples. Pure
+// functions of any thread.
 std::vector<std::int16_t> samples(RecordingCue cue,
                                   RecordingSoundStyle style = RecordingSoundStyle::classic);
 Bytes wavData(RecordingCue cue, RecordingSoundStyle style = RecordingSoundStyle::classic);

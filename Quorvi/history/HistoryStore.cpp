@@ -7,7 +7,6 @@ namespace quorvi {
 
 namespace {
 
-
 Task<void> putOnClipboard(Pasteboard& pasteboard, std::string text) {
     auto writing = pasteboard.writeText(std::move(text), TranscriptVisibility::everywhere);
     co_await writing;
