@@ -14,11 +14,6 @@ class QuorviError : public std::exception {
 public:
     static QuorviError message(Message sentence) { return QuorviError(std::move(sentence)); }
 
-    // For callers that are still to use the catalogue.
-    static QuorviError message(std::string words) {
-        return QuorviError(say::verbatim(std::move(words)));
-    }
-
     const Message& sentence() const { return sentence_; }
     const char* what() const noexcept override { return english_.c_str(); }  // in English
 

@@ -59,15 +59,4 @@ struct PropertyList {
     friend bool operator==(const PropertyList& a, const PropertyList& b);
 };
 
-// Outside of the class, where the type is complete, since it contains itself.
-inline PropertyList::PropertyList(Value v) : value(std::move(v)) {}
-inline PropertyList::PropertyList(const PropertyList&) = default;
-inline PropertyList::PropertyList(PropertyList&&) noexcept = default;
-inline PropertyList& PropertyList::operator=(const PropertyList&) = default;
-inline PropertyList& PropertyList::operator=(PropertyList&&) noexcept = default;
-inline PropertyList::~PropertyList() = default;
-inline bool operator==(const PropertyList& a, const PropertyList& b) {
-    return a.value == b.value;
-}
-
 }  // namespace quorvi

@@ -62,9 +62,7 @@ bool isLoopback(std::string_view host) {
 }
 
 QuorviError invalidAddress() {
-    return QuorviError::message(
-        "The speech service address is not valid. Enter an address such as https://api.openai.com "
-        "or leave it empty.");
+    return QuorviError::message(say::serviceAddressInvalid());
 }
 
 }  // namespace
@@ -89,9 +87,7 @@ std::string serviceAddress(const std::string& configured) {
     }
     if (!isHostName(host) && !isBracketedIPv6(host)) throw invalidAddress();
     if (!encrypted && !isLoopback(host)) {
-        throw QuorviError::message(
-            "A speech service on another computer must be reached over an encrypted connection. "
-            "Enter an address that begins with https://.");
+        throw QuorviError::message(say::serviceAddressNotEncrypted());
     }
     return address;
 }

@@ -31,13 +31,13 @@ public:
         if (package) progress(package->size() / 2);
         auto travelling = sleepFor(scheduler_, answersAfter, stop);
         co_await travelling;
-        if (!package) throw QuorviError::message("There is nothing to download.");
+        if (!package) throw QuorviError::message(say::updateNotRead());
         std::ofstream(file, std::ios::binary) << *package;
     }
 
     Duration answersAfter = std::chrono::seconds(1);
     std::string body;
-    std::optional<std::string> failure;
+    std::optional<Message> failure;
     std::optional<std::string> package;
     std::vector<std::string> fetched;
 

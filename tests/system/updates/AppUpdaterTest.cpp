@@ -52,7 +52,7 @@ protected:
 
 TEST_F(AppUpdaterModelTest, ChecksOnceADayAndAnHourAfterAFailure) {
     preferences.setInteger("lastUpdateCheck", 4'000'000'000);  // a future date counts as none
-    downloader.failure = "No network.";
+    downloader.failure = say::serverTimedOut(Sentence::updateServer);
     start();
     EXPECT_TRUE(updater->automaticChecks());
     scheduler.advance(30s);
@@ -110,7 +110,7 @@ TEST_F(AppUpdaterModelTest, BeginningTheDownloadAndAWithdrawnReleaseClearWhatWas
     updater->download();
     EXPECT_EQ(updater->availableVersion(), std::nullopt);
     scheduler.advance(5s);
-    EXPECT_EQ(updater->message().english(), "There is nothing to download.");
+    EXPECT_EQ(updater->message(), say::updateNotRead());
     updater->close();
     scheduler.advance(25h);
     ASSERT_EQ(updater->availableVersion(), "2.0");
