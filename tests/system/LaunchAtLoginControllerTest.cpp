@@ -27,35 +27,24 @@ struct LaunchAtLogin : testing::Test {
 TEST_F(LaunchAtLogin, SaysHowItStandsAndDoesOnlyWhatChangesThat) {
     struct Row {
         Status status;
-        bool isEnabled, requiresApproval;
         Message message;
         Steps switchingOn, switchingOff;
     };
     EXPECT_TRUE(controller.message().isEmpty()) << "not known yet";
     const Row rows[] = {
-        {Status::notRegistered, false, false, say::loginItemOff(), {"register"}, {}},
-        {Status::enabled, true, false, say::loginItemOn(), {}, {"unregister"}},
-        {Status::requiresApproval,
-         false,
-         true,
-         say::loginItemNeedsApproval(),
-         {"settings"},
-         {"unregister"}},
-        {Status::notFound,
-         false,
-         false,
-         say::loginItemNotInstalled(),
-         {"register"},
-         {"unregister"}},
-        {Status::unknown, false, false, say::loginItemUnknown(), {"register"}, {"unregister"}},
+        {Status::notRegistered, say::loginItemOff(), {"register"}, {}},
+        {Status::enabled, say::loginItemOn(), {}, {"unregister"}},
+        {Status::requiresApproval, say::loginItemNeedsApproval(), {"settings"}, {"unregister"}},
+        {Status::notFound, say::loginItemNotInstalled(), {"register"}, {"unregister"}},
+        {Status::unknown, say::loginItemUnknown(), {"register"}, {"unregister"}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.message.english());
         service.current = row.status;
         controller.refresh();
         scheduler.settle();
-        EXPECT_EQ(controller.isEnabled(), row.isEnabled);
-        EXPECT_EQ(controller.requiresApproval(), row.requiresApproval);
+        EXPECT_EQ(controller.isEnabled(), row.status == Status::enabled);
+        EXPECT_EQ(controller.requiresApproval(), row.status == Status::requiresApproval);
         EXPECT_EQ(controller.message(), row.message);
         set(true);
         EXPECT_EQ(service.journal, row.switchingOn);

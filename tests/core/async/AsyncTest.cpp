@@ -15,20 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-Task<int> slowAnswer(Scheduler& scheduler) {
-    auto pause = sleepFor(scheduler, 10ms, {});
-    co_await pause;
-    co_return 42;
-}
-
-Task<int> twoAnswers(Scheduler& scheduler) {
-    auto first = slowAnswer(scheduler);
-    auto second = slowAnswer(scheduler);
-    first.start();
-    second.start();
-    co_return co_await first + co_await second;
-}
-
 Task<void> sleepThenWrite(Scheduler& scheduler, std::string& journal, std::stop_token stop) {
     struct Ending {
         std::string& journal;
@@ -37,15 +23,6 @@ Task<void> sleepThenWrite(Scheduler& scheduler, std::string& journal, std::stop_
     auto pause = sleepFor(scheduler, 1s, stop);
     co_await pause;
     journal += "woke, ";
-}
-
-TEST(Async, TasksStartedSideBySideTakeTheTimeOfOne) {
-    VirtualScheduler scheduler;
-    const Running<int> running(twoAnswers(scheduler));
-    scheduler.advance(9ms);
-    EXPECT_FALSE(running.ended());
-    scheduler.advance(1ms);
-    EXPECT_EQ(running.value(), 84);
 }
 
 TEST(Async, CancellingEndsATaskInALaterTurnAndDroppingItsScopeAtOnceAndItNeverWakes) {
@@ -63,15 +40,6 @@ TEST(Async, CancellingEndsATaskInALaterTurnAndDroppingItsScopeAtOnceAndItNeverWa
         scheduler.advance(2s);
         EXPECT_EQ(journal, "frame gone");
     }
-}
-
-TEST(Async, AnExceptionOfABackgroundJobReachesTheAwaiter) {
-    VirtualScheduler scheduler;
-    TurnExecutor executor(scheduler);
-    const Running<int> running(
-        inBackground(executor, scheduler, []() -> int { throw std::runtime_error("no"); }));
-    scheduler.settle();
-    EXPECT_EQ(running.failure(), "no");
 }
 
 TEST(Lifetime, AGuardedCallbackEndsWithItsOwner) {

@@ -11,12 +11,8 @@ template <class Maker, class... Arguments>
 concept takes = requires(const Maker& maker, Arguments... arguments) {
     maker(arguments...);
 };
-static_assert(takes<decltype(say::noRecording)>);
 static_assert(!takes<decltype(say::noRecording), std::string>);
-static_assert(takes<decltype(say::dictatingInto), std::string>);
-static_assert(takes<decltype(say::dictatingInto), Sentence>);
 static_assert(!takes<decltype(say::dictatingInto)>);
-static_assert(takes<decltype(say::updateNeedsNewerSystem), std::string, const char*>);
 static_assert(!takes<decltype(say::updateNeedsNewerSystem), std::string>);
 
 // Only words that come from outside are shown as they are.

