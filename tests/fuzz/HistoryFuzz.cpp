@@ -10,6 +10,7 @@
 #include "QuorviCore/history/UsageCost.h"
 #include "QuorviCore/history/UsageSummary.h"
 #include "QuorviCore/text/Text.h"
+#include "tests/support/Written.h"
 
 using namespace quorvi;
 
@@ -17,13 +18,6 @@ namespace {
 
 void require(bool condition) {
     if (!condition) std::abort();
-}
-
-std::string written(const DictationRecords& records) {
-    HistoryArchiveEncoder encoder(records);
-    std::string document;
-    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) document += piece;
-    return document;
 }
 
 void readDocument(const std::string& bytes) {
@@ -34,7 +28,8 @@ void readDocument(const std::string& bytes) {
         return;
     }
     require(text::isValidUtf8(bytes));
-    require(HistoryArchive::decode(written(records)).records == records);
+    require(HistoryArchive::decode(test::written(HistoryArchiveEncoder(records))).records ==
+            records);
 
     static const Calendar calendar("Pacific/Apia", "en_US");
     const Date now{700'000'000};

@@ -4,6 +4,7 @@
 
 #include "QuorviCore/transfer/ExportDocument.h"
 #include "tests/fakes/FakeCloudDatabase.h"
+#include "tests/support/Written.h"
 #include "tests/sync/SyncMachine.h"
 
 namespace quorvi::test {
@@ -21,9 +22,8 @@ protected:
                         access);
     }
     static std::vector<SyncItem> exported(SyncMachine& machine) {
-        ExportEncoder encoder(dataOf(machine, UserData::Access::reading).items());
-        std::string document;
-        for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) document += piece;
+        const auto document =
+            written(ExportEncoder(dataOf(machine, UserData::Access::reading).items()));
         return decodeExport(document, [](std::size_t, std::size_t) {});
     }
     static UserData::Counts import(SyncMachine& machine, const std::vector<SyncItem>& items) {

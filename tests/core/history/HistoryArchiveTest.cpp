@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "tests/support/Texts.h"
+#include "tests/support/Written.h"
 #include "tests/support/reference/GeneratedHistory.h"
 
 namespace quorvi::test {
@@ -15,10 +16,7 @@ namespace {
 using Members = std::vector<std::pair<std::string, std::string>>;
 
 std::string encoded(const DictationRecords& records) {
-    HistoryArchiveEncoder encoder(records);
-    std::string document;
-    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) document += piece;
-    return document;
+    return written(HistoryArchiveEncoder(records));
 }
 
 // The encoded members of a record.

@@ -171,12 +171,18 @@ TEST(UsageSummary, OrdersApplicationsWithAsManyWordsByName) {
     EXPECT_EQ(names, "Zed;;Mail;mail;");
 }
 
-TEST(UsageCost, PricesNoInvalidTime) {
+TEST(UsageCost, AddsUpWhatIsKnownAndAssumedAndPricesNoInvalidTime) {
     EXPECT_DOUBLE_EQ(DictationCostEstimate::of(TranscriptionModel::fourO).usd(90), 0.009);
     const DictationCostEstimate negative{"x", -1, "y"};
     EXPECT_EQ(negative.usd(60), 0);
     for (const double seconds : {0.0, -1.0, std::nan("")})
         EXPECT_EQ(DictationCostEstimate::of(TranscriptionModel::mini).usd(seconds), 0);
+    auto mini = spoken(day(1));
+    mini.costEstimate = DictationCostEstimate::of(TranscriptionModel::mini);
+    const auto cost = UsageCostSummary::of(DictationRecords({mini, spoken(day(1)), mini}),
+                                           UsagePeriod::all, day(2), utc);
+    EXPECT_EQ(cost.assumedDictations(), 1);
+    EXPECT_DOUBLE_EQ(cost.totalUSD(), 2 * 0.003 + 0.0045);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
+#include "tests/support/Written.h"
 #include "tests/support/reference/GeneratedHistory.h"
 
 namespace quorvi::test {
@@ -14,8 +15,7 @@ void ignore(std::size_t, std::size_t) {}
 
 std::string documentOf(std::vector<SyncItem> items) {
     ExportEncoder encoder(std::move(items));
-    std::string document;
-    for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) document += piece;
+    auto document = written(encoder);
     EXPECT_EQ(encoder.done(), encoder.size());
     return document;
 }

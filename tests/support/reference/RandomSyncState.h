@@ -4,11 +4,14 @@
 #include <string>
 
 #include "QuorviCore/sync/SyncDocument.h"
+#include "tests/support/Written.h"
 
 namespace quorvi::test {
 
 // The whole document of a state.
-std::string documentOf(const SyncState& state);
+inline std::string documentOf(const SyncState& state) {
+    return written(SyncDocumentEncoder(state));
+}
 
 // Does the same random things to whatever has a SyncArchive's functions.
 template <class Archive>

@@ -1,9 +1,12 @@
-#include "tests/support/reference/RandomSyncState.h"
+#pragma once
+
+#include <string>
 
 namespace quorvi::test {
 
-std::string documentOf(const SyncState& state) {
-    SyncDocumentEncoder encoder(state);
+// The whole document of an encoder that writes in pieces.
+template <class Encoder>
+std::string written(Encoder&& encoder) {
     std::string document;
     for (auto piece = encoder.next(); !piece.empty(); piece = encoder.next()) document += piece;
     return document;
