@@ -8,7 +8,6 @@
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
 #include "tests/fakes/VirtualScheduler.h"
-#include "tests/support/Waiting.h"
 
 namespace quorvi::test {
 namespace {

@@ -46,10 +46,7 @@ TEST(DictationRecord, CountsWordsAsAReaderWould) {
 }
 
 TEST(DictationRecord, IsFoundWithoutRegardToCaseAndDiacritics) {
-    struct Case {
-        const char *text, *query;
-    };
-    for (const auto& [text, query] : {Case{"Café", "cafe"},
+    for (const auto& [text, query] : {std::pair("Café", "cafe"),
                                       {"cafe", "CAFÉ"},
                                       {"Cafe\u0301", "é"},
                                       {"ΣΊΣΥΦΟΣ", "σίσυφος"},
@@ -62,7 +59,7 @@ TEST(DictationRecord, IsFoundWithoutRegardToCaseAndDiacritics) {
                                       {"한국어", "한국"}})
         EXPECT_TRUE(recordOf(text, "Notes").matches(query)) << text << " / " << query;
     for (const auto& [text, query] :
-         {Case{"email", " mail"}, {"mail", "mailnotes"}, {"한국어", "ㅎ"}})
+         {std::pair("email", " mail"), {"mail", "mailnotes"}, {"한국어", "ㅎ"}})
         EXPECT_FALSE(recordOf(text, "Notes").matches(query)) << text << " / " << query;
     EXPECT_TRUE(recordOf("kept nowhere", "Mail", false).matches("mAil"));
     EXPECT_FALSE(recordOf("kept nowhere", "Mail", false).matches("kept"));
