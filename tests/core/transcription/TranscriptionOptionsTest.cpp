@@ -34,6 +34,7 @@ TEST(TranscriptionOptions, PromptJoinsTheContextAndTheTrimmedVocabulary) {
     using enum DictationLanguage;
     EXPECT_EQ(prompt(automatic, "  kinase, ribosome\n"), "kinase, ribosome");
     EXPECT_EQ(prompt(automatic, " \n\t\u00a0\u2028"), "(none)");
+    EXPECT_TRUE(prompt(mixed, " kinase\n").ends_with(" in the Greek alphabet.\nkinase"));
     EXPECT_EQ(prompt(english, "one\n\ntwo "), "English dictation with punctuation.\none\n\ntwo");
 }
 
