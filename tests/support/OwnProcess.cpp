@@ -2,16 +2,52 @@
 
 #include <gtest/gtest.h>
 #include <linux/capability.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <exception>
+#include <utility>
 
 namespace quorvi::test {
+
+ForkedProcess::ForkedProcess(const std::function<void(const Report&)>& work) {
+    int ends[2];
+    EXPECT_EQ(::pipe(ends), 0);
+    pid_ = ::fork();
+    if (pid_ == 0) {
+        work([&ends](int number) {
+            if (::write(ends[1], &number, sizeof number) != sizeof number) ::_exit(1);
+        });
+        ::_exit(0);
+    }
+    ::close(ends[1]);
+    reports_ = ends[0];
+}
+
+ForkedProcess::~ForkedProcess() {
+    kill();
+    ::close(reports_);
+}
+
+int ForkedProcess::nextReport() const {
+    int number = 0;
+    return ::read(reports_, &number, sizeof number) == sizeof number ? number : 0;
+}
+
+void ForkedProcess::kill() {
+    if (pid_ < 0) return;
+    ::kill(pid_, SIGKILL);
+    wait();
+}
+
+int ForkedProcess::wait() {
+    int status = 0;
+    ::waitpid(std::exchange(pid_, -1), &status, 0);
+    return status;
+}
 
 void inAProcessOfItsOwn(const std::function<void()>& checks) {
     std::fflush(nullptr);
@@ -29,11 +65,6 @@ void inAProcessOfItsOwn(const std::function<void()>& checks) {
     int status = 0;
     waitpid(child, &status, 0);
     EXPECT_EQ(status, 0);
-}
-
-bool makeOwnMounts() {
-    return unshare(CLONE_NEWNS) == 0 &&
-           mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
 void obeyPermissions() {

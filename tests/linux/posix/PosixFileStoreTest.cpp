@@ -9,7 +9,6 @@
 #include <chrono>
 #include <set>
 
-#include "tests/support/FullDisk.h"
 #include "tests/support/TestFolder.h"
 
 namespace quorvi::test {
@@ -64,18 +63,6 @@ TEST_F(PosixFileStoreTest, FollowsALinkToWhereTheUserKeepsTheFile) {
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(contentOf(folder / "real"), "new");
     EXPECT_EQ(contentOf(folder / "real.previous"), "old");
-}
-
-TEST_F(PosixFileStoreTest, LeavesTheOldContentAndNoLitterWhenTheDiskIsFull) {
-    replace(file, "old", "file.previous");
-    {
-        const FullDisk full;
-        EXPECT_THROW(replace(file, std::string(100'000, 'x'), "file.previous"), std::system_error);
-    }
-    EXPECT_EQ(store.read(file), "old");
-    EXPECT_EQ(names(), (std::set<std::string>{"file"}));
-    replace(file, std::string(100'000, 'x'));
-    EXPECT_EQ(fs::file_size(file), 100'000U);
 }
 
 TEST_F(PosixFileStoreTest, SweepsOnlyWhatADeadWriterHasLeft) {

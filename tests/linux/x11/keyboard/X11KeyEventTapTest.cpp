@@ -327,6 +327,7 @@ TEST(X11KeyEventTap, KillingTheProcessThatHoldsAKeyLeavesTheKeyboardUsable) {
         recorder.scheduler.runFor(std::chrono::minutes(5));
         _exit(told ? 0 : 1);
     }
+    ::close(ready[1]);
     const auto hear = [&] {
         char answer = 0;
         return read(ready[0], &answer, 1) == 1 && answer == 'y';
