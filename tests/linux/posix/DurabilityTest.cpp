@@ -1,5 +1,8 @@
 // The stores of the user's data on a real disk.
 
+#include <sched.h>
+#include <sys/mount.h>
+
 #include "Quorvi/corrections/CorrectionStore.h"
 #include "Quorvi/history/HistoryStore.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
@@ -9,13 +12,9 @@
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
 #include "Quorvi/sync/SyncArchive.h"
 #include "Quorvi/system/MemoryPreferences.h"
-#include "tests/fakes/FakeFileStore.h"
-#include "tests/fakes/FakeJournalFiles.h"
 #include "tests/fakes/FakePasteboard.h"
-#include "tests/fakes/VirtualScheduler.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/contracts/DurabilityContract.h"
-#include "tests/support/reference/RandomSyncState.h"
 
 namespace quorvi::test {
 namespace {
@@ -173,12 +172,7 @@ private:
     CorrectionStore store_{preferences, loop};
 };
 
-template <class T>
-T taken(const Running<T>& running) {
-    return std::move(const_cast<T&>(running.value().value()));
-}
-
-// The content is a state that was changed at random, as often as the number says.
+// Each part of the content repeats its number.
 template <std::size_t WholeUpTo>
 class ArchiveRig : Disk {
 public:
@@ -187,13 +181,19 @@ public:
         Running opening(
             SyncArchive::open({files, journals_, folder / file, executor, loop, WholeUpTo}));
         await(loop, opening);
-        if (opening.value()) archive_ = taken(opening);
+        if (opening.value())
+            archive_ = std::move(const_cast<std::unique_ptr<SyncArchive>&>(*opening.value()));
     }
     bool isOpen() const { return archive_ != nullptr; }
     void put(int number) {
         if (!archive_) return;
         last_ = number;
-        takeStep(*archive_, number);
+        const auto size = static_cast<std::size_t>(number) * 397 % 3000;
+        const auto value = std::to_string(number) + std::string(size, ' ');
+        archive_->capture(LocalChanges{{"setting:own", value, false}}, false, {1e6});
+        archive_->merge({"setting:foreign", value, number, "another device", false});
+        archive_->setEngineState(value);
+        archive_->setOwner(value);
         if (number % 3 != 0) archive_->persist([](bool) {});  // several wait for each other
     }
     bool save() {
@@ -204,48 +204,18 @@ public:
         return persisting.value().value();
     }
     int number() const {
-        const auto& counts = archive_->state().diagnostics;
-        const int steps =
-            counts && counts->contains("step") ? static_cast<int>(counts->at("step")) : 0;
-        return hashOf(archive_->state()) == expected(steps) ? steps : -1;
+        const auto& state = archive_->state();
+        if (!state.owner && state.ledger.items().empty()) return 0;
+        for (const auto* id : {"setting:own", "setting:foreign"})
+            if (const auto* item = state.ledger.item(id); !item || item->payload != state.owner)
+                return -1;
+        return state.engineState == state.owner ? std::stoi(state.owner->string()) : -1;
     }
     static std::vector<std::string> damaged(const std::string& whole) {
         return {"", "{}", "not JSON", whole.substr(0, whole.size() / 2)};
     }
 
 private:
-    static void takeStep(SyncArchive& archive, int number) {
-        std::mt19937 random(static_cast<unsigned>(number));
-        for (int i = 0; i < 5; ++i) changeAtRandom(archive, random);
-        archive.count("step");
-    }
-    // Of the document but for the device, which is a new one in every new archive.
-    static std::size_t hashOf(const SyncState& state) {
-        auto document = documentOf(state);
-        const auto device = state.ledger.device().view();
-        for (auto at = document.find(device); at != document.npos; at = document.find(device, at))
-            document.replace(at, device.size(), "DEVICE");
-        return std::hash<std::string>()(document);
-    }
-    // The same steps in memory.
-    static std::size_t expected(int steps) {
-        static FakeFileStore files;
-        static FakeJournalFiles journals;
-        static VirtualScheduler scheduler;
-        static TurnExecutor executor(scheduler);
-        static const auto archive = [] {
-            Running opening(SyncArchive::open({files, journals, "/a.json", executor, scheduler}));
-            scheduler.settle();
-            return taken(opening);
-        }();
-        static std::vector<std::size_t> hashes{hashOf(archive->state())};
-        while (hashes.size() <= static_cast<std::size_t>(steps)) {
-            takeStep(*archive, static_cast<int>(hashes.size()));
-            hashes.push_back(hashOf(archive->state()));
-        }
-        return hashes[static_cast<std::size_t>(steps)];
-    }
-
     PosixJournalFiles journals_;
     std::unique_ptr<SyncArchive> archive_;
     int last_ = 0;
@@ -262,6 +232,97 @@ struct StoreNames {
         return names[index];
     }
 };
+
+using Archive = ArchiveRig<5000>;  // journals after the large document of 7
+
+TEST(SyncArchiveJournal, DropsATornEndAndRefusesDamageBeforeIt) {
+    const TestFolder folder;
+    const auto file = folder.path() / "account-sync.journal";
+    std::vector<std::size_t> sizes;  // of the journal with 7, 8, 9 …
+    const auto expectNumber = [&](int number) {
+        EXPECT_EQ(Archive(folder.path()).number(), number);
+    };
+    const auto keep = [&](int number) {
+        Archive archive(folder.path());
+        archive.put(number);
+        ASSERT_TRUE(archive.save());
+    };
+    for (int number = 7; number <= 12; ++number) {
+        keep(number);
+        sizes.push_back(contentOf(file).size());
+    }
+    const auto journal = contentOf(file);
+    for (std::size_t size = 0; size <= journal.size(); size += 1 + journal.size() / 97)
+        for (const auto& tail : {std::string(), std::string(300, '\0'), std::string(70, '\x17')}) {
+            folder.write(file.filename(), journal.substr(0, size) + tail);
+            const auto whole = std::ranges::upper_bound(sizes, size) - sizes.begin();
+            expectNumber(static_cast<int>(whole) + 6);
+            keep(13);  // it continues after what is whole
+            expectNumber(13);
+        }
+    auto damaged = journal;
+    damaged[sizes[2] + 20] ^= 1;
+    folder.write(file.filename(), damaged);
+    EXPECT_FALSE(Archive(folder.path()).isOpen());
+    EXPECT_EQ(contentOf(file), damaged);
+
+    // The program died after it had replaced the document and before it cut the journal.
+    folder.write(file.filename(), journal);
+    keep(80);
+    EXPECT_EQ(contentOf(file), "");
+    folder.write(file.filename(), journal);
+    expectNumber(80);
+    keep(81);
+    expectNumber(81);
+}
+
+TEST(SyncArchiveJournal, IsOpenInOneProcessAtATime) {
+    const TestFolder folder;
+    {
+        const Archive first(folder.path());
+        EXPECT_TRUE(first.isOpen());
+        EXPECT_FALSE(Archive(folder.path()).isOpen());
+    }
+    EXPECT_TRUE(Archive(folder.path()).isOpen());
+}
+
+// The contract limits the size of files instead, for any user.
+TEST(HistoryOnASmallDisk, StaysWhenTheDiskIsFullOrReadOnlyAndIsWrittenAfterwards) {
+    if (geteuid() != 0) GTEST_SKIP() << "only root may mount";
+    const TestFolder folder;
+    inAProcessOfItsOwn([&] {
+        const auto& place = folder.path();
+        const auto remount = [&](unsigned long flags, const char* size) {
+            return ::mount("tmpfs", place.c_str(), "tmpfs", flags, size);
+        };
+        ASSERT_EQ(::unshare(CLONE_NEWNS), 0);
+        ASSERT_EQ(::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+        ASSERT_EQ(remount(0, "size=1m"), 0);
+        HistoryRig history(place);
+        history.put(1);
+        ASSERT_TRUE(history.save());
+        const auto path = place / HistoryRig::file;
+        const auto before = contentOf(path);
+        std::ofstream(place / "filler") << std::string(2 << 20, 'x');
+        history.put(2);
+        EXPECT_FALSE(history.save());
+        EXPECT_EQ(contentOf(path), before);
+        EXPECT_EQ(std::distance(fs::directory_iterator(place), {}), 2) << "a draft is left";
+        fs::remove(place / "filler");
+        history.put(3);
+        EXPECT_TRUE(history.save());
+        EXPECT_EQ(HistoryRig(place).number(), 3);
+
+        ASSERT_EQ(remount(MS_REMOUNT | MS_RDONLY, "size=1m"), 0);
+        history.put(4);
+        EXPECT_FALSE(history.save());
+        EXPECT_EQ(HistoryRig(place).number(), 3);
+        ASSERT_EQ(remount(MS_REMOUNT, "size=1m"), 0);
+        history.put(5);
+        EXPECT_TRUE(history.save());
+        EXPECT_EQ(HistoryRig(place).number(), 5);
+    });
+}
 
 }  // namespace
 

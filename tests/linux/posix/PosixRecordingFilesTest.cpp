@@ -38,7 +38,7 @@ protected:
     PosixRecordingFiles files{folder};
 };
 
-TEST_F(PosixRecordingFilesTest, ARecordingThatIsTakenOutHasNoNameAndCanBeReadAsAWhole) {
+TEST_F(PosixRecordingFilesTest, ARecordingThatIsTakenOutHasNoNameAndIsReadWhole) {
     EXPECT_EQ(refusal(), "");
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
     const auto file = files.newFile();
@@ -53,7 +53,7 @@ TEST_F(PosixRecordingFilesTest, ARecordingThatIsTakenOutHasNoNameAndCanBeReadAsA
     EXPECT_THROW(files.takeOut(file), QuorviError);
 }
 
-TEST_F(PosixRecordingFilesTest, AFolderThatIsNotSafelyTheUsersOwnIsRefusedAndLeftAlone) {
+TEST_F(PosixRecordingFilesTest, AFolderOfAnotherUserOrALinkIsRefusedAndLeftAlone) {
     const auto notOwn = say::recordingFolderNotOwn(folder.string()).english();
     const auto elsewhere = root.path() / "elsewhere";
     fs::create_directory(elsewhere);
