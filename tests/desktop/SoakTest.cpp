@@ -9,6 +9,7 @@
 
 #include "bench/Figure.h"
 #include "tests/desktop/ProgramDesk.h"
+#include "tests/support/Seeds.h"
 
 namespace quorvi::test {
 namespace {
@@ -18,11 +19,6 @@ using namespace std::chrono_literals;
 constexpr auto done = "Done";
 constexpr auto readyToPaste = "Ready to paste";
 constexpr auto failed = "Needs attention";
-
-int variable(const char* name, int otherwise) {
-    const char* given = std::getenv(name);
-    return given ? std::atoi(given) : otherwise;
-}
 
 // What the program and its helper hold on to.
 struct Holdings {
@@ -66,7 +62,7 @@ enum class Fault {
 
 class Soak : public ProgramDesk {
 protected:
-    Soak() : random_(static_cast<unsigned>(seed)) {
+    Soak() : random_(seed) {
         std::cout << "QUORVI_SEED=" << seed << " QUORVI_SOAK=" << rounds << std::endl;
     }
 
@@ -84,9 +80,8 @@ protected:
     // One dictation: the stage it ends in.
     std::string dictate(Fault fault) {
         const bool refuses = fault == Fault::serviceRefuses;
-        speech.willSay({.text = fault == Fault::serviceTalksNonsense ? "\\u0000\\\"},{" : text_,
-                        .status = refuses ? 500 : 200,
-                        .drop = fault == Fault::serviceHangsUp});
+        speech.willSay(fault == Fault::serviceTalksNonsense ? "\\u0000\\\"},{" : text_,
+                       refuses ? 500 : 200, 0, fault == Fault::serviceHangsUp);
         if (fault == Fault::ownerHangs) {
             owner.reset();
             owner.emplace(textItems("held back"), ForeignOwner::Manners{.silent = true});
@@ -147,31 +142,34 @@ protected:
         EXPECT_TRUE(eventually(isRight)) << now << " instead of " << copied_;
         copied_ = now;
         if (now == text_) seenOnClipboard_.insert(text_);
-        if (fault == Fault::editorDies) openEditor();
+        if (fault == Fault::editorDies) openMousepad();
         if (fault == Fault::ownerHangs) copyAnew();
         if (stage == done && fault == Fault::none) {
             EXPECT_TRUE(eventually([&] { return fieldText().ends_with(text_); })) << fieldText();
         }
         EXPECT_EQ(user.pressedKeys(), 0U);
-        EXPECT_EQ(recordingsLeft(), std::vector<std::string>{});
+        EXPECT_EQ(recordingsLeft(), 0);
     }
 
     // Texts that were recognised and are nowhere.
     int lost() {
         const auto inField = fieldText();
         const auto inHistory = program.historyText();
-        return static_cast<int>(std::ranges::count_if(speech.served(), [&](const auto& text) {
-            if (!text.starts_with("Word")) return false;  // nonsense
-            const bool found = inField.find(text) != inField.npos ||
-                               inHistory.find('"' + text + '"') != inHistory.npos ||
-                               seenOnClipboard_.contains(text);
-            if (!found) std::cout << "lost: " << text << std::endl;
-            return !found;
-        }));
+        std::istringstream served(speech.served());
+        int count = 0;
+        for (std::string text; std::getline(served, text);) {
+            if (!text.starts_with("Word") || inField.find(text) != inField.npos ||
+                inHistory.find('"' + text + '"') != inHistory.npos ||
+                seenOnClipboard_.contains(text))
+                continue;
+            std::cout << "lost: " << text << std::endl;
+            ++count;
+        }
+        return count;
     }
 
-    const int rounds = variable("QUORVI_SOAK", 50);
-    const int seed = variable("QUORVI_SEED", 1);
+    const int rounds = static_cast<int>(fromEnvironment("QUORVI_SOAK", 50));
+    const unsigned seed = fromEnvironment("QUORVI_SEED", 1);
     std::mt19937 random_;
     int round_ = 0;
     std::string text_, copied_;

@@ -1,27 +1,25 @@
 #pragma once
 
-#include <gio/gio.h>
-
+#include <chrono>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/atspi/AtspiProtocol.h"
+#include "Quorvi/platform/linux/atspi/AtspiPeers.h"
+#include "tests/support/Waiting.h"
 
 namespace quorvi::test {
 
 // Somebody who knows a program's windows by the accessibility bus alone: finds what is shown by its
-// role and name, reads it, presses it and types into it.
-class ScreenReader {
+// role and name, presses it and types into it. Each call waits a while for what it looks for, and
+// returns whether it came.
+class ScreenReader : atspi::BusObserver {
 public:
     // Roles as the bus numbers them.
     enum Role : std::uint32_t {
         checkBox = 7,
-        comboBox = 11,
         label = 29,
-        menuItem = 35,
         pushButton = 43,
         passwordText = 40,
         radioButton = 44,
@@ -30,72 +28,113 @@ public:
         heading = 83,
     };
 
-    explicit ScreenReader(pid_t pid);
-    ~ScreenReader() { g_object_unref(bus_); }
-    ScreenReader(const ScreenReader&) = delete;
-    ScreenReader& operator=(const ScreenReader&) = delete;
+    explicit ScreenReader(pid_t pid) : pid_(pid) {}
 
-    // Whether something of that role and name can be seen, now or a little later.
-    bool sees(Role role, const std::string& name);
-    // It is gone, or will be in a moment.
-    bool missesSoon(Role role, const std::string& name);
-    bool press(Role role, const std::string& name);
-    bool write(Role role, const std::string& name, const std::string& content);
-    bool isChecked(Role role, const std::string& name) {
-        const auto found = find(role, name);
-        return found && has(*found, checkedState);
+    bool sees(Role role, const std::string& name) {
+        return eventually([&] { return find(role, name).has_value(); });
     }
-    bool isEnabled(Role role, const std::string& name) {
-        const auto found = find(role, name);
-        return found && has(*found, enabledState);
+    bool missesSoon(Role role, const std::string& name) {
+        return eventually([&] { return !find(role, name); });
     }
-    // Gives the keyboard to what the label names. A choice is called by what is chosen in it.
-    bool focus(const std::string& labelled);
-    std::string chosen(const std::string& labelled) {
-        const auto target = labelledBy(labelled);
-        return target ? nameOf(*target) : std::string();
+    bool press(Role role, const std::string& name) {
+        return eventually([&] {
+            const auto found = find(role, name);
+            return found && has(*found, enabledState) &&
+                   call(*found, actionInterface, "DoAction", atspi::arguments(0));
+        });
+    }
+    bool write(Role role, const std::string& name, const std::string& content) {
+        return eventually([&] {
+            const auto found = find(role, name);
+            return found && call(*found, "org.a11y.atspi.EditableText", "SetTextContents",
+                                 atspi::arguments(content));
+        });
     }
     // The roles of what can be used and has no name. Nobody asks for that of a scroll bar.
-    std::string unnamed();
+    std::string unnamed() {
+        std::string all;
+        walk([&](const Object& object) {
+            const auto actions = atspi::readInteger(
+                peers_.call(atspi::propertyCall(object, actionInterface, "NActions"), deadline()));
+            if ((actions.value_or(0) > 0 || has(object, focusableState)) &&
+                nameOf(object).empty() && roleOf(object) != scrollBar)
+                all += std::to_string(roleOf(object)) + ' ';
+            return false;
+        });
+        return all;
+    }
     // Everything that can be seen, for a failure's message.
-    std::string everything();
+    std::string everything() {
+        std::string all;
+        walk([&](const Object& object) {
+            all += std::to_string(roleOf(object)) + ' ' + nameOf(object) + '\n';
+            return false;
+        });
+        return all;
+    }
 
 private:
     using Object = atspi::ObjectRef;
-    struct Unref {
-        void operator()(GVariant* value) const { g_variant_unref(value); }
-    };
-    using Value = std::unique_ptr<GVariant, Unref>;
-    static constexpr int patience = 5000;  // milliseconds
-    static constexpr int checkedState = 4, enabledState = 8, focusableState = 11, focusedState = 12,
-                         showingState = 25;
-    static constexpr std::uint32_t labelsRelation = 1;
+    static constexpr auto actionInterface = "org.a11y.atspi.Action";
+    static constexpr int enabledState = 8, focusableState = 11, showingState = 25;
 
-    [[noreturn]] static void fail(GError* error);
+    void focusChanged(const Object&, bool) override {}
+    void windowActiveChanged(const Object&, bool) override {}
+    void peerLeft(const std::string&) override {}
+    void busLost() override {}
 
+    static TimePoint deadline() {
+        return std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    }
     // Null when the object is gone or refuses.
-    Value call(const Object& object, const char* interface, const char* method,
-               GVariant* arguments = nullptr);
-
-    std::vector<Object> children(const Object& object);
-
-    std::uint32_t roleOf(const Object& object);
-
-    std::string nameOf(const Object& object);
-
-    bool has(const Object& object, int state);
-
-    std::optional<Object> application();
+    atspi::Variant call(const Object& object, const char* interface, const char* method,
+                        atspi::Variant arguments = atspi::arguments()) {
+        return peers_.call({object, interface, method, std::move(arguments)}, deadline());
+    }
+    std::vector<Object> children(const Object& object) {
+        return atspi::readObjects(call(object, atspi::accessibleInterface, "GetChildren"))
+            .value_or(std::vector<Object>());
+    }
+    std::uint32_t roleOf(const Object& object) {
+        return atspi::readUnsigned(call(object, atspi::accessibleInterface, "GetRole")).value_or(0);
+    }
+    std::string nameOf(const Object& object) {
+        return atspi::readText(
+                   peers_.call(atspi::propertyCall(object, atspi::accessibleInterface, "Name"),
+                               deadline()))
+            .value_or("");
+    }
+    bool has(const Object& object, int state) {
+        const auto states = atspi::readStates(call(object, atspi::accessibleInterface, "GetState"));
+        return states && (states->bits >> state & 1) != 0;
+    }
 
     // Goes through what is shown until `stop` is content.
-    bool walk(const std::function<bool(const Object&)>& stop);
+    void walk(const std::function<bool(const Object&)>& stop) {
+        std::vector<Object> rest;
+        for (const auto& bus : peers_.namesOf(pid_, deadline()))
+            rest = children({bus, atspi::rootPath});
+        while (!rest.empty()) {
+            const auto object = rest.back();
+            rest.pop_back();
+            if (!has(object, showingState)) continue;
+            if (stop(object)) return;
+            for (auto& child : children(object)) rest.push_back(std::move(child));
+        }
+    }
+    std::optional<Object> find(Role role, const std::string& name) {
+        std::optional<Object> found;
+        walk([&](const Object& object) {
+            if (roleOf(object) != role || nameOf(object) != name) return false;
+            found = object;
+            return true;
+        });
+        return found;
+    }
 
-    std::optional<Object> find(Role role, const std::string& name);
-
-    std::optional<Object> labelledBy(const std::string& name);
-
-    pid_t pid_;
-    GDBusConnection* bus_ = nullptr;
+    const pid_t pid_;
+    atspi::AtspiBus bus_{*this};
+    atspi::AtspiPeers peers_{bus_};
 };
 
 }  // namespace quorvi::test
