@@ -50,15 +50,10 @@ std::optional<CloudRecord> FakeCloudServer::record(const std::string& user,
 std::map<std::string, CloudRecord> FakeCloudServer::records(const std::string& user,
                                                             const std::string& zone) const {
     std::map<std::string, CloudRecord> all;
-    if (hasZone(user, zone))
+    if (std::ranges::count(zones(user), zone))
         for (const auto& [name, stored] : accounts_.at(user).zones.at(zone).records)
             if (!stored.isDeleted) all.emplace(name, stored.record);
     return all;
-}
-
-bool FakeCloudServer::hasZone(const std::string& user, const std::string& zone) const {
-    const auto found = accounts_.find(user);
-    return found != accounts_.end() && found->second.zones.contains(zone);
 }
 
 std::vector<std::string> FakeCloudServer::zones(const std::string& user) const {
@@ -79,11 +74,6 @@ void FakeCloudServer::push(const std::string& user, const FakeCloudDatabase* aut
 
 // --- a machine ---
 
-struct FakeCloudDatabase::Gate {
-    CloudOperation operation;
-    Promise<void> promise;
-};
-
 FakeCloudDatabase::FakeCloudDatabase(Scheduler& scheduler, FakeCloudServer& server,
                                      std::string user)
     : scheduler_(scheduler), server_(server), user_(std::move(user)) {
@@ -94,27 +84,9 @@ FakeCloudDatabase::~FakeCloudDatabase() {
     server_.devices_.erase(this);
 }
 
-void FakeCloudDatabase::fail(CloudOperation operation, CloudError error, int times) {
-    failures_.insert_or_assign(operation, Failure{std::move(error), times});
-}
-
-void FakeCloudDatabase::failRecord(const std::string& name, CloudError error, int times) {
-    recordFailures_.insert_or_assign(name, Failure{std::move(error), times});
-}
-
 void FakeCloudDatabase::release(CloudOperation operation) {
-    held_.erase(operation);
-    std::erase_if(gates_, [&](const auto& gate) {
-        if (gate->operation != operation) return false;
-        gate->promise.resolve();
-        return true;
-    });
-}
-
-std::size_t FakeCloudDatabase::waiting(CloudOperation operation) const {
-    return static_cast<std::size_t>(std::count_if(
-        gates_.begin(), gates_.end(),
-        [&](const auto& gate) { return gate->operation == operation && gate.use_count() > 1; }));
+    const auto gates = gates_.extract(operation);
+    for (const auto& gate : gates.mapped()) gate->resolve();
 }
 
 void FakeCloudDatabase::signIn(const std::string& user) {
@@ -126,19 +98,18 @@ void FakeCloudDatabase::signIn(const std::string& user) {
 Task<void> FakeCloudDatabase::arrive(CloudOperation operation, std::stop_token stop) {
     ++calls[operation];
     throwIfStopped(stop);
-    if (held_.contains(operation)) {
-        const auto gate = std::make_shared<Gate>(Gate{operation, Promise<void>(scheduler_)});
-        gates_.push_back(gate);
-        auto opening = gate->promise.future(stop);
+    if (const auto held = gates_.find(operation); held != gates_.end()) {
+        const auto gate = std::make_shared<Promise<void>>(scheduler_);
+        held->second.push_back(gate);
+        auto opening = gate->future(stop);
         co_await opening;
     }
     auto waiting = sleepFor(scheduler_, delay, stop);
     co_await waiting;
     throwIfStopped(stop);
-    const auto found = failures_.find(operation);
-    if (found != failures_.end()) {
-        const auto error = found->second.error;
-        if (found->second.times > 0 && --found->second.times == 0) failures_.erase(found);
+    if (const auto found = failures_.find(operation); found != failures_.end()) {
+        const auto [error, always] = found->second;
+        if (!always) failures_.erase(found);
         throw error;
     }
     if (user_.empty() && operation != CloudOperation::accountStatus)
@@ -186,10 +157,6 @@ Task<std::vector<CloudSaveResult>> FakeCloudDatabase::saveRecords(std::vector<Cl
     std::vector<CloudSaveResult> results;
     for (auto& record : records) results.push_back(save(std::move(record)));
     server_.push(user_, this);
-    if (lostAnswers > 0) {
-        --lostAnswers;
-        throw CloudError(cloudErrorCode::networkFailure, "The answer was lost.");
-    }
     co_return results;
 }
 
@@ -198,11 +165,8 @@ CloudSaveResult FakeCloudDatabase::save(CloudRecord record) {
         return CloudSaveResult{record,
                                CloudError(code, "refused", std::nullopt, std::move(stored))};
     };
-    if (const auto found = recordFailures_.find(record.id.name); found != recordFailures_.end()) {
-        const auto error = found->second.error;
-        if (found->second.times > 0 && --found->second.times == 0) recordFailures_.erase(found);
-        return {std::move(record), error};
-    }
+    if (const auto failure = recordFailures_.extract(record.id.name))
+        return {std::move(record), failure.mapped()};
     const auto zone = account().zones.find(record.id.zone);
     if (zone == account().zones.end()) return refuse(cloudErrorCode::zoneNotFound);
     const auto found = zone->second.records.find(record.id.name);
@@ -268,18 +232,14 @@ Task<CloudRecordChanges> FakeCloudDatabase::recordChanges(std::string zone, std:
     auto sequence = sequenceOf(since, source.generation);
     CloudRecordChanges page;
     auto next = source.changes.upper_bound(sequence);
-    if (repeatsRecords)
-        for (int back = 0; back < 3 && next != source.changes.begin(); ++back) --next;
-    for (std::size_t fresh = 0; next != source.changes.end() && fresh < pageSize; ++next) {
-        if (next->first > sequence) ++fresh;
+    for (std::size_t count = 0; next != source.changes.end() && count < pageSize; ++next, ++count) {
         const auto& stored = source.records.at(next->second);
         if (!stored.isDeleted)
             page.modified.push_back(stored.record);
         else if (!since.empty())
             page.deleted.push_back(stored.record.id);
-        sequence = std::max(sequence, next->first);
+        sequence = next->first;
     }
-    if (reversesPages) std::reverse(page.modified.begin(), page.modified.end());
     page.more = next != source.changes.end();
     page.token = token(source.generation, sequence);
     co_return page;

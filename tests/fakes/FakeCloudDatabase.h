@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Quorvi/platform/CloudDatabase.h"
+#include "QuorviCore/async/Future.h"
 #include "QuorviCore/async/Lifetime.h"
 
 namespace quorvi::test {
@@ -32,7 +33,6 @@ public:
     // Returns all records of a zone by name; empty if there is no such zone.
     std::map<std::string, CloudRecord> records(const std::string& user,
                                                const std::string& zone) const;
-    bool hasZone(const std::string& user, const std::string& zone) const;
     std::vector<std::string> zones(const std::string& user) const;
     // Deletes a record and notifies the machines.
     void deleteRecord(const std::string& user, const CloudRecordID& id);
@@ -104,33 +104,28 @@ public:
 
     // --- the test's side ---
 
-    // The next `times` calls of the operation throw the error, or all calls until succeed().
-    void fail(CloudOperation operation, CloudError error, int times = 1);
-    void failAlways(CloudOperation operation, CloudError error) { fail(operation, error, -1); }
-    void succeed(CloudOperation operation) { failures_.erase(operation); }
-    // The next saves of this record are refused. serverRecordChanged without a record in `error`
-    // stays without.
-    void failRecord(const std::string& name, CloudError error, int times = 1);
+    // The next call of the operation throws the error, or all calls do.
+    void fail(CloudOperation operation, CloudError error, bool always = false) {
+        failures_.insert_or_assign(operation, std::pair(std::move(error), always));
+    }
+    // The next save of this record is refused.
+    void failRecord(const std::string& name, CloudError error) {
+        recordFailures_.insert_or_assign(name, std::move(error));
+    }
 
     // Calls of the operation wait until release().
-    void hold(CloudOperation operation) { held_.insert(operation); }
+    void hold(CloudOperation operation) { gates_.try_emplace(operation); }
     void release(CloudOperation operation);
-    // Returns the number of calls that wait.
-    std::size_t waiting(CloudOperation operation) const;
 
     // Signs another user in, or nobody (empty), and notifies observers.
     void signIn(const std::string& user);
     void signOut() { signIn({}); }
-    const std::string& user() const { return user_; }
     // Overrides the status that follows from the user.
     std::optional<CloudAccountStatus> status;
 
     Duration delay{};              // of every operation
     std::size_t pageSize = 400;    // records of one page
-    bool reversesPages = false;    // records of a page come in another order
-    bool repeatsRecords = false;   // each page brings the last records of the page before again
     bool damagesPayloads = false;  // of records that are fetched by their name
-    int lostAnswers = 0;  // the number of saves that succeed and still end with networkFailure
 
     std::map<CloudOperation, int> calls;
     std::vector<std::size_t> savedBatchSizes;
@@ -138,12 +133,6 @@ public:
 
 private:
     friend class FakeCloudServer;
-
-    struct Failure {
-        CloudError error;
-        int times = 1;
-    };
-    struct Gate;
 
     Task<void> arrive(CloudOperation operation, std::stop_token stop);
     FakeCloudServer::Account& account();
@@ -155,10 +144,9 @@ private:
     Scheduler& scheduler_;
     FakeCloudServer& server_;
     std::string user_;
-    std::map<CloudOperation, Failure> failures_;
-    std::map<std::string, Failure> recordFailures_;
-    std::set<CloudOperation> held_;
-    std::vector<std::shared_ptr<Gate>> gates_;
+    std::map<CloudOperation, std::pair<CloudError, bool>> failures_;
+    std::map<std::string, CloudError> recordFailures_;
+    std::map<CloudOperation, std::vector<std::shared_ptr<Promise<void>>>> gates_;
     Observable remoteChange_;
     Observable accountChange_;
 };

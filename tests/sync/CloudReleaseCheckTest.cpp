@@ -11,9 +11,6 @@ namespace {
 
 using Op = CloudOperation;
 
-constexpr auto passed =
-    "0 Cloud check passed: signed account access, private-zone write/read and cleanup.";
-
 class CloudReleaseCheckTest : public testing::Test {
 protected:
     // The exit status and what was printed.
@@ -30,11 +27,7 @@ protected:
     FakeCloudDatabase device{scheduler, server, "anna"};
 };
 
-TEST_F(CloudReleaseCheckTest, PassesAndLeavesNothingBehind) {
-    EXPECT_EQ(check(), passed);
-    EXPECT_EQ(device.calls[Op::deleteZone], 1);
-    EXPECT_TRUE(server.zones("anna").empty());
-
+TEST_F(CloudReleaseCheckTest, WritesARecordIntoAZoneOfItsOwn) {
     device.hold(Op::fetchRecord);
     Running<std::int32_t> running(CloudReleaseCheck::run(device, [](const std::string&) {}));
     scheduler.advance(std::chrono::seconds(1));

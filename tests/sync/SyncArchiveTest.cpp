@@ -115,40 +115,6 @@ TEST(SyncArchive, ChangesOfALargeDocumentAreAppendedUntilItIsRewritten) {
     run.scheduler.advance(60s);
     EXPECT_EQ(disk.files.files[document], documentOf(run.archive->state()));
     EXPECT_EQ(disk.journals.files[journal], "");
-
-    run.archive->count("x");
-    EXPECT_TRUE(run.persist());
-    EXPECT_NE(disk.journals.files[journal], "");
-    EXPECT_TRUE(run.archive->flush());
-    EXPECT_EQ(disk.files.files[document], documentOf(run.archive->state()));
-    EXPECT_EQ(disk.journals.files[journal], "");
-}
-
-TEST(SyncArchive, TheNextWriteMakesUpForAFailedOne) {
-    for (const bool isLarge : {false, true}) {
-        Disk disk;
-        std::string kept;
-        {
-            Program run(disk);
-            run.fill(isLarge ? 15'000 : 10);
-            ASSERT_TRUE(run.persist());
-            kept = documentOf(run.archive->state());
-            disk.files.full = disk.journals.full = true;
-            run.archive->setOwner("me");
-            EXPECT_FALSE(run.persist());
-            EXPECT_FALSE(run.persist()) << "with nothing new";
-            EXPECT_FALSE(run.archive->flush());
-            const Disk broken = disk;
-            disk.files.full = disk.journals.full = false;
-            EXPECT_TRUE(run.persist());
-            run.archive->setOwner("you");
-            EXPECT_TRUE(run.persist());
-            Disk copy = broken;
-            EXPECT_EQ(documentOf(Program(copy).archive->state()), kept);
-            kept = documentOf(run.archive->state());
-        }
-        EXPECT_EQ(documentOf(Program(disk).archive->state()), kept);
-    }
 }
 
 // After a crash, values that the stores lack would count as deleted.

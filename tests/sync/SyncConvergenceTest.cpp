@@ -5,6 +5,7 @@
 #include "tests/fakes/FakeCloudDatabase.h"
 #include "tests/support/Seeds.h"
 #include "tests/support/cloud/SyncEdits.h"
+#include "tests/support/cloud/UnreliableCloud.h"
 #include "tests/sync/SyncMachine.h"
 
 // Several machines make random changes, with unreliable clouds, wrong clocks and crashes; at the
@@ -19,12 +20,10 @@ public:
         const auto count = 3 + below(3);
         for (std::uint64_t i = 0; i < count; ++i) {
             clouds_.push_back(std::make_unique<FakeCloudDatabase>(clock_, server_, "ada"));
-            auto& cloud = *clouds_.back();
-            cloud.pageSize = 1 + below(20);
-            cloud.reversesPages = chance(3);
-            cloud.repeatsRecords = chance(3);
-            cloud.delay = std::chrono::milliseconds(below(50));
-            auto machine = std::make_unique<SyncMachine>(clock_, cloud);
+            clouds_.back()->pageSize = 1 + below(20);
+            clouds_.back()->delay = std::chrono::milliseconds(below(50));
+            networks_.push_back(std::make_unique<UnreliableCloud>(*clouds_.back(), random_()));
+            auto machine = std::make_unique<SyncMachine>(clock_, *networks_.back());
             machine->scheduler.skew = static_cast<double>(below(2 * 86400)) - 86400;
             if (chance(2)) machine->wholeUpTo = 500;  // the journal is used
             machines_.push_back(std::move(machine));
@@ -41,9 +40,7 @@ public:
     // Repairs everything and waits until nothing is under way.
     void settle() {
         for (std::size_t i = 0; i < machines_.size(); ++i) {
-            clouds_[i]->succeed(CloudOperation::zoneChanges);
-            clouds_[i]->succeed(CloudOperation::saveRecords);
-            clouds_[i]->lostAnswers = 0;
+            networks_[i]->isAway = networks_[i]->isBad = false;
             if (!machines_[i]->isRunning()) machines_[i]->start();
             machines_[i]->sync->setEnabled(true);
         }
@@ -80,26 +77,20 @@ private:
             return;
         }
         noteKept(who);
-        auto& cloud = *clouds_[who];
-        switch (below(19)) {
+        switch (below(18)) {
             case 12:
                 machine.sync->setEnabled(!machine.sync->enabled());
                 break;
             case 13:
-                cloud.fail(CloudOperation::zoneChanges, CloudError(4, "", 2s), -1);
-                break;
             case 14:
-                cloud.succeed(CloudOperation::zoneChanges);
+                networks_[who]->isAway = !networks_[who]->isAway;
                 break;
             case 15:
-                cloud.lostAnswers = 1;
-                break;
-            case 16:
                 if (chance(2)) clock_.advance(2ms);
                 machine.kill();
                 waiting_[who].clear();
                 break;
-            case 17:
+            case 16:
                 machine.quit();
                 waiting_[who].clear();
                 break;
@@ -119,6 +110,7 @@ private:
     VirtualScheduler clock_;
     FakeCloudServer server_{clock_};
     std::vector<std::unique_ptr<FakeCloudDatabase>> clouds_;
+    std::vector<std::unique_ptr<UnreliableCloud>> networks_;
     std::vector<std::unique_ptr<SyncMachine>> machines_;
     std::map<std::size_t, WaitingEdits> waiting_;
     SyncJudge judge_;
