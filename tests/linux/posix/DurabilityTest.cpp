@@ -128,7 +128,9 @@ public:
         return first == second || first == second + 1 ? static_cast<int>(second) : -1;
     }
     static std::vector<std::string> damaged(const std::string& whole) {
-        return {"", whole.substr(0, whole.size() / 2), std::string(5000, '\xA5')};
+        return {"", whole.substr(0, whole.size() / 2), std::string(5000, '\xA5'),
+                PropertyList{PropertyList::Array{}}.toBinary(),
+                "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict/></plist>"};
     }
 
 protected:
