@@ -28,8 +28,8 @@ public:
         std::filesystem::path history, archive;  // the files
     };
     enum class Access {
-        reading,   // beside a running program; what it is just writing may be missing
-        changing,  // while none runs
+        reading,   // while the program may run; its latest writes may be missing
+        changing,  // only while the program does not run
     };
 
     // Throws a std::exception with a sentence when something can't be read; nothing is ever written
@@ -45,12 +45,12 @@ public:
     static Counts count(const std::vector<SyncItem>& items);
 
     // Folds in versions from elsewhere, in memory: the later version of each value counts, what was
-    // deleted here stays deleted, and a dropped text stays dropped. Yields how many values differ
-    // from what was there.
+    // deleted here stays deleted, and a dropped text stays dropped. Returns how many values
+    // changed.
     Counts merge(const std::vector<SyncItem>& incoming);
 
-    // Writes it. Throws a std::exception with a sentence. The history is replaced as a whole, then
-    // the preferences are: if that fails, merging the same once more completes it.
+    // Writes the merged data. Throws a std::exception with a sentence. Replaces the history, then
+    // the preferences; after a failure between the two, the same merge completes it.
     void save();
 
 private:

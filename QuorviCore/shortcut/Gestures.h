@@ -8,12 +8,12 @@
 
 namespace quorvi {
 
-// Remembers whether a key-combination shortcut is held, so that auto-repeat and releases that were
-// never pressed change nothing.
+// Remembers whether a key-combination shortcut is held, so that auto-repeat and unmatched releases
+// are ignored.
 struct HotkeyLatch {
     bool isDown = false;
 
-    // The new state when it is one, else nothing.
+    // Returns the new state if it changed, else nullopt.
     std::optional<bool> transition(bool down) {
         if (down == isDown) return std::nullopt;
         isDown = down;
@@ -36,7 +36,7 @@ struct ModifierHotkeyGesture {
 
     // The shortcut key went down; `eligible` when nothing else is held.
     Action press(bool eligible, DictationMode mode);
-    // Something else happened while the key may be held.
+    // Another key or button was pressed; the shortcut key may be held.
     Action chord();
     // The hold delay has passed since `arm`.
     Action holdElapsed();
@@ -48,7 +48,7 @@ struct ModifierHotkeyGesture {
 struct StandaloneModifierCapture {
     std::optional<Hotkey> pending;
 
-    // For every change of the modifier flags; yields the shortcut when one was chosen.
+    // Call for every change of the modifier flags; returns the shortcut once one was chosen.
     std::optional<Hotkey> modifierChanged(KeyCode keyCode, std::uint64_t flags);
 };
 

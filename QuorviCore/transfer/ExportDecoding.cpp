@@ -13,8 +13,8 @@ namespace quorvi {
 
 namespace {
 
-// Milliseconds since 1970 at the end of the year 9999. A stamp beyond it would beat whatever is
-// written ever after.
+// Milliseconds since 1970 at the end of the year 9999. A later stamp would win over every
+// later edit.
 constexpr std::int64_t lastRevision = 253'402'300'799'999;
 constexpr std::size_t valuesPerReport = 1000;
 

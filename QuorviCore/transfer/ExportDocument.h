@@ -9,20 +9,19 @@
 
 #include "QuorviCore/sync/SyncItem.h"
 
-// The document in which a user takes their dictations, rules and settings along: JSON for people
-// and other programs to read. Each value carries the stamp by which the ledger tells which of two
-// versions counts. docs/user/export.md describes it.
+// The export of a user's dictations, rules and settings: JSON for people and other programs. Each
+// value carries the stamp by which the ledger tells which of two versions counts.
+// docs/user/export.md describes it.
 namespace quorvi {
 
-// Thrown for what is no such document; what() is a sentence for the user.
+// Thrown for an invalid document; what() is a sentence for the user.
 class ExportFormatError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
 // Writes items that are not deleted, in their order, piece by piece, so that the document need not
-// be in memory as a whole. A value that the document has no form for is left out. For one thread at
-// a time.
+// be in memory as a whole. A value that the format cannot express is left out. Not thread-safe.
 class ExportEncoder {
 public:
     explicit ExportEncoder(std::vector<SyncItem> items);
@@ -46,10 +45,9 @@ private:
     std::string piece_;
 };
 
-// Reads it strictly: a fault anywhere, or something required that is missing, makes the whole
-// unreadable. Unknown keys are ignored, and so are unknown settings later on. `progress` is told
-// now and then how many values of how many are read; what it throws is passed on. Throws
-// ExportFormatError.
+// Reads an export strictly: any error or missing required key rejects the whole document. Ignores
+// unknown keys; the caller ignores unknown settings. Calls `progress` from time to time with the
+// number of values read and in total; its exceptions propagate. Throws ExportFormatError.
 std::vector<SyncItem> decodeExport(
     std::string document, const std::function<void(std::size_t done, std::size_t of)>& progress);
 

@@ -64,7 +64,7 @@ void ClipboardKeeper::tell(ClipboardMessage message) {
 }
 
 bool ClipboardKeeper::sendContent() {
-    // Without memory for it nothing is kept, which is better than what was there before.
+    // Without memory nothing is kept; the outdated content would be worse.
     const auto file = content_.empty() ? nullptr : clipboardFile(content_);
     return sendClipboardMessage(*socket_, {}, file.get());
 }
@@ -84,7 +84,7 @@ bool ClipboardKeeper::start() {
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
-    // What ends this program, a terminal or its session, is not to end the keeper.
+    // A signal that ends this program's terminal or session must not end the keeper.
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
     std::string name = program_;
     char* arguments[] = {name.data(), nullptr};

@@ -24,7 +24,7 @@ QuorviError saveFailure(int error) {
     return QuorviError::message(say::updateNotSaved(std::generic_category().message(error)));
 }
 
-// A file that is gone again unless it was completed.
+// A file that is removed unless it was completed.
 class NewFile {
 public:
     NewFile(fs::path path, std::uint64_t length)
@@ -85,8 +85,8 @@ private:
 
 using Progress = std::function<void(std::uint64_t)>;
 
-// Carries the count to the main thread, which is told the latest one whenever it has time, and
-// nothing once the asking coroutine is gone.
+// Posts the count to the main thread, which gets the latest one when it is idle, and
+// nothing after the coroutine is destroyed.
 class Report {
 public:
     Report(Scheduler& scheduler, const std::shared_ptr<Progress>& progress)

@@ -25,8 +25,8 @@ CURLM* newMulti() {
     return multi;
 }
 
-// What is asked of the transport's thread. Outlives the thread for the sake of requests whose
-// coroutine frames die later than the transport.
+// Requests to the transport's thread. Outlives the thread, because some requests'
+// coroutine frames are destroyed after the transport.
 class Inbox {
 public:
     explicit Inbox(CURLM* multi) : multi_(multi) {}
@@ -49,7 +49,7 @@ public:
         curl_multi_wakeup(std::exchange(multi_, nullptr));
     }
 
-    // False when the thread is to end.
+    // Returns false when the thread should end.
     bool take(std::vector<std::unique_ptr<CurlTransfer>>& starting,
               std::vector<std::uint64_t>& cancelled) {
         std::lock_guard lock(mutex_);
@@ -204,7 +204,7 @@ void CurlTransport::openConnection(std::string url) {
     HttpRequest head;
     head.method = "HEAD";
     head.url = std::move(url);
-    // A connection that takes longer than this is of no use to the request that follows.
+    // A connection that takes longer does not help the request that follows.
     head.timeout = std::chrono::seconds(10);
     worker_->inbox()->start(
         std::make_unique<CurlTransfer>(worker_->nextId(), std::move(head), std::nullopt));

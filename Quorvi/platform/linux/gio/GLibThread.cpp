@@ -16,7 +16,7 @@ GLibThread::GLibThread(const char* name, std::function<void()> begin, std::funct
 }
 
 GLibThread::~GLibThread() {
-    // From inside the loop: one that has not started yet would miss it.
+    // Quit from inside the loop: a loop that has not started yet would miss the call.
     invoke([this] { g_main_loop_quit(loop_.get()); });
     thread_.join();
 }

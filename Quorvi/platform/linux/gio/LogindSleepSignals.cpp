@@ -19,7 +19,7 @@ struct LogindSleepSignals::Link {
 
     static void connected(GObject*, GAsyncResult* result, gpointer data) {
         auto* connection = g_dbus_connection_new_for_address_finish(result, nullptr);
-        // Null, and `data` gone, if connecting was cancelled.
+        // Null if connecting was cancelled; `data` is then destroyed.
         if (connection == nullptr) return;
         auto* link = static_cast<Link*>(data);
         link->bus.reset(connection);

@@ -24,7 +24,7 @@ constexpr mode_t fileMode = 0600;
     throw std::system_error(errno, std::generic_category(), what + (' ' + path.string()));
 }
 
-// What a draft's name begins with.
+// Prefix of draft names.
 std::string draftPrefix(const std::filesystem::path& file) {
     return "." + file.filename().string() + ".draft-";
 }
@@ -48,10 +48,10 @@ public:
         for (;;) {
             descriptor_ = ::mkostemp(path_.data(), O_CLOEXEC);
             if (descriptor_ < 0) fail("create", path_);
-            // On a file system without locks nobody can sweep either.
+            // On a file system without locks nobody sweeps.
             const bool isOurs = lock(descriptor_) || errno != EWOULDBLOCK;
             if (isOurs && hasName(descriptor_)) break;
-            // Somebody who sweeps was quicker, and has removed it or is about to.
+            // Another process is sweeping, and has removed it or is about to.
             ::close(descriptor_);
             path_ = pattern;
         }
@@ -71,7 +71,7 @@ public:
             bytes.remove_prefix(static_cast<std::size_t>(written));
             size_ += written;
         }
-        // The disk gets to work while the rest is still being made.
+        // Start writing back while the rest is still being produced.
         if (size_ - begun_ < writeAhead) return;
         ::sync_file_range(descriptor_, begun_, size_ - begun_, SYNC_FILE_RANGE_WRITE);
         begun_ = size_;
@@ -94,8 +94,8 @@ private:
     off_t begun_ = 0;  // what the disk has been told to write
 };
 
-// A second name for the present content, put in the place of an older generation's in one step. A
-// file system without second names gets a copy.
+// A hard link to the present content, renamed over the older generation. A
+// file system without hard links gets a copy.
 void keepPrevious(const std::filesystem::path& file, const std::filesystem::path& previous,
                   PosixFileStore& store) {
     const auto link = previous.string() + ".link";
@@ -113,7 +113,7 @@ void keepPrevious(const std::filesystem::path& file, const std::filesystem::path
     ::unlink(link.c_str());  // still there when both were names of one file
 }
 
-// Removes what programs that died in the middle of writing have left.
+// Removes drafts of processes that died while writing.
 void sweepDrafts(const std::filesystem::path& file) {
     const auto prefix = draftPrefix(file);
     std::error_code error;
@@ -146,7 +146,7 @@ std::optional<std::string> PosixFileStore::read(const std::filesystem::path& fil
     if (::fstat(descriptor.get(), &status) != 0) fail("stat", file);
     if (!S_ISREG(status.st_mode))
         throw std::system_error(std::make_error_code(std::errc::invalid_argument), file.string());
-    // A little more, so that the end is found without another copy.
+    // One byte more, so that the end is found without another copy.
     std::string content(static_cast<std::size_t>(status.st_size) + 64, '\0');
     std::size_t size = 0;
     for (;;) {
@@ -161,7 +161,7 @@ std::optional<std::string> PosixFileStore::read(const std::filesystem::path& fil
     return content;
 }
 
-// `write` is given the new file, and writes its content.
+// `write` writes the content into the new file.
 template <class Write>
 void PosixFileStore::replaceWith(const std::filesystem::path& name,
                                  const std::filesystem::path& previous, Write write) {

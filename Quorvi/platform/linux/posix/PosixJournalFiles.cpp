@@ -28,10 +28,10 @@ public:
         struct stat status {};
         if (::fstat(file_.get(), &status) != 0) fail(errno, "stat", path_);
         if (!S_ISREG(status.st_mode)) fail(EINVAL, "open", path_);
-        // On a file system without locks nobody else can be kept away.
+        // On a file system without locks other processes cannot be excluded.
         if (::flock(file_.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
             fail(EAGAIN, "lock", path_);
-        // What is appended to a file without a name that lasts would be lost with it.
+        // Without a durable directory entry the appended data would be lost with the file.
         const Descriptor folder(
             ::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         if (folder) ::fsync(folder.get());

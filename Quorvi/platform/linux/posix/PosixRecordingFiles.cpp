@@ -25,7 +25,7 @@ std::string reason(int error) {
     return std::generic_category().message(error);
 }
 
-// Opens the folder itself, never what a link of that name leads to.
+// Opens the folder itself; never follows a symbolic link.
 Descriptor openFolder(const fs::path& folder) {
     return Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }

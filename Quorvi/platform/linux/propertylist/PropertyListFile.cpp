@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 constexpr std::uintmax_t maximalSize = 64 << 20;
 constexpr auto lockPatience = 2s;
 
-// The content is there, but means nothing to us.
+// The file exists but cannot be parsed.
 struct NotUnderstood : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -28,7 +28,7 @@ PropertyListFile::Value valueOf(const PropertyListFile::Values& values, std::str
     return found == values.end() ? nullptr : found->second;
 }
 
-// What turns one dictionary into the other, without the keys that are in `except`.
+// Returns the changes from one dictionary to the other, except the keys in `except`.
 PropertyListFile::Changes difference(const PropertyListFile::Values& from,
                                      const PropertyListFile::Values& to,
                                      const PropertyListFile::Changes& except) {

@@ -42,7 +42,7 @@ struct Free {
     }
 };
 
-// The file as libav's muxer sees it.
+// The file behind libav's I/O callbacks.
 class OutputFile {
 public:
     OutputFile() = default;
@@ -211,7 +211,7 @@ void SpareAacWriter::prepare() {
     try {
         spare_ = std::make_unique<AacFileWriter>(AudioSettings{});
     } catch (const std::exception&) {
-        // The recording will fail with this, where somebody is told.
+        // The recording fails with the same error and reports it.
     }
 }
 

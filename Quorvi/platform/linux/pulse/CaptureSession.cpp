@@ -14,7 +14,7 @@ namespace quorvi {
 namespace {
 
 constexpr float silence = -160;
-// What the encoder takes at a time; waking its thread for less gains nothing.
+// The encoder's batch; waking its thread for less gains nothing.
 constexpr std::size_t encoderFrame = 1024;
 
 std::exception_ptr microphoneFailed() {
@@ -99,7 +99,7 @@ void CaptureSession::take(std::span<const std::int16_t> samples) {
 
 void CaptureSession::streamEnded() {
     closeStream();
-    // A recording that hasn't started is given up by the one who waits for it.
+    // A recording that hasn't started is abandoned by its waiting coroutine.
     if (!stopping_ && !isStarted()) return started.reject(microphoneFailed());
     if (!stopping_) reportEnd(CaptureEnd::deviceLost);
     finishFile();
@@ -197,7 +197,7 @@ std::int64_t CaptureSession::capturedSamples() const {
 
 float CaptureSession::averagePower() {
     std::lock_guard lock(mutex_);
-    // Nothing new since the last call: the level is still that one.
+    // Nothing new since the last call: return the same level.
     if (measured_ == 0) return lastPower_;
     const double mean = squares_ / static_cast<double>(measured_) / (32768.0 * 32768.0);
     squares_ = 0;

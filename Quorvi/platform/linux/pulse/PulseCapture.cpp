@@ -7,7 +7,7 @@ namespace quorvi {
 
 namespace {
 
-// Gives a session up unless it came to run, also when the waiting frame is destroyed.
+// Abandons a session that did not start, also when the waiting coroutine is destroyed.
 class GiveUp {
 public:
     explicit GiveUp(std::shared_ptr<CaptureSession> session) : session_(std::move(session)) {}

@@ -33,7 +33,7 @@ void release(pa_operation* operation) {
 
 }  // namespace
 
-// The part of the main thread and the part of the sound thread meet only in posted functions.
+// Main thread and sound thread share no state; they communicate by posted functions.
 struct PulseConnection::Impl {
     Impl(Scheduler& s, std::string address)
         : scheduler(s), server(std::move(address)), socket(PulseServerWatch::socketPath(server)) {}
@@ -218,7 +218,7 @@ Observable& PulseConnection::changed() {
 
 void PulseConnection::refresh(std::function<void()> answered) {
     run([impl = impl_.get(), answered = std::move(answered)]() mutable {
-        // Asking again only matters when there is a connection; a new one begins by asking.
+        // Only useful while connected; a new connection asks by itself.
         if (impl->ready) {
             impl->ready = false;
             impl->query();

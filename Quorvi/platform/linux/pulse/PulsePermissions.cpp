@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A server that accepts a connection and says nothing is as good as none.
+// A server that accepts a connection and never answers counts as missing.
 constexpr Duration answerLimit = 3s;
 
 std::string variable(const char* name) {

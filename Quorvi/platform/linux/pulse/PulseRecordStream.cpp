@@ -20,7 +20,7 @@ constexpr int fragmentsPerSecond = 200;
 constexpr Duration startLimit = 4s;
 // A device that delivers nothing for this long is suspended or gone.
 constexpr Duration silenceLimit = 2s;
-// What the device is just collecting is complete with the fragment after this; a device that
+// The next fragment completes the sound that the device is collecting; a device that
 // delivers none is not waited for.
 constexpr Duration lastFragmentLimit = 25ms;
 // A server that is alive then answers in well under a millisecond.
@@ -33,7 +33,7 @@ struct PulseRecordStream::Callbacks {
         auto* self = static_cast<PulseRecordStream*>(data);
         const auto state = pa_stream_get_state(stream);
         if (state == PA_STREAM_READY) {
-            // The server may have had its own idea about the source.
+            // The server may have chosen another source.
             const char* source = pa_stream_get_device_name(stream);
             if (source && self->connection_.isMonitor(source)) self->end();
         } else if (!PA_STREAM_IS_GOOD(state)) {
@@ -124,7 +124,7 @@ void PulseRecordStream::read() {
     if (any && !draining_) dataDue_ = std::chrono::steady_clock::now() + silenceLimit;
 }
 
-// One timer runs to the time when data was due; data that came meanwhile moves that time on.
+// One timer for the time when data is due; data that arrives moves it on.
 void PulseRecordStream::expectData(Duration limit) {
     dataDue_ = std::chrono::steady_clock::now() + limit;
     limit_ = connection_.after(limit, [this] {

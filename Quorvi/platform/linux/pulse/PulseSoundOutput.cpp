@@ -94,7 +94,7 @@ private:
         if (!PA_STREAM_IS_GOOD(state)) self->drop();
     }
 
-    // Whatever the stream still has to play is thrown away first, so that clips never overlap.
+    // Drop what is still queued, so that clips never overlap.
     void start() {
         if (!sound_ || std::chrono::steady_clock::now() - asked_ > latestStart) return pause();
         const auto samples = scaled(sound_->samples, volume_);
@@ -155,7 +155,7 @@ private:
     std::shared_ptr<const PcmSound> sound_;
 };
 
-// Whoever lets go of the player last, it ends on the sound thread.
+// The player is always destroyed on the sound thread.
 PulseSoundOutput::PulseSoundOutput(PulseConnection& connection)
     : connection_(connection), player_(new Player(connection), [&connection](Player* player) {
           connection.run([player] { delete player; });

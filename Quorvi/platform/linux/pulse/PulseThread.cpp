@@ -63,7 +63,7 @@ struct PulseThread::Impl {
         eventfd_read(fd, &count);
     }
 
-    // False when the thread is to end and nothing is left to do.
+    // Returns false when the thread should end and nothing is left to do.
     bool runJobs() {
         for (;;) {
             std::function<void()> job;

@@ -46,7 +46,7 @@ GVariant* variantOf(const Attributes& attributes) {
     return g_variant_builder_end(&builder);
 }
 
-// What the user's answer to a prompt is waited for with.
+// Waits for the user's answer to a prompt.
 struct Answer {
     bool isThere = false;
     bool wasDismissed = true;
@@ -93,7 +93,7 @@ private:
 Service::~Service() {
     session_.reset();
     bus_.reset();
-    // What libsecret had subscribed to is given back in here.
+    // Releases libsecret's own subscriptions.
     while (g_main_context_iteration(context_.get(), FALSE)) continue;
 }
 
@@ -119,14 +119,14 @@ void Service::connect(Operation& operation) {
     try {
         bus_.reset(g_bus_get_finish(result.get(), Error()));
     } catch (const Failure& failure) {
-        // Whatever is wrong with the bus, there is no keychain.
+        // Any fault of the bus means that there is no keychain.
         if (failure.status == Status::userCanceled) throw;
         throw Failure{Status::notAvailable};
     }
     g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
 }
 
-// Empty when nobody has the name.
+// Empty if the name has no owner.
 std::string Service::ownerOfName(Operation& operation) {
     try {
         const auto answer = operation.call(bus_.get(), busName, busPath, busName, "GetNameOwner",
@@ -259,7 +259,7 @@ void Service::createItem(Operation& operation, const Attributes& attributes, con
                           g_variant_new_string(label));
     g_variant_builder_add(&properties, "{sv}", "org.freedesktop.Secret.Item.Attributes",
                           variantOf(attributes));
-    // In the place of one with the same attributes, which another program may have just made.
+    // Replaces an item with the same attributes, which another program may have just created.
     const auto answer =
         call(operation, collection, collectionInterface, "CreateItem",
              g_variant_new("(a{sv}@(oayays)b)", &properties, encoded(secret), TRUE), "(oo)");

@@ -62,7 +62,7 @@ Status statusOfIoError(int code) {
         case G_IO_ERROR_BROKEN_PIPE:
         case G_IO_ERROR_TIMED_OUT:
             return Status::ioError;
-        // What finding and opening the bus ends in.
+        // The result of finding and opening the bus.
         case G_IO_ERROR_NOT_FOUND:
         case G_IO_ERROR_CONNECTION_REFUSED:
         case G_IO_ERROR_INVALID_ARGUMENT:
@@ -100,7 +100,7 @@ Operation::Operation(GMainContext* context, std::stop_token stop) : context_(con
 
 Operation::~Operation() {
     onStop_.reset();
-    // What was cancelled still reports back.
+    // A cancelled call still reports back.
     while (g_main_context_iteration(context_, FALSE)) continue;
     g_main_context_pop_thread_default(context_);
 }

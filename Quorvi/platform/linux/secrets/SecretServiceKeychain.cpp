@@ -70,7 +70,7 @@ Status SecretServiceKeychain::exists(const KeychainQuery& query, std::stop_token
     return run(std::move(stop), [&](Operation& operation) {
         const auto found = service_->search(operation, attributesOf(query));
         if (!found.unlocked.empty()) return;
-        // A service that was never unlocked doesn't know what is in the collection.
+        // A service that was never unlocked doesn't know the collection's content.
         const bool isLocked =
             !found.locked.empty() || !service_->lockedCollection(operation).empty();
         throw Failure{isLocked ? Status::interactionNotAllowed : Status::itemNotFound};

@@ -35,7 +35,7 @@ std::string installedApplicationName(const std::string& instance, const std::str
             name = g_app_info_get_name(G_APP_INFO(info));
     }
     // GTK names a window after its program. Several entries may start it, in no certain order: the
-    // one that asks the least of it stands for the program, another one for its settings.
+    // entry with the fewest arguments names the program; another may open its settings.
     std::string shortest;
     for (GList* item = name.empty() ? all : nullptr; item != nullptr; item = item->next) {
         auto* info = G_APP_INFO(item->data);

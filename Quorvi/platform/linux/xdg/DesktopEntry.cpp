@@ -57,7 +57,7 @@ std::string programOf(GKeyFile* file) {
     return withoutFieldCodes(*words.get());
 }
 
-// A value as it stands in the file.
+// Escapes a value for the file.
 std::string escapedValue(const std::string& value) {
     std::string result;
     for (const char c : value) {

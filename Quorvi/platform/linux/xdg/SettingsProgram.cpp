@@ -74,7 +74,7 @@ void leaveSession(void*) {
 
 std::vector<std::vector<std::string>> settingsPrograms(PrivacyPane pane,
                                                        const std::string& desktops) {
-    // What watches the keyboard is no subject of its own here.
+    // Desktops have no settings page for reading the keyboard.
     if (pane == PrivacyPane::inputMonitoring) pane = PrivacyPane::accessibility;
     const auto running = split(desktops);
     std::vector<std::vector<std::string>> own, others;
@@ -86,7 +86,7 @@ std::vector<std::vector<std::string>> settingsPrograms(PrivacyPane pane,
         const bool isOwn = std::ranges::find(running, program.desktop) != running.end();
         (isOwn ? own : others).push_back(std::move(command));
     }
-    // Of the others the most independent one comes first.
+    // Then the others, most independent program (last in the table) first.
     own.insert(own.end(), others.rbegin(), others.rend());
     return own;
 }

@@ -12,7 +12,7 @@ namespace {
 
 constexpr auto folderName = "Quorvi";
 
-// The variable's folder, empty when it names none.
+// Returns the folder in the variable; empty if it is unset or relative.
 std::filesystem::path variable(const char* name) {
     const char* value = std::getenv(name);
     std::filesystem::path folder = value ? value : "";

@@ -75,7 +75,7 @@ Status XdgLoginItem::status() {
     const auto entry = DesktopEntry::read(entry_, places_.desktops);
     if (!entry) return Status::unknown;
     if (entry->isHidden || !entry->showsHere) return Status::requiresApproval;
-    // One that starts another copy, or one that is gone, says nothing about this program.
+    // An entry for another copy, or a missing one, does not concern this program.
     const auto program = findProgram(entry->program, places_.searchPath);
     return isSameFile(program, places_.executable) ? Status::enabled : Status::notRegistered;
 }

@@ -127,7 +127,7 @@ bool X11SelectionConnection::dispatchQueued() {
     return any;
 }
 
-// Errors arrive here as events of type 0 and are dropped: they tell of requestors that have
+// Errors arrive as events of type 0 and are dropped: they come from requestors that have
 // vanished, whose transfers end by their window's destruction or by their deadline.
 void X11SelectionConnection::dispatch(const xcb_generic_event_t& event) {
     using Kind = X11SelectionEvent::Kind;

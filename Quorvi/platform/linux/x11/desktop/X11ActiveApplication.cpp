@@ -26,8 +26,8 @@ std::optional<RunningApplication> X11ActiveApplication::look() {
 }
 
 pid_t X11ActiveApplication::processOf(xcb_window_t window) const {
-    // The server knows the process behind a local connection; what a window says of itself may be
-    // missing, or be a number inside a container.
+    // The server knows the process of a local connection; the window's own property may be
+    // missing, or a process id inside a container.
     if (canAskForClients_) {
         auto* c = connection_.get();
         const xcb_res_client_id_spec_t asked{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};

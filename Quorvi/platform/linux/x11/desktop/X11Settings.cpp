@@ -8,7 +8,7 @@ namespace quorvi {
 
 namespace {
 
-// Reads a list piece by piece; past its end everything is nothing.
+// Reads a list in order; returns zeros past its end.
 class Reader {
 public:
     explicit Reader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}

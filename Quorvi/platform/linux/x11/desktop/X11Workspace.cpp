@@ -114,7 +114,7 @@ private:
                    active_->activeWindowAtom();
     }
 
-    // Which application it is counts at once; its name may take longer.
+    // Publish the application at once; looking up its name may take longer.
     void update() {
         remember(active_->look());
         if (active_->lookUpName()) remember(active_->look());

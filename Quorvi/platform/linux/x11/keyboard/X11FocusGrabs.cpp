@@ -56,7 +56,7 @@ void X11FocusGrabs::setLayout(const X11Layout& layout) {
 
 void X11FocusGrabs::setSwallowed(std::vector<SwallowedKey> keys) {
     ungrabAll();
-    // What is left of presses whose release went elsewhere.
+    // Presses whose release went to another window.
     for (std::size_t keycode = 0; keycode < swallowed_.size(); ++keycode)
         if (!pressed_.isDown(static_cast<XKeycode>(keycode))) swallowed_.reset(keycode);
     keys_ = std::move(keys);
