@@ -187,20 +187,21 @@ bool X11FocusGrabs::isRepeat(const xcb_key_press_event_t& event) const {
 void X11FocusGrabs::keyPress(const xcb_key_press_event_t& event) {
     const auto keycode = event.detail;
     bool repeats = isRepeat(event);
-    if (repeats && !swallowed_.test(keycode)) {
+    if (repeats) {
         catchUp_();
         repeats = isRepeat(event);
-        // The application has seen this key go down before it was declared, or with other
-        // modifiers. The rest of that press is its own, too.
-        if (repeats) return giveBack();
     }
+    // The application has seen this key go down before it was declared, or with other modifiers.
+    // The rest of that press is its own, too.
+    if (repeats && !swallowed_.test(keycode)) return giveBack(event.time);
     if (!repeats && activeKey_ != 0) {
-        if (changesFlags(layout_.keyCodeOf(keycode))) return allow(XCB_ALLOW_SYNC_KEYBOARD);
-        if (!isGrabbed(keycode, event.state)) return giveBack();
+        if (changesFlags(layout_.keyCodeOf(keycode)))
+            return allow(XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
+        if (!isGrabbed(keycode, event.state)) return giveBack(XCB_CURRENT_TIME);
     }
     if (activeKey_ == 0) activeKey_ = keycode;
     swallowed_.set(keycode);
-    allow(XCB_ALLOW_SYNC_KEYBOARD);
+    allow(XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
     if (repeats) onRepeat_(keycode);
 }
 
@@ -209,22 +210,24 @@ void X11FocusGrabs::keyRelease(const xcb_key_release_event_t& event) {
     if (keycode == activeKey_) {
         swallowed_.reset(keycode);
         activeKey_ = 0;
-        allow(XCB_ALLOW_ASYNC_KEYBOARD);
+        // Usually ends the grab by itself. The next one may begin within the same millisecond, and
+        // must not be unfrozen by this answer.
+        allow(XCB_ALLOW_ASYNC_KEYBOARD, event.time - 1);
     } else if (swallowed_.test(keycode) || changesFlags(layout_.keyCodeOf(keycode))) {
         swallowed_.reset(keycode);
-        allow(XCB_ALLOW_SYNC_KEYBOARD);
+        allow(XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
     } else {
-        giveBack();
+        giveBack(XCB_CURRENT_TIME);
     }
 }
 
-void X11FocusGrabs::giveBack() {
+void X11FocusGrabs::giveBack(xcb_timestamp_t time) {
     activeKey_ = 0;
-    allow(XCB_ALLOW_REPLAY_KEYBOARD);
+    allow(XCB_ALLOW_REPLAY_KEYBOARD, time);
 }
 
-void X11FocusGrabs::allow(std::uint8_t mode) {
-    xcb_allow_events(connection_.get(), mode, XCB_CURRENT_TIME);
+void X11FocusGrabs::allow(std::uint8_t mode, xcb_timestamp_t time) {
+    xcb_allow_events(connection_.get(), mode, time);
     xcb_flush(connection_.get());
 }
 

@@ -64,8 +64,11 @@ private:
     void keyRelease(const xcb_key_release_event_t& event);
     bool isGrabbed(XKeycode keycode, std::uint16_t state) const;
     bool isRepeat(const xcb_key_press_event_t& event) const;
-    void allow(std::uint8_t mode);
-    void giveBack();
+    // `time` is that of the event that is answered. The grab may be over and the next one active by
+    // now: the server ignores an answer from before its beginning, which would unfreeze it too
+    // early and lose the keys that follow.
+    void allow(std::uint8_t mode, xcb_timestamp_t time);
+    void giveBack(xcb_timestamp_t time);
 
     X11Connection connection_;
     const X11PressedKeys& pressed_;
