@@ -51,7 +51,7 @@ TEST_P(SilentPostgres, IsAskedForChanges) {
         // The first poll may come after this change; then it takes a later one to notify.
         EXPECT_TRUE(rig->runUntil([&, n = 0]() mutable {
             if (n++ % 50 == 0)
-                saved(first, record(std::to_string(i) + "." + std::to_string(n), "x"));
+                saved(first, noteRecord(std::to_string(i) + "." + std::to_string(n), "x"));
             return told > before;
         }));
     }
