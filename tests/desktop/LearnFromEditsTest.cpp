@@ -8,12 +8,6 @@ namespace {
 // The user mends a dictation in a real editor: "nice" becomes "nise".
 class LearnFromEdits : public Desk {
 protected:
-    // The caret is behind the sentence, where the paste has left it.
-    void mend() {
-        user.tap(key::left, 8);
-        user.tap(key::backspace);
-        user.type("s");
-    }
     bool hasEvent(std::string_view code) const {
         const auto events = corrections.learningEvents();
         return std::ranges::find(events, code, &LearningEvent::code) != events.end();
@@ -48,7 +42,7 @@ TEST_F(LearnFromEdits, AMendedWordBecomesARuleInEveryKindOfEditor) {
           chromium("<div contenteditable id=e></div><script>e.focus()</script>", folder)}) {
         const auto rulesBefore = corrections.rules().rules();
         dictateInto(command);
-        mend();
+        mendSentence();
         ASSERT_TRUE(until([&] { return writesNiceAs("nise"); })) << command[0] << ": " << trail();
         EXPECT_EQ(model->message().english(), "nice → nise");
         if (command[0] == "mousepad") {
@@ -61,7 +55,7 @@ TEST_F(LearnFromEdits, AMendedWordBecomesARuleInEveryKindOfEditor) {
 
 TEST_F(LearnFromEdits, ASwitchToAnotherWindowRightAfterIt) {
     dictateInto(mousepad(folder.write("note.txt", "")));
-    mend();
+    mendSentence();
     Process other({"zenity", "--info", "--text=hello"});
     user.bringToFront(other.pid());
     EXPECT_TRUE(untilEvent("observer.saved")) << trail();

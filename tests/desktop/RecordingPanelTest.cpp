@@ -5,20 +5,15 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QScreen>
-#include <sstream>
+#include <algorithm>
 
 #include "Quorvi/app/composition/LinuxDesktop.h"
-#include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/x11/desktop/X11Compositing.h"
 #include "Quorvi/shell/QtScheduler.h"
 #include "tests/dictation/DictationFixture.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
-#include "tests/support/Process.h"
-#include "tests/support/Waiting.h"
-#include "tests/support/desktop/Editors.h"
-#include "tests/support/desktop/FieldReader.h"
-#include "tests/support/desktop/TestUser.h"
+#include "tests/support/desktop/EditorUser.h"
 #include "tests/support/ui/DesktopQt.h"
 #include "tests/support/ui/Seen.h"
 
@@ -95,25 +90,18 @@ TEST_F(RecordingPanelTest, IsOnThePointersScreenAboveTheBarOfThatScreen) {
 }
 
 TEST_F(RecordingPanelTest, IsNotAnimatedWhileTheDesktopDisablesAnimations) {
-    Process settings;
     auto* meter = part<LevelMeter>(panel);
     beginDictation();
-    for (const bool animations : {true, false, true}) {
-        const auto file =
-            files_.write("xsettingsd", "Gtk/EnableAnimations " + std::to_string(animations) + "\n");
-        if (settings.pid() > 0)
-            settings.signal(SIGHUP);
-        else
-            settings = Process({"xsettingsd", "-c", file});
-        EXPECT_TRUE(inQtLoop([&] {
-            panel.present();
-            return desktop.surroundings().reducesMotion != animations;
-        }));
-        meter->setLevel(0);
-        EXPECT_TRUE(inQtLoop([&] { return !meter->isMoving(); }));
-        meter->setLevel(1);
-        EXPECT_EQ(meter->isMoving(), animations);
-    }
+    meter->setLevel(1);
+    EXPECT_TRUE(meter->isMoving());
+    const Process settings(
+        {"xsettingsd", "-c", files_.write("xsettingsd", "Gtk/EnableAnimations 0\n")});
+    EXPECT_TRUE(inQtLoop([&] { return desktop.surroundings().reducesMotion; }));
+    panel.present();
+    meter->setLevel(0);
+    EXPECT_TRUE(inQtLoop([&] { return !meter->isMoving(); }));
+    meter->setLevel(1);
+    EXPECT_FALSE(meter->isMoving());
     model->cancel();
     endDictation();
 }
@@ -125,23 +113,9 @@ protected:
     void SetUp() override {
         if (GetParam() == std::string("xfwm4")) {
             windowManager = Process({"xfwm4", "--replace", "--compositor=on"});
-            ASSERT_TRUE(eventually([&] {
-                return shell(
-                           "xprop -id $(xprop -root -notype -f _NET_SUPPORTING_WM_CHECK 32x "
-                           "' $0' _NET_SUPPORTING_WM_CHECK | cut -d' ' -f2) _NET_WM_NAME")
-                           .find("Xfwm4") != std::string::npos;
-            }));
             ASSERT_TRUE(eventually(x11IsComposited));
         }
-        editorProgram = Process(mousepad(files_.write("note.txt", "")));
-        user.bringToFront(editorProgram.pid());
-        textField = reader.waitForFocus(editorProgram.pid(), "AXTextArea");
-        ASSERT_TRUE(textField);
-    }
-    bool isInWindowList() {
-        std::ostringstream id;
-        id << std::hex << "0x" << panel.winId();
-        return shell("xprop -root _NET_CLIENT_LIST").find(id.str()) != std::string::npos;
+        ASSERT_TRUE(desk.openMousepad());
     }
     // Whether the pointer, in the middle of the panel, is on it. The X server looks when it moves.
     bool pointerHitsPanel() {
@@ -153,23 +127,19 @@ protected:
     }
 
     Process windowManager;
-    Process editorProgram;
-    AtspiAccessibility accessibilityBus{[] { return true; }};
-    FieldReader reader{accessibilityBus};
-    TestUser user;
-    std::optional<AXElement> textField;
+    EditorUser desk;
 };
 
 TEST_P(RecordingPanelOverEditor, NeverTakesTheFocusAndTakesClicksOnlyOnAButton) {
-    const auto before = user.activeWindow();
+    const auto before = desk.user.activeWindow();
     movePointer({100, 300});
     beginDictation();
     EXPECT_TRUE(comesTo({0, 0, 640, 800}));
     EXPECT_FALSE(pointerHitsPanel());
-    EXPECT_FALSE(isInWindowList());
-    user.type("typed on");
-    EXPECT_TRUE(reader.waitForValue(*textField, "typed on"));
-    EXPECT_EQ(user.activeWindow(), before);
+    EXPECT_EQ(std::ranges::count(desk.user.windows(), panel.winId()), 0) << "in the task bar";
+    desk.user.type("typed on");
+    EXPECT_TRUE(desk.reader.waitForValue(*desk.openField, "typed on"));
+    EXPECT_EQ(desk.user.activeWindow(), before);
 
     // The panel offers the words; the editor still keeps the focus.
     accessibility.focus(accessibility.makeText(editor, "elsewhere"));
@@ -179,14 +149,14 @@ TEST_P(RecordingPanelOverEditor, NeverTakesTheFocusAndTakesClicksOnlyOnAButton) 
     const auto& copy = Seen(panel).control<QAbstractButton>("Copy transcript");
     movePointer(copy.mapToGlobal(copy.rect().center()));
     pasteboard.copyText("other");
-    user.click(1);
+    desk.user.click(1);
     EXPECT_TRUE(inQtLoop([&] {
         scheduler.settle();
         return pasteboard.text() == model->lastTranscript();
     }));
-    user.type(" and on");
-    EXPECT_TRUE(reader.waitForValue(*textField, "typed on and on"));
-    EXPECT_EQ(user.activeWindow(), before);
+    desk.user.type(" and on");
+    EXPECT_TRUE(desk.reader.waitForValue(*desk.openField, "typed on and on"));
+    EXPECT_EQ(desk.user.activeWindow(), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, RecordingPanelOverEditor,

@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
-#include "Quorvi/shell/QtScheduler.h"
 #include "tests/support/desktop/TestUser.h"
 #include "tests/support/ui/DesktopQt.h"
 
@@ -71,38 +69,6 @@ TEST_F(QtKeyMonitorTest, SeesEachKeyOnceWithItsPositionAndFlagsBeforeTheWindowDo
     observation = {};
     user.chord({key::leftControl}, key::k);
     EXPECT_TRUE(inQtLoop([this] { return shortcuts == 1; })) << "the window has its keys back";
-}
-
-TEST_F(QtKeyMonitorTest, MayEndWithinItsOwnHandler) {
-    observation = monitor.observe([this](const LocalKeyEvent&) {
-        observation = {};
-        return true;
-    });
-    user.type("ab");
-    EXPECT_TRUE(inQtLoop([this] { return field.text() == "b"; })) << field.text().toStdString();
-}
-
-// The global shortcut is swallowed for every window, including the program's own.
-TEST_F(QtKeyMonitorTest, SeesTheGlobalShortcutOnceItIsNoLongerSwallowed) {
-    QtScheduler scheduler;
-    X11KeyEventTap tap(scheduler);
-    int tapped = 0;
-    tap.setSwallowed({{100, 0}});
-    ASSERT_TRUE(tap.install([&](const TapEvent& event) {
-        tapped += event.type == TapEventType::keyUp;
-        return TapVerdict::pass;
-    }));
-    observe(true);
-    user.tap(key::f8);
-    ASSERT_TRUE(inQtLoop([&] { return tapped == 1; }));
-    EXPECT_TRUE(seen.empty());
-    tap.setSwallowed({});
-    // The hook lets go of the key in its own time.
-    EXPECT_TRUE(inQtLoop([&] {
-        user.tap(key::f8);
-        return !seen.empty();
-    }));
-    EXPECT_EQ(seen.front(), "key 100 0 F8");
 }
 
 }  // namespace

@@ -84,9 +84,10 @@ public:
     // who clicks it in the task bar: a window manager may keep a new window in the back.
     bool bringToFront(pid_t pid) const;
     bool waitForWindowOf(pid_t pid) const;
+    // What a task bar shows.
+    std::vector<xcb_window_t> windows() const;
 
 private:
-    std::vector<xcb_window_t> windows() const;
     void fake(std::uint8_t type, std::uint8_t detail);
 
     X11Connection connection_;
