@@ -88,6 +88,8 @@ TEST(FirstRun, EachRowIsReadyAsSoonAsTheUserHasSeenToIt) {
         EXPECT_TRUE(reader.missesSoon(R::pushButton, each.row)) << reader.everything();
     }
     EXPECT_TRUE(reader.sees(R::heading, "Ready when you are"));
+    shell(builtProgram("quorvi") + " --remove-key");
+    EXPECT_TRUE(reader.sees(R::pushButton, "Add key: OpenAI API key")) << reader.everything();
     EXPECT_TRUE(reader.sees(R::label,
                             "This desktop shows no tray icons. Quorvi keeps running when you close "
                             "this window; start it again to come back here."));

@@ -56,23 +56,14 @@ std::vector<std::string> filesWithKey() {
     return found;
 }
 
-// The process and all below it.
-std::vector<std::string> familyOf(const std::string& pid) {
-    std::vector<std::string> family{pid};
-    std::istringstream children(shell("pgrep -P " + pid));
-    for (std::string child; children >> child;) {
-        const auto more = familyOf(child);
-        family.insert(family.end(), more.begin(), more.end());
-    }
-    return family;
-}
-
-std::vector<std::string> processesWithKey(pid_t pid) {
+// Command lines and environments of the process and all below it.
+std::vector<std::string> processesWithKey(const std::string& pid) {
     std::vector<std::string> found;
-    for (const auto& member : familyOf(std::to_string(pid)))
-        for (const auto* file : {"cmdline", "environ"})
-            if (const auto path = "/proc/" + member + "/" + file; holdsKey(contentOf(path)))
-                found.push_back(path);
+    for (const auto* file : {"/cmdline", "/environ"})
+        if (holdsKey(contentOf("/proc/" + pid + file))) found.push_back(pid + file);
+    std::istringstream children(shell("pgrep -P " + pid));
+    for (std::string child; children >> child;)
+        std::ranges::move(processesWithKey(child), std::back_inserter(found));
     return found;
 }
 
@@ -121,7 +112,7 @@ TEST_F(KeyTraces, AreInNoFileProcessOrMemoryAfterAllThatCanBeDoneWithAKey) {
     LoopScheduler loop;
     SecretServiceKeychain keychain(loop);
     EXPECT_EQ(keychain.read(query, {}).secret.view(), key);
-    EXPECT_EQ(processesWithKey(drill.pid()), nowhere);
+    EXPECT_EQ(processesWithKey(std::to_string(drill.pid())), nowhere);
     EXPECT_EQ(memoryWithKey(drill.pid()), nowhere);
     pipe << "\n" << std::flush;
     EXPECT_EQ(drill.wait(), -SIGABRT);
@@ -131,31 +122,10 @@ TEST_F(KeyTraces, AreInNoFileProcessOrMemoryAfterAllThatCanBeDoneWithAKey) {
 TEST_F(KeyTraces, AreInNoFileOrProcessWhenTheKeyCameInTheEnvironment) {
     Process quorvi({builtProgram("quorvi"), "--print-stages"}, {"QUORVI_API_KEY=" + key});
     while (!quorvi.readLine().ends_with("| ready")) continue;
-    EXPECT_EQ(processesWithKey(quorvi.pid()), nowhere);
+    EXPECT_EQ(processesWithKey(std::to_string(quorvi.pid())), nowhere);
     quorvi.signal(SIGABRT);
     EXPECT_EQ(quorvi.wait(), -SIGABRT);
     EXPECT_EQ(filesWithKey(), nowhere);
-}
-
-TEST(Program, PutsAKeyIntoTheKeyringAndIsReadyWhileItIsThere) {
-    const Process daemon(Keyring::daemon(Keyring::Begin::unlocked));
-    ASSERT_TRUE(eventually([] {
-        return shell(
-                   "gdbus call --session -d org.freedesktop.DBus -o /org/freedesktop/DBus -m "
-                   "org.freedesktop.DBus.NameHasOwner org.freedesktop.secrets") == "(true,)\n";
-    }));
-    EXPECT_EQ(shell("printf '  ' | " + builtProgram("quorvi") + " --store-key 2>&1; echo $?"),
-              "quorvi: Enter a valid API key without spaces.\n1\n");
-    EXPECT_EQ(shell("printf '" + key + "\n' | " + builtProgram("quorvi") + " --store-key"),
-              "The API key is in your keyring.\n");
-    LoopScheduler loop;
-    SecretServiceKeychain keychain(loop);
-    EXPECT_EQ(keychain.read(query, {}).secret.view(), key);
-    Process quorvi({builtProgram("quorvi"), "--print-stages"});
-    while (!quorvi.readLine().ends_with("| ready")) continue;
-    EXPECT_EQ(shell(builtProgram("quorvi") + " --remove-key"),
-              "There is no API key in your keyring.\n");
-    EXPECT_TRUE(quorvi.readLine().ends_with("| not ready"));
 }
 
 }  // namespace

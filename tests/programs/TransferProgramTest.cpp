@@ -17,14 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr auto record =
-    R"({"device":"elsewhere","redacted":false,"revision":9,"value":{"appName":"Mail",)"
-    R"("audioSeconds":1.5,"date":812345678.25,"id":"01234567-89AB-CDEF-0123-456789ABCDEF",)"
-    R"("language":"en","text":"Grüße","wordCount":1}})";
 const std::string document =
-    R"({"format":"quorvi-export","version":1,"history":[)" + std::string(record) +
-    R"(],"corrections":[],"settings":[{"device":"elsewhere","key":"mode","redacted":false,)"
-    R"("revision":9,"value":"toggle"}]})";
+    R"({"format":"quorvi-export","version":1,"history":[{"device":"elsewhere","redacted":false,)"
+    R"("revision":9,"value":{"appName":"Mail","audioSeconds":1.5,"date":812345678.25,)"
+    R"("id":"01234567-89AB-CDEF-0123-456789ABCDEF","language":"en","text":"Grüße",)"
+    R"("wordCount":1}}],"corrections":[],"settings":[{"device":"elsewhere","key":"mode",)"
+    R"("redacted":false,"revision":9,"value":"toggle"}]})";
 
 struct Said {
     int status;
@@ -38,6 +36,10 @@ public:
         settings.push_back("HOME=" + folder.path().string());
         settings.push_back("XDG_RUNTIME_DIR=" + folder.path().string());
         return Process({"sh", "-c", command}, settings);
+    }
+    void import() const {
+        folder.write("in.json", document);
+        ASSERT_EQ(run("import " + file("in.json").string()).status, 0);
     }
     Said run(const std::string& arguments) const {
         auto program = start("exec " + builtProgram("quorvi") + " " + arguments + " 2>&1",
@@ -85,11 +87,9 @@ TEST(TransferProgram, CarriesEverythingFromOneHomeToAnother) {
          std::vector<std::tuple<std::string, int, std::string>>{
              {"import " + one.file("broken.json").string(), 1, "This file is no export of Quorvi"},
              {"import /nowhere", 1, "There is no file /nowhere."},
-             {"import /", 1, "/ could not be read"},
              {"import", 2, "import needs one file"},
              {"export /", 1, "/ is a folder. Name a file."},
              {"export /proc/quorvi.json", 1, "could not be written"},
-             {"export a b", 2, "export needs one file"},
              {"erase now", 2, "erase takes nothing but --yes"},
              {"erase < /dev/null", 1, "Nothing was removed. Without a terminal, say --yes."}}) {
         said = other.run(arguments);
@@ -101,8 +101,7 @@ TEST(TransferProgram, CarriesEverythingFromOneHomeToAnother) {
 
 TEST(TransferProgram, WaitsForTheRunningProgramToQuitButExportsBesideIt) {
     const Home home;
-    home.folder.write("in.json", document);
-    ASSERT_EQ(home.run("import " + home.file("in.json").string()).status, 0);
+    home.import();
     auto program = home.start("exec " + builtProgram("quorvi") + " --print-stages");
     program.readLine();
     for (const auto& arguments :
@@ -121,8 +120,7 @@ TEST(TransferProgram, WaitsForTheRunningProgramToQuitButExportsBesideIt) {
 TEST(TransferProgram, ErasesAllOfItAndTheKeyAndSaysWhatStays) {
     const Keyring keyring;
     const Home home;
-    home.folder.write("in.json", document);
-    ASSERT_EQ(home.run("import " + home.file("in.json").string()).status, 0);
+    home.import();
     EXPECT_EQ(home.run("--cloud-database=folder:" + home.file("shared").string()).status, 0);
     auto storing = home.start("printf 'sk-test-0123456789abcdef' | " + builtProgram("quorvi") +
                               " --store-key");

@@ -51,20 +51,16 @@ int ForkedProcess::wait() {
 
 void inAProcessOfItsOwn(const std::function<void()>& checks) {
     std::fflush(nullptr);
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
+    ForkedProcess child([&](const auto&) {
         try {
             checks();
         } catch (const std::exception& error) {
             ADD_FAILURE() << error.what();
         }
         std::fflush(nullptr);
-        _exit(testing::Test::HasFailure() ? 1 : 0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
+        ::_exit(testing::Test::HasFailure() ? 1 : 0);
+    });
+    EXPECT_EQ(child.wait(), 0);
 }
 
 void obeyPermissions() {

@@ -27,44 +27,33 @@ Keyring::Keyring(Begin begin) {
 }
 
 void Keyring::start(Begin begin) {
-    service_ = onBus(daemon(begin));
-    if (!eventually([this] { return has("org.freedesktop.secrets"); }))
+    service_ = Process(daemon(begin), {"XDG_RUNTIME_DIR=" + folder_.path().string(),
+                                       "XDG_DATA_HOME=" + files().string()});
+    if (!eventually([] {
+            return call(
+                       "org.freedesktop.DBus -o / -m org.freedesktop.DBus.NameHasOwner "
+                       "org.freedesktop.secrets") == "(true,)\n";
+        }))
         throw std::runtime_error("The test's keyring did not come up.");
 }
 
 void Keyring::lock() const {
-    call("org.freedesktop.secrets", "/org/freedesktop/secrets",
-         "org.freedesktop.Secret.Service.Lock", "['/org/freedesktop/secrets/collection/login']");
+    call(
+        "org.freedesktop.secrets -o /org/freedesktop/secrets -m "
+        "org.freedesktop.Secret.Service.Lock \"['/org/freedesktop/secrets/collection/login']\"");
 }
 
 void Keyring::allowPrompter() {
     folder_.write("services/prompter.service",
                   "[D-BUS Service]\nName=org.gnome.keyring.SystemPrompter\n"
                   "Exec=/usr/libexec/gcr-prompter\n");
-    call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig");
+    call("org.freedesktop.DBus -o / -m org.freedesktop.DBus.ReloadConfig");
 }
 
 void Keyring::dismiss() {
     press("key Escape");
     if (!eventually([] { return !isAsking(); }))
         throw std::runtime_error("The question is still there.");
-}
-
-Process Keyring::onBus(std::vector<std::string> command) const {
-    const auto folder = folder_.path().string();
-    return Process(std::move(command),
-                   {"XDG_RUNTIME_DIR=" + folder, "XDG_DATA_HOME=" + files().string()});
-}
-
-std::string Keyring::call(const std::string& name, const std::string& path,
-                          const std::string& method, const std::string& argument) const {
-    std::vector<std::string> command{"gdbus", "call", "--session", "-d",  name,
-                                     "-o",    path,   "-m",        method};
-    if (!argument.empty()) command.push_back(argument);
-    auto program = onBus(std::move(command));
-    auto output = program.readAll();
-    program.wait();
-    return output;
 }
 
 void Keyring::press(const std::string& keys) {

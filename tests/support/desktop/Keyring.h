@@ -58,12 +58,8 @@ public:
 
 private:
     std::string socket() const { return folder_.path() / "bus"; }
-    Process onBus(std::vector<std::string> command) const;
-    std::string call(const std::string& name, const std::string& path, const std::string& method,
-                     const std::string& argument = {}) const;
-    bool has(const std::string& name) const {
-        return call("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                    "org.freedesktop.DBus.NameHasOwner", name) == "(true,)\n";
+    static std::string call(const std::string& arguments) {
+        return shell("gdbus call --session -d " + arguments);
     }
     static std::string windows() {
         return shell("xdotool search --onlyvisible --class gcr-prompter");
