@@ -56,8 +56,8 @@ TextCorrections rules() {
     return TextCorrections(std::move(list));
 }
 
-LocalSnapshot::Settings settings() {
-    LocalSnapshot::Settings all;
+SettingValues settings() {
+    SettingValues all;
     for (int i = 0; i < 11; ++i) all["setting number " + std::to_string(i)] = std::int64_t{i};
     return all;
 }

@@ -6,6 +6,7 @@
 
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/Task.h"
+#include "QuorviCore/base/Secret.h"
 
 namespace quorvi {
 
@@ -22,6 +23,7 @@ public:
 
     // Each throws QuorviError with the sentence to show. They may prompt the user.
     virtual Task<std::string> read(std::stop_token stop) = 0;
+    // Trims white space; the rest must be one word.
     virtual Task<void> save(std::string key) = 0;
     virtual Task<void> remove() = 0;
 
@@ -31,6 +33,10 @@ public:
 
     // Observers are called when hasKey() has changed, also because of another program.
     [[nodiscard]] virtual Subscription onChange(std::function<void()> observer) = 0;
+
+protected:
+    // Returns the key as save() stores it; throws if it is malformed.
+    static Secret validated(std::string key);
 };
 
 }  // namespace quorvi

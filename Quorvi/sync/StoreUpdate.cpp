@@ -124,8 +124,8 @@ std::vector<TextCorrection> validRules(std::vector<SyncItem> items) {
     return rules;
 }
 
-LocalSnapshot::Settings settingsOf(const std::vector<SyncItem>& items) {
-    LocalSnapshot::Settings settings;
+SettingValues settingsOf(const std::vector<SyncItem>& items) {
+    SettingValues settings;
     for (const auto& item : items) {
         auto value = LocalSnapshot::decode(item.payload->view());
         if (value)

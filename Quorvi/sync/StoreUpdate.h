@@ -22,7 +22,7 @@ struct StoreUpdate {
     // All valid rules, newest version first, one for each phrase; absent if none has to be written.
     std::optional<std::vector<TextCorrection>> rules;
     // All settings; absent if none differs.
-    std::optional<LocalSnapshot::Settings> settings;
+    std::optional<SettingValues> settings;
 
     // Rules and settings that the stores may alter, to be compared after they were written.
     std::vector<SharedString> toCheck;

@@ -120,14 +120,6 @@ private:
     const KeychainQuery synchronized{service_, "api-key", true};
 };
 
-Secret validated(std::string key) {
-    const Secret whole(std::move(key));
-    Secret secret(text::trimmed(whole.view()));
-    if (secret.view().empty() || text::containsWhiteSpace(secret.view()))
-        throw QuorviError::message(say::apiKeyInvalid());
-    return secret;
-}
-
 }  // namespace
 
 // Serialises the operations that change something, each from reading the preference to changing

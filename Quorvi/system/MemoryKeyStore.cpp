@@ -2,36 +2,23 @@
 
 #include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
-#include "QuorviCore/base/Wipe.h"
-#include "QuorviCore/text/Text.h"
 
 namespace quorvi {
 
-MemoryKeyStore::~MemoryKeyStore() {
-    wipe(key_);
-}
-
 Task<std::string> MemoryKeyStore::read(std::stop_token stop) {
     throwIfStopped(stop);
-    if (key_.empty()) throw QuorviError::message(say::apiKeyUnavailable());
-    co_return key_;
+    if (!hasKey()) throw QuorviError::message(say::apiKeyUnavailable());
+    co_return std::string(key_.view());
 }
 
 Task<void> MemoryKeyStore::save(std::string key) {
-    const auto trimmed = text::trimmed(key);
-    const bool valid = !trimmed.empty() && !text::containsWhiteSpace(trimmed);
-    if (valid) {
-        wipe(key_);
-        key_ = trimmed;
-    }
-    wipe(key);
-    if (!valid) throw QuorviError::message(say::apiKeyInvalid());
+    key_ = validated(std::move(key));
     changes_.notify();
     co_return;
 }
 
 Task<void> MemoryKeyStore::remove() {
-    wipe(key_);
+    key_ = Secret();
     changes_.notify();
     co_return;
 }

@@ -12,16 +12,10 @@ namespace quorvi {
 // object is destroyed. Main thread.
 class MemoryKeyStore : public KeyStore {
 public:
-    MemoryKeyStore() = default;
-    MemoryKeyStore(const MemoryKeyStore&) = delete;
-    MemoryKeyStore& operator=(const MemoryKeyStore&) = delete;
-    ~MemoryKeyStore() override;
-
-    bool hasKey() override { return !key_.empty(); }
+    bool hasKey() override { return !key_.view().empty(); }
     Task<bool> refresh() override { co_return hasKey(); }
 
     Task<std::string> read(std::stop_token stop) override;
-    // Trims white space; the rest must be one word.
     Task<void> save(std::string key) override;
     Task<void> remove() override;
     // Always false: this key never leaves the process.
@@ -32,7 +26,7 @@ public:
     }
 
 private:
-    std::string key_;
+    Secret key_;
     Observable changes_;
 };
 

@@ -157,13 +157,6 @@ DictationRecords DictationRecords::newestFirst() const {
     return builder.build();
 }
 
-DictationRecords DictationRecords::followedBy(const DictationRecords& other) const {
-    Builder builder;
-    for (const auto& part : parts()) builder.add(part.chunk);
-    for (const auto& part : other.parts()) builder.add(part.chunk);
-    return builder.build();
-}
-
 void DictationRecords::Builder::add(DictationRecord record) {
     if (open_.empty()) open_.reserve(chunkSize);
     open_.push_back(std::move(record));

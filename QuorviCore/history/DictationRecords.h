@@ -60,8 +60,6 @@ public:
     DictationRecords between(Date from, Date to) const;
     // Returns the records sorted by date; records of the same date keep their order.
     DictationRecords newestFirst() const;
-    // Returns the concatenation of both lists.
-    DictationRecords followedBy(const DictationRecords& other) const;
 
 private:
     using Parts = std::vector<Part>;

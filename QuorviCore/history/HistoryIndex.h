@@ -23,8 +23,7 @@ struct HistoryMatches {
 };
 
 // The texts of a list of records, folded for searching. A search gives the same result as
-// DictationRecord::matches() on each record. One thread at a time, but copies share the texts and
-// may be used on other threads.
+// DictationRecord::matches() on each record. One thread at a time.
 class HistoryIndex {
 public:
     enum class Among {
@@ -39,8 +38,6 @@ public:
     // Throws Cancelled if stopped.
     HistoryMatches find(std::string_view query, Among among,
                         const std::stop_token& stop = {}) const;
-
-    const DictationRecords& records() const { return records_; }
 
     // Returns all records with a text; needs no index.
     static HistoryMatches texts(const DictationRecords& records);

@@ -247,7 +247,8 @@ void visitAll(const LocalSnapshot& snapshot, Visit visit) {
 
 }  // namespace
 
-LocalSnapshot::LocalSnapshot(DictationRecords records, TextCorrections rules, Settings settings)
+LocalSnapshot::LocalSnapshot(DictationRecords records, TextCorrections rules,
+                             SettingValues settings)
     : records_(std::move(records)), rules_(std::move(rules)), settings_(std::move(settings)) {}
 
 bool LocalSnapshot::isSharedWith(const LocalSnapshot& other) const {
@@ -308,15 +309,7 @@ LocalChanges LocalSnapshot::changesFrom(const SyncLedger& ledger) const {
     return changes;
 }
 
-SyncLedger::Payloads LocalSnapshot::payloads() const {
-    SyncLedger::Payloads all;
-    visitAll(*this, [&all](LocalChange change) {
-        all.insert_or_assign(std::move(change.id), *std::move(change.payload));
-    });
-    return all;
-}
-
-SharedString LocalSnapshot::encode(const Setting& value) {
+SharedString LocalSnapshot::encode(const SettingValue& value) {
     auto plain =
         std::visit([](const auto& v) { return PropertyList{PropertyList::Value(v)}; }, value);
     PropertyList::Dictionary entry;
@@ -324,16 +317,16 @@ SharedString LocalSnapshot::encode(const Setting& value) {
     return PropertyList{PropertyList::Value(std::move(entry))}.toBinary();
 }
 
-std::optional<LocalSnapshot::Setting> LocalSnapshot::decode(std::string_view payload) {
+std::optional<SettingValue> LocalSnapshot::decode(std::string_view payload) {
     const auto list = PropertyList::fromBinary(payload);
     const auto* fields = list ? std::get_if<PropertyList::Dictionary>(&list->value) : nullptr;
     if (fields == nullptr) return std::nullopt;
     const auto entry = fields->find("value");
     if (entry == fields->end()) return std::nullopt;
     return std::visit(
-        []<class T>(const T& value) -> std::optional<Setting> {
-            if constexpr (requires { Setting(value); })
-                return Setting(value);
+        []<class T>(const T& value) -> std::optional<SettingValue> {
+            if constexpr (requires { SettingValue(value); })
+                return SettingValue(value);
             else
                 return std::nullopt;
         },

@@ -25,15 +25,12 @@ inline constexpr std::string_view setting = "setting:";
 // A value that can't be encoded is left out.
 class LocalSnapshot {
 public:
-    using Setting = SettingValue;
-    using Settings = SettingValues;
-
     LocalSnapshot() = default;
-    LocalSnapshot(DictationRecords records, TextCorrections rules, Settings settings);
+    LocalSnapshot(DictationRecords records, TextCorrections rules, SettingValues settings);
 
     const DictationRecords& records() const { return records_; }
     const TextCorrections& rules() const { return rules_; }
-    const Settings& settings() const { return settings_; }
+    const SettingValues& settings() const { return settings_; }
 
     // Whether nothing has changed between the two; takes 0.1 ms for any number of values. May be
     // false for equal snapshots of separate lists.
@@ -51,19 +48,16 @@ public:
     // Returns the values that differ from the ledger's baseline, by comparing every one.
     LocalChanges changesFrom(const SyncLedger& ledger) const;
 
-    // Returns every value by its id.
-    SyncLedger::Payloads payloads() const;
-
     // Encodes a setting as a property list with the single entry "value".
-    static SharedString encode(const Setting& value);
+    static SharedString encode(const SettingValue& value);
     // Returns nullopt for anything that encode() does not write.
-    static std::optional<Setting> decode(std::string_view payload);
+    static std::optional<SettingValue> decode(std::string_view payload);
     static SharedString historyId(const Uuid& id);
 
 private:
     DictationRecords records_;
     TextCorrections rules_;
-    Settings settings_;
+    SettingValues settings_;
 };
 
 }  // namespace quorvi

@@ -99,7 +99,7 @@ private:
     }
     Value setting(const rapidjson::Value& entry) {
         const auto& value = member(entry, "value");
-        LocalSnapshot::Setting setting;
+        SettingValue setting;
         if (value.IsString())
             setting = std::string(textIn(value));
         else if (value.IsBool())

@@ -23,7 +23,7 @@ std::size_t partOf(const SyncItem& item) {
 }
 
 // Bytes are a JSON text; nothing else is kept as bytes.
-void appendSetting(std::string& out, const LocalSnapshot::Setting& value) {
+void appendSetting(std::string& out, const SettingValue& value) {
     if (const auto* text = std::get_if<std::string>(&value))
         json::appendString(out, *text);
     else if (const auto* flag = std::get_if<bool>(&value))

@@ -31,11 +31,11 @@ std::vector<SyncItem> sample(std::size_t dictations = 3) {
                               .replacement = "γ\n",
                               .updatedAt = {8.5}};
     items.emplace_back("correction:" + rule.id, encodeCorrection(rule), 7, "device", false);
-    const LocalSnapshot::Settings settings{{"a flag", false},
-                                           {"hotkey", bytesOf(R"({"key":61,"name":"Ö"})")},
-                                           {"number", std::int64_t{-30}},
-                                           {"text", std::string("Κουζίνα \"x\"\n")},
-                                           {"text, empty", std::string()}};
+    const SettingValues settings{{"a flag", false},
+                                 {"hotkey", bytesOf(R"({"key":61,"name":"Ö"})")},
+                                 {"number", std::int64_t{-30}},
+                                 {"text", std::string("Κουζίνα \"x\"\n")},
+                                 {"text, empty", std::string()}};
     for (const auto& [key, value] : settings)
         items.emplace_back("setting:" + key, LocalSnapshot::encode(value), 253'402'300'799'999,
                            "device", false);

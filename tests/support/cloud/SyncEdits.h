@@ -159,7 +159,7 @@ private:
             }
         });
     }
-    Plan setting(const std::string& key, LocalSnapshot::Setting value, std::function<void()> set) {
+    Plan setting(const std::string& key, SettingValue value, std::function<void()> set) {
         const auto id = std::string(syncPrefix::setting) + key;
         return planOf({Kind::wrote, id, LocalSnapshot::encode(value).string()}, std::move(set));
     }

@@ -94,7 +94,8 @@ public:
         std::map<std::string, std::string> all;
         const LocalSnapshot now(history->records(), corrections->rules(),
                                 model->settings().travelling());
-        for (const auto& [id, payload] : now.payloads()) all.emplace(id.string(), payload.string());
+        for (const auto& change : now.changesFrom(SyncLedger()))
+            all.emplace(change.id.string(), change.payload->string());
         return all;
     }
 
