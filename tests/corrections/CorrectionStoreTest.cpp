@@ -22,10 +22,6 @@ const auto locked = say::correctionsUnreadable();
 const auto duplicate = say::correctionExists();
 const auto existing = say::correctionControlledByRule();
 
-Bytes bytesOf(std::string_view s) {
-    return {s.begin(), s.end()};
-}
-
 class CorrectionStoreTest : public testing::Test {
 protected:
     CorrectionStoreTest() { defaults.setBytes(rulesKey, bytesOf("[]")); }

@@ -3,8 +3,6 @@
 #include <unicode/normalizer2.h>
 #include <unicode/unistr.h>
 
-#include <map>
-
 #include "QuorviCore/corrections/TextCorrections.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/text/Tokens.h"
@@ -192,46 +190,6 @@ TEST(TextCorrectionsDifferential, MarksOfEveryCodePointAreThoseOfTheRegularExpre
             ASSERT_EQ(isWord[static_cast<std::size_t>(folded.char32At(i))], isWord[index])
                 << std::hex << c;
     }
-}
-
-TEST(TextCorrectionsDifferential, EveryCasePairMatchesLikeTheRegularExpressions) {
-    std::map<icu::UnicodeString, std::vector<icu::UnicodeString>> families;
-    for (UChar32 c = 0; c <= 0x10FFFF; ++c) {
-        icu::UnicodeString folded(c);
-        if (!U_IS_SURROGATE(c) && folded.foldCase() != icu::UnicodeString(c))
-            families[folded].emplace_back(c);
-    }
-    const auto check = [](const icu::UnicodeString& phrase, const icu::UnicodeString& text) {
-        const std::vector<TextCorrection> rules{rule(utf8(phrase), "<>")};
-        LiteralRules literal(rules);
-        expectSame(TextCorrections(rules), literal, utf8(text));
-    };
-    // One-to-one pairs share patterns, because compiling one takes milliseconds. Each expansion is
-    // checked on its own, as the first and as a later character of a phrase.
-    icu::UnicodeString sources;
-    icu::UnicodeString targets;
-    int pairs = 0;
-    for (const auto& [folded, members] : families) {
-        icu::UnicodeString everyForm = folded;
-        for (const auto& member : members) everyForm += u" x" + member + u" " + member;
-        if (folded.countChar32() > 1) {
-            everyForm += u" x" + folded + u" " + icu::UnicodeString(folded.char32At(0));
-            check(members.front(), everyForm);
-            check(folded, everyForm);
-            check(u"x" + members.back(), everyForm);
-            continue;
-        }
-        for (const auto& member : members) {
-            sources += member + u" ";
-            targets += folded + u" ";
-            if (++pairs % 70 != 0) continue;
-            check(sources, targets);
-            check(targets, sources + u"- " + targets);
-            sources.remove();
-            targets.remove();
-        }
-    }
-    check(sources, targets);
 }
 
 }  // namespace

@@ -100,20 +100,6 @@ TEST(PropertyList, KeepsWhatDoesNotFitOneByte) {
     EXPECT_TRUE(PropertyList::fromBinary(list.toBinary()) == list);
 }
 
-TEST(PropertyList, KeepsALoneSurrogateAndReplacesOtherMalformedText) {
-    const auto surrogates = file({std::string("\x63\0a\xD8\x3D\0b", 7)});
-    const auto list = PropertyList::fromBinary(surrogates);
-    ASSERT_TRUE(list);
-    EXPECT_EQ(list->toBinary(), surrogates);
-    for (const auto* bad : {"\xFF", "\xC3", "\x80", "\xC0\x80", "\xF4\x90\x80\x80", "\xE2\x82"}) {
-        const auto read =
-            PropertyList::fromBinary(PropertyList{"a" + std::string(bad) + "é"}.toBinary());
-        ASSERT_TRUE(read && std::holds_alternative<std::string>(read->value));
-        const auto& text = std::get<std::string>(read->value);
-        EXPECT_TRUE(text.starts_with("a\uFFFD") && text.ends_with("é")) << text;
-    }
-}
-
 TEST(PropertyList, RefusesWhatWouldTakeAllMemoryOrTheStack) {
     std::vector<std::string> doubling;
     for (char i = 1; i < 60; ++i) doubling.push_back({'\xA2', i, i});

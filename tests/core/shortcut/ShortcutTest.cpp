@@ -5,29 +5,6 @@
 namespace quorvi::test {
 namespace {
 
-TEST(Hotkey, IsSoleModifierOnlyWhenNothingElseIsHeldOnEitherSide) {
-    for (const auto& [name, flags, expected] :
-         std::initializer_list<std::tuple<const char*, std::uint64_t, bool>>{
-             {"right Option", 0x80040, true},
-             {"left Option", 0x80020, false},
-             {"both Options", 0x80060, false},
-             {"with Shift", 0xA0040, false},
-             {"with Fn", 0x880040, false},
-             {"with Caps Lock", 0x90040, true},
-             {"device bit without family", 0x40, false}})
-        EXPECT_EQ(Hotkey::rightOption.isSoleModifier(flags), expected) << name;
-    EXPECT_FALSE((Hotkey{57, 0, "Caps Lock"}.isModifier()));
-    EXPECT_FALSE((Hotkey{57, 0, "Caps Lock"}.isSoleModifier(0)));
-}
-
-TEST(Hotkey, RefusesWhatIsNoShortcut) {
-    for (const char* broken : {"", "{", "[]", "{\"keyCode\":61,\"modifiers\":0}",
-                               "{\"keyCode\":\"61\",\"modifiers\":0,\"label\":\"x\"}",
-                               "{\"keyCode\":65536,\"modifiers\":0,\"label\":\"x\"}",
-                               "{\"keyCode\":1,\"modifiers\":-1,\"label\":\"x\"}"})
-        EXPECT_EQ(Hotkey::fromJson(broken), std::nullopt) << broken;
-}
-
 TEST(Hotkey, KeyCombinationsAreLabelledByTheirModifiersAndKey) {
     using namespace modifierFlag;
     EXPECT_EQ(Hotkey::keyCombination(0, control | shift | leftControl, "a"),

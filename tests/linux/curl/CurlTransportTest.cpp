@@ -1,14 +1,9 @@
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "QuorviCore/messages/Message.h"
@@ -39,31 +34,6 @@ Bytes pattern(std::size_t size) {
     for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<std::uint8_t>(i * 31 + i / 251);
     return bytes;
 }
-
-// A loopback port that is bound: with listen() it accepts connections that nobody ever answers,
-// without it every connection is refused.
-class BoundPort {
-public:
-    explicit BoundPort(bool listens) : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        auto* generic = reinterpret_cast<sockaddr*>(&address);
-        socklen_t size = sizeof address;
-        bind(socket_, generic, size);
-        getsockname(socket_, generic, &size);
-        port_ = ntohs(address.sin_port);
-        if (listens) listen(socket_, 8);
-    }
-    ~BoundPort() { close(socket_); }
-    std::string url(const std::string& scheme) const {
-        return scheme + "://127.0.0.1:" + std::to_string(port_) + "/";
-    }
-
-private:
-    int socket_;
-    int port_ = 0;
-};
 
 // The authority and the usual server are made once: each takes a third of a second.
 class CurlTransportTest : public testing::Test {
@@ -137,9 +107,9 @@ TEST_F(CurlTransportTest, OnlyAValidCertificateForTheHostIsTrusted) {
 }
 
 TEST_F(CurlTransportTest, AFailureIsReportedInASentence) {
-    const BoundPort closed(false);
+    const std::string refusing = "https://127.0.0.1:1/";
     const std::pair<std::string, Message> rows[] = {
-        {closed.url("https"), say::serverRefused(peer)},
+        {refusing, say::serverRefused(peer)},
         {"https://speech.invalid/", say::serverNotFound(peer)},
         {server.url("/cut"), say::serverConnectionLost(peer)},
         {server.url("/silent"), say::serverConnectionLost(peer)},
@@ -159,25 +129,18 @@ TEST_F(CurlTransportTest, AFailureIsReportedInASentence) {
     EXPECT_FALSE(send(std::move(request)));
     EXPECT_EQ(journal().find("/tell"), std::string::npos);
     // What fails while a connection is opened shows only in the request.
-    transport->openConnection(closed.url("https"));
+    transport->openConnection(refusing);
     transport->openConnection("no address at all");
     EXPECT_TRUE(send(get(server.url("/stats")))) << failure;
 }
 
 TEST_F(CurlTransportTest, PeerThatStopsAnsweringTimesOut) {
     const auto late = say::serverTimedOut(peer).english();
-    const BoundPort mute(true);
-    const std::string urls[] = {server.url("/never"), server.url("/stalls"), mute.url("https")};
-    std::vector<std::unique_ptr<Running<HttpResponse>>> all;
-    for (const auto& url : urls) {
-        auto request = get(url);
+    for (const auto* path : {"/never", "/stalls"}) {
+        auto request = get(server.url(path));
         request.timeout = 1s;
-        auto task = transport->send(std::move(request), {});
-        all.push_back(std::make_unique<Running<HttpResponse>>(std::move(task)));
-    }
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        ASSERT_TRUE(await(scheduler, *all[i]));
-        EXPECT_EQ(all[i]->failure(), late) << urls[i];
+        EXPECT_FALSE(send(std::move(request)));
+        EXPECT_EQ(failure, late) << path;
     }
 }
 
@@ -244,24 +207,9 @@ TEST_F(CurlTransportTest, StopEndsTheRequestAndLeavesTheOthersAlone) {
     EXPECT_EQ(journal().find("/late"), std::string::npos);
 }
 
-TEST_F(CurlTransportTest, ManyRequestsAtOnceKeepTheirAnswersApart) {
-    std::vector<std::unique_ptr<Running<HttpResponse>>> all;
-    for (std::size_t i = 1; i <= 24; ++i) {
-        auto task = transport->send(post(server.url("/echo"), pattern(i * 10'000)), {});
-        all.push_back(std::make_unique<Running<HttpResponse>>(std::move(task)));
-    }
-    for (std::size_t i = 1; i <= all.size(); ++i) {
-        ASSERT_TRUE(await(scheduler, *all[i - 1]));
-        ASSERT_TRUE(all[i - 1]->value()) << all[i - 1]->failure();
-        EXPECT_TRUE(all[i - 1]->value()->body == pattern(i * 10'000)) << i;
-    }
-}
-
 TEST_F(CurlTransportTest, DestructionEndsWhatIsUnderWay) {
     std::stop_source stop;
-    const BoundPort mute(true);
     Running<HttpResponse> waiting(transport->send(get(server.url("/never")), stop.get_token()));
-    Running<HttpResponse> handshaking(transport->send(get(mute.url("https")), stop.get_token()));
     waitForRequest("GET /never");
     auto abandoned =
         std::make_unique<Running<HttpResponse>>(transport->send(get(server.url("/large")), {}));
@@ -270,9 +218,7 @@ TEST_F(CurlTransportTest, DestructionEndsWhatIsUnderWay) {
     abandoned.reset();
     stop.request_stop();
     ASSERT_TRUE(await(scheduler, waiting));
-    ASSERT_TRUE(await(scheduler, handshaking));
     EXPECT_TRUE(waiting.cancelled());
-    EXPECT_TRUE(handshaking.cancelled());
 }
 
 }  // namespace

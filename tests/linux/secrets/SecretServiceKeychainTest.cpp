@@ -96,20 +96,6 @@ TEST_F(SecretServiceKeychainTest, EveryProgramSeesWhatAnyOfThemSavedOrRemoved) {
     EXPECT_EQ(other.read(), unavailable);
 }
 
-TEST_F(SecretServiceKeychainTest, KeepsTheSynchronisedCopyApartFromTheLocalItem) {
-    EXPECT_EQ(program.save("sk-first"), "done");
-    EXPECT_EQ(program.setSync(true), "done");
-    EXPECT_EQ(program.save("sk-second"), "done");
-    EXPECT_EQ(program.item(local), "sk-first");
-    EXPECT_EQ(program.item(synchronized), "sk-second");
-    EXPECT_EQ(program.setSync(false), "done");
-    EXPECT_EQ(program.item(local), "sk-second");
-    EXPECT_EQ(program.item(synchronized), "-25300");
-    EXPECT_EQ(program.setSync(true), "done");
-    EXPECT_EQ(program.remove(), "done");
-    EXPECT_EQ(program.item(local), "-25300");
-}
-
 TEST_F(SecretServiceKeychainTest, OnlyAReadAsksTheUserToUnlock) {
     keyring.allowPrompter();
     EXPECT_EQ(program.save("sk-key"), "done");

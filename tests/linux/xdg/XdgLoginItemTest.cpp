@@ -130,12 +130,5 @@ TEST_F(XdgLoginItemTest, OpensTheDesktopsSettingsOrSaysThatThereAreNone) {
     EXPECT_TRUE(eventually([&] { return fs::exists(root / "opened"); }));
 }
 
-TEST_F(XdgLoginItemTest, AFolderThatCannotBeWrittenToIsAnErrorAndNoEntry) {
-    install("bin/quorvi", "quorvi");
-    write("config", "a file in the folder's place");
-    EXPECT_THROW(item().registerItem(), std::system_error);
-    EXPECT_EQ(item().status(), Status::notRegistered);
-}
-
 }  // namespace
 }  // namespace quorvi::test
