@@ -44,7 +44,6 @@ protected:
     void makeRecorder() {
         recorder = std::make_unique<AudioRecorder>(input, files, disk, scheduler);
         recorder->onRecordingChanged = [this](bool on) { changes.push_back(on); };
-        recorder->onFailure = [this](const Message& why) { failures.push_back(why); };
     }
     std::string started() {
         const Running<void> starting(recorder->start({}));
@@ -64,7 +63,6 @@ protected:
     FakeAudioInput input{scheduler, files};
     std::unique_ptr<AudioRecorder> recorder;
     std::vector<bool> changes;
-    std::vector<Message> failures;
 };
 
 TEST_F(AudioRecorderTest, RecordsIntoAFileWithoutANameAndHandsOverItsBytes) {
@@ -143,23 +141,6 @@ TEST_F(AudioRecorderTest, CancellingOrDiscardingAtAnyTurnLeavesNoFileAndNoCaptur
                 EXPECT_TRUE(files.named.empty());
                 EXPECT_EQ(std::ranges::count(changes, true), std::ranges::count(changes, false));
             }
-}
-
-TEST_F(AudioRecorderTest, ARecordingThatEndsOnItsOwnIsReportedWithItsReason) {
-    ASSERT_EQ(started(), "started");
-    input.end(CaptureEnd::encodingError);
-    EXPECT_EQ(failures.back(), say::recordingStoppedCheckMicrophone());
-    ASSERT_EQ(started(), "started");
-    // The callback may discard the recording at once.
-    recorder->onFailure = [this](const Message& why) {
-        failures.push_back(why);
-        recorder->discard();
-    };
-    input.end(CaptureEnd::deviceLost);
-    scheduler.settle();
-    EXPECT_EQ(failures.back(), say::recordingStopped());
-    EXPECT_EQ(changes, (std::vector{true, false, true, false}));
-    EXPECT_TRUE(files.named.empty());
 }
 
 }  // namespace

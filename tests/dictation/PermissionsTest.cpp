@@ -35,16 +35,5 @@ TEST_F(PermissionsTest, AreAskedForOrTheirSettingsOpened) {
     EXPECT_EQ(accessibility.trustRequests, 1);
 }
 
-TEST_F(PermissionsTest, AResetSaysWhetherTheyAreThere) {
-    keyboard.press(f8);
-    settle();
-    model->resetDictation();
-    expect(Stage::idle, say::dictationReset());
-    accessibility.trusted = false;
-    model->resetDictation();
-    expect(Stage::idle, say::dictationResetNotReady());
-    keyboard.release(f8);
-}
-
 }  // namespace
 }  // namespace quorvi::test

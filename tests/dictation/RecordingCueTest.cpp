@@ -35,27 +35,18 @@ TEST(RecordingCue, EveryClipHasItsLengthItsLimitsAndSilentEnds) {
     EXPECT_EQ(samples(RecordingCue::stop), samples(RecordingCue::stop, Style::classic));
 }
 
-// The pitch around a place of the clip, from the distance of its zero crossings.
-double pitch(const std::vector<std::int16_t>& clip, double from, double to) {
-    double first = -1, last = -1;
-    int periods = -1;
-    const auto at = [&](double share) {
-        return static_cast<std::size_t>(share * static_cast<double>(clip.size()));
+// The start rises and the stop falls.
+TEST(RecordingCue, TheirPitchesGoInOppositeDirections) {
+    const auto crossingsOfHalf = [](RecordingCue cue, std::ptrdiff_t half) {
+        const auto clip = samples(cue);
+        const auto size = std::ssize(clip) / 2;
+        int crossings = 0;
+        for (auto i = clip.begin() + half * size + 1; i < clip.begin() + (half + 1) * size; ++i)
+            crossings += (i[-1] < 0) != (*i < 0);
+        return crossings;
     };
-    for (auto i = at(from) + 1; i < at(to); ++i) {
-        if (clip[i - 1] >= 0 || clip[i] < 0) continue;
-        last = static_cast<double>(i) - clip[i] / static_cast<double>(clip[i] - clip[i - 1]);
-        if (++periods == 0) first = last;
-    }
-    return periods * 44'100 / (last - first);
-}
-
-TEST(RecordingCue, TheStartRisesAndTheStopFalls) {
-    const auto start = samples(RecordingCue::start);
-    EXPECT_NEAR(pitch(start, 0.1, 0.3), 780 + 0.2 * 320, 20);
-    EXPECT_NEAR(pitch(start, 0.7, 0.9), 780 + 0.8 * 320, 20);
-    const auto stop = samples(RecordingCue::stop);
-    EXPECT_GT(pitch(stop, 0.1, 0.4), pitch(stop, 0.6, 0.9) + 50);
+    EXPECT_GT(crossingsOfHalf(RecordingCue::start, 1), crossingsOfHalf(RecordingCue::start, 0) + 5);
+    EXPECT_LT(crossingsOfHalf(RecordingCue::stop, 1), crossingsOfHalf(RecordingCue::stop, 0) - 5);
 }
 
 TEST(RecordingCue, TheWavFileDescribesItsSamples) {
@@ -69,10 +60,6 @@ TEST(RecordingCue, TheWavFileDescribesItsSamples) {
     EXPECT_TRUE(std::equal(header.begin(), header.end(), wav.begin()));
     for (std::size_t i = 0; i < clip.size(); ++i)
         ASSERT_EQ(clip[i], static_cast<std::int16_t>(wav[44 + 2 * i] | wav[45 + 2 * i] << 8)) << i;
-    const auto silent = wavData(RecordingCue::stop, Style::silent);
-    ASSERT_EQ(silent.size(), 44U);
-    EXPECT_EQ(silent[4], 36);
-    EXPECT_EQ(silent[40], 0);
 }
 
 using Journal = std::vector<std::string>;
@@ -84,12 +71,9 @@ TEST(RecordingSounds, AClipIsLoadedOnceAndReplacesTheOneThatSounds) {
     sounds.play(RecordingCue::start, Style::soft);
     sounds.play(RecordingCue::stop, Style::soft);
     sounds.play(RecordingCue::stop, Style::click);
+    sounds.play(RecordingCue::start, Style::silent);  // leaves the sounding one alone
     EXPECT_EQ(output.journal, (Journal{"play 1 at 0.5", "stop 1", "play 1 at 0.5", "stop 1",
                                        "play 2 at 0.5", "stop 2", "play 3 at 0.5"}));
-    // A silent cue leaves the sounding one alone.
-    const auto before = output.journal;
-    sounds.play(RecordingCue::start, Style::silent);
-    EXPECT_EQ(output.journal, before);
     EXPECT_EQ(output.loaded, (std::vector{wavData(RecordingCue::start, Style::soft),
                                           wavData(RecordingCue::stop, Style::soft),
                                           wavData(RecordingCue::stop, Style::click)}));

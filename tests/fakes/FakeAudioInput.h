@@ -29,10 +29,6 @@ public:
 
     // The level in dB at a time since the capture began.
     std::function<float(double seconds)> levels = [](double) { return -20.0F; };
-    void setLevel(float decibels) {
-        levels = [decibels](double) { return decibels; };
-    }
-    std::string content = "sound";         // what a finished file holds
     std::optional<Message> recordFailure;  // record() throws it
     std::optional<Message> finishFailure;  // finished() throws it
     bool startsAtOnce = true;              // otherwise a start ends only by being cancelled
@@ -83,7 +79,7 @@ private:
             auto turn = sleepFor(input_.scheduler_, Duration::zero(), {});
             co_await turn;
             if (input_.finishFailure) throw QuorviError::message(*input_.finishFailure);
-            *written_ = input_.content;
+            *written_ = "sound";
         }
         double currentTime() const override {
             const auto end = ended_.value_or(input_.scheduler_.now());

@@ -28,7 +28,6 @@ std::uint64_t modifierFlags(KeyCode code) {
 }  // namespace
 
 bool FakeKeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler) {
-    ++installs;
     handler_ = std::move(handler);
     valid_ = enabled_ = true;
     return true;
@@ -94,12 +93,9 @@ TapVerdict FakeKeyEventTap::decide(const TapEvent& event) {
 }
 
 void FakeKeyEventTap::deliver(const TapEvent& event) {
-    if (!isEnabled()) {
-        passed.push_back(event);
-        return;
-    }
+    if (!isEnabled()) return;
     const auto verdict = decide(event);
-    (verdict == TapVerdict::swallow ? swallowed : passed).push_back(event);
+    if (verdict == TapVerdict::swallow) swallowed.push_back(event);
     const auto handler = handler_;  // the handler may remove the hook
     if (handler(event) != verdict)
         contradictions.push_back("the handler's verdict differs for key " +

@@ -41,9 +41,7 @@ public:
     void disable();
     void invalidate() { valid_ = false; }
 
-    int installs = 0;
-    std::vector<TapEvent> passed;     // what the application received
-    std::vector<TapEvent> swallowed;  // what it did not receive
+    std::vector<TapEvent> swallowed;  // what the application did not receive
     std::vector<std::string> contradictions;
 
 private:

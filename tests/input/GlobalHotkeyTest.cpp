@@ -58,7 +58,7 @@ TEST_F(GlobalHotkeyTest, ACombinationIsSwallowedAndReportedOnceDespiteAutoRepeat
     EXPECT_EQ(takeHeard(), "press ");
     keyboard.release(f8);
     EXPECT_EQ(takeHeard(), "release ");
-    EXPECT_TRUE(keyboard.passed.empty());
+    EXPECT_EQ(keyboard.swallowed.size(), 6u);
     EXPECT_EQ(hotkey.inputGeneration(), 0u);
     keyboard.press(f8);
     hotkey.setMode(DictationMode::toggle);
@@ -128,8 +128,6 @@ TEST_F(GlobalHotkeyTest, ACombinationWithTheModifierNeverStartsAndCancelsWhatItS
 
 TEST_F(GlobalHotkeyTest, EscapeCancelsOnceAndOnlyWhileEnabledAndBare) {
     keyboard.tap(escape);
-    EXPECT_EQ(keyboard.passed.size(), 2u);
-
     hotkey.setCancelEnabled(true);
     keyboard.press(escape);
     keyboard.press(escape);
@@ -144,18 +142,6 @@ TEST_F(GlobalHotkeyTest, EscapeCancelsOnceAndOnlyWhileEnabledAndBare) {
     EXPECT_EQ(takeHeard(), "");
 }
 
-TEST_F(GlobalHotkeyTest, WhileSuspendedNothingIsRecognisedButInputIsTracked) {
-    hotkey.setShortcut(Hotkey::f8);
-    hotkey.setCancelEnabled(true);
-    hotkey.setSuspended(true);
-    keyboard.tap(f8);
-    keyboard.tap(escape);
-    keyboard.click();
-    EXPECT_EQ(takeHeard(), "");
-    EXPECT_TRUE(keyboard.swallowed.empty());
-    EXPECT_EQ(hotkey.inputGeneration(), 1u) << "the click counts";
-}
-
 TEST_F(GlobalHotkeyTest, OwnPasteEventsChangeNothing) {
     hotkey.setCancelEnabled(true);
     keyboard.press(rightOption);
@@ -163,16 +149,6 @@ TEST_F(GlobalHotkeyTest, OwnPasteEventsChangeNothing) {
         keyboard.deliver({type, keyCode::v, 0, modifierFlag::command, quorviPasteEventMarker});
     EXPECT_EQ(heardAfter(300ms), "press ") << "the gesture was not disturbed";
     EXPECT_EQ(hotkey.inputGeneration(), 0u);
-}
-
-TEST_F(GlobalHotkeyTest, ADisabledTapIsRevivedAndTheInterruptionReported) {
-    keyboard.disable();
-    EXPECT_EQ(takeHeard(), "interruption ");
-    EXPECT_TRUE(hotkey.isRunning());
-    keyboard.invalidate();
-    EXPECT_FALSE(hotkey.isRunning());
-    EXPECT_TRUE(hotkey.start());
-    EXPECT_EQ(keyboard.installs, 2);
 }
 
 TEST_F(GlobalHotkeyTest, AReleaseThatWasMissedIsNoticedUnlessItIsStillOnItsWay) {

@@ -119,55 +119,6 @@ TEST_F(AtspiFields, TabVisitsEveryKindOfQtField) {
     EXPECT_FALSE(reader_.selection(*button));
 }
 
-TEST_F(AtspiFields, GtkLabelsPasswordsAndTerminalsAreToldApart) {
-    start({"zenity", "--entry", "--text", "Read me", "--entry-text", "αβ😀γ"});
-    const auto entry = reader_.waitForFocus(pid(), "AXTextField");
-    ASSERT_TRUE(entry);
-    EXPECT_EQ(reader_.value(*entry), "αβ😀γ");
-    EXPECT_TRUE(reader_.waitForSelection(*entry, {0, 5}));
-    const auto window = reader_.window(pid());
-    ASSERT_TRUE(window);
-    const auto label = reader_.find(*window, "AXStaticText");
-    ASSERT_TRUE(label);
-    EXPECT_EQ(reader_.value(*label), "Read me");
-    EXPECT_FALSE(reader_.selection(*label));
-
-    start({"zenity", "--password"});
-    const auto password = reader_.waitForPassword(pid());
-    ASSERT_TRUE(password);
-    user_.type("secret");
-    EXPECT_EQ(reader_.role(*password), "AXTextField");
-    EXPECT_FALSE(reader_.value(*password));
-    EXPECT_FALSE(reader_.selection(*password));
-
-    start({"xfce4-terminal", "--disable-server"});
-    const auto terminal = reader_.waitForFocus(pid(), "AXTextArea");
-    ASSERT_TRUE(terminal);
-    EXPECT_FALSE(reader_.value(*terminal));
-    EXPECT_FALSE(reader_.selection(*terminal));
-}
-
-TEST_F(AtspiFields, FocusFollowsTheActiveWindow) {
-    start(mousepad(folder_.write("first.txt", "first")));
-    const auto field = reader_.waitForFocus(pid(), "AXTextArea");
-    ASSERT_TRUE(field);
-    const auto window = reader_.window(pid());
-    const auto firstWindow = user_.activeWindow();
-
-    Process second(featherpad(folder_.write("second.txt", "second")));
-    ASSERT_TRUE(user_.waitForWindowOf(second.pid()));
-    const auto secondField = reader_.waitForFocus(second.pid(), "AXTextArea");
-    ASSERT_TRUE(secondField);
-    EXPECT_FALSE(*secondField == *field);
-    EXPECT_TRUE(eventually([&] { return !reader_.window(pid()); }));
-    EXPECT_TRUE(eventually([&] { return reader_.focusedAnywhere() == secondField; }));
-
-    user_.activate(firstWindow);
-    EXPECT_TRUE(eventually([&] { return reader_.focusedAnywhere() == field; }));
-    EXPECT_TRUE(eventually([&] { return reader_.window(pid()) == window; }));
-    EXPECT_TRUE(reader_.focused(pid()) == field);
-}
-
 TEST_F(AtspiFields, AHungApplicationYieldsNothingUntilItRecoversAndATextBeyondTheLimitNever) {
     using namespace std::chrono_literals;
     const std::string longest(100'000, 'x');

@@ -40,60 +40,6 @@ protected:
     Process browser_;
 };
 
-TEST_F(WebFields, TheFocusVisitsEveryKindOfFieldAndTheBrowsersOwn) {
-    open(
-        "<p>Some read-only text.</p><input value='αβ😀γ' "
-        "autofocus><textarea>many\nlines\n</textarea>"
-        "<input type=password value=secret><button>Press</button>");
-    const auto line = focusWithValue("αβ😀γ");
-    ASSERT_TRUE(line);
-    EXPECT_EQ(reader_.role(*line), "AXTextField");
-    EXPECT_EQ(accessibility_.processIdentifier(*line), pid());
-    user_.tap(key::end);
-    EXPECT_TRUE(reader_.waitForSelection(*line, {5, 0}));
-    user_.chord({key::leftShift}, key::left);
-    user_.chord({key::leftShift}, key::left);
-    EXPECT_TRUE(reader_.waitForSelection(*line, {2, 3}));
-    user_.chord({key::leftShift}, key::home);
-    EXPECT_TRUE(reader_.waitForSelection(*line, {0, 5}));
-    const auto window = reader_.window(pid());
-    ASSERT_TRUE(window);
-    EXPECT_EQ(reader_.role(*window), "AXWindow");
-
-    // To the browser's own field, and round its panes back to the page.
-    user_.chord({key::leftControl}, key::l);
-    ASSERT_TRUE(reader_.waitFor(pid(), [&](const AXElement& field) {
-        return !(field == *line) && reader_.role(field) == "AXTextField";
-    }));
-    for (int i = 0; i < 8 && reader_.focused(pid()) != line; ++i) {
-        const auto before = reader_.focused(pid());
-        user_.tap(key::f6);
-        ASSERT_TRUE(eventually([&] { return reader_.focused(pid()) != before; }));
-    }
-    EXPECT_TRUE(eventually([&] { return reader_.focused(pid()) == line; }));
-
-    user_.tap(key::tab);
-    const auto area = reader_.waitForFocus(pid(), "AXTextArea");
-    ASSERT_TRUE(area);
-    EXPECT_EQ(reader_.value(*area), "many\nlines\n");
-    user_.chord({key::leftControl}, key::end);
-    EXPECT_TRUE(reader_.waitForSelection(*area, {11, 0}));
-    user_.type("typed");
-    EXPECT_TRUE(reader_.waitForValue(*area, "many\nlines\ntyped"));
-
-    user_.tap(key::tab);
-    const auto password = reader_.waitForPassword(pid());
-    ASSERT_TRUE(password);
-    EXPECT_FALSE(reader_.value(*password));
-    EXPECT_FALSE(reader_.selection(*password));
-
-    user_.tap(key::tab);
-    const auto button = reader_.waitForFocus(pid(), "AXButton");
-    ASSERT_TRUE(button);
-    EXPECT_FALSE(reader_.selection(*button));
-    EXPECT_TRUE(reader_.window(pid()) == window);
-}
-
 TEST_F(WebFields, AnEditableRegionReadsAsLinesThatFitItsSelection) {
     open(
         "<div contenteditable autofocus><p>😀 one</p><p><br></p><p>two <a href=x>link</a> end</p>"

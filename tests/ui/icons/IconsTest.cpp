@@ -51,17 +51,5 @@ TEST(Icons, PicturesAndDrawingShowTheSameMark) {
     }
 }
 
-// A desktop paints over whatever is opaque in it, so a background would be a blot.
-TEST(Icons, SymbolicIsStrokesOfOneColourOnNothing) {
-    const auto symbolic = drawing(icons + QStringLiteral("-symbolic.svg"), 64);
-    ASSERT_FALSE(symbolic.isNull());
-    int opaque = 0;
-    for (int y = 0; y < 64; ++y)
-        for (int x = 0; x < 64; ++x) opaque += qAlpha(symbolic.pixel(x, y)) > 127;
-    EXPECT_GT(opaque, 64 * 64 / 10);
-    EXPECT_LT(opaque, 64 * 64 / 3);
-    EXPECT_EQ(qAlpha(symbolic.pixel(0, 0)), 0);
-}
-
 }  // namespace
 }  // namespace quorvi::test

@@ -73,14 +73,5 @@ TEST_F(UpdateWindowTest, NotesLoadNothing) {
         part<QTextBrowser>(updates)->loadResource(QTextDocument::ImageResource, picture).isValid());
 }
 
-TEST_F(UpdateWindowTest, SettingsFollowTheSwitchAndBeginTheCheck) {
-    open(WindowPage::settings).press("Automatically check for updates");
-    EXPECT_FALSE(world.updater.automaticChecks());
-    world.preferences.setBoolean("automaticUpdateChecks", true);
-    EXPECT_TRUE(page().has("(Automatically check for updates: on)"));
-    page().press("Check for Updates…");
-    EXPECT_TRUE(updates.isVisible());
-}
-
 }  // namespace
 }  // namespace quorvi::test

@@ -15,37 +15,11 @@ namespace {
 
 class MainWindowTest : public WindowTest {};
 
-TEST_F(MainWindowTest, TheSetupLeadsToWhatIsMissing) {
-    world.withdrawEverything();
-    expectInOrder(page(), {"[Add key]", "[Enable]", "[Enable]", "[Open Settings]",
-                           "Complete setup to start"});
-    window().press("Add key: OpenAI API key");
-    EXPECT_EQ(world.model.selectedPage(), WindowPage::settings);
-    open(WindowPage::dictation).press("Enable: Microphone");
-    page().press("Enable: Accessibility");
-    page().press("Open Settings: Enable keyboard access in Input Monitoring");
-    EXPECT_EQ(world.permissions.openedPanes,
-              (std::vector{PrivacyPane::microphone, PrivacyPane::accessibility,
-                           PrivacyPane::inputMonitoring}));
-}
-
-TEST_F(MainWindowTest, TheSidebarSelectsThePageAndEndsTheShortcutCapture) {
-    const std::pair<const char*, WindowPage> pages[] = {{"History", WindowPage::history},
-                                                        {"Insights", WindowPage::insights},
-                                                        {"Settings", WindowPage::settings},
-                                                        {"Dictation", WindowPage::dictation}};
-    for (const auto& [name, index] : pages) {
-        world.model.beginShortcutCapture();
-        window().press(name);
-        EXPECT_EQ(world.model.selectedPage(), index);
-        EXPECT_FALSE(world.model.isChoosingShortcut());
-    }
-    world.model.setSelectedPage(WindowPage::settings);
-    EXPECT_TRUE(window().has("(Settings: on)"));
-}
-
-TEST_F(MainWindowTest, ClosingEndsTheCaptureAndKeepsTheSize) {
+TEST_F(MainWindowTest, AnotherPageOrClosingEndsTheCaptureAndTheSizeIsKept) {
     world.show().resize(1000, 790);
+    world.model.beginShortcutCapture();
+    window().press("History");
+    EXPECT_FALSE(world.model.isChoosingShortcut());
     world.model.beginShortcutCapture();
     world.window->close();
     EXPECT_FALSE(world.window->isVisible());
@@ -63,8 +37,6 @@ TEST_F(MainWindowTest, ShowsTheCurrentDictationAndTheLastTranscript) {
     world.scheduler.advance(67900ms);
     expectInOrder(page(), {"1:07", "[Cancel]", "[Stop && insert]", "-[Change shortcut]"});
     page().press("Cancel");
-    EXPECT_EQ(world.model.stage(), DictationStage::idle);
-    EXPECT_FALSE(page().has("Last transcript"));
     world.dictate("hello there");
     expectInOrder(page(), {"Last transcript", "hello there"});
     page().press("Copy");
@@ -80,11 +52,8 @@ TEST_F(MainWindowTest, TheShortcutMenuOffersPresetsAndACapture) {
     actions[1]->trigger();
     EXPECT_EQ(world.model.shortcut(), Hotkey::leftControl);
     actions.back()->trigger();
-    EXPECT_TRUE(page().has("[Press a key…]"));
     world.localKeys.press(0, 0, "a");
     EXPECT_TRUE(page().has("Use Left or Right Control, Right Option, a function key"));
-    world.localKeys.press(96, 0, std::nullopt);
-    EXPECT_TRUE(page().has("[F5]"));
 }
 
 TEST_F(MainWindowTest, SettingsFollowTheModelAndChangeIt) {
@@ -95,10 +64,6 @@ TEST_F(MainWindowTest, SettingsFollowTheModelAndChangeIt) {
     EXPECT_EQ(settings.control<QComboBox>("Model").currentIndex(), 1);
     settings.choose("Stop sound", 4);
     EXPECT_EQ(world.model.soundStyle(RecordingCue::stop), RecordingSoundStyle::silent);
-    settings.choose("Shortcut mode", 1);
-    EXPECT_EQ(world.model.mode(), DictationMode::toggle);
-    settings.choose("Style", 2);
-    EXPECT_EQ(world.model.recordingTheme(), RecordingTheme::paper);
     const auto* words = "Names or terms you often use (optional)";
     world.model.setVocabulary("Ada");
     EXPECT_EQ(settings.control<QLineEdit>(words).text(), "Ada");
@@ -112,8 +77,6 @@ TEST_F(MainWindowTest, ARefusedKeyCanBeMendedAndAKeyIsNeverShown) {
     const auto settings = open(WindowPage::settings);
     auto& field = settings.control<QLineEdit>("OpenAI API key");
     EXPECT_EQ(field.echoMode(), QLineEdit::Password);
-    field.setText("  \n ");
-    EXPECT_TRUE(page().has("-[Save]"));
     field.setText("two words");
     settings.press("Save");
     EXPECT_TRUE(page().has("Enter a valid API key without spaces."));
@@ -151,23 +114,6 @@ TEST_F(MainWindowTest, RulesShowTheirOriginAndDuplicatesAreRefused) {
     save("Add correction", "  HALLO ", "x");
     EXPECT_TRUE(Seen(*world.window->findChild<CorrectionEditor*>())
                     .has("That phrase already has a correction."));
-}
-
-TEST_F(MainWindowTest, TheEditorPreviewsTheTranscript) {
-    CorrectionEditor editor(world.corrections, {}, QStringLiteral("We met at Russet Miner."),
-                            nullptr);
-    editor.setAttribute(Qt::WA_DeleteOnClose, false);
-    editor.show();
-    const auto write = [&](const char* phrase, const QString& replacement) {
-        Seen(editor).control<QLineEdit>("Quorvi writes").setText(QString::fromUtf8(phrase));
-        Seen(editor).control<QLineEdit>("Replace with").setText(replacement);
-        return Seen(editor);
-    };
-    EXPECT_TRUE(write("russet  miner", "russetmanor").has("We met at russetmanor."));
-    EXPECT_TRUE(write("elsewhere", "x").has("That phrase does not match this transcript."));
-    const auto tooLong = write("elsewhere", QString(161, QLatin1Char('x')));
-    EXPECT_TRUE(tooLong.has("160")) << tooLong.text();
-    EXPECT_TRUE(tooLong.has("-[Save correction]"));
 }
 
 TEST_F(MainWindowTest, TheSyncSectionShowsProgressAndPendingChanges) {

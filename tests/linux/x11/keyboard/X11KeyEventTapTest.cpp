@@ -317,41 +317,5 @@ TEST(X11KeyEventTap, SurvivesTheServersEndAndIsRevivedOnAnother) {
     setenv("DISPLAY", original.c_str(), 1);
 }
 
-TEST(X11KeyEventTap, KillingTheProcessThatHoldsAKeyLeavesTheKeyboardUsable) {
-    int ready[2];
-    ASSERT_EQ(pipe(ready), 0);
-    KeyWindow window;
-    ASSERT_TRUE(window.show());
-    const auto child = fork();
-    if (child == 0) {
-        TapRecorder recorder;
-        const bool installed = recorder.install();
-        recorder.tap.setSwallowed({{codeF8, 0}});
-        const auto say = [&](bool yes) { return write(ready[1], yes ? "y" : "n", 1) == 1; };
-        bool told = say(installed && recorder.settle());
-        told = told && say(recorder.waitForType(Type::keyDown, codeF8));
-        recorder.scheduler.runFor(std::chrono::minutes(5));
-        _exit(told ? 0 : 1);
-    }
-    ::close(ready[1]);
-    const auto hear = [&] {
-        char answer = 0;
-        return read(ready[0], &answer, 1) == 1 && answer == 'y';
-    };
-    TestUser user;
-    ASSERT_TRUE(hear());
-    window.forget();
-    user.press(key::f8);
-    ASSERT_TRUE(hear());
-    EXPECT_TRUE(window.keys().empty());
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    user.type({key::a, key::s});
-    EXPECT_TRUE(window.waitForKey(-key::s));
-    user.release(key::f8);
-    user.tap(key::f8);
-    EXPECT_TRUE(window.waitForKey(key::f8));
-}
-
 }  // namespace
 }  // namespace quorvi::test
