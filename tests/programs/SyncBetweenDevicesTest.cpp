@@ -15,7 +15,6 @@
 #include "tests/support/Process.h"
 #include "tests/support/Seeds.h"
 #include "tests/support/Waiting.h"
-#include "tests/support/cloud/Hexadecimal.h"
 #include "tests/support/cloud/PostgresServer.h"
 #include "tests/support/cloud/SyncEdits.h"
 
@@ -81,17 +80,17 @@ private:
         words >> what;
         if (what == "stuck") throw std::runtime_error(home_.filename().string() + ": " + line);
         if (what == "value" && words >> id >> value) {
-            holdings_.values[fromHexadecimal(id)] = fromHexadecimal(value);
+            holdings_.values[fromWord(id)] = fromWord(value);
         } else if (what == "rule" && words >> value) {
-            holdings_.rules.push_back(fromHexadecimal(value));
+            holdings_.rules.push_back(fromWord(value));
         } else if (what == "tried" || what == "kept") {
             int kind = 0;
             SyncEdit edit{};
             words >> kind >> id >> value >> edit.revision >> device;
             edit.kind = static_cast<SyncEdit::Kind>(kind);
-            edit.id = fromHexadecimal(id);
-            edit.value = fromHexadecimal(value);
-            edit.device = fromHexadecimal(device);
+            edit.id = fromWord(id);
+            edit.value = fromWord(value);
+            edit.device = fromWord(device);
             if (what == "tried")
                 judge.wasTried(edit);
             else

@@ -27,29 +27,6 @@ protected:
     FakeCloudDatabase device{scheduler, server, "anna"};
 };
 
-TEST_F(CloudReleaseCheckTest, WritesARecordIntoAZoneOfItsOwn) {
-    device.hold(Op::fetchRecord);
-    Running<std::int32_t> running(CloudReleaseCheck::run(device, [](const std::string&) {}));
-    scheduler.advance(std::chrono::seconds(1));
-    const auto zones = server.zones("anna");
-    ASSERT_EQ(zones.size(), 1u);
-    EXPECT_TRUE(zones[0].starts_with("QuorviReleaseCheck-")) << zones[0];
-    const auto record = server.record("anna", {zones[0], "synthetic-check"});
-    ASSERT_TRUE(record);
-    EXPECT_EQ(record->type, "QuorviItem");
-    EXPECT_EQ(textOf(*record->payload), "Quorvi sync verification");
-}
-
-TEST_F(CloudReleaseCheckTest, NeedsAnAccountAndMakesNoZoneWithoutOne) {
-    for (const auto status :
-         {CloudAccountStatus::noAccount, CloudAccountStatus::restricted,
-          CloudAccountStatus::couldNotDetermine, CloudAccountStatus::temporarilyUnavailable}) {
-        device.status = status;
-        EXPECT_EQ(check(), "2 Cloud check: no signed-in iCloud account");
-    }
-    EXPECT_EQ(device.calls[Op::saveZone], 0);
-}
-
 TEST_F(CloudReleaseCheckTest, TellsWhatWentWrongAndCleansUp) {
     const CloudError error(cloudErrorCode::networkFailure, "The line is cut.");
     for (const auto operation :

@@ -95,13 +95,9 @@ private:
                 waiting_[who].clear();
                 break;
             default: {
-                auto plan = SyncEditor(machine, machine.scheduler, random_()).plan();
-                auto edits = std::move(plan.edits);
-                for (auto& edit : plan.make()) edits.push_back(std::move(edit));
-                for (const auto& edit : edits) {
-                    judge_.wasTried(edit);
-                    waiting_[who].add(edit, machine);
-                }
+                SyncEditor editor(machine, machine.scheduler, random_(),
+                                  [this](const SyncEdit& edit) { judge_.wasTried(edit); });
+                for (auto& edit : editor.edit()) waiting_[who].add(std::move(edit), machine);
             }
         }
     }

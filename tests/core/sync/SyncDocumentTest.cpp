@@ -1,7 +1,6 @@
 #include "QuorviCore/sync/SyncDocument.h"
 
 #include <gtest/gtest.h>
-#include <rapidjson/document.h>
 
 #include <algorithm>
 
@@ -121,10 +120,6 @@ TEST(SyncDocument, ALargeDocumentIsEncodedInPieces) {
     }
     EXPECT_LT(greatest, document.size() / 4);
     EXPECT_EQ(documentOf(decodeSyncDocument(document)), document);
-    rapidjson::Document other;
-    other.Parse(document.data(), document.size());
-    ASSERT_FALSE(other.HasParseError());
-    EXPECT_EQ(other["ledger"]["items"].MemberCount(), 3'000u);
 }
 
 }  // namespace

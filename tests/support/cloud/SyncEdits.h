@@ -8,12 +8,14 @@
 #include <random>
 #include <set>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
 
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
+#include "QuorviCore/json/Base64.h"
 #include "tests/support/cloud/SyncedProgram.h"
 
 namespace quorvi::test {
@@ -29,6 +31,16 @@ struct SyncEdit {
     std::string device;
 };
 
+// Any bytes as one word of a line, and back.
+inline std::string asWord(std::string_view bytes) {
+    std::string word = "=";
+    json::appendBase64(word, bytes);
+    return word;
+}
+inline std::string fromWord(std::string_view word) {
+    return json::bytesOfBase64(word.substr(1)).value().string();
+}
+
 // Returns the part of a payload that the user has written, without dates and the like; of a rule
 // the phrase, '>' and the replacement.
 inline std::string syncedValue(const std::string& id, const std::string& payload) {
@@ -41,81 +53,69 @@ inline std::string syncedValue(const std::string& id, const std::string& payload
     return rule.original + ">" + rule.replacement + (rule.isEnabled ? "+" : "-");
 }
 
-// A user who makes random changes of synchronised values. The plan says what an edit may overwrite
-// before it is made, since the program may be killed before it can tell.
+// A user who makes random changes of synchronised values. `tried` gets an edit that may overwrite
+// something before it is made, since the program may be killed before it can report it.
 class SyncEditor {
 public:
-    struct Plan {
-        std::vector<SyncEdit> edits;
-        std::function<std::vector<SyncEdit>()> make = [] {
-            return std::vector<SyncEdit>();
-        };  // makes them; returns edits known only then
-    };
+    using Tried = std::function<void(const SyncEdit&)>;
 
-    SyncEditor(SyncedProgram& program, Scheduler& clock, std::uint64_t seed)
-        : program_(program), clock_(clock), random_(seed) {}
+    SyncEditor(SyncedProgram& program, Scheduler& clock, std::uint64_t seed, Tried tried)
+        : program_(program), clock_(clock), random_(seed), tried_(std::move(tried)) {}
 
-    Plan plan() {
+    // Makes a change, and returns its edits.
+    std::vector<SyncEdit> edit() {
         auto& history = *program_.history;
         auto& corrections = *program_.corrections;
         auto& model = *program_.model;
         const auto& rules = corrections.rules().rules();
         if (history.isLoading() || corrections.persistenceError()) return {};
         switch (below(14)) {
-            case 0:
-            case 1:
-            case 2:
-            case 3:
-                return dictation();
-            case 4: {
+            case 0: {
                 if (history.records().empty()) break;
                 const auto id = history.records()[below(history.records().size())].id;
-                return planOf({Kind::deleted, historyId(id), {}},
-                              [&history, id] { history.remove(id); });
+                make({Kind::deleted, historyId(id), {}}, [&] { history.remove(id); });
+                break;
             }
-            case 5:
-            case 6: {
-                TextCorrection rule{.original = below(2) ? letter() : word(),
-                                    .replacement = word()};
-                return save(rule);
-            }
-            case 7: {
+            case 1:
+            case 2:
+                save({.original = below(2) ? letter() : word(), .replacement = word()});
+                break;
+            case 3: {
                 if (rules.empty()) break;
                 const auto id = rules[below(rules.size())].id;
-                return planOf({Kind::deleted, ruleId(id), {}},
-                              [&corrections, id] { corrections.remove(id); });
+                make({Kind::deleted, ruleId(id), {}}, [&] { corrections.remove(id); });
+                break;
             }
-            case 8: {
+            case 4: {
                 if (rules.empty()) break;
                 auto rule = rules[below(rules.size())];
                 rule.isEnabled = !rule.isEnabled;
                 rule.replacement = word();
-                return save(rule);
+                save(rule);
+                break;
             }
-            case 9:
-            case 10: {
+            case 5:
+            case 6: {
                 const auto text = word();
-                return setting("vocabulary", text, [&model, text] { model.setVocabulary(text); });
+                set("vocabulary", text, [&] { model.setVocabulary(text); });
+                break;
             }
-            case 11: {
-                const auto theme = below(2) ? RecordingTheme::paper : RecordingTheme::midnight;
-                return setting("recordingTheme", std::string(rawValue(theme)),
-                               [&model, theme] { model.setRecordingTheme(theme); });
-            }
-            case 12: {
+            case 7: {
                 const bool keeps = below(2);
-                return setting("keepTranscripts", keeps,
-                               [&history, keeps] { history.setKeepTranscripts(keeps); });
+                set("keepTranscripts", keeps, [&] { history.setKeepTranscripts(keeps); });
+                break;
             }
-            case 13:
-                return retention();
+            case 8:
+                setRetention();
+                break;
+            default:
+                dictate();
         }
-        return {};
+        return std::move(edits_);
     }
 
 private:
     using Kind = SyncEdit::Kind;
-    using None = std::vector<SyncEdit>;
 
     static std::string historyId(const Uuid& id) { return LocalSnapshot::historyId(id).string(); }
     static std::string ruleId(const std::string& id) {
@@ -127,67 +127,56 @@ private:
     // Returns a word that is used only once.
     std::string word() { return letter() + std::to_string(random_()); }
 
-    static Plan planOf(SyncEdit edit, std::function<void()> make) {
-        return {{std::move(edit)}, [make = std::move(make)] {
-                    make();
-                    return None();
-                }};
+    void make(SyncEdit edit, const auto& change) {
+        tried_(edit);
+        change();
+        edits_.push_back(std::move(edit));
     }
-    Plan dictation() {
-        const auto text = "words " + word();
+    void dictate() {
+        auto& history = *program_.history;
         const auto daysAgo = static_cast<double>(below(3) * 50);
-        const auto today = clock_.date().secondsSinceReferenceDate;
-        // The plan outlives the editor.
-        return {{}, [&history = *program_.history, text, daysAgo, today] {
-                    history.record(text, 2, "Editor", "el", TranscriptionModel::transcribe,
-                                   {today - daysAgo * 86400});
-                    const auto& record = history.records()[0];
-                    // Retention may drop an old text at any time.
-                    const bool stays = record.text && daysAgo == 0;
-                    return None{
-                        {Kind::dictated, historyId(record.id), stays ? record.text->string() : ""}};
-                }};
+        history.record("words " + word(), 2, "Editor", "el", TranscriptionModel::transcribe,
+                       {clock_.date().secondsSinceReferenceDate - daysAgo * 86400});
+        const auto& record = history.records()[0];
+        // Retention may drop an old text at any time.
+        const bool stays = record.text && daysAgo == 0;
+        edits_.push_back(
+            {Kind::dictated, historyId(record.id), stays ? record.text->string() : ""});
     }
-    Plan save(TextCorrection rule) {
-        auto& corrections = *program_.corrections;
+    void save(const TextCorrection& rule) {
         const auto id = ruleId(rule.id);
-        const auto value = syncedValue(id, encodeCorrection(rule));
-        return planOf({Kind::wrote, id, value}, [&corrections, rule] {
+        make({Kind::wrote, id, syncedValue(id, encodeCorrection(rule))}, [&] {
             try {
-                corrections.save(rule);
+                program_.corrections->save(rule);
             } catch (const QuorviError&) {  // the phrase is taken
             }
         });
     }
-    Plan setting(const std::string& key, SettingValue value, std::function<void()> set) {
+    void set(const std::string& key, const SettingValue& value, const auto& change) {
         const auto id = std::string(syncPrefix::setting) + key;
-        return planOf({Kind::wrote, id, LocalSnapshot::encode(value).string()}, std::move(set));
+        make({Kind::wrote, id, LocalSnapshot::encode(value).string()}, change);
     }
-    Plan retention() {
+    void setRetention() {
         auto& history = *program_.history;
         constexpr TranscriptRetention all[] = {TranscriptRetention::thirtyDays,
                                                TranscriptRetention::ninetyDays,
                                                TranscriptRetention::forever};
         const auto chosen = all[below(3)];
-        const auto make = [&history, chosen] {
-            std::set<std::string> withText;
-            for (const auto& record : history.records())
-                if (record.text) withText.insert(historyId(record.id));
-            history.setRetention(chosen);
-            for (const auto& record : history.records())
-                if (record.text) withText.erase(historyId(record.id));
-            None redacted;
-            for (const auto& id : withText) redacted.push_back({Kind::redacted, id, {}});
-            return redacted;
-        };
-        auto plan = setting("transcriptRetention", std::int64_t{rawValue(chosen)}, [] {});
-        plan.make = make;
-        return plan;
+        std::set<std::string> redacted;
+        for (const auto& record : history.records())
+            if (record.text) redacted.insert(historyId(record.id));
+        set("transcriptRetention", std::int64_t{rawValue(chosen)},
+            [&] { history.setRetention(chosen); });
+        for (const auto& record : history.records())
+            if (record.text) redacted.erase(historyId(record.id));
+        for (const auto& id : redacted) edits_.push_back({Kind::redacted, id, {}});
     }
 
     SyncedProgram& program_;
     Scheduler& clock_;
     std::mt19937_64 random_;
+    Tried tried_;
+    std::vector<SyncEdit> edits_;
 };
 
 // The edits of one program that its ledger has not recorded yet.

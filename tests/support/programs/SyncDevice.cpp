@@ -21,7 +21,6 @@
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
-#include "tests/support/cloud/Hexadecimal.h"
 #include "tests/support/cloud/SyncEdits.h"
 #include "tests/support/cloud/UnreliableCloud.h"
 
@@ -116,8 +115,8 @@ void say(const std::string& line) {
 
 void say(const char* what, const SyncEdit& edit) {
     std::ostringstream line;
-    line << what << ' ' << static_cast<int>(edit.kind) << ' ' << hexadecimal(edit.id) << ' '
-         << hexadecimal(edit.value) << ' ' << edit.revision << ' ' << hexadecimal(edit.device);
+    line << what << ' ' << static_cast<int>(edit.kind) << ' ' << asWord(edit.id) << ' '
+         << asWord(edit.value) << ' ' << edit.revision << ' ' << asWord(edit.device);
     say(line.str());
 }
 
@@ -151,8 +150,8 @@ public:
             sync().syncNow();
         } else if (command == "values") {
             for (const auto& [id, payload] : run_->program.values())
-                say("value " + hexadecimal(id) + ' ' + hexadecimal(payload));
-            for (const auto& rule : run_->program.rules()) say("rule " + hexadecimal(rule));
+                say("value " + asWord(id) + ' ' + asWord(payload));
+            for (const auto& rule : run_->program.rules()) say("rule " + asWord(rule));
             say("values");
         } else if (command == "stop") {
             waiting_.clear();
@@ -193,11 +192,9 @@ private:
     AccountSync& sync() { return *run_->program.sync; }
 
     void edit(std::uint64_t seed) {
-        auto plan = SyncEditor(run_->program, run_->clock, seed).plan();
-        auto edits = plan.edits;
-        for (const auto& one : edits) say("tried", one);
-        for (auto& one : plan.make()) edits.push_back(std::move(one));
-        for (const auto& one : edits) waiting_.add(one, run_->program);
+        SyncEditor editor(run_->program, run_->clock, seed,
+                          [](const SyncEdit& edit) { say("tried", edit); });
+        for (auto& one : editor.edit()) waiting_.add(std::move(one), run_->program);
     }
 
     // Reports an edit in the ledger once all writes requested so far are on the disk.

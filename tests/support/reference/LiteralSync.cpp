@@ -31,21 +31,6 @@ LiteralItem LiteralItem::merging(const LiteralItem& incoming) const {
     return result;
 }
 
-std::string literalBase64(std::string_view bytes) {
-    static constexpr char digits[] =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string out;
-    std::uint32_t bits = 0;
-    int count = 0;
-    for (const unsigned char byte : bytes) {
-        bits = bits << 8 | byte;
-        for (count += 8; count >= 6; count -= 6) out += digits[bits >> (count - 6) & 63];
-    }
-    if (count > 0) out += digits[bits << (6 - count) & 63];
-    while (out.size() % 4 != 0) out += '=';
-    return out;
-}
-
 void LiteralLedger::merge(const LiteralItem& item) {
     clock = std::max(clock, item.revision);
     const auto held = items.find(item.id);

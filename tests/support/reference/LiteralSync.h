@@ -5,7 +5,6 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "QuorviCore/sync/LocalSnapshot.h"
@@ -27,8 +26,6 @@ struct LiteralItem {
 
     LiteralItem merging(const LiteralItem& incoming) const;
 };
-
-std::string literalBase64(std::string_view bytes);
 
 using LiteralPayloads = std::map<std::string, std::string>;
 
