@@ -106,7 +106,7 @@ TEST_F(HistoryStoreTest, KeepsEachDictationAndTellsItsObservers) {
     EXPECT_FALSE(store->keepTranscripts());
 }
 
-TEST_F(HistoryStoreTest, WhatIsDoneWhileTheFileIsReadIsAppliedToIt) {
+TEST_F(HistoryStoreTest, ChangesDuringLoadingAreAppliedToTheFile) {
     startWith({old("b", 2), old("a", 3), old("c", 1)});
     dictate("new");
     dictate("removed");

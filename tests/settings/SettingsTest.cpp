@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Quorvi/system/MemoryPreferences.h"
-#include "QuorviCore/text/Text.h"
+#include "tests/support/Texts.h"
 
 namespace quorvi::test {
 namespace {
@@ -67,7 +67,7 @@ TEST_F(SettingsTest, FallBackToTheirDefaults) {
     EXPECT_EQ(settings.get(setting::mode), DictationMode::hold);
 }
 
-TEST_F(SettingsTest, TravelAndLeaveOutWhatTheyCannotTake) {
+TEST_F(SettingsTest, TravelAndIgnoreInvalidValues) {
     settings.apply(others());
     EXPECT_EQ(settings.travelling(), others());
     EXPECT_EQ(settings.get(setting::hotkey), (Hotkey{44, 262144, "⌃/"}));
@@ -87,10 +87,9 @@ TEST_F(SettingsTest, AShortcutTravelsAsTheSameBytesHoweverItIsStored) {
     EXPECT_EQ(settings.travelling().at("hotkey"), others().at("hotkey"));
 }
 
-TEST_F(SettingsTest, TakeOnlySoMuchVocabularyAsIsUsed) {
+TEST_F(SettingsTest, LimitTheVocabulary) {
     const std::string family = "👨‍👩‍👧";  // one character as the user sees it
-    std::string longText;
-    for (int i = 0; i < 1500; ++i) longText += family;
+    const auto longText = repeated(family, 1500);
     settings.apply({{"vocabulary", longText}});
     EXPECT_EQ(settings.get(setting::vocabulary), longText.substr(0, 1200 * family.size()));
     EXPECT_EQ(preferences.string("vocabulary"), settings.get(setting::vocabulary));

@@ -80,12 +80,6 @@ TEST_F(KeychainStoreTest, SwitchingTheCopyOffKeepsTheKeyBeforeItDeletesTheCopy) 
               (Steps{"exists sync", "exists sync", "read sync", "update", "remove sync"}));
     EXPECT_EQ(keychain.items, (Items{{false, "sk-new"}}));
     EXPECT_FALSE(preferences.boolean("syncAPIKey").value_or(false));
-
-    keychain.items.clear();
-    EXPECT_EQ(setSync(true), "done") << "nothing to copy";
-    EXPECT_EQ(preferences.boolean("syncAPIKey"), true);
-    EXPECT_EQ(setSync(false), "done");
-    EXPECT_EQ(keychain.items, Items{});
 }
 
 TEST_F(KeychainStoreTest, NoFailureInTheMiddleLosesTheKeyOrChangesTheChoice) {
@@ -125,23 +119,6 @@ TEST_F(KeychainStoreTest, RemovesBothItemsAndSaysWhichOneItCould) {
     EXPECT_FALSE(store.hasKey());
 }
 
-TEST_F(KeychainStoreTest, ALockedKeychainHasNoKeyUntilItIsReadAndIsNeverTakenForAnEmptyOne) {
-    keychain.items = {{false, "sk-old"}, {true, "sk-new"}};
-    keychain.locked = true;
-    keychain.userUnlocks = false;
-    keychain.changes.notify();
-    scheduler.settle();
-    EXPECT_FALSE(store.hasKey());
-    EXPECT_EQ(outcome(store.save("sk-x")), say::apiKeyNotSaved(-128).english());
-    EXPECT_EQ(setSync(false), say::apiKeyCopyNotUpdated(-128).english());
-    EXPECT_EQ(outcome(store.read({})), say::apiKeyUnavailable().english());
-    keychain.userUnlocks = true;
-    EXPECT_EQ(outcome(store.read({})), "sk-new");
-    keychain.locked = true;
-    EXPECT_EQ(setSync(false), "done");
-    EXPECT_EQ(keychain.items, (Items{{false, "sk-new"}}));
-}
-
 TEST_F(KeychainStoreTest, AskingForTheKeyCostsTheKeychainNothing) {
     int told = 0;
     const auto subscription = store.onChange([&] { ++told; });
@@ -157,7 +134,7 @@ TEST_F(KeychainStoreTest, AskingForTheKeyCostsTheKeychainNothing) {
     EXPECT_EQ(keychain.journal.size(), 4u) << "a burst of signals is two looks";
 }
 
-TEST_F(KeychainStoreTest, WhatIsAskedForTogetherIsDoneOneAfterAnother) {
+TEST_F(KeychainStoreTest, ConcurrentOperationsRunOneAfterAnother) {
     keychain.items = {{true, "sk-1"}};
     preferences.setBoolean("syncAPIKey", true);
     const Running<void> switching(store.setSyncEnabled(false));
@@ -167,7 +144,7 @@ TEST_F(KeychainStoreTest, WhatIsAskedForTogetherIsDoneOneAfterAnother) {
     EXPECT_EQ(keychain.items, (Items{{false, "sk-2"}})) << "the copy was made again";
 }
 
-TEST_F(DictationTest, SaysWhatBecameOfTheKeysCopy) {
+TEST_F(DictationTest, ReportsWhetherTheKeyIsSynchronised) {
     const Running<bool> off(model->setKeySync(false));
     EXPECT_EQ(off.value(), true);
     EXPECT_EQ(model->keyMessage(), say::apiKeySyncDisabled());

@@ -24,7 +24,7 @@ struct LaunchAtLogin : testing::Test {
     LaunchAtLoginController controller{service, executor, scheduler};
 };
 
-TEST_F(LaunchAtLogin, SaysHowItStandsAndDoesOnlyWhatChangesThat) {
+TEST_F(LaunchAtLogin, ShowsTheStatusAndDoesOnlyWhatChangesIt) {
     struct Row {
         Status status;
         Message message;

@@ -52,7 +52,7 @@ protected:
     const std::string rule = "00000000-0000-4000-8000-000000000001";
 };
 
-TEST_F(UserDataTest, MergesByTheStampsWhateverTheSynchronisationWillSayLater) {
+TEST_F(UserDataTest, MergesByStamps) {
     run(one);
     one.dictate("dropped", 40);
     one.dictate("deleted");
@@ -106,7 +106,7 @@ TEST_F(UserDataTest, MergesByTheStampsWhateverTheSynchronisationWillSayLater) {
     EXPECT_EQ(SyncItem::decode(textOf(*sent->payload))->revision, 5'000'000'000'000);
 }
 
-TEST_F(UserDataTest, LeavesEverythingAsItIsWhenSomethingCanNotBeReadOrWritten) {
+TEST_F(UserDataTest, ChangesNothingAfterAnError) {
     run(one);
     one.dictate("one");
     quit(one);

@@ -64,7 +64,7 @@ TEST(TextCorrectionCoding, WritesOneCanonicalFormAndReadsWhatOthersMayWrite) {
     EXPECT_THROW(encodeCorrections({r}), QuorviError);
 }
 
-TEST(TextCorrectionCoding, RefusesWhatIsNoRuleAsAWhole) {
+TEST(TextCorrectionCoding, RefusesAListWithAnInvalidRule) {
     const std::string good = encodeCorrection(rule("some", "thing"));
     ASSERT_TRUE(decodeCorrection(good));
     EXPECT_EQ(decodeCorrections(good), std::nullopt);

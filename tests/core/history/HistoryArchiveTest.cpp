@@ -97,7 +97,7 @@ TEST(HistoryArchive, ReadsBackExactlyWhatItWrote) {
     EXPECT_EQ(encoded({}), R"({"records":[],"version":1})");
 }
 
-TEST(HistoryArchive, WritesNoKeyForWhatIsAbsentAndRepairsMalformedText) {
+TEST(HistoryArchive, OmitsAbsentMembersAndRepairsMalformedText) {
     auto record = decodeRecord(recordWith("id", R"("01234567-89ab-cdef-0123-456789abcdef")"));
     record.text.reset();
     record.costEstimate.reset();
@@ -111,7 +111,7 @@ TEST(HistoryArchive, WritesNoKeyForWhatIsAbsentAndRepairsMalformedText) {
 }
 
 // Tries every key with every value; only the listed combinations are accepted.
-TEST(HistoryArchive, ReadsMembersOfTheirTypeAndInTheirRangeOnly) {
+TEST(HistoryArchive, AcceptsOnlyMembersOfTheirTypeAndRange) {
     const auto strings = split(
         R"("x" "17" "NaN" "" "01234567-89AB-CDEF-0123-456789ABCDE"
            "01234567-89AB-CDEF-0123_456789ABCDEF" "01234567-89AB-CDEF-0123-456789ABCDEG")");
@@ -157,13 +157,11 @@ TEST(HistoryArchive, ReadsTextStrictly) {
               std::string_view("a\0b\"\\\n", 6));
 }
 
-TEST(HistoryArchive, RefusesWhatIsNoWholeDocument) {
+TEST(HistoryArchive, RefusesIncompleteDocuments) {
     const std::string start = R"({"version":1,"records":[)", record = object(members);
     const std::string nested = R"({"version":1,"records":[],"x":)";
-    for (const auto& json :
-         {R"({"x":{"y":[1,{"id":null}],"z":true},"version":2,"records":[]})" + std::string(),
-          " " + start + record + "]} ", nested + "[[[[]]]]}"})
-        EXPECT_TRUE(decodesDocument(json)) << json;
+    EXPECT_TRUE(
+        decodesDocument(R"( {"x":{"y":[1,{"id":null}],"z":true},"version":2,"records":[]} )"));
     auto broken = split(
         R"(null [] 1 "" {} {"version":1} {"records":[]} {"version":"1","records":[]}
            {"version":null,"records":[]} {"version":1.5,"records":[]} {"version":1,"records":{}}
@@ -180,11 +178,6 @@ TEST(HistoryArchive, RefusesWhatIsNoWholeDocument) {
         broken.push_back(document.substr(0, size));
     for (const auto& json : broken) EXPECT_FALSE(decodesDocument(json)) << json.substr(0, 5'000);
 
-    // Of a duplicate key the last value counts, but each must be valid.
-    const auto twice = HistoryArchive::decode(R"({"version":2,"records":[)" + record +
-                                              R"(],"records":[],"version":1})");
-    EXPECT_EQ(twice.version, 1);
-    EXPECT_TRUE(twice.records.empty());
     EXPECT_EQ(HistoryArchive::decode(start + record + "," + record + "]}").records.size(), 2u)
         << "two records may have one id";
 }

@@ -88,7 +88,7 @@ TEST(PropertyList, ReadsAndWritesTheBytesOfAnotherImplementation) {
     EXPECT_EQ(expected.toBinary(), everyType);
 }
 
-TEST(PropertyList, KeepsWhatDoesNotFitOneByte) {
+TEST(PropertyList, KeepsValuesOfSeveralBytes) {
     Array items;
     for (std::int64_t i = -40'000; i < 40'000; i += 7) items.push_back({i * i * i * 50'000});
     for (const auto value : {INT64_MIN, INT64_MAX, std::int64_t{0xFFFFFFFF}})

@@ -36,12 +36,6 @@ TEST(TranscriptionOptions, PromptJoinsTheContextAndTheTrimmedVocabulary) {
     EXPECT_EQ(prompt(automatic, " \n\t\u00a0\u2028"), "(none)");
     EXPECT_TRUE(prompt(mixed, " kinase\n").ends_with(" in the Greek alphabet.\nkinase"));
     EXPECT_EQ(prompt(english, "one\n\ntwo "), "English dictation with punctuation.\none\n\ntwo");
-}
-
-TEST(TranscriptionOptions, VocabularyIsCutBeforeItIsTrimmed) {
-    using enum DictationLanguage;
-    EXPECT_EQ(prompt(automatic, std::string(1190, 'a') + std::string(10, ' ') + "lost"),
-              std::string(1190, 'a'));
     // Leading space counts towards the limit.
     EXPECT_EQ(prompt(automatic, "  " + std::string(1300, 'a')), std::string(1198, 'a'));
 }

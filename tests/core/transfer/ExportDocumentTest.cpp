@@ -42,7 +42,7 @@ std::vector<SyncItem> sample(std::size_t dictations = 3) {
     return items;
 }
 
-TEST(ExportDocument, ReadsWhatItWroteInPiecesAndWithoutWhatIsGone) {
+TEST(ExportDocument, RoundTripsInPiecesWithoutDeletedItems) {
     EXPECT_TRUE(decodeExport(documentOf({}), ignore).empty());
     EXPECT_EQ(decodeExport(documentOf(sample()), ignore), sample());
     // More than one piece.
@@ -55,7 +55,7 @@ TEST(ExportDocument, ReadsWhatItWroteInPiecesAndWithoutWhatIsGone) {
               sample(3000));
     EXPECT_EQ(reports, 4u);
 
-    // In any order; and what the document has no form for is no part of it.
+    // The order does not matter; items that the document has no form for are left out.
     auto items = sample();
     std::rotate(items.begin(), items.begin() + 4, items.end());
     items.emplace_back("setting:gone", std::nullopt, 9, "device", false);

@@ -103,7 +103,7 @@ TEST_F(AppUpdaterModelTest, ScheduledFindIsPublishedWithoutAWindowUntilTheUserAc
     EXPECT_EQ(updater->availableVersion(), std::nullopt) << "the release was withdrawn";
 }
 
-TEST_F(AppUpdaterModelTest, UsersCheckNeverPublishesAndTakesTheScheduledOnesPlace) {
+TEST_F(AppUpdaterModelTest, AUsersCheckPublishesNothingAndReplacesTheScheduledOne) {
     downloader.answersAfter = 90s;
     start();
     scheduler.advance(90s);
