@@ -7,60 +7,49 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "tests/support/TestFolder.h"
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 
-using Random = std::mt19937;
+// Pieces that parsers are likely to treat specially.
+constexpr std::string_view interesting[] = {
+    "null",    "true",         "-0",     "1e400",        "1e-400",  "9223372036854775808",
+    "-1",      "\"\"",         "[[[[[[", "{}",           "\\ud83d", "\\ude42",
+    "\\u0000", "\xED\xA0\x80", "\xC0",   "\xEF\xBB\xBF", ",",       ":",
+    "\"",      "\"text\":1,",  "1.5",    "NaN",          "\t",      "}"};
 
 void run(const std::string& input) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
 }
 
-std::size_t below(Random& random, std::size_t limit) {
-    return limit == 0 ? 0 : random() % limit;
-}
-
-// Pieces that parsers are likely to treat specially.
-std::string interesting(Random& random) {
-    static const char* const pieces[] = {
-        "null",    "true",         "-0",     "1e400",        "1e-400",  "9223372036854775808",
-        "-1",      "\"\"",         "[[[[[[", "{}",           "\\ud83d", "\\ude42",
-        "\\u0000", "\xED\xA0\x80", "\xC0",   "\xEF\xBB\xBF", ",",       ":",
-        "\"",      "\"text\":1,",  "1.5",    "NaN",          "\t",      "}"};
-    return pieces[below(random, std::size(pieces))];
-}
-
-void mutate(std::string& input, const std::vector<std::string>& corpus, Random& random) {
-    const auto at = below(random, input.size() + 1);
-    const auto length = below(random, 1 + std::min<std::size_t>(input.size() - at, 24));
-    switch (below(random, 6)) {
+// Replaces a piece of the input, which may be empty, by another one.
+void mutate(std::string& input, const std::vector<std::string>& corpus, std::mt19937& random) {
+    const auto below = [&](std::size_t limit) { return limit == 0 ? 0 : random() % limit; };
+    const auto at = below(input.size() + 1);
+    const auto length = below(2) * below(25);
+    const auto& other = corpus[below(corpus.size())];
+    switch (below(5)) {
         case 0:
             input.erase(at, length);
             break;
         case 1:
-            input.insert(at, input.substr(below(random, input.size() + 1), 24));
+            input.insert(at, input.substr(below(input.size() + 1), 24));
             break;
         case 2:
-            input.replace(at, length, interesting(random));
+            input.replace(at, length, interesting[below(std::size(interesting))]);
             break;
         case 3:
-            input.insert(at, interesting(random));
-            break;
-        case 4:
             if (at < input.size()) input[at] = static_cast<char>(random());
             break;
-        default: {
-            const auto& other = corpus[below(random, corpus.size())];
-            input = input.substr(0, at) + other.substr(below(random, other.size() + 1));
-        }
+        default:
+            input = input.substr(0, at) + other.substr(below(other.size() + 1));
     }
     if (input.size() > 20'000) input.resize(20'000);
 }
@@ -70,22 +59,16 @@ void mutate(std::string& input, const std::vector<std::string>& corpus, Random& 
 int main(int argc, char** argv) {
     if (argc < 2) return 2;
     const int count = argc > 2 ? std::atoi(argv[2]) : 20'000;
-    Random random(argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 1);
-    std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(argv[1]))
-        files.push_back(entry.path());
-    std::ranges::sort(files);
+    std::mt19937 random(argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 1);
     std::vector<std::string> corpus;
-    for (const auto& file : files) {
-        std::ifstream stream(file, std::ios::binary);
-        corpus.emplace_back(std::istreambuf_iterator<char>(stream),
-                            std::istreambuf_iterator<char>());
-        run(corpus.back());
-    }
+    for (const auto& entry : std::filesystem::directory_iterator(argv[1]))
+        corpus.push_back(quorvi::test::contentOf(entry.path()));
     if (corpus.empty()) return 2;
+    std::ranges::sort(corpus);
+    std::ranges::for_each(corpus, run);
     for (int i = 0; i < count; ++i) {
-        auto input = corpus[below(random, corpus.size())];
-        for (auto steps = 1 + below(random, 4); steps > 0; --steps) mutate(input, corpus, random);
+        auto input = corpus[random() % corpus.size()];
+        for (auto steps = 1 + random() % 4; steps > 0; --steps) mutate(input, corpus, random);
         run(input);
     }
     std::printf("%zu files and %d inputs made from them were read.\n", corpus.size(), count);

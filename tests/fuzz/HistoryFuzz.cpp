@@ -1,5 +1,5 @@
-// Decoding arbitrary bytes either fails with HistoryFormatError or yields records that survive a
-// round trip.
+// Decoding any bytes either fails with HistoryFormatError or returns records that survive a round
+// trip.
 
 #include <cstdint>
 #include <cstdlib>
