@@ -52,7 +52,11 @@ public:
 
     // The application's focused element once it is as wanted; nothing after a generous limit.
     std::optional<AXElement> waitFor(pid_t pid,
-                                     const std::function<bool(const AXElement&)>& wanted);
+                                     const std::function<bool(const AXElement&)>& wanted) {
+        std::optional<AXElement> found;
+        const bool good = eventually([&] { return (found = focused(pid)) && wanted(*found); });
+        return good ? found : std::nullopt;
+    }
     std::optional<AXElement> waitForFocus(pid_t pid, std::string_view wantedRole) {
         return waitFor(pid, [&](const AXElement& field) { return role(field) == wantedRole; });
     }
@@ -68,7 +72,14 @@ public:
 
     // The first element of this role below another, as far as the tree is shown.
     std::optional<AXElement> find(const AXElement& element, std::string_view wantedRole,
-                                  int depth = 12);
+                                  int depth = 12) {
+        if (role(element) == wantedRole) return element;
+        const auto children = get<std::vector<AXElement>>(element, "AXChildren");
+        if (!children || depth == 0) return std::nullopt;
+        for (const auto& child : *children)
+            if (auto found = find(child, wantedRole, depth - 1)) return found;
+        return std::nullopt;
+    }
 
 private:
     Accessibility& accessibility_;

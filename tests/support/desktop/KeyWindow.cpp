@@ -81,7 +81,7 @@ void KeyWindow::requestFocus() {
 }
 
 void KeyWindow::readEvents() {
-    while (const auto event = ownXcb(xcb_poll_for_event(connection_.get()))) {
+    while (const auto event = connection_.nextEvent()) {
         const auto type = xcbEventType(*event);
         const int keycode = reinterpret_cast<const xcb_key_press_event_t*>(event.get())->detail;
         if (type == XCB_KEY_PRESS) keys_.push_back(keycode);

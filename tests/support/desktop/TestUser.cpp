@@ -8,12 +8,10 @@ namespace quorvi::test {
 
 std::uint32_t propertyOf(const X11Connection& connection, xcb_window_t window,
                          std::string_view name) {
-    auto* c = connection.get();
-    const auto cookie =
-        xcb_get_property(c, 0, window, connection.atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
-    const auto reply = ownXcb(xcb_get_property_reply(c, cookie, nullptr));
-    if (!reply || xcb_get_property_value_length(reply.get()) < 4) return 0;
-    return *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    const auto reply =
+        connection.property(window, connection.atom(name), XCB_GET_PROPERTY_TYPE_ANY, 1);
+    const auto numbers = numbersOf(reply);
+    return numbers.empty() ? 0 : numbers.front();
 }
 
 void activate(const X11Connection& connection, xcb_window_t window) {
@@ -54,8 +52,8 @@ void TestUser::chord(Keys modifiers, std::uint8_t keycode) {
 }
 
 std::size_t TestUser::pressedKeys() const {
-    auto* c = connection_.get();
-    const auto reply = ownXcb(xcb_query_keymap_reply(c, xcb_query_keymap(c), nullptr));
+    const auto reply =
+        connection_.reply<xcb_query_keymap_reply>(xcb_query_keymap(connection_.get()));
     std::size_t count = 0;
     for (const auto eight : reply->keys) count += std::bitset<8>(eight).count();
     return count;
@@ -63,43 +61,36 @@ std::size_t TestUser::pressedKeys() const {
 
 bool TestUser::canGrabKeyboard() const {
     auto* c = connection_.get();
-    const auto cookie = xcb_grab_keyboard(c, 0, connection_.root(), XCB_CURRENT_TIME,
-                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    const auto reply = ownXcb(xcb_grab_keyboard_reply(c, cookie, nullptr));
+    const auto reply = connection_.reply<xcb_grab_keyboard_reply>(xcb_grab_keyboard(
+        c, 0, connection_.root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     xcb_ungrab_keyboard(c, XCB_CURRENT_TIME);
     connection_.synchronise();
     return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
 bool TestUser::bringToFront(pid_t pid) const {
-    const auto isOf = [&](xcb_window_t window) {
-        return window &&
-               propertyOf(connection_, window, "_NET_WM_PID") == static_cast<std::uint32_t>(pid);
-    };
     return eventually([&] {
-        if (isOf(activeWindow())) return true;
+        if (isOf(activeWindow(), pid)) return true;
         for (const auto window : windows())
-            if (isOf(window)) activate(window);
+            if (isOf(window, pid)) activate(window);
         return false;
     });
 }
 
 bool TestUser::waitForWindowOf(pid_t pid) const {
-    return eventually([&] {
-        const auto window = activeWindow();
-        return window &&
-               propertyOf(connection_, window, "_NET_WM_PID") == static_cast<std::uint32_t>(pid);
-    });
+    return eventually([&] { return isOf(activeWindow(), pid); });
+}
+
+bool TestUser::isOf(xcb_window_t window, pid_t pid) const {
+    return window &&
+           propertyOf(connection_, window, "_NET_WM_PID") == static_cast<std::uint32_t>(pid);
 }
 
 std::vector<xcb_window_t> TestUser::windows() const {
-    auto* c = connection_.get();
-    const auto cookie = xcb_get_property(
-        c, 0, connection_.root(), connection_.atom("_NET_CLIENT_LIST"), XCB_ATOM_WINDOW, 0, 100);
-    const auto reply = ownXcb(xcb_get_property_reply(c, cookie, nullptr));
-    if (!reply) return {};
-    const auto* first = static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
-    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
+    const auto reply = connection_.property(
+        connection_.root(), connection_.atom("_NET_CLIENT_LIST"), XCB_ATOM_WINDOW, 100);
+    const auto all = numbersOf(reply);
+    return {all.begin(), all.end()};
 }
 
 void TestUser::fake(std::uint8_t type, std::uint8_t detail) {

@@ -88,6 +88,7 @@ public:
     std::vector<xcb_window_t> windows() const;
 
 private:
+    bool isOf(xcb_window_t window, pid_t pid) const;
     void fake(std::uint8_t type, std::uint8_t detail);
 
     X11Connection connection_;

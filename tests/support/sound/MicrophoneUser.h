@@ -19,11 +19,21 @@ public:
     }
 
     // Asks for a recording without waiting for it.
-    Running<void>& begin(const std::filesystem::path& file, std::stop_token stop = {});
+    Running<void>& begin(const std::filesystem::path& file, std::stop_token stop = {}) {
+        ends.clear();
+        recording.reset();
+        capture = input.makeCapture();
+        capture->onEnded = [this](CaptureEnd end) { ends.push_back(end); };
+        return recording.emplace(capture->record(file, {}, std::move(stop)));
+    }
     // True when the recording runs; otherwise `error` says why not.
     bool record(const std::filesystem::path& file) { return succeeds(begin(file)); }
     // True when the file is whole; otherwise `error` says why not.
-    bool stop();
+    bool stop() {
+        capture->stop();
+        const Running<void> finishing(capture->finished());
+        return succeeds(finishing);
+    }
     bool waitForEnd() {
         return until(scheduler, [this] { return !ends.empty(); });
     }
@@ -43,7 +53,11 @@ public:
     std::vector<CaptureEnd> ends;
 
 private:
-    bool succeeds(const Running<void>& running);
+    bool succeeds(const Running<void>& running) {
+        await(scheduler, running);
+        error = running.failure();
+        return running.value().has_value();
+    }
 };
 
 }  // namespace quorvi::test
