@@ -57,18 +57,21 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
     accessibility_.setAttribute(application, "AXManualAccessibility", true, applicationTimeout);
 
     auto element = focusedElement(frontmost->pid);
-    std::optional<Utf16Range> selected;
     if (element) {
         if (isSecure(*element, applicationTimeout)) refuse(say::selectRegularField());
-        selected = selection(*element, applicationTimeout);
-        if (!selected && !isTextRole(role(*element, applicationTimeout))) element.reset();
+        if (!isTextRole(role(*element, applicationTimeout)) &&
+            !selection(*element, applicationTimeout))
+            element.reset();
     }
     if (!element && frontmost->pid == workspace_.ownPid()) refuse(say::clickFieldInWritingApp());
 
+    auto window = focusedWindow(frontmost->pid);
+    const auto selected =
+        element ? selection(*element, applicationTimeout) : std::optional<Utf16Range>();
     return {.pid = frontmost->pid,
             .appName =
                 frontmost->name.empty() ? std::string(InsertionTarget::yourApp) : frontmost->name,
-            .window = focusedWindow(frontmost->pid),
+            .window = std::move(window),
             .element = std::move(element),
             .selection = selected,
             .inputGeneration = inputGeneration};

@@ -47,7 +47,7 @@ using AXValue = std::variant<bool, std::string, Utf16Range, AXElement, std::vect
 //   "AXFocused"            truth value
 //   "AXValue"              text: the whole content of a text element
 //   "AXSelectedTextRange"  range in UTF-16 units; the caret is a range of length 0
-//   "AXChildren"           elements
+//   "AXChildren"           elements, the last 48 at most
 //   "AXFocusedUIElement"   element, of an application or the whole system
 //   "AXFocusedWindow"      element, of an application
 //   "AXManualAccessibility" (set only) true asks an application to offer its interface in full

@@ -31,6 +31,18 @@ protected:
     Process application_;
 };
 
+TEST_F(AtspiFields, AnObjectIsNeverAskedForMoreChildrenThanAnybodyLooksAt) {
+    start({builtProgram("qt_fields"), "--endless"});
+    const auto endless =
+        reader_.waitFor(pid(), [&](const auto& field) { return reader_.role(field) == "AXGroup"; });
+    ASSERT_TRUE(endless);
+    EXPECT_TRUE(reader_.get<std::vector<AXElement>>(*endless, "AXChildren"));
+    AtspiAccessibility late([] { return true; });
+    EXPECT_TRUE(FieldReader(late).waitForFocus(pid(), "AXGroup")) << "by a walk from the window";
+    user_.tap(key::tab);
+    EXPECT_TRUE(reader_.waitForFocus(pid(), "AXTextField")) << "the program is as quick as ever";
+}
+
 TEST_F(AtspiFields, EveryEditorsFieldIsFoundCountedInUtf16UnitsAndOutlivesItsApplication) {
     const auto file = folder_.write("note.txt", greekAndEmoji);
     for (const Command& command : {mousepad(file), gnomeTextEditor(file), featherpad(file),

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/atspi/AtspiBus.h"
+#include "Quorvi/platform/linux/atspi/AtspiChildren.h"
 #include "Quorvi/platform/linux/atspi/AtspiFocusFinder.h"
 #include "Quorvi/platform/linux/atspi/AtspiFocusTracker.h"
 #include "Quorvi/platform/linux/atspi/AtspiPeers.h"
@@ -137,13 +138,9 @@ std::optional<std::string> AtspiAccessibility::Impl::role(const ObjectRef& objec
 
 std::optional<AXValue> AtspiAccessibility::Impl::children(const ObjectRef& object,
                                                           TimePoint deadline) {
-    auto found = readObjects(
-        peers.call({object, accessibleInterface, "GetChildren", arguments()}, deadline));
-    std::optional<std::vector<AXElement>> elements;
-    if (!found) return std::nullopt;
-    elements.emplace();
-    for (auto& child : *found)
-        if (!child.isNull()) elements->push_back(elementOf(std::move(child)));
+    std::optional<std::vector<AXElement>> elements(std::in_place);
+    auto children = lastChildren(peers, {object}, deadline);
+    for (auto& child : children.front()) elements->push_back(elementOf(std::move(child)));
     return valueOf(std::move(elements));
 }
 

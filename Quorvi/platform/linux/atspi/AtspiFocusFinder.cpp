@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <chrono>
+#include <deque>
+#include <iterator>
 #include <utility>
+
+#include "Quorvi/platform/linux/atspi/AtspiChildren.h"
 
 namespace quorvi::atspi {
 namespace {
 
 constexpr std::size_t walkLimit = 1'000;  // objects; an editor shows some hundred
-constexpr int matchLimit = 32;
+constexpr std::size_t pieceSize = 32;     // objects asked at a time
 
 // How well an object fits what the user types into. A focused row, tab or panel may stand beside
 // the focused field of the same window.
@@ -74,8 +78,7 @@ std::optional<ObjectRef> AtspiFocusFinder::activeWindowIn(const std::vector<std:
 }
 
 std::optional<ObjectRef> AtspiFocusFinder::search(const ObjectRef& window, TimePoint deadline) {
-    auto found = matches(window, deadline);
-    if (found.empty()) found = walk(window, deadline);
+    const auto found = walk(window, deadline);
     const auto best =
         std::max_element(found.begin(), found.end(), [](const Candidate& a, const Candidate& b) {
             return rank(a.role, a.states) < rank(b.role, b.states);
@@ -83,32 +86,26 @@ std::optional<ObjectRef> AtspiFocusFinder::search(const ObjectRef& window, TimeP
     return best == found.end() ? std::nullopt : std::optional(best->object);
 }
 
-std::vector<AtspiFocusFinder::Candidate> AtspiFocusFinder::matches(const ObjectRef& window,
-                                                                   TimePoint deadline) {
-    const auto objects = readObjects(peers_.call(
-        {window, collectionInterface, "GetMatches", matchesWithState(State::focused, matchLimit)},
-        deadline));
-    if (!objects) return {};
-    auto found = describe(*objects, deadline);
-    std::erase_if(found, [](const Candidate& c) { return !canHoldFocus(c.role, c.states); });
-    return found;
-}
-
 std::vector<AtspiFocusFinder::Candidate> AtspiFocusFinder::walk(const ObjectRef& window,
                                                                 TimePoint deadline) {
+    // Level by level. Asked in small pieces, so that an application which is too slow for the
+    // deadline is left with one piece of work and not with a thousand.
     std::vector<Candidate> found;
-    std::vector<ObjectRef> level{window};
-    std::size_t visited = 0;
-    while (!level.empty() && visited < walkLimit) {
-        level.resize(std::min(level.size(), walkLimit - visited));
-        visited += level.size();
+    std::deque<ObjectRef> waiting{window};
+    for (std::size_t visited = 0; !waiting.empty() && visited < walkLimit;) {
+        if (std::chrono::steady_clock::now() >= deadline) break;
+        const auto end =
+            waiting.begin() + static_cast<std::ptrdiff_t>(std::min(pieceSize, waiting.size()));
+        const std::vector<ObjectRef> piece(waiting.begin(), end);
+        waiting.erase(waiting.begin(), end);
+        visited += piece.size();
         std::vector<ObjectRef> parents;
-        for (const auto& candidate : describe(level, deadline)) {
+        for (const auto& candidate : describe(piece, deadline)) {
             if (canHoldFocus(candidate.role, candidate.states)) found.push_back(candidate);
             if (mayContainFocus(candidate.role, candidate.states))
                 parents.push_back(candidate.object);
         }
-        level = childrenOf(parents, deadline);
+        for (auto& child : childrenOf(parents, deadline)) waiting.push_back(std::move(child));
     }
     return found;
 }
@@ -132,15 +129,10 @@ std::vector<AtspiFocusFinder::Candidate> AtspiFocusFinder::describe(
 
 std::vector<ObjectRef> AtspiFocusFinder::childrenOf(const std::vector<ObjectRef>& objects,
                                                     TimePoint deadline) {
-    std::vector<Call> calls;
-    for (const auto& object : objects)
-        calls.push_back({object, accessibleInterface, "GetChildren", arguments()});
-    std::vector<ObjectRef> children;
-    for (const auto& reply : peers_.callAll(std::move(calls), deadline))
-        if (auto some = readObjects(reply))
-            std::copy_if(some->begin(), some->end(), std::back_inserter(children),
-                         [](const ObjectRef& child) { return !child.isNull(); });
-    return children;
+    std::vector<ObjectRef> all;
+    for (auto& children : lastChildren(peers_, objects, deadline))
+        std::move(children.begin(), children.end(), std::back_inserter(all));
+    return all;
 }
 
 }  // namespace quorvi::atspi

@@ -12,8 +12,9 @@
 namespace quorvi::atspi {
 
 // Finds the focused object and the active window: first by the tracked events, each checked with
-// its application; then, as for a field that got the focus before this program started, by the
-// application's own search; then by a bounded walk from its active window. One thread at a time.
+// its application; then, as for a field that got the focus before this program started, by a
+// bounded walk from its active window. Never by the application's own search, whose cost nobody
+// bounds. One thread at a time.
 class AtspiFocusFinder {
 public:
     AtspiFocusFinder(AtspiPeers& peers, AtspiFocusTracker& tracker)
@@ -37,7 +38,6 @@ private:
                                             TimePoint deadline);
     std::optional<ObjectRef> search(const ObjectRef& window, TimePoint deadline);
     ObjectRef innermost(const Candidate& focused, TimePoint deadline);
-    std::vector<Candidate> matches(const ObjectRef& window, TimePoint deadline);
     std::vector<Candidate> walk(const ObjectRef& window, TimePoint deadline);
     std::vector<Candidate> describe(const std::vector<ObjectRef>& objects, TimePoint deadline);
     std::vector<ObjectRef> childrenOf(const std::vector<ObjectRef>& objects, TimePoint deadline);

@@ -9,32 +9,18 @@
 namespace quorvi::atspi {
 namespace {
 
-using namespace std::chrono_literals;
-
-// The shortest wait that makes an application count as hung: a query's last call may have had only
-// what its earlier ones left over.
-constexpr Duration shortestFairWait = 40ms;
-
-TimePoint clockNow() {
-    return std::chrono::steady_clock::now();
-}
-
 // Milliseconds until the deadline, rounded up; 0 when it has passed.
 int millisecondsUntil(TimePoint deadline) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - clockNow()).count();
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now())
+            .count();
     return static_cast<int>(std::clamp<long long>(left, 0, 60'000));
-}
-
-bool isTimeout(const GError* error) {
-    return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) ||
-           g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_NO_REPLY) ||
-           g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_TIMEOUT);
 }
 
 // Replies that are being waited for, in a main context of their own.
 class Batch {
 public:
-    explicit Batch(std::size_t count) : replies(count), timedOut(count, false) {
+    explicit Batch(std::size_t count) : replies(count) {
         g_main_context_push_thread_default(context_.get());
     }
     ~Batch() { g_main_context_pop_thread_default(context_.get()); }
@@ -55,7 +41,6 @@ public:
     }
 
     std::vector<Variant> replies;
-    std::vector<bool> timedOut;
 
 private:
     struct Slot {
@@ -65,22 +50,15 @@ private:
 
     static void finish(GObject* source, GAsyncResult* result, gpointer data) {
         const std::unique_ptr<Slot> slot(static_cast<Slot*>(data));
-        GError* failure = nullptr;
         auto& batch = slot->batch;
         batch.replies[slot->index].reset(
-            g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &failure));
-        const GLibHandle<GError> error(failure);
-        if (error) batch.timedOut[slot->index] = isTimeout(error.get());
+            g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
         --batch.pending_;
     }
 
     const GLibHandle<GMainContext> context_{g_main_context_new()};
     std::size_t pending_ = 0;
 };
-
-bool isPeer(const std::string& bus) {
-    return bus.starts_with(':');
-}
 
 Call busCall(const char* method, Variant arguments) {
     return {{"org.freedesktop.DBus", "/org/freedesktop/DBus"},
@@ -97,7 +75,6 @@ Call propertyCall(const ObjectRef& object, const char* interface, const char* na
 
 std::vector<Variant> AtspiPeers::callAll(std::vector<Call> calls, TimePoint deadline) {
     const auto connection = bus_.connection();
-    const auto start = clockNow();
     const int timeoutMs = millisecondsUntil(deadline);
     if (!connection || timeoutMs == 0 || calls.empty()) {
         std::vector<Variant> none(calls.size());
@@ -105,13 +82,8 @@ std::vector<Variant> AtspiPeers::callAll(std::vector<Call> calls, TimePoint dead
     }
     Batch batch(calls.size());
     for (std::size_t i = 0; i < calls.size(); ++i)
-        if (!isResting(calls[i].object.bus, start))
-            batch.send(connection.get(), i, calls[i], timeoutMs);
+        batch.send(connection.get(), i, calls[i], timeoutMs);
     batch.wait();
-    const auto end = clockNow();
-    if (end - start >= shortestFairWait)
-        for (std::size_t i = 0; i < calls.size(); ++i)
-            if (batch.timedOut[i]) rest(calls[i].object.bus, end + restAfterTimeout_);
     return std::move(batch.replies);
 }
 
@@ -119,18 +91,6 @@ Variant AtspiPeers::call(Call call, TimePoint deadline) {
     std::vector<Call> one;
     one.push_back(std::move(call));
     return std::move(callAll(std::move(one), deadline).front());
-}
-
-bool AtspiPeers::isResting(const std::string& bus, TimePoint now) {
-    std::lock_guard lock(mutex_);
-    const auto found = peers_.find(bus);
-    return found != peers_.end() && now < found->second.restUntil;
-}
-
-void AtspiPeers::rest(const std::string& bus, TimePoint until) {
-    if (!isPeer(bus)) return;
-    std::lock_guard lock(mutex_);
-    peers_[bus].restUntil = until;
 }
 
 std::optional<pid_t> AtspiPeers::process(const std::string& bus, TimePoint deadline) {
@@ -168,19 +128,18 @@ std::vector<std::string> AtspiPeers::namesOf(pid_t pid, TimePoint deadline) {
     return known();
 }
 
-bool AtspiPeers::isChromium(const std::string& bus, TimePoint deadline) {
+std::string AtspiPeers::toolkit(const std::string& bus, TimePoint deadline) {
     {
         std::lock_guard lock(mutex_);
         const auto found = peers_.find(bus);
-        if (found != peers_.end() && found->second.toolkit)
-            return *found->second.toolkit == "Chromium";
+        if (found != peers_.end() && found->second.toolkit) return *found->second.toolkit;
     }
     const auto toolkit = readText(
         call(propertyCall({bus, rootPath}, applicationInterface, "ToolkitName"), deadline));
-    if (!toolkit) return false;
+    if (!toolkit) return {};
     std::lock_guard lock(mutex_);
     peers_[bus].toolkit = *toolkit;
-    return *toolkit == "Chromium";
+    return *toolkit;
 }
 
 void AtspiPeers::forget(const std::string& bus) {

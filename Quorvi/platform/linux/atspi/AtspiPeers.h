@@ -1,7 +1,6 @@
 #pragma once
 
 #include <sys/types.h>
-#include <chrono>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -24,14 +23,12 @@ struct Call {
 Call propertyCall(const ObjectRef& object, const char* interface, const char* name);
 
 // Calls the applications on the accessibility bus, and caches facts about them. A call blocks until
-// the answer or the deadline; calls made together wait together. An application that let a call
-// time out is not called again for a short while, so that a hung one costs a series of queries only
-// one time-out. One thread at a time; forget() and forgetAll() are for any thread.
+// the answer or the deadline; calls made together wait together. Each has its own time, whatever
+// became of those before it: a field that stalls for a moment is asked again and found unchanged.
+// One thread at a time; forget() and forgetAll() are for any thread.
 class AtspiPeers {
 public:
-    explicit AtspiPeers(const AtspiBus& bus,
-                        Duration restAfterTimeout = std::chrono::milliseconds(250))
-        : bus_(bus), restAfterTimeout_(restAfterTimeout) {}
+    explicit AtspiPeers(const AtspiBus& bus) : bus_(bus) {}
 
     // Returns one reply per call, in order; null for calls that failed or timed out.
     std::vector<Variant> callAll(std::vector<Call> calls, TimePoint deadline);
@@ -44,8 +41,14 @@ public:
     std::vector<std::string> namesOf(pid_t pid, TimePoint deadline);
     std::vector<std::string> allNames(TimePoint deadline);
 
-    // Whether the application uses Chromium's toolkit.
-    bool isChromium(const std::string& bus, TimePoint deadline);
+    // Whether the application uses Chromium's toolkit, or any web browser's.
+    bool isChromium(const std::string& bus, TimePoint deadline) {
+        return toolkit(bus, deadline) == "Chromium";
+    }
+    bool isBrowser(const std::string& bus, TimePoint deadline) {
+        const auto name = toolkit(bus, deadline);
+        return name == "Chromium" || name == "Gecko";
+    }
 
     void forget(const std::string& bus);
     void forgetAll();
@@ -54,14 +57,11 @@ private:
     struct Peer {
         std::optional<pid_t> pid;
         std::optional<std::string> toolkit;
-        TimePoint restUntil{};
     };
 
-    bool isResting(const std::string& bus, TimePoint now);
-    void rest(const std::string& bus, TimePoint until);
+    std::string toolkit(const std::string& bus, TimePoint deadline);
 
     const AtspiBus& bus_;
-    const Duration restAfterTimeout_;
     std::mutex mutex_;  // guards peers_
     std::map<std::string, Peer> peers_;
 };

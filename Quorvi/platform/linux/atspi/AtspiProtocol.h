@@ -8,7 +8,6 @@ namespace quorvi::atspi {
 
 inline constexpr const char* accessibleInterface = "org.a11y.atspi.Accessible";
 inline constexpr const char* applicationInterface = "org.a11y.atspi.Application";
-inline constexpr const char* collectionInterface = "org.a11y.atspi.Collection";
 inline constexpr const char* hypertextInterface = "org.a11y.atspi.Hypertext";
 inline constexpr const char* textInterface = "org.a11y.atspi.Text";
 inline constexpr const char* objectEventInterface = "org.a11y.atspi.Event.Object";
@@ -80,6 +79,7 @@ enum class State : unsigned {
     showing = 25,
     singleLine = 26,
     visible = 30,
+    managesDescendants = 31,
     readOnly = 43,
 };
 

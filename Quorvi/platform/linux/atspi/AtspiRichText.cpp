@@ -47,6 +47,7 @@ public:
     Loader(AtspiPeers& peers, TimePoint deadline) : peers_(peers), deadline_(deadline) {}
 
     bool load(Node& root) {
+        browser_ = peers_.isBrowser(root.object.bus, deadline_);
         chromium_ = peers_.isChromium(root.object.bus, deadline_);
         std::vector<Node*> level{&root};
         while (!level.empty()) {
@@ -63,7 +64,7 @@ private:
     bool isLate() const { return std::chrono::steady_clock::now() >= deadline_; }
 
     bool loadTexts(const std::vector<Node*>& level) {
-        constexpr std::size_t each = 5;
+        constexpr std::size_t each = 6;
         std::vector<Call> calls;
         for (const Node* node : level) {
             const auto& object = node->object;
@@ -72,6 +73,7 @@ private:
             calls.push_back(propertyCall(object, textInterface, "CaretOffset"));
             calls.push_back({object, textInterface, "GetNSelections", arguments()});
             calls.push_back({object, textInterface, "GetSelection", arguments(0)});
+            calls.push_back(propertyCall(object, accessibleInterface, "ChildCount"));
         }
         const auto replies = peers_.callAll(std::move(calls), deadline_);
         if (isLate()) return false;
@@ -80,10 +82,12 @@ private:
             const auto* reply = &replies[i * each];
             node.text = readText(reply[0]);
             if (!node.text) continue;
+            if (readInteger(reply[5]).value_or(0) > static_cast<int>(nodeLimit)) return false;
             const auto units = text::utf16Length(*node.text);
             node.countsUtf16 = readInteger(reply[1]).value_or(-1) == units;
             node.caret = readInteger(reply[2]).value_or(-1);
             if (readInteger(reply[3]).value_or(0) > 0) node.selected = readSpan(reply[4]);
+            if (browser_) restoreTypedSpaces(*node.text);
             if (!chromium_) continue;
             if (node.selected) {
                 node.selected = selectionFromChromium(*node.selected, node.caret, *node.text);
@@ -135,6 +139,7 @@ private:
     AtspiPeers& peers_;
     TimePoint deadline_;
     bool chromium_ = false;
+    bool browser_ = false;
     std::size_t count_ = 0;
 };
 
@@ -201,6 +206,22 @@ private:
 };
 
 }  // namespace
+
+void restoreTypedSpaces(std::string& text) {
+    static constexpr std::string_view noBreakSpace = "\xC2\xA0";
+    static constexpr std::string_view neighbours[] = {" ", "\n", noBreakSpace, replacement};
+    for (auto at = text.find(noBreakSpace); at != std::string::npos;
+         at = text.find(noBreakSpace, at + 1)) {
+        const auto before = std::string_view(text).substr(0, at);
+        const auto after = std::string_view(text).substr(at + noBreakSpace.size());
+        const bool wasTyped =
+            before.empty() || after.empty() ||
+            std::ranges::any_of(neighbours, [&](std::string_view neighbour) {
+                return before.ends_with(neighbour) || after.starts_with(neighbour);
+            });
+        if (wasTyped) text.replace(at, noBreakSpace.size(), " ");
+    }
+}
 
 std::optional<RichText> readRichText(AtspiPeers& peers, const ObjectRef& object,
                                      TimePoint deadline) {

@@ -20,4 +20,9 @@ struct RichText {
 std::optional<RichText> readRichText(AtspiPeers& peers, const ObjectRef& object,
                                      TimePoint deadline);
 
+// A browser writes a space that is typed at the end of a line, or beside another space, as a
+// no-break space, and changes its mind when more is typed. Makes ordinary spaces of those; one that
+// stands between words is the writer's own and stays.
+void restoreTypedSpaces(std::string& text);
+
 }  // namespace quorvi::atspi

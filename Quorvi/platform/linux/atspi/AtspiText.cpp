@@ -56,13 +56,17 @@ std::optional<std::string> AtspiText::textBetween(const ObjectRef& object, std::
 std::optional<std::string> AtspiText::value(const ObjectRef& object, TimePoint deadline) {
     const auto found = readableFacts(object, Wanted::value, deadline);
     if (!found || !found->count || *found->count > countLimit) return std::nullopt;
-    auto text = textBetween(found->object, 0, *found->count == 0 ? 0 : -1, deadline);
+    // By its length, since entries of GTK 4 answer nothing to "up to the end".
+    auto text = textBetween(found->object, 0, *found->count, deadline);
     if (!text || text->size() > byteLimit) return std::nullopt;
     if (found->description.offers(hypertextInterface) &&
         text->find(objectReplacement) != std::string::npos) {
         auto rich = readRichText(peers_, found->object, deadline);
         return rich ? std::optional(std::move(rich->text)) : std::nullopt;
     }
+    if (found->description.offers(hypertextInterface) &&
+        peers_.isBrowser(found->object.bus, deadline))
+        restoreTypedSpaces(*text);
     if (found->description.states.has(State::multiLine) &&
         peers_.isChromium(found->object.bus, deadline))
         dropPlaceholderBreak(*text);

@@ -41,20 +41,6 @@ Variant arguments(std::string_view a, std::string_view b) {
     return owned(g_variant_new("(ss)", std::string(a).c_str(), std::string(b).c_str()));
 }
 
-Variant matchesWithState(State state, std::int32_t count) {
-    constexpr int matchAll = 1;
-    constexpr guint32 documentOrder = 1;
-    const auto bit = static_cast<unsigned>(state);
-    GVariantBuilder states;
-    g_variant_builder_init(&states, G_VARIANT_TYPE("ai"));
-    for (unsigned word = 0; word < 2; ++word)
-        g_variant_builder_add(&states, "i", bit / 32 == word ? 1 << bit % 32 : 0);
-    return owned(g_variant_new("((aii@a{ss}i@aii@asib)uib)", &states, matchAll,
-                               g_variant_new("a{ss}", nullptr), matchAll,
-                               g_variant_new("ai", nullptr), matchAll, g_variant_new("as", nullptr),
-                               matchAll, FALSE, documentOrder, count, TRUE));
-}
-
 std::optional<std::string> readText(const Variant& reply) {
     const auto value = firstValue(reply);
     if (!isOf(value, "s")) return std::nullopt;
@@ -85,6 +71,15 @@ std::optional<States> readStates(const Variant& reply) {
     if (count > 0) states.bits = words[0];
     if (count > 1) states.bits |= static_cast<std::uint64_t>(words[1]) << 32;
     return states;
+}
+
+std::optional<ObjectRef> readObject(const Variant& reply) {
+    const auto value = firstValue(reply);
+    if (!isOf(value, "(so)")) return std::nullopt;
+    const char* bus = nullptr;
+    const char* path = nullptr;
+    g_variant_get(value.get(), "(&s&o)", &bus, &path);
+    return ObjectRef{bus, path};
 }
 
 std::optional<std::vector<ObjectRef>> readObjects(const Variant& reply) {

@@ -22,13 +22,11 @@ Variant arguments(std::int32_t a, std::int32_t b);
 Variant arguments(std::string_view a);
 Variant arguments(std::string_view a, std::string_view b);
 
-// Arguments of Collection.GetMatches: at most `count` descendants that have `state`.
-Variant matchesWithState(State state, std::int32_t count);
-
 std::optional<std::string> readText(const Variant& reply);
 std::optional<std::uint32_t> readUnsigned(const Variant& reply);
 std::optional<std::int32_t> readInteger(const Variant& reply);
 std::optional<States> readStates(const Variant& reply);
+std::optional<ObjectRef> readObject(const Variant& reply);
 std::optional<std::vector<ObjectRef>> readObjects(const Variant& reply);
 std::optional<std::vector<std::string>> readTexts(const Variant& reply);
 
