@@ -62,6 +62,9 @@ public:
     void setSwallowed(std::vector<SwallowedKey> keys) override {
         tap_.setSwallowed(std::move(keys));
     }
+    void setQuietModifier(std::optional<KeyCode> modifier) override {
+        tap_.setQuietModifier(modifier);
+    }
     bool keyIsDown(KeyCode key) const override { return tap_.keyIsDown(key); }
     bool buttonIsDown(std::int64_t button) const override { return tap_.buttonIsDown(button); }
 

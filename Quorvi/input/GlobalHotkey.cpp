@@ -100,6 +100,8 @@ void GlobalHotkey::declareSwallowedKeys() {
         if (cancelEnabled_) keys.push_back({keyCode::escape, 0});
     }
     tap_.setSwallowed(std::move(keys));
+    const bool quiet = !suspended_ && shortcut_.isModifier();
+    tap_.setQuietModifier(quiet ? std::optional(shortcut_.keyCode) : std::nullopt);
 }
 
 void GlobalHotkey::refreshTrackedInput() {

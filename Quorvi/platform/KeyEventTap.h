@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "QuorviCore/shortcut/Hotkey.h"
@@ -64,6 +65,11 @@ public:
     // list alone and never waits for the main thread, so a busy main thread does not block the
     // user's keyboard. The handler's later verdict has to be the same.
     virtual void setSwallowed(std::vector<SwallowedKey> keys) = 0;
+
+    // Declares the modifier key whose press and release alone are to mean nothing to other
+    // programs, from now on: many move the focus to their menu bar when a lone Alt is released, and
+    // desktops open their menu for a lone Super. Chords with the key work as ever. None at first.
+    virtual void setQuietModifier(std::optional<KeyCode> modifier) = 0;
 
     // Return the last known physical state of a key or mouse button. Synthesised paste events don't
     // count.

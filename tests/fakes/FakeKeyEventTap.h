@@ -21,6 +21,7 @@ public:
     bool isEnabled() const override { return valid_ && enabled_; }
     void setEnabled(bool enabled) override { enabled_ = enabled; }
     void setSwallowed(std::vector<SwallowedKey> keys) override { declared_ = std::move(keys); }
+    void setQuietModifier(std::optional<KeyCode>) override {}
     bool keyIsDown(KeyCode keyCode) const override { return keys_.contains(keyCode); }
     bool buttonIsDown(std::int64_t) const override { return buttonIsDown_; }
 

@@ -116,6 +116,29 @@ TEST_F(X11KeyEventTapTest, UnderEveryLayoutPhysicalKeysAreReportedAndReachTheApp
     }
 }
 
+TEST_F(X11KeyEventTapTest, AQuietModifierIsNotPressedAloneForTheApplicationAndStillMakesChords) {
+    recorder.tap.setQuietModifier(61);
+    settle();
+    user.tap(key::rightAlt);
+    ASSERT_TRUE(window.waitForKey(-108));
+    ASSERT_EQ(window.keys().size(), 4U);
+    const int silent = window.keys()[1];
+    EXPECT_GT(silent, 200) << "no key of a keyboard";
+    ASSERT_TRUE(window.waitForKeys({108, silent, -silent, -108}));
+    window.forget();
+    user.chord({key::rightAlt}, key::a);
+    user.chord({key::leftShift}, key::rightAlt);
+    user.tap(key::leftAlt);
+    EXPECT_TRUE(
+        window.waitForKeys({108, silent, -silent, 38, -38, -108, 50, 108, -108, -50, 64, -64}));
+    ASSERT_TRUE(recorder.waitForEvents(12));
+    EXPECT_EQ(recorder.events.size(), 12U) << "the silent key is reported to nobody";
+    useLayout("'us(altgr-intl)'");
+    settle();
+    user.tap(key::rightAlt);
+    EXPECT_TRUE(window.waitForKeys({108, -108})) << "AltGr opens no menu";
+}
+
 TEST_F(X11KeyEventTapTest, KeysMovedByTheUsersOptionsCountAsWhatTheyHaveBecome) {
     useLayout("us -option ctrl:nocaps -option altwin:swap_alt_win");
     recorder.scheduler.runFor(std::chrono::milliseconds(300));

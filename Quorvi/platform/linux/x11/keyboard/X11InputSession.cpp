@@ -223,14 +223,28 @@ void X11InputSession::handleKey(XKeycode keycode, bool down, std::uint32_t time,
     else
         event.type = down ? TapEventType::keyDown : TapEventType::keyUp;
     if (const auto own = takeOwnEvent(keycode, down, sequence)) {
-        event.sourceUserData = own->marker;
+        if (!own->marker) return;
+        event.sourceUserData = *own->marker;
         ownFlags_ = down ? ownFlags_ | flagsOfKey(code) : ownFlags_ & ~flagsOfKey(code);
     } else {
         pressed_.change(keycode, down, time, sequence);
         if (layout_.isCapsLock(keycode)) foreseeCapsLock(down);
+        if (down && code == quietModifier_ && layout_.opensMenus(keycode) &&
+            pressed_.isOnlyKeyDown(keycode))
+            tapSilentKey();
     }
     event.flags = flags();
     report(event);
+}
+
+// The release of a modifier is a lone one only if no other key was pressed in between. This happens
+// at its press, and here, since the main thread may be slower than a short tap.
+void X11InputSession::tapSilentKey() {
+    const auto key = layout_.silentKey();
+    if (!key) return;
+    fakeKey(*key, true, std::nullopt);
+    fakeKey(*key, false, std::nullopt);
+    xcb_flush(raw_.get());
 }
 
 // The change of the lock state is announced after the key event that makes it, and asking the
@@ -347,8 +361,19 @@ void X11InputSession::setSwallowed(std::vector<SwallowedKey> keys) {
     enqueue([this, keys = std::move(keys)] { grabs_.setSwallowed(keys); });
 }
 
+void X11InputSession::setQuietModifier(std::optional<KeyCode> modifier) {
+    enqueue([this, modifier] { quietModifier_ = modifier; });
+}
+
 void X11InputSession::post(std::vector<TapEvent> events, pid_t pid) {
     enqueue([this, events = std::move(events), pid] { postNow(events, pid); });
+}
+
+void X11InputSession::fakeKey(XKeycode keycode, bool down, std::optional<std::int64_t> marker) {
+    const auto type = down ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
+    const auto cookie = xcb_test_fake_input(raw_.get(), static_cast<std::uint8_t>(type), keycode,
+                                            XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    ownEvents_.push_back({cookie.sequence, keycode, down, marker});
 }
 
 void X11InputSession::postNow(const std::vector<TapEvent>& events, pid_t pid) {
@@ -361,26 +386,21 @@ void X11InputSession::postNow(const std::vector<TapEvent>& events, pid_t pid) {
     // application.
     grabs_.suspend();
     auto* c = raw_.get();
-    const auto fake = [&](XKeycode keycode, bool down, std::int64_t marker) {
-        const auto type = down ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
-        const auto cookie = xcb_test_fake_input(c, static_cast<std::uint8_t>(type), keycode,
-                                                XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-        ownEvents_.push_back({cookie.sequence, keycode, down, marker});
-    };
     xcb_grab_server(c);
     for (const auto& event : events) {
         const bool isCommand =
             event.type == TapEventType::flagsChanged &&
             (event.keyCode == keyCode::leftCommand || event.keyCode == keyCode::rightCommand);
         if (isCommand && (event.flags & modifierFlag::command) != 0) {
-            for (const auto modifier : chord.modifiers) fake(modifier, true, event.sourceUserData);
+            for (const auto modifier : chord.modifiers)
+                fakeKey(modifier, true, event.sourceUserData);
         } else if (isCommand) {
             for (auto m = chord.modifiers.rbegin(); m != chord.modifiers.rend(); ++m)
-                fake(*m, false, event.sourceUserData);
+                fakeKey(*m, false, event.sourceUserData);
         } else if (event.type == TapEventType::keyDown || event.type == TapEventType::keyUp) {
             const auto key =
                 event.keyCode == keyCode::v ? chord.key : layout_.keycodeFor(event.keyCode);
-            if (key != 0) fake(key, event.type == TapEventType::keyDown, event.sourceUserData);
+            if (key != 0) fakeKey(key, event.type == TapEventType::keyDown, event.sourceUserData);
         }
     }
     xcb_ungrab_server(c);

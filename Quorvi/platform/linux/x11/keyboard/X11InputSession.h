@@ -42,6 +42,7 @@ public:
     // `whenDone` is called on the input thread, in order with the events.
     void setEnabled(bool enabled, std::function<void()> whenDone);
     void setSwallowed(std::vector<SwallowedKey> keys);
+    void setQuietModifier(std::optional<KeyCode> modifier);
     void post(std::vector<TapEvent> events, pid_t pid);
     const X11PressedKeys& pressedKeys() const { return pressed_; }
 
@@ -54,7 +55,7 @@ private:
         std::uint32_t sequence;
         XKeycode keycode;
         bool down;
-        std::int64_t marker;
+        std::optional<std::int64_t> marker;  // none: it is not reported
     };
 
     X11InputSession(Sink sink, std::function<void()> onLost);
@@ -72,6 +73,7 @@ private:
     void handleRawEvent(const xcb_generic_event_t& event);
     void handleGeneric(const xcb_ge_generic_event_t& event);
     void handleKey(XKeycode keycode, bool down, std::uint32_t time, std::uint32_t sequence);
+    void tapSilentKey();
     void foreseeCapsLock(bool down);
     void handleButton(std::uint32_t number, bool down, std::uint32_t sequence);
     void handleXkb(const xcb_generic_event_t& event);
@@ -83,6 +85,7 @@ private:
     void reseed();
     void reloadLayout();
     void readLocks();
+    void fakeKey(XKeycode keycode, bool down, std::optional<std::int64_t> marker);
     void postNow(const std::vector<TapEvent>& events, pid_t pid);
 
     Sink sink_;
@@ -97,6 +100,7 @@ private:
     bool capsLocked_ = false;
     bool wasCapsLocked_ = false;  // before Caps Lock was pressed
     std::uint64_t ownFlags_ = 0;  // of the keys that our own events hold
+    std::optional<KeyCode> quietModifier_;
     std::vector<OwnEvent> ownEvents_;
     std::optional<Clock::time_point> nextReseed_;
     std::optional<Clock::time_point> layoutDue_;

@@ -77,6 +77,7 @@ bool X11KeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler)
     if (!session) return false;
     inbox_ = std::move(inbox);
     session_ = std::move(session);
+    session_->setQuietModifier(quietModifier_);
     enabled_ = true;
     return true;
 }
@@ -108,6 +109,11 @@ void X11KeyEventTap::setEnabled(bool enabled) {
 void X11KeyEventTap::setSwallowed(std::vector<SwallowedKey> keys) {
     swallowed_ = std::move(keys);
     if (session_) session_->setSwallowed(swallowed_);
+}
+
+void X11KeyEventTap::setQuietModifier(std::optional<KeyCode> modifier) {
+    quietModifier_ = modifier;
+    if (session_) session_->setQuietModifier(modifier);
 }
 
 bool X11KeyEventTap::keyIsDown(KeyCode keyCode) const {

@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 #include <memory>
+#include <optional>
 #include <span>
 
 #include "Quorvi/platform/KeyEventTap.h"
@@ -26,6 +27,7 @@ public:
     bool isEnabled() const override;
     void setEnabled(bool enabled) override;
     void setSwallowed(std::vector<SwallowedKey> keys) override;
+    void setQuietModifier(std::optional<KeyCode> modifier) override;
     bool keyIsDown(KeyCode keyCode) const override;
     bool buttonIsDown(std::int64_t button) const override;
 
@@ -40,6 +42,7 @@ private:
     std::shared_ptr<Inbox> inbox_;
     std::unique_ptr<X11InputSession> session_;
     std::vector<SwallowedKey> swallowed_;
+    std::optional<KeyCode> quietModifier_;
     bool enabled_ = false;
 };
 

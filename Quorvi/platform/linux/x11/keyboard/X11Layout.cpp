@@ -13,6 +13,8 @@ namespace {
 constexpr std::uint32_t numLockSymbol = 0xFF7F;
 constexpr std::uint32_t capsLockSymbol = 0xFFE5;
 constexpr std::uint32_t scrollLockSymbol = 0xFF14;
+constexpr std::uint32_t firstMenuSymbol = 0xFFE7;  // Meta, Alt and Super, left and right
+constexpr std::uint32_t lastMenuSymbol = 0xFFEC;
 
 constexpr std::uint64_t families[] = {modifierFlag::shift, modifierFlag::control,
                                       modifierFlag::option, modifierFlag::command};
@@ -96,6 +98,20 @@ std::uint32_t X11Layout::Key::plainSymbol(int group) const {
 
 bool X11Layout::isCapsLock(XKeycode keycode) const {
     return keys_[keycode].plainSymbol(0) == capsLockSymbol;
+}
+
+bool X11Layout::opensMenus(XKeycode keycode) const {
+    const auto symbol = keys_[keycode].plainSymbol(0);
+    return symbol >= firstMenuSymbol && symbol <= lastMenuSymbol;
+}
+
+std::optional<XKeycode> X11Layout::silentKey() const {
+    // From the top, where keyboards have no keys.
+    for (std::size_t keycode = keys_.size() - 2; keycode > 8; --keycode)
+        if (bits_[keycode] == 0 &&
+            std::ranges::all_of(keys_[keycode].symbols, [](auto symbol) { return symbol == 0; }))
+            return static_cast<XKeycode>(keycode);
+    return std::nullopt;
 }
 
 XKeycode X11Layout::keycodeFor(KeyCode keyCode) const {

@@ -28,6 +28,13 @@ public:
 
     bool isCapsLock(XKeycode keycode) const;
 
+    // Whether programs take a lone press of this key for a call of their menu: Alt, Meta or Super,
+    // but not where the layout has made AltGr or Compose of it.
+    bool opensMenus(XKeycode keycode) const;
+
+    // A key that types nothing and changes nothing. nullopt if the layout uses all of them.
+    std::optional<XKeycode> silentKey() const;
+
     // A key that acts as `keyCode`; preferably the one at its own position.
     XKeycode keycodeFor(KeyCode keyCode) const;
     std::vector<XKeycode> keycodesFor(KeyCode keyCode) const;

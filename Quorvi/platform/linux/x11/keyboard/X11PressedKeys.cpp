@@ -61,6 +61,12 @@ bool X11PressedKeys::anythingIsDown() const {
     return bits != 0;
 }
 
+bool X11PressedKeys::isOnlyKeyDown(XKeycode keycode) const {
+    bool only = true;
+    forEachDown(keys_, [&](std::size_t other) { only = only && other == keycode; });
+    return only && isDown(keycode);
+}
+
 std::uint64_t X11PressedKeys::flags() const {
     std::uint64_t flags = 0;
     forEachDown(keys_, [&](std::size_t keycode) {

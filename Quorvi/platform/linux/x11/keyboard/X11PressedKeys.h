@@ -24,6 +24,7 @@ public:
 
     bool isDown(XKeycode keycode) const;
     bool anythingIsDown() const;
+    bool isOnlyKeyDown(XKeycode keycode) const;
 
     // The server time of the last press; the same in all events of one press.
     std::uint32_t pressTime(XKeycode keycode) const { return pressTimes_[keycode]; }
