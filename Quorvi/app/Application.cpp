@@ -154,11 +154,11 @@ private:
     void openWindow() { window_->open(); }
 
     void reportPreferences() {
-        auto problem = preferences_.persistenceError().value_or("");
+        auto problem = preferences_.persistenceError().value_or(Message());
         if (problem == preferencesProblem_) return;
         preferencesProblem_ = std::move(problem);
-        if (!preferencesProblem_.empty())
-            std::fprintf(stderr, "quorvi: %s\n", preferencesProblem_.c_str());
+        if (!preferencesProblem_.isEmpty())
+            std::fprintf(stderr, "quorvi: %s\n", preferencesProblem_.english().c_str());
     }
 
     Task<void> keepKey(std::string apiKey) {
@@ -216,7 +216,7 @@ private:
     bool printStages_;
     bool quitting_ = false;
     std::string printed_;
-    std::string preferencesProblem_;
+    Message preferencesProblem_;
     Subscription preferenceChanges_;
     Subscription changes_;
     Subscription permissions_;

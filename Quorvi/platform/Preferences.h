@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "QuorviCore/async/Observable.h"
+#include "QuorviCore/messages/Message.h"
 #include "QuorviCore/settings/SettingValue.h"
 
 namespace quorvi {
@@ -41,7 +42,7 @@ public:
     virtual bool couldBeRead() const = 0;
 
     // The sentence that tells the user why preferences are not kept; nothing while they are.
-    virtual std::optional<std::string> persistenceError() const = 0;
+    virtual std::optional<Message> persistenceError() const = 0;
 
     // Blocks until every change made so far is kept, or until persistenceError() says why not.
     virtual void flush() = 0;

@@ -19,7 +19,7 @@ public:
     void remove(std::string_view key) override;
 
     bool couldBeRead() const override { return couldBeRead_; }
-    std::optional<std::string> persistenceError() const override { return std::nullopt; }
+    std::optional<Message> persistenceError() const override { return std::nullopt; }
     void flush() override {}
     std::function<bool()> flusher() override {
         return [] { return true; };

@@ -1,11 +1,11 @@
 #include "Quorvi/transfer/UserData.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
 #include "Quorvi/settings/Settings.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
 #include "QuorviCore/sync/SyncDocument.h"
 
@@ -16,15 +16,11 @@ namespace {
 // An archive is only added to here, whatever its size.
 constexpr std::size_t neverWhole = 0;
 
-[[noreturn]] void fail(const std::string& what, const std::exception& why) {
-    throw std::runtime_error(what + " (" + why.what() + ")");
-}
-
 DictationRecords read(const HistoryFile& history) {
     try {
         return history.load();
     } catch (const std::exception& error) {
-        fail("The history could not be read", error);
+        throw QuorviError::message(say::historyNotRead(error.what()));
     }
 }
 
@@ -45,15 +41,13 @@ UserData::UserData(const Places& places, Access access)
       history_(places.files, places.history),
       records_(read(history_)),
       corrections_(places.preferences, places.scheduler) {
-    if (!preferences_.couldBeRead())
-        throw std::runtime_error(
-            preferences_.persistenceError().value_or("The preferences could not be read."));
+    if (!preferences_.couldBeRead()) throw QuorviError::message(say::preferencesUnreadable());
     if (corrections_.persistenceError())
-        throw std::runtime_error(corrections_.persistenceError()->english());
+        throw QuorviError::message(*corrections_.persistenceError());
     try {
         openArchive(places, access);
     } catch (const std::exception& error) {
-        fail("What the synchronisation has kept could not be read", error);
+        throw QuorviError::message(say::syncStateNotRead(error.what()));
     }
     // As the program would at its next start: what the synchronisation has not seen yet is new.
     const LocalSnapshot now(records_, corrections_.rules(), Settings(preferences_).travelling());
@@ -110,14 +104,14 @@ void UserData::save() {
         try {
             history_.save(update.records);
         } catch (const std::exception& error) {
-            fail("The history could not be written; nothing was changed", error);
+            throw QuorviError::message(say::historyNotWritten(error.what()));
         }
         records_ = update.records;
     }
     if (update.settings) Settings(preferences_).apply(*update.settings);
     if (update.rules) corrections_.replaceFromSync(*update.rules);
     preferences_.flush();
-    if (const auto problem = preferences_.persistenceError()) throw std::runtime_error(*problem);
+    if (const auto problem = preferences_.persistenceError()) throw QuorviError::message(*problem);
     saveArchive();
 }
 

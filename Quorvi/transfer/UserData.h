@@ -32,8 +32,7 @@ public:
         changing,  // only while the program does not run
     };
 
-    // Throws a std::exception with a sentence when something can't be read; nothing is ever written
-    // over it.
+    // Throws QuorviError when something can't be read, and never overwrites it.
     UserData(const Places& places, Access access);
 
     // Every value, newest version first.
@@ -49,7 +48,7 @@ public:
     // changed.
     Counts merge(const std::vector<SyncItem>& incoming);
 
-    // Writes the merged data. Throws a std::exception with a sentence. Replaces the history, then
+    // Writes the merged data. Throws QuorviError. Replaces the history, then
     // the preferences; after a failure between the two, the same merge completes it.
     void save();
 

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/json/JsonReading.h"
@@ -19,7 +20,7 @@ constexpr std::int64_t lastRevision = 253'402'300'799'999;
 constexpr std::size_t valuesPerReport = 1000;
 
 [[noreturn]] void refuse(const std::string& what) {
-    throw ExportFormatError("This file is no export of Quorvi: " + what + ".");
+    throw QuorviError::message(say::exportInvalid(what));
 }
 
 const rapidjson::Value& member(const rapidjson::Value& object, const char* key) {
@@ -139,8 +140,7 @@ std::vector<SyncItem> decodeExport(std::string document,
     if (name(parsed, "format") != "quorvi-export") refuse("\"format\" is another one");
     const auto& version = member(parsed, "version");
     if (!version.IsInt64() || version.GetInt64() < 1) refuse("\"version\" is no number");
-    if (version.GetInt64() > 1)
-        throw ExportFormatError("This export was written by a newer version of Quorvi.");
+    if (version.GetInt64() > 1) throw QuorviError::message(say::exportFromNewerVersion());
     return Reader(progress).read(parsed);
 }
 

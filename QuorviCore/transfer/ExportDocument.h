@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,12 +12,6 @@
 // value carries the stamp by which the ledger tells which of two versions counts.
 // docs/user/export.md describes it.
 namespace quorvi {
-
-// Thrown for an invalid document; what() is a sentence for the user.
-class ExportFormatError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 // Writes items that are not deleted, in their order, piece by piece, so that the document need not
 // be in memory as a whole. A value that the format cannot express is left out. Not thread-safe.
@@ -47,7 +40,7 @@ private:
 
 // Reads an export strictly: any error or missing required key rejects the whole document. Ignores
 // unknown keys; the caller ignores unknown settings. Calls `progress` from time to time with the
-// number of values read and in total; its exceptions propagate. Throws ExportFormatError.
+// number of values read and in total; its exceptions propagate. Throws QuorviError.
 std::vector<SyncItem> decodeExport(
     std::string document, const std::function<void(std::size_t done, std::size_t of)>& progress);
 

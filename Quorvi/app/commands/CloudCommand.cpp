@@ -24,14 +24,15 @@ int complain(const std::string& problem) {
 }
 
 int storeAddress(const std::string& address) {
-    if (const auto problem = cloudAddressProblem(address)) return complain(*problem);
+    if (const auto problem = cloudAddressProblem(address)) return complain(problem->english());
     StoredPreferences stored;
     if (address.empty())
         stored.settings.reset(setting::cloudDatabase);
     else
         stored.settings.set(setting::cloudDatabase, address);
     stored.preferences.flush();
-    if (const auto problem = stored.preferences.persistenceError()) return complain(*problem);
+    if (const auto problem = stored.preferences.persistenceError())
+        return complain(problem->english());
     std::printf("Quorvi will use this cloud from its next start on.\n");
     return 0;
 }

@@ -117,7 +117,7 @@ private:
         if (!settings_.get(setting::iCloudSyncEnabled)) return note("Synchronisation", "off.");
         const auto address = stored_.cloudAddress();
         if (const auto problem = cloudAddressProblem(address))
-            return bad("Synchronisation", *problem,
+            return bad("Synchronisation", problem->english(),
                        "Set another address: quorvi --cloud-database=ADDRESS.");
         note("Synchronisation", (address.empty() ? "local folder, not shared" : address) +
                                     ". Test it: quorvi --cloud-release-check.");

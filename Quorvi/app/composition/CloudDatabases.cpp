@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <stdexcept>
 #include <string_view>
 
 #include "Quorvi/app/composition/CloudPassword.h"
 #include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
 #include "Quorvi/platform/linux/postgres/PostgresCloudDatabase.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 
@@ -31,19 +31,17 @@ bool isServerAddress(const std::string& address) {
                                [&](const auto scheme) { return address.starts_with(scheme); });
 }
 
-std::optional<std::string> cloudAddressProblem(const std::string& address) {
+std::optional<Message> cloudAddressProblem(const std::string& address) {
     if (address.empty()) return std::nullopt;
     if (isServerAddress(address)) return PostgresCloudDatabase::refusal(address);
-    if (!address.starts_with(folderScheme))
-        return "cloudDatabase: " + address + " is no address that is known";
-    if (!folderOf(address).is_absolute())
-        return "cloudDatabase: " + address + " has no absolute path";
+    if (!address.starts_with(folderScheme)) return say::cloudAddressUnknown(address);
+    if (!folderOf(address).is_absolute()) return say::cloudAddressNotAbsolute(address);
     return std::nullopt;
 }
 
 std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
                                                  const CloudDatabaseEnvironment& environment) {
-    if (const auto problem = cloudAddressProblem(address)) throw std::invalid_argument(*problem);
+    if (const auto problem = cloudAddressProblem(address)) throw QuorviError::message(*problem);
     if (isServerAddress(address))
         return std::make_unique<PostgresCloudDatabase>(
             environment.scheduler, address, cloudPassword(environment.makeKeychain(), address));

@@ -9,6 +9,7 @@
 #include "Quorvi/platform/CloudDatabase.h"
 #include "Quorvi/platform/Keychain.h"
 #include "QuorviCore/async/Executor.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
@@ -25,12 +26,12 @@ struct CloudDatabaseEnvironment {
 //     folder:/absolute/path             a folder that the user's machines share
 //     postgresql://user@host:port/name  a PostgreSQL server
 // An empty address means a folder in the user's data. Does not connect yet. Throws
-// std::invalid_argument, with a sentence for the user, for an invalid address.
+// QuorviError for an invalid address.
 std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
                                                  const CloudDatabaseEnvironment& environment);
 
 // Returns the sentence that openCloudDatabase() would throw; nullopt for a valid address.
-std::optional<std::string> cloudAddressProblem(const std::string& address);
+std::optional<Message> cloudAddressProblem(const std::string& address);
 
 // Whether the address is that of a server, which may need a password.
 bool isServerAddress(const std::string& address);

@@ -1,13 +1,13 @@
 #include "Quorvi/app/composition/SyncComponents.h"
 
 #include <cstdio>
-#include <stdexcept>
 
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 
@@ -23,7 +23,7 @@ std::unique_ptr<CloudDatabase> openCloud(Preferences& preferences, Scheduler& sc
         };
         return openCloudDatabase(address,
                                  {scheduler, executor, makeKeychain, UserFolders::find().data});
-    } catch (const std::invalid_argument& error) {
+    } catch (const QuorviError& error) {
         std::fprintf(stderr, "quorvi: %s\n", error.what());
         return nullptr;
     }

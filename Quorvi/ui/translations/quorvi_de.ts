@@ -1478,6 +1478,54 @@
         <source>Quorvi {version} can&apos;t be downloaded: it is too large.</source>
         <translation>Quorvi {version} kann nicht heruntergeladen werden: Es ist zu groß.</translation>
     </message>
+    <message>
+        <source>cloudDatabase: {address} is no address that is known</source>
+        <translation>cloudDatabase: {address} ist keine bekannte Adresse</translation>
+    </message>
+    <message>
+        <source>cloudDatabase: {address} has no absolute path</source>
+        <translation>cloudDatabase: {address} hat keinen absoluten Pfad</translation>
+    </message>
+    <message>
+        <source>The address of a PostgreSQL database begins with postgresql://</source>
+        <translation>Die Adresse einer PostgreSQL-Datenbank beginnt mit postgresql://</translation>
+    </message>
+    <message>
+        <source>The database address can&apos;t be understood.</source>
+        <translation>Die Adresse der Datenbank ist nicht verständlich.</translation>
+    </message>
+    <message>
+        <source>The database address must not contain a password. Keep it in the keyring or in ~/.pgpass.</source>
+        <translation>Die Adresse der Datenbank darf kein Passwort enthalten. Bewahren Sie es im Schlüsselbund oder in ~/.pgpass auf.</translation>
+    </message>
+    <message>
+        <source>Preferences could not be opened. They have been left untouched; changes last for this session only.</source>
+        <translation>Die Einstellungen konnten nicht geöffnet werden. Sie wurden nicht angetastet; Änderungen gelten nur für diese Sitzung.</translation>
+    </message>
+    <message>
+        <source>Preferences could not be saved on this computer. Check available disk space and folder access.</source>
+        <translation>Die Einstellungen konnten auf diesem Computer nicht gespeichert werden. Prüfen Sie den freien Speicherplatz und den Zugriff auf den Ordner.</translation>
+    </message>
+    <message>
+        <source>The history could not be read ({reason})</source>
+        <translation>Der Verlauf konnte nicht gelesen werden ({reason})</translation>
+    </message>
+    <message>
+        <source>The history could not be written; nothing was changed ({reason})</source>
+        <translation>Der Verlauf konnte nicht geschrieben werden; es wurde nichts geändert ({reason})</translation>
+    </message>
+    <message>
+        <source>What the synchronisation has kept could not be read ({reason})</source>
+        <translation>Die Daten der Synchronisierung konnten nicht gelesen werden ({reason})</translation>
+    </message>
+    <message>
+        <source>This file is no export of Quorvi: {reason}.</source>
+        <translation>Diese Datei ist kein Export von Quorvi: {reason}.</translation>
+    </message>
+    <message>
+        <source>This export was written by a newer version of Quorvi.</source>
+        <translation>Dieser Export wurde von einer neueren Version von Quorvi geschrieben.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>

@@ -1478,6 +1478,54 @@
         <source>Quorvi {version} can&apos;t be downloaded: it is too large.</source>
         <translation>Η λήψη του Quorvi {version} δεν είναι δυνατή: είναι πολύ μεγάλο.</translation>
     </message>
+    <message>
+        <source>cloudDatabase: {address} is no address that is known</source>
+        <translation>cloudDatabase: Η διεύθυνση {address} δεν είναι γνωστή</translation>
+    </message>
+    <message>
+        <source>cloudDatabase: {address} has no absolute path</source>
+        <translation>cloudDatabase: Η διεύθυνση {address} δεν έχει απόλυτη διαδρομή</translation>
+    </message>
+    <message>
+        <source>The address of a PostgreSQL database begins with postgresql://</source>
+        <translation>Η διεύθυνση μιας βάσης δεδομένων PostgreSQL αρχίζει με postgresql://</translation>
+    </message>
+    <message>
+        <source>The database address can&apos;t be understood.</source>
+        <translation>Η διεύθυνση της βάσης δεδομένων δεν είναι κατανοητή.</translation>
+    </message>
+    <message>
+        <source>The database address must not contain a password. Keep it in the keyring or in ~/.pgpass.</source>
+        <translation>Η διεύθυνση της βάσης δεδομένων δεν πρέπει να περιέχει κωδικό πρόσβασης. Φυλάξτε τον στην κλειδοθήκη ή στο ~/.pgpass.</translation>
+    </message>
+    <message>
+        <source>Preferences could not be opened. They have been left untouched; changes last for this session only.</source>
+        <translation>Δεν ήταν δυνατό το άνοιγμα των προτιμήσεων. Έμειναν άθικτες· οι αλλαγές ισχύουν μόνο για αυτή τη συνεδρία.</translation>
+    </message>
+    <message>
+        <source>Preferences could not be saved on this computer. Check available disk space and folder access.</source>
+        <translation>Δεν ήταν δυνατή η αποθήκευση των προτιμήσεων σε αυτόν τον υπολογιστή. Ελέγξτε τον διαθέσιμο χώρο στον δίσκο και την πρόσβαση στον φάκελο.</translation>
+    </message>
+    <message>
+        <source>The history could not be read ({reason})</source>
+        <translation>Δεν ήταν δυνατή η ανάγνωση του ιστορικού ({reason})</translation>
+    </message>
+    <message>
+        <source>The history could not be written; nothing was changed ({reason})</source>
+        <translation>Δεν ήταν δυνατή η εγγραφή του ιστορικού· τίποτα δεν άλλαξε ({reason})</translation>
+    </message>
+    <message>
+        <source>What the synchronisation has kept could not be read ({reason})</source>
+        <translation>Δεν ήταν δυνατή η ανάγνωση των δεδομένων συγχρονισμού ({reason})</translation>
+    </message>
+    <message>
+        <source>This file is no export of Quorvi: {reason}.</source>
+        <translation>Αυτό το αρχείο δεν είναι εξαγωγή του Quorvi: {reason}.</translation>
+    </message>
+    <message>
+        <source>This export was written by a newer version of Quorvi.</source>
+        <translation>Αυτή η εξαγωγή γράφτηκε από νεότερη έκδοση του Quorvi.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>

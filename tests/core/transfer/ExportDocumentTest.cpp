@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "QuorviCore/Error.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/sync/LocalSnapshot.h"
@@ -67,7 +68,7 @@ TEST(ExportDocument, RoundTripsInPiecesWithoutDeletedItems) {
 TEST(ExportDocument, RefusesWhatIsNotWholeOrNotAsItShouldBe) {
     const auto whole = documentOf(sample());
     for (std::size_t size = 0; size + 1 < whole.size(); size += 7)
-        EXPECT_THROW(decodeExport(whole.substr(0, size), ignore), ExportFormatError) << size;
+        EXPECT_THROW(decodeExport(whole.substr(0, size), ignore), QuorviError) << size;
 
     const auto with = [&](const std::string& old, const std::string& replacement) {
         auto changed = whole;
@@ -96,14 +97,13 @@ TEST(ExportDocument, RefusesWhatIsNotWholeOrNotAsItShouldBe) {
         {"Κουζίνα", "\\ud800"},
     };
     for (const auto& [old, replacement] : faults)
-        EXPECT_THROW(decodeExport(with(old, replacement), ignore), ExportFormatError)
-            << replacement;
-    EXPECT_THROW(decodeExport(std::string(1'000'000, '['), ignore), ExportFormatError);
+        EXPECT_THROW(decodeExport(with(old, replacement), ignore), QuorviError) << replacement;
+    EXPECT_THROW(decodeExport(std::string(1'000'000, '['), ignore), QuorviError);
     try {
         decodeExport(with("\"version\":1", "\"version\":2"), ignore);
         FAIL() << "a later version was read";
-    } catch (const ExportFormatError& error) {
-        EXPECT_STREQ(error.what(), "This export was written by a newer version of Quorvi.");
+    } catch (const QuorviError& error) {
+        EXPECT_EQ(error.sentence(), say::exportFromNewerVersion());
     }
 }
 

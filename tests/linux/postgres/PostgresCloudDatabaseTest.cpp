@@ -40,7 +40,7 @@ TEST(PostgresAddressTest, RefusesWhatHoldsAPasswordAndVerifiesServersElsewhere) 
                                 "https://cloud.example.org"}) {
         const auto refusal = PostgresCloudDatabase::refusal(address);
         ASSERT_TRUE(refusal) << address;
-        EXPECT_EQ(refusal->find("hunter2"), std::string::npos);
+        EXPECT_EQ(refusal->english().find("hunter2"), std::string::npos);
     }
     const auto mode = [](const std::string& address) {
         const PostgresAddress parsed(address);

@@ -7,7 +7,7 @@
 #include <map>
 #include <memory>
 
-#include "Quorvi/platform/CloudDatabase.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 
@@ -16,8 +16,8 @@ namespace {
 // libpq 15 does not support "system" as the root certificate, only a file.
 constexpr const char* systemCertificates = "/etc/ssl/certs/ca-certificates.crt";
 
-[[noreturn]] void refuse(const char* sentence) {
-    throw CloudError(cloudErrorCode::invalidArguments, sentence);
+[[noreturn]] void refuse(Message sentence) {
+    throw QuorviError::message(std::move(sentence));
 }
 
 std::map<std::string, std::string> parse(const std::string& address) {
@@ -25,7 +25,7 @@ std::map<std::string, std::string> parse(const std::string& address) {
     const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
         PQconninfoParse(address.c_str(), &complaint), PQconninfoFree);
     PQfreemem(complaint);
-    if (!options) refuse("The database address can't be understood.");
+    if (!options) refuse(say::databaseAddressUnreadable());
     std::map<std::string, std::string> given;
     for (const auto* option = options.get(); option->keyword; ++option)
         if (option->val) given[option->keyword] = option->val;
@@ -59,12 +59,10 @@ bool hasOwnCertificates() {
 
 PostgresAddress::PostgresAddress(const std::string& address) {
     if (!address.starts_with("postgresql://") && !address.starts_with("postgres://"))
-        refuse("The address of a PostgreSQL database begins with postgresql://");
+        refuse(say::databaseAddressScheme());
     auto given = parse(address);
     if (given.contains("password") || given.contains("sslpassword"))
-        refuse(
-            "The database address must not contain a password. Keep it in the keyring or in "
-            "~/.pgpass.");
+        refuse(say::databaseAddressHasPassword());
 
     const auto hosts = given.contains("hostaddr") ? given["hostaddr"] : given["host"];
     if (given["host"].empty()) given.erase("host");

@@ -11,8 +11,8 @@ namespace quorvi {
 // says otherwise or the server is on this machine.
 class PostgresAddress {
 public:
-    // Throws CloudError (invalidArguments) with a sentence for the user, which never quotes the
-    // address: it may contain a password, which is one of the reasons to refuse it.
+    // Throws QuorviError, which never quotes the address: it may contain a password, which is one
+    // of the reasons to refuse it.
     explicit PostgresAddress(const std::string& address);
 
     // Keywords and values for libpq.

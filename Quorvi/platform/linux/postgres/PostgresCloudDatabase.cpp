@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "Quorvi/platform/linux/postgres/PostgresAddress.h"
 #include "Quorvi/platform/linux/postgres/PostgresChanges.h"
 #include "Quorvi/platform/linux/postgres/PostgresSave.h"
 #include "Quorvi/platform/linux/postgres/PostgresWorker.h"
+#include "QuorviCore/Error.h"
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/text/Text.h"
 
@@ -67,18 +69,18 @@ std::unique_ptr<PostgresWorker> PostgresCloudDatabase::startWorker(const std::st
             PostgresAddress(address), std::move(password),
             PostgresWorker::Events{tell(&Observers::remoteChange), tell(&Observers::accountChange)},
             times);
-    } catch (const CloudError& error) {
-        refusal_ = error;
+    } catch (const QuorviError& error) {
+        refusal_ = CloudError(cloudErrorCode::invalidArguments, error.what());
         return nullptr;
     }
 }
 
-std::optional<std::string> PostgresCloudDatabase::refusal(const std::string& address) {
+std::optional<Message> PostgresCloudDatabase::refusal(const std::string& address) {
     try {
         PostgresAddress checked(address);
         return std::nullopt;
-    } catch (const CloudError& error) {
-        return error.what();
+    } catch (const QuorviError& error) {
+        return error.sentence();
     }
 }
 

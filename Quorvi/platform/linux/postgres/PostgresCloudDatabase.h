@@ -8,6 +8,7 @@
 #include "Quorvi/platform/CloudDatabase.h"
 #include "Quorvi/platform/linux/postgres/PostgresSettings.h"
 #include "QuorviCore/async/Future.h"
+#include "QuorviCore/messages/Message.h"
 
 namespace quorvi {
 
@@ -29,8 +30,8 @@ public:
                           PostgresPassword password, PostgresTimes times = {});
     ~PostgresCloudDatabase() override;
 
-    // Returns why an address cannot be used, as a sentence for the user; nullopt if it can.
-    static std::optional<std::string> refusal(const std::string& address);
+    // Returns why an address cannot be used; nullopt if it can.
+    static std::optional<Message> refusal(const std::string& address);
 
     Task<CloudAccountStatus> accountStatus(std::stop_token stop) override;
     Task<std::string> userRecordName(std::stop_token stop) override;

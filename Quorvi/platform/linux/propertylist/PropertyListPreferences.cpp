@@ -10,14 +10,12 @@ namespace {
 
 using Problem = PropertyListFile::Problem;
 
-std::optional<std::string> sentence(Problem problem) {
+std::optional<Message> sentence(Problem problem) {
     switch (problem) {
         case Problem::notRead:
-            return "Preferences could not be opened. They have been left untouched; changes last "
-                   "for this session only.";
+            return say::preferencesUnreadable();
         case Problem::notWritten:
-            return "Preferences could not be saved on this computer. Check available disk space "
-                   "and folder access.";
+            return say::preferencesNotSaved();
         case Problem::none:
             break;
     }

@@ -44,7 +44,7 @@ public:
     void remove(std::string_view key) override;
 
     bool couldBeRead() const override { return couldBeRead_; }
-    std::optional<std::string> persistenceError() const override { return persistenceError_; }
+    std::optional<Message> persistenceError() const override { return persistenceError_; }
     void flush() override;
     std::function<bool()> flusher() override;
     [[nodiscard]] Subscription onChange(std::function<void()> observer) override {
@@ -62,7 +62,7 @@ private:
     PropertyListFile::Values values_;
     std::map<std::string, std::uint64_t, std::less<>> changedAt_;  // own changes in this run
     bool couldBeRead_;
-    std::optional<std::string> persistenceError_;
+    std::optional<Message> persistenceError_;
     Observable changes_;
     Lifetime lifetime_;
 };
