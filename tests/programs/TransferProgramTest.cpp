@@ -37,9 +37,9 @@ public:
         settings.push_back("XDG_RUNTIME_DIR=" + folder.path().string());
         return Process({"sh", "-c", command}, settings);
     }
-    void import() const {
+    Said import() const {
         folder.write("in.json", document);
-        ASSERT_EQ(run("import " + file("in.json").string()).status, 0);
+        return run("import " + file("in.json").string());
     }
     Said run(const std::string& arguments) const {
         auto program = start("exec " + builtProgram("quorvi") + " " + arguments + " 2>&1",
@@ -61,19 +61,29 @@ public:
     TestFolder folder;
 };
 
-TEST(TransferProgram, CarriesEverythingFromOneHomeToAnother) {
+TEST(TransferProgram, CarriesEverythingToAnotherHomeAlsoBesideTheRunningProgram) {
     const Home one, other;
-    one.folder.write("in.json", document);
-    const auto import = one.run("import " + one.file("in.json").string());
+    const auto import = one.import();
     EXPECT_EQ(import.output,
               "Taken over: 1 dictation, 0 rules and 1 setting.\n"
               "The rest was here already, is newer here, or was deleted here.\n");
     EXPECT_EQ(import.status, 0);
 
+    // While the program runs, it is only exported.
+    auto program = one.start("exec " + builtProgram("quorvi") + " --print-stages");
+    program.readLine();
+    for (const auto& arguments :
+         {"import " + one.file("in.json").string(), std::string("erase --yes")}) {
+        const auto said = one.run(arguments);
+        EXPECT_EQ(said.output, "quorvi: Quorvi is running. Quit it first: quorvi quit\n");
+        EXPECT_EQ(said.status, 1);
+    }
     const auto out = other.file("out ü.json");
     auto said = one.run("export '" + out.string() + "'");
-    EXPECT_TRUE(said.output.starts_with(out.string() + ": 1 dictation, 1 rule and 11 settings.\n"))
+    EXPECT_TRUE(said.output.starts_with(out.string() + ": 1 dictation, 3 rules and 11 settings.\n"))
         << said.output;
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.wait(), 0);
     EXPECT_EQ(fs::status(out).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_TRUE(contentOf(out).find("\"text\":\"Grüße\"") != std::string::npos);
     EXPECT_EQ(other.run("import '" + out.string() + "'").status, 0);
@@ -99,28 +109,10 @@ TEST(TransferProgram, CarriesEverythingFromOneHomeToAnother) {
     EXPECT_EQ(other.content(), before);
 }
 
-TEST(TransferProgram, WaitsForTheRunningProgramToQuitButExportsBesideIt) {
-    const Home home;
-    home.import();
-    auto program = home.start("exec " + builtProgram("quorvi") + " --print-stages");
-    program.readLine();
-    for (const auto& arguments :
-         {"import " + home.file("in.json").string(), std::string("erase --yes")}) {
-        const auto said = home.run(arguments);
-        EXPECT_EQ(said.output, "quorvi: Quorvi is running. Quit it first: quorvi quit\n");
-        EXPECT_EQ(said.status, 1);
-    }
-    const auto said = home.run("export " + home.file("out.json").string());
-    EXPECT_EQ(said.status, 0) << said.output;
-    EXPECT_NE(contentOf(home.file("out.json")).find("Grüße"), std::string::npos);
-    program.signal(SIGTERM);
-    EXPECT_EQ(program.wait(), 0);
-}
-
 TEST(TransferProgram, ErasesAllOfItAndTheKeyAndSaysWhatStays) {
     const Keyring keyring;
     const Home home;
-    home.import();
+    ASSERT_EQ(home.import().status, 0);
     EXPECT_EQ(home.run("--cloud-database=folder:" + home.file("shared").string()).status, 0);
     auto storing = home.start("printf 'sk-test-0123456789abcdef' | " + builtProgram("quorvi") +
                               " --store-key");

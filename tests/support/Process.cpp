@@ -129,14 +129,6 @@ void Process::signal(int number) const {
     if (pid_ > 0) ::kill(-pid_, number);
 }
 
-void Process::freeze() const {
-    signal(SIGSTOP);
-}
-
-void Process::thaw() const {
-    signal(SIGCONT);
-}
-
 void Process::kill() {
     signal(SIGKILL);
     if (pid_ > 0) wait();

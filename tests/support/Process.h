@@ -30,8 +30,8 @@ public:
 
     // To all its processes.
     void signal(int number) const;
-    void freeze() const;
-    void thaw() const;
+    void freeze() const { signal(SIGSTOP); }
+    void thaw() const { signal(SIGCONT); }
     // Ends it at once, like a crash.
     void kill();
     // The exit code, or minus the signal that ended it. Waits for the end.
