@@ -67,13 +67,5 @@ TEST_F(LaunchAtLogin, AnErrorIsShownUntilTheNextLook) {
     EXPECT_EQ(controller.message(), say::loginItemOff());
 }
 
-TEST_F(LaunchAtLogin, TwoQuickChangesOfMindEndInTheLastOne) {
-    controller.setEnabled(true);
-    controller.setEnabled(false);
-    scheduler.settle();
-    EXPECT_EQ(service.journal, (Steps{"register", "unregister"}));
-    EXPECT_FALSE(controller.isEnabled());
-}
-
 }  // namespace
 }  // namespace quorvi::test

