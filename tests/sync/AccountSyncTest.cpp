@@ -129,7 +129,6 @@ TEST_F(AccountSyncTest, AValueThatAStoreAltersBecomesALocalEdit) {
         clock.settle();
     };
     put("setting:recordingTheme", LocalSnapshot::encode(std::string("neon")));
-    put("setting:transcriptRetention", LocalSnapshot::encode(std::int64_t{7}));
     put("setting:vocabulary", LocalSnapshot::encode(std::string(1500, 'v')));
     put("setting:future", LocalSnapshot::encode(true));
     put("history:0E3A1C00-0000-4000-8000-000000000001", SharedString("{\"not\":\"a record\"}"));
@@ -138,7 +137,6 @@ TEST_F(AccountSyncTest, AValueThatAStoreAltersBecomesALocalEdit) {
     clock.advance(60s);
     for (const auto* machine : {&first, &second}) {
         EXPECT_EQ(machine->model->recordingTheme(), RecordingTheme::glass);
-        EXPECT_EQ(machine->history->retention(), TranscriptRetention::ninetyDays);
         EXPECT_EQ(machine->model->vocabulary(), std::string(1200, 'v'));
         EXPECT_EQ(machine->sync->status(), say::syncUpToDate());
     }

@@ -44,12 +44,6 @@ TEST_F(AccountSyncTroubleTest, WithoutADatabaseTheStatusSaysSoAndChangesAreKept)
     machine.sync->syncNow();
     clock.advance(60s);
     EXPECT_EQ(status(), say::syncNoAccess(cloudErrorCode::badContainer));
-    machine.sync->setEnabled(false);
-    clock.advance(1s);
-    EXPECT_EQ(status(), say::syncOff());
-    machine.sync->setEnabled(true);
-    clock.advance(1s);
-    EXPECT_EQ(status(), say::syncNoAccess(cloudErrorCode::badContainer));
     EXPECT_EQ(machine.sync->pendingCount(), 12u);
     EXPECT_TRUE(cloud.calls.empty());
 }

@@ -8,9 +8,7 @@ namespace quorvi::test {
 namespace {
 
 struct FakeCloudRig : CloudRig {
-    CloudDatabase& first() override { return first_; }
-    CloudDatabase& second() override { return second_; }
-    CloudDatabase& stranger() override { return stranger_; }
+    std::array<CloudDatabase*, 3> databases() override { return {&first_, &second_, &stranger_}; }
     bool runUntil(const std::function<bool()>& done) override {
         for (int tick = 0; tick < 1000 && !done(); ++tick)
             scheduler_.advance(std::chrono::milliseconds(10));

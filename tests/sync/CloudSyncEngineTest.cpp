@@ -336,37 +336,6 @@ TEST_F(CloudSyncEngineTest, ReportsTheUserAndDropsTheTokensOfAnother) {
     EXPECT_EQ(change("bert"), "switch:anna>bert");
     EXPECT_EQ(fetching.text, "code 20");
     device.release(Op::zoneChanges);
-
-    recorder.onEvent = [this](const CloudSyncEvent&, CloudSyncEngine&) { engine.reset(); };
-    EXPECT_EQ(change(user), "switch:bert>anna");
-    EXPECT_EQ(change("bert"), "");
-}
-
-TEST_F(CloudSyncEngineTest, RunsOperationsOneAfterAnother) {
-    makeZone();
-    remote(2);
-    edit("a");
-    device.hold(Op::zoneChanges);
-    std::optional<Outcome> one, dropped;
-    one.emplace(engine->fetchChanges());
-    Outcome sending(engine->sendChanges());
-    dropped.emplace(engine->fetchChanges());
-    std::stop_source stop;
-    Outcome stopped(engine->fetchChanges(stop.get_token()));
-    Outcome last(engine->fetchChanges());
-    settle();
-    EXPECT_EQ(recorder.log, "fetch( in:>anna");
-    dropped.reset();
-    stop.request_stop();
-    settle();
-    EXPECT_EQ(stopped.text, "cancelled");
-    one.reset();  // the next one gets its turn also if one is destroyed
-    device.release(Op::zoneChanges);
-    settle();
-    EXPECT_EQ(sending.text, "done");
-    EXPECT_EQ(last.text, "done");
-    EXPECT_EQ(recorder.log,
-              "fetch( in:>anna send( sent1 state ) fetch( zones+Zone state Zone( got3 state ) )");
 }
 
 // Ends operations in every way, at every event and within every call to the database.

@@ -8,7 +8,6 @@
 #include <random>
 
 #include "QuorviCore/history/HistoryArchive.h"
-#include "QuorviCore/json/Base64.h"
 #include "tests/support/Seeds.h"
 #include "tests/support/reference/LiteralSync.h"
 
@@ -104,19 +103,6 @@ TEST(SyncItem, JsonIsCanonicalAndReadInAnyForm) {
              R"({"device":"D","id":"\udc00","redacted":false,"revision":1})",
          })
         EXPECT_EQ(SyncItem::decode(wrong), std::nullopt) << wrong;
-}
-
-TEST(SyncItem, Base64OfEveryLengthAndByte) {
-    std::string bytes;
-    for (int i = 0; i < 300; ++i) {
-        std::string out = "=";
-        json::appendBase64(out, bytes);
-        EXPECT_EQ(json::bytesOfBase64(out.substr(1)), bytes);
-        bytes += static_cast<char>(i * 7);
-    }
-    for (const auto* wrong :
-         {"A", "AA=", "=AAA", "A===", "AA=A", "AAAA=", "A-AA", "AA==AAAA", "===="})
-        EXPECT_EQ(json::bytesOfBase64(wrong), std::nullopt) << wrong;
 }
 
 TEST(SyncItem, NewestFirstKeepsTheOrderOfEquals) {

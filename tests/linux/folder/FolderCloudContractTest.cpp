@@ -10,9 +10,7 @@ namespace quorvi::test {
 namespace {
 
 struct FolderRig : CloudRig {
-    CloudDatabase& first() override { return first_; }
-    CloudDatabase& second() override { return second_; }
-    CloudDatabase& stranger() override { return stranger_; }
+    std::array<CloudDatabase*, 3> databases() override { return {&first_, &second_, &stranger_}; }
     bool runUntil(const std::function<bool()>& done) override { return until(loop_, done); }
 
     FolderCloudDatabase::Place place(const char* folder, const char* device) {

@@ -3,7 +3,6 @@
 #include <sched.h>
 #include <sys/mount.h>
 
-#include "Quorvi/corrections/CorrectionStore.h"
 #include "Quorvi/history/HistoryStore.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
@@ -26,38 +25,6 @@ struct Disk {
     PosixFileStore files;
     LoopScheduler loop;
     SerialExecutor executor{"disk"};
-};
-
-// Files as a client uses them that never replaces what it could not read.
-class FileRig {
-public:
-    static constexpr auto file = "file";
-    explicit FileRig(const fs::path& folder) : path_(folder / file) {
-        try {
-            content_ = files_.read(path_).value_or("0");
-        } catch (const std::system_error&) {
-            isOpen_ = false;
-        }
-    }
-    bool isOpen() const { return isOpen_; }
-    void put(int number) { content_ = std::to_string(number) + std::string(100'000, 'x'); }
-    bool save() {
-        try {
-            const std::string_view parts[] = {content_};
-            if (isOpen_) files_.replace(path_, parts);
-            return isOpen_;
-        } catch (const std::system_error&) {
-            return false;
-        }
-    }
-    int number() const { return std::stoi(content_); }
-    static std::vector<std::string> damaged(const std::string&) { return {}; }
-
-private:
-    PosixFileStore files_;
-    fs::path path_;
-    std::string content_;
-    bool isOpen_ = true;
 };
 
 class HistoryRig : Disk {
@@ -106,7 +73,7 @@ private:
     bool isOpen_ = false;
 };
 
-class PreferencesRig : protected Disk {
+class PreferencesRig : Disk {
 public:
     static constexpr auto file = "preferences.plist";
     explicit PreferencesRig(const fs::path& folder)
@@ -133,45 +100,8 @@ public:
                 "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict/></plist>"};
     }
 
-protected:
-    PropertyListPreferences preferences;
-};
-
-class CorrectionsRig : protected PreferencesRig {
-public:
-    using PreferencesRig::file;
-    using PreferencesRig::save;
-    explicit CorrectionsRig(const fs::path& folder) : PreferencesRig(folder) {}
-    // Rules may also come from the previous version of the preferences.
-    bool isOpen() const { return PreferencesRig::isOpen() && !store_.persistenceError(); }
-    void put(int number) {
-        std::vector<TextCorrection> rules;
-        for (int i = 0; i < 100; ++i)
-            rules.push_back(
-                {.original = "word " + std::to_string(i), .replacement = std::to_string(number)});
-        store_.replaceFromSync(rules);
-    }
-    int number() const {
-        std::set<std::string> replacements;
-        for (const auto& rule : store_.rules().rules()) replacements.insert(rule.replacement);
-        if (replacements.size() != 1) return -1;
-        return std::atoi(replacements.begin()->c_str());  // 0 for the example of a first launch
-    }
-    // A file that can be read, with rules that can't.
-    static std::vector<std::string> damaged(const std::string& whole) {
-        auto all = std::get<PropertyList::Dictionary>(PropertyList::fromBinary(whole)->value);
-        std::vector<std::string> contents = PreferencesRig::damaged(whole);
-        for (const auto* rules : {"", "{}", "[{\"id\":"}) {
-            const std::string_view text = rules;
-            all.insert_or_assign("savedTextCorrections",
-                                 PropertyList{Bytes(text.begin(), text.end())});
-            contents.push_back(PropertyList{all}.toBinary());
-        }
-        return contents;
-    }
-
 private:
-    CorrectionStore store_{preferences, loop};
+    PropertyListPreferences preferences;
 };
 
 // Each part of the content repeats its number.
@@ -223,14 +153,14 @@ private:
     int last_ = 0;
 };
 
-using Stores = testing::Types<FileRig, HistoryRig, PreferencesRig, CorrectionsRig,
-                              ArchiveRig<std::size_t{1} << 30>, ArchiveRig<0>>;
+using Stores =
+    testing::Types<HistoryRig, PreferencesRig, ArchiveRig<std::size_t{1} << 30>, ArchiveRig<0>>;
 
 struct StoreNames {
     template <class Rig>
     static std::string GetName(int index) {
-        constexpr const char* names[] = {"File",        "History",         "Preferences",
-                                         "Corrections", "ArchiveDocument", "ArchiveJournal"};
+        constexpr const char* names[] = {"History", "Preferences", "ArchiveDocument",
+                                         "ArchiveJournal"};
         return names[index];
     }
 };

@@ -88,12 +88,22 @@ TEST_F(PostgresCloudBadDaysTest, FindsARestartedServerAgain) {
     EXPECT_TRUE(runUntil([&] { return told > before; }));
 }
 
-TEST_F(PostgresCloudBadDaysTest, GivesUpOnAServerThatHangs) {
+TEST_F(PostgresCloudBadDaysTest, GivesUpOnAServerThatHangsAndStopsWhenAsked) {
+    auto patient = machine(address(), {.connect = 1h, .response = 1h});
+    EXPECT_EQ(get(patient->accountStatus({})), CloudAccountStatus::available);
     server.freeze();
-    const auto database = machine(address(), {.connect = 300ms});
-    EXPECT_EQ(code(database->accountStatus({})), code::networkFailure);
+    const auto hasty = machine(address(), {.connect = 300ms});
+    EXPECT_EQ(code(hasty->accountStatus({})), code::networkFailure);
+    std::stop_source stop;
+    Running<CloudZoneChanges> stopped(patient->zoneChanges("", stop.get_token()));
+    Running<CloudZoneChanges> left(patient->zoneChanges("", {}));
+    stop.request_stop();
+    ASSERT_TRUE(ends(stopped));
+    EXPECT_TRUE(stopped.cancelled());
+    patient.reset();
+    ASSERT_TRUE(ends(left));
+    EXPECT_TRUE(left.cancelled());
     server.thaw();
-    EXPECT_EQ(get(machine(address())->accountStatus({})), CloudAccountStatus::available);
 }
 
 TEST_F(PostgresCloudBadDaysTest, ReportsAFullDiskAndGoesOnWhenThereIsRoom) {

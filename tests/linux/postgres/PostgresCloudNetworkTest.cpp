@@ -132,23 +132,5 @@ TEST_F(PostgresCloudNetworkTest, IsPatientWithASlowLink) {
     network().slowTo("1gbit");
 }
 
-TEST_F(PostgresCloudNetworkTest, StopsAndEndsWhileNothingAnswers) {
-    auto far = farMachine({.connect = 1h, .response = 1h});
-    EXPECT_EQ(get(far->accountStatus({})), CloudAccountStatus::available);
-    network().cut();
-    std::stop_source stop;
-    Running<CloudZoneChanges> stopped(far->zoneChanges("", stop.get_token()));
-    Running<CloudZoneChanges> left(far->zoneChanges("", {}));
-    loop.runFor(50ms);
-    EXPECT_FALSE(stopped.ended());
-    stop.request_stop();
-    ASSERT_TRUE(ends(stopped));
-    EXPECT_TRUE(stopped.cancelled());
-    far.reset();
-    ASSERT_TRUE(ends(left));
-    EXPECT_TRUE(left.cancelled());
-    network().mend();
-}
-
 }  // namespace
 }  // namespace quorvi::test

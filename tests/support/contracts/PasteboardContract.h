@@ -71,7 +71,7 @@ template <class Rig>
 class PasteboardContract : public PasteboardFixture<Rig> {};
 TYPED_TEST_SUITE_P(PasteboardContract);
 
-TYPED_TEST_P(PasteboardContract, EveryWriteCountsOnceAndYieldsTheCountRightAfterIt) {
+TYPED_TEST_P(PasteboardContract, EveryWriteIncreasesTheCountByOne) {
     auto& pasteboard = this->rig.pasteboard();
     this->foreignCopy(richItems());
     const auto before = pasteboard.changeCount();
@@ -152,7 +152,7 @@ TYPED_TEST_P(PasteboardContract, AHangingOwnerIsAFailureAndACancelledReadMakesWa
     EXPECT_TRUE(this->writeText("after"));
 }
 
-REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, EveryWriteCountsOnceAndYieldsTheCountRightAfterIt,
+REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, EveryWriteIncreasesTheCountByOne,
                             AForeignContentComesBackAfterTheTranscript,
                             ANewerCopyWinsOverARestoreAndOverAWriteThatExpectsAnother,
                             ATranscriptCarriesTheHistoryHintOnlyWhenItIsToBeHidden,
