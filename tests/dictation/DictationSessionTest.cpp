@@ -68,10 +68,6 @@ TEST_F(DictationTest, TheStartCueItselfIsNotTakenForSpeech) {
     EXPECT_EQ(stageAfterAWord(), Stage::failure);
     model->setSoundStyle(RecordingCue::start, RecordingSoundStyle::silent);
     EXPECT_EQ(stageAfterAWord(), Stage::transcribing);
-    model->cancel();
-    model->setSoundStyle(RecordingCue::start, RecordingSoundStyle::soft);
-    model->settings().set(setting::soundCuesEnabled, false);
-    EXPECT_EQ(stageAfterAWord(), Stage::transcribing);
 }
 
 TEST_F(DictationTest, FinishesByItselfAfterThreeMinutesAndIgnoresTheShortcutWhileWorking) {
@@ -211,6 +207,7 @@ TEST_F(DictationTest, TroubleWhileRecordingEndsInItsSentence) {
         scheduler.advance(1s);
         trouble();
         scheduler.advance(2s);
+        corrections.onLearned({});  // is less urgent than a failure
         expectFailure(message);
         permissions.setMicrophone(MicrophoneAuthorization::authorized);
         keyboard.release(f8);
@@ -220,20 +217,6 @@ TEST_F(DictationTest, TroubleWhileRecordingEndsInItsSentence) {
     workspace.sleep();
     EXPECT_EQ(model->stage(), Stage::idle);
     keyboard.release(f8);
-}
-
-TEST_F(DictationTest, ALearnedCorrectionIsShownUnlessSomethingMoreUrgentIs) {
-    const TextCorrection rule{.id = newUuid(), .original = "oxygen", .replacement = "oxygon"};
-    corrections.onLearned(rule);
-    expect(Stage::learned, say::verbatim(std::string("oxygen → oxygon")));
-    keyboard.press(f8);
-    settle();
-    corrections.onLearned(rule);
-    EXPECT_EQ(model->stage(), Stage::recording);
-    keyboard.release(f8);
-    settle();
-    corrections.onLearned(rule);
-    EXPECT_EQ(model->stage(), Stage::failure);
 }
 
 TEST_F(DictationTest, AFixOfThePastedTextIsLearnedAndShown) {

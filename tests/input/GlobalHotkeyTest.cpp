@@ -142,15 +142,6 @@ TEST_F(GlobalHotkeyTest, EscapeCancelsOnceAndOnlyWhileEnabledAndBare) {
     EXPECT_EQ(takeHeard(), "");
 }
 
-TEST_F(GlobalHotkeyTest, OwnPasteEventsChangeNothing) {
-    hotkey.setCancelEnabled(true);
-    keyboard.press(rightOption);
-    for (auto type : {TapEventType::flagsChanged, TapEventType::keyDown, TapEventType::keyUp})
-        keyboard.deliver({type, keyCode::v, 0, modifierFlag::command, quorviPasteEventMarker});
-    EXPECT_EQ(heardAfter(300ms), "press ") << "the gesture was not disturbed";
-    EXPECT_EQ(hotkey.inputGeneration(), 0u);
-}
-
 TEST_F(GlobalHotkeyTest, AReleaseThatWasMissedIsNoticedUnlessItIsStillOnItsWay) {
     hotkey.setShortcut(Hotkey::f8);
     missTheReleaseOf(f8);

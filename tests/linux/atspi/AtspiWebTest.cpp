@@ -11,70 +11,47 @@
 namespace quorvi::test {
 namespace {
 
-// A page with fields in a browser of its own.
-class WebFields : public testing::Test {
-protected:
-    void open(const std::string& body) {
-        browser_ = Process(chromium(body, folder_));
-        ASSERT_TRUE(user_.waitForWindowOf(pid()));
-        ASSERT_TRUE(eventually([&] { return accessibility_.isTrusted(); }));
-    }
-    pid_t pid() const { return browser_.pid(); }
-
-    std::optional<AXElement> focusWithValue(const std::string& value) {
-        auto found = reader_.waitFor(
-            pid(), [&](const AXElement& field) { return reader_.value(field) == value; });
-        const auto focused = reader_.focused(pid());
-        if (!found)
-            ADD_FAILURE() << "the focus is in "
-                          << (focused ? reader_.role(*focused) + " with " +
-                                            reader_.value(*focused).value_or("no value")
-                                      : "nothing");
-        return found;
-    }
-
-    TestFolder folder_;
-    TestUser user_;
-    AtspiAccessibility accessibility_{[] { return true; }};
-    FieldReader reader_{accessibility_};
-    Process browser_;
-};
-
-TEST_F(WebFields, AnEditableRegionReadsAsLinesThatFitItsSelection) {
-    open(
+TEST(WebFields, AnEditableRegionReadsAsLinesThatFitItsSelection) {
+    const TestFolder folder;
+    TestUser user;
+    AtspiAccessibility accessibility([] { return true; });
+    FieldReader reader(accessibility);
+    const Process browser(chromium(
         "<div contenteditable autofocus><p>😀 one</p><p><br></p><p>two <a href=x>link</a> end</p>"
-        "<ul><li>item</li></ul></div>");
-    const std::string whole = "😀 one\n\ntwo link end\n• item";
-    const auto region = focusWithValue(whole);
+        "<ul><li>item</li></ul></div>",
+        folder));
+    const auto region = reader.waitFor(browser.pid(), [&](const AXElement& field) {
+        return reader.value(field) == "😀 one\n\ntwo link end\n• item";
+    });
     ASSERT_TRUE(region);
-    EXPECT_EQ(reader_.role(*region), "AXTextArea");
+    EXPECT_EQ(reader.role(*region), "AXTextArea");
     const auto expectSelection = [&](std::int64_t location, std::int64_t length) {
-        EXPECT_TRUE(reader_.waitForSelection(*region, {location, length})) << location;
+        EXPECT_TRUE(reader.waitForSelection(*region, {location, length})) << location;
     };
-    user_.chord({key::leftControl}, key::home);
+    user.chord({key::leftControl}, key::home);
     expectSelection(0, 0);
-    user_.tap(key::end);
+    user.tap(key::end);
     expectSelection(6, 0);
-    user_.chord({key::leftShift}, key::left);
+    user.chord({key::leftShift}, key::left);
     expectSelection(5, 1);
-    user_.tap(key::end);
-    user_.tap(key::right);
+    user.tap(key::end);
+    user.tap(key::right);
     expectSelection(7, 0);
-    user_.tap(key::right);
+    user.tap(key::right);
     expectSelection(8, 0);
-    user_.tap(key::right, 6);
+    user.tap(key::right, 6);
     expectSelection(14, 0);
-    user_.chord({key::leftShift}, key::end);
+    user.chord({key::leftShift}, key::end);
     expectSelection(14, 6);
 
     // What is typed arrives where the selection said, in the empty paragraph too.
-    user_.chord({key::leftControl}, key::home);
-    user_.tap(key::down);
+    user.chord({key::leftControl}, key::home);
+    user.tap(key::down);
     expectSelection(7, 0);
-    user_.type("typed");
-    EXPECT_TRUE(reader_.waitForValue(*region, "😀 one\ntyped\ntwo link end\n• item"));
+    user.type("typed");
+    EXPECT_TRUE(reader.waitForValue(*region, "😀 one\ntyped\ntwo link end\n• item"));
     expectSelection(12, 0);
-    user_.chord({key::leftControl}, key::a);
+    user.chord({key::leftControl}, key::a);
     expectSelection(0, 32);
 }
 

@@ -80,12 +80,6 @@ TEST_F(PulseAudioInputTest, TellsTheLevelInDecibelsOfFullScale) {
     const double sine = 20 * std::log10(0.25 / std::numbers::sqrt2);
     EXPECT_NEAR(user.capture->averagePower(), sine, 0.3);
     ASSERT_TRUE(user.stop());
-    // And records another one.
-    ASSERT_TRUE(user.record(folder.path() / "next.m4a")) << user.error;
-    user.scheduler.runFor(50ms);
-    ASSERT_TRUE(user.stop()) << user.error;
-    expectHolds(DecodedSound(folder.path() / "next.m4a"),
-                std::llround(user.capture->currentTime() * Sweep::rate));
 }
 
 TEST_F(PulseAudioInputTest, ACancelledOrDroppedStartLeavesNoFileAndNoStream) {

@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
-#include <sys/mount.h>
 
-#include <random>
-
+#include "tests/support/FullDisk.h"
 #include "tests/support/sound/DecodedSound.h"
 #include "tests/support/sound/MicrophoneUser.h"
 #include "tests/support/sound/SoundServer.h"
+#include "tests/support/sound/Sweep.h"
 
 namespace quorvi::test {
 namespace {
@@ -27,14 +26,6 @@ protected:
     TestFolder folder;
     std::filesystem::path file = folder.path() / "recording.m4a";
 };
-
-Samples noise(double seconds) {
-    std::minstd_rand random(1);
-    Samples samples(static_cast<std::size_t>(44'100 * seconds));
-    for (auto& sample : samples)
-        sample = static_cast<std::int16_t>(static_cast<int>(random() % 20'000) - 10'000);
-    return samples;
-}
 
 TEST_F(PulseCaptureFaults, ALostMicrophoneEndsTheRecordingWholeAndNoSpeakerTakesItsPlace) {
     const struct {
@@ -100,32 +91,17 @@ TEST_F(PulseCaptureFaults, AFrozenServerHangsNeitherTheStopNorTheStart) {
     ASSERT_TRUE(user.stop());
 }
 
-// A file system of a few kilobytes. The tests run as root.
-class SmallDisk {
-public:
-    explicit SmallDisk(const std::string& size) {
-        mounted = ::mount("quorvi-test", folder.path().c_str(), "tmpfs", 0,
-                          ("size=" + size).c_str()) == 0;
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-    ~SmallDisk() { ::umount2(folder.path().c_str(), MNT_DETACH); }
-
-    TestFolder folder;
-    bool mounted = false;
-};
-
 TEST_F(PulseCaptureFaults, ADiskThatFillsUpEndsTheRecordingWithAnEncodingError) {
     SoundServer server;
-    const SmallDisk disk("16k");
-    ASSERT_TRUE(disk.mounted);
     MicrophoneUser user(server.address());
-    const auto playing = server.play(noise(20));
-    ASSERT_TRUE(user.record(disk.folder.path() / "recording.m4a")) << user.error;
+    const auto playing = server.play(Sweep::samples(20, 0.5));
+    ASSERT_TRUE(user.waitForMicrophone(true));
+    const FullDisk disk(16'000);
+    ASSERT_TRUE(user.record(file)) << user.error;
     ASSERT_TRUE(user.waitForEnd());
     EXPECT_EQ(user.ends, std::vector{CaptureEnd::encodingError});
     EXPECT_FALSE(user.stop());
-    EXPECT_EQ(user.error, "The recording could not be written: No space left on device.");
+    EXPECT_EQ(user.error, "The recording could not be written: File too large.");
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 
 #include "Quorvi/dictation/RecordingCue.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "QuorviCore/Error.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/sound/SoundServer.h"
 #include "tests/support/sound/SpeakerEar.h"
@@ -85,17 +84,13 @@ TEST_F(PulseSoundOutputTest, PlayingAgainRestartsInsteadOfOverlapping) {
 }
 
 TEST_F(PulseSoundOutputTest, AClipThatIsStoppedFallsSilentAndOthersGoOn) {
-    std::vector<std::int16_t> tone(4 * 44'100);
-    for (std::size_t i = 0; i < tone.size(); ++i)
-        tone[i] = static_cast<std::int16_t>(10'000 * std::sin(static_cast<double>(i) * 0.06));
-    auto wav = wavData(RecordingCue::start, RecordingSoundStyle::silent);
-    const auto size = static_cast<std::uint32_t>(2 * tone.size());
-    for (int i = 0; i < 4; ++i)
-        wav[40 + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(size >> (8 * i));
-    for (auto s : tone)
-        for (int part : {s & 0xFF, s >> 8 & 0xFF}) wav.push_back(static_cast<std::uint8_t>(part));
-    const auto sound = output.load(wav);
-    const auto other = output.load(wavData(RecordingCue::start));
+    const auto wav = wavData(RecordingCue::start);
+    auto longer = wav;  // 26 times the clip, 2 s
+    for (int i = 0; i < 25; ++i) longer.insert(longer.end(), wav.begin() + 44, wav.end());
+    const auto size = static_cast<std::uint32_t>(longer.size() - 44);
+    for (std::size_t i = 0; i < 4; ++i) longer[40 + i] = static_cast<std::uint8_t>(size >> (8 * i));
+    const auto sound = output.load(longer);
+    const auto other = output.load(wav);
 
     const SpeakerEar ear(server.address());
     sound->play(1);
@@ -103,7 +98,7 @@ TEST_F(PulseSoundOutputTest, AClipThatIsStoppedFallsSilentAndOthersGoOn) {
     other->stop();
     sound->stop();
     EXPECT_TRUE(eventually([&] { return isPaused(); }));
-    EXPECT_LT(sounded(ear).size(), tone.size());
+    EXPECT_LT(sounded(ear).size(), size / 2);
 }
 
 TEST_F(PulseSoundOutputTest, WithoutAServerAClipIsSilentAndSoundsAgainWhenThereIsOne) {
@@ -118,14 +113,6 @@ TEST_F(PulseSoundOutputTest, WithoutAServerAClipIsSilentAndSoundsAgainWhenThereI
     const SpeakerEar ear(server.address());
     sound->play(0.5);
     EXPECT_NEAR(loudest(sounded(ear)), 7000, 200);
-}
-
-TEST_F(PulseSoundOutputTest, OnlyPcmWavFilesAreLoaded) {
-    auto wav = wavData(RecordingCue::start);
-    wav[20] = 3;
-    EXPECT_THROW(output.load(wav), QuorviError);
-    EXPECT_THROW(output.load(Bytes(wav.begin(), wav.begin() + 20)), QuorviError);
-    EXPECT_THROW(output.load({}), QuorviError);
 }
 
 }  // namespace

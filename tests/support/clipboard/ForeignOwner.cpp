@@ -64,9 +64,7 @@ void ForeignOwner::answer(const xcb_selection_request_event_t& request) {
     ++requests_;
     if (manners_.silent) return;
     pollfd wake{wakeFd_, POLLIN, 0};
-    const bool slow =
-        manners_.delayedType.empty() || request.target == connection_->atom(manners_.delayedType);
-    if (slow && poll(&wake, 1, static_cast<int>(manners_.delay.count())) > 0) return;
+    if (poll(&wake, 1, static_cast<int>(manners_.delay.count())) > 0) return;
     union {
         xcb_selection_notify_event_t event;
         char bytes[32];

@@ -19,7 +19,6 @@ class ForeignOwner {
 public:
     struct Manners {
         std::chrono::milliseconds delay{0};  // before each answer
-        std::string delayedType = {};        // only this one is delayed
         std::string refusedType = {};        // offered, but refused when asked for
         bool silent = false;                 // never answers
         std::size_t pieceSize = 100'000;     // more than this goes in pieces

@@ -30,21 +30,17 @@ std::vector<std::uint32_t> ForeignRequestor::takeUnits() {
     return units;
 }
 
-Bytes ForeignRequestor::nextPiece() {
-    for (;;) {
-        const auto e = next<xcb_property_notify_event_t>(XCB_PROPERTY_NOTIFY);
-        if (e.state != XCB_PROPERTY_NEW_VALUE || e.atom != property_) continue;
-        auto piece = take();
-        if (type != XCB_NONE) return piece;
-    }
-}
-
 Bytes ForeignRequestor::takePieces() {
     take();
     Bytes whole;
-    for (auto piece = nextPiece(); !piece.empty(); piece = nextPiece())
+    for (;;) {
+        const auto e = next<xcb_property_notify_event_t>(XCB_PROPERTY_NOTIFY);
+        if (e.state != XCB_PROPERTY_NEW_VALUE || e.atom != property_) continue;
+        const auto piece = take();
+        if (type == XCB_NONE) continue;
+        if (piece.empty()) return whole;
         whole.insert(whole.end(), piece.begin(), piece.end());
-    return whole;
+    }
 }
 
 }  // namespace quorvi::test

@@ -30,8 +30,6 @@ public:
         xcb_change_property(c_, XCB_PROP_MODE_REPLACE, window_, property_, atom("ATOM_PAIR"), 32,
                             static_cast<std::uint32_t>(units.size()), units.data());
     }
-    // The next piece of a transfer in pieces, empty after the last.
-    Bytes nextPiece();
     // All pieces of a transfer whose announcement is in the property.
     Bytes takePieces();
 

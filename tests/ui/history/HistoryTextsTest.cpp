@@ -87,17 +87,5 @@ TEST(HistoryTexts, RoundForDisplayAndCountInSingularAndPlural) {
     for (const auto& [text, expected] : cases) EXPECT_EQ(text, expected);
 }
 
-TEST(HistoryTexts, AreShortenedByCharactersAsTheUserCountsThem) {
-    const auto lengthOf = [](std::size_t count, const char* character) {
-        std::string text;
-        for (; count > 0; --count) text += character;
-        return texts::isShortened({.text = text});
-    };
-    for (const auto* character : {"x", "é", "👩‍👩‍👧"}) {
-        EXPECT_FALSE(lengthOf(350, character));
-        EXPECT_TRUE(lengthOf(351, character));
-    }
-}
-
 }  // namespace
 }  // namespace quorvi::test

@@ -81,11 +81,5 @@ TEST_F(RecordingPanelFollows, AnUpdateIsOfferedOnlyWhileRecording) {
     world.updater.close();
 }
 
-TEST(RecordingPanel, IsAboveTheBarsOfTheDesktop) {
-    // A screen of 1920 × 1080 right of another, with a bar of 40 at its bottom.
-    EXPECT_EQ(RecordingPanel::place({1920, 0, 1920, 1040}, {316, 92}),
-              QRect(1920 + 802, 1040 - 28 - 92, 316, 92));
-}
-
 }  // namespace
 }  // namespace quorvi::test

@@ -53,18 +53,6 @@ TEST_F(UpdateWindowTest, LeadsFromTheCheckToTheInstaller) {
     EXPECT_EQ(world.updater.stage(), UpdateStage::idle);
 }
 
-TEST_F(UpdateWindowTest, AFailureIsShownWholeAndTheNextCheckBeginsAnew) {
-    world.downloader.body = "<!DOCTYPE rss><rss/>";
-    EXPECT_EQ(check().text(),
-              "Can't look for updates | The update feed was refused. It declares a document type, "
-              "which a feed has no use for. | [Close]");
-    EXPECT_EQ(Seen(updates).clipped(), QStringList());
-    updates.close();
-    EXPECT_EQ(world.updater.stage(), UpdateStage::idle);
-    world.downloader.body = "<rss><channel/></rss>";
-    EXPECT_TRUE(check().has("Quorvi 0.1.0 is the newest version."));
-}
-
 TEST_F(UpdateWindowTest, NotesLoadNothing) {
     world.offerUpdate("a package", "News");
     check();

@@ -85,9 +85,6 @@ TEST_F(X11PasteboardTest, ProgramsReadTheTranscriptInEveryTextType) {
     EXPECT_EQ(shell("xclip -o -selection clipboard -t STRING"), "Gr\xFC\xDF\x65, na\xEFve caf\xE9");
     writeText("Καλημέρα");
     EXPECT_EQ(shell("xclip -o -selection clipboard"), "Καλημέρα");
-    EXPECT_EQ(shell("xclip -o -selection clipboard -t TARGETS"),
-              "TARGETS\nMULTIPLE\nTIMESTAMP\nUTF8_STRING\ntext/plain;charset=utf-8\ntext/plain\n"
-              "TEXT\n");
 }
 
 TEST_F(X11PasteboardTest, AnImageOfTwentyMegabytesAndThePrimarySelectionSurviveADictation) {
@@ -157,21 +154,6 @@ TEST_F(X11PasteboardTest, AKeeperGivesBackWhatWasThereWhenTheProgramIsGone) {
     EXPECT_EQ(read(), textItems("newer"));
 }
 
-TEST_F(X11PasteboardTest, ALateAnswerIsNeverTakenForAnotherOne) {
-    rig.open({.display = {}, .progressLimit = 300ms, .totalLimit = 30s});
-    ForeignOwner former(textItems("former"), {.delay = 400ms, .delayedType = "UTF8_STRING"});
-    EXPECT_EQ(readFailure(), unavailableSentence);
-    // The former owner's answer comes while this one takes its time.
-    rig.foreign(textItems("newer"), {.delay = 200ms, .delayedType = "UTF8_STRING"});
-    std::string text;
-    for (int attempt = 0; attempt < 100 && text.empty(); ++attempt) {
-        const Reading reading(rig.pasteboard().read({}));
-        ends(reading);
-        if (reading.value()) text = dataOf(*reading.value(), "UTF8_STRING");
-    }
-    EXPECT_EQ(text, "newer");
-}
-
 TEST_F(X11PasteboardTest, AnOwnerThatDiesAmidItsDataLeavesAnEmptyClipboard) {
     rig.foreign({{{representation("UTF8_STRING", "text"),
                    representation("image/png", randomBytes(500'000))}}},
@@ -199,12 +181,7 @@ TEST_F(X11PasteboardTest, RequestorsGetWhatIsOfferedSeveralTypesAtOnceAndTheTime
     EXPECT_NE(since[0], 0u);
     EXPECT_FALSE(reader.request("UTF8_STRING", since[0] - 1));  // before it was ours
     EXPECT_TRUE(reader.request("UTF8_STRING", since[0]));
-    EXPECT_TRUE(reader.request("SAVE_TARGETS"));
-    EXPECT_TRUE(reader.take().empty());
     EXPECT_FALSE(reader.request("image/png"));
-    EXPECT_FALSE(reader.request("DELETE"));
-    write({});
-    EXPECT_FALSE(reader.request("UTF8_STRING"));
 }
 
 TEST_F(X11PasteboardTest, NeitherATransferNorTheEndWaitsForAHangingOwner) {
@@ -220,26 +197,6 @@ TEST_F(X11PasteboardTest, NeitherATransferNorTheEndWaitsForAHangingOwner) {
     rig.close();
     EXPECT_TRUE(ends(reading));
     EXPECT_EQ(reading.failure(), unavailableSentence);
-}
-
-TEST_F(X11PasteboardTest, ALostServerIsAFailureUntilThereIsOneAgain) {
-    // A number far from those that servers choose by themselves, since it is needed twice.
-    const auto number = std::to_string(20'000 + getpid() % 20'000);
-    auto server = std::make_unique<NestedServer>(number);
-    rig.open({.display = server->display()});
-    ASSERT_TRUE(writeText("transcript"));
-    const auto count = rig.pasteboard().changeCount();
-    server->kill();
-    EXPECT_EQ(readFailure(), unavailableSentence);
-    EXPECT_EQ(writeText("transcript"), std::nullopt);
-    EXPECT_EQ(rig.pasteboard().changeCount(), count);
-
-    server = std::make_unique<NestedServer>(number);
-    // Nothing of what was ours is there any more, so a restore has nothing to replace.
-    rig.pasteboard().restore(count, richItems());
-    EXPECT_TRUE(read().empty());
-    EXPECT_EQ(writeText("again"), count + 2);
-    rig.close();
 }
 
 }  // namespace
