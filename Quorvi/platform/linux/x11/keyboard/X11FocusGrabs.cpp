@@ -196,12 +196,12 @@ void X11FocusGrabs::keyPress(const xcb_key_press_event_t& event) {
     if (repeats && !swallowed_.test(keycode)) return giveBack(event.time);
     if (!repeats && activeKey_ != 0) {
         if (changesFlags(layout_.keyCodeOf(keycode)))
-            return allow(XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
-        if (!isGrabbed(keycode, event.state)) return giveBack(XCB_CURRENT_TIME);
+            return allow(XCB_ALLOW_SYNC_KEYBOARD, event.time);
+        if (!isGrabbed(keycode, event.state)) return giveBack(event.time);
     }
     if (activeKey_ == 0) activeKey_ = keycode;
     swallowed_.set(keycode);
-    allow(XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
+    allow(XCB_ALLOW_SYNC_KEYBOARD, event.time);
     if (repeats) onRepeat_(keycode);
 }
 
@@ -215,9 +215,9 @@ void X11FocusGrabs::keyRelease(const xcb_key_release_event_t& event) {
         allow(XCB_ALLOW_ASYNC_KEYBOARD, event.time - 1);
     } else if (swallowed_.test(keycode) || changesFlags(layout_.keyCodeOf(keycode))) {
         swallowed_.reset(keycode);
-        allow(XCB_ALLOW_SYNC_KEYBOARD, XCB_CURRENT_TIME);
+        allow(XCB_ALLOW_SYNC_KEYBOARD, event.time);
     } else {
-        giveBack(XCB_CURRENT_TIME);
+        giveBack(event.time);
     }
 }
 
