@@ -219,7 +219,9 @@ void restoreTypedSpaces(std::string& text) {
             std::ranges::any_of(neighbours, [&](std::string_view neighbour) {
                 return before.ends_with(neighbour) || after.starts_with(neighbour);
             });
-        if (wasTyped) text.replace(at, noBreakSpace.size(), " ");
+        if (!wasTyped) continue;
+        text.erase(at, 1);
+        text[at] = ' ';
     }
 }
 
