@@ -53,4 +53,9 @@ std::string installedApplicationName(const std::string& instance, const std::str
     return name;
 }
 
+std::string suiteName(const std::string& className) {
+    const auto name = lowered(className);
+    return name.starts_with("libreoffice") || name == "soffice" ? "LibreOffice" : "";
+}
+
 }  // namespace quorvi

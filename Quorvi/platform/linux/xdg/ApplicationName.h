@@ -10,4 +10,8 @@ namespace quorvi {
 // thread.
 std::string installedApplicationName(const std::string& instance, const std::string& className);
 
+// The name of an office suite whose windows have a class for each kind of document, and which is
+// one program to its user; empty for any other class.
+std::string suiteName(const std::string& className);
+
 }  // namespace quorvi

@@ -26,13 +26,10 @@ public:
     bool lookUpName();
 
 private:
-    pid_t processOf(xcb_window_t window) const;
     std::string nameOf(xcb_window_t window, pid_t pid);
 
     const X11Connection& connection_;
     xcb_atom_t activeWindowAtom_;
-    xcb_atom_t processAtom_;
-    bool canAskForClients_;
     std::map<X11WindowClass, std::string> names_;
     std::optional<X11WindowClass> unnamed_;
 };
