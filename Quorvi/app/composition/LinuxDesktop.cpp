@@ -2,7 +2,9 @@
 
 #include <atomic>
 #include <filesystem>
+#include <fstream>
 
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/history/SystemCalendar.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
@@ -32,6 +34,8 @@ using namespace std::chrono_literals;
 // How long quitting waits for another program to take the clipboard.
 constexpr Duration handoverPatience = 1s;
 constexpr Duration handoverStep = 5ms;
+
+constexpr std::size_t longestPasteChords = 64 * 1024;
 
 }  // namespace
 
@@ -89,6 +93,7 @@ LinuxDesktop::LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper)
                                            [&scheduler, report = lifetime_.guard([this] {
                                                permissionsChanged_.notify();
                                            })] { scheduler.post(report); })) {
+    readPasteChords();
     lookAround();
 }
 
@@ -120,6 +125,18 @@ std::unique_ptr<SerialExecutor::Hold> LinuxDesktop::holdHistory() {
 Surroundings LinuxDesktop::surroundings() {
     lookAround();
     return surroundings_;
+}
+
+void LinuxDesktop::readPasteChords() {
+    auto use = lifetime_.guard(
+        [this](const std::string& lines) { adapters_->tap.setPasteChords(PasteChords(lines)); });
+    adapters_->probes.run([use = std::move(use), &scheduler = scheduler_] {
+        std::ifstream file(pasteChordsFile());
+        std::string lines(longestPasteChords, '\0');
+        file.read(lines.data(), static_cast<std::streamsize>(lines.size()));
+        lines.resize(static_cast<std::size_t>(file.gcount()));
+        scheduler.post([use, lines = std::move(lines)] { use(lines); });
+    });
 }
 
 void LinuxDesktop::lookAround() {

@@ -56,6 +56,7 @@ public:
 
 private:
     struct Adapters;
+    void readPasteChords();
     void lookAround();
 
     Scheduler& scheduler_;

@@ -11,6 +11,11 @@ inline std::filesystem::path preferencesFile() {
     return UserFolders::find().config / "preferences.plist";
 }
 
+// Written by the user, see docs/user/paste-keys.md.
+inline std::filesystem::path pasteChordsFile() {
+    return UserFolders::find().config / "paste-keys";
+}
+
 inline std::filesystem::path historyFile() {
     return UserFolders::find().data / "history.json";
 }

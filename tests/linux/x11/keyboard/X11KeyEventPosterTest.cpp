@@ -94,8 +94,16 @@ TEST_F(X11KeyEventPosterTest, TheWindowsClassAndTheLayoutChooseTheKeys) {
         {"Gnome-terminal", "us", {key::leftControl, key::leftShift, key::v}},
         {"kitty", "'us(dvorak)'", {key::leftControl, key::leftShift, dvorakV}},
         {"Alacritty", "gr", {key::leftControl, key::leftShift, key::v}},
+        {"Xfce4-terminal", "ru", {key::leftControl, key::leftShift, key::insert}},
+        {"Gnome-terminal", "ru,us", {key::leftControl, key::leftShift, key::v}},
+        {"Emacs", "us", {key::leftShift, key::insert}},
+        {"XTerm", "us", {}},
+        {"kitty", "ru,us", {}},
+        {"MyEditor", "us", {key::leftControl, key::leftAlt, key::v}},
         {"URxvt", "us", {key::leftControl, key::leftAlt, key::v}},
     };
+    recorder.tap.setPasteChords(
+        PasteChords("# mine\nmyeditor Control-Alt-V # as set up\nEmacs control-w\nbad\n"));
     for (const auto& row : rows) {
         useLayout(row.layout);
         KeyWindow window(row.className);

@@ -365,6 +365,10 @@ void X11InputSession::setQuietModifier(std::optional<KeyCode> modifier) {
     enqueue([this, modifier] { quietModifier_ = modifier; });
 }
 
+void X11InputSession::setPasteChords(PasteChords chords) {
+    enqueue([this, chords = std::move(chords)] { pasteChords_ = chords; });
+}
+
 void X11InputSession::post(std::vector<TapEvent> events, pid_t pid) {
     enqueue([this, events = std::move(events), pid] { postNow(events, pid); });
 }
@@ -381,7 +385,7 @@ void X11InputSession::postNow(const std::vector<TapEvent>& events, pid_t pid) {
     raw_.synchronise();
     processRawEvents();
     if (layoutDue_) reloadLayout();
-    const auto chord = X11PasteChord::forActiveApplication(raw_, layout_, pid);
+    const auto chord = X11PasteChord::forActiveApplication(raw_, layout_, pid, pasteChords_);
     // With a grab of ours active, our own events would come back to us instead of going to the
     // application.
     grabs_.suspend();

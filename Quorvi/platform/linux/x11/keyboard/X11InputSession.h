@@ -13,6 +13,7 @@
 
 #include "Quorvi/platform/KeyEventTap.h"
 #include "Quorvi/platform/linux/x11/X11Connection.h"
+#include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11FocusGrabs.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11Layout.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11PressedKeys.h"
@@ -43,6 +44,7 @@ public:
     void setEnabled(bool enabled, std::function<void()> whenDone);
     void setSwallowed(std::vector<SwallowedKey> keys);
     void setQuietModifier(std::optional<KeyCode> modifier);
+    void setPasteChords(PasteChords chords);
     void post(std::vector<TapEvent> events, pid_t pid);
     const X11PressedKeys& pressedKeys() const { return pressed_; }
 
@@ -101,6 +103,7 @@ private:
     bool wasCapsLocked_ = false;  // before Caps Lock was pressed
     std::uint64_t ownFlags_ = 0;  // of the keys that our own events hold
     std::optional<KeyCode> quietModifier_;
+    PasteChords pasteChords_;
     std::vector<OwnEvent> ownEvents_;
     std::optional<Clock::time_point> nextReseed_;
     std::optional<Clock::time_point> layoutDue_;

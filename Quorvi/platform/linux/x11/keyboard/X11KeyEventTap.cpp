@@ -78,6 +78,7 @@ bool X11KeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler)
     inbox_ = std::move(inbox);
     session_ = std::move(session);
     session_->setQuietModifier(quietModifier_);
+    session_->setPasteChords(pasteChords_);
     enabled_ = true;
     return true;
 }
@@ -122,6 +123,11 @@ bool X11KeyEventTap::keyIsDown(KeyCode keyCode) const {
 
 bool X11KeyEventTap::buttonIsDown(std::int64_t button) const {
     return session_ && session_->pressedKeys().buttonIsDown(button);
+}
+
+void X11KeyEventTap::setPasteChords(PasteChords chords) {
+    pasteChords_ = std::move(chords);
+    if (session_) session_->setPasteChords(pasteChords_);
 }
 
 void X11KeyEventTap::post(std::span<const TapEvent> events, pid_t pid) {

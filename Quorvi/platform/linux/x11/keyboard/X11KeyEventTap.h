@@ -6,6 +6,7 @@
 #include <span>
 
 #include "Quorvi/platform/KeyEventTap.h"
+#include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
@@ -31,6 +32,9 @@ public:
     bool keyIsDown(KeyCode keyCode) const override;
     bool buttonIsDown(std::int64_t button) const override;
 
+    // The combinations that a posted Command-V becomes; the built-in ones at first.
+    void setPasteChords(PasteChords chords);
+
     // Posts keys for KeyEventPoster, on the hook's connection, so that the hook recognises its own
     // events.
     void post(std::span<const TapEvent> events, pid_t pid);
@@ -43,6 +47,7 @@ private:
     std::unique_ptr<X11InputSession> session_;
     std::vector<SwallowedKey> swallowed_;
     std::optional<KeyCode> quietModifier_;
+    PasteChords pasteChords_;
     bool enabled_ = false;
 };
 

@@ -43,6 +43,11 @@ public:
     // which applications resolve such a chord.
     std::optional<XKeycode> keyTyping(std::uint32_t symbol, int group) const;
 
+    // Whether the key types `symbol` without modifiers in `group` itself.
+    bool types(XKeycode keycode, std::uint32_t symbol, int group) const {
+        return keys_[keycode].plainSymbol(group) == symbol;
+    }
+
     // All X modifier states that mean exactly these standard modifiers, without the locks. Option
     // has several if the right Alt key sets another bit than the left one.
     std::set<std::uint16_t> statesFor(std::uint64_t standardModifiers) const;

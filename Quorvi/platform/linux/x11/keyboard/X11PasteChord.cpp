@@ -4,77 +4,20 @@
 #include <xcb/xkb.h>
 #undef explicit
 
-#include <algorithm>
-#include <string>
-#include <string_view>
-
 #include "Quorvi/platform/linux/posix/ProcessName.h"
 #include "Quorvi/platform/linux/x11/X11ActiveWindow.h"
-#include "QuorviCore/text/Utf8Bytes.h"
 
 namespace quorvi {
 namespace {
 
-enum class ChordKind { controlV, controlShiftV, controlAltV };
-
 constexpr std::uint32_t symbolV = 'v';
 constexpr KeyCode insertKeyCode = 114;  // a Mac's Help key
 
-// Programs in which Control-V belongs to the program that runs inside. XTerm is among them for want
-// of anything better: as delivered it has no key that pastes the clipboard (Shift-Insert pastes the
-// selection, which is other text and might be run as a command), and people who give it one
-// choose this chord.
-constexpr std::string_view terminals[] = {
-    "alacritty",
-    "cool-retro-term",
-    "deepin-terminal",
-    "foot",
-    "ghostty",
-    "gnome-terminal",
-    "guake",
-    "kgx",
-    "kitty",
-    "konsole",
-    "lxterminal",
-    "mate-terminal",
-    "org.gnome.console",
-    "org.gnome.ptyxis",
-    "ptyxis",
-    "org.wezfurlong.wezterm",
-    "qterminal",
-    "sakura",
-    "st-256color",
-    "st",
-    "terminator",
-    "terminology",
-    "termite",
-    "tilda",
-    "tilix",
-    "uxterm",
-    "wezterm",
-    "wezterm-gui",
-    "x-terminal-emulator",
-    "xfce4-terminal",
-    "xterm",
-    "yakuake",
-};
-
-std::string lowered(std::string name) {
-    std::ranges::transform(name, name.begin(), text::asciiLower);
-    return name;
-}
-
-ChordKind chordKind(const X11Connection& connection, pid_t pid) {
+PasteChords::Choice choiceFor(const X11Connection& connection, pid_t pid,
+                              const PasteChords& chords) {
     const auto window = x11WindowClass(connection, x11ActiveWindow(connection));
-    const auto names = window.isEmpty() ? std::vector{processName(pid)}
-                                        : std::vector{window.instance, window.name};
-    for (const auto& each : names) {
-        const auto name = lowered(each);
-        if (name == "urxvt" || name == "rxvt-unicode") return ChordKind::controlAltV;
-        if (std::find(std::begin(terminals), std::end(terminals), name) != std::end(terminals))
-            return ChordKind::controlShiftV;
-    }
-    return ChordKind::controlV;
+    return window.isEmpty() ? chords.of(processName(pid), {})
+                            : chords.of(window.instance, window.name);
 }
 
 int currentGroup(const X11Connection& connection) {
@@ -86,21 +29,32 @@ int currentGroup(const X11Connection& connection) {
 }  // namespace
 
 X11PasteChord X11PasteChord::forActiveApplication(const X11Connection& connection,
-                                                  const X11Layout& layout, pid_t pid) {
-    const auto kind = chordKind(connection, pid);
+                                                  const X11Layout& layout, pid_t pid,
+                                                  const PasteChords& chords) {
+    const auto choice = choiceFor(connection, pid, chords);
     const auto control = layout.keycodeFor(keyCode::leftControl);
     const auto shift = layout.keycodeFor(keyCode::leftShift);
-    const auto key = layout.keyTyping(symbolV, currentGroup(connection));
-    if (kind == ChordKind::controlV && !key) {
-        // A lone Greek or Cyrillic layout: GTK finds no V in any group, so Control with the key in
-        // V's place does nothing there. All toolkits paste the clipboard with Shift-Insert, too.
-        return {{shift}, layout.keycodeFor(insertKeyCode)};
+    const auto option = layout.keycodeFor(keyCode::leftOption);
+    const auto insert = layout.keycodeFor(insertKeyCode);
+    const auto group = currentGroup(connection);
+    const auto found = layout.keyTyping(symbolV, group);
+    const bool hasV = found && (choice.searchesGroups || layout.types(*found, symbolV, group));
+    const auto v = found.value_or(positionOfKeyCode(keyCode::v));
+    switch (hasV ? choice.chord : choice.withoutV) {
+        case PasteChord::none:
+            return {};
+        case PasteChord::controlV:
+            return {{control}, v};
+        case PasteChord::controlShiftV:
+            return {{control, shift}, v};
+        case PasteChord::controlAltV:
+            return {{control, option}, v};
+        case PasteChord::shiftInsert:
+            return {{shift}, insert};
+        case PasteChord::controlShiftInsert:
+            return {{control, shift}, insert};
     }
-    X11PasteChord chord{{control}, key.value_or(positionOfKeyCode(keyCode::v))};
-    if (kind == ChordKind::controlShiftV) chord.modifiers.push_back(shift);
-    if (kind == ChordKind::controlAltV)
-        chord.modifiers.push_back(layout.keycodeFor(keyCode::leftOption));
-    return chord;
+    return {};
 }
 
 }  // namespace quorvi

@@ -3,6 +3,7 @@
 #include <sys/types.h>
 #include <vector>
 
+#include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11Layout.h"
 
 namespace quorvi {
@@ -12,10 +13,12 @@ struct X11PasteChord {
     std::vector<XKeycode> modifiers;
     XKeycode key = 0;
 
-    // Uses the active window's class and the current layout group. `pid` identifies an application
-    // whose window has no class. For adapter sources, on the connection's thread.
+    // No key if the application has none for it. Uses the active window's class and the current
+    // layout group. `pid` identifies an application whose window has no class. For adapter sources,
+    // on the connection's thread.
     static X11PasteChord forActiveApplication(const X11Connection& connection,
-                                              const X11Layout& layout, pid_t pid);
+                                              const X11Layout& layout, pid_t pid,
+                                              const PasteChords& chords);
 };
 
 }  // namespace quorvi
