@@ -138,6 +138,12 @@ void AppModel::resetDictation() {
     status_.say(ready() ? say::dictationReset() : say::dictationResetNotReady());
 }
 
+void AppModel::restoreClipboard() {
+    if (!canRestoreClipboard()) return;
+    insertion_.restoreClipboard();
+    changed();
+}
+
 void AppModel::shutdown() {
     permissions_.stop();
     session_.close();

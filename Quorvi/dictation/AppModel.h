@@ -102,6 +102,10 @@ public:
     // Shows what happened to a dictation that a crash interrupted, unless there is a new one.
     void reportInterruption(Message sentence);
     void copyTranscript() { session_.copyTranscript(); }
+    // After a dictation that no program took, its text is on the clipboard in place of the user's
+    // content, which this gives back.
+    bool canRestoreClipboard() const { return !isActive(stage()) && insertion_.holdsClipboard(); }
+    void restoreClipboard();
     void clearTranscript() { session_.clearTranscript(); }
     // Recovers from a stuck state.
     void resetDictation();

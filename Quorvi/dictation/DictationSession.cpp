@@ -108,7 +108,9 @@ void DictationSession::recordingBegan(InsertionTarget target) {
     resetMeter();
     environment_.hotkey.setCancelEnabled(true);
     status.keepOverlay();
-    status.enter(DictationStage::recording, say::dictatingInto(target_->app()));
+    // Without an element nobody can tell whether it is a password field.
+    status.enter(DictationStage::recording, target_->element ? say::dictatingInto(target_->app())
+                                                             : say::uncheckedField(target_->app()));
     status.showOverlay();
     meterTimer_ = environment_.scheduler.every(meterInterval, [this] { meterTick(); });
 }
@@ -214,18 +216,16 @@ Task<void> DictationSession::insert(Dictation dictation, Recognition recognition
         dictation.target, std::move(recognition.appliedRules),
         [this, id = dictation.id, stop] { return isCurrent(id, stop); });
     request.clipboard = std::move(clipboard);
-    bool pasted = false;
-    bool verified = false;
+    std::optional<TextInsertion::Outcome> outcome;
     try {
         auto inserting = environment_.insertion.insert(recognition.text, dictation.target,
                                                        std::move(request), stop);
-        verified = (co_await inserting).has_value();
-        pasted = true;
+        outcome = co_await inserting;
     } catch (const std::exception&) {
     }
     if (!isCurrent(dictation.id, stop)) co_return;
-    if (pasted) {
-        pasteSent(dictation, verified);
+    if (outcome) {
+        pasteSent(dictation, *outcome);
         co_return;
     }
     corrections.setLearningStatus(say::learningNeedsPaste());
@@ -233,13 +233,22 @@ Task<void> DictationSession::insert(Dictation dictation, Recognition recognition
     co_await offering;
 }
 
-void DictationSession::pasteSent(const Dictation& dictation, bool verified) {
+void DictationSession::pasteSent(const Dictation& dictation,
+                                 const TextInsertion::Outcome& outcome) {
     auto& corrections = environment_.corrections;
-    if (!verified && corrections.learnsAutomatically())
-        corrections.setLearningStatus(say::textNotVerified(dictation.target.app()));
+    const auto app = dictation.target.app();
+    if (!outcome.verified && corrections.learnsAutomatically())
+        corrections.setLearningStatus(say::textNotVerified(app));
     environment_.hotkey.setCancelEnabled(false);
-    environment_.status.enter(DictationStage::success, say::pasteSent(dictation.target.app()));
-    environment_.status.hideOverlayAfter(2s);
+    auto& status = environment_.status;
+    if (!outcome.isTaken) {
+        status.offerCopy(DictationStage::clipboard, say::textNotTaken(app));
+        status.showOverlay(12s);
+        return;
+    }
+    status.enter(DictationStage::success,
+                 outcome.clipboardIsLost ? say::oldClipboardLost() : say::pasteSent(app));
+    status.hideOverlayAfter(2s);
 }
 
 Task<void> DictationSession::offerManualPaste(std::string text, Id id, std::stop_token stop) {

@@ -113,7 +113,7 @@ private:
     Recognition correct(const Dictation& dictation, const std::string& transcript);
     Task<void> insert(Dictation dictation, Recognition recognition,
                       TranscriptClipboard::Copy clipboard, std::stop_token stop);
-    void pasteSent(const Dictation& dictation, bool verified);
+    void pasteSent(const Dictation& dictation, const TextInsertion::Outcome& outcome);
     Task<void> offerManualPaste(std::string text, Id id, std::stop_token stop);
     Task<void> copyForUser(std::stop_token stop);
     bool isCurrent(Id id, const std::stop_token& stop) const {

@@ -66,7 +66,7 @@ Task<void> InsertionTest::paste(DictationSession::Id id, std::stop_token stop) {
     const bool learns = sample_ == Sample::learning;
     InsertionTarget target;
     std::optional<Message> problem;
-    bool verified = false;
+    TextInsertion::Outcome outcome;
     const auto isCurrent = [&session = e.session, id, stop] {
         return session.isCurrent(id) && !stop.stop_requested();
     };
@@ -79,7 +79,7 @@ Task<void> InsertionTest::paste(DictationSession::Id id, std::stop_token stop) {
         request.learnCorrections = learns;
         auto inserting = e.insertion.insert(learns ? learningSample : plainSample, target,
                                             std::move(request), stop);
-        verified = (co_await inserting).has_value();
+        outcome = co_await inserting;
     } catch (const std::exception& error) {
         problem = messageOf(error);
     }
@@ -88,8 +88,13 @@ Task<void> InsertionTest::paste(DictationSession::Id id, std::stop_token stop) {
         e.session.fail(*std::move(problem));
         co_return;
     }
-    if (learns && !verified) e.corrections.setLearningStatus(say::testCouldNotLearn());
+    if (learns && !outcome.verified) e.corrections.setLearningStatus(say::testCouldNotLearn());
     e.hotkey.setCancelEnabled(false);
+    if (!outcome.isTaken) {
+        e.status.enter(DictationStage::clipboard, say::textNotTaken(target.app()));
+        e.status.hideOverlayAfter(12s);
+        co_return;
+    }
     e.status.enter(DictationStage::success, say::testSampleSent(target.app()));
     e.status.hideOverlayAfter(2s);
 }

@@ -4,6 +4,7 @@
 
 #include "Quorvi/insertion/PasteKeyboard.h"
 #include "QuorviCore/Error.h"
+#include "QuorviCore/async/Future.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi {
@@ -15,17 +16,25 @@ using namespace std::chrono_literals;
 constexpr Duration pollInterval = 50ms;
 constexpr int modifierPolls = 40;
 constexpr Duration verificationWindow = 900ms;
+// Programs that look at a new clipboard do so at once. A terminal that has not yet done so may
+// paste what was there before.
+constexpr Duration readerWait = 60ms;
 
-// Restores the clipboard however the insertion ends, also if its frame is destroyed.
+// Restores the clipboard however the insertion ends, also if its frame is destroyed, unless told to
+// leave it.
 class ClipboardGuard {
 public:
     explicit ClipboardGuard(TranscriptClipboard& clipboard) : clipboard_(clipboard) {}
-    ~ClipboardGuard() { clipboard_.restore(); }
+    ~ClipboardGuard() {
+        if (restores_) clipboard_.restore();
+    }
+    void leave() { restores_ = false; }
     ClipboardGuard(const ClipboardGuard&) = delete;
     ClipboardGuard& operator=(const ClipboardGuard&) = delete;
 
 private:
     TranscriptClipboard& clipboard_;
+    bool restores_ = true;
 };
 
 }  // namespace
@@ -39,6 +48,7 @@ struct TextInsertion::Paste {
     std::optional<std::string> fieldBefore;
     std::optional<CorrectionContext> expected;  // from the field before the paste
     std::optional<CorrectionContext> verified;  // from the field after it
+    bool clipboardIsLost = false;
     std::int64_t lengthAfter = -1;
     std::string outcome;  // reported when nothing was verified
 
@@ -82,10 +92,8 @@ bool TextInsertion::modifiersArePressed() const {
         [this](KeyCode key) { return environment_.keyState.keyIsDown(key); });
 }
 
-Task<std::optional<CorrectionContext>> TextInsertion::insert(std::string text,
-                                                             InsertionTarget target,
-                                                             Request request,
-                                                             std::stop_token stop) {
+Task<TextInsertion::Outcome> TextInsertion::insert(std::string text, InsertionTarget target,
+                                                   Request request, std::stop_token stop) {
     Paste paste{
         .text = std::move(text), .target = std::move(target), .request = std::move(request)};
 
@@ -98,12 +106,18 @@ Task<std::optional<CorrectionContext>> TextInsertion::insert(std::string text,
     co_await before;
 
     clipboard_.restore();
-    const ClipboardGuard guard(clipboard_);
+    ClipboardGuard guard(clipboard_);
     auto sending = sendPaste(paste, stop);
     co_await sending;
     auto arrival = watchArrival(paste, stop);
     co_await arrival;
-    co_return std::move(paste.verified);
+    const bool isTaken = paste.verified || clipboard_.wasTakenBy(paste.target.pid);
+    if (!isTaken) {
+        guard.leave();
+        auto keeping = clipboard_.keepTranscript(paste.text);
+        co_await keeping;
+    }
+    co_return Outcome{std::move(paste.verified), isTaken, paste.clipboardIsLost};
 }
 
 Task<void> TextInsertion::waitForModifiers(std::stop_token stop) {
@@ -168,10 +182,28 @@ Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
     auto lastCheck = validate(paste, stop);
     co_await lastCheck;
     refuseLateChanges(paste);
+    paste.clipboardIsLost = !backup.items;
     auto installing = clipboard_.installTemporary(paste.text, std::move(backup), stop);
     co_await installing;
+    auto attention = waitForReader(paste, stop);
+    co_await attention;
     refuseLateChanges(paste);
+    if (!environment_.poster.isAvailable()) throw QuorviError::message(say::couldNotPaste());
     environment_.poster.post(events, paste.target.pid);
+}
+
+Task<void> TextInsertion::waitForReader(const Paste& paste, std::stop_token stop) {
+    const auto pid = paste.target.pid;
+    if (clipboard_.wasAskedBy(pid)) co_return;
+    Promise<void> ready(environment_.scheduler);
+    auto future = ready.future(std::move(stop));
+    const auto timer =
+        environment_.scheduler.after(readerWait, [ready]() mutable { ready.resolve(); });
+    clipboard_.onRead = [this, pid, ready]() mutable {
+        if (clipboard_.wasAskedBy(pid)) ready.resolve();
+    };
+    co_await future;
+    clipboard_.onRead = nullptr;
 }
 
 Task<void> TextInsertion::watchArrival(Paste& paste, std::stop_token stop) {

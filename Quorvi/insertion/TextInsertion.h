@@ -45,6 +45,15 @@ public:
         std::optional<TranscriptClipboard::Copy> clipboard;  // copied in advance, optional
     };
 
+    // How an insertion that pasted has ended.
+    struct Outcome {
+        std::optional<CorrectionContext> verified;  // the text was seen in the field
+        // The target's program has taken the text. Otherwise it stays on the clipboard until
+        // restoreClipboard().
+        bool isTaken = false;
+        bool clipboardIsLost = false;  // its owner gave the former content to nobody
+    };
+
     explicit TextInsertion(Environment environment);
 
     // Returns the focused field or application, see FieldInspector::capture.
@@ -56,11 +65,10 @@ public:
         return clipboard_.copyAhead(std::move(stop));
     }
 
-    // Pastes the text into the target. Returns the context of a verified paste, nullopt if its
-    // arrival could not be verified. Throws QuorviError if nothing was pasted; the caller then
-    // offers the text for a manual paste. The clipboard is restored in every case.
-    Task<std::optional<CorrectionContext>> insert(std::string text, InsertionTarget target,
-                                                  Request request, std::stop_token stop);
+    // Pastes the text into the target. Throws QuorviError if nothing was pasted; the caller then
+    // offers the text for a manual paste. The clipboard is restored, unless nobody took the text.
+    Task<Outcome> insert(std::string text, InsertionTarget target, Request request,
+                         std::stop_token stop);
 
     // Returns the text of the target's field, see FieldInspector::correctionField.
     Task<std::optional<std::string>> correctionField(InsertionTarget target, bool requireFocus,
@@ -70,6 +78,8 @@ public:
     Task<bool> copyForManualPaste(std::string text, std::stop_token stop);
 
     void restoreClipboard() { clipboard_.restore(); }
+    // A transcript is on the clipboard, and the user's content can be restored.
+    bool holdsClipboard() const { return clipboard_.isHolding(); }
 
 private:
     struct Paste;
@@ -78,6 +88,7 @@ private:
     Task<void> validate(const Paste& paste, std::stop_token stop);
     Task<void> readBefore(Paste& paste, std::stop_token stop);
     Task<void> sendPaste(Paste& paste, std::stop_token stop);
+    Task<void> waitForReader(const Paste& paste, std::stop_token stop);
     Task<void> watchArrival(Paste& paste, std::stop_token stop);
     void reportArrival(Paste& paste, CorrectionContext context);
     void refuseChangedInput(const Paste& paste) const;

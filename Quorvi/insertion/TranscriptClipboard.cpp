@@ -1,5 +1,6 @@
 #include "Quorvi/insertion/TranscriptClipboard.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "QuorviCore/Error.h"
@@ -13,6 +14,26 @@ namespace {
 constexpr int mostCopies = 3;
 
 }  // namespace
+
+TranscriptClipboard::TranscriptClipboard(Pasteboard& pasteboard) : pasteboard_(pasteboard) {
+    pasteboard_.observeReads([this](PasteboardRead read) {
+        reads_.push_back(read);
+        if (onRead) onRead();
+    });
+}
+
+TranscriptClipboard::~TranscriptClipboard() {
+    pasteboard_.observeReads(nullptr);
+}
+
+bool TranscriptClipboard::wasAskedBy(pid_t pid) const {
+    return std::ranges::find(reads_, pid, &PasteboardRead::reader) != reads_.end();
+}
+
+bool TranscriptClipboard::wasTakenBy(pid_t pid) const {
+    return std::ranges::any_of(
+        reads_, [pid](const PasteboardRead& read) { return read.reader == pid && read.content; });
+}
 
 Task<TranscriptClipboard::Copy> TranscriptClipboard::copyAhead(std::stop_token stop) {
     Copy copy{.changeCount = pasteboard_.changeCount()};
@@ -31,12 +52,17 @@ Task<TranscriptClipboard::Copy> TranscriptClipboard::snapshot(std::optional<Copy
         co_return std::move(*ahead);
     Copy copy{.changeCount = pasteboard_.changeCount()};
     auto reading = pasteboard_.read(std::move(stop));
-    copy.items = co_await reading;
+    try {
+        copy.items = co_await reading;
+    } catch (const std::exception&) {
+        // What its owner gives to nobody is no reason to keep the words from the user.
+    }
     co_return copy;
 }
 
 Task<void> TranscriptClipboard::installTemporary(std::string text, Copy backup,
                                                  std::stop_token stop) {
+    reads_.clear();
     std::optional<std::int64_t> count;
     for (int tries = 0; !count; ++tries) {
         auto items = backup.items.value_or(Items{});
@@ -45,8 +71,8 @@ Task<void> TranscriptClipboard::installTemporary(std::string text, Copy backup,
         count = co_await writing;
         if (count) break;
         const bool isSame = pasteboard_.changeCount() == backup.changeCount;
-        if (isSame) {
-            auto writingBack = pasteboard_.write(backup.items.value_or(Items{}));
+        if (isSame && backup.items) {
+            auto writingBack = pasteboard_.write(*backup.items);
             co_await writingBack;
         }
         if (isSame || tries == mostCopies) throw QuorviError::message(say::clipboardUnavailable());
@@ -61,7 +87,22 @@ Task<void> TranscriptClipboard::installTemporary(std::string text, Copy backup,
     }
 }
 
+Task<void> TranscriptClipboard::keepTranscript(std::string text) {
+    kept_ = text;
+    const auto owned = ownedChangeCount_;
+    auto backup = backup_;
+    auto writing =
+        pasteboard_.writeText(std::move(text), TranscriptVisibility::everywhere, {}, owned);
+    const auto count = co_await writing;
+    if (!count) co_return;
+    if (ownedChangeCount_ == owned)
+        ownedChangeCount_ = count;
+    else  // a restore() of meanwhile came too late for the old count
+        pasteboard_.restore(*count, std::move(backup));
+}
+
 void TranscriptClipboard::restore() {
+    kept_.clear();
     auto backup = std::exchange(backup_, {});
     if (const auto owned = std::exchange(ownedChangeCount_, std::nullopt))
         pasteboard_.restore(*owned, std::move(backup));
@@ -69,20 +110,14 @@ void TranscriptClipboard::restore() {
 
 Task<bool> TranscriptClipboard::copyPermanently(std::string text, std::stop_token stop) {
     if (text.empty()) co_return false;
+    if (text == kept_ && ownedChangeCount_ == pasteboard_.changeCount()) co_return true;
     restore();
-    // An owner that doesn't answer must not keep the text from the user. Nobody could save its
-    // content, which only a failed write would need.
-    std::optional<Items> before;
-    try {
-        auto reading = snapshot(std::nullopt, stop);
-        auto copy = co_await reading;
-        before = std::move(copy.items);
-    } catch (const QuorviError&) {
-    }
+    auto reading = snapshot(std::nullopt, stop);
+    auto before = co_await reading;
     auto writing = pasteboard_.writeText(std::move(text), TranscriptVisibility::everywhere);
     if (const auto count = co_await writing) co_return true;
-    if (before) {
-        auto writingBack = pasteboard_.write(std::move(*before));
+    if (before.items) {
+        auto writingBack = pasteboard_.write(std::move(*before.items));
         co_await writingBack;
     }
     co_return false;

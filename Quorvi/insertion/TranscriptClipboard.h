@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -10,9 +11,10 @@
 
 namespace quorvi {
 
-// Backs up the user's clipboard while a transcript is on it. Either idle, or holding the user's
-// content and the change count of the transcript that replaced it. Holds one backup at most: every
-// new paste or manual copy first restores the previous one. Main thread; owned by the insertion.
+// Backs up the user's clipboard while a transcript is on it, and notes who has read that. Either
+// idle, or holding the user's content and the change count of the transcript that replaced it.
+// Holds one backup at most: every new paste or manual copy first restores the previous one. Main
+// thread; owned by the insertion.
 class TranscriptClipboard {
 public:
     using Items = std::vector<PasteboardItem>;
@@ -23,19 +25,31 @@ public:
         std::optional<Items> items;
     };
 
-    explicit TranscriptClipboard(Pasteboard& pasteboard) : pasteboard_(pasteboard) {}
+    explicit TranscriptClipboard(Pasteboard& pasteboard);
+    ~TranscriptClipboard();
+    TranscriptClipboard(const TranscriptClipboard&) = delete;
+    TranscriptClipboard& operator=(const TranscriptClipboard&) = delete;
 
     // Copies the clipboard in advance for a later snapshot(). Throws only Cancelled.
     Task<Copy> copyAhead(std::stop_token stop);
 
-    // Returns a deep copy of the clipboard: `ahead`, if the clipboard hasn't changed since. Throws
-    // QuorviError if the owner doesn't answer.
+    // Returns a deep copy of the clipboard: `ahead`, if the clipboard hasn't changed since. Without
+    // items if the owner doesn't answer. Throws only Cancelled.
     Task<Copy> snapshot(std::optional<Copy> ahead, std::stop_token stop);
 
     // Puts the text on the clipboard for a paste. If the user has copied something since the
     // backup, backs that up instead. On failure throws QuorviError and leaves the clipboard as it
     // was. A stop meanwhile restores the clipboard at once and throws Cancelled.
     Task<void> installTemporary(std::string text, Copy backup, std::stop_token stop);
+
+    // Leaves the transcript on the clipboard as an ordinary text, and the backup here for
+    // restore().
+    Task<void> keepTranscript(std::string text);
+
+    // Whether the program has read the transcript since it was installed.
+    bool wasAskedBy(pid_t pid) const;  // at least what there is
+    bool wasTakenBy(pid_t pid) const;
+    std::function<void()> onRead;  // after a further one
 
     // Restores the user's clipboard, unless another program has written to it since. Returns at
     // once; later operations see the restored content.
@@ -49,6 +63,8 @@ public:
 private:
     Pasteboard& pasteboard_;
     Items backup_;
+    std::string kept_;  // the transcript that was left there
+    std::vector<PasteboardRead> reads_;
     std::optional<std::int64_t> ownedChangeCount_;
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <sys/types.h>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -32,6 +34,12 @@ struct PasteboardItem {
     bool operator==(const PasteboardItem&) const = default;
 };
 
+// A request of a program for the content that this one has put on the clipboard.
+struct PasteboardRead {
+    pid_t reader = 0;      // 0 if unknown
+    bool content = false;  // it got the content, not only the list of what there is
+};
+
 enum class TranscriptVisibility {
     everywhere,         // an ordinary text
     hiddenFromHistory,  // temporary; marked so that clipboard managers don't keep it
@@ -60,6 +68,9 @@ public:
     virtual Task<std::optional<std::int64_t>> writeText(
         std::string text, TranscriptVisibility visibility, std::vector<PasteboardItem> former = {},
         std::optional<std::int64_t> expected = std::nullopt) = 0;
+
+    // `observer` is called on the main thread, soon after each such request. Empty: nobody is told.
+    virtual void observeReads(std::function<void(PasteboardRead)> observer) = 0;
 
     // Like write(), but only while the change count is still `expected`, so that newer content of
     // another program stays. Returns at once; the write is done even if nothing waits for it.

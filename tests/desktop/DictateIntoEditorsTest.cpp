@@ -76,6 +76,19 @@ TEST_F(Editors, ATerminal) {
     EXPECT_TRUE(until([&] { return contentOf(output) == writtenSentence; })) << contentOf(output);
 }
 
+TEST_F(Editors, AButtonDoesNotTakeTheTextWhichStaysOnTheClipboard) {
+    ASSERT_TRUE(open({builtProgram("qt_fields")}));
+    user.tap(key::tab, 5);
+    copy("what the user had copied");
+    startQuorvi();
+    dictate(key::rightAlt);
+    EXPECT_EQ(model->stage(), DictationStage::clipboard);
+    EXPECT_EQ(model->message().id(), Sentence::textNotTaken);
+    EXPECT_EQ(clipboard(), writtenSentence);
+    model->restoreClipboard();
+    EXPECT_EQ(clipboard(), "what the user had copied");
+}
+
 TEST_F(Editors, PasswordsAreRefused) {
     startQuorvi();
     const Command programs[] = {{"zenity", "--password"},

@@ -24,9 +24,9 @@ protected:
 TEST_F(BadDays, AClipboardOwnerThatHangsCostsNoWords) {
     ForeignOwner owner(textItems("mine"), {.silent = true});
     startQuorvi();
-    record();
-    release();
-    expectManualPaste();
+    dictate();
+    expectSentence(*openField, {}, "one two");
+    EXPECT_EQ(model->message(), say::oldClipboardLost());
 }
 
 TEST_F(BadDays, TheCaretMovedWhileTheServiceWorked) {

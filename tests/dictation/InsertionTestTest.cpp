@@ -18,7 +18,9 @@ TEST_F(InsertionTestTest, CountsDownAndPastesTheSampleIntoTheFieldThatHasTheFocu
     accessibility.focus(other);
     scheduler.advance(9900ms);
     expect(Stage::idle, say::testCountdown(1));
-    poster.onPost = [&](const auto&) { accessibility.type(other, pasteboard.text()); };
+    poster.onPost = [&](const auto& post) {
+        accessibility.type(other, pasteboard.readBy(post.pid));
+    };
 
     scheduler.advance(2s);
     EXPECT_EQ(accessibility.text(other), sample);

@@ -67,8 +67,9 @@ struct FakeDesktop {
         workspace.setFrontmost(RunningApplication{pid, "Editor"});
         accessibility.setWindow(pid, accessibility.make(pid, "AXWindow"));
         accessibility.focus(field);
-        poster.onPost = [this, field](const auto&) {
-            accessibility.type(field, pasteboard.text());
+        pasteboard.watcher = pid;
+        poster.onPost = [this, field](const auto& post) {
+            accessibility.type(field, pasteboard.readBy(post.pid));
         };
         return field;
     }

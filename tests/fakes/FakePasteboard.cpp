@@ -77,6 +77,7 @@ Task<std::optional<std::int64_t>> FakePasteboard::writeText(std::string text,
     if (visibility == TranscriptVisibility::hiddenFromHistory)
         items[0].representations.push_back(representation("x-kde-passwordManagerHint", "secret"));
     ++writtenTexts;
+    if (watcher != 0) announce({watcher, false});
     return writeItems(std::move(items), expected);
 }
 
@@ -85,6 +86,17 @@ void FakePasteboard::restore(std::int64_t expected, std::vector<PasteboardItem> 
         if (changeCount_ == expected) replace(std::move(items));
         return true;
     });
+}
+
+void FakePasteboard::announce(PasteboardRead read) {
+    scheduler_.post(lifetime_.guard([this, read] {
+        if (observer_) observer_(read);
+    }));
+}
+
+std::string FakePasteboard::readBy(pid_t reader) {
+    announce({reader, true});
+    return text();
 }
 
 void FakePasteboard::copy(std::vector<PasteboardItem> items) {

@@ -23,6 +23,9 @@ public:
     Task<std::optional<std::int64_t>> writeText(std::string text, TranscriptVisibility visibility,
                                                 std::vector<PasteboardItem> former = {},
                                                 std::optional<std::int64_t> expected = {}) override;
+    void observeReads(std::function<void(PasteboardRead)> observer) override {
+        observer_ = std::move(observer);
+    }
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
     // Another program copies, or clears the clipboard with no items.
@@ -31,6 +34,11 @@ public:
 
     const std::vector<PasteboardItem>& contents() const { return contents_; }
     std::string text() const { return dataOf(contents_, "UTF8_STRING"); }
+
+    // Another program reads the text.
+    std::string readBy(pid_t reader);
+    // The program that looks at once what there is after each text that is put here.
+    pid_t watcher = 0;
 
     // Faults. While the owner hangs, a read fails after three seconds, and later operations wait
     // for it.
@@ -43,6 +51,7 @@ public:
 private:
     // Returns whether the next job may begin.
     using Job = std::function<bool()>;
+    void announce(PasteboardRead read);
     void enqueue(Job job);
     void runNext();
     std::optional<std::int64_t> replace(std::vector<PasteboardItem> items);
@@ -52,6 +61,7 @@ private:
     Scheduler& scheduler_;
     std::vector<PasteboardItem> contents_;
     std::int64_t changeCount_ = 0;
+    std::function<void(PasteboardRead)> observer_;
     std::deque<Job> jobs_;
     bool busy_ = false;
     Timer hang_;

@@ -83,6 +83,17 @@ TEST_F(FieldInspectorTest, WhatIsNoTextFieldIsNoDestinationButItsApplicationIs) 
     EXPECT_EQ(hung.window, std::nullopt);
 }
 
+TEST_F(FieldInspectorTest, AQueryThatStallsCostsNoOther) {
+    accessibility.onQuery = [&] {
+        const bool stalls = accessibility.queries.back() == "AXSelectedTextRange";
+        accessibility.setDelay(field, stalls ? 270ms : 0ms);
+    };
+    const auto target = inspector.capture(0);
+    EXPECT_TRUE(target.element == field);
+    EXPECT_TRUE(target.window == window);
+    EXPECT_FALSE(target.selection);
+}
+
 TEST_F(FieldInspectorTest, RefusesToCaptureWithTheReason) {
     makeSecure(field);
     EXPECT_EQ(captureError(), say::selectRegularField());

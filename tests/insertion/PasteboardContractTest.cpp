@@ -15,6 +15,10 @@ public:
         return condition();
     }
     void foreignCopy(std::vector<PasteboardItem> items) { pasteboard_.copy(std::move(items)); }
+    pid_t foreignRead() {
+        pasteboard_.readBy(77);
+        return 77;
+    }
     void foreignHang() { pasteboard_.ownerHangs = true; }
 
 private:

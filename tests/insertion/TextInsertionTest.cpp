@@ -22,8 +22,8 @@ class TextInsertionTest : public testing::Test, protected VirtualTime, protected
 protected:
     TextInsertionTest() : FakeDesktop(scheduler, scheduler) {
         setField("Hello world");
-        poster.onPost = [this](const auto&) {
-            pastedFrom = pasteboard.text();
+        poster.onPost = [this](const auto& post) {
+            if (asks) pastedFrom = pasteboard.readBy(post.pid);
             if (receives) accessibility.type(field, pastedFrom);
         };
         pasteboard.copyText("mine");
@@ -69,12 +69,13 @@ protected:
     AXElement field = openEditor(editor, "");
     InsertionTarget target;
     bool learns = true;
+    bool asks = true;
     bool receives = true;
     std::uint64_t generation = 0;
     std::string pastedFrom;
     std::vector<std::string> lines;
     std::stop_source stop;
-    std::optional<Running<std::optional<CorrectionContext>>> task;
+    std::optional<Running<TextInsertion::Outcome>> task;
 };
 
 TEST_F(TextInsertionTest, PastesVerifiesAndGivesTheClipboardBackAfterTheWindow) {
@@ -94,9 +95,9 @@ TEST_F(TextInsertionTest, PastesVerifiesAndGivesTheClipboardBackAfterTheWindow) 
     EXPECT_EQ(lines, (std::vector<std::string>{
                          "paste.before length=11 selectedLength=0 selection=6 transcriptLength=4",
                          "paste.verified", "verified"}));
-    ASSERT_TRUE(task->value() && *task->value());
-    EXPECT_EQ((*task->value())->prefix(), "Hello ");
-    EXPECT_EQ((*task->value())->suffix(), "world");
+    ASSERT_TRUE(task->value() && task->value()->verified);
+    EXPECT_EQ(task->value()->verified->prefix(), "Hello ");
+    EXPECT_EQ(task->value()->verified->suffix(), "world");
 }
 
 TEST_F(TextInsertionTest, WithoutLearningTheFieldIsNeverRead) {
@@ -104,7 +105,8 @@ TEST_F(TextInsertionTest, WithoutLearningTheFieldIsNeverRead) {
     insert();
     EXPECT_TRUE(lines.empty());
     EXPECT_EQ(outcome(), "inserted");
-    EXPECT_FALSE(task->value()->has_value());
+    EXPECT_FALSE(task->value()->verified);
+    EXPECT_TRUE(task->value()->isTaken);
     EXPECT_EQ(std::ranges::count(accessibility.queries, "AXValue"), 0);
     EXPECT_EQ(pasteboard.text(), "mine");
 }
@@ -171,6 +173,50 @@ TEST_F(TextInsertionTest, TypingAtAnyMomentBeforeThePasteStopsItAndGivesTheClipb
         EXPECT_GT(refused, 10);
         EXPECT_EQ(written > 1, isLater) << "some were refused during the write";
     }
+}
+
+TEST_F(TextInsertionTest, ATextThatTheTargetDidNotAskForStaysOnTheClipboardUntilItIsGivenBack) {
+    asks = receives = false;
+    for (const bool copies : {false, true}) {
+        pasteboard.copyText("mine");
+        begin();
+        pasteboard.readBy(editor + 1);  // a clipboard manager
+        scheduler.advance(5s);
+        ASSERT_EQ(outcome(), "inserted");
+        EXPECT_FALSE(task->value()->isTaken);
+        EXPECT_EQ(pasteboard.text(), "big ");
+        EXPECT_EQ(dataOf(pasteboard.contents(), "x-kde-passwordManagerHint").substr(0, 3), "(no");
+        EXPECT_TRUE(insertion.holdsClipboard());
+        if (copies) pasteboard.copyText("newer");
+        insertion.restoreClipboard();
+        scheduler.settle();
+        EXPECT_EQ(pasteboard.text(), copies ? "newer" : "mine");
+        EXPECT_FALSE(insertion.holdsClipboard());
+    }
+}
+
+TEST_F(TextInsertionTest, TheKeystrokeWaitsForTheReadersAttentionButNotForLong) {
+    pasteboard.watcher = 0;
+    begin();
+    EXPECT_TRUE(poster.posts.empty());
+    pasteboard.readBy(editor);
+    scheduler.settle();
+    EXPECT_EQ(poster.posts.size(), 1U);
+    scheduler.advance(5s);
+    begin();
+    poster.available = false;
+    scheduler.advance(60ms);
+    EXPECT_EQ(outcome(), say::couldNotPaste().english()) << "the hook was lost meanwhile";
+    EXPECT_EQ(pasteboard.text(), "mine");
+}
+
+TEST_F(TextInsertionTest, AClipboardThatItsOwnerGivesToNobodyDoesNotKeepTheTextFromTheUser) {
+    pasteboard.ownerHangs = true;
+    insert();
+    ASSERT_EQ(outcome(), "inserted");
+    EXPECT_TRUE(task->value()->isTaken);
+    EXPECT_TRUE(task->value()->clipboardIsLost);
+    EXPECT_EQ(pastedFrom, "big ");
 }
 
 TEST_F(TextInsertionTest, ClipboardTroubleIsReportedAndLosesNothing) {

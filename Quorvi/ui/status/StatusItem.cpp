@@ -58,7 +58,7 @@ void StatusItem::showMenu(QSystemTrayIcon::ActivationReason reason) {
 
 void StatusItem::refresh() {
     const Shown now{model_.stage(), model_.mode(), model_.shortcut().label,
-                    !model_.lastTranscript().empty()};
+                    !model_.lastTranscript().empty(), model_.canRestoreClipboard()};
     if (shown_ == now) return;
     if (!shown_ || shown_->stage != now.stage) icon_.setIcon(stageIcon(now.stage));
     shown_ = now;
@@ -99,6 +99,8 @@ void StatusItem::rebuildMenu() {
     add(tr("Copy last transcript"), [this] {
         model_.copyTranscript();
     })->setEnabled(!model_.lastTranscript().empty());
+    if (model_.canRestoreClipboard())
+        add(tr("Restore my clipboard"), [this] { model_.restoreClipboard(); });
     add(tr("Reset dictation"), [this] { model_.resetDictation(); });
     menu_.addSeparator();
     add(tr("Check for Updates…"), [this] { actions_.checkForUpdates(); });

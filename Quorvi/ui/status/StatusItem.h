@@ -38,6 +38,7 @@ private:
         DictationMode mode;
         std::string shortcut;
         bool hasTranscript;
+        bool canRestore;
         bool operator==(const Shown&) const = default;
     };
 

@@ -1526,6 +1526,18 @@
         <source>This export was written by a newer version of Quorvi.</source>
         <translation>Dieser Export wurde von einer neueren Version von Quorvi geschrieben.</translation>
     </message>
+    <message>
+        <source>{app} did not take the text. It is on the clipboard.</source>
+        <translation>{app} hat den Text nicht übernommen. Er ist in der Zwischenablage.</translation>
+    </message>
+    <message>
+        <source>The old clipboard could not be kept.</source>
+        <translation>Die alte Zwischenablage ließ sich nicht bewahren.</translation>
+    </message>
+    <message>
+        <source>Field not checked · {app}</source>
+        <translation>Feld nicht geprüft · {app}</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1876,6 +1888,10 @@
     <message>
         <source>Quit Quorvi</source>
         <translation>Quorvi beenden</translation>
+    </message>
+    <message>
+        <source>Restore my clipboard</source>
+        <translation>Meine Zwischenablage wiederherstellen</translation>
     </message>
 </context>
 <context>

@@ -1526,6 +1526,18 @@
         <source>This export was written by a newer version of Quorvi.</source>
         <translation>Αυτή η εξαγωγή γράφτηκε από νεότερη έκδοση του Quorvi.</translation>
     </message>
+    <message>
+        <source>{app} did not take the text. It is on the clipboard.</source>
+        <translation>{app}: το κείμενο δεν παραλήφθηκε. Βρίσκεται στο πρόχειρο.</translation>
+    </message>
+    <message>
+        <source>The old clipboard could not be kept.</source>
+        <translation>Το παλιό πρόχειρο δεν διατηρήθηκε.</translation>
+    </message>
+    <message>
+        <source>Field not checked · {app}</source>
+        <translation>Μη ελεγμένο πεδίο · {app}</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1876,6 +1888,10 @@
     <message>
         <source>Quit Quorvi</source>
         <translation>Τερματισμός του Quorvi</translation>
+    </message>
+    <message>
+        <source>Restore my clipboard</source>
+        <translation>Επαναφορά του προχείρου μου</translation>
     </message>
 </context>
 <context>

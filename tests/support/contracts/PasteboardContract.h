@@ -16,6 +16,7 @@
 //   Pasteboard& pasteboard();
 //   bool runUntil(condition);                     runs the main thread
 //   void foreignCopy(std::vector<PasteboardItem>); another program copies; no items: it clears
+//   pid_t foreignRead();                          another program reads the clipboard; which one
 //   void foreignHang();                           another program owns the clipboard and hangs
 namespace quorvi::test {
 
@@ -100,6 +101,18 @@ TYPED_TEST_P(PasteboardContract, AForeignContentComesBackAfterTheTranscript) {
     }
 }
 
+TYPED_TEST_P(PasteboardContract, WhoReadsTheTextIsTold) {
+    auto& pasteboard = this->rig.pasteboard();
+    std::optional<PasteboardRead> seen;
+    pasteboard.observeReads([&](PasteboardRead read) { seen = read; });
+    this->writeText("transcript");
+    const auto reader = this->rig.foreignRead();
+    EXPECT_TRUE(this->rig.runUntil([&] { return seen.has_value(); }));
+    EXPECT_EQ(seen->reader, reader);
+    EXPECT_TRUE(seen->content);
+    pasteboard.observeReads(nullptr);
+}
+
 TYPED_TEST_P(PasteboardContract, ANewerCopyWinsOverARestoreAndOverAWriteThatExpectsAnother) {
     const auto count = this->writeText("transcript");
     ASSERT_TRUE(count);
@@ -153,7 +166,7 @@ TYPED_TEST_P(PasteboardContract, AHangingOwnerIsAFailureAndACancelledReadMakesWa
 }
 
 REGISTER_TYPED_TEST_SUITE_P(PasteboardContract, EveryWriteIncreasesTheCountByOne,
-                            AForeignContentComesBackAfterTheTranscript,
+                            AForeignContentComesBackAfterTheTranscript, WhoReadsTheTextIsTold,
                             ANewerCopyWinsOverARestoreAndOverAWriteThatExpectsAnother,
                             ATranscriptCarriesTheHistoryHintOnlyWhenItIsToBeHidden,
                             OperationsAreDoneInTheOrderOfTheCalls,

@@ -27,6 +27,10 @@ public:
     X11Pasteboard& pasteboard() { return *pasteboard_; }
     bool runUntil(const std::function<bool()>& condition) { return until(scheduler, condition); }
     void foreignCopy(std::vector<PasteboardItem> items) { foreign(std::move(items), {}); }
+    pid_t foreignRead() {
+        EXPECT_TRUE(reader.request("UTF8_STRING"));
+        return getpid();
+    }
     void foreignHang() { foreign(richItems(), {.silent = true}); }
 
     ForeignOwner& foreign(std::vector<PasteboardItem> items, ForeignOwner::Manners manners) {
@@ -41,6 +45,7 @@ public:
     void close() { pasteboard_.reset(); }
 
     std::unique_ptr<ForeignOwner> owner;
+    ForeignRequestor reader;
     LoopScheduler scheduler;
 
 private:

@@ -3,6 +3,8 @@
 #include <chrono>
 #include <utility>
 
+#include "Quorvi/platform/linux/x11/X11ActiveWindow.h"
+
 namespace quorvi {
 
 namespace {
@@ -20,9 +22,11 @@ std::shared_ptr<const PasteboardItem> merged(std::vector<PasteboardItem> items) 
 X11ClipboardSession::X11ClipboardSession(const std::string& display, int wakeFd,
                                          X11ReadLimits limits,
                                          std::atomic<std::int64_t>& changeCount,
-                                         ClipboardKeeper& keeper)
+                                         ClipboardKeeper& keeper,
+                                         std::function<void(PasteboardRead)> onRead)
     : changeCount_(changeCount),
       keeper_(keeper),
+      onRead_(std::move(onRead)),
       connection_(display, wakeFd),
       server_(connection_),
       reader_(connection_, limits) {
@@ -34,7 +38,7 @@ void X11ClipboardSession::handle(const X11SelectionEvent& event) {
     using enum X11SelectionEvent::Kind;
     switch (event.kind) {
         case request:
-            return server_.onRequest(event);
+            return requested(event);
         case propertyDeleted:
             return server_.onPropertyDeleted(event);
         case windowDestroyed:
@@ -46,6 +50,21 @@ void X11ClipboardSession::handle(const X11SelectionEvent& event) {
         case ownerChanged:
             return this->ownerChanged(event);
     }
+}
+
+// The reader has its answer before anybody asks who it is.
+void X11ClipboardSession::requested(const X11SelectionEvent& event) {
+    const auto given = server_.onRequest(event);
+    if (given == X11SelectionServer::Given::nothing) return;
+    connection_.flush();
+    const auto& connection = connection_.connection();
+    auto reader = x11ProcessOf(connection, event.window);
+    if (reader == 0) {
+        const auto active = x11ActiveWindow(connection);
+        if (x11SameClient(connection, active, event.window))
+            reader = x11ProcessOf(connection, active);
+    }
+    onRead_({reader, given == X11SelectionServer::Given::content});
 }
 
 void X11ClipboardSession::ownerChanged(const X11SelectionEvent& event) {

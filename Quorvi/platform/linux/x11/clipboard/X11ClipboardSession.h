@@ -22,8 +22,10 @@ namespace quorvi {
 // X11ConnectionLost.
 class X11ClipboardSession {
 public:
+    // `onRead` is called on the clipboard's thread for each request that was answered.
     X11ClipboardSession(const std::string& display, int wakeFd, X11ReadLimits limits,
-                        std::atomic<std::int64_t>& changeCount, ClipboardKeeper& keeper);
+                        std::atomic<std::int64_t>& changeCount, ClipboardKeeper& keeper,
+                        std::function<void(PasteboardRead)> onRead);
 
     std::vector<PasteboardItem> read(const std::function<bool()>& abandoned);
     // `afterwards` is the clipboard's content after this program has ended.
@@ -50,6 +52,7 @@ private:
     };
 
     void handle(const X11SelectionEvent& event);
+    void requested(const X11SelectionEvent& event);
     void ownerChanged(const X11SelectionEvent& event);
     std::vector<PasteboardItem> offered();
     std::optional<std::int64_t> take(std::vector<PasteboardItem> items,
@@ -58,6 +61,7 @@ private:
 
     std::atomic<std::int64_t>& changeCount_;
     ClipboardKeeper& keeper_;
+    std::function<void(PasteboardRead)> onRead_;
     X11SelectionConnection connection_;
     X11SelectionServer server_;
     X11SelectionReader reader_;

@@ -37,9 +37,11 @@ public:
         std::function<void()> fail;  // instead of, or after a failed, run
     };
 
-    Worker(Options options, std::atomic<std::int64_t>& changeCount)
+    Worker(Options options, std::atomic<std::int64_t>& changeCount,
+           std::function<void(PasteboardRead)> onRead)
         : options_(std::move(options)),
           changeCount_(changeCount),
+          onRead_(std::move(onRead)),
           keeper_(options_.keeper),
           wakeFd_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
         if (wakeFd_ < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
@@ -78,6 +80,7 @@ private:
 
     const Options options_;
     std::atomic<std::int64_t>& changeCount_;
+    const std::function<void(PasteboardRead)> onRead_;
     ClipboardKeeper keeper_;  // the thread's own
     const int wakeFd_;
     std::atomic<bool> ending_{false};
@@ -113,7 +116,7 @@ bool X11Pasteboard::Worker::connect() {
     try {
         session_ = std::make_unique<X11ClipboardSession>(
             options_.display, wakeFd_, X11ReadLimits{options_.progressLimit, options_.totalLimit},
-            changeCount_, keeper_);
+            changeCount_, keeper_, onRead_);
     } catch (const X11ConnectionLost&) {
         return false;
     }
@@ -149,7 +152,15 @@ void X11Pasteboard::Worker::idle() {
 X11Pasteboard::X11Pasteboard(Scheduler& scheduler) : X11Pasteboard(scheduler, Options{}) {}
 
 X11Pasteboard::X11Pasteboard(Scheduler& scheduler, Options options)
-    : scheduler_(scheduler), worker_(std::make_unique<Worker>(std::move(options), changeCount_)) {}
+    : scheduler_(scheduler),
+      worker_(std::make_unique<Worker>(
+          std::move(options), changeCount_,
+          [&scheduler, weak = std::weak_ptr(readObserver_)](PasteboardRead read) {
+              scheduler.post([weak, read] {
+                  const auto observer = weak.lock();
+                  if (observer && *observer) (*observer)(read);
+              });
+          })) {}
 
 X11Pasteboard::~X11Pasteboard() = default;
 
@@ -175,6 +186,10 @@ Task<std::vector<PasteboardItem>> X11Pasteboard::read(std::stop_token stop) {
     };
     worker.enqueue({std::move(run), [promise]() mutable { promise.reject(unavailable()); }});
     co_return co_await future;
+}
+
+void X11Pasteboard::observeReads(std::function<void(PasteboardRead)> observer) {
+    *readObserver_ = std::move(observer);
 }
 
 Task<bool> X11Pasteboard::isOffering() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -37,6 +38,7 @@ public:
     Task<std::optional<std::int64_t>> writeText(std::string text, TranscriptVisibility visibility,
                                                 std::vector<PasteboardItem> former = {},
                                                 std::optional<std::int64_t> expected = {}) override;
+    void observeReads(std::function<void(PasteboardRead)> observer) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
     // Whether this program owns the clipboard.
@@ -55,6 +57,9 @@ private:
 
     Scheduler& scheduler_;
     std::atomic<std::int64_t> changeCount_{0};
+    // Main thread only; what the clipboard's thread has posted finds it gone after this object.
+    std::shared_ptr<std::function<void(PasteboardRead)>> readObserver_ =
+        std::make_shared<std::function<void(PasteboardRead)>>();
     std::unique_ptr<Worker> worker_;
 };
 

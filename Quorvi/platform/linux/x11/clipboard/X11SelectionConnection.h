@@ -53,6 +53,7 @@ public:
     void setHandler(Handler handler) { handler_ = std::move(handler); }
 
     std::uint32_t window() const { return window_; }
+    const X11Connection& connection() const { return connection_; }
     std::uint32_t clipboard() const { return clipboard_; }
 
     // Atoms and their names, remembered; a list costs one round trip.

@@ -62,33 +62,36 @@ void X11SelectionServer::stopServing() {
     offers_.clear();
 }
 
-void X11SelectionServer::onRequest(const X11SelectionEvent& request) {
+X11SelectionServer::Given X11SelectionServer::onRequest(const X11SelectionEvent& request) {
     const bool ours =
         item_ && (request.time == XCB_CURRENT_TIME || !isLaterTime(since_, request.time));
-    const bool done = ours && (request.target == multiple_
-                                   ? deliverMultiple(request)
-                                   : deliver(request.target, request.window, request.property));
-    connection_.answer(request, done ? request.property : 0);
+    auto given = Given::nothing;
+    if (ours)
+        given = request.target == multiple_
+                    ? deliverMultiple(request)
+                    : deliver(request.target, request.window, request.property);
+    connection_.answer(request, given == Given::nothing ? 0 : request.property);
+    return given;
 }
 
-bool X11SelectionServer::deliver(std::uint32_t target, std::uint32_t window,
-                                 std::uint32_t property) {
+X11SelectionServer::Given X11SelectionServer::deliver(std::uint32_t target, std::uint32_t window,
+                                                      std::uint32_t property) {
     if (target == targets_) {
         deliverTargets(window, property);
-        return true;
+        return Given::description;
     }
     if (target == timestamp_) {
         connection_.setProperty(window, property, XCB_ATOM_INTEGER, 32, asBytes({&since_, 1}));
-        return true;
+        return Given::description;
     }
     if (target == saveTargets_) {  // a question of courtesy: there is nothing to do for it
         connection_.setProperty(window, property, null_, 32, {});
-        return true;
+        return Given::description;
     }
     const auto offer = std::ranges::find(offers_, target, &Offer::target);
-    if (offer == offers_.end() || !offer->data) return false;
+    if (offer == offers_.end() || !offer->data) return Given::nothing;
     deliverOffer(*offer, window, property);
-    return true;
+    return Given::content;
 }
 
 void X11SelectionServer::deliverTargets(std::uint32_t window, std::uint32_t property) {
@@ -98,17 +101,20 @@ void X11SelectionServer::deliverTargets(std::uint32_t window, std::uint32_t prop
 }
 
 // The property lists pairs of a target and a property; the second of a pair that fails becomes 0.
-bool X11SelectionServer::deliverMultiple(const X11SelectionEvent& request) {
+X11SelectionServer::Given X11SelectionServer::deliverMultiple(const X11SelectionEvent& request) {
     const auto list = connection_.readProperty(request.window, request.property);
-    if (list.type == 0 || list.format != 32) return false;
+    if (list.type == 0 || list.format != 32) return Given::nothing;
+    auto given = Given::description;
     std::vector<std::uint32_t> pairs(list.data.size() / 4);
     std::copy_n(list.data.begin(), pairs.size() * 4, reinterpret_cast<std::uint8_t*>(pairs.data()));
     for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
         const bool nested = pairs[i] == multiple_ || pairs[i + 1] == 0;
-        if (nested || !deliver(pairs[i], request.window, pairs[i + 1])) pairs[i + 1] = 0;
+        const auto one = nested ? Given::nothing : deliver(pairs[i], request.window, pairs[i + 1]);
+        if (one == Given::nothing) pairs[i + 1] = 0;
+        given = std::max(given, one);
     }
     connection_.setProperty(request.window, request.property, list.type, 32, asBytes(pairs));
-    return true;
+    return given;
 }
 
 void X11SelectionServer::deliverOffer(const Offer& offer, std::uint32_t window,

@@ -28,7 +28,9 @@ public:
     const std::shared_ptr<const PasteboardItem>& item() const { return item_; }
     std::uint32_t since() const { return since_; }
 
-    void onRequest(const X11SelectionEvent& request);
+    // What a request was answered with.
+    enum class Given { nothing, description, content };
+    Given onRequest(const X11SelectionEvent& request);
     void onPropertyDeleted(const X11SelectionEvent& event);
     void onWindowDestroyed(std::uint32_t window);
 
@@ -52,8 +54,8 @@ private:
     };
     using Transfers = std::list<Transfer>;
 
-    bool deliver(std::uint32_t target, std::uint32_t window, std::uint32_t property);
-    bool deliverMultiple(const X11SelectionEvent& request);
+    Given deliver(std::uint32_t target, std::uint32_t window, std::uint32_t property);
+    Given deliverMultiple(const X11SelectionEvent& request);
     void deliverTargets(std::uint32_t window, std::uint32_t property);
     void deliverOffer(const Offer& offer, std::uint32_t window, std::uint32_t property);
     Transfers::iterator end(Transfers::iterator transfer);
