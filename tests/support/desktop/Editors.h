@@ -26,7 +26,6 @@ inline Command chromium(const std::string& body, const TestFolder& folder) {
         folder.write("page.html", "<!doctype html><meta charset=utf-8><title>Page</title>" + body);
     return {"chromium",
             "--no-sandbox",
-            "--force-renderer-accessibility",
             "--disable-gpu",
             "--no-first-run",
             "--password-store=basic",  // else an installed keyring asks for a password, with a grab

@@ -41,7 +41,10 @@ public:
         return get<Utf16Range>(element, "AXSelectedTextRange");
     }
     std::optional<AXElement> focused(pid_t pid) {
-        return get<AXElement>(accessibility_.applicationElement(pid), "AXFocusedUIElement");
+        const auto application = accessibility_.applicationElement(pid);
+        accessibility_.setAttribute(application, "AXManualAccessibility", true,
+                                    std::chrono::seconds(5));
+        return get<AXElement>(application, "AXFocusedUIElement");
     }
     std::optional<AXElement> focusedAnywhere() {
         return get<AXElement>(accessibility_.systemWideElement(), "AXFocusedUIElement");

@@ -1,5 +1,6 @@
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 
+#include <algorithm>
 #include <chrono>
 #include <type_traits>
 #include <utility>
@@ -184,8 +185,18 @@ std::optional<AXValue> AtspiAccessibility::attribute(const AXElement& element,
     return std::nullopt;
 }
 
-bool AtspiAccessibility::setAttribute(const AXElement&, std::string_view, bool, Duration) {
-    return false;
+bool AtspiAccessibility::setAttribute(const AXElement& element, std::string_view name, bool value,
+                                      Duration timeout) {
+    const auto* application = dynamic_cast<const ApplicationReference*>(&element.reference());
+    if (!application || name != "AXManualAccessibility" || !value) return false;
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    auto& peers = impl_->peers;
+    std::vector<Call> questions;
+    for (const auto& bus : peers.namesOf(application->pid, deadline))
+        questions.push_back({{bus, rootPath}, accessibleInterface, "GetAttributes", arguments()});
+    const auto answers = peers.callAll(std::move(questions), deadline);
+    return std::any_of(answers.begin(), answers.end(),
+                       [](const Variant& answer) { return answer != nullptr; });
 }
 
 std::optional<pid_t> AtspiAccessibility::processIdentifier(const AXElement& element) {

@@ -28,7 +28,8 @@ public:
     std::optional<AXValue> attribute(const AXElement& element, std::string_view name,
                                      Duration timeout) override;
 
-    // Always false: AT-SPI has no attribute that makes an application offer more.
+    // Only "AXManualAccessibility" of an application, which asks for its root's attributes: nobody
+    // but a screen reader does, and Chromium then shows its pages.
     bool setAttribute(const AXElement& element, std::string_view name, bool value,
                       Duration timeout) override;
 
