@@ -20,7 +20,7 @@ AccountSync::AccountSync(Environment environment)
       capture_(stores_, archive_, scheduler_, tasks_, std::move(environment.chosen)),
       updater_(stores_, archive_, capture_, scheduler_, tasks_),
       items_(archive_, capture_, updater_, scheduler_),
-      session_(sessionEnvironment(environment.database),
+      session_(sessionEnvironment(environment.database, std::move(environment.address)),
                Settings(stores_.preferences).get(setting::iCloudSyncEnabled)),
       tasks_(scheduler_) {
     if (!enabled()) status_ = say::syncOff();
@@ -41,8 +41,10 @@ SyncArchive::Environment AccountSync::archiveEnvironment(Environment& environmen
     return archive;
 }
 
-CloudSession::Environment AccountSync::sessionEnvironment(CloudDatabase* database) {
+CloudSession::Environment AccountSync::sessionEnvironment(CloudDatabase* database,
+                                                          std::string address) {
     return {.database = database,
+            .address = std::move(address),
             .archive = archive_,
             .capture = capture_,
             .updater = updater_,

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -32,6 +33,9 @@ public:
         SyncedStores stores;
         Scheduler& scheduler;
         CloudDatabase* database;  // null if the configured address is invalid; the status says so
+        // Of the database; empty for the one of this machine alone. Another address than in the
+        // last launch is a new beginning with the same data.
+        std::string address;
         SyncArchive::Environment archive;
         // Keys of the settings that the user has chosen with this launch: they are edits even if it
         // is the first one.
@@ -58,7 +62,7 @@ public:
 
 private:
     static SyncArchive::Environment archiveEnvironment(Environment& environment);
-    CloudSession::Environment sessionEnvironment(CloudDatabase* database);
+    CloudSession::Environment sessionEnvironment(CloudDatabase* database, std::string address);
     void connectParts();
     Task<void> open(std::stop_token stop);
     void send(const std::vector<SharedString>& ids);

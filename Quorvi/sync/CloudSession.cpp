@@ -132,15 +132,36 @@ Task<bool> CloudSession::adoptAccount(std::uint64_t attempt, std::stop_token sto
     auto naming = environment_.database->userRecordName(stop);
     const auto user = co_await naming;
     if (!isCurrent(attempt)) co_return false;
-    const auto& owner = archive->state().owner;
-    if (owner && owner->view() != user) {
-        environment_.report(say::syncOtherAccount());
-        co_return false;
-    }
-    archive->setOwner(user);
+    auto adopting = adoptCloud(user, attempt, stop);
+    const bool isAdopted = co_await adopting;
+    if (!isAdopted) co_return false;
     auto persisting = archive.persisted(stop);
     co_await persisting;
     co_return isCurrent(attempt);
+}
+
+// The user may choose another cloud: then nothing is known of it, and all values are offered to it.
+// At the same address another owner is another person's account, unless the database is this
+// machine's own: it may have been removed. Archives of version 1.0.0 don't have the address.
+Task<bool> CloudSession::adoptCloud(std::string user, std::uint64_t attempt, std::stop_token stop) {
+    auto& archive = environment_.archive;
+    const auto& address = environment_.address;
+    const auto& state = archive->state();
+    const bool isAnotherCloud = state.cloud && state.cloud->view() != address;
+    const bool isAnotherOwner = state.owner && state.owner->view() != user;
+    if (isAnotherOwner && !isAnotherCloud && !address.empty()) {
+        environment_.report(say::syncOtherAccount());
+        co_return false;
+    }
+    if (isAnotherOwner || isAnotherCloud || !state.engineState) {
+        auto listing = archive->idsInBackground(stop);
+        auto ids = co_await listing;
+        if (!isCurrent(attempt)) co_return false;
+        archive->beginAnew(std::move(ids));
+    }
+    archive->setOwner(user);
+    archive->setCloud(address);
+    co_return true;
 }
 
 // Without a subscription changes of other machines arrive with the next pass only.

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <string>
 #include <string_view>
 
 #include "Quorvi/sync/Activity.h"
@@ -31,6 +32,7 @@ public:
 
     struct Environment {
         CloudDatabase* database;  // null with an invalid address: the session never connects
+        std::string address;      // of the database; empty for the one of this machine alone
         GuardedArchive& archive;
         LocalCapture& capture;
         StoreUpdater& updater;
@@ -76,6 +78,7 @@ private:
     Task<void> tryToConnect(std::uint64_t attempt, std::stop_token stop);
     Task<void> openConnection(std::uint64_t attempt, std::stop_token stop);
     Task<bool> adoptAccount(std::uint64_t attempt, std::stop_token stop);
+    Task<bool> adoptCloud(std::string user, std::uint64_t attempt, std::stop_token stop);
     Task<void> subscribe(std::uint64_t attempt, std::stop_token stop);
     Engine makeEngine();
     Task<void> fetchForTheFirstTime(Engine engine, std::stop_token stop);

@@ -82,6 +82,26 @@ void SyncArchive::setOwner(SharedString owner) {
     changed_ = true;
 }
 
+void SyncArchive::setCloud(SharedString address) {
+    state_.cloud = std::move(address);
+    changed_ = true;
+}
+
+// Large sets are made and destroyed on the executor.
+void SyncArchive::beginAnew(SharedStringSet ids) {
+    gather();
+    ids.insert(state_.pending.begin(), state_.pending.end());
+    const auto old = std::make_shared<SyncState>();
+    old->records.swap(state_.records);
+    old->pending.swap(state_.pending);
+    environment_.executor.run([old] {});
+    state_.pending = std::move(ids);
+    state_.engineState.reset();
+    state_.initialFetchComplete = false;
+    state_.lastSynced.reset();
+    begunAnew_ = engineStateChanged_ = changed_ = true;
+}
+
 void SyncArchive::setEngineState(std::optional<SharedString> state) {
     state_.engineState = std::move(state);
     engineStateChanged_ = changed_ = true;
@@ -131,8 +151,10 @@ void SyncArchive::gather() {
     if (touched_.empty() && !changed_ && !timeChanged_) return;
     SyncDelta delta{
         .rebaselined = std::exchange(rebaselined_, false),
+        .begunAnew = std::exchange(begunAnew_, false),
         .clock = state_.ledger.clock(),
         .owner = state_.owner,
+        .cloud = state_.cloud,
         .engineStateChanged = engineStateChanged_,
         .initialFetchComplete = state_.initialFetchComplete,
         .lastSynced = state_.lastSynced,
@@ -193,6 +215,17 @@ bool SyncArchive::flush() {
 void SyncArchive::look(SyncArchiveWriter& writer,
                        const std::function<void(const SyncState&)>& work) {
     writer.look(work);
+}
+
+Task<SharedStringSet> SyncArchive::idsInBackground(std::stop_token stop) {
+    return inBackground(
+        [](const SyncState& state) {
+            SharedStringSet ids;
+            ids.reserve(state.ledger.items().size());
+            for (const auto& [id, item] : state.ledger.items()) ids.insert(id);
+            return ids;
+        },
+        std::move(stop));
 }
 
 Task<LocalChanges> SyncArchive::changesOf(LocalSnapshot now, std::stop_token stop) {

@@ -71,6 +71,10 @@ public:
     void rebaseline();
 
     void setOwner(SharedString owner);
+    void setCloud(SharedString address);
+    // Forgets what was exchanged with the cloud, but not the owner: all items are pending then, and
+    // everything has to be fetched. `ids` are those of all items, see idsInBackground().
+    void beginAnew(SharedStringSet ids);
     void setEngineState(std::optional<SharedString> state);
     void setRecord(const SharedString& id, SharedString record);
     void removeRecord(const SharedString& id);
@@ -109,6 +113,9 @@ public:
             std::move(stop));
     }
 
+    // Returns the ids of all items.
+    Task<SharedStringSet> idsInBackground(std::stop_token stop = {});
+
     // Computes on the executor what differs between the baseline and these local values.
     Task<LocalChanges> changesOf(LocalSnapshot now, std::stop_token stop = {});
 
@@ -131,6 +138,7 @@ private:
     bool changed_ = false;
     bool timeChanged_ = false;  // of the last pass
     bool rebaselined_ = false;
+    bool begunAnew_ = false;
     bool engineStateChanged_ = false;
     std::vector<SyncDelta> gathered_;
     Timer idle_;

@@ -10,6 +10,9 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little);
 
+// The first byte of a delta.
+enum Mark : std::uint8_t { isRebaselined = 1, isBegunAnew = 2, hasCloud = 4 };
+
 class Writer {
 public:
     explicit Writer(std::string& out) : out_(out) {}
@@ -112,8 +115,17 @@ SyncDelta::Value SyncDelta::valueOf(const SyncState& state, const SharedString& 
     return value;
 }
 
+void beginAnew(SyncState& state) {
+    state.records.clear();
+    for (const auto& [id, item] : state.ledger.items()) state.pending.insert(id);
+    state.engineState.reset();
+    state.initialFetchComplete = false;
+    state.lastSynced.reset();
+}
+
 void SyncDelta::applyTo(SyncState& state) const {
     if (rebaselined) state.ledger.rebaseline().clear();
+    if (begunAnew) beginAnew(state);
     for (const auto& value : values) {
         if (value.item) state.ledger.restore(*value.item, value.difference);
         if (value.record)
@@ -127,6 +139,7 @@ void SyncDelta::applyTo(SyncState& state) const {
     }
     state.ledger.restoreClock(clock);
     state.owner = owner;
+    state.cloud = cloud;
     if (engineStateChanged) state.engineState = engineState;
     state.initialFetchComplete = initialFetchComplete;
     state.lastSynced = lastSynced;
@@ -135,7 +148,10 @@ void SyncDelta::applyTo(SyncState& state) const {
 
 void SyncDelta::appendTo(std::string& out) const {
     Writer writer(out);
-    writer.flag(rebaselined);
+    writer.number(static_cast<std::uint8_t>((rebaselined ? isRebaselined : 0) |
+                                            (begunAnew ? isBegunAnew : 0) |
+                                            (cloud ? hasCloud : 0)));
+    if (cloud) writer.text(*cloud);
     writer.number(static_cast<std::uint32_t>(values.size()));
     for (const auto& value : values) write(writer, value);
     writer.number(clock);
@@ -156,7 +172,10 @@ void SyncDelta::appendTo(std::string& out) const {
 SyncDelta SyncDelta::takeFrom(std::string_view& bytes) {
     Reader reader(bytes);
     SyncDelta delta;
-    delta.rebaselined = reader.flag();
+    const auto marks = reader.number<std::uint8_t>();
+    delta.rebaselined = marks & isRebaselined;
+    delta.begunAnew = marks & isBegunAnew;
+    if (marks & hasCloud) delta.cloud = reader.text();
     for (auto left = reader.number<std::uint32_t>(); left > 0; --left)
         delta.values.push_back(read(reader));
     delta.clock = reader.number<std::int64_t>();

@@ -18,6 +18,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Forgets everything that was exchanged with a cloud; every item is pending then.
+void beginAnew(SyncState& state);
+
 // The difference between two states: the later values of everything that was touched. Applied to
 // the earlier state it gives the later one; applying it again changes nothing.
 struct SyncDelta {
@@ -29,10 +32,13 @@ struct SyncDelta {
         bool pending = false;
     };
 
-    bool rebaselined = false;  // before the values are applied
+    // Both come before the values.
+    bool rebaselined = false;
+    bool begunAnew = false;  // as by beginAnew()
     std::vector<Value> values;
     std::int64_t clock = 1;
     std::optional<SharedString> owner;
+    std::optional<SharedString> cloud;
     bool engineStateChanged = false;
     std::optional<SharedString> engineState;  // only when it changed
     bool initialFetchComplete = false;

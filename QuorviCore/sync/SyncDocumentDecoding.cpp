@@ -189,6 +189,7 @@ constexpr Member recordEntry{"", json::text, [](auto& r, auto& v) { return r.tak
 constexpr Shape recordMap{.entry = &recordEntry, .begin = &Reader::beginRecords};
 
 constexpr Member documentMembers[]{
+    {"cloud", json::text | json::null, [](auto& r, auto& v) { return r.take(r.state.cloud, v); }},
     {"diagnostics", json::object | json::null, [](auto& r, auto&) { return r.dropDiagnostics(); },
      &diagnosticMap},
     {"initialFetchComplete", json::boolean,

@@ -52,6 +52,11 @@ void SyncDocumentEncoder::begin(Part part) {
 
 void SyncDocumentEncoder::appendHead() {
     piece_ += '{';
+    if (state_.cloud) {
+        piece_ += R"("cloud":)";
+        json::appendString(piece_, *state_.cloud);
+        piece_ += ',';
+    }
     if (state_.diagnostics) {
         piece_ += R"("diagnostics":{)";
         for (const auto& [event, count] : *state_.diagnostics) {

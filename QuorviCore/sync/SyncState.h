@@ -15,6 +15,7 @@ namespace quorvi {
 struct SyncState {
     SyncLedger ledger;
     std::optional<SharedString> owner;        // the account that owns the data
+    std::optional<SharedString> cloud;        // the address of the database it is in
     std::optional<SharedString> engineState;  // what CloudSyncEngine keeps, opaque
     SharedStringMap<SharedString> records;    // by item id: the cloud's last version, opaque
     SharedStringSet pending;                  // ids of items to be sent

@@ -98,6 +98,46 @@ TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     EXPECT_EQ(third.values(), first.values());
 }
 
+TEST_F(AccountSyncTest, AnotherCloudIsANewBeginningWithTheSameData) {
+    FakeCloudServer other{clock};
+    FakeCloudDatabase firstOther{clock, other, "of another owner"},
+        secondOther{clock, other, "of another owner"};
+    first.dictate("one");
+    settle();
+    startSecond();
+    second.dictate("two");
+    settle();
+    const auto choose = [this](SyncMachine& machine, CloudDatabase& cloud, const char* address) {
+        machine.kill();
+        machine.cloud = &cloud;
+        machine.address = address;
+        machine.wholeUpTo = 500;  // the journal is used
+        machine.start();
+        settle();
+        EXPECT_EQ(machine.sync->status(), say::syncUpToDate()) << address;
+    };
+    choose(first, firstOther, "another cloud");
+    EXPECT_EQ(other.records("of another owner", "QuorviAccount").size(), 13u);
+    first.model->setVocabulary("there");
+    first.history->remove(first.history->records()[0].id);
+    second.dictate("three");
+    settle();
+    EXPECT_EQ(second.texts(), (Texts{"three", "two", "one"})) << "of the first cloud";
+    choose(second, secondOther, "another cloud");
+    EXPECT_EQ(second.texts(), (Texts{"three", "one"}));
+    EXPECT_EQ(second.values(), first.values());
+    // To the database of one machine alone, which is no account, and back.
+    FakeCloudDatabase alone{clock, other, "first"}, anew{clock, other, "made again"};
+    choose(first, alone, "");
+    first.dictate("four");
+    choose(first, anew, "");
+    choose(first, firstCloud, "a cloud");
+    choose(second, secondCloud, "a cloud");
+    EXPECT_EQ(second.texts(), (Texts{"four", "three", "one"}));
+    EXPECT_EQ(second.values(), first.values());
+    EXPECT_EQ(second.model->vocabulary(), "there");
+}
+
 TEST_F(AccountSyncTest, AChangeArrivesByPushAndIsNotEchoed) {
     startSecond();
     first.dictate("from the first");

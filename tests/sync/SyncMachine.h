@@ -30,7 +30,7 @@ public:
                 Executor* background)
         : MachineTime{SkewedScheduler(time)},
           FakeDesktop(MachineTime::scheduler, fakes),
-          cloud(database),
+          cloud(&database),
           executor(background ? *background : turns) {
         preferences.setBoolean("tarnelCorrectionsSeeded", true);
         preferences.setBytes("savedTextCorrections", bytesOf("[]"));
@@ -39,8 +39,8 @@ public:
 
     void start() {
         SyncedProgram::start({*this, scheduler, preferences, files, journals, "history.json",
-                              archiveFile, executor, executor, hasCloud ? &cloud : nullptr,
-                              wholeUpTo, chosen});
+                              archiveFile, executor, executor, hasCloud ? cloud : nullptr,
+                              wholeUpTo, chosen, address});
     }
 
     void dictate(const std::string& text, double daysAgo = 0) {
@@ -64,7 +64,8 @@ public:
     static constexpr auto archiveFile = "account-sync.json";
 
     using MachineTime::scheduler;
-    CloudDatabase& cloud;
+    CloudDatabase* cloud;
+    std::string address = "a cloud";
     bool hasCloud = true;  // false: the address of the cloud is invalid
     TurnExecutor turns{scheduler};
     Executor& executor;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <system_error>
 
 #include "Quorvi/app/composition/CloudPassword.h"
 #include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
@@ -48,7 +49,20 @@ std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
     const auto folder = address.empty() ? environment.userData / standardFolder : folderOf(address);
     return std::make_unique<FolderCloudDatabase>(
         environment.scheduler, environment.executor,
-        FolderCloudDatabase::Place{folder, environment.userData / deviceFile});
+        FolderCloudDatabase::Place{folder, environment.userData / deviceFile, !address.empty()});
+}
+
+void removeUnusedCloud(const std::string& address, const std::filesystem::path& userData) {
+    if (address.empty() || cloudAddressProblem(address)) return;
+    std::error_code error;
+    const auto unused = userData / standardFolder;
+    if (!isServerAddress(address)) {
+        const auto used = std::filesystem::weakly_canonical(folderOf(address), error);
+        const auto whole = std::filesystem::weakly_canonical(unused, error);
+        const auto differ = std::ranges::mismatch(whole, used);
+        if (error || differ.in1 == whole.end()) return;
+    }
+    std::filesystem::remove_all(unused, error);
 }
 
 }  // namespace quorvi

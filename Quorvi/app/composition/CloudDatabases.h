@@ -30,6 +30,10 @@ struct CloudDatabaseEnvironment {
 std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
                                                  const CloudDatabaseEnvironment& environment);
 
+// Removes the folder in the user's data if the cloud at this address is another one: it would keep
+// copies of what is deleted later. Blocks; does nothing on failure.
+void removeUnusedCloud(const std::string& address, const std::filesystem::path& userData);
+
 // Returns the sentence that openCloudDatabase() would throw; nullopt for a valid address.
 std::optional<Message> cloudAddressProblem(const std::string& address);
 

@@ -13,16 +13,18 @@ namespace quorvi {
 
 namespace {
 
-// Returns null for an invalid address, after a line on standard error.
+// Returns null for an invalid address, after a line on standard error, and for an unknown one.
 std::unique_ptr<CloudDatabase> openCloud(Preferences& preferences, Scheduler& scheduler,
                                          Executor& executor) {
+    if (!preferences.couldBeRead()) return nullptr;  // the address is not known
     const auto address = Settings(preferences).get(setting::cloudDatabase);
+    const auto userData = UserFolders::find().data;
+    executor.run([address, userData] { removeUnusedCloud(address, userData); });
     try {
         const auto makeKeychain = [&]() -> std::unique_ptr<Keychain> {
             return std::make_unique<SecretServiceKeychain>(scheduler);
         };
-        return openCloudDatabase(address,
-                                 {scheduler, executor, makeKeychain, UserFolders::find().data});
+        return openCloudDatabase(address, {scheduler, executor, makeKeychain, userData});
     } catch (const QuorviError& error) {
         std::fprintf(stderr, "quorvi: %s\n", error.what());
         return nullptr;
@@ -47,6 +49,7 @@ SyncComponents::SyncComponents(AppModel& model, HistoryStore& history, Correctio
           .stores = syncedStores(model, history, corrections, preferences),
           .scheduler = scheduler,
           .database = database_.get(),
+          .address = Settings(preferences).get(setting::cloudDatabase),
           .archive = {files, journals_, syncArchiveFile(), disk_, scheduler},
           .chosen = std::move(chosen)})) {}
 

@@ -50,6 +50,7 @@ public:
         CloudDatabase* cloud;  // null: its address is invalid
         std::size_t wholeUpTo;
         std::vector<std::string_view> chosen;  // settings that the launch sets
+        std::string address = "a cloud";
     };
 
     void start(const Environment& e) {
@@ -65,6 +66,7 @@ public:
              [this] { return isActive(model->stage()) || model->isChoosingShortcut(); }},
             e.scheduler,
             e.cloud,
+            e.address,
             {e.files, e.journals, e.archiveFile, e.syncDisk, e.scheduler, e.wholeUpTo},
             e.chosen});
         e.preferences.setBoolean("hasLaunchedQuorvi", true);

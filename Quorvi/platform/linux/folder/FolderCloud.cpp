@@ -39,8 +39,11 @@ void translated(const std::filesystem::path& path, Work work) {
 }  // namespace
 
 FolderCloud::FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile,
-                         Limits limits)
-    : folder_(std::move(folder)), machineFile_(std::move(machineFile)), limits_(limits) {}
+                         Limits limits, bool isShared)
+    : folder_(std::move(folder)),
+      machineFile_(std::move(machineFile)),
+      limits_(limits),
+      isShared_(isShared) {}
 
 // --- the folder ---
 
@@ -68,7 +71,7 @@ void FolderCloud::prepareFolder() {
     const bool exists = std::filesystem::is_directory(folder_, error);
     const auto own = folder_ / machine_->id.string();
     if (std::filesystem::is_directory(own, error)) return;
-    if (machine_->folder == folder_.string()) {
+    if (isShared_ && machine_->folder == folder_.string()) {
         bool hasMachines = false;
         if (exists)
             for (const auto& one : std::filesystem::directory_iterator(folder_, error))

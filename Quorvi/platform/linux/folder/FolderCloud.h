@@ -33,9 +33,9 @@ public:
         std::uint32_t segments = 64;       // more are compacted; each start creates one
     };
 
-    FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile, Limits limits);
-    FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile)
-        : FolderCloud(std::move(folder), std::move(machineFile), Limits()) {}
+    // `isShared`: the folder may be missing for a time; otherwise it is made again.
+    FolderCloud(std::filesystem::path folder, std::filesystem::path machineFile, Limits limits,
+                bool isShared = true);
 
     // Returns the id of the owner of the folder.
     std::string owner();
@@ -105,6 +105,7 @@ private:
     const std::filesystem::path folder_;
     const std::filesystem::path machineFile_;
     const Limits limits_;
+    const bool isShared_;
     std::unique_ptr<FolderMachine> machine_;
     std::unique_ptr<Opened> opened_;
 };

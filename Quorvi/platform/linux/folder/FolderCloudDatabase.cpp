@@ -45,7 +45,8 @@ FolderCloudDatabase::FolderCloudDatabase(Scheduler& scheduler, Executor& executo
     : scheduler_(scheduler),
       executor_(executor),
       folder_(place.folder),
-      cloud_(std::make_shared<FolderCloud>(std::move(place.folder), std::move(place.deviceFile))),
+      cloud_(std::make_shared<FolderCloud>(std::move(place.folder), std::move(place.deviceFile),
+                                           FolderCloud::Limits(), place.isShared)),
       saves_(std::make_shared<Saves>()) {}
 
 FolderCloudDatabase::~FolderCloudDatabase() = default;

@@ -29,6 +29,7 @@ public:
         std::filesystem::path folder;  // created (0700) if missing
         // File with the identity of this computer in the folder; outside of it.
         std::filesystem::path deviceFile;
+        bool isShared = true;  // may be a mount; a folder of this machine alone never is
     };
 
     // The executor should have no other work.
