@@ -94,9 +94,11 @@ void ItemExchange::handle(const cloudEvent::AccountChange& event) {
 void ItemExchange::handle(const cloudEvent::FetchedDatabaseChanges& event) {
     archive_->count("fetchedDatabaseBatches");
     archive_->count("fetchedZones", static_cast<std::int64_t>(event.modified.size()));
+    const bool isReset = std::ranges::count(event.deleted, itemRecords::zone) > 0;
+    // Without it, the next connection begins anew: with the old one it would find this again.
+    if (isReset) archive_->setEngineState(std::nullopt);
     archive_.persist();
-    for (const auto& zone : event.deleted)
-        if (zone == itemRecords::zone) return onReset();
+    if (isReset) onReset();
 }
 
 // Local edits are captured first, so that changes from elsewhere are merged with them.

@@ -120,8 +120,10 @@ TEST_F(AccountSyncTroubleTest, AResetOfTheCloudSwitchesSyncOffAndKeepsEverything
     EXPECT_TRUE(server.zones("ada").empty());
 
     machine.sync->setEnabled(true);
-    clock.advance(120s);
+    clock.advance(5s);
+    EXPECT_EQ(status(), say::syncUpToDate());
     EXPECT_EQ(machine.texts(), Texts{"kept"});
+    EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
 }
 
 TEST_F(AccountSyncTroubleTest, AnUnreadableArchiveIsLeftAlone) {
