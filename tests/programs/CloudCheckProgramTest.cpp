@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,11 @@ TEST(CloudCheckProgram, ChecksTheFolderThatThePreferencesName) {
     EXPECT_TRUE(std::filesystem::is_directory(elsewhere));
     std::filesystem::rename(elsewhere, home.path() / "unmounted");
     EXPECT_TRUE(check(home.path()).starts_with("1 Cloud check failed: The folder "));
+    // It is not known where the cloud is; and other arguments do not matter.
+    std::ofstream(home.path() / ".config/Quorvi/preferences.plist") << "damaged";
+    auto unknown = run(home.path(), "--cloud-release-check", "--hep </dev/null");
+    EXPECT_TRUE(unknown.readAll().starts_with("Cloud check failed: Preferences could not be "));
+    EXPECT_EQ(unknown.wait(), 1);
 }
 
 TEST(CloudCheckProgram, ReachesAServerWithThePasswordInTheKeyring) {

@@ -11,6 +11,7 @@
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/sync/CloudReleaseCheck.h"
+#include "QuorviCore/Error.h"
 
 namespace quorvi {
 
@@ -35,13 +36,15 @@ Task<void> check(CloudDatabase& database, std::optional<std::int32_t>& status) {
 int runCloudCheck() {
     try {
         StoredPreferences stored;
+        const auto address = stored.cloudAddress();
+        if (!address) throw QuorviError::message(stored.problem());
         auto& scheduler = stored.scheduler;
         SerialExecutor cloud("cloud");
         const auto makeKeychain = [&]() -> std::unique_ptr<Keychain> {
             return std::make_unique<SecretServiceKeychain>(scheduler);
         };
-        const auto database = openCloudDatabase(
-            stored.cloudAddress(), {scheduler, cloud, makeKeychain, UserFolders::find().data});
+        const auto database =
+            openCloudDatabase(*address, {scheduler, cloud, makeKeychain, UserFolders::find().data});
         std::optional<std::int32_t> status;
         auto task = check(*database, status);
         task.start();

@@ -1,5 +1,6 @@
 #include "Quorvi/app/commands/CloudCommand.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -39,7 +40,9 @@ int storeAddress(const std::string& address) {
 
 int storePassword() {
     StoredPreferences stored;
-    const auto address = stored.cloudAddress();
+    const auto known = stored.cloudAddress();
+    if (!known) return complain(stored.problem().english());
+    const auto& address = *known;
     if (!isServerAddress(address)) return complain("The cloud is a folder, which has no password.");
     const auto password = readSecret("Password of the database: ");
     SecretServiceKeychain keychain(stored.scheduler);
@@ -58,9 +61,14 @@ int storePassword() {
 }  // namespace
 
 std::optional<int> runCloudCommand(const std::vector<std::string_view>& arguments) {
+    if (std::ranges::count(arguments, cloudCheckArgument)) {
+        if (arguments.size() > 1)
+            std::fprintf(stderr, "quorvi: %s stands by itself; the rest is ignored.\n",
+                         cloudCheckArgument.data());
+        return runCloudCheck();
+    }
     if (arguments.size() != 1) return std::nullopt;
     const auto argument = arguments[0];
-    if (argument == cloudCheckArgument) return runCloudCheck();
     if (argument == passwordArgument) return storePassword();
     if (argument.starts_with(addressArgument))
         return storeAddress(std::string(argument.substr(addressArgument.size())));

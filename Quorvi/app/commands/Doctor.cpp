@@ -116,10 +116,13 @@ private:
     void checkCloud() {
         if (!settings_.get(setting::iCloudSyncEnabled)) return note("Synchronisation", "off.");
         const auto address = stored_.cloudAddress();
-        if (const auto problem = cloudAddressProblem(address))
+        if (!address)
+            return bad("Synchronisation", "the preferences can't be read.",
+                       "Move ~/.config/Quorvi/preferences.plist away, or bring back a copy of it.");
+        if (const auto problem = cloudAddressProblem(*address))
             return bad("Synchronisation", problem->english(),
                        "Set another address: quorvi --cloud-database=ADDRESS.");
-        note("Synchronisation", (address.empty() ? "local folder, not shared" : address) +
+        note("Synchronisation", (address->empty() ? "local folder, not shared" : *address) +
                                     ". Test it: quorvi --cloud-release-check.");
     }
 

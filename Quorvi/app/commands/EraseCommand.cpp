@@ -25,7 +25,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void explain(const UserFolders& folders, const std::string& cloud) {
+void explain(const UserFolders& folders, const std::optional<std::string>& cloud) {
     std::printf(
         "This removes from this machine, for good:\n"
         "  %s: your dictations, and what is kept for the synchronisation\n"
@@ -33,15 +33,20 @@ void explain(const UserFolders& folders, const std::string& cloud) {
         "  the API key%s in your keyring\n"
         "  the start at login, if it is on\n",
         folders.data.c_str(), folders.config.c_str(),
-        isServerAddress(cloud) ? " and the password of the cloud" : "");
-    if (cloud.empty())
+        cloud && isServerAddress(*cloud) ? " and the password of the cloud" : "");
+    if (!cloud)
+        std::printf(
+            "The settings cannot be read: a cloud that they name keeps what it has, and the "
+            "keyring\n"
+            "the password of its server.\n");
+    else if (cloud->empty())
         std::printf("Nothing was shared with other machines.\n");
     else
         std::printf(
             "Your other machines keep what they have, and so does the cloud, %s: set to it again,\n"
             "this machine gets everything back from there. To be rid of that, too, erase each\n"
             "machine, and then the folder or the account of the server.\n",
-            cloud.c_str());
+            cloud->c_str());
 }
 
 bool isConfirmed() {
@@ -105,9 +110,9 @@ int erase(bool isSure) {
     explain(folders, cloud);
     if (!isSure && !isConfirmed()) return 1;
     // Goes on after a failure. The keyring first, since the settings say what is in it.
-    const std::array done{runKeyCommand(KeyCommand::remove) == 0, removeCloudPassword(cloud),
-                          removeLoginItem(), removeFolder(folders.data),
-                          removeFolder(folders.config)};
+    const std::array done{runKeyCommand(KeyCommand::remove) == 0,
+                          removeCloudPassword(cloud.value_or("")), removeLoginItem(),
+                          removeFolder(folders.data), removeFolder(folders.config)};
     const bool isAll = std::ranges::all_of(done, [](bool one) { return one; });
     if (isAll) std::printf("Everything was removed.\n");
     return isAll ? 0 : 1;

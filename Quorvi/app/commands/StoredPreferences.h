@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "Quorvi/app/composition/StoredFiles.h"
@@ -14,8 +15,12 @@ namespace quorvi {
 // The user's preferences, with an event loop, for a command that runs without the program. Main
 // thread.
 struct StoredPreferences {
-    // Empty for the default cloud.
-    std::string cloudAddress() const { return settings.get(setting::cloudDatabase); }
+    // Empty for the default cloud; nullopt if the preferences could not be read, as problem() says.
+    std::optional<std::string> cloudAddress() const {
+        if (!preferences.couldBeRead()) return std::nullopt;
+        return settings.get(setting::cloudDatabase);
+    }
+    Message problem() const { return preferences.persistenceError().value_or(Message()); }
 
     LoopScheduler scheduler;
     PosixFileStore files;
