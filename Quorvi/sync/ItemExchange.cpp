@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "Quorvi/sync/CloudMessage.h"
+#include "Quorvi/sync/CloudRecordFields.h"
 #include "Quorvi/sync/ItemRecords.h"
 #include "QuorviCore/async/Async.h"
 
@@ -107,14 +108,16 @@ void ItemExchange::handle(const cloudEvent::FetchedRecordZoneChanges& event) {
     archive_->count("fetchedRecords", static_cast<std::int64_t>(event.modifications.size()));
     archive_->count("fetchedDeletions", static_cast<std::int64_t>(event.deletions.size()));
     capture_.capture();
-    for (const auto& record : event.modifications) merge(record);
+    for (const auto& record : event.modifications)
+        if (!merge(record)) reclaim(record);
     for (const auto& id : event.deletions) handleDeletion(id);
     finishMerging();
 }
 
 void ItemExchange::handle(const cloudEvent::SentRecordZoneChanges& event) {
     capture_.capture();
-    for (const auto& record : event.saved) merge(record);
+    for (const auto& record : event.saved)
+        if (!merge(record)) noteSaved(record);
     for (const auto& save : event.failed) handleFailedSave(save);
     finishMerging();
 }
@@ -136,7 +139,7 @@ void ItemExchange::handleFailedSave(const cloudEvent::FailedRecordSave& save) {
     const SharedString name(save.record.id.name);
     const auto code = save.error.code();
     if (code == cloudErrorCode::serverRecordChanged && save.error.serverRecord()) {
-        merge(*save.error.serverRecord());
+        if (!merge(*save.error.serverRecord())) reclaim(*save.error.serverRecord());
     } else if (code == cloudErrorCode::zoneNotFound) {
         archive_->removeRecord(name);
         engine_->state().add(PendingDatabaseChange::saveZone(std::string(itemRecords::zone)));
@@ -159,15 +162,32 @@ void ItemExchange::handleDeletion(const CloudRecordID& id) {
     updater_.need();
 }
 
-void ItemExchange::merge(const CloudRecord& record) {
+// Something else is in the place of an item that this machine holds: the item is saved over it.
+void ItemExchange::reclaim(const CloudRecord& record) {
+    const auto* held = archive_->ledger().item(record.id.name);
+    if (record.id.zone != itemRecords::zone || held == nullptr) return;
+    noteSaved(record);
+    addPending(held->id);
+}
+
+void ItemExchange::noteSaved(const CloudRecord& record) {
+    const SharedString name(record.id.name);
+    const CloudRecord fields{record.id, std::string(itemRecords::type), {}, record.changeTag};
+    archive_->setRecord(name, SharedString(encodeRecordFields(fields)));
+    archive_->removePending(name);
+}
+
+// Returns false, and leaves everything as it is, if the record is not an item's.
+bool ItemExchange::merge(const CloudRecord& record) {
     const auto merged = itemRecords::merge(*archive_, record);
-    if (!merged.held) return;
+    if (!merged.held) return false;
     const auto& id = merged.held->id;
     if (merged.cloudIsBehind)
         addPending(id);
     else
         archive_->removePending(id);
     updater_.noteMerged(id);
+    return true;
 }
 
 }  // namespace quorvi

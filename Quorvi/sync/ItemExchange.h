@@ -57,7 +57,9 @@ private:
     void handle(const Other&) {}
     void handleFailedSave(const cloudEvent::FailedRecordSave& save);
     void handleDeletion(const CloudRecordID& id);
-    void merge(const CloudRecord& record);
+    bool merge(const CloudRecord& record);
+    void reclaim(const CloudRecord& record);
+    void noteSaved(const CloudRecord& record);
     void finishMerging();
     std::optional<CloudRecordBatch> nextRecordZoneChangeBatch(
         std::span<const CloudRecordID> pending, CloudSyncEngine& engine) override;

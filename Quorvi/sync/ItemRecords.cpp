@@ -11,7 +11,7 @@ std::string_view faultOf(const CloudRecord& record, const std::optional<SyncItem
     if (record.id.zone != zone) return "ignoredZone";
     if (record.type != type) return "ignoredType";
     if (!record.payload) return "missingPayload";
-    if (!item) return "invalidPayload";
+    if (!item || item->revision > SyncItem::latestRevision) return "invalidPayload";
     if (item->id.view() != record.id.name) return "mismatchedID";
     return {};
 }

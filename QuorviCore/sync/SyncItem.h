@@ -12,6 +12,10 @@ namespace quorvi {
 
 // One version of one synchronised value. A plain value whose copies share their bytes.
 struct SyncItem {
+    // The last millisecond of the year 9999. A later revision would beat whatever is written ever
+    // after, so versions from elsewhere must not have one.
+    static constexpr std::int64_t latestRevision = 253'402'300'799'999;
+
     SyncItem(SharedString id, std::optional<SharedString> payload, std::int64_t revision,
              SharedString device, bool redacted);
 

@@ -14,9 +14,6 @@ namespace quorvi {
 
 namespace {
 
-// Milliseconds since 1970 at the end of the year 9999. A later stamp would win over every
-// later edit.
-constexpr std::int64_t lastRevision = 253'402'300'799'999;
 constexpr std::size_t valuesPerReport = 1000;
 
 [[noreturn]] void refuse(const std::string& what) {
@@ -76,7 +73,7 @@ private:
         if (!entry.IsObject()) refuse("an entry is no object");
         const auto& revision = member(entry, "revision");
         const auto& redacted = member(entry, "redacted");
-        if (!revision.IsInt64() || revision.GetInt64() < 1 || revision.GetInt64() > lastRevision)
+        if (!revision.IsInt64() || revision.GetInt64() < 1 || revision.GetInt64() > SyncItem::latestRevision)
             refuse("a revision is out of range");
         if (!redacted.IsBool()) refuse("\"redacted\" is neither true nor false");
         auto [id, payload] = (this->*valueOf)(entry);

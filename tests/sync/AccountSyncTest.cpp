@@ -160,7 +160,7 @@ TEST_F(AccountSyncTest, AValueThatAStoreAltersBecomesALocalEdit) {
     // As a newer version of the program would send them.
     SyncLedger other;
     const auto put = [&](const std::string& id, std::optional<SharedString> payload) {
-        const SyncItem item(id, std::move(payload), 900'000'000'000'000, other.device(), false);
+        const SyncItem item(id, std::move(payload), 200'000'000'000'000, other.device(), false);
         auto record = server.record("ada", {"QuorviAccount", id})
                           .value_or(CloudRecord{{"QuorviAccount", id}, "QuorviItem", {}, {}});
         record.payload = bytesOf(item.encoded());

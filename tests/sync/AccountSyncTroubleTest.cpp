@@ -182,15 +182,23 @@ TEST_F(AccountSyncTroubleTest, InvalidRecordsAreCountedAndIgnored) {
                            {{"QuorviAccount", "d"}, "QuorviItem", bytesOf(strange.encoded()), {}}},
                           {});
     saving.start();
+    // It would beat the user's own choices for ever.
+    const CloudRecordID mode{"QuorviAccount", "setting:mode"};
+    const auto before = *server.record("ada", mode);
+    const SyncItem eternal(mode.name, std::nullopt, INT64_MAX, "X", false);
+    auto overwriting =
+        other.saveRecords({{mode, "QuorviItem", bytesOf(eternal.encoded()), before.changeTag}}, {});
+    overwriting.start();
     auto zone = other.saveZone("Elsewhere", {});
     zone.start();
     clock.settle();
     auto elsewhere = other.saveRecords({{{"Elsewhere", "e"}, "QuorviItem", Bytes{1}, {}}}, {});
     elsewhere.start();
     clock.advance(20s);
-    for (const auto* key :
-         {"ignoredType", "missingPayload", "invalidPayload", "mismatchedID", "ignoredZone"})
+    for (const auto* key : {"ignoredType", "missingPayload", "mismatchedID", "ignoredZone"})
         EXPECT_EQ(machine.diagnostic(key), 1) << key;
+    EXPECT_EQ(machine.diagnostic("invalidPayload"), 2);
+    EXPECT_EQ(server.record("ada", mode)->payload, before.payload) << "saved again";
     EXPECT_EQ(status(), say::syncUpToDate());
 }
 
