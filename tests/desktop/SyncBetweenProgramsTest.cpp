@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <fstream>
 
+#include "QuorviCore/identity/Uuid.h"
 #include "tests/support/cloud/PostgresServer.h"
 #include "tests/support/desktop/EditorUser.h"
 #include "tests/support/desktop/QuorviProgram.h"
@@ -32,12 +34,28 @@ protected:
         first_.until("Correction saved");
     }
 
-    void exchange(const std::string& cloud) {
+    // While they don't run.
+    void choose(const std::string& cloud) {
         for (const auto* each : {&first_, &second_}) {
             Process choosing({builtProgram("quorvi"), "--cloud-database=" + cloud},
                              {each->homeSetting()});
             ASSERT_EQ(choosing.wait(), 0);
         }
+    }
+    static void setHistory(const QuorviProgram& machine, const std::string& records) {
+        std::filesystem::create_directories(machine.dataFolder());
+        std::ofstream(machine.historyFile()) << R"({"records":[)" + records + R"(],"version":1})";
+    }
+    std::string addAccount(const PostgresServer& server) {
+        server.addAccount("ada", "a password");
+        const auto passwords = folder.write("passwords", "*:*:*:ada:a password\n");
+        std::filesystem::permissions(passwords, std::filesystem::perms::owner_read);
+        setenv("PGPASSFILE", passwords.c_str(), 1);
+        return server.address("ada");
+    }
+
+    void exchange(const std::string& cloud) {
+        choose(cloud);
         second_.startElsewhere();
         dictateAndMend();
         if (HasFatalFailure()) return;
@@ -49,7 +67,7 @@ protected:
         // A deletion on one machine while it is off reaches the other, which has crashed in between
         // without losing anything.
         second_.quit();
-        std::ofstream(second_.historyFile()) << "{\"records\":[],\"version\":1}";
+        setHistory(second_, "");
         first_.crash();
         first_.start();
         first_.until("|");
@@ -57,22 +75,52 @@ protected:
         second_.startElsewhere();
         EXPECT_TRUE(eventually([&] { return !holds(first_.historyText(), writtenSentence); }));
         EXPECT_TRUE(holds(first_.preferencesText(), "nise"));
+        first_.quit();
+        second_.quit();
     }
 
     QuorviProgram first_, second_;
 };
 
 TEST_F(SyncBetweenProgramsTest, ThroughASharedFolder) {
-    exchange("folder:" + (folder.path() / "cloud").string());
+    const auto cloud = (folder.path() / "cloud").string();
+    exchange("folder:" + cloud);
+    EXPECT_EQ(shell("grep -rl '" + std::string(writtenSentence) + "' " + cloud), "") << "deleted";
 }
 
 TEST_F(SyncBetweenProgramsTest, ThroughAServer) {
     const PostgresServer server;
-    server.addAccount("ada", "a password");
-    const auto passwords = folder.write("passwords", "*:*:*:ada:a password\n");
-    std::filesystem::permissions(passwords, std::filesystem::perms::owner_read);
-    setenv("PGPASSFILE", passwords.c_str(), 1);
-    exchange(server.address("ada"));
+    exchange(addAccount(server));
+    unsetenv("PGPASSFILE");
+}
+
+TEST_F(SyncBetweenProgramsTest, EachCloudIsANewBeginningWithTheSameData) {
+    const PostgresServer server;
+    const auto record = [](const std::string& text) {
+        return R"({"appName":"Mail","audioSeconds":3,"date":8e8,"id":")" + newUuid() +
+               R"(","language":"el","text":")" + text + R"(","wordCount":1})";
+    };
+    setHistory(first_, record("erstens"));
+    setHistory(second_, record("zweitens"));
+    for (const auto& cloud : {std::string(), "folder:" + (folder.path() / "cloud").string(),
+                              addAccount(server), std::string()}) {
+        choose(cloud);
+        first_.start();
+        second_.startElsewhere();
+        for (const auto* machine : {&first_, &second_}) {
+            const auto isThere = [&] {
+                const auto text = machine->historyText();
+                const auto known = contentOf(machine->dataFolder() / "account-sync.json");
+                return holds(known, "\"cloud\":\"" + cloud + "\"") && holds(known, "lastSynced") &&
+                       (cloud.empty() || (holds(text, "erstens") && holds(text, "zweitens")));
+            };
+            EXPECT_TRUE(eventually(isThere)) << cloud;
+            EXPECT_EQ(std::filesystem::exists(machine->dataFolder() / "cloud"), cloud.empty());
+        }
+        first_.quit();
+        second_.quit();
+    }
+    EXPECT_EQ(std::ranges::count(first_.historyText(), '{'), 3) << "the document and two records";
     unsetenv("PGPASSFILE");
 }
 
