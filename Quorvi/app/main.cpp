@@ -14,6 +14,7 @@
 #include "Quorvi/app/Application.h"
 #include "Quorvi/app/CommandLine.h"
 #include "Quorvi/app/commands/CloudCommand.h"
+#include "Quorvi/app/commands/ComputersCommand.h"
 #include "Quorvi/app/commands/Doctor.h"
 #include "Quorvi/app/commands/EraseCommand.h"
 #include "Quorvi/app/commands/KeyCommand.h"
@@ -78,7 +79,8 @@ int examine(int argc, char** argv) {
 std::optional<int> runCommand(int argc, char** argv) {
     using namespace quorvi;
     const std::vector<std::string_view> arguments(argv + 1, argv + argc);
-    for (const auto run : {runCloudCommand, runTransferCommand, runEraseCommand})
+    for (const auto run :
+         {runCloudCommand, runComputersCommand, runTransferCommand, runEraseCommand})
         if (const auto status = run(arguments)) return status;
     if (arguments.size() != 1) return std::nullopt;
     if (const auto command = keyCommandFromArgument(arguments[0])) return runKeyCommand(*command);

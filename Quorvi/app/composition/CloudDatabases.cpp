@@ -21,11 +21,15 @@ constexpr auto standardFolder = "cloud";
 constexpr std::string_view folderScheme = "folder:";
 constexpr std::array<std::string_view, 2> serverSchemes{"postgresql://", "postgres://"};
 
-std::filesystem::path folderOf(const std::string& address) {
+}  // namespace
+
+std::filesystem::path cloudFolder(const std::string& address) {
     return std::filesystem::path(address.substr(folderScheme.size())).lexically_normal();
 }
 
-}  // namespace
+std::filesystem::path cloudDeviceFile(const std::filesystem::path& userData) {
+    return userData / deviceFile;
+}
 
 bool isServerAddress(const std::string& address) {
     return std::ranges::any_of(serverSchemes,
@@ -36,7 +40,7 @@ std::optional<Message> cloudAddressProblem(const std::string& address) {
     if (address.empty()) return std::nullopt;
     if (isServerAddress(address)) return PostgresCloudDatabase::refusal(address);
     if (!address.starts_with(folderScheme)) return say::cloudAddressUnknown(address);
-    if (!folderOf(address).is_absolute()) return say::cloudAddressNotAbsolute(address);
+    if (!cloudFolder(address).is_absolute()) return say::cloudAddressNotAbsolute(address);
     return std::nullopt;
 }
 
@@ -46,10 +50,12 @@ std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
     if (isServerAddress(address))
         return std::make_unique<PostgresCloudDatabase>(
             environment.scheduler, address, cloudPassword(environment.makeKeychain(), address));
-    const auto folder = address.empty() ? environment.userData / standardFolder : folderOf(address);
+    const auto folder =
+        address.empty() ? environment.userData / standardFolder : cloudFolder(address);
     return std::make_unique<FolderCloudDatabase>(
         environment.scheduler, environment.executor,
-        FolderCloudDatabase::Place{folder, environment.userData / deviceFile, !address.empty()});
+        FolderCloudDatabase::Place{folder, cloudDeviceFile(environment.userData),
+                                   !address.empty()});
 }
 
 void removeUnusedCloud(const std::string& address, const std::filesystem::path& userData) {
@@ -57,7 +63,7 @@ void removeUnusedCloud(const std::string& address, const std::filesystem::path& 
     std::error_code error;
     const auto unused = userData / standardFolder;
     if (!isServerAddress(address)) {
-        const auto used = std::filesystem::weakly_canonical(folderOf(address), error);
+        const auto used = std::filesystem::weakly_canonical(cloudFolder(address), error);
         const auto whole = std::filesystem::weakly_canonical(unused, error);
         const auto differ = std::ranges::mismatch(whole, used);
         if (error || differ.in1 == whole.end()) return;

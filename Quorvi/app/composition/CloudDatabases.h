@@ -34,6 +34,10 @@ std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
 // copies of what is deleted later. Blocks; does nothing on failure.
 void removeUnusedCloud(const std::string& address, const std::filesystem::path& userData);
 
+// The folder of a folder's address, and the file with the identity of this computer in it.
+std::filesystem::path cloudFolder(const std::string& address);
+std::filesystem::path cloudDeviceFile(const std::filesystem::path& userData);
+
 // Returns the sentence that openCloudDatabase() would throw; nullopt for a valid address.
 std::optional<Message> cloudAddressProblem(const std::string& address);
 

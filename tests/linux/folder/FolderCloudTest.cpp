@@ -3,14 +3,17 @@
 #include "Quorvi/platform/linux/folder/FolderCloud.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <memory>
 #include <random>
 #include <sstream>
 
+#include "Quorvi/platform/linux/folder/FolderComputers.h"
 #include "tests/support/FullDisk.h"
 #include "tests/support/OwnProcess.h"
+#include "tests/support/Process.h"
 #include "tests/support/Seeds.h"
 #include "tests/support/TestFolder.h"
 
@@ -94,7 +97,7 @@ public:
                                           FolderCloud::Limits{.recordsPerPage = 3,
                                                               .bytesPerPage = 1000,
                                                               .segmentSize = 600,
-                                                              .smallLog = 500,
+
                                                               .segments = 5}));
             machines_.back()->cloud->saveZone(zone);
         }
@@ -302,7 +305,7 @@ TEST(FolderCloud, TakesASaveOverTheChosenOfTwoVersionsOnlyAndNoneIntoADeletedZon
 
 TEST(FolderCloud, KeepsItsLogShortAndItsReadersInStep) {
     const TestFolder home;
-    const FolderCloud::Limits limits{.segmentSize = 4000, .smallLog = 4000, .segments = 20};
+    const FolderCloud::Limits limits{.segmentSize = 4000, .segments = 20};
     Machine writer(home.path() / "a", home.path() / "writer", limits);
     Machine reader(home.path() / "a", home.path() / "reader", limits);
     writer.cloud->saveZone(zone);
@@ -328,6 +331,38 @@ TEST(FolderCloud, KeepsItsLogShortAndItsReadersInStep) {
     for (const auto& [name, tag] : tags) {
         EXPECT_EQ(reader.text(name), "59" + std::string(50, '.'));
         EXPECT_EQ(reader.records[name].changeTag, tag);
+    }
+}
+
+TEST(FolderCloud, KeepsNoTextThatWasReplacedHereOrByAnotherMachine) {
+    const TestFolder home;
+    const FolderCloud::Limits limits{.segmentSize = 400};
+    Machine one(home.path() / "a", home.path() / "one", limits);
+    Machine two(home.path() / "a", home.path() / "two", limits);
+    one.cloud->saveZone(zone);
+    for (int i = 0; i < 20; ++i) one.save("kept" + std::to_string(i), "kept");
+    const auto tag = one.save("x", "secret");
+    one.save("x", "secret, too", tag);
+    one.save("y", "secret");
+    two.fetch();
+    two.save("y", "gone", two.records["y"].changeTag);
+    EXPECT_TRUE(one.cloud->isOutdated());
+    one.save("x", "gone", one.cloud->fetchRecord({zone, "x"}).changeTag);
+    const auto before = contentOf(one.cloud->ownFolder() / "00000002.log");
+    one.cloud->compact();
+    EXPECT_FALSE(one.cloud->isOutdated());
+    EXPECT_EQ(shell("grep -rl secret " + (home.path() / "a").string()), "");
+    EXPECT_EQ(contentOf(one.cloud->ownFolder() / "00000002.log"), before) << "nothing to do there";
+    // The other machine is gone for good.
+    const auto twos = two.cloud->ownFolder();
+    one.cloud->remove(*Uuid::parse(twos.filename().string()));
+    EXPECT_FALSE(fs::exists(twos));
+    Machine fresh(home.path() / "a", home.path() / "fresh");
+    EXPECT_EQ(folderComputers(home.path() / "a").size(), 1u);
+    two.token.clear();
+    for (auto* machine : {&two, &fresh}) {
+        EXPECT_EQ(machine->fetch(), 22u);
+        EXPECT_EQ(machine->text("x") + machine->text("y") + machine->text("kept7"), "gonegonekept");
     }
 }
 
@@ -369,6 +404,57 @@ TEST(FolderCloud, GoesOnWhenFilesAreDeletedOrAreNotItsOwn) {
     EXPECT_NE(one.cloud->ownFolder().filename(), before);
     EXPECT_EQ(two.fetch(), 1u);
     EXPECT_EQ(two.text("z"), "3");
+}
+
+TEST(FolderCloud, GoesOnWhateverOthersWriteIntoTheFolder) {
+    using folderlog::Entry;
+    const TestFolder home;
+    const auto folder = home.path() / "shared";
+    Machine one(folder, home.path() / "one");
+    one.cloud->saveZone(zone);
+    one.save("x", "1");
+    const auto own = one.cloud->ownFolder();
+    const auto other = Uuid::random();
+    std::string log;
+    folderlog::appendHead(log, other, 1);
+    std::uint64_t number = 0;
+    const auto add = [&](Entry::Kind kind, std::uint32_t generation, const std::string& name) {
+        folderlog::appendEntry(log, {.kind = kind,
+                                     .number = ++number,
+                                     .clock = UINT64_MAX,
+                                     .generation = generation,
+                                     .zone = name,
+                                     .name = "x",
+                                     .type = "Item"});
+    };
+    add(Entry::Kind::zoneDeleted, UINT32_MAX, zone);
+    add(Entry::Kind::record, UINT32_MAX, zone);
+    for (int i = 0; i < 5000; ++i) add(Entry::Kind::zoneMade, 1, "zone " + std::to_string(i));
+    fs::create_directories(folder / other.string());
+    std::ofstream(folder / other.string() / "00000001.log") << log;
+    fs::resize_file(folder / other.string() / "00000001.log", 3'000'000'000);
+    // The next names of its own are taken.
+    fs::create_directory(own / "00000002.log");
+    fs::create_symlink("/nowhere", own / "00000003.log");
+    one.restart();
+    one.save("y", "2");
+    EXPECT_TRUE(fs::is_regular_file(own / "00000004.log"));
+    EXPECT_LT(one.cloud->zoneChanges("").modified.size(), 200u);
+    EXPECT_EQ(Machine(folder, home.path() / "fresh").fetch(), 2u);
+    one.cloud->deleteZone(zone);
+    one.cloud->saveZone(zone);
+    one.save("z", "3");
+    EXPECT_EQ(Machine(folder, home.path() / "fresh").fetch(), 1u);
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    EXPECT_LT(usage.ru_maxrss, 500'000) << "for a file with a hole";
+
+    // Nothing is written through a link.
+    fs::rename(own, home.path() / "away");
+    fs::create_directory_symlink(home.path() / "away", own);
+    const auto before = shell("ls -lR " + (home.path() / "away").string());
+    one.save("w", "4");
+    EXPECT_EQ(shell("ls -lR " + (home.path() / "away").string()), before);
 }
 
 TEST(FolderCloud, TellsAMissingMountFromANewFolder) {

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <set>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "Quorvi/platform/linux/folder/FolderComputers.h"
 #include "Quorvi/platform/linux/folder/FolderError.h"
 #include "Quorvi/platform/linux/posix/PrivateFolder.h"
 
@@ -50,7 +52,7 @@ FolderCloud::FolderCloud(std::filesystem::path folder, std::filesystem::path mac
 bool FolderCloud::isStillThere() const {
     struct stat status {};
     const auto path = opened_->segments.pathOf(machine_->id);
-    return ::stat(path.c_str(), &status) == 0 && status.st_dev == opened_->device &&
+    return ::lstat(path.c_str(), &status) == 0 && status.st_dev == opened_->device &&
            status.st_ino == opened_->inode;
 }
 
@@ -70,7 +72,7 @@ void FolderCloud::prepareFolder() {
     std::error_code error;
     const bool exists = std::filesystem::is_directory(folder_, error);
     const auto own = folder_ / machine_->id.string();
-    if (std::filesystem::is_directory(own, error)) return;
+    if (std::filesystem::is_directory(std::filesystem::symlink_status(own, error))) return;
     if (isShared_ && machine_->folder == folder_.string()) {
         bool hasMachines = false;
         if (exists)
@@ -96,7 +98,7 @@ void FolderCloud::open() {
     auto opened = std::make_unique<Opened>(folder_);
     const auto own = opened->segments.pathOf(machine_->id);
     struct stat status {};
-    if (::stat(own.c_str(), &status) != 0) failFolder("open", own);
+    if (::lstat(own.c_str(), &status) != 0) failFolder("open", own);
     opened->device = status.st_dev;
     opened->inode = status.st_ino;
     opened->segments.readAll(std::nullopt);
@@ -104,24 +106,20 @@ void FolderCloud::open() {
     const auto& self = opened->index.machine(opened->self);
     // Unknown numbers: a copy of this computer has written with this identity, or the machine file
     // is from a backup. Continue with a new identity.
-    if (self.covered > machine_->reserved) {
+    const auto lastSegment = opened->segments.lastOf(opened->self);
+    if (self.covered > machine_->reserved || lastSegment >= largestSegmentNumber) {
         machine_->renew();
         return open();
     }
-    const auto segments = opened->segments.segmentsOf(opened->self);
-    if (!segments.empty()) opened->firstSegment = segments.front();
-    opened->writer = std::make_unique<FolderWriter>(
-        own, machine_->id, segments.empty() ? 1 : segments.back() + 1, limits_.segmentSize);
+    opened->own = opened->segments.rangesOf(opened->self);
+    opened->writer =
+        std::make_unique<FolderWriter>(own, machine_->id, lastSegment + 1, limits_.segmentSize);
     // Numbers of lost entries are not reused, because others may have seen them.
     opened->nextNumber = std::max(machine_->reserved, self.covered) + 1;
-    opened->ownBytes = opened->segments.sizeOf(opened->self);
-    std::uint64_t needed = 0;
-    for (const auto& item : self.items)
-        if (opened->index.isNeeded(item)) needed += item.length + folderlog::frameSize;
-    opened->outdatedBytes = opened->ownBytes - std::min(opened->ownBytes, needed);
     const auto owners = opened->index.owners();
     const bool isNew = !self.covered || !owners.contains(machine_->owner);
     opened_ = std::move(opened);
+    nameFolderComputer(own);
     try {
         if (isNew) {
             const auto owner = owners.contains(machine_->owner) ? machine_->owner
@@ -167,14 +165,20 @@ std::uint64_t FolderCloud::reserve(std::size_t count) {
     return first;
 }
 
-void FolderCloud::takeWritten(std::string_view bytes, const FolderWriter::Position& position) {
-    opened_->ownBytes += bytes.size();
+void FolderCloud::append(std::string_view bytes, std::uint64_t start) {
+    const auto position = opened_->writer->append(bytes, start);
+    auto& range =
+        opened_->own.try_emplace(position.segment, FolderRange{start, start - 1}).first->second;
+    range.bytes += bytes.size();
     std::size_t at = 0;
     while (const auto body = folderlog::readFrame(bytes.substr(at))) {
         const auto offset = position.offset + at + folderlog::frameSize;
         const auto entry = folderlog::readBody(*body);
         opened_->index.take(*entry, {opened_->self, position.segment, offset,
                                      static_cast<std::uint32_t>(body->size())});
+        if (entry->kind == Entry::Kind::end)
+            opened_->index.takeWhole(opened_->self, position.segment, range.start, entry->number);
+        range.last = std::max(range.last, entry->number);
         at += folderlog::frameSize + body->size();
     }
 }
@@ -182,11 +186,11 @@ void FolderCloud::takeWritten(std::string_view bytes, const FolderWriter::Positi
 void FolderCloud::note(Entry entry) {
     auto& index = opened_->index;
     entry.number = reserve(1);
-    entry.clock = index.clock() + 1;
+    entry.clock = index.nextClock();
     std::string bytes;
     folderlog::appendEntry(bytes, entry);
     const auto start = index.machine(opened_->self).covered + 1;
-    takeWritten(bytes, opened_->writer->append(bytes, start));
+    append(bytes, start);
     opened_->writer->sync();
 }
 
@@ -199,9 +203,6 @@ void FolderCloud::saveZone(const std::string& zone) {
 void FolderCloud::deleteZone(const std::string& zone) {
     const auto* known = ready().index.zone(zone);
     if (!known) return;
-    for (const auto& item : opened_->index.machine(opened_->self).items)
-        if (opened_->index.counts(item) && &opened_->index.zones()[item.zone] == known)
-            opened_->outdatedBytes += item.length + folderlog::frameSize;
     note({.kind = Entry::Kind::zoneDeleted, .generation = known->generation, .zone = zone});
 }
 
@@ -232,7 +233,7 @@ std::vector<FolderCloud::Outcome> FolderCloud::saveTogether(
 
 std::vector<CloudSaveResult> FolderCloud::write(std::vector<CloudRecord> records) {
     auto& index = ready().index;
-    Batch batch{.number = reserve(records.size()), .clock = index.clock() + 1};
+    Batch batch{.number = reserve(records.size()), .clock = index.nextClock()};
     std::vector<CloudSaveResult> results;
     results.reserve(records.size());
     for (auto& record : records) {
@@ -241,8 +242,7 @@ std::vector<CloudSaveResult> FolderCloud::write(std::vector<CloudRecord> records
     }
     if (!batch.bytes.empty()) {
         const auto start = index.machine(opened_->self).covered + 1;
-        takeWritten(batch.bytes, opened_->writer->append(batch.bytes, start));
-        opened_->outdatedBytes += batch.outdated;
+        append(batch.bytes, start);
     }
     return results;
 }
@@ -272,10 +272,12 @@ std::optional<CloudError> FolderCloud::appendTo(Batch& batch, CloudRecord& recor
         }
         entry.parent.emplace(folderlog::Version{index.machine(winner->machine).id, item.number});
     }
+    const auto size = record.payload ? record.payload->size() : 0;
+    if (size + record.id.zone.size() + record.id.name.size() + record.type.size() >
+        folderlog::largestBody - 1000)
+        return CloudError(cloudErrorCode::limitExceeded, "The record is too large.");
     if (!batch.names.insert(record.id.zone + '\0' + record.id.name).second)
         return CloudError(cloudErrorCode::invalidArguments, "The record comes twice.");
-    if (winner && winner->machine == opened_->self)
-        batch.outdated += winner->item->length + folderlog::frameSize;
     if (record.payload) entry.payload = textOf(*record.payload);
     folderlog::appendEntry(batch.bytes, entry);
     record.changeTag = tagOf(opened_->self, batch.clock, batch.number);
@@ -343,7 +345,8 @@ CloudZoneChanges FolderCloud::zoneChanges(const std::string& text) {
             changes.deleted.push_back(zone.name);
     }
     for (std::uint32_t machine = 0; machine < index.machineCount(); ++machine)
-        token.positions[index.machine(machine).id] = index.machine(machine).covered;
+        if (const auto covered = index.machine(machine).covered)
+            token.positions[index.machine(machine).id] = covered;
     changes.token = token.text();
     return changes;
 }
@@ -362,6 +365,7 @@ CloudRecordChanges FolderCloud::recordChanges(const std::string& name, const std
     FolderBodies bodies(opened_->segments);
     for (std::uint32_t number = 0; number < index.machineCount() && !page.more; ++number) {
         const auto& machine = index.machine(number);
+        if (!machine.covered) continue;
         auto& position = token.positions[machine.id];
         auto item = std::upper_bound(
             machine.items.begin(), machine.items.end(), position,
@@ -391,44 +395,161 @@ CloudRecordChanges FolderCloud::recordChanges(const std::string& name, const std
 
 // --- compacting ---
 
+bool FolderCloud::isOutdated() const {
+    return opened_ &&
+           (opened_->index.machine(opened_->self).losses != opened_->losses || isScattered());
+}
+
+bool FolderCloud::isScattered() const {
+    std::uint64_t bytes = 0;
+    for (const auto& [segment, range] : opened_->own) bytes += range.bytes;
+    return opened_->own.size() > limits_.segments + 4 * bytes / limits_.segmentSize;
+}
+
+// Returns the parts of this machine's log whose segments hold entries that are not needed.
+std::vector<FolderRange> FolderCloud::outdatedRanges() const {
+    const bool all = isScattered();
+    std::set<std::uint32_t> outdated;
+    for (const auto& item : opened_->index.machine(opened_->self).items)
+        if (!opened_->index.isNeeded(item)) outdated.insert(item.segment);
+    struct Part {
+        FolderRange range;
+        bool isOutdated;
+    };
+    std::vector<Part> parts;
+    for (const auto& [segment, range] : opened_->own)
+        parts.push_back({range, all || outdated.contains(segment)});
+    std::ranges::sort(parts, {}, [](const Part& part) { return part.range.start; });
+    // Segments overlap after a compaction that was interrupted.
+    std::vector<Part> apart;
+    for (const auto& part : parts) {
+        const bool overlaps = !apart.empty() && (part.range.start <= apart.back().range.last ||
+                                                 part.range.start == apart.back().range.start);
+        if (!overlaps) {
+            apart.push_back(part);
+            continue;
+        }
+        auto& last = apart.back();
+        last.range.last = std::max(last.range.last, part.range.last);
+        last.isOutdated |= part.isOutdated;
+    }
+    std::vector<FolderRange> ranges;
+    for (const auto& [range, isOutdated] : apart) {
+        if (!isOutdated) continue;
+        if (!ranges.empty() && ranges.back().last + 1 == range.start)
+            ranges.back().last = range.last;
+        else
+            ranges.push_back(range);
+    }
+    return ranges;
+}
+
 void FolderCloud::compact() {
     auto& opened = ready();
-    const bool isOutdated =
-        opened.ownBytes >= limits_.smallLog && opened.outdatedBytes * 2 >= opened.ownBytes;
-    const auto segments = opened.writer->nextSegment() - opened.firstSegment;
-    const bool isScattered =
-        segments > limits_.segments + 4 * opened.ownBytes / limits_.segmentSize;
-    if (!isOutdated && !isScattered) return;
-    auto& index = opened.index;
-    const auto items = index.machine(opened.self).items;
-    const auto covered = index.machine(opened.self).covered;
-    const auto first = opened.writer->nextSegment();
-    FolderBodies bodies(opened.segments);
+    if (!isOutdated()) return;
+    const auto losses = opened.index.machine(opened.self).losses;
+    const auto ranges = outdatedRanges();
     opened.writer->finishSegment();
-    opened.ownBytes = 0;
-    opened.outdatedBytes = 0;
+    const auto before = opened.own;
+    for (const auto& range : ranges) rewrite(range);
+    std::vector<std::uint32_t> gone;
+    for (const auto& [segment, old] : before)
+        if (std::ranges::any_of(ranges, [&](const FolderRange& range) {
+                return old.start >= range.start && old.start <= range.last + 1 &&
+                       old.last <= range.last;
+            }))
+            gone.push_back(segment);
+    if (!gone.empty()) opened.writer->remove(gone);
+    for (const auto segment : gone) opened.own.erase(segment);
+    opened.losses = losses;
+}
 
-    std::uint64_t start = 1, last = 0;
+// Writes the entries with these numbers that are needed into new segments, which say that they are
+// all.
+void FolderCloud::rewrite(const FolderRange& range) {
+    const auto& index = opened_->index;
+    FolderBodies bodies(opened_->segments);
+    auto start = range.start;
+    std::uint64_t last = 0;
     std::string piece;
     const auto finishPiece = [&](std::uint64_t end) {
         folderlog::appendEntry(piece, {.kind = Entry::Kind::end, .number = end});
-        takeWritten(piece, opened.writer->append(piece, start));
-        opened.writer->finishSegment();
+        append(piece, start);
+        opened_->writer->finishSegment();
         start = end + 1;
         piece.clear();
     };
-    for (const auto& item : items) {
-        if (!index.isNeeded(item)) continue;
-        const auto body = bodies.read({opened.self, item.segment, item.offset, item.length});
+    const auto& items = index.machine(opened_->self).items;
+    auto item = std::ranges::lower_bound(items, range.start, {}, &FolderIndex::Item::number);
+    for (; item != items.end() && item->number <= range.last; ++item) {
+        if (!index.isNeeded(*item)) continue;
+        const auto body = bodies.read({opened_->self, item->segment, item->offset, item->length});
         // The log is damaged; keep what is left of it.
         if (!body) fail(cloudErrorCode::networkFailure, isNotThere);
         if (piece.size() > limits_.segmentSize / 2) finishPiece(last);
         folderlog::appendEntry(piece, *folderlog::readBody(*body));
-        last = item.number;
+        last = item->number;
     }
-    finishPiece(covered);
-    opened.writer->removeBelow(first);
-    opened.firstSegment = first;
+    finishPiece(range.last);
+}
+
+// --- removing a machine ---
+
+void FolderCloud::remove(const Uuid& other) {
+    auto& opened = ready();
+    if (other == machine_->id) fail(cloudErrorCode::invalidArguments, "This machine is in use.");
+    std::vector<Entry> notes;
+    for (const auto& zone : opened.index.zones()) {
+        if (zone.deletedThrough)
+            notes.push_back({.kind = Entry::Kind::zoneDeleted,
+                             .generation = zone.deletedThrough,
+                             .zone = zone.name});
+        if (zone.exists())
+            notes.push_back(
+                {.kind = Entry::Kind::zoneMade, .generation = zone.generation, .zone = zone.name});
+    }
+    for (const auto& entry : notes) note(entry);
+    takeOver(opened.index.machineNumber(other));
+    std::error_code error;
+    std::filesystem::remove_all(folder_ / other.string(), error);
+    opened_.reset();
+    if (error) throw folderError(error.value(), "remove", folder_ / other.string());
+}
+
+// Saves the current versions of another machine again, as versions of this one. Where this machine
+// has a current version beside it, the two have been merged there.
+void FolderCloud::takeOver(std::uint32_t machine) {
+    auto& index = opened_->index;
+    FolderBodies bodies(opened_->segments);
+    std::string piece;
+    const auto flush = [&] {
+        if (!piece.empty()) append(piece, index.machine(opened_->self).covered + 1);
+        piece.clear();
+    };
+    for (std::size_t i = 0; i < index.machine(machine).items.size(); ++i) {
+        const auto item = index.machine(machine).items[i];
+        if (!index.counts(item)) continue;
+        const auto body = bodies.read({machine, item.segment, item.offset, item.length});
+        auto entry = body ? folderlog::readBody(*body) : std::nullopt;
+        if (!entry) fail(cloudErrorCode::networkFailure, isNotThere);
+        if (hasCurrent(index.zones()[item.zone], std::string(entry->name))) continue;
+        entry->parent.emplace(folderlog::Version{index.machine(machine).id, item.number});
+        entry->number = reserve(1);
+        entry->clock = index.nextClock();
+        folderlog::appendEntry(piece, *entry);
+        if (piece.size() > limits_.segmentSize / 4) flush();
+    }
+    flush();
+    opened_->writer->sync();
+}
+
+bool FolderCloud::hasCurrent(const FolderIndex::Zone& zone, const std::string& name) const {
+    const auto record = zone.records.find(name);
+    if (record == zone.records.end()) return false;
+    return std::ranges::any_of(record->second.latest, [&](const FolderIndex::Latest& latest) {
+        return latest.machine == opened_->self &&
+               opened_->index.counts(opened_->index.machine(latest.machine).items[latest.item]);
+    });
 }
 
 }  // namespace quorvi

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <exception>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,8 +30,7 @@ public:
         std::size_t bytesPerPage = 2 << 20;
         // A synchroniser that sends whole files sends at most this much per change.
         std::uint64_t segmentSize = 8 << 20;
-        std::uint64_t smallLog = 4 << 20;  // a log up to this size is not compacted
-        std::uint32_t segments = 64;       // more are compacted; each start creates one
+        std::uint32_t segments = 64;  // more are put together; each start creates one
     };
 
     // `isShared`: the folder may be missing for a time; otherwise it is made again.
@@ -52,9 +52,15 @@ public:
     CloudZoneChanges zoneChanges(const std::string& token);
     CloudRecordChanges recordChanges(const std::string& zone, const std::string& token);
 
-    // Rewrites the segments of this machine if more than half of their content is outdated or there
-    // are many of them.
+    // Whether this machine's log, as far as it is known, has entries that are not needed any more:
+    // earlier versions, which may be of deleted values.
+    bool isOutdated() const;
+    // Rewrites the segments of this machine that have such entries; all of them if there are many.
     void compact();
+
+    // Removes the files of another machine, which is gone for good. What only its files have is
+    // written into this machine's first.
+    void remove(const Uuid& other);
 
     // Returns the subfolder that this machine writes.
     std::filesystem::path ownFolder();
@@ -70,9 +76,8 @@ private:
         std::uint64_t device = 0;  // of its own folder, to detect a replacement
         std::uint64_t inode = 0;
         std::uint64_t nextNumber = 0;
-        std::uint32_t firstSegment = 1;   // of this machine
-        std::uint64_t ownBytes = 0;       // size of the entries in this machine's segments
-        std::uint64_t outdatedBytes = 0;  // of those that are no longer needed
+        std::map<std::uint32_t, FolderRange> own;  // this machine's segments
+        std::uint64_t losses = 0;                  // of this machine at the last compaction
     };
 
     Opened& ready();
@@ -90,12 +95,17 @@ private:
         std::string bytes;         // their entries
         std::uint64_t number = 0;  // of the next entry
         std::uint64_t clock = 0;
-        std::uint64_t outdated = 0;             // bytes of entries that they replace
         std::unordered_set<std::string> names;  // with their zones
     };
     // Adds a record, which gets its new tag, or returns why it is refused.
     std::optional<CloudError> appendTo(Batch& batch, CloudRecord& record);
-    void takeWritten(std::string_view bytes, const FolderWriter::Position& position);
+    // Appends entries with numbers from `start` up to the log and the index.
+    void append(std::string_view bytes, std::uint64_t start);
+    bool isScattered() const;
+    std::vector<FolderRange> outdatedRanges() const;
+    void rewrite(const FolderRange& range);
+    void takeOver(std::uint32_t machine);
+    bool hasCurrent(const FolderIndex::Zone& zone, const std::string& name) const;
     CloudRecord recordAt(const FolderIndex::Winner& winner);
     std::optional<CloudRecord> read(FolderBodies& bodies, std::uint32_t machine,
                                     const FolderIndex::Item& item);

@@ -1,5 +1,6 @@
 #include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
 
+#include <chrono>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -10,6 +11,37 @@
 #include "QuorviCore/async/Future.h"
 
 namespace quorvi {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// So long changes are collected before this machine's files are rewritten without what is outdated.
+constexpr auto untilCompaction = 30s;
+
+// For the executor: calls `tell` on the main thread if there is something to compact after `work`.
+template <class Tell, class Work>
+auto noticing(FolderCloud& cloud, Scheduler& scheduler, Tell tell, Work work) {
+    struct Notice {
+        ~Notice() {
+            if (cloud.isOutdated()) scheduler.post(tell);
+        }
+        FolderCloud& cloud;
+        Scheduler& scheduler;
+        Tell& tell;
+    } const notice{cloud, scheduler, tell};
+    return work();
+}
+
+void compact(FolderCloud& cloud) {
+    try {
+        if (cloud.isOutdated()) cloud.compact();
+    } catch (const std::exception&) {
+        // The next access tries again.
+    }
+}
+
+}  // namespace
 
 // Collects saves while the disk is busy, to write them together.
 struct FolderCloudDatabase::Saves {
@@ -29,11 +61,6 @@ struct FolderCloudDatabase::Saves {
             else
                 answers[i].resolve(std::move(outcomes[i].results));
         }
-        try {
-            cloud.compact();
-        } catch (const CloudError&) {
-            // The next save tries again.
-        }
     }
 
     std::mutex mutex;  // guards the rest
@@ -49,15 +76,26 @@ FolderCloudDatabase::FolderCloudDatabase(Scheduler& scheduler, Executor& executo
                                            FolderCloud::Limits(), place.isShared)),
       saves_(std::make_shared<Saves>()) {}
 
-FolderCloudDatabase::~FolderCloudDatabase() = default;
+FolderCloudDatabase::~FolderCloudDatabase() {
+    executor_.run([cloud = cloud_] { compact(*cloud); });
+}
+
+void FolderCloudDatabase::compactSoon() {
+    if (std::exchange(isToCompact_, true)) return;
+    compaction_ = scheduler_.after(untilCompaction, [this] {
+        isToCompact_ = false;
+        executor_.run([cloud = cloud_] { compact(*cloud); });
+    });
+}
 
 template <class Work>
 auto FolderCloudDatabase::run(Work work, std::stop_token stop) {
     return inBackground(
         executor_, scheduler_,
-        [cloud = cloud_, stop, work = std::move(work)]() mutable {
+        [cloud = cloud_, &scheduler = scheduler_, stop,
+         tell = lifetime_.guard([this] { compactSoon(); }), work = std::move(work)]() mutable {
             throwIfStopped(stop);
-            return work(*cloud);
+            return noticing(*cloud, scheduler, tell, [&] { return work(*cloud); });
         },
         stop);
 }
@@ -102,7 +140,10 @@ Task<std::vector<CloudSaveResult>> FolderCloudDatabase::saveRecords(
         saves_->batches.push_back(std::move(records));
         saves_->promises.push_back(promise);
     }
-    executor_.run([cloud = cloud_, saves = saves_] { saves->carryOut(*cloud); });
+    executor_.run([cloud = cloud_, &scheduler = scheduler_, saves = saves_,
+                   tell = lifetime_.guard([this] { compactSoon(); })] {
+        noticing(*cloud, scheduler, tell, [&] { saves->carryOut(*cloud); });
+    });
     co_return co_await saving;
 }
 

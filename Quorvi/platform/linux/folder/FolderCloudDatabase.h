@@ -6,6 +6,7 @@
 
 #include "Quorvi/platform/CloudDatabase.h"
 #include "QuorviCore/async/Executor.h"
+#include "QuorviCore/async/Lifetime.h"
 
 namespace quorvi {
 
@@ -21,6 +22,9 @@ class FolderWatch;
 // each other's version, both saves succeed, all machines fetch both versions, and all choose the
 // same one as the version that the next save must name.
 //
+// What is replaced or deleted leaves this machine's files half a minute after it is known here, and
+// before the end of the database.
+//
 // Errors: networkUnavailable if the folder or mount is missing, permissionFailure if it cannot be
 // written, quotaExceeded if the disk is full.
 class FolderCloudDatabase final : public CloudDatabase {
@@ -32,7 +36,7 @@ public:
         bool isShared = true;  // may be a mount; a folder of this machine alone never is
     };
 
-    // The executor should have no other work.
+    // The executor should have no other work; it outlives the database, whose last work it does.
     FolderCloudDatabase(Scheduler& scheduler, Executor& executor, Place place);
     ~FolderCloudDatabase() override;
 
@@ -55,6 +59,7 @@ private:
 
     template <class Work>
     auto run(Work work, std::stop_token stop);
+    void compactSoon();
 
     Scheduler& scheduler_;
     Executor& executor_;
@@ -66,6 +71,9 @@ private:
     const std::shared_ptr<Observable> accountChange_ = std::make_shared<Observable>();
     std::string owner_;  // last result of userRecordName(); empty before
     std::unique_ptr<FolderWatch> watch_;
+    bool isToCompact_ = false;
+    Timer compaction_;
+    Lifetime lifetime_;
 };
 
 }  // namespace quorvi

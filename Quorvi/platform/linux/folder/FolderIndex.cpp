@@ -7,20 +7,32 @@
 namespace quorvi {
 
 std::uint32_t FolderIndex::machineNumber(const Uuid& id) {
-    const auto found = std::find_if(machines_.begin(), machines_.end(),
-                                    [&](const Machine& one) { return one.id == id; });
-    if (found != machines_.end()) return static_cast<std::uint32_t>(found - machines_.begin());
-    machines_.push_back({id, 0, {}});
-    return static_cast<std::uint32_t>(machines_.size() - 1);
+    const auto next = static_cast<std::uint32_t>(machines_.size());
+    const auto [known, isNew] = machineNumbers_.try_emplace(id, next);
+    if (isNew) machines_.emplace_back().id = id;
+    return known->second;
 }
 
-std::uint32_t FolderIndex::zoneNumber(std::string_view name) {
+std::uint32_t FolderIndex::zoneNumber(std::string_view name, std::uint32_t maker) {
     const auto found = zoneNumbers_.find(name);
     if (found != zoneNumbers_.end()) return found->second;
     const auto number = static_cast<std::uint32_t>(zones_.size());
-    zones_.emplace_back().name = name;
+    auto& zone = zones_.emplace_back();
+    zone.name = name;
+    zone.maker = maker;
     zoneNumbers_.emplace(name, number);
     return number;
+}
+
+bool FolderIndex::isCredible(std::uint32_t machine, const Entry& entry) const {
+    const auto found = zoneNumbers_.find(entry.zone);
+    const auto* known = found == zoneNumbers_.end() ? nullptr : &zones_[found->second];
+    std::uint64_t last = generationsAhead;
+    if (known) last += std::max(known->generation, known->deletedThrough);
+    const auto maker = known ? known->maker : machine;
+    const bool isThere = known && known->exists();
+    const bool isMade = entry.kind != Entry::Kind::zoneDeleted && !isThere;
+    return entry.generation <= last && (!isMade || machines_[maker].zones < zonesPerMachine);
 }
 
 const FolderIndex::Zone* FolderIndex::zone(std::string_view name) const {
@@ -37,8 +49,21 @@ std::uint32_t FolderIndex::nextGeneration(std::string_view name) const {
 }
 
 void FolderIndex::startGeneration(Zone& zone, std::uint32_t generation) {
+    const bool existed = zone.exists();
     zone.generation = generation;
+    if (!existed && zone.exists()) ++machines_[zone.maker].zones;
     zone.records.clear();
+    loseAll();
+}
+
+void FolderIndex::lose(std::uint32_t machine, Item& item, Item::State state) {
+    item.state = state;
+    ++machines_[machine].losses;
+}
+
+// After the end of a zone: any machine may have entries of it.
+void FolderIndex::loseAll() {
+    for (auto& machine : machines_) ++machine.losses;
 }
 
 void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
@@ -59,10 +84,11 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
         return;
     }
     writer.covered = entry.number;
-    clock_ = std::max(clock_, entry.clock);
+    const auto clock = std::min(entry.clock, lastClock);
+    clock_ = std::max(clock_, clock);
 
     Item item{.number = entry.number,
-              .clock = entry.clock,
+              .clock = clock,
               .offset = place.offset,
               .generation = entry.generation,
               .segment = place.segment,
@@ -72,7 +98,8 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
         writer.items.push_back(item);
         return;
     }
-    item.zone = zoneNumber(entry.zone);
+    if (!isCredible(place.machine, entry)) return;
+    item.zone = zoneNumber(entry.zone, place.machine);
     auto& zone = zones_[item.zone];
     switch (entry.kind) {
         case Entry::Kind::zoneMade:
@@ -81,9 +108,11 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
             writer.items.push_back(item);
             break;
         case Entry::Kind::zoneDeleted:
+            if (zone.exists() && entry.generation >= zone.generation) --machines_[zone.maker].zones;
             zone.deletedThrough = std::max(zone.deletedThrough, entry.generation);
             zone.deleted[place.machine] = entry.number;
             if (!zone.exists()) zone.records.clear();
+            loseAll();
             writer.items.push_back(item);
             break;
         case Entry::Kind::record: {
@@ -99,7 +128,7 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
             const auto at = static_cast<std::uint32_t>(items.size());
             items.push_back(item);
             if (!zone.exists() || entry.generation != zone.generation) {
-                items.back().state = Item::State::outdated;
+                lose(place.machine, items.back(), Item::State::outdated);
                 break;
             }
             zone.changed[place.machine] = entry.number;
@@ -117,13 +146,13 @@ void FolderIndex::link(std::uint32_t machine, std::uint32_t at, Record& record) 
     for (auto& other : record.latest) {
         auto& known = machines_[other.machine].items[other.item];
         if (other.machine == machine) {
-            known.state = Item::State::outdated;
+            lose(machine, known, Item::State::outdated);
             continue;
         }
         if (item.parentMachine == other.machine && item.parentNumber == known.number)
-            known.state = Item::State::replaced;
+            lose(other.machine, known, Item::State::replaced);
         if (known.parentMachine == machine && known.parentNumber == item.number)
-            item.state = Item::State::replaced;
+            lose(machine, item, Item::State::replaced);
     }
     for (auto& other : record.latest)
         if (other.machine == machine) {
@@ -135,9 +164,10 @@ void FolderIndex::link(std::uint32_t machine, std::uint32_t at, Record& record) 
 
 void FolderIndex::takeWhole(std::uint32_t machine, std::uint32_t segment, std::uint64_t start,
                             std::uint64_t end) {
-    for (auto& item : machines_[machine].items)
-        if (item.number >= start && item.number <= end && item.segment < segment)
-            item.state = Item::State::outdated;
+    auto& items = machines_[machine].items;
+    auto item = std::ranges::lower_bound(items, start, {}, &Item::number);
+    for (; item != items.end() && item->number <= end; ++item)
+        if (item->segment < segment) item->state = Item::State::outdated;
 }
 
 bool FolderIndex::counts(const Item& item) const {
@@ -147,8 +177,7 @@ bool FolderIndex::counts(const Item& item) const {
 
 bool FolderIndex::isNeeded(const Item& item) const {
     if (!item.isRecord) return true;
-    return item.state != Item::State::outdated && item.generation == zones_[item.zone].generation &&
-           zones_[item.zone].exists();
+    return counts(item);
 }
 
 std::optional<FolderIndex::Winner> FolderIndex::winner(const Zone& zone,

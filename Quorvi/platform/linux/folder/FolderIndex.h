@@ -29,13 +29,17 @@ class FolderIndex {
 public:
     using Entry = folderlog::Entry;
     static constexpr std::uint32_t nobody = UINT32_MAX;
+    // What one machine's log may do to the others is limited: entries beyond it are ignored.
+    static constexpr std::uint32_t zonesPerMachine = 100;
+    static constexpr std::uint32_t generationsAhead = 1000;
+    static constexpr std::uint64_t lastClock = std::uint64_t{1} << 62;
 
     // An entry that is or was current.
     struct Item {
         enum class State : std::uint8_t {
             current,   // not replaced; concurrent saves leave several
             replaced,  // by a version of another machine
-            outdated,  // by a version of its own machine
+            outdated,  // by a version of its own machine, or no longer in its log
         };
         std::uint64_t number = 0;
         std::uint64_t clock = 0;
@@ -60,10 +64,13 @@ public:
     struct Machine {
         Uuid id;
         std::uint64_t covered = 0;  // all entries up to this number are known
+        std::uint32_t zones = 0;    // that exist and were first named here
+        std::uint64_t losses = 0;   // how often an entry of it has ceased to be needed
         std::vector<Item> items;    // in ascending order of number
     };
     struct Zone {
         std::string name;
+        std::uint32_t maker = nobody;  // who named it first
         std::uint32_t generation = 0;
         std::uint32_t deletedThrough = 0;
         std::unordered_map<std::string, Record> records;
@@ -85,7 +92,8 @@ public:
                    std::uint64_t end);
 
     const std::set<std::string>& owners() const { return owners_; }
-    std::uint64_t clock() const { return clock_; }
+    // Returns the clock of the next entry.
+    std::uint64_t nextClock() const { return clock_ < lastClock ? clock_ + 1 : lastClock; }
     const std::vector<Zone>& zones() const { return zones_; }
     // Returns nullptr if the zone does not exist or has been deleted.
     const Zone* zone(std::string_view name) const;
@@ -99,15 +107,20 @@ public:
     };
     std::optional<Winner> winner(const Zone& zone, const std::string& name) const;
     bool counts(const Item& item) const;
-    // Whether the item must be kept because other machines may not have seen its replacement.
+    // Whether the item must stay in its machine's log. A version that another machine's version
+    // replaces need not: it may hold what the user has deleted there.
     bool isNeeded(const Item& item) const;
 
 private:
-    std::uint32_t zoneNumber(std::string_view name);
+    bool isCredible(std::uint32_t machine, const Entry& entry) const;
+    std::uint32_t zoneNumber(std::string_view name, std::uint32_t maker);
     void link(std::uint32_t machine, std::uint32_t item, Record& record);
     void startGeneration(Zone& zone, std::uint32_t generation);
+    void lose(std::uint32_t machine, Item& item, Item::State state);
+    void loseAll();
 
     std::vector<Machine> machines_;
+    std::map<Uuid, std::uint32_t> machineNumbers_;
     std::vector<Zone> zones_;
     std::map<std::string, std::uint32_t, std::less<>> zoneNumbers_;
     std::set<std::string> owners_;

@@ -113,6 +113,12 @@ std::optional<std::string_view> readFrame(std::string_view bytes) {
     return body;
 }
 
+std::size_t frameSizeOf(std::string_view bytes) {
+    if (bytes.size() < frameSize) return frameSize;
+    const auto size = Reader{bytes}.number<std::uint32_t>();
+    return size > 0 && size <= largestBody ? frameSize + size : 0;
+}
+
 std::optional<Entry> readBody(std::string_view body) {
     Reader reader{body};
     Entry entry;

@@ -21,6 +21,8 @@ namespace quorvi::folderlog {
 
 inline constexpr std::size_t headSize = 44;
 inline constexpr std::size_t frameSize = 8;  // before each body
+// Nothing longer is written, or taken for an entry.
+inline constexpr std::size_t largestBody = 32 << 20;
 
 // Identifies a version of a record: the machine that wrote it, and the number of its entry.
 struct Version {
@@ -57,6 +59,9 @@ void appendEntry(std::string& bytes, const Entry& entry);
 // Returns the body of the entry at the start of the bytes; nullopt if it is incomplete or damaged,
 // which cannot be told apart.
 std::optional<std::string_view> readFrame(std::string_view bytes);
+// Returns the number of bytes that the entry at the start of the bytes needs, as far as they tell;
+// 0 if that is no entry.
+std::size_t frameSizeOf(std::string_view bytes);
 // Decodes a body; the views point into it. Returns nullopt for entries of an unknown format.
 std::optional<Entry> readBody(std::string_view body);
 

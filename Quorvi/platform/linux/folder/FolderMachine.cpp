@@ -35,12 +35,24 @@ std::map<std::string, std::string> read(const std::filesystem::path& file) {
     return values;
 }
 
+// Several programs of one computer have a file each.
+std::filesystem::path fileOf(std::filesystem::path file, int program) {
+    if (program > 1) file += "-" + std::to_string(program);
+    return file;
+}
+
 }  // namespace
+
+std::vector<Uuid> FolderMachine::idsIn(const std::filesystem::path& file) {
+    std::vector<Uuid> ids;
+    for (int program = 1; program <= programsAtOnce; ++program)
+        if (const auto id = Uuid::parse(read(fileOf(file, program))["machine"])) ids.push_back(*id);
+    return ids;
+}
 
 FolderMachine::FolderMachine(const std::filesystem::path& file) {
     for (int program = 1; !lock_; ++program) {
-        file_ = file;
-        if (program > 1) file_ += "-" + std::to_string(program);
+        file_ = fileOf(file, program);
         auto lock = file_;
         lock += ".lock";
         try {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Quorvi/platform/linux/posix/FileLock.h"
 #include "QuorviCore/identity/Uuid.h"
@@ -17,6 +18,9 @@ class FolderMachine {
 public:
     // Reads the file, or creates a new identity. Throws std::system_error.
     explicit FolderMachine(const std::filesystem::path& file);
+
+    // Returns the identities of this computer's programs, without taking one.
+    static std::vector<Uuid> idsIn(const std::filesystem::path& file);
 
     // Writes the file durably. Throws std::system_error.
     void save();

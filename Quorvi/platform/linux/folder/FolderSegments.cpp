@@ -24,11 +24,17 @@ constexpr std::string_view extension = ".log";
 constexpr std::size_t digits = 8;
 constexpr std::size_t readAhead = 1 << 20;
 
-// Calls `visit` with each name in the folder; returns false if it cannot be opened.
-bool forEachName(const std::filesystem::path& folder,
+// Calls `visit` with each name in the folder; returns false if it cannot be opened. `flags` as for
+// open().
+bool forEachName(const std::filesystem::path& folder, int flags,
                  const std::function<void(const char*)>& visit) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> opened(::opendir(folder.c_str()), ::closedir);
-    if (!opened) return false;
+    const int file = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags);
+    if (file < 0) return false;
+    const std::unique_ptr<DIR, int (*)(DIR*)> opened(::fdopendir(file), ::closedir);
+    if (!opened) {
+        ::close(file);
+        return false;
+    }
     while (const dirent* one = ::readdir(opened.get())) visit(one->d_name);
     return true;
 }
@@ -77,18 +83,19 @@ std::filesystem::path FolderSegments::pathOf(std::uint32_t machine, std::uint32_
     return pathOf(index_.machine(machine).id) / folderSegmentName(segment);
 }
 
-std::vector<std::uint32_t> FolderSegments::segmentsOf(std::uint32_t machine) const {
-    std::vector<std::uint32_t> numbers;
-    if (const auto found = segments_.find(machine); found != segments_.end())
-        for (const auto& [number, segment] : found->second) numbers.push_back(number);
-    return numbers;
+std::uint32_t FolderSegments::lastOf(std::uint32_t machine) const {
+    const auto found = segments_.find(machine);
+    return found == segments_.end() || found->second.empty() ? 0 : found->second.rbegin()->first;
 }
 
-std::uint64_t FolderSegments::sizeOf(std::uint32_t machine) const {
-    std::uint64_t size = 0;
+std::map<std::uint32_t, FolderRange> FolderSegments::rangesOf(std::uint32_t machine) const {
+    std::map<std::uint32_t, FolderRange> ranges;
     if (const auto found = segments_.find(machine); found != segments_.end())
-        for (const auto& [number, segment] : found->second) size += segment.size;
-    return size;
+        for (const auto& [number, segment] : found->second)
+            if (segment.start)
+                ranges[number] = {*segment.start, std::max(segment.last, *segment.start - 1),
+                                  segment.size};
+    return ranges;
 }
 
 void FolderSegments::readAll(std::optional<Uuid> except) {
@@ -98,7 +105,7 @@ void FolderSegments::readAll(std::optional<Uuid> except) {
         const auto id = Uuid::parse(name);
         if (id && id != except) machines.push_back(*id);
     };
-    if (!forEachName(folder_, visit)) failFolder("read", folder_);
+    if (!forEachName(folder_, 0, visit)) failFolder("read", folder_);
     for (const auto& id : machines) readMachine(id);
 }
 
@@ -120,7 +127,7 @@ void FolderSegments::list(std::uint32_t machine, Segments& segments) {
     const auto visit = [&](const char* name) {
         const auto number = folderSegmentNumber(name);
         struct stat status {};
-        if (!number || ::stat((folder / name).c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        if (!number || ::lstat((folder / name).c_str(), &status) != 0 || !S_ISREG(status.st_mode))
             return;
         present.push_back(*number);
         auto& segment = segments[*number];
@@ -130,7 +137,7 @@ void FolderSegments::list(std::uint32_t machine, Segments& segments) {
         segment.size = size;
         segment.changed = changed;
     };
-    if (!forEachName(folder, visit)) return;  // the folder of the machine is missing
+    if (!forEachName(folder, O_NOFOLLOW, visit)) return;  // the folder of the machine is missing
     std::erase_if(segments, [&](const auto& one) {
         return std::find(present.begin(), present.end(), one.first) == present.end();
     });
@@ -179,15 +186,16 @@ bool FolderSegments::parse(std::uint32_t machine, std::uint32_t number, Segment&
                             {machine, number, offset, static_cast<std::uint32_t>(body->size())});
                 if (entry->kind == Entry::Kind::end)
                     index_.takeWhole(machine, number, *segment.start, entry->number);
+                segment.last = std::max(segment.last, entry->number);
             }
             segment.parsed += size;
             rest.remove_prefix(size);
         }
-        if (isEnd) break;
-        // A body may be longer than the buffer.
+        const auto wanted = frameSizeOf(rest);
+        if (isEnd || wanted <= rest.size()) break;  // incomplete, or damaged
         kept = rest.size();
         std::copy(rest.begin(), rest.end(), bytes.begin());
-        if (kept == bytes.size()) bytes.resize(bytes.size() * 2);
+        if (wanted > bytes.size()) bytes.resize(wanted);
     }
     return segment.parsed != begin;
 }

@@ -13,10 +13,19 @@
 
 namespace quorvi {
 
+inline constexpr std::uint32_t largestSegmentNumber = 99'999'999;
+
 // Convert between the number of a segment and its file name. folderSegmentNumber() returns nullopt
 // for other names, such as drafts and conflict copies of file synchronisers.
 std::string folderSegmentName(std::uint32_t number);
 std::optional<std::uint32_t> folderSegmentNumber(std::string_view name);
+
+// The numbers of the entries of a segment; `last` is start - 1 if it has none.
+struct FolderRange {
+    std::uint64_t start = 1;
+    std::uint64_t last = 0;
+    std::uint64_t bytes = 0;
+};
 
 // Updates an index from the machines' folders. Skips what is missing or incomplete until it is
 // complete. One thread at a time.
@@ -31,14 +40,15 @@ public:
 
     std::filesystem::path pathOf(const Uuid& machine) const;
     std::filesystem::path pathOf(std::uint32_t machine, std::uint32_t segment) const;
-    // Returns the numbers of the known segments of a machine.
-    std::vector<std::uint32_t> segmentsOf(std::uint32_t machine) const;
-    // Returns the total size of the segments of a machine.
-    std::uint64_t sizeOf(std::uint32_t machine) const;
+    // Returns the number of the last segment of a machine, readable or not; 0 without one.
+    std::uint32_t lastOf(std::uint32_t machine) const;
+    // Returns which entries the segments of a machine have, those that can be read.
+    std::map<std::uint32_t, FolderRange> rangesOf(std::uint32_t machine) const;
 
 private:
     struct Segment {
         std::optional<std::uint64_t> start;  // set when the head has been read
+        std::uint64_t last = 0;              // number of the last entry
         std::uint64_t parsed = 0;            // bytes that have been indexed
         std::uint64_t size = 0;
         std::int64_t changed = 0;  // modification time

@@ -22,29 +22,44 @@ void writeAll(int file, std::string_view bytes, const std::filesystem::path& pat
     }
 }
 
-void syncFolder(const std::filesystem::path& folder) {
-    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // Some network file systems do not support fsync of a folder.
-    if (!opened || (::fsync(opened.get()) != 0 && errno != EINVAL)) failFolder("fsync", folder);
+}  // namespace
+
+FolderWriter::FolderWriter(std::filesystem::path folder, const Uuid& machine, std::uint32_t next,
+                           std::uint64_t segmentSize)
+    : folder_(std::move(folder)),
+      opened_(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)),
+      machine_(machine),
+      segmentSize_(segmentSize),
+      next_(next) {
+    if (!opened_) failFolder("open", folder_);
 }
 
-}  // namespace
+void FolderWriter::syncFolder() const {
+    // Some network file systems do not support fsync of a folder.
+    if (::fsync(opened_.get()) != 0 && errno != EINVAL) failFolder("fsync", folder_);
+}
 
 std::filesystem::path FolderWriter::lastSegment() const {
     return folder_ / folderSegmentName(next_ - 1);
 }
 
 void FolderWriter::begin(std::uint64_t start) {
-    const auto path = folder_ / folderSegmentName(next_);
-    file_ = std::make_unique<Descriptor>(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC, 0600));
-    if (!*file_) failFolder("create", path);
-    ++next_;
+    // The names of the next ones may be taken, by anything.
+    int file = -1;
+    for (int tries = 0; file < 0 && tries < 1000 && next_ <= largestSegmentNumber;
+         ++tries, ++next_) {
+        file = ::openat(opened_.get(), folderSegmentName(next_).c_str(),
+                        O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC, 0600);
+        if (file < 0 && errno != EEXIST) break;
+    }
+    if (file < 0) failFolder("create", folder_ / folderSegmentName(next_));
+    const auto path = lastSegment();
+    file_ = std::make_unique<Descriptor>(file);
     std::string head;
     folderlog::appendHead(head, machine_, start);
     writeAll(file_->get(), head, path);
     size_ = head.size();
-    syncFolder(folder_);
+    syncFolder();
 }
 
 FolderWriter::Position FolderWriter::append(std::string_view entries, std::uint64_t start) {
@@ -83,10 +98,10 @@ void FolderWriter::finishSegment() {
     file_.reset();
 }
 
-void FolderWriter::removeBelow(std::uint32_t segment) {
-    for (std::uint32_t number = 0; number < segment; ++number)
-        ::unlink((folder_ / folderSegmentName(number)).c_str());
-    syncFolder(folder_);
+void FolderWriter::remove(const std::vector<std::uint32_t>& segments) {
+    for (const auto number : segments)
+        ::unlinkat(opened_.get(), folderSegmentName(number).c_str(), 0);
+    syncFolder();
 }
 
 }  // namespace quorvi

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "Quorvi/platform/linux/folder/FolderLog.h"
 #include "Quorvi/platform/linux/posix/Descriptor.h"
@@ -15,9 +16,9 @@ class FolderWriter {
 public:
     // `next` is greater than the number of any existing segment. A segment exceeds `segmentSize`
     // only if it holds a single append.
+    // Throws CloudError if the folder can't be opened; a link in its place is none.
     FolderWriter(std::filesystem::path folder, const Uuid& machine, std::uint32_t next,
-                 std::uint64_t segmentSize)
-        : folder_(std::move(folder)), machine_(machine), segmentSize_(segmentSize), next_(next) {}
+                 std::uint64_t segmentSize);
 
     struct Position {
         std::uint32_t segment;
@@ -31,14 +32,17 @@ public:
     // Makes all entries durable; the next append starts a new segment.
     void finishSegment();
     std::uint32_t nextSegment() const { return next_; }
-    // Removes the segments before this one.
-    void removeBelow(std::uint32_t segment);
+    // Removes segments.
+    void remove(const std::vector<std::uint32_t>& segments);
 
 private:
     void begin(std::uint64_t start);
     std::filesystem::path lastSegment() const;
 
+    void syncFolder() const;
+
     const std::filesystem::path folder_;
+    const Descriptor opened_;  // the folder
     const Uuid machine_;
     const std::uint64_t segmentSize_;
     std::uint32_t next_;
