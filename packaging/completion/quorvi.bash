@@ -27,6 +27,10 @@ _quorvi() {
             mapfile -t COMPREPLY < <(compgen -f -- "$current")
             return
             ;;
+        computers)
+            mapfile -t COMPREPLY < <(compgen -W "remove" -- "$current")
+            return
+            ;;
         erase)
             mapfile -t COMPREPLY < <(compgen -W "--yes" -- "$current")
             return
@@ -35,7 +39,7 @@ _quorvi() {
     local words='--shortcut --mode --print-stages --help --version --store-key --remove-key --cloud-database= --store-cloud-password --cloud-release-check'
     if [[ $current != -* ]]; then
         ((COMP_CWORD == 1)) || return
-        words='start finish toggle cancel status show quit doctor export import erase'
+        words='start finish toggle cancel status show quit doctor export import computers erase'
     fi
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
     [[ ${COMPREPLY[0]-} != *= ]] || compopt -o nospace

@@ -21,6 +21,7 @@ complete -c quorvi -n __fish_is_first_arg -a quit -d 'End Quorvi'
 complete -c quorvi -n __fish_is_first_arg -a doctor -d 'Check everything that a dictation needs'
 complete -c quorvi -n __fish_is_first_arg -a export -d 'Write dictations, rules and settings to a file'
 complete -c quorvi -n __fish_is_first_arg -a import -d 'Merge such a file in'
+complete -c quorvi -n __fish_is_first_arg -a computers -d 'List the computers that share the folder'
 complete -c quorvi -n __fish_is_first_arg -a erase -d 'Remove everything from this machine'
 complete -c quorvi -n '__fish_seen_subcommand_from export import' -F
 complete -c quorvi -n '__fish_seen_subcommand_from erase' -l yes

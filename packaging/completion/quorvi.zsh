@@ -23,5 +23,6 @@ _arguments \
         doctor\:"check everything that a dictation needs"
         export\:"write dictations, rules and settings to a file"
         import\:"merge such a file in"
+        computers\:"list the computers that share the folder"
         erase\:"remove everything from this machine"))' \
     '2:file:_files'

@@ -1,4 +1,5 @@
--- The functions that devices call, with the rights of the calling account. Each call is a transaction.
+-- The functions that devices call, with the rights of the calling account (changed by 0003-rights.sql). Each
+-- call is a transaction.
 
 -- Returns the id of the account and whether the server sends notifications. Creates the row at the first
 -- call.

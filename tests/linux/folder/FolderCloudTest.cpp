@@ -453,6 +453,7 @@ TEST(FolderCloud, GoesOnWhateverOthersWriteIntoTheFolder) {
     fs::rename(own, home.path() / "away");
     fs::create_directory_symlink(home.path() / "away", own);
     const auto before = shell("ls -lR " + (home.path() / "away").string());
+    one.cloud->saveZone(zone);
     one.save("w", "4");
     EXPECT_EQ(shell("ls -lR " + (home.path() / "away").string()), before);
 }

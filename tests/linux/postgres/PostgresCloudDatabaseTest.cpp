@@ -104,15 +104,15 @@ TEST_F(PostgresCloudDatabaseTest, ReadsThePasswordFromTheUsualFile) {
 
 // What an account may try in SQL on a connection of its own.
 TEST_F(PostgresCloudDatabaseTest, KeepsAccountsApartForWhoeverSpeaksSql) {
-    const auto owner = newAccount(server()), thief = newAccount(server(), "x");
+    const auto owner = newAccount(server());
+    const std::string thief = "thief";
+    server().addAccount(thief, "x");
     const auto mine = machineOf(owner);
     get(mine->saveZone("Notes", {}));
     get(mine->saveRecords({noteRecord("letter", "private")}, {}));
     const auto attempt = [&](const std::string& sql) { return server().sqlAs(thief, "x", sql); };
     for (const auto* table : {"accounts", "zones", "records"})
         EXPECT_EQ(attempt("SELECT count(*) FROM quorvi." + std::string(table)), "0\n");
-    EXPECT_EQ(attempt("DELETE FROM quorvi.records RETURNING name"), "");
-    EXPECT_EQ(attempt("UPDATE quorvi.zones SET version = 0 RETURNING name"), "");
     for (const auto& statement :
          {"INSERT INTO quorvi.records VALUES ('" + owner + "', 1, 1, 'x', 'Note', '')",
           "INSERT INTO quorvi.accounts (account) VALUES ('" + owner + "')",
@@ -121,8 +121,13 @@ TEST_F(PostgresCloudDatabaseTest, KeepsAccountsApartForWhoeverSpeaksSql) {
           std::string("SET row_security = off; SELECT * FROM quorvi.records"),
           std::string("ALTER TABLE quorvi.records DISABLE ROW LEVEL SECURITY"),
           std::string("CREATE TABLE quorvi.mine ()"), std::string("CREATE TEMPORARY TABLE mine ()"),
-          std::string("UPDATE quorvi.server SET push = false")})
+          std::string("UPDATE quorvi.server SET push = false"),
+          std::string("DELETE FROM quorvi.records"), std::string("SELECT lo_create(0)"),
+          std::string("SELECT pg_advisory_lock(1)"),
+          std::string("BEGIN; LOCK TABLE quorvi.records"),
+          std::string("SELECT * FROM quorvi.accounts FOR UPDATE")})
         EXPECT_NE(attempt(statement).find("ERROR"), std::string::npos) << statement;
+    EXPECT_EQ(attempt("SHOW lock_timeout"), "10s\n");
     // The owner of the tables is subject to the policies too, because they are forced.
     EXPECT_EQ(server().sql("SET ROLE quorvi_owner; SELECT count(*) FROM quorvi.records"), "0\n");
     EXPECT_EQ(textOf(*get(mine->fetchRecord({"Notes", "letter"}, {})).payload), "private");

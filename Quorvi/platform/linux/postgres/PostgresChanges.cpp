@@ -8,6 +8,8 @@ namespace quorvi {
 
 namespace {
 
+constexpr std::int64_t bytesInPage = 8 << 20;
+
 // The content of a token.
 struct Token {
     std::string subject;
@@ -127,10 +129,16 @@ std::shared_ptr<PostgresJob> recordChangesJob(std::string zone, const std::strin
         "SELECT z.generation, a.version, r.name, r.type, r.version, r.payload"
         " FROM quorvi.accounts a"
         " LEFT JOIN quorvi.zones z ON z.account = a.account AND z.name = $1"
-        " LEFT JOIN LATERAL (SELECT r.name, r.type, r.version, r.payload FROM quorvi.records r"
+        " LEFT JOIN LATERAL (SELECT * FROM (SELECT l.*, pg_catalog.sum(l.size)"
+        " OVER (ORDER BY l.version) - l.size AS before FROM (SELECT r.name, r.type, r.version,"
+        " r.payload, COALESCE(pg_catalog.octet_length(r.payload), 0) AS size FROM quorvi.records r"
         " WHERE r.account = CURRENT_USER::text AND r.zone = z.generation AND r.version > $2"
-        " ORDER BY r.version LIMIT $3) r ON true WHERE a.account = CURRENT_USER::text");
-    query.text(zone).number(since.version).number(static_cast<std::int64_t>(limit));
+        " ORDER BY r.version LIMIT $3) l) s WHERE s.before < $4 ORDER BY s.version) r ON true"
+        " WHERE a.account = CURRENT_USER::text");
+    query.text(zone)
+        .number(since.version)
+        .number(static_cast<std::int64_t>(limit))
+        .number(bytesInPage);
     return request<CloudRecordChanges>(
         std::move(query), std::move(promise),
         [since, limit, zone](const PostgresResult& rows, const PostgresAccount&) {
@@ -140,14 +148,17 @@ std::shared_ptr<PostgresJob> recordChangesJob(std::string zone, const std::strin
             check(since, generation, rows.number(0, lastVersionColumn));
             CloudRecordChanges changes;
             auto last = since.version;
+            std::int64_t bytes = 0;
             const int count = rows.isNull(0, nameColumn) ? 0 : rows.rows();
             changes.modified.reserve(static_cast<std::size_t>(count));
             for (int row = 0; row < count; ++row) {
                 changes.modified.push_back(recordAt(rows, row, zone));
                 last = rows.number(row, versionColumn);
+                const auto& payload = changes.modified.back().payload;
+                bytes += payload ? static_cast<std::int64_t>(payload->size()) : 0;
             }
             changes.token = tokenText(generation, last);
-            changes.more = changes.modified.size() == limit;
+            changes.more = changes.modified.size() == limit || bytes >= bytesInPage;
             return changes;
         });
 }

@@ -16,7 +16,7 @@ std::shared_ptr<PostgresJob> fetchRecordJob(CloudRecordID id, Promise<CloudRecor
 std::shared_ptr<PostgresJob> zoneChangesJob(const std::string& token,
                                             Promise<CloudZoneChanges> promise);
 
-// Reads at most `limit` records.
+// Reads at most `limit` records; fewer if they have some megabytes together. One may have more.
 std::shared_ptr<PostgresJob> recordChangesJob(std::string zone, const std::string& token,
                                               std::size_t limit,
                                               Promise<CloudRecordChanges> promise);
