@@ -118,13 +118,13 @@ TEST_F(UserDataTest, ChangesNothingAfterAnError) {
     auto damaged = other.files.files;
     for (const auto* file : {"history.json", SyncMachine::archiveFile}) {
         other.files.files[file] = "{";
-        EXPECT_THROW(import(other, backup), std::runtime_error);
-        EXPECT_THROW(exported(other), std::runtime_error);
+        EXPECT_THROW(import(other, backup), QuorviError);
+        EXPECT_THROW(exported(other), QuorviError);
         EXPECT_EQ(other.files.files[file], "{");
         other.files.files = damaged;
     }
     other.files.full = true;
-    EXPECT_THROW(import(other, backup), std::runtime_error);
+    EXPECT_THROW(import(other, backup), QuorviError);
     other.files.full = false;
     EXPECT_EQ(other.files.files, damaged);
     import(other, backup);
