@@ -73,7 +73,8 @@ private:
         if (!entry.IsObject()) refuse("an entry is no object");
         const auto& revision = member(entry, "revision");
         const auto& redacted = member(entry, "redacted");
-        if (!revision.IsInt64() || revision.GetInt64() < 1 || revision.GetInt64() > SyncItem::latestRevision)
+        if (!revision.IsInt64() || revision.GetInt64() < 1 ||
+            revision.GetInt64() > SyncItem::latestRevision)
             refuse("a revision is out of range");
         if (!redacted.IsBool()) refuse("\"redacted\" is neither true nor false");
         auto [id, payload] = (this->*valueOf)(entry);
