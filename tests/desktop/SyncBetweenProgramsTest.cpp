@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <ctime>
 #include <fstream>
 
 #include "QuorviCore/identity/Uuid.h"
@@ -96,8 +97,9 @@ TEST_F(SyncBetweenProgramsTest, ThroughAServer) {
 
 TEST_F(SyncBetweenProgramsTest, EachCloudIsANewBeginningWithTheSameData) {
     const PostgresServer server;
-    const auto record = [](const std::string& text) {
-        return R"({"appName":"Mail","audioSeconds":3,"date":8e8,"id":")" + newUuid() +
+    const auto today = std::to_string(std::time(nullptr) - 978'307'200);  // seconds since 2001
+    const auto record = [&](const std::string& text) {
+        return R"({"appName":"Mail","audioSeconds":3,"date":)" + today + R"(,"id":")" + newUuid() +
                R"(","language":"el","text":")" + text + R"(","wordCount":1})";
     };
     setHistory(first_, record("erstens"));
