@@ -39,17 +39,25 @@ struct PlainCalls {
     std::optional<ObjectRef> fieldOf(pid_t pid) {
         const auto names = peers.namesOf(pid, soon());
         if (names.empty()) return std::nullopt;
-        const auto windows = readObjects(peers.call(
-            {{names[0], rootPath}, accessibleInterface, "GetChildren", arguments()}, soon()));
-        if (!windows || windows->empty()) return std::nullopt;
-        const auto found = readObjects(peers.call(
-            {(*windows)[0], collectionInterface, "GetMatches", matchesWithState(State::focused, 8)},
-            soon()));
-        return found && !found->empty() ? std::optional(found->back()) : std::nullopt;
+        std::vector<ObjectRef> level{{names[0], rootPath}};
+        while (!level.empty()) {
+            std::vector<ObjectRef> children;
+            for (const auto& object : level) {
+                const auto states = readStates(ask(object, "GetState"));
+                const auto role = readUnsigned(ask(object, "GetRole"));
+                if (states && states->has(State::focused) &&
+                    role == static_cast<unsigned>(Role::text))
+                    return object;
+                if (const auto some = readObjects(ask(object, "GetChildren")))
+                    children.insert(children.end(), some->begin(), some->end());
+            }
+            level = std::move(children);
+        }
+        return std::nullopt;
     }
     static TimePoint soon() { return std::chrono::steady_clock::now() + 5s; }
-    void ask(const ObjectRef& object, const char* method) {
-        peers.call({object, accessibleInterface, method, arguments()}, soon());
+    Variant ask(const ObjectRef& object, const char* method) {
+        return peers.call({object, accessibleInterface, method, arguments()}, soon());
     }
 };
 
