@@ -128,6 +128,8 @@ TEST_F(AtspiFields, AHungApplicationYieldsNothingUntilItRecoversAndATextBeyondTh
     user_.type("y");
     EXPECT_TRUE(eventually([&] { return !reader_.value(*field); }));
     EXPECT_TRUE(reader_.waitForSelection(*field, {1, 0}));
+    user_.chord({key::leftControl, key::leftShift}, key::end);
+    EXPECT_TRUE(reader_.waitForSelection(*field, {1, 100'000}));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/atspi/AtspiRichText.h"
 #include "tests/support/Process.h"
 #include "tests/support/desktop/Editors.h"
 #include "tests/support/desktop/FieldReader.h"
@@ -53,6 +54,12 @@ TEST(WebFields, AnEditableRegionReadsAsLinesThatFitItsSelection) {
     expectSelection(12, 0);
     user.chord({key::leftControl}, key::a);
     expectSelection(0, 32);
+}
+
+TEST(AtspiRichText, OnlySpacesThatTheBrowserMadeOfTypedOnesAreRestored) {
+    std::string text = "\u00A0Bonjour\u00A0! Ça  va \u00A0?\u00A0\n\u00A0";
+    atspi::restoreTypedSpaces(text);
+    EXPECT_EQ(text, " Bonjour\u00A0! Ça  va  ? \n ");
 }
 
 }  // namespace

@@ -98,8 +98,12 @@ TEST_F(StatusItemTest, EntriesDoWhatTheySay) {
     choose("Check for Updates…");
     choose("Quit Quorvi");
     EXPECT_EQ(asked, "window window window window updates quit ");
-    dictateToTheEnd();
     pasteboard.copyText("other");
+    poster.onPost = nullptr;
+    dictateToTheEnd();
+    EXPECT_EQ(pasteboard.text(), model->lastTranscript()) << "nobody took it";
+    choose("Restore my clipboard");
+    EXPECT_EQ(pasteboard.text(), "other");
     choose("Copy last transcript");
     EXPECT_EQ(pasteboard.text(), model->lastTranscript());
 }

@@ -93,6 +93,9 @@ std::optional<Utf16Range> AtspiText::selection(const ObjectRef& object, TimePoin
         span = Span{*found->caret, *found->caret};
     }
     if (span->end < span->start) std::swap(span->start, span->end);
+    // Of a text that nobody reads only changes of the range count, in whatever unit.
+    if (found->count.value_or(0) > countLimit)
+        return Utf16Range{span->start, span->end - span->start};
     // The text up to an offset has the right length whatever unit the offset is in.
     const auto before = textBetween(found->object, 0, span->start, deadline);
     const auto inside = textBetween(found->object, span->start, span->end, deadline);
