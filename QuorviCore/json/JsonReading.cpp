@@ -11,13 +11,74 @@
 
 namespace quorvi::json {
 
+namespace {
+
+// Between the parser and the document: bounds the nesting, and converts the numbers itself, since
+// the parser's full precision is undefined for some, such as 0E56.
+class BoundedHandler {
+public:
+    explicit BoundedHandler(rapidjson::Document& document) : document_(document) {}
+
+    bool Null() { return document_.Null(); }
+    bool Bool(bool value) { return document_.Bool(value); }
+    bool RawNumber(const char* s, rapidjson::SizeType size, bool) {
+        const std::string_view digits(s, size);
+        if (const auto number = exactly<std::int64_t>(digits)) return document_.Int64(*number);
+        if (const auto number = exactly<std::uint64_t>(digits)) return document_.Uint64(*number);
+        const auto number = doubleOf(digits);
+        return number && document_.Double(*number);
+    }
+    bool String(const char* s, rapidjson::SizeType size, bool copy) {
+        return document_.String(s, size, copy);
+    }
+    bool Key(const char* s, rapidjson::SizeType size, bool copy) {
+        return document_.Key(s, size, copy);
+    }
+    bool StartObject() { return ++depth_ <= greatestDepth && document_.StartObject(); }
+    bool StartArray() { return ++depth_ <= greatestDepth && document_.StartArray(); }
+    bool EndObject(rapidjson::SizeType count) {
+        --depth_;
+        return document_.EndObject(count);
+    }
+    bool EndArray(rapidjson::SizeType count) {
+        --depth_;
+        return document_.EndArray(count);
+    }
+    // Never sent, since numbers are passed on as they are written.
+    bool Int(int) { return false; }
+    bool Uint(unsigned) { return false; }
+    bool Int64(std::int64_t) { return false; }
+    bool Uint64(std::uint64_t) { return false; }
+    bool Double(double) { return false; }
+
+private:
+    template <class Number>
+    static std::optional<Number> exactly(std::string_view digits) {
+        Number number{};
+        const char* last = digits.data() + digits.size();
+        const auto [end, error] = std::from_chars(digits.data(), last, number);
+        return error == std::errc() && end == last ? std::optional(number) : std::nullopt;
+    }
+
+    rapidjson::Document& document_;
+    std::size_t depth_ = 0;
+};
+
+}  // namespace
+
 bool parse(rapidjson::Document& document, std::string_view text) {
     // Checking the encoding first is several times faster than the parser's own check.
     if (!text::isValidUtf8(text)) return false;
-    constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
-    rapidjson::MemoryStream stream(text.data(), text.size());
-    document.ParseStream<flags>(stream);
-    return !document.HasParseError();
+    bool isRead = false;
+    const auto generate = [&](rapidjson::Document& target) {
+        rapidjson::MemoryStream stream(text.data(), text.size());
+        rapidjson::Reader parser;
+        BoundedHandler handler(target);
+        isRead = !parser.Parse<rapidjson::kParseNumbersAsStringsFlag>(stream, handler).IsError();
+        return isRead;
+    };
+    document.Populate(generate);
+    return isRead;
 }
 
 bool isFreeOfSurrogates(std::string_view s) {

@@ -103,9 +103,6 @@ protected:
     ~StrictReader() = default;
 
 private:
-    // Bounds the parser's recursion. Only the value of an unknown member can be that deep.
-    static constexpr std::size_t greatestDepth = 64;
-
     struct Frame {
         const Shape<Derived>* shape;
         const Member<Derived>* member;  // of the present value; nullptr if unknown

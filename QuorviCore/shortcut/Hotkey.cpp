@@ -1,11 +1,10 @@
 #include "QuorviCore/shortcut/Hotkey.h"
 
-#include <rapidjson/document.h>
-
 #include <algorithm>
 #include <array>
 #include <utility>
 
+#include "QuorviCore/json/JsonReading.h"
 #include "QuorviCore/json/JsonWriting.h"
 #include "QuorviCore/text/Text.h"
 
@@ -118,9 +117,7 @@ std::optional<std::string> Hotkey::toJson() const {
 
 std::optional<Hotkey> Hotkey::fromJson(std::string_view json) {
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag>(
-        json.data(), json.size());
-    if (document.HasParseError() || !document.IsObject()) return std::nullopt;
+    if (!json::parse(document, json) || !document.IsObject()) return std::nullopt;
     const auto code = document.FindMember("keyCode");
     const auto mask = document.FindMember("modifiers");
     const auto name = document.FindMember("label");

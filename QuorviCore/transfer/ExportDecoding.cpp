@@ -132,7 +132,8 @@ private:
 std::vector<SyncItem> decodeExport(std::string document,
                                    const std::function<void(std::size_t, std::size_t)>& progress) {
     rapidjson::Document parsed;
-    if (!json::parse(parsed, document)) refuse("it is not well-formed JSON in UTF-8");
+    if (!json::parse(parsed, document))
+        refuse("it is not well-formed JSON in UTF-8, or nested too deeply");
     document = {};
     if (!parsed.IsObject()) refuse("it holds no object");
     if (name(parsed, "format") != "quorvi-export") refuse("\"format\" is another one");

@@ -92,6 +92,9 @@ TEST(ExportDocument, RefusesWhatIsNotWholeOrNotAsItShouldBe) {
         {"01234567-89AB", "01234567-89A"},
         {"\"value\":-30", "\"value\":null"},
         {"\"value\":-30", "\"value\":30.5"},
+        {"\"value\":-30", "\"value\":0E56"},
+        {"\"value\":-30",
+         R"("value":{"a":)" + std::string(88'000, '[') + std::string(88'000, ']') + "}"},
         {"Κουζίνα", "\xCE"},
     };
     for (const auto& [old, replacement] : faults)
