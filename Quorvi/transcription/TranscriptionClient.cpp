@@ -11,12 +11,16 @@
 
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/base/Wipe.h"
+#include "QuorviCore/json/JsonReading.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/transcription/MultipartBody.h"
 
 namespace quorvi {
 
 namespace {
+
+// Far more than anybody says in three minutes.
+constexpr std::size_t longestAnswer = 256 << 10;
 
 // Takes the member "text" of the outermost object while parsing. Keeps no tree, so hostile nesting
 // costs no memory. The parse ends at the first token that makes the answer invalid.
@@ -34,11 +38,21 @@ struct TranscriptReader : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Transc
         isText = depth == 1 && std::string_view(s, length) == "text";
         return true;
     }
-    bool StartObject() { return !isText && ++depth > 0; }
+    bool StartObject() { return !isText && ++depth <= json::greatestDepth; }
     bool EndObject(rapidjson::SizeType) { return depth-- > 0; }
-    bool StartArray() { return Default() && ++depth > 0; }
+    bool StartArray() { return Default() && ++depth <= json::greatestDepth; }
     bool EndArray(rapidjson::SizeType) { return depth-- > 0; }
 };
+
+// What is pasted, kept and shown is one and the same text: many programs cut a text at a NUL, and
+// refuse one with a lone surrogate, which the parser accepts.
+std::string repaired(std::string_view transcript) {
+    constexpr std::string_view replacement = "\xEF\xBF\xBD";
+    auto text = text::wellFormed(transcript);
+    for (auto at = text.find('\0'); at != text.npos; at = text.find('\0', at))
+        text.replace(at, 1, replacement);
+    return text;
+}
 
 std::optional<std::string> transcriptIn(const Bytes& body) {
     // The parser would take a zero byte for the end of its input.
@@ -49,8 +63,8 @@ std::optional<std::string> transcriptIn(const Bytes& body) {
         rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
     rapidjson::Reader reader;
     TranscriptReader found;
-    if (!reader.Parse<flags>(input, found)) return std::nullopt;
-    return std::move(found.text);
+    if (!reader.Parse<flags>(input, found) || !found.text) return std::nullopt;
+    return repaired(*found.text);
 }
 
 Message failureSentence(int status) {
@@ -66,6 +80,8 @@ std::string transcriptOf(const HttpResponse& response) {
     if (response.status == 0) throw QuorviError::message(say::serviceNoResponse());
     if (response.status < 200 || response.status > 299)
         throw QuorviError::message(failureSentence(response.status));
+    if (response.body.size() > longestAnswer)
+        throw QuorviError::message(say::serviceAnswerTooLarge());
     const auto transcript = transcriptIn(response.body);
     if (!transcript) throw QuorviError::message(say::serviceUnreadable());
     const auto trimmed = text::trimmed(*transcript);

@@ -105,6 +105,10 @@ TEST_F(TranscriptionClientTest, OnlyAWellFormedObjectWithATextIsRead) {
         {R"({"text": "a\u00e9\ud83d\ude00\"b"})", "aé😀\"b"},
         {R"({"a":{"text":1},"text":"x","b":[{"text":"y"}]})", "x"}};
     for (const auto& [body, text] : texts) EXPECT_EQ(outcomeOf(200, body), text);
+    EXPECT_EQ(outcomeOf(200, R"({"text": "a \udc00 b \u0000 c"})"),
+              "a \uFFFD\uFFFD\uFFFD b \uFFFD c");
+    EXPECT_EQ(outcomeOf(200, R"({"text": ")" + std::string(300'000, 'a') + "\"}"),
+              "!" + say::serviceAnswerTooLarge().english());
     for (const char* body : {R"({"text": " \u00a0\n"})", R"({"text": ""})"})
         EXPECT_EQ(outcomeOf(200, body), "!" + say::noSpeechRecognized().english()) << body;
     const std::string unreadable[] = {R"({"text": 5})",
@@ -115,7 +119,7 @@ TEST_F(TranscriptionClientTest, OnlyAWellFormedObjectWithATextIsRead) {
                                       "<html></html>",
                                       R"({"text": "x"} y)",
                                       "{\"text\": \"x\xff\"}",
-                                      R"({"text": "x", "a": )" + std::string(3'000'000, '[')};
+                                      R"({"text": "x", "a": )" + std::string(200'000, '[')};
     for (const auto& body : unreadable)
         EXPECT_EQ(outcomeOf(200, body), "!" + say::serviceUnreadable().english())
             << body.substr(0, 40);
