@@ -111,8 +111,11 @@ int erase(bool isSure) {
     if (!isSure && !isConfirmed()) return 1;
     // Goes on after a failure. The keyring first, since the settings say what is in it.
     const std::array done{runKeyCommand(KeyCommand::remove) == 0,
-                          removeCloudPassword(cloud.value_or("")), removeLoginItem(),
-                          removeFolder(folders.data), removeFolder(folders.config)};
+                          removeCloudPassword(cloud.value_or("")),
+                          removeLoginItem(),
+                          removeFolder(folders.data),
+                          removeFolder(folders.config),
+                          removeFolder(folders.recordings)};
     const bool isAll = std::ranges::all_of(done, [](bool one) { return one; });
     if (isAll) std::printf("Everything was removed.\n");
     return isAll ? 0 : 1;

@@ -23,6 +23,7 @@
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventPoster.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
+#include "Quorvi/platform/linux/xdg/UserFolders.h"
 #include "Quorvi/system/KeychainStore.h"
 
 namespace quorvi {
@@ -66,7 +67,8 @@ struct LinuxDesktop::Adapters {
     std::atomic<bool> inputHookIsPossible{false};
     SerialExecutor disk{"disk"};
     PosixFileStore files;
-    PosixRecordingFiles recordings{std::filesystem::temp_directory_path() / "VeskRecordings"};
+    PosixRecordingFiles recordings{UserFolders::find().recordings,
+                                   std::filesystem::temp_directory_path() / "VeskRecordings"};
     // Of its own: writing a long history must not hold up a recording.
     SerialExecutor history{"history"};
     X11KeyEventTap tap;

@@ -71,9 +71,12 @@ TEST_F(PosixRecordingFilesTest, AFolderOfAnotherUserOrALinkIsRefusedAndLeftAlone
 
 TEST_F(PosixRecordingFilesTest, OnlyLeftOverRecordingsAreRemoved) {
     files.removeLeftOver();
-    fs::create_directory(folder);
+    const auto former = root.path() / "former";
+    for (const auto& place : {folder, former}) fs::create_directory(place);
     for (const char* name : {"old.m4a", "notes.txt", "m4a"}) std::ofstream(folder / name) << "x";
-    files.removeLeftOver();
+    std::ofstream(former / "old.m4a") << "x";
+    PosixRecordingFiles(folder, former).removeLeftOver();
+    EXPECT_FALSE(fs::exists(former));
     for (const char* name : {"old.m4a", "notes.txt", "m4a"})
         EXPECT_EQ(fs::exists(folder / name), name != std::string_view("old.m4a")) << name;
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
+#include "Quorvi/platform/linux/xdg/UserFolders.h"
 #include "tests/support/Process.h"
 #include "tests/support/desktop/Editors.h"
 #include "tests/support/desktop/FieldReader.h"
@@ -44,7 +45,7 @@ struct EditorUser {
         return shell("timeout 20 xclip -selection clipboard -o -t UTF8_STRING 2>/dev/null");
     }
     static std::ptrdiff_t recordingsLeft() {
-        const auto recordings = std::filesystem::temp_directory_path() / "VeskRecordings";
+        const auto recordings = UserFolders::find().recordings;
         if (!std::filesystem::exists(recordings)) return 0;
         return std::distance(std::filesystem::directory_iterator(recordings), {});
     }

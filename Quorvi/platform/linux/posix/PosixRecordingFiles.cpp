@@ -67,7 +67,8 @@ private:
 
 }  // namespace
 
-PosixRecordingFiles::PosixRecordingFiles(fs::path folder) : folder_(std::move(folder)) {}
+PosixRecordingFiles::PosixRecordingFiles(fs::path folder, fs::path formerFolder)
+    : folder_(std::move(folder)), formerFolder_(std::move(formerFolder)) {}
 
 fs::path PosixRecordingFiles::newFile() const {
     return folder_ / (newUuid() + extension);
@@ -103,12 +104,21 @@ void PosixRecordingFiles::remove(const fs::path& file) {
 }
 
 void PosixRecordingFiles::removeLeftOver() {
+    clear(folder_);
+    if (formerFolder_.empty()) return;
+    clear(formerFolder_);
+    ::rmdir(formerFolder_.c_str());  // fails for a folder of another user or with other files
+}
+
+void PosixRecordingFiles::clear(const fs::path& folder) {
     struct stat info {};
-    if (!isOwn(openFolder(folder_), info)) return;
+    if (!isOwn(openFolder(folder), info)) return;
     std::error_code error;
-    for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
-         entry.increment(error))
-        if (entry->path().extension() == extension) remove(entry->path());
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->path().extension() == extension) fs::remove(entry->path(), ignored);
+    }
 }
 
 }  // namespace quorvi

@@ -11,7 +11,9 @@ namespace quorvi {
 // Immutable.
 class PosixRecordingFiles : public RecordingFiles {
 public:
-    explicit PosixRecordingFiles(std::filesystem::path folder);
+    // `formerFolder`: where earlier versions kept recordings; only cleared.
+    explicit PosixRecordingFiles(std::filesystem::path folder,
+                                 std::filesystem::path formerFolder = {});
 
     std::filesystem::path newFile() const override;
     void prepare() override;
@@ -21,7 +23,9 @@ public:
     void removeLeftOver() override;
 
 private:
-    const std::filesystem::path folder_;
+    static void clear(const std::filesystem::path& folder);
+
+    const std::filesystem::path folder_, formerFolder_;
 };
 
 }  // namespace quorvi

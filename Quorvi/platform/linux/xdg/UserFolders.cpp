@@ -1,6 +1,7 @@
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -11,6 +12,7 @@ namespace quorvi {
 namespace {
 
 constexpr auto folderName = "Quorvi";
+constexpr auto recordingsName = "VeskRecordings";
 
 // Returns the folder in the variable; empty if it is unset or relative.
 std::filesystem::path variable(const char* name) {
@@ -33,11 +35,24 @@ std::filesystem::path folder(const char* name, const char* standard) {
     return base / folderName;
 }
 
+// After sudo the variable may name another user's folder.
+bool isOwnFolder(const std::filesystem::path& folder) {
+    struct stat info {};
+    return !folder.empty() && ::stat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) &&
+           info.st_uid == ::geteuid();
+}
+
+std::filesystem::path recordings() {
+    const auto runtime = variable("XDG_RUNTIME_DIR");
+    return (isOwnFolder(runtime) ? runtime : folder("XDG_CACHE_HOME", ".cache")) / recordingsName;
+}
+
 }  // namespace
 
 UserFolders UserFolders::find() {
     return {.data = folder("XDG_DATA_HOME", ".local/share"),
-            .config = folder("XDG_CONFIG_HOME", ".config")};
+            .config = folder("XDG_CONFIG_HOME", ".config"),
+            .recordings = recordings()};
 }
 
 }  // namespace quorvi
