@@ -92,6 +92,7 @@ TEST(TransferProgram, CarriesEverythingToAnotherHomeAlsoBesideTheRunningProgram)
 
     // Nothing is changed by what is broken, missing, or in the way.
     const auto before = other.content();
+    fs::create_symlink(out, one.file("link"));
     one.folder.write("broken.json", document.substr(0, document.size() - 2));
     for (const auto& [arguments, status, sentence] :
          std::vector<std::tuple<std::string, int, std::string>>{
@@ -99,6 +100,8 @@ TEST(TransferProgram, CarriesEverythingToAnotherHomeAlsoBesideTheRunningProgram)
              {"import /nowhere", 1, "There is no file /nowhere."},
              {"import", 2, "import needs one file"},
              {"export /", 1, "/ is a folder. Name a file."},
+             {"export " + one.file("link").string(), 1, "is a link or a device. Name a file."},
+             {"export " + one.file("new/x.json").string(), 1, "could not be written (No such"},
              {"export /proc/quorvi.json", 1, "could not be written"},
              {"erase now", 2, "erase takes nothing but --yes"},
              {"erase < /dev/null", 1, "Nothing was removed. Without a terminal, say --yes."}}) {
@@ -107,6 +110,10 @@ TEST(TransferProgram, CarriesEverythingToAnotherHomeAlsoBesideTheRunningProgram)
         EXPECT_NE(said.output.find(sentence), std::string::npos) << said.output;
     }
     EXPECT_EQ(other.content(), before);
+    // A fresh user's settings are completed in memory only.
+    const Home fresh;
+    EXPECT_EQ(fresh.run("export " + fresh.file("x.json").string()).status, 0);
+    EXPECT_EQ(fresh.content().size(), 1u);
 }
 
 TEST(TransferProgram, ErasesAllOfItAndTheKeyAndSaysWhatStays) {

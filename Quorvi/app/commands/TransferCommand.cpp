@@ -15,6 +15,7 @@
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
 #include "Quorvi/shell/SingleInstance.h"
+#include "Quorvi/system/PreferencesOverlay.h"
 #include "Quorvi/transfer/UserData.h"
 #include "QuorviCore/transfer/ExportDocument.h"
 
@@ -64,12 +65,16 @@ private:
 };
 
 struct StoredUserData : StoredPreferences {
-    UserData open(UserData::Access access) {
-        return UserData({files, journals, preferences, scheduler, historyFile(), syncArchiveFile()},
-                        access);
-    }
+    UserData openForReading() { return open(unchanged, UserData::Access::reading); }
+    UserData openForChanges() { return open(preferences, UserData::Access::changing); }
 
     PosixJournalFiles journals;
+    PreferencesOverlay unchanged{preferences};  // reading completes a fresh user's settings
+
+private:
+    UserData open(Preferences& in, UserData::Access access) {
+        return UserData({files, journals, in, scheduler, historyFile(), syncArchiveFile()}, access);
+    }
 };
 
 std::string counted(std::size_t number, const char* one, const char* several) {
@@ -85,14 +90,16 @@ std::string listed(const UserData::Counts& counts) {
 void exportTo(const std::filesystem::path& file) {
     if (std::filesystem::is_directory(file))
         throw std::runtime_error(file.string() + " is a folder. Name a file.");
+    const auto present = std::filesystem::symlink_status(file);
+    if (std::filesystem::exists(present) && !std::filesystem::is_regular_file(present))
+        throw std::runtime_error(file.string() + " is a link or a device. Name a file.");
     Progress progress;
     progress.show("Reading…");
     StoredUserData stored;
-    auto items = stored.open(UserData::Access::reading).items();
+    auto items = stored.openForReading().items();
     const auto counts = UserData::count(items);
     ExportEncoder encoder(std::move(items));
-    // The folder is the user's, so its mode is kept.
-    PosixFileStore files(PosixFileStore::Folder::asItIs);
+    PosixFileStore files(PosixFileStore::Folder::named);
     try {
         files.replaceInPieces(std::filesystem::absolute(file), [&] {
             progress.show("Writing", encoder.done(), encoder.size());
@@ -129,7 +136,7 @@ void importFrom(const std::filesystem::path& file) {
     });
     progress.show("Merging…");
     StoredUserData stored;
-    auto data = stored.open(UserData::Access::changing);
+    auto data = stored.openForChanges();
     const auto counts = data.merge(items);
     progress.show("Writing…");
     data.save();

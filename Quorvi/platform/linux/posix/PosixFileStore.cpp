@@ -127,6 +127,12 @@ void sweepDrafts(const std::filesystem::path& file) {
     }
 }
 
+void refuseUnlessRegular(const std::filesystem::path& file) {
+    struct stat status {};
+    if (::lstat(file.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
+        throw std::system_error(std::make_error_code(std::errc::invalid_argument), file.string());
+}
+
 std::filesystem::path resolved(const std::filesystem::path& file) {
     std::error_code error;
     auto target = std::filesystem::canonical(file, error);
@@ -165,9 +171,13 @@ std::optional<std::string> PosixFileStore::read(const std::filesystem::path& fil
 template <class Write>
 void PosixFileStore::replaceWith(const std::filesystem::path& name,
                                  const std::filesystem::path& previous, Write write) {
-    const auto file = resolved(name);
+    const bool isNamed = folder_ == Folder::named;
+    const auto file = isNamed ? name : resolved(name);
     const auto folder = file.parent_path();
-    makePrivateFolder(folder);
+    if (isNamed)
+        refuseUnlessRegular(file);
+    else
+        makePrivateFolder(folder);
     const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!directory) fail("open", folder);
     if (folder_ == Folder::ofTheUserAlone && ::fchmod(directory.get(), folderMode) != 0)

@@ -10,8 +10,9 @@ namespace quorvi {
 class PosixFileStore final : public FileStore {
 public:
     // Whether an existing folder is closed to other users, or keeps its mode because the desktop's
-    // programs share it.
-    enum class Folder { ofTheUserAlone, asItIs };
+    // programs share it. One that the user has named must exist, and may be open to others: only a
+    // regular file is replaced there, and no link is followed.
+    enum class Folder { ofTheUserAlone, asItIs, named };
 
     explicit PosixFileStore(Folder folder = Folder::ofTheUserAlone) : folder_(folder) {}
 

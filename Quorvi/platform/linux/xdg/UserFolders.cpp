@@ -42,7 +42,7 @@ bool isOwnFolder(const std::filesystem::path& folder) {
            info.st_uid == ::geteuid();
 }
 
-std::filesystem::path recordings() {
+std::filesystem::path recordingsFolder() {
     const auto runtime = variable("XDG_RUNTIME_DIR");
     return (isOwnFolder(runtime) ? runtime : folder("XDG_CACHE_HOME", ".cache")) / recordingsName;
 }
@@ -52,7 +52,7 @@ std::filesystem::path recordings() {
 UserFolders UserFolders::find() {
     return {.data = folder("XDG_DATA_HOME", ".local/share"),
             .config = folder("XDG_CONFIG_HOME", ".config"),
-            .recordings = recordings()};
+            .recordings = recordingsFolder()};
 }
 
 }  // namespace quorvi
