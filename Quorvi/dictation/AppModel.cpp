@@ -113,6 +113,29 @@ void AppModel::shortcutTransition(bool down) {
         insertionTest_.run();
 }
 
+void AppModel::start() {
+    hotkey_.noteCommand();
+    if (shortcutCapture_.isOn()) return;
+    if (insertionTest_.isArmed())
+        insertionTest_.run();
+    else
+        session_.start();
+}
+
+void AppModel::finish() {
+    hotkey_.noteCommand();
+    session_.acceptInput();
+    session_.finish();
+}
+
+void AppModel::toggle() {
+    if (hotkey_.noteCommand()) return;
+    if (session_.isStarting() || stage() == DictationStage::recording)
+        finish();
+    else
+        start();
+}
+
 void AppModel::correctionLearned(const TextCorrection& rule) {
     if (!session_.canBegin() || status_.offersCopy()) return;
     if (status_.stage() == DictationStage::failure) return;

@@ -95,10 +95,18 @@ public:
         settings_.set(soundOf(cue), style);
     }
 
-    // One dictation. start() and finish() do nothing at the wrong time.
-    void start() { session_.start(); }
-    void finish() { session_.finish(); }
+    // Commands of the user that are no use of the shortcut: from a button, a menu or the bus. They
+    // mean what the shortcut would mean at that moment: nothing while one is being chosen, and an
+    // armed insertion test runs. Keys and clicks up to the command are not typing into the field.
+    void start();
+    void finish();
+    // Starts or finishes. Does nothing when auto-repeat of the key that runs it asks again.
+    void toggle();
     void cancel() { session_.cancel(); }
+    // There is something that cancel() would end, if only a dictation that is starting.
+    bool canCancel() const { return isActive(stage()) || isStarting() || insertionTest_.isArmed(); }
+    // The field is being captured and the microphone opened; the stage is not yet recording.
+    bool isStarting() const { return session_.isStarting(); }
     // Shows what happened to a dictation that a crash interrupted, unless there is a new one.
     void reportInterruption(Message sentence);
     void copyTranscript() { session_.copyTranscript(); }

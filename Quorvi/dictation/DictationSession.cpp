@@ -12,7 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr Duration meterInterval = 50ms;
-constexpr double longestRecording = 180;  // seconds
+constexpr Duration longestRecording = 3min;
 constexpr double shortestRecording = 0.3;
 constexpr double startCueLength = 0.18;
 constexpr float speechThreshold = -48;  // dB relative to full scale
@@ -36,7 +36,7 @@ void DictationSession::followRecorder() {
         sounds_.play(cue, environment_.soundStyle(cue));
     };
     recorder_.onFailure = [this](const Message& reason) {
-        if (environment_.status.stage() != DictationStage::recording) return;
+        if (environment_.status.stage() != DictationStage::recording && !isStarting_) return;
         cancel();
         fail(reason);
     };
@@ -72,6 +72,7 @@ void DictationSession::start() {
     }
     environment_.learning.finishWatch();
     isStarting_ = true;
+    environment_.hotkey.setCancelEnabled(true);
     recorder_.prepare();
     startTask_ = tasks_.start(
         [this, id = supersede()](std::stop_token stop) { return begin(id, std::move(stop)); });
@@ -106,13 +107,13 @@ void DictationSession::recordingBegan(InsertionTarget target) {
     meterFrom_ = cueSounds ? startCueLength : 0;
     audibleTicks_ = 0;
     resetMeter();
-    environment_.hotkey.setCancelEnabled(true);
     status.keepOverlay();
     // Without an element nobody can tell whether it is a password field.
     status.enter(DictationStage::recording, target_->element ? say::dictatingInto(target_->app())
                                                              : say::uncheckedField(target_->app()));
     status.showOverlay();
     meterTimer_ = environment_.scheduler.every(meterInterval, [this] { meterTick(); });
+    limitTimer_ = environment_.scheduler.after(longestRecording, [this] { finish(); });
 }
 
 void DictationSession::meterTick() {
@@ -122,7 +123,10 @@ void DictationSession::meterTick() {
     level_ = std::clamp((static_cast<double>(power) + 55) / 50, 0.0, 1.0);
     if (meterFrom_ <= elapsed_ && power > speechThreshold) ++audibleTicks_;
     if (onChange) onChange();
-    if (elapsed_ >= longestRecording) finish();
+}
+
+void DictationSession::acceptInput() {
+    if (target_) target_->inputGeneration = environment_.hotkey.inputGeneration();
 }
 
 void DictationSession::finish() {
@@ -134,6 +138,7 @@ void DictationSession::finish() {
     }
     if (environment_.status.stage() != DictationStage::recording) return;
     meterTimer_.cancel();
+    limitTimer_.cancel();
     const double duration = recorder_.duration();
     if (duration < shortestRecording || audibleTicks_ < leastAudibleTicks) {
         fail(say::noAudibleSpeech());
@@ -294,6 +299,7 @@ void DictationSession::cancel() {
     uploadTask_.cancel();
     if (onCancel) onCancel();
     meterTimer_.cancel();
+    limitTimer_.cancel();
     recorder_.discard();
     environment_.insertion.restoreClipboard();
     environment_.learning.abandonWatch();
@@ -307,6 +313,7 @@ void DictationSession::cancel() {
 
 void DictationSession::fail(Message reason) {
     meterTimer_.cancel();
+    limitTimer_.cancel();
     recorder_.discard();
     level_ = 0;
     environment_.hotkey.setCancelEnabled(false);

@@ -63,6 +63,10 @@ public:
 
     // Nothing is under way, and close() has not been called.
     bool canBegin() const;
+    // The field is being captured and the microphone opened; the stage is not yet recording.
+    bool isStarting() const { return isStarting_; }
+    // Takes the user's input up to now as no typing into the field that is being dictated into.
+    void acceptInput();
     // start() and finish() do nothing at the wrong time.
     void start();
     void finish();
@@ -127,7 +131,6 @@ private:
     TranscriptionClient client_;
 
     Id id_ = 0;  // changes with every start and cancellation
-    // The field is being captured and the microphone opened; the stage is not yet recording.
     bool isStarting_ = false;
     bool isClosed_ = false;
     std::optional<InsertionTarget> target_;
@@ -137,6 +140,7 @@ private:
     int audibleTicks_ = 0;
     std::string lastTranscript_;
     Timer meterTimer_;
+    Timer limitTimer_;  // by the clock: a device may deliver no samples
     TaskHandle startTask_;
     TaskHandle uploadTask_;
     TaskScope tasks_;  // last: tasks end before what they use

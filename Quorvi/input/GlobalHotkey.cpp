@@ -60,6 +60,7 @@ void GlobalHotkey::stop() {
     }
     reset();
     pressedKeys_.clear();
+    commandKeys_.clear();
     pressedButtons_.clear();
 }
 
@@ -106,6 +107,7 @@ void GlobalHotkey::declareSwallowedKeys() {
 
 void GlobalHotkey::refreshTrackedInput() {
     std::erase_if(pressedKeys_, [this](KeyCode key) { return !tap_.keyIsDown(key); });
+    std::erase_if(commandKeys_, [this](KeyCode key) { return !tap_.keyIsDown(key); });
     std::erase_if(pressedButtons_, [this](auto button) { return !tap_.buttonIsDown(button); });
 }
 
@@ -171,7 +173,10 @@ TapVerdict GlobalHotkey::handleKey(const TapEvent& event) {
     const bool isDown = event.type == TapEventType::keyDown;
     const bool isUp = event.type == TapEventType::keyUp;
     if (isDown) pressedKeys_.insert(event.keyCode);
-    if (isUp) pressedKeys_.erase(event.keyCode);
+    if (isUp) {
+        pressedKeys_.erase(event.keyCode);
+        commandKeys_.erase(event.keyCode);
+    }
     if (suspended_) return TapVerdict::pass;
 
     if (shortcut_.isModifier()) {
@@ -190,7 +195,7 @@ TapVerdict GlobalHotkey::handleKey(const TapEvent& event) {
             return handleEscape(isDown);
     }
     if (event.keyCode == shortcut_.keyCode) return handleShortcutKey(event, isDown);
-    if (isDown) ++inputGeneration_;
+    if (isDown && !commandKeys_.contains(event.keyCode)) ++inputGeneration_;
     return TapVerdict::pass;
 }
 
@@ -265,6 +270,13 @@ void GlobalHotkey::holdTimerFired() {
     }
     if (modifierGesture_.holdElapsed() == ModifierHotkeyGesture::Action::start && onTransition)
         onTransition(true);
+}
+
+bool GlobalHotkey::noteCommand() {
+    refreshTrackedInput();
+    const bool isRepeated = !commandKeys_.empty();
+    commandKeys_ = pressedKeys_;
+    return isRepeated;
 }
 
 void GlobalHotkey::queue(Callback callback) {

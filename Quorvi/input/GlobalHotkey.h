@@ -53,6 +53,11 @@ public:
     // Increases with every mouse-button press and every key press other than the shortcut's.
     std::uint64_t inputGeneration() const { return inputGeneration_; }
 
+    // Call when the user gives a command by other means than the shortcut. The keys held now may
+    // belong to it, so their auto-repeat is no input. Returns whether one of them has been held
+    // since the previous command: a desktop runs the command of a bound key again at each repeat.
+    bool noteCommand();
+
     std::function<void(bool down)> onTransition;
     std::function<void()> onCancel;
     std::function<void()> onInterruption;
@@ -97,6 +102,7 @@ private:
     Timer reconcileTimer_;
     std::set<KeyCode> pressedKeys_;
     std::set<std::int64_t> pressedButtons_;
+    std::set<KeyCode> commandKeys_;  // held since the last command
     bool escapeIsConsumed_ = false;
     // Queued callbacks are dropped if it has changed or the monitor has been destroyed.
     std::shared_ptr<std::uint64_t> callbackGeneration_ = std::make_shared<std::uint64_t>(0);

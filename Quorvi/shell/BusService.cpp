@@ -63,18 +63,14 @@ QVariantList BusService::status() const {
 }
 
 bool BusService::carryOut(const QString& method) {
-    const auto stage = model_.stage();
     if (method == latin("Start")) {
         model_.start();
     } else if (method == latin("Finish")) {
         model_.finish();
     } else if (method == latin("Toggle")) {
-        if (stage == DictationStage::recording)
-            model_.finish();
-        else if (!isBusy(stage))
-            model_.start();
+        model_.toggle();
     } else if (method == latin("Cancel")) {
-        if (isActive(stage)) model_.cancel();
+        if (model_.canCancel()) model_.cancel();
     } else if (method == latin("Show")) {
         actions_.show();
     } else if (method == latin("Quit")) {

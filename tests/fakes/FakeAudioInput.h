@@ -32,6 +32,7 @@ public:
     std::optional<Message> recordFailure;  // record() throws it
     std::optional<Message> finishFailure;  // finished() throws it
     bool startsAtOnce = true;              // otherwise a start ends only by being cancelled
+    bool isLostAtOnce = false;             // a capture ends in the turn after its start
 
     bool isCapturing() const { return active_ != nullptr; }
     // Ends the capture that is recording, as a lost device or a full disk does.
@@ -69,6 +70,8 @@ private:
             abandoned.file.clear();
             began_ = input_.scheduler_.now();
             input_.active_ = this;
+            if (input_.isLostAtOnce)
+                input_.scheduler_.post([&input = input_] { input.end(CaptureEnd::deviceLost); });
         }
         void stop() override {
             if (input_.active_ != this) return;
