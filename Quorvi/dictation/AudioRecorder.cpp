@@ -148,6 +148,10 @@ void AudioRecorder::discard() {
     recording->giveUp.request_stop();
 }
 
+bool AudioRecorder::isCapturing() const {
+    return recording_ && recording_->phase == Recording::Phase::capturing;
+}
+
 double AudioRecorder::duration() const {
     return recording_ && recording_->capture ? recording_->capture->currentTime() : 0;
 }

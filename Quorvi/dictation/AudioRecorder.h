@@ -50,6 +50,8 @@ public:
     // Ends capturing and gives the recording up, also while it starts or is being finished.
     void discard();
 
+    bool isCapturing() const;
+
     // Seconds recorded; 0 without a recording.
     double duration() const;
 

@@ -13,7 +13,8 @@ using namespace std::chrono_literals;
 
 constexpr Duration meterInterval = 50ms;
 constexpr Duration longestRecording = 3min;
-constexpr double shortestRecording = 0.3;
+constexpr double shortestRecording = 0.3;  // seconds
+constexpr double leastEarlySpeech = 0.1;
 constexpr double startCueLength = 0.18;
 constexpr float speechThreshold = -48;  // dB relative to full scale
 constexpr int leastAudibleTicks = 2;
@@ -31,15 +32,18 @@ DictationSession::DictationSession(Environment environment)
 }
 
 void DictationSession::followRecorder() {
-    recorder_.onRecordingChanged = [this](bool began) {
-        const auto cue = began ? RecordingCue::start : RecordingCue::stop;
-        sounds_.play(cue, environment_.soundStyle(cue));
-    };
+    recorder_.onRecordingChanged = [this](bool began) { recorderChanged(began); };
     recorder_.onFailure = [this](const Message& reason) {
         if (environment_.status.stage() != DictationStage::recording && !isStarting_) return;
         cancel();
         fail(reason);
     };
+}
+
+// The microphone opens before the field is accepted, so the start sounds later.
+void DictationSession::recorderChanged(bool began) {
+    if (!began && std::exchange(hasSoundedStart_, false))
+        sounds_.play(RecordingCue::stop, environment_.soundStyle(RecordingCue::stop));
 }
 
 bool DictationSession::canBegin() const {
@@ -72,6 +76,7 @@ void DictationSession::start() {
     }
     environment_.learning.finishWatch();
     isStarting_ = true;
+    endsAtBeginning_ = false;
     environment_.hotkey.setCancelEnabled(true);
     recorder_.prepare();
     startTask_ = tasks_.start(
@@ -81,10 +86,12 @@ void DictationSession::start() {
 Task<void> DictationSession::begin(Id id, std::stop_token stop) {
     std::optional<Message> problem;
     try {
+        // Beside the capture of the field, which may be slow: words are kept from the press on.
+        auto recording = recorder_.start(stop);
+        recording.start();
         auto capturing =
             environment_.insertion.capture(environment_.hotkey.inputGeneration(), stop);
         auto target = co_await capturing;
-        auto recording = recorder_.start(stop);
         co_await recording;
         if (!isCurrent(id, stop)) co_return;
         recordingBegan(std::move(target));
@@ -102,10 +109,9 @@ void DictationSession::recordingBegan(InsertionTarget target) {
     isStarting_ = false;
     client_.openConnection();
     target_ = std::move(target);
-    const bool cueSounds =
-        environment_.soundStyle(RecordingCue::start) != RecordingSoundStyle::silent;
-    meterFrom_ = cueSounds ? startCueLength : 0;
-    audibleTicks_ = 0;
+    if (!endsAtBeginning_) isHeardEarly_ = hearsEarly();
+    audibleTicks_ = isHeardEarly_ ? leastAudibleTicks : 0;
+    soundStart();
     resetMeter();
     status.keepOverlay();
     // Without an element nobody can tell whether it is a password field.
@@ -114,6 +120,20 @@ void DictationSession::recordingBegan(InsertionTarget target) {
     status.showOverlay();
     meterTimer_ = environment_.scheduler.every(meterInterval, [this] { meterTick(); });
     limitTimer_ = environment_.scheduler.after(longestRecording, [this] { finish(); });
+    if (std::exchange(endsAtBeginning_, false)) finish();
+}
+
+// Until the start sounds only the user can be heard. The click of a key is too short to count.
+bool DictationSession::hearsEarly() {
+    return recorder_.duration() >= leastEarlySpeech && recorder_.meter() > speechThreshold;
+}
+
+void DictationSession::soundStart() {
+    if (endsAtBeginning_) return;
+    const auto style = environment_.soundStyle(RecordingCue::start);
+    sounds_.play(RecordingCue::start, style);
+    hasSoundedStart_ = true;
+    meterFrom_ = recorder_.duration() + (style == RecordingSoundStyle::silent ? 0 : startCueLength);
 }
 
 void DictationSession::meterTick() {
@@ -131,6 +151,13 @@ void DictationSession::acceptInput() {
 
 void DictationSession::finish() {
     if (isStarting_) {
+        if (recorder_.isCapturing() && recorder_.duration() >= shortestRecording) {
+            // Words were spoken while the application was slow to tell its field.
+            isHeardEarly_ = hearsEarly();
+            recorder_.stopCapture();
+            endsAtBeginning_ = true;
+            return;
+        }
         // The shortcut was released before the microphone was open.
         cancel();
         fail(say::noAudibleSpeech());

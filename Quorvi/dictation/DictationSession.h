@@ -109,8 +109,11 @@ private:
     };
 
     void followRecorder();
+    void recorderChanged(bool began);
     Task<void> begin(Id id, std::stop_token stop);
     void recordingBegan(InsertionTarget target);
+    bool hearsEarly();
+    void soundStart();
     void meterTick();
     Task<void> process(Dictation dictation, std::stop_token stop);
     Task<std::string> transcribe(Dictation dictation, std::stop_token stop);
@@ -132,6 +135,9 @@ private:
 
     Id id_ = 0;  // changes with every start and cancellation
     bool isStarting_ = false;
+    bool endsAtBeginning_ = false;  // the shortcut was released while starting
+    bool isHeardEarly_ = false;     // speech, before the start sounded
+    bool hasSoundedStart_ = false;
     bool isClosed_ = false;
     std::optional<InsertionTarget> target_;
     double elapsed_ = 0;

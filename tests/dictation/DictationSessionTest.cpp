@@ -181,7 +181,8 @@ TEST_F(DictationTest, WhatItLacksIsNamed) {
          },
          say::selectRegularField()},
         {[this] {
-             EXPECT_EQ(microphone.captures, 0) << "the microphone stayed shut";
+             EXPECT_FALSE(microphone.isCapturing());
+             EXPECT_EQ(cues(), 0) << "the field was refused";
              accessibility.unset(field, "AXSubrole");
              microphone.recordFailure = say::microphoneCouldNotStart();
          },
