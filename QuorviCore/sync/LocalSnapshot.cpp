@@ -323,14 +323,13 @@ std::optional<SettingValue> LocalSnapshot::decode(std::string_view payload) {
     if (fields == nullptr) return std::nullopt;
     const auto entry = fields->find("value");
     if (entry == fields->end()) return std::nullopt;
-    return std::visit(
-        []<class T>(const T& value) -> std::optional<SettingValue> {
-            if constexpr (requires { SettingValue(value); })
-                return SettingValue(value);
-            else
-                return std::nullopt;
-        },
-        entry->second.value);
+    // Built in place: g++ 12 takes a moved temporary variant for uninitialised under the sanitizers.
+    std::optional<SettingValue> decoded;
+    const auto take = [&decoded](const auto& value) {
+        if constexpr (requires { SettingValue(value); }) decoded.emplace(value);
+    };
+    std::visit(take, entry->second.value);
+    return decoded;
 }
 
 SharedString LocalSnapshot::historyId(const Uuid& id) {
