@@ -323,7 +323,8 @@ std::optional<SettingValue> LocalSnapshot::decode(std::string_view payload) {
     if (fields == nullptr) return std::nullopt;
     const auto entry = fields->find("value");
     if (entry == fields->end()) return std::nullopt;
-    // Built in place: g++ 12 takes a moved temporary variant for uninitialised under the sanitizers.
+    // Built in place: g++ 12 takes a moved temporary variant for uninitialised under the
+    // sanitizers.
     std::optional<SettingValue> decoded;
     const auto take = [&decoded](const auto& value) {
         if constexpr (requires { SettingValue(value); }) decoded.emplace(value);
