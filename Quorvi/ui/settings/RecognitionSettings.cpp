@@ -32,9 +32,17 @@ RecognitionSettings::RecognitionSettings(AppModel& model)
         model_.setTranscriptionModel(allTranscriptionModels[static_cast<std::size_t>(index)]);
     });
     connect(vocabulary_, &QLineEdit::textEdited, this,
-            [this](const QString& text) { model_.setVocabulary(text.toStdString()); });
+            [this](const QString& text) { edited(text); });
     refresh();
     changes_ = model_.onChange([this] { refresh(); });
+}
+
+// The settings keep the beginning of a text that is too long, and so does the field.
+void RecognitionSettings::edited(const QString& text) {
+    const int caret = vocabulary_->cursorPosition();
+    model_.setVocabulary(text.toStdString());
+    refresh();
+    vocabulary_->setCursorPosition(caret);
 }
 
 void RecognitionSettings::refresh() {

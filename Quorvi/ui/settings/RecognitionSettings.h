@@ -20,6 +20,7 @@ public:
 
 private:
     void refresh();
+    void edited(const QString& text);
 
     AppModel& model_;
     Picker* modelPicker_;

@@ -66,7 +66,12 @@ TEST_F(MainWindowTest, SettingsFollowTheModelAndChangeIt) {
     EXPECT_EQ(world.model.soundStyle(RecordingCue::stop), RecordingSoundStyle::silent);
     const auto* words = "Names or terms you often use (optional)";
     world.model.setVocabulary("Ada");
-    EXPECT_EQ(settings.control<QLineEdit>(words).text(), "Ada");
+    auto& vocabulary = settings.control<QLineEdit>(words);
+    EXPECT_EQ(vocabulary.text(), "Ada");
+    world.model.setVocabulary(std::string(1200, 'a'));
+    vocabulary.insert("b");
+    vocabulary.textEdited(vocabulary.text());
+    EXPECT_EQ(vocabulary.text(), QString(1200, 'a')) << "no more than the settings keep";
     world.saveKey();
     world.beginDictation();
     for (const auto* name : {"Model", words, "Reset dictation", "OpenAI API key"})
