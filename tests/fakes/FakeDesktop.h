@@ -38,9 +38,9 @@ struct FakeDesktop {
     AppModel::Environment environment(Scheduler& time, Executor& executor, HistoryStore& history,
                                       CorrectionStore& corrections,
                                       std::function<SyncControl&()> sync,
-                                      Preferences* others = nullptr) {
+                                      Preferences* others = nullptr, Executor* queries = nullptr) {
         return {time,
-                executor,
+                queries ? *queries : executor,
                 executor,
                 keyboard,
                 poster,
