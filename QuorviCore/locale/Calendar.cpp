@@ -37,6 +37,8 @@ std::unique_ptr<icu::Calendar> makeCalendar(const std::string& zone, const std::
     std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(
         zoneNamed(zone).release(), icu::Locale(locale.c_str()), status));
     check(status);
+    // Where midnight comes twice, a day starts at the first.
+    calendar->setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
     return calendar;
 }
 
@@ -92,10 +94,11 @@ Calendar::Day Calendar::State::find(Date date) {
     return day;
 }
 
-// If midnight occurs twice, the calendar fields can name a day that has not begun yet.
+// If the clocks go back over midnight, the calendar fields name the previous day again after a day
+// has begun; that time belongs to the day that has begun.
 Calendar::Day Calendar::State::calculate(Date date) {
-    const Date start = midnight(*calendar, date, 0);
-    if (start > date) return {midnight(*calendar, start, -1), start};
+    Date start = midnight(*calendar, date, 0);
+    if (const Date next = midnight(*calendar, start, 1); start < next && next <= date) start = next;
     Date end = midnight(*calendar, start, 1);
     for (int further = 2; end <= start; ++further) end = midnight(*calendar, start, further);
     return {start, end};

@@ -49,6 +49,18 @@ TEST(Calendar, CountsMonthsAsTheLocaleDoes) {
     EXPECT_EQ(Calendar("UTC", "fa_IR").startOfMonth(date), day(9'210)) << "1 Farvardin";
 }
 
+TEST(Calendar, StartsADayAtTheFirstOfTwoMidnights) {
+    for (const auto& [zone, first] : {std::pair("America/Havana", 1793505600),  // 1 November 2026
+                                      {"America/St_Johns", 1289097000}}) {      // 7 November 2010
+        const Calendar calendar(zone, "en_US");
+        for (const int later : {0, 1'800, 3'599, 3'600, 89'999}) {
+            const auto found = calendar.day(Date::fromUnixSeconds(first + later));
+            EXPECT_EQ(found.start, Date::fromUnixSeconds(first)) << zone << " " << later;
+            EXPECT_EQ(found.end, Date::fromUnixSeconds(first + 90'000)) << zone << " " << later;
+        }
+    }
+}
+
 TEST(TranscriptRetention, CountsCalendarDays) {
     // 31 March 2026 at noon in Athens; the clocks went forward on the 29th.
     const auto now = Date::fromUnixSeconds(1774947600);
