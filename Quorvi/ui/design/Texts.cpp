@@ -1,6 +1,9 @@
 #include "Quorvi/ui/design/Texts.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPainter>
 
 #include "Quorvi/ui/design/Symbols.h"
@@ -18,20 +21,64 @@ QLabel* plain(QLabel* label, TextStyle style, bool wraps) {
 
 // Longer words may be broken after this many characters.
 constexpr qsizetype longestWord = 24;
+constexpr QChar breakSign(0x200B);  // zero width space
+// Laying out a text takes time: far more than three minutes of speech, and more marks than any
+// script puts on one letter, are not shown.
+constexpr qsizetype longestShown = 10'000;
+constexpr qsizetype mostMarks = 16;
 
 QString breakable(const QString& text) {
     QString result;
-    qsizetype run = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
+    qsizetype run = 0, marks = 0;
+    for (qsizetype i = 0; i < text.size() && result.size() < longestShown; ++i) {
+        marks = text[i].isMark() ? marks + 1 : 0;
+        if (marks > mostMarks) continue;
         run = text[i].isSpace() ? 0 : run + 1;
         if (run > longestWord && !text[i].isLowSurrogate() && !text[i].isMark()) {
-            result += QChar(0x200B);  // zero width space
+            result += breakSign;
             run = 1;
         }
         result += text[i];
     }
+    if (result.size() >= longestShown) {
+        if (result.back().isHighSurrogate()) result.chop(1);
+        result += QStringLiteral(" …");
+    }
     return result;
 }
+
+// A text that can be selected, and is copied without the signs that let it break.
+class ContentLabel : public QLabel {
+public:
+    ContentLabel() {
+        setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->matches(QKeySequence::Copy))
+            copy(QClipboard::Clipboard);
+        else
+            QLabel::keyPressEvent(event);
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        QLabel::mouseReleaseEvent(event);
+        if (QGuiApplication::clipboard()->supportsSelection()) copy(QClipboard::Selection);
+    }
+    void contextMenuEvent(QContextMenuEvent* event) override {
+        QMenu menu(this);
+        const auto title = QCoreApplication::translate("quorvi::TranscriptCard", "Copy");
+        menu.addAction(title, this, [this] { copy(QClipboard::Clipboard); })
+            ->setEnabled(hasSelectedText());
+        menu.exec(event->globalPos());
+    }
+
+private:
+    void copy(QClipboard::Mode mode) const {
+        if (hasSelectedText())
+            QGuiApplication::clipboard()->setText(selectedText().remove(breakSign), mode);
+    }
+};
 
 }  // namespace
 
@@ -112,8 +159,7 @@ QLabel* captionText(const QString& text) {
 }
 
 QLabel* contentText(const QString& text) {
-    auto* label = bodyText();
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto* label = plain(new ContentLabel, TextStyle::body, true);
     setContent(*label, text);
     return label;
 }

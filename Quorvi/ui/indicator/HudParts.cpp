@@ -16,7 +16,7 @@ namespace {
 constexpr int signSize = 20;  // room for a sign of 18 points and its antialiased edge
 constexpr int spokes = 8;
 constexpr int step = 90;  // milliseconds
-constexpr int copySignSize = 15;
+constexpr int copySignSize = 13;
 constexpr int copyButtonSize = 30;
 constexpr int downloadSignSize = 11;
 constexpr int capsuleHeight = 22;
