@@ -39,14 +39,13 @@ PropertyListPreferences::~PropertyListPreferences() = default;
 std::optional<SettingValue> PropertyListPreferences::value(std::string_view key) const {
     const auto found = values_.find(key);
     if (found == values_.end()) return std::nullopt;
-    return std::visit(
-        []<class T>(const T& value) -> std::optional<SettingValue> {
-            if constexpr (requires { SettingValue(value); })
-                return SettingValue(value);
-            else
-                return std::nullopt;
-        },
-        found->second->value);
+    // Built in place: g++ 12 takes a moved temporary variant for uninitialised under sanitizers.
+    std::optional<SettingValue> setting;
+    const auto take = [&setting](const auto& each) {
+        if constexpr (requires { SettingValue(each); }) setting.emplace(each);
+    };
+    std::visit(take, found->second->value);
+    return setting;
 }
 
 void PropertyListPreferences::set(std::string_view key, SettingValue setting) {
