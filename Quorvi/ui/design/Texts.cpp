@@ -67,7 +67,7 @@ protected:
     }
     void contextMenuEvent(QContextMenuEvent* event) override {
         QMenu menu(this);
-        const auto title = QCoreApplication::translate("quorvi::TranscriptCard", "Copy");
+        const auto title = QCoreApplication::translate("TranscriptCard", "Copy");
         menu.addAction(title, this, [this] { copy(QClipboard::Clipboard); })
             ->setEnabled(hasSelectedText());
         menu.exec(event->globalPos());
