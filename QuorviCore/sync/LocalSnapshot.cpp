@@ -13,6 +13,7 @@
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/propertylist/PropertyList.h"
+#include "QuorviCore/settings/StoredValue.h"
 
 namespace quorvi {
 
@@ -323,14 +324,7 @@ std::optional<SettingValue> LocalSnapshot::decode(std::string_view payload) {
     if (fields == nullptr) return std::nullopt;
     const auto entry = fields->find("value");
     if (entry == fields->end()) return std::nullopt;
-    // Built in place: g++ 12 takes a moved temporary variant for uninitialised under the
-    // sanitizers.
-    std::optional<SettingValue> decoded;
-    const auto take = [&decoded](const auto& value) {
-        if constexpr (requires { SettingValue(value); }) decoded.emplace(value);
-    };
-    std::visit(take, entry->second.value);
-    return decoded;
+    return settingValueOf(entry->second);
 }
 
 SharedString LocalSnapshot::historyId(const Uuid& id) {

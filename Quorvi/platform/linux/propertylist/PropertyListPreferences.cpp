@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "QuorviCore/settings/StoredValue.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi {
@@ -39,13 +40,7 @@ PropertyListPreferences::~PropertyListPreferences() = default;
 std::optional<SettingValue> PropertyListPreferences::value(std::string_view key) const {
     const auto found = values_.find(key);
     if (found == values_.end()) return std::nullopt;
-    // Built in place: g++ 12 takes a moved temporary variant for uninitialised under sanitizers.
-    std::optional<SettingValue> setting;
-    const auto take = [&setting](const auto& each) {
-        if constexpr (requires { SettingValue(each); }) setting.emplace(each);
-    };
-    std::visit(take, found->second->value);
-    return setting;
+    return settingValueOf(*found->second);
 }
 
 void PropertyListPreferences::set(std::string_view key, SettingValue setting) {
