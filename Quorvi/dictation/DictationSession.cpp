@@ -74,6 +74,13 @@ void DictationSession::start() {
         fail(say::finishSetup());
         return;
     }
+    if (environment_.keyStore.isLocked()) {
+        fail(say::keyringLocked());
+        startTask_ = tasks_.start([this, id = supersede()](std::stop_token stop) {
+            return unlockKeyring(id, std::move(stop));
+        });
+        return;
+    }
     environment_.learning.finishWatch();
     isStarting_ = true;
     endsAtBeginning_ = false;
@@ -81,6 +88,24 @@ void DictationSession::start() {
     recorder_.prepare();
     startTask_ = tasks_.start(
         [this, id = supersede()](std::stop_token stop) { return begin(id, std::move(stop)); });
+}
+
+// Before anything is said: the question takes the focus from the field.
+Task<void> DictationSession::unlockKeyring(Id id, std::stop_token stop) {
+    std::optional<Message> problem;
+    try {
+        auto asking = environment_.keyStore.unlock(stop);
+        co_await asking;
+    } catch (const std::exception& error) {
+        problem = messageOf(error);
+    }
+    if (!isCurrent(id, stop) || !canBegin()) co_return;
+    if (problem) {
+        fail(*std::move(problem));
+        co_return;
+    }
+    environment_.status.enter(DictationStage::idle, say::clickATextField());
+    environment_.status.hideOverlay();
 }
 
 Task<void> DictationSession::begin(Id id, std::stop_token stop) {

@@ -110,6 +110,7 @@ private:
 
     void followRecorder();
     void recorderChanged(bool began);
+    Task<void> unlockKeyring(Id id, std::stop_token stop);
     Task<void> begin(Id id, std::stop_token stop);
     void recordingBegan(InsertionTarget target);
     bool hearsEarly();

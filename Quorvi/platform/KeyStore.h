@@ -16,8 +16,14 @@ class KeyStore {
 public:
     virtual ~KeyStore() = default;
 
-    // Returns whether a key is stored, as last known. Cheap; never prompts the user.
+    // Returns whether a key is stored, as last known; true while the storage is locked, which hides
+    // it. Cheap; never prompts the user.
     virtual bool hasKey() = 0;
+    // Whether the storage is locked, as last known. Cheap.
+    virtual bool isLocked() { return false; }
+    // Asks the user to unlock the storage. Throws QuorviError if it stays locked, Cancelled after a
+    // stop.
+    virtual Task<void> unlock(std::stop_token) { co_return; }
     // Queries the storage and returns the new hasKey().
     virtual Task<bool> refresh() = 0;
 
@@ -31,7 +37,8 @@ public:
     virtual Task<bool> syncEnabled() = 0;
     virtual Task<void> setSyncEnabled(bool on) = 0;
 
-    // Observers are called when hasKey() has changed, also because of another program.
+    // Observers are called when hasKey() or isLocked() has changed, also because of another
+    // program.
     [[nodiscard]] virtual Subscription onChange(std::function<void()> observer) = 0;
 
 protected:

@@ -28,9 +28,20 @@ class Items {
 public:
     Items(Keychain& keychain, std::stop_token stop) : keychain_(keychain), stop_(std::move(stop)) {}
 
-    bool hasKey() const {
-        return keychain_.exists(synchronized, stop_) == Status::success ||
-               keychain_.exists(local, stop_) == Status::success;
+    // success, itemNotFound, or interactionNotAllowed: locked.
+    Status presence() const {
+        bool isLocked = false;
+        for (const auto& query : {synchronized, local}) {
+            const auto status = keychain_.exists(query, stop_);
+            if (status == Status::success) return status;
+            isLocked = isLocked || status == Status::interactionNotAllowed;
+        }
+        return isLocked ? Status::interactionNotAllowed : Status::itemNotFound;
+    }
+
+    void unlock() const {
+        for (const auto& query : {synchronized, local})
+            if (lookUnlocking(query) != Status::itemNotFound) return;
     }
 
     bool syncEnabled(bool chosen) const {
@@ -156,18 +167,28 @@ bool KeychainStore::syncIsChosen() const {
     return Settings(preferences_).get(setting::syncAPIKey);
 }
 
-void KeychainStore::setHasKey(bool hasKey) {
-    if (std::exchange(hasKey_, hasKey) != hasKey) changes_.notify();
+void KeychainStore::setPresence(KeychainStatus presence) {
+    if (std::exchange(presence_, presence) != presence) changes_.notify();
 }
 
 Task<bool> KeychainStore::refresh() {
     auto looking =
         inBackground(executor_, scheduler_, [&keychain = keychain_, stop = ending_.get_token()] {
-            return Items(keychain, stop).hasKey();
+            return Items(keychain, stop).presence();
         });
-    const bool found = co_await looking;
-    setHasKey(found);
-    co_return found;
+    const auto presence = co_await looking;
+    setPresence(presence);
+    co_return hasKey();
+}
+
+Task<void> KeychainStore::unlock(std::stop_token stop) {
+    auto asking = inBackground(
+        executor_, scheduler_, [&keychain = keychain_, stop] { Items(keychain, stop).unlock(); },
+        stop);
+    co_await asking;
+    auto looking = refresh();
+    co_await looking;
+    if (isLocked()) throw QuorviError::message(say::keyringStayedLocked());
 }
 
 // A change brings several signals; those that arrive during a look cause one more.
@@ -211,7 +232,7 @@ Task<void> KeychainStore::save(std::string key) {
                      [&keychain = keychain_, stop = ending_.get_token(), secret,
                       chosen = syncIsChosen()] { Items(keychain, stop).save(*secret, chosen); });
     co_await saving;
-    setHasKey(true);
+    setPresence(Status::success);
 }
 
 Task<void> KeychainStore::remove() {
@@ -221,7 +242,7 @@ Task<void> KeychainStore::remove() {
         executor_, scheduler_,
         [&keychain = keychain_, stop = ending_.get_token()] { Items(keychain, stop).remove(); });
     co_await removing;
-    setHasKey(false);
+    setPresence(Status::itemNotFound);
 }
 
 Task<bool> KeychainStore::syncEnabled() {

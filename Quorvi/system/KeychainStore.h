@@ -27,7 +27,9 @@ public:
     KeychainStore(const KeychainStore&) = delete;
     KeychainStore& operator=(const KeychainStore&) = delete;
 
-    bool hasKey() override { return hasKey_; }
+    bool hasKey() override { return presence_ != KeychainStatus::itemNotFound; }
+    bool isLocked() override { return presence_ == KeychainStatus::interactionNotAllowed; }
+    Task<void> unlock(std::stop_token stop) override;
     Task<std::string> read(std::stop_token stop) override;
     Task<void> save(std::string key) override;
     Task<void> remove() override;
@@ -44,7 +46,7 @@ private:
     bool syncIsChosen() const;
     void look();
     Task<void> keepLooking();
-    void setHasKey(bool hasKey);
+    void setPresence(KeychainStatus presence);
 
     Keychain& keychain_;
     Preferences& preferences_;
@@ -52,7 +54,8 @@ private:
     Scheduler& scheduler_;
     std::stop_source ending_;
     Observable changes_;
-    bool hasKey_ = false;
+    // success, itemNotFound, or interactionNotAllowed: locked
+    KeychainStatus presence_ = KeychainStatus::itemNotFound;
     bool looking_ = false;
     bool lookAgain_ = false;
     Promise<void> lastTurn_;

@@ -25,6 +25,20 @@ struct VirtualTime {
     TurnExecutor executor{scheduler};
 };
 
+// A key in memory, in a storage that may be locked.
+class LockableKeyStore : public MemoryKeyStore {
+public:
+    bool isLocked() override { return locked; }
+    Task<void> unlock(std::stop_token) override {
+        if (!userUnlocks) throw QuorviError::message(say::keyringStayedLocked());
+        locked = false;
+        co_return;
+    }
+
+    bool locked = false;
+    bool userUnlocks = true;
+};
+
 // Everything that a controller needs, in memory: a fake of each of the desktop's ports.
 struct FakeDesktop {
     // `virtualTime` is for fakes that move the clock themselves; usually both are the same.
@@ -85,7 +99,7 @@ struct FakeDesktop {
     FakePermissions permissions;
     FakeLocalKeyMonitor localKeys;
     MemoryPreferences preferences;
-    MemoryKeyStore keyStore;
+    LockableKeyStore keyStore;
     FakeHttpTransport service;
     FakeFileStore files;
     const Calendar calendar{"Europe/Athens", "en_US"};

@@ -134,6 +134,22 @@ TEST_F(KeychainStoreTest, AskingForTheKeyCostsTheKeychainNothing) {
     EXPECT_EQ(keychain.journal.size(), 4u) << "a burst of signals is two looks";
 }
 
+TEST_F(KeychainStoreTest, ALockedKeychainCountsAsAKeyUntilItIsUnlocked) {
+    const auto look = [this] { return outcome(store.refresh()); };
+    keychain.locked = true;
+    keychain.userUnlocks = false;
+    look();
+    EXPECT_TRUE(store.hasKey() && store.isLocked());
+    EXPECT_EQ(outcome(store.unlock({})), say::keyringStayedLocked().english());
+    keychain.userUnlocks = true;
+    EXPECT_EQ(outcome(store.unlock({})), "done");
+    EXPECT_FALSE(store.hasKey() || store.isLocked()) << "there was none";
+    keychain.items = {{false, "sk-key"}};
+    keychain.locked = true;
+    EXPECT_EQ(outcome(store.unlock({})), "done");
+    EXPECT_TRUE(store.hasKey() && !store.isLocked());
+}
+
 TEST_F(KeychainStoreTest, ConcurrentOperationsRunOneAfterAnother) {
     keychain.items = {{true, "sk-1"}};
     preferences.setBoolean("syncAPIKey", true);
@@ -142,6 +158,19 @@ TEST_F(KeychainStoreTest, ConcurrentOperationsRunOneAfterAnother) {
     scheduler.settle();
     EXPECT_TRUE(switching.value() && saving.value());
     EXPECT_EQ(keychain.items, (Items{{false, "sk-2"}})) << "the copy was made again";
+}
+
+TEST_F(DictationTest, ALockedKeyringIsUnlockedBeforeTheMicrophoneOpens) {
+    keyStore.locked = true;
+    for (const bool unlocks : {false, true}) {
+        keyStore.userUnlocks = unlocks;
+        dictate();
+        expect(unlocks ? Stage::idle : Stage::failure,
+               unlocks ? say::clickATextField() : say::keyringStayedLocked());
+    }
+    EXPECT_EQ(microphone.captures, 0);
+    dictateToTheEnd();
+    EXPECT_EQ(model->stage(), Stage::success);
 }
 
 TEST_F(DictationTest, ReportsWhetherTheKeyIsSynchronised) {

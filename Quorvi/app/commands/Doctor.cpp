@@ -150,7 +150,7 @@ private:
                 return bad("Keyring", "API key: not stored.",
                            "Store it in Quorvi's Settings, or with quorvi --store-key.");
             case KeychainStatus::interactionNotAllowed:
-                return note("Keyring", "locked. The desktop will ask you to unlock it.");
+                return note("Keyring", "locked. The next dictation asks you to unlock it.");
             default:
                 return bad(
                     "Keyring",

@@ -1496,7 +1496,7 @@
     </message>
     <message>
         <source>The database address must not contain a password. Keep it in the keyring or in ~/.pgpass.</source>
-        <translation>Die Adresse der Datenbank darf kein Passwort enthalten. Bewahren Sie es im Schlüsselbund oder in ~/.pgpass auf.</translation>
+        <translation>Die Adresse der Datenbank darf kein Passwort enthalten. Bewahre es im Schlüsselbund oder in ~/.pgpass auf.</translation>
     </message>
     <message>
         <source>Preferences could not be opened. They have been left untouched; changes last for this session only.</source>
@@ -1504,7 +1504,7 @@
     </message>
     <message>
         <source>Preferences could not be saved on this computer. Check available disk space and folder access.</source>
-        <translation>Die Einstellungen konnten auf diesem Computer nicht gespeichert werden. Prüfen Sie den freien Speicherplatz und den Zugriff auf den Ordner.</translation>
+        <translation>Die Einstellungen konnten auf diesem Computer nicht gespeichert werden. Prüfe den freien Speicherplatz und den Zugriff auf den Ordner.</translation>
     </message>
     <message>
         <source>The history could not be read ({reason})</source>
@@ -1537,6 +1537,14 @@
     <message>
         <source>Field not checked · {app}</source>
         <translation>Feld nicht geprüft · {app}</translation>
+    </message>
+    <message>
+        <source>Your keyring is locked. Unlock it, then dictate again.</source>
+        <translation>Dein Schlüsselbund ist gesperrt. Entsperre ihn und diktiere dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>Your keyring stayed locked, and with it your API key. Dictate again to unlock it.</source>
+        <translation>Dein Schlüsselbund blieb gesperrt und mit ihm dein API-Schlüssel. Diktiere noch einmal, um ihn zu entsperren.</translation>
     </message>
 </context>
 <context>

@@ -1496,7 +1496,7 @@
     </message>
     <message>
         <source>The database address must not contain a password. Keep it in the keyring or in ~/.pgpass.</source>
-        <translation>Η διεύθυνση της βάσης δεδομένων δεν πρέπει να περιέχει κωδικό πρόσβασης. Φυλάξτε τον στην κλειδοθήκη ή στο ~/.pgpass.</translation>
+        <translation>Η διεύθυνση της βάσης δεδομένων δεν πρέπει να περιέχει κωδικό πρόσβασης. Φύλαξέ τον στην κλειδοθήκη ή στο ~/.pgpass.</translation>
     </message>
     <message>
         <source>Preferences could not be opened. They have been left untouched; changes last for this session only.</source>
@@ -1504,7 +1504,7 @@
     </message>
     <message>
         <source>Preferences could not be saved on this computer. Check available disk space and folder access.</source>
-        <translation>Δεν ήταν δυνατή η αποθήκευση των προτιμήσεων σε αυτόν τον υπολογιστή. Ελέγξτε τον διαθέσιμο χώρο στον δίσκο και την πρόσβαση στον φάκελο.</translation>
+        <translation>Δεν ήταν δυνατή η αποθήκευση των προτιμήσεων σε αυτόν τον υπολογιστή. Έλεγξε τον διαθέσιμο χώρο στον δίσκο και την πρόσβαση στον φάκελο.</translation>
     </message>
     <message>
         <source>The history could not be read ({reason})</source>
@@ -1537,6 +1537,14 @@
     <message>
         <source>Field not checked · {app}</source>
         <translation>Μη ελεγμένο πεδίο · {app}</translation>
+    </message>
+    <message>
+        <source>Your keyring is locked. Unlock it, then dictate again.</source>
+        <translation>Η κλειδοθήκη σου είναι κλειδωμένη. Ξεκλείδωσέ την και υπαγόρευσε ξανά.</translation>
+    </message>
+    <message>
+        <source>Your keyring stayed locked, and with it your API key. Dictate again to unlock it.</source>
+        <translation>Η κλειδοθήκη σου έμεινε κλειδωμένη και μαζί της το κλειδί API. Υπαγόρευσε ξανά για να την ξεκλειδώσεις.</translation>
     </message>
 </context>
 <context>
