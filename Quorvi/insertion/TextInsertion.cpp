@@ -16,8 +16,7 @@ using namespace std::chrono_literals;
 constexpr Duration pollInterval = 50ms;
 constexpr int modifierPolls = 40;
 constexpr Duration verificationWindow = 900ms;
-// Programs that look at a new clipboard do so at once. A terminal that has not yet done so may
-// paste what was there before.
+// How long a program that looks at a new clipboard before it can paste it may take for that.
 constexpr Duration readerWait = 60ms;
 
 // Restores the clipboard however the insertion ends, also if its frame is destroyed, unless told to
@@ -179,14 +178,18 @@ Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
     auto taking = clipboard_.snapshot(std::move(paste.request.clipboard), stop);
     auto backup = co_await taking;
     const auto events = PasteKeyboard::pasteEvents(environment_.poster);
+    auto asking = environment_.poster.looksBeforePasting(paste.target.pid, stop);
+    const bool looksFirst = co_await asking;
     auto lastCheck = validate(paste, stop);
     co_await lastCheck;
     refuseLateChanges(paste);
     paste.clipboardIsLost = !backup.items;
     auto installing = clipboard_.installTemporary(paste.text, std::move(backup), stop);
     co_await installing;
-    auto attention = waitForReader(paste, stop);
-    co_await attention;
+    if (looksFirst) {
+        auto attention = waitForReader(paste, stop);
+        co_await attention;
+    }
     refuseLateChanges(paste);
     if (!environment_.poster.isAvailable()) throw QuorviError::message(say::couldNotPaste());
     environment_.poster.post(events, paste.target.pid);
@@ -199,11 +202,10 @@ Task<void> TextInsertion::waitForReader(const Paste& paste, std::stop_token stop
     auto future = ready.future(std::move(stop));
     const auto timer =
         environment_.scheduler.after(readerWait, [ready]() mutable { ready.resolve(); });
-    clipboard_.onRead = [this, pid, ready]() mutable {
+    const auto reads = clipboard_.onRead([this, pid, ready]() mutable {
         if (clipboard_.wasAskedBy(pid)) ready.resolve();
-    };
+    });
     co_await future;
-    clipboard_.onRead = nullptr;
 }
 
 Task<void> TextInsertion::watchArrival(Paste& paste, std::stop_token stop) {

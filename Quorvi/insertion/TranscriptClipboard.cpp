@@ -18,7 +18,7 @@ constexpr int mostCopies = 3;
 TranscriptClipboard::TranscriptClipboard(Pasteboard& pasteboard) : pasteboard_(pasteboard) {
     pasteboard_.observeReads([this](PasteboardRead read) {
         reads_.push_back(read);
-        if (onRead) onRead();
+        read_.notify();
     });
 }
 
@@ -27,12 +27,15 @@ TranscriptClipboard::~TranscriptClipboard() {
 }
 
 bool TranscriptClipboard::wasAskedBy(pid_t pid) const {
-    return std::ranges::find(reads_, pid, &PasteboardRead::reader) != reads_.end();
+    return std::ranges::any_of(reads_, [this, pid](const PasteboardRead& read) {
+        return read.reader == pid && read.changeCount == installed_;
+    });
 }
 
 bool TranscriptClipboard::wasTakenBy(pid_t pid) const {
-    return std::ranges::any_of(
-        reads_, [pid](const PasteboardRead& read) { return read.reader == pid && read.content; });
+    return std::ranges::any_of(reads_, [this, pid](const PasteboardRead& read) {
+        return read.reader == pid && read.changeCount == installed_ && read.content;
+    });
 }
 
 Task<TranscriptClipboard::Copy> TranscriptClipboard::copyAhead(std::stop_token stop) {
@@ -63,6 +66,7 @@ Task<TranscriptClipboard::Copy> TranscriptClipboard::snapshot(std::optional<Copy
 Task<void> TranscriptClipboard::installTemporary(std::string text, Copy backup,
                                                  std::stop_token stop) {
     reads_.clear();
+    installed_.reset();
     std::optional<std::int64_t> count;
     for (int tries = 0; !count; ++tries) {
         auto items = backup.items.value_or(Items{});
@@ -80,7 +84,7 @@ Task<void> TranscriptClipboard::installTemporary(std::string text, Copy backup,
         backup = co_await again;
     }
     backup_ = std::move(backup.items).value_or(Items{});
-    ownedChangeCount_ = count;
+    ownedChangeCount_ = installed_ = count;
     if (stop.stop_requested()) {
         restore();
         throw Cancelled{};

@@ -5,9 +5,11 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Quorvi/platform/Pasteboard.h"
+#include "QuorviCore/async/Observable.h"
 
 namespace quorvi {
 
@@ -46,10 +48,12 @@ public:
     // restore().
     Task<void> keepTranscript(std::string text);
 
-    // Whether the program has read the transcript since it was installed.
+    // Whether the program has read the last transcript that was installed.
     bool wasAskedBy(pid_t pid) const;  // at least what there is
     bool wasTakenBy(pid_t pid) const;
-    std::function<void()> onRead;  // after a further one
+    [[nodiscard]] Subscription onRead(std::function<void()> observer) {
+        return read_.subscribe(std::move(observer));
+    }
 
     // Restores the user's clipboard, unless another program has written to it since. Returns at
     // once; later operations see the restored content.
@@ -63,8 +67,10 @@ public:
 private:
     Pasteboard& pasteboard_;
     Items backup_;
-    std::string kept_;  // the transcript that was left there
-    std::vector<PasteboardRead> reads_;
+    std::string kept_;                   // the transcript that was left there
+    std::vector<PasteboardRead> reads_;  // since that was begun; also late ones of others
+    std::optional<std::int64_t> installed_;
+    Observable read_;
     std::optional<std::int64_t> ownedChangeCount_;
 };
 

@@ -2,8 +2,10 @@
 
 #include <sys/types.h>
 #include <span>
+#include <stop_token>
 
 #include "Quorvi/platform/KeyEventTap.h"
+#include "QuorviCore/async/Task.h"
 
 namespace quorvi {
 
@@ -14,6 +16,10 @@ public:
 
     // Returns whether events can be posted now.
     virtual bool isAvailable() const = 0;
+
+    // Returns whether the active application, `pid`, first looks at a new clipboard, and pastes
+    // nothing or the former content until then. False if that is unknown.
+    virtual Task<bool> looksBeforePasting(pid_t pid, std::stop_token stop) = 0;
 
     // Posts the events in order, without delay and without user input in between. Command-V is
     // translated into the paste chord of the application `pid`, on the key that pastes under the

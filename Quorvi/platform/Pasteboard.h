@@ -36,8 +36,9 @@ struct PasteboardItem {
 
 // A request of a program for the content that this one has put on the clipboard.
 struct PasteboardRead {
-    pid_t reader = 0;      // 0 if unknown
-    bool content = false;  // it got the content, not only the list of what there is
+    pid_t reader = 0;              // 0 if unknown
+    bool content = false;          // it got the content, not only the list of what there is
+    std::int64_t changeCount = 0;  // after which write
 };
 
 enum class TranscriptVisibility {

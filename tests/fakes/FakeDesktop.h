@@ -81,7 +81,6 @@ struct FakeDesktop {
         workspace.setFrontmost(RunningApplication{pid, "Editor"});
         accessibility.setWindow(pid, accessibility.make(pid, "AXWindow"));
         accessibility.focus(field);
-        pasteboard.watcher = pid;
         poster.onPost = [this, field](const auto& post) {
             accessibility.type(field, pasteboard.readBy(post.pid));
         };

@@ -22,6 +22,7 @@ public:
         : scheduler_(scheduler), tap_(tap) {}
 
     bool isAvailable() const override { return available; }
+    Task<bool> looksBeforePasting(pid_t, std::stop_token) override { co_return looksFirst; }
     void post(std::span<const TapEvent> events, pid_t pid) override {
         posts.push_back({{events.begin(), events.end()}, pid});
         scheduler_.post([this, sent = posts.back()] {
@@ -32,6 +33,7 @@ public:
     }
 
     bool available = true;
+    bool looksFirst = false;
     std::vector<Post> posts;
     std::function<void(const Post&)> onPost;
 

@@ -77,7 +77,6 @@ Task<std::optional<std::int64_t>> FakePasteboard::writeText(std::string text,
     if (visibility == TranscriptVisibility::hiddenFromHistory)
         items[0].representations.push_back(representation("x-kde-passwordManagerHint", "secret"));
     ++writtenTexts;
-    if (watcher != 0) announce({watcher, false});
     return writeItems(std::move(items), expected);
 }
 
@@ -95,7 +94,7 @@ void FakePasteboard::announce(PasteboardRead read) {
 }
 
 std::string FakePasteboard::readBy(pid_t reader) {
-    announce({reader, true});
+    announce({reader, true, changeCount_});
     return text();
 }
 

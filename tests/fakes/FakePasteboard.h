@@ -37,8 +37,6 @@ public:
 
     // Another program reads the text.
     std::string readBy(pid_t reader);
-    // The program that looks at once what there is after each text that is put here.
-    pid_t watcher = 0;
 
     // Faults. While the owner hangs, a read fails after three seconds, and later operations wait
     // for it.

@@ -105,11 +105,12 @@ TYPED_TEST_P(PasteboardContract, WhoReadsTheTextIsTold) {
     auto& pasteboard = this->rig.pasteboard();
     std::optional<PasteboardRead> seen;
     pasteboard.observeReads([&](PasteboardRead read) { seen = read; });
-    this->writeText("transcript");
+    const auto count = this->writeText("transcript");
     const auto reader = this->rig.foreignRead();
     EXPECT_TRUE(this->rig.runUntil([&] { return seen.has_value(); }));
     EXPECT_EQ(seen->reader, reader);
     EXPECT_TRUE(seen->content);
+    EXPECT_EQ(seen->changeCount, count);
     pasteboard.observeReads(nullptr);
 }
 

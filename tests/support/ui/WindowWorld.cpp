@@ -10,7 +10,6 @@ WindowWorld::WindowWorld() : FakeDesktop(scheduler, scheduler) {
     workspace.setFrontmost(RunningApplication{editor, "Text Editor"});
     accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
     accessibility.focus(field);
-    pasteboard.watcher = editor;
     poster.onPost = [this](const auto& post) {
         accessibility.type(field, pasteboard.readBy(post.pid));
     };

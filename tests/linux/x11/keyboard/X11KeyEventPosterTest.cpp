@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "tests/support/Process.h"
+#include "tests/support/Waiting.h"
 #include "tests/support/clipboard/ForeignOwner.h"
 #include "tests/support/desktop/Editors.h"
 #include "tests/support/desktop/KeyWindow.h"
@@ -111,8 +112,11 @@ TEST_F(X11KeyEventPosterTest, TheWindowsClassAndTheLayoutChooseTheKeys) {
         auto expected = row.keys;
         for (auto keycode = row.keys.rbegin(); keycode != row.keys.rend(); ++keycode)
             expected.push_back(-*keycode);
+        const Running<bool> looks(poster.looksBeforePasting(getpid(), {}));
         poster.post(commandV(), getpid());
         EXPECT_TRUE(window.waitForKeys(expected)) << row.className << ' ' << row.layout;
+        EXPECT_TRUE(recorder.waitUntil([&] { return looks.value().has_value(); }));
+        EXPECT_EQ(looks.value(), std::string(row.className).ends_with("-terminal"));
     }
 }
 

@@ -64,7 +64,7 @@ void X11ClipboardSession::requested(const X11SelectionEvent& event) {
         if (x11SameClient(connection, active, event.window))
             reader = x11ProcessOf(connection, active);
     }
-    onRead_({reader, given == X11SelectionServer::Given::content});
+    onRead_({reader, given == X11SelectionServer::Given::content, changeCount_});
 }
 
 void X11ClipboardSession::ownerChanged(const X11SelectionEvent& event) {

@@ -16,8 +16,9 @@ using enum PasteChord;
 // In a terminal Control-V belongs to the program that runs inside.
 constexpr PasteChords::Choice terminal{controlShiftV, controlShiftV};
 // The terminals on GNOME's widget find no V under a lone Greek or Cyrillic layout, but have a
-// second combination, which is not to be used elsewhere: some paste the selection with it.
-constexpr PasteChords::Choice vte{controlShiftV, controlShiftInsert};
+// second combination, which is not to be used elsewhere: some paste the selection with it. Their
+// paste command is off until they know that a new clipboard has text.
+constexpr PasteChords::Choice vte{controlShiftV, controlShiftInsert, true, true};
 // Nothing pastes the clipboard here as delivered: Shift-Insert pastes the selection, which is other
 // text and might be run as a command, and Control-V waits for a key to quote.
 constexpr PasteChords::Choice nothing{none, none};
@@ -95,7 +96,7 @@ PasteChords::PasteChords(std::string_view users) {
         std::string program, name;
         words >> program >> name;
         if (const auto chord = chordNamed(lowered(name)))
-            users_.push_back({lowered(program), {*chord, *chord}});
+            users_.push_back({lowered(program), *chord});
     }
 }
 
@@ -104,11 +105,15 @@ PasteChords::Choice PasteChords::of(std::string_view instance, std::string_view 
     const auto isNamed = [&](std::string_view program) {
         return std::ranges::find(names, program) != names.end();
     };
-    for (const auto& line : users_)
-        if (isNamed(line.program)) return line.choice;
+    Choice choice;
     for (const auto& row : table)
-        if (isNamed(row.program)) return row.choice;
-    return {};
+        if (isNamed(row.program)) {
+            choice = row.choice;
+            break;
+        }
+    for (const auto& line : users_)
+        if (isNamed(line.program)) return {line.chord, line.chord, true, choice.looksFirst};
+    return choice;
 }
 
 }  // namespace quorvi

@@ -27,6 +27,8 @@ public:
         PasteChord withoutV = PasteChord::shiftInsert;
         // Whether the program also finds the V of a group that is not the current one.
         bool searchesGroups = true;
+        // Whether a new clipboard can't be pasted until the program has looked what it offers.
+        bool looksFirst = false;
     };
 
     // `users` has a line "PROGRAM CHORD" for each program: either part of its window's WM_CLASS,
@@ -40,7 +42,7 @@ public:
 private:
     struct Line {
         std::string program;  // lower case
-        Choice choice;
+        PasteChord chord;
     };
 
     std::vector<Line> users_;

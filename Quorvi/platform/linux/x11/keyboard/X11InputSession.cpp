@@ -369,6 +369,13 @@ void X11InputSession::setPasteChords(PasteChords chords) {
     enqueue([this, chords = std::move(chords)] { pasteChords_ = chords; });
 }
 
+void X11InputSession::choosePaste(pid_t pid,
+                                  std::function<void(const PasteChords::Choice&)> whenKnown) {
+    enqueue([this, pid, whenKnown = std::move(whenKnown)] {
+        whenKnown(X11PasteChord::choiceForActiveApplication(raw_, pid, pasteChords_));
+    });
+}
+
 void X11InputSession::post(std::vector<TapEvent> events, pid_t pid) {
     enqueue([this, events = std::move(events), pid] { postNow(events, pid); });
 }

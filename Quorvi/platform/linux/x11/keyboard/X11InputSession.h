@@ -45,6 +45,8 @@ public:
     void setSwallowed(std::vector<SwallowedKey> keys);
     void setQuietModifier(std::optional<KeyCode> modifier);
     void setPasteChords(PasteChords chords);
+    // `whenKnown` is called on the input thread, or not at all if that ends before.
+    void choosePaste(pid_t pid, std::function<void(const PasteChords::Choice&)> whenKnown);
     void post(std::vector<TapEvent> events, pid_t pid);
     const X11PressedKeys& pressedKeys() const { return pressed_; }
 

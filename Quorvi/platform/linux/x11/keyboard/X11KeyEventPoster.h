@@ -13,6 +13,7 @@ public:
     explicit X11KeyEventPoster(X11KeyEventTap& tap);
 
     bool isAvailable() const override;
+    Task<bool> looksBeforePasting(pid_t pid, std::stop_token stop) override;
     void post(std::span<const TapEvent> events, pid_t pid) override;
 
 private:

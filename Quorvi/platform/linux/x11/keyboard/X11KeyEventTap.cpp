@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSession.h"
+#include "QuorviCore/async/Future.h"
 
 namespace quorvi {
 
@@ -128,6 +129,23 @@ bool X11KeyEventTap::buttonIsDown(std::int64_t button) const {
 void X11KeyEventTap::setPasteChords(PasteChords chords) {
     pasteChords_ = std::move(chords);
     if (session_) session_->setPasteChords(pasteChords_);
+}
+
+Task<bool> X11KeyEventTap::looksBeforePasting(pid_t pid, std::stop_token stop) {
+    // A session that ends drops what it has not done yet.
+    struct Answer {
+        explicit Answer(Scheduler& scheduler) : promise(scheduler) {}
+        ~Answer() { promise.resolve(false); }
+        Promise<bool> promise;
+    };
+    auto answer = std::make_shared<Answer>(scheduler_);
+    auto future = answer->promise.future(std::move(stop));
+    if (session_)
+        session_->choosePaste(pid, [answer](const PasteChords::Choice& choice) {
+            answer->promise.resolve(choice.looksFirst);
+        });
+    answer.reset();
+    co_return co_await future;
 }
 
 void X11KeyEventTap::post(std::span<const TapEvent> events, pid_t pid) {

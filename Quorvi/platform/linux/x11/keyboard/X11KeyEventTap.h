@@ -4,10 +4,12 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <stop_token>
 
 #include "Quorvi/platform/KeyEventTap.h"
 #include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
 #include "QuorviCore/async/Scheduler.h"
+#include "QuorviCore/async/Task.h"
 
 namespace quorvi {
 
@@ -35,8 +37,8 @@ public:
     // The combinations that a posted Command-V becomes; the built-in ones at first.
     void setPasteChords(PasteChords chords);
 
-    // Posts keys for KeyEventPoster, on the hook's connection, so that the hook recognises its own
-    // events.
+    // For KeyEventPoster: on the hook's connection, so that the hook recognises its own events.
+    Task<bool> looksBeforePasting(pid_t pid, std::stop_token stop);
     void post(std::span<const TapEvent> events, pid_t pid);
 
 private:

@@ -13,13 +13,6 @@ namespace {
 constexpr std::uint32_t symbolV = 'v';
 constexpr KeyCode insertKeyCode = 114;  // a Mac's Help key
 
-PasteChords::Choice choiceFor(const X11Connection& connection, pid_t pid,
-                              const PasteChords& chords) {
-    const auto window = x11WindowClass(connection, x11ActiveWindow(connection));
-    return window.isEmpty() ? chords.of(processName(pid), {})
-                            : chords.of(window.instance, window.name);
-}
-
 int currentGroup(const X11Connection& connection) {
     const auto state = connection.reply<xcb_xkb_get_state_reply>(
         xcb_xkb_get_state(connection.get(), XCB_XKB_ID_USE_CORE_KBD));
@@ -28,10 +21,18 @@ int currentGroup(const X11Connection& connection) {
 
 }  // namespace
 
+PasteChords::Choice X11PasteChord::choiceForActiveApplication(const X11Connection& connection,
+                                                              pid_t pid,
+                                                              const PasteChords& chords) {
+    const auto window = x11WindowClass(connection, x11ActiveWindow(connection));
+    return window.isEmpty() ? chords.of(processName(pid), {})
+                            : chords.of(window.instance, window.name);
+}
+
 X11PasteChord X11PasteChord::forActiveApplication(const X11Connection& connection,
                                                   const X11Layout& layout, pid_t pid,
                                                   const PasteChords& chords) {
-    const auto choice = choiceFor(connection, pid, chords);
+    const auto choice = choiceForActiveApplication(connection, pid, chords);
     const auto control = layout.keycodeFor(keyCode::leftControl);
     const auto shift = layout.keycodeFor(keyCode::leftShift);
     const auto option = layout.keycodeFor(keyCode::leftOption);

@@ -13,9 +13,12 @@ struct X11PasteChord {
     std::vector<XKeycode> modifiers;
     XKeycode key = 0;
 
-    // No key if the application has none for it. Uses the active window's class and the current
-    // layout group. `pid` identifies an application whose window has no class. For adapter sources,
-    // on the connection's thread.
+    // By the active window's class; `pid` identifies an application whose window has none. For
+    // adapter sources, on the connection's thread, as the next.
+    static PasteChords::Choice choiceForActiveApplication(const X11Connection& connection,
+                                                          pid_t pid, const PasteChords& chords);
+
+    // No key if the application has none for it. Uses also the current layout group.
     static X11PasteChord forActiveApplication(const X11Connection& connection,
                                               const X11Layout& layout, pid_t pid,
                                               const PasteChords& chords);
