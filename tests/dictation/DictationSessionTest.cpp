@@ -40,6 +40,13 @@ TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     EXPECT_EQ(model->stage(), Stage::success) << "the stage stays";
 }
 
+TEST_F(DictationTest, AFieldThatNobodyKnowsIsSaidToBeUnchecked) {
+    workspace.setFrontmost(RunningApplication{editor + 1, "Boxed"});
+    keyboard.press(f8);
+    settle();
+    expect(Stage::recording, say::uncheckedField("Boxed"));
+}
+
 // Every timer that stays wakes the processor up and costs battery.
 TEST_F(DictationTest, LeavesNoTimerBehindButThePollOfThePermissions) {
     const std::vector<Duration> idle{2s};

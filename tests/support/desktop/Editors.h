@@ -34,4 +34,26 @@ inline Command chromium(const std::string& body, const TestFolder& folder) {
             "file://" + page};
 }
 
+// A program in a sandbox of its own, which reaches the accessibility bus through a proxy. Flatpak
+// writes `info` into both.
+inline Command sandboxed(const std::string& program, const std::string& info,
+                         const TestFolder& folder) {
+    const auto script = folder.write("sandbox", R"(
+box=(bwrap --ro-bind /usr /usr --ro-bind /etc /etc --symlink usr/bin /bin --symlink usr/lib /lib
+     --symlink usr/lib64 /lib64 --dev /dev --proc /proc --bind /tmp /tmp --unshare-pid
+     --die-with-parent --bind "$QUORVI_SESSION_DIR" "$QUORVI_SESSION_DIR")
+[[ -z $2 ]] || { echo "[Instance]
+instance-id=$2" >"$3/info"; box+=(--ro-bind "$3/info" /.flatpak-info); }
+bus=$(gdbus call --session -d org.a11y.Bus -o /org/a11y/bus -m org.a11y.Bus.GetAddress | cut -d"'" -f2)
+registry=--call=org.a11y.atspi.Registry=org.a11y.atspi
+root=/org/a11y/atspi
+"${box[@]}" xdg-dbus-proxy --fd=1 "$bus" "$3/bus" --filter --sloppy-names \
+    $registry.Socket.{Embed,Unembed}@$root/accessible/root \
+    $registry.Registry.GetRegisteredEvents@$root/registry \
+    $registry.DeviceEventController.{GetKeystrokeListeners,GetDeviceEventListeners,NotifyListeners{Sync,Async}}@$root/registry/deviceeventcontroller |
+    { read -rN1; AT_SPI_BUS_ADDRESS=unix:path=$3/bus "${box[@]}" $1; }
+)");
+    return {"bash", script, program, info, folder.path().string()};
+}
+
 }  // namespace quorvi::test

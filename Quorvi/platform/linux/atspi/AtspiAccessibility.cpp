@@ -190,11 +190,10 @@ bool AtspiAccessibility::setAttribute(const AXElement& element, std::string_view
     const auto* application = dynamic_cast<const ApplicationReference*>(&element.reference());
     if (!application || name != "AXManualAccessibility" || !value) return false;
     const auto deadline = std::chrono::steady_clock::now() + timeout;
-    auto& peers = impl_->peers;
     std::vector<Call> questions;
-    for (const auto& bus : peers.namesOf(application->pid, deadline))
+    for (const auto& bus : impl_->finder.namesOf(application->pid, deadline))
         questions.push_back({{bus, rootPath}, accessibleInterface, "GetAttributes", arguments()});
-    const auto answers = peers.callAll(std::move(questions), deadline);
+    const auto answers = impl_->peers.callAll(std::move(questions), deadline);
     return std::any_of(answers.begin(), answers.end(),
                        [](const Variant& answer) { return answer != nullptr; });
 }

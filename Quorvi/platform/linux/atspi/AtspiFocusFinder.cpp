@@ -23,8 +23,16 @@ int rank(Role role, States states) {
 
 }  // namespace
 
+std::vector<std::string> AtspiFocusFinder::namesOf(pid_t pid, TimePoint deadline) {
+    auto names = peers_.namesOf(pid, deadline);
+    if (!names.empty()) return names;
+    if (const auto window = activeWindowIn(peers_.proxiedNamesOf(pid, deadline), deadline))
+        names.push_back(window->bus);
+    return names;
+}
+
 std::optional<ObjectRef> AtspiFocusFinder::focusedObjectOf(pid_t pid, TimePoint deadline) {
-    for (const auto& bus : peers_.namesOf(pid, deadline))
+    for (const auto& bus : namesOf(pid, deadline))
         if (auto object = focusedIn(bus, deadline)) return object;
     return std::nullopt;
 }
@@ -37,7 +45,7 @@ std::optional<ObjectRef> AtspiFocusFinder::focusedObject(TimePoint deadline) {
 }
 
 std::optional<ObjectRef> AtspiFocusFinder::activeWindowOf(pid_t pid, TimePoint deadline) {
-    return activeWindowIn(peers_.namesOf(pid, deadline), deadline);
+    return activeWindowIn(namesOf(pid, deadline), deadline);
 }
 
 std::optional<ObjectRef> AtspiFocusFinder::focusedIn(const std::string& bus, TimePoint deadline) {

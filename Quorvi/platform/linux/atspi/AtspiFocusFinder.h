@@ -20,6 +20,9 @@ public:
     AtspiFocusFinder(AtspiPeers& peers, AtspiFocusTracker& tracker)
         : peers_(peers), tracker_(tracker) {}
 
+    // The bus names of a process's applications. Of those behind a sandbox's proxy the one with the
+    // active window, so `pid` must be the process that has the active window of the display.
+    std::vector<std::string> namesOf(pid_t pid, TimePoint deadline);
     std::optional<ObjectRef> focusedObjectOf(pid_t pid, TimePoint deadline);
     std::optional<ObjectRef> activeWindowOf(pid_t pid, TimePoint deadline);
 

@@ -6,8 +6,14 @@
 #include <chrono>
 #include <utility>
 
+#include "Quorvi/platform/linux/posix/ProcessName.h"
+#include "Quorvi/platform/linux/posix/Sandbox.h"
+
 namespace quorvi::atspi {
 namespace {
+
+// The program that stands between a sandbox and each bus.
+constexpr const char* busProxy = "xdg-dbus-proxy";
 
 // Milliseconds until the deadline, rounded up; 0 when it has passed.
 int millisecondsUntil(TimePoint deadline) {
@@ -126,6 +132,19 @@ std::vector<std::string> AtspiPeers::namesOf(pid_t pid, TimePoint deadline) {
     if (auto names = known(); !names.empty()) return names;
     for (const auto& name : allNames(deadline)) process(name, deadline);
     return known();
+}
+
+std::vector<std::string> AtspiPeers::proxiedNamesOf(pid_t pid, TimePoint deadline) {
+    const auto sandbox = sandboxOf(pid);
+    if (!sandbox) return {};
+    std::vector<std::string> names;
+    for (auto& name : allNames(deadline)) {
+        const auto connected = process(name, deadline);
+        if (!connected || processName(*connected) != busProxy) continue;
+        const auto its = sandboxOf(*connected).value_or("");
+        if (sandbox->empty() || its.empty() || its == *sandbox) names.push_back(std::move(name));
+    }
+    return names;
 }
 
 std::string AtspiPeers::toolkit(const std::string& bus, TimePoint deadline) {

@@ -39,6 +39,9 @@ public:
 
     // The bus names of a process's applications; usually one.
     std::vector<std::string> namesOf(pid_t pid, TimePoint deadline);
+    // The same of applications for which the bus knows the proxy of their sandbox in place of their
+    // process. All that this process's sandbox does not exclude; none if it is in none.
+    std::vector<std::string> proxiedNamesOf(pid_t pid, TimePoint deadline);
     std::vector<std::string> allNames(TimePoint deadline);
 
     // Whether the application uses Chromium's toolkit, or any web browser's.
