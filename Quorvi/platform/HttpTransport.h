@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -18,6 +19,9 @@ struct HttpRequest {
     std::vector<std::pair<std::string, std::string>> headers;
     Bytes body;
     Duration timeout = std::chrono::seconds(60);  // without progress
+    // A body that is longer is not read to its end: send() throws, or returns the status alone if
+    // that is a refusal.
+    std::size_t longestAnswer = 64u << 20;
 };
 
 struct HttpResponse {

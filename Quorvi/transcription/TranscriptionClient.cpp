@@ -121,6 +121,7 @@ HttpRequest TranscriptionClient::request(const Bytes& audio, const std::string& 
     request.headers.emplace_back("Content-Type",
                                  "multipart/form-data; boundary=" + body.boundary());
     request.body = body.takeData();
+    request.longestAnswer = longestAnswer;
     request.timeout = std::chrono::seconds(60);
     return request;
 }

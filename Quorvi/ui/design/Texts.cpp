@@ -5,6 +5,8 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QPainter>
+#include <algorithm>
+#include <vector>
 
 #include "Quorvi/ui/design/Symbols.h"
 
@@ -27,31 +29,62 @@ constexpr QChar breakSign(0x200B);  // zero width space
 constexpr qsizetype longestShown = 10'000;
 constexpr qsizetype mostMarks = 16;
 
-QString breakable(const QString& text) {
-    QString result;
-    qsizetype run = 0, marks = 0;
-    for (qsizetype i = 0; i < text.size() && result.size() < longestShown; ++i) {
-        marks = text[i].isMark() ? marks + 1 : 0;
+// What a label shows of a text, and where each of its characters comes from.
+struct Shown {
+    QString text;
+    std::vector<qsizetype> origins;  // with that of the end
+    qsizetype length = 0;            // without the sign that the text goes on
+
+    void add(QChar character, qsizetype origin) {
+        text += character;
+        origins.push_back(origin);
+    }
+};
+
+// `limit` is the most that is shown of the text.
+Shown shownOf(const QString& text, qsizetype limit) {
+    Shown shown;
+    qsizetype run = 0, marks = 0, at = 0;
+    for (; at < std::min(text.size(), limit) && shown.text.size() < longestShown; ++at) {
+        const auto character = text[at];
+        marks = character.isMark() ? marks + 1 : 0;
         if (marks > mostMarks) continue;
-        run = text[i].isSpace() ? 0 : run + 1;
-        if (run > longestWord && !text[i].isLowSurrogate() && !text[i].isMark()) {
-            result += breakSign;
+        // One end of a line is one character of the label, too.
+        if (character == u'\r' && at + 1 < text.size() && text[at + 1] == u'\n') continue;
+        run = character.isSpace() ? 0 : run + 1;
+        if (run > longestWord && !character.isLowSurrogate() && !character.isMark()) {
+            shown.add(breakSign, at);
             run = 1;
         }
-        result += text[i];
+        shown.add(character, at);
     }
-    if (result.size() >= longestShown) {
-        if (result.back().isHighSurrogate()) result.chop(1);
-        result += QStringLiteral(" …");
+    if (at < text.size() && !shown.text.isEmpty() && shown.text.back().isHighSurrogate()) {
+        shown.text.chop(1);
+        at = shown.origins.back();
+        shown.origins.pop_back();
     }
-    return result;
+    shown.length = shown.text.size();
+    shown.origins.push_back(at);
+    if (at < text.size()) shown.text += QStringLiteral(" …");
+    return shown;
 }
 
-// A text that can be selected, and is copied without the signs that let it break.
+// A text that can be selected. What is copied is the text itself: whole if all that is shown is
+// selected, and without the signs that let it break or say that it goes on.
 class ContentLabel : public QLabel {
 public:
     ContentLabel() {
         setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+
+    void setContent(const QString& content, qsizetype limit) {
+        if (content == content_ && limit == limit_) return;
+        content_ = content;
+        limit_ = limit;
+        setAlignment((content.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) |
+                     Qt::AlignAbsolute | Qt::AlignTop);
+        setText(shownOf(content, limit).text);
+        setAccessibleName(limit < content.size() ? text().remove(breakSign) : content);
     }
 
 protected:
@@ -60,6 +93,12 @@ protected:
             copy(QClipboard::Clipboard);
         else
             QLabel::keyPressEvent(event);
+    }
+    void mousePressEvent(QMouseEvent* event) override {
+        // A selection that is dragged would be the label's text and not the user's.
+        if (event->button() == Qt::LeftButton && !(event->modifiers() & Qt::ShiftModifier))
+            setSelection(0, 0);
+        QLabel::mousePressEvent(event);
     }
     void mouseReleaseEvent(QMouseEvent* event) override {
         QLabel::mouseReleaseEvent(event);
@@ -75,9 +114,22 @@ protected:
 
 private:
     void copy(QClipboard::Mode mode) const {
-        if (hasSelectedText())
-            QGuiApplication::clipboard()->setText(selectedText().remove(breakSign), mode);
+        if (!hasSelectedText()) return;
+        const auto shown = shownOf(content_, limit_);
+        const auto origin = [&shown](qsizetype at) {
+            return shown
+                .origins[static_cast<std::size_t>(std::clamp(at, qsizetype{0}, shown.length))];
+        };
+        const qsizetype begin = selectionStart();
+        const qsizetype end = begin + selectedText().size();
+        const bool isAll = begin == 0 && end >= shown.length;
+        const auto first = origin(begin);
+        QGuiApplication::clipboard()->setText(
+            isAll ? content_ : content_.mid(first, origin(end) - first), mode);
     }
+
+    QString content_;
+    qsizetype limit_ = 0;
 };
 
 }  // namespace
@@ -164,12 +216,8 @@ QLabel* contentText(const QString& text) {
     return label;
 }
 
-void setContent(QLabel& label, const QString& text) {
-    if (label.accessibleName() == text) return;
-    label.setAlignment((text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
-                       Qt::AlignTop);
-    label.setText(breakable(text));
-    label.setAccessibleName(text);
+void setContent(QLabel& label, const QString& text, qsizetype shown) {
+    static_cast<ContentLabel&>(label).setContent(text, std::min(shown, text.size()));
 }
 
 SymbolLabel::SymbolLabel(const char* name, int size, ColorRole role)

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QLabel>
 #include <QString>
+#include <limits>
 #include <string_view>
 
 #include "Quorvi/ui/design/Colors.h"
@@ -30,9 +31,11 @@ QLabel* bodyText(const QString& text = {});
 QLabel* secondaryText(const QString& text = {});
 QLabel* captionText(const QString& text = {});  // secondary and smaller
 
-// The user's own text: selectable, and aligned by its script's direction.
+// The user's own text: selectable, and aligned by its script's direction. setContent() is for such
+// a label only; it shows at most `shown` characters of the text, all of which can be copied.
 QLabel* contentText(const QString& text = {});
-void setContent(QLabel& label, const QString& text);
+void setContent(QLabel& label, const QString& text,
+                qsizetype shown = std::numeric_limits<qsizetype>::max());
 
 // A decorative symbol beside a text; hidden from screen readers.
 class SymbolLabel : public QWidget {

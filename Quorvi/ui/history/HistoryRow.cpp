@@ -72,8 +72,8 @@ void HistoryRow::show(const DictationRecord& record, const LocaleFormats& format
 
 void HistoryRow::showText() {
     const bool isLong = texts::isShortened(entry_);
-    const auto shown = isLong && !expanded_ ? texts::beginning(entry_) : qt(*entry_.text);
-    if (text_->text() != shown) setContent(*text_, shown);
+    const auto text = qt(*entry_.text);
+    setContent(*text_, text, isLong && !expanded_ ? texts::beginningOf(entry_) : text.size());
     toggle_->setText(expanded_ ? tr("Show less") : tr("Show full text"));
     toggle_->setVisible(isLong);
 }

@@ -160,14 +160,11 @@ bool isShortened(const DictationRecord& record) {
            text::hasMoreCharacters(*record.text, alwaysShown);
 }
 
-QString beginning(const DictationRecord& record) {
-    if (!record.text) return {};
-    if (!isShortened(record)) return qt(*record.text);
-    auto shown = qt(text::firstCharacters(*record.text, shownOfLonger));
+qsizetype beginningOf(const DictationRecord& record) {
+    const auto shown = qt(text::firstCharacters(*record.text, shownOfLonger));
     // Cuts at a word boundary, unless the word is very long.
     const auto space = shown.lastIndexOf(QLatin1Char(' '));
-    if (space > shown.size() / 2) shown.truncate(space);
-    return shown + QStringLiteral(" …");
+    return space > shown.size() / 2 ? space : shown.size();
 }
 
 }  // namespace quorvi::texts

@@ -41,8 +41,8 @@ QString dayHeading(Date date, Date now, const Calendar& calendar, const LocaleFo
 QString savedDictations(std::size_t count, const LocaleFormats& formats);
 QString recordCaption(const DictationRecord& record, const LocaleFormats& formats);
 
-// Whether the list shows only the beginning of the text at first; that beginning.
+// Whether the list shows only the beginning of the text at first; how long that is.
 bool isShortened(const DictationRecord& record);
-QString beginning(const DictationRecord& record);
+qsizetype beginningOf(const DictationRecord& record);
 
 }  // namespace quorvi::texts

@@ -119,6 +119,12 @@ TEST_F(CurlTransportTest, AFailureIsReportedInASentence) {
         EXPECT_FALSE(send(get(url))) << url;
         EXPECT_EQ(failure, sentence.english()) << url;
     }
+    auto bounded = post(server.url("/echo"), pattern(100'000));
+    bounded.longestAnswer = 99'999;
+    EXPECT_FALSE(send(bounded));
+    EXPECT_EQ(failure, say::serviceAnswerTooLarge().english());
+    bounded.longestAnswer = 100'000;
+    EXPECT_TRUE(send(bounded)) << failure;
     // An answer that is not HTTP is an answer without a status.
     const auto garbage = send(get(server.url("/garbage")));
     ASSERT_TRUE(garbage) << failure;

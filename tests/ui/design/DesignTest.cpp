@@ -32,13 +32,24 @@ TEST(Texts, AreCopiedAsTheyAreAndShownAsFarAsTheyCanBeLaidOut) {
     const auto word = QString(60, QLatin1Char('w'));
     const std::unique_ptr<QLabel> label(contentText(word));
     ASSERT_NE(label->text(), word) << "it may break";
-    label->setSelection(0, static_cast<int>(label->text().size()));
-    QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
-    QCoreApplication::sendEvent(label.get(), &copy);
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), word);
+    const auto copied = [&](int begin, qsizetype length) {
+        label->setSelection(begin, static_cast<int>(length));
+        QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+        QCoreApplication::sendEvent(label.get(), &copy);
+        return QGuiApplication::clipboard()->text();
+    };
+    EXPECT_EQ(copied(0, label->text().size()), word);
+    const auto lines = QStringLiteral("one\r\ntwo and more");
+    setContent(*label, lines, 12);
+    EXPECT_EQ(label->text(), QStringLiteral("one\ntwo and …"));
+    EXPECT_EQ(copied(4, 3), QStringLiteral("two"));
+    EXPECT_EQ(copied(4, 9), QStringLiteral("two and"));
+    EXPECT_EQ(copied(0, label->text().size()), lines) << "all that is shown stands for the whole";
 
-    setContent(*label, QString(300'000, QLatin1Char('w')));
-    EXPECT_LT(label->text().size(), 10'100);
+    const QString long300(300'000, QLatin1Char('w'));
+    setContent(*label, long300);
+    EXPECT_LT(label->text().size(), 10'500);
+    EXPECT_EQ(copied(0, label->text().size()), long300);
     setContent(*label, QStringLiteral("a") + QString(10'000, QChar(0x301)) + QStringLiteral("b"));
     EXPECT_LT(label->text().size(), 100);
     EXPECT_TRUE(label->text().endsWith(QLatin1Char('b')));

@@ -17,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t maximumResponseBytes = 64u << 20;
 constexpr auto wholeRequest = 120s;
 // An opened connection has to survive the longest recording, 180 s, with time to spare.
 constexpr auto connectionAge = 600s;
@@ -113,14 +112,18 @@ std::size_t CurlTransfer::receive(char* data, std::size_t size, std::size_t coun
     auto& transfer = *static_cast<CurlTransfer*>(self);
     auto& body = transfer.response_.body;
     const std::size_t bytes = size * count;
-    if (body.size() + bytes > maximumResponseBytes) return 0;
+    const auto limit = transfer.request_.longestAnswer;
     try {
+        std::size_t expected = body.size() + bytes;
         if (body.empty()) {
             curl_off_t announced = 0;
             curl_easy_getinfo(transfer.handle(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-            const auto limit = static_cast<curl_off_t>(maximumResponseBytes);
-            body.reserve(static_cast<std::size_t>(std::clamp<curl_off_t>(announced, 0, limit)));
+            expected =
+                std::max(expected, static_cast<std::size_t>(std::max(announced, curl_off_t{0})));
         }
+        transfer.isTooLong_ = expected > limit;
+        if (transfer.isTooLong_) return 0;
+        if (body.empty()) body.reserve(expected);
         body.insert(body.end(), data, data + bytes);
     } catch (const std::bad_alloc&) {
         return 0;
@@ -130,9 +133,14 @@ std::size_t CurlTransfer::receive(char* data, std::size_t size, std::size_t coun
 
 void CurlTransfer::finish(CURLcode result) {
     if (!promise_) return;
+    long status = 0;
+    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
+    constexpr long firstRefusal = 400;
+    if (isTooLong_ && status >= firstRefusal) {
+        response_.body.clear();
+        result = CURLE_OK;
+    }
     if (result == CURLE_OK) {
-        long status = 0;
-        curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
         response_.status = static_cast<int>(status);
         promise_->resolve(std::move(response_));
         return;

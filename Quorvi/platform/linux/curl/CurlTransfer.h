@@ -52,6 +52,7 @@ private:
     HttpRequest request_;
     HttpResponse response_;
     std::optional<Promise<HttpResponse>> promise_;
+    bool isTooLong_ = false;  // the response
     curl_slist* headers_ = nullptr;
     std::unique_ptr<CURL, Cleanup> easy_;
 };
