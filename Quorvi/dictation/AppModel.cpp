@@ -41,6 +41,9 @@ AppModel::AppModel(Environment environment)
     session_.removeStaleRecordings();
     permissions_.start();
     sleepObserver_ = environment_.workspace.onWillSleep([this] { cancel(); });
+    lockObserver_ = environment_.workspace.onScreenLock([this] {
+        if (canCancel()) cancel();
+    });
 }
 
 DictationSession::Environment AppModel::sessionEnvironment() {
@@ -176,6 +179,7 @@ void AppModel::shutdown() {
     hotkey_.stop();
     environment_.history.flush();
     sleepObserver_ = {};
+    lockObserver_ = {};
 }
 
 }  // namespace quorvi

@@ -193,6 +193,7 @@ private:
     ShortcutCapture shortcutCapture_;
     Subscription settingsObserver_;
     Subscription sleepObserver_;
+    Subscription lockObserver_;
 };
 
 }  // namespace quorvi

@@ -31,6 +31,9 @@ public:
     // Observers are called when the machine is about to sleep, or has woken.
     [[nodiscard]] virtual Subscription onWillSleep(std::function<void()> observer) = 0;
     [[nodiscard]] virtual Subscription onDidWake(std::function<void()> observer) = 0;
+
+    // Observers are called when the screen is being locked, perhaps several times for one lock.
+    [[nodiscard]] virtual Subscription onScreenLock(std::function<void()> observer) = 0;
 };
 
 }  // namespace quorvi

@@ -51,6 +51,7 @@ protected:
         [this] { model->copyTranscript(); },
         [this] { model->resetDictation(); },
         [this] { workspace.sleep(); },
+        [this] { workspace.lockScreen(); },
         [this] { microphone.end(CaptureEnd::deviceLost); },
         [this] { microphone.startsAtOnce = !microphone.startsAtOnce; },
         [this] { microphone.isLostAtOnce = !microphone.isLostAtOnce; },

@@ -220,11 +220,16 @@ TEST_F(DictationTest, TroubleWhileRecordingEndsInItsSentence) {
         permissions.setMicrophone(MicrophoneAuthorization::authorized);
         keyboard.release(f8);
     }
-    keyboard.press(f8);
-    scheduler.advance(1s);
-    workspace.sleep();
-    EXPECT_EQ(model->stage(), Stage::idle);
-    keyboard.release(f8);
+    workspace.lockScreen();
+    expectFailure(say::keyboardInterrupted());  // nothing to cancel
+    for (const auto leave : {&FakeWorkspace::sleep, &FakeWorkspace::lockScreen}) {
+        keyboard.press(f8);
+        scheduler.advance(1s);
+        (workspace.*leave)();
+        EXPECT_EQ(model->stage(), Stage::idle);
+        EXPECT_FALSE(microphone.isCapturing());
+        keyboard.release(f8);
+    }
 }
 
 TEST_F(DictationTest, AFixOfThePastedTextIsLearnedAndShown) {

@@ -6,7 +6,7 @@
 
 namespace quorvi::test {
 
-// A session whose active application and sleep the test controls.
+// A session whose active application, sleep and lock the test controls.
 class FakeWorkspace : public Workspace {
 public:
     static constexpr pid_t quorviPid = 4711;
@@ -22,6 +22,9 @@ public:
     [[nodiscard]] Subscription onDidWake(std::function<void()> observer) override {
         return didWake_.subscribe(std::move(observer));
     }
+    [[nodiscard]] Subscription onScreenLock(std::function<void()> observer) override {
+        return screenLock_.subscribe(std::move(observer));
+    }
 
     void setFrontmost(std::optional<RunningApplication> application) {
         std::lock_guard lock(mutex_);
@@ -29,12 +32,14 @@ public:
     }
     void sleep() { willSleep_.notify(); }
     void wake() { didWake_.notify(); }
+    void lockScreen() { screenLock_.notify(); }
 
 private:
     mutable std::mutex mutex_;
     std::optional<RunningApplication> frontmost_;
     Observable willSleep_;
     Observable didWake_;
+    Observable screenLock_;
 };
 
 }  // namespace quorvi::test

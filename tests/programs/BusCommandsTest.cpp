@@ -3,8 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/desktop/ProgramDesk.h"
 #include "tests/support/Waiting.h"
-#include "tests/support/desktop/QuorviProgram.h"
+#include "tests/support/desktop/FakeService.h"
 
 namespace quorvi::test {
 namespace {
@@ -126,6 +127,58 @@ TEST(InstalledProgram, IsStartedByTheBusAndDictates) {
     Process demo({builtProgram("quorvi-demo"), prefix / "bin", fs::temp_directory_path() / "demo"});
     const auto told = demo.readAll();
     EXPECT_EQ(demo.wait(), 0) << told;
+}
+
+// Somebody who dictates when the screen is locked.
+class LockedScreen : public ProgramDesk {
+protected:
+    static bool indicatorIsShown() {
+        return !shell("xdotool search --onlyvisible --name '^Quorvi dictation$'").empty();
+    }
+    // An unlinked recording is known by its descriptor only.
+    bool isRecording() const {
+        for (const auto& each :
+             fs::directory_iterator("/proc/" + std::to_string(program.pid()) + "/fd")) {
+            std::error_code gone;
+            if (fs::read_symlink(each.path(), gone).string().find("VeskRecordings") !=
+                std::string::npos)
+                return true;
+        }
+        return false;
+    }
+
+    const FakeSystemBus bus;
+};
+
+TEST_F(LockedScreen, CancelsTheDictation) {
+    const FakeService logind(FakeService::systemBus, "org.freedesktop.login1",
+                             {{"auto", "(objectpath '/session/own',)"}});
+    const FakeService saver(FakeService::sessionBus, "org.gnome.ScreenSaver");
+    const std::function<void()> locks[] = {
+        [&] { logind.emit("/session/own", "org.freedesktop.login1.Session", "Lock", "()"); },
+        [&] {
+            saver.emit("/org/gnome/ScreenSaver", "org.gnome.ScreenSaver", "ActiveChanged",
+                       "(true,)");
+        }};
+    startQuorvi();
+    program.until("| ready");
+    for (const auto& lock : locks) {
+        user.press(key::f8);
+        program.until("Listening");
+        hold();
+        EXPECT_TRUE(eventually(indicatorIsShown));
+        EXPECT_TRUE(isRecording());
+        // It connects to the buses in the background.
+        EXPECT_TRUE(eventually([&] {
+            lock();
+            return !indicatorIsShown();
+        }));
+        program.until("Cancelled");
+        EXPECT_TRUE(eventually([this] { return !isRecording(); }));
+        user.release(key::f8);
+    }
+    EXPECT_EQ(recordingsLeft(), 0);
+    EXPECT_EQ(fieldText(), "");
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "Quorvi/platform/linux/x11/desktop/X11Workspace.h"
 
-#include <gio/gio.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -8,9 +7,10 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "tests/support/Process.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/desktop/FakeService.h"
 #include "tests/support/desktop/KeyWindow.h"
 
 namespace quorvi::test {
@@ -42,70 +42,77 @@ TEST_F(X11WorkspaceTest, FollowsTheActiveWindowFromProgramToProgram) {
     }
 }
 
-// A bus of the test's own in the system bus's place, where anybody may own logind's name.
-class FakeSystemBus {
-public:
-    FakeSystemBus() {
-        const auto address = "unix:path=" + (folder_.path() / "socket").string();
-        const auto config = folder_.write(
-            "bus.conf", "<busconfig><type>system</type><listen>" + address +
-                            "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-                            "<allow receive_sender=\"*\"/><allow own=\"*\"/><allow user=\"*\"/>"
-                            "</policy></busconfig>\n");
-        daemon_ = Process({"dbus-daemon", "--nofork", "--nopidfile", "--config-file=" + config});
-        eventually([&] { return std::filesystem::exists(folder_.path() / "socket"); });
-        setenv("DBUS_SYSTEM_BUS_ADDRESS", address.c_str(), 1);
-    }
-    ~FakeSystemBus() { unsetenv("DBUS_SYSTEM_BUS_ADDRESS"); }
-
-    // Emits the signal as the owner of `name`.
-    static void emit(const std::string& name, bool sleeping) {
-        auto* bus = g_dbus_connection_new_for_address_sync(
-            std::getenv("DBUS_SYSTEM_BUS_ADDRESS"),
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr);
-        ASSERT_NE(bus, nullptr);
-        auto* owned = g_dbus_connection_call_sync(
-            bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-            "RequestName", g_variant_new("(su)", name.c_str(), 0U), nullptr, G_DBUS_CALL_FLAGS_NONE,
-            -1, nullptr, nullptr);
-        ASSERT_NE(owned, nullptr);
-        g_variant_unref(owned);
-        EXPECT_TRUE(g_dbus_connection_emit_signal(
-            bus, nullptr, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
-            "PrepareForSleep", g_variant_new("(b)", sleeping ? TRUE : FALSE), nullptr));
-        g_dbus_connection_flush_sync(bus, nullptr, nullptr);
-        g_dbus_connection_close_sync(bus, nullptr, nullptr);
-        g_object_unref(bus);
-    }
-
-private:
-    TestFolder folder_;
-    Process daemon_;
-};
-
 TEST_F(X11WorkspaceTest, TellsSleepAndWakeFromLogindAlone) {
     const FakeSystemBus bus;
+    const FakeService logind(FakeService::systemBus, "org.freedesktop.login1");
+    const FakeService impostor(FakeService::systemBus, "org.example.Impostor");
     X11Workspace workspace(scheduler);
     std::string heard;
     auto sleep = workspace.onWillSleep([&] { heard += 's'; });
     const auto wake = workspace.onDidWake([&] { heard += 'w'; });
     // The workspace subscribes in the background; an impostor's signals never count.
     ASSERT_TRUE(until(scheduler, [&] {
-        FakeSystemBus::emit("org.example.Impostor", false);
-        FakeSystemBus::emit("org.freedesktop.login1", true);
+        impostor.prepareForSleep(false);
+        logind.prepareForSleep(true);
         return !heard.empty();
     }));
     EXPECT_EQ(heard.find('w'), std::string::npos);
-    FakeSystemBus::emit("org.freedesktop.login1", false);
+    logind.prepareForSleep(false);
     ASSERT_TRUE(until(scheduler, [&] { return heard.find('w') != std::string::npos; }));
     sleep = {};
     const auto before = std::count(heard.begin(), heard.end(), 's');
-    FakeSystemBus::emit("org.freedesktop.login1", true);
-    FakeSystemBus::emit("org.freedesktop.login1", false);
+    logind.prepareForSleep(true);
+    logind.prepareForSleep(false);
     ASSERT_TRUE(until(scheduler, [&] { return std::count(heard.begin(), heard.end(), 'w') == 2; }));
     EXPECT_EQ(std::count(heard.begin(), heard.end(), 's'), before);
+}
+
+TEST_F(X11WorkspaceTest, TellsThatItsOwnSessionIsLocked) {
+    constexpr auto session = "org.freedesktop.login1.Session";
+    const FakeSystemBus bus;
+    setenv("XDG_SESSION_ID", "7", 1);
+    for (const auto* id : {"auto", "7"}) {
+        const FakeService logind(FakeService::systemBus, "org.freedesktop.login1",
+                                 {{id, "(objectpath '/session/own',)"}});
+        X11Workspace workspace(scheduler);
+        int locks = 0;
+        int wakes = 0;
+        const auto lock = workspace.onScreenLock([&] { ++locks; });
+        const auto wake = workspace.onDidWake([&] { ++wakes; });
+        ASSERT_TRUE(until(scheduler, [&] {
+            logind.emit("/session/own", session, "Lock", "()");
+            return locks > 0;
+        })) << id;
+        for (const auto& [values, expected] : {std::pair("{'LockedHint': <false>}", 0),
+                                               {"{'Active': <true>}", 0},
+                                               {"{'LockedHint': <true>}", 1}}) {
+            // The signals arrive in order, so waking means that all before have.
+            for (const auto* path : {"", "/session/other", "/session/own"}) {
+                if (*path) logind.changeProperties(path, session, values);
+                const int before = wakes;
+                logind.prepareForSleep(false);
+                ASSERT_TRUE(until(scheduler, [&] { return wakes > before; }));
+                if (!*path) locks = 0;
+            }
+            EXPECT_EQ(locks, expected) << values;
+        }
+    }
+    unsetenv("XDG_SESSION_ID");
+}
+
+TEST_F(X11WorkspaceTest, TellsThatAScreenSaverCoversTheScreen) {
+    for (const auto* name :
+         {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver", "org.mate.ScreenSaver",
+          "org.cinnamon.ScreenSaver", "org.xfce.ScreenSaver"}) {
+        const FakeService saver(FakeService::sessionBus, name);
+        X11Workspace workspace(scheduler);
+        int locks = 0;
+        const auto lock = workspace.onScreenLock([&] { ++locks; });
+        EXPECT_TRUE(until(scheduler, [&] {
+            saver.emit("/ScreenSaver", name, "ActiveChanged", "(true,)");
+            return locks > 0;
+        })) << name;
+    }
 }
 
 }  // namespace

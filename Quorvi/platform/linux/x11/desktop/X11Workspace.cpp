@@ -1,14 +1,15 @@
 #include "Quorvi/platform/linux/x11/desktop/X11Workspace.h"
 
-#include <glib-unix.h>
-#include <glib.h>
 #include <unistd.h>
 
 #include <mutex>
 #include <utility>
 
+#include "Quorvi/platform/linux/gio/BusClient.h"
+#include "Quorvi/platform/linux/gio/DescriptorSource.h"
 #include "Quorvi/platform/linux/gio/GLibThread.h"
-#include "Quorvi/platform/linux/gio/LogindSleepSignals.h"
+#include "Quorvi/platform/linux/gio/LogindSignals.h"
+#include "Quorvi/platform/linux/gio/ScreenSaverSignals.h"
 #include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "Quorvi/platform/linux/x11/desktop/X11ActiveApplication.h"
 
@@ -22,9 +23,10 @@ constexpr Duration reconnectDelay = std::chrono::seconds(1);
 struct X11Workspace::Signals {
     Observable willSleep;
     Observable didWake;
+    Observable screenLock;
 };
 
-// The thread: one GLib context that waits for the X connection and for the system bus.
+// The thread: one GLib context that waits for the X connection and for the buses.
 class X11Workspace::Watcher {
 public:
     Watcher(Scheduler& scheduler, std::weak_ptr<Signals> signals)
@@ -44,12 +46,21 @@ public:
 
 private:
     void begin() {
-        sleep_.emplace([this](bool sleeping) { announce(sleeping); });
+        const auto locked = [this] { announce(&Signals::screenLock); };
+        systemBus_.emplace(BusClient::Bus::system, [this, locked](BusClient& bus) {
+            watchSleep(bus, [this](bool sleeping) {
+                announce(sleeping ? &Signals::willSleep : &Signals::didWake);
+            });
+            watchSessionLock(bus, locked);
+        });
         watch();
+        sessionBus_.emplace(BusClient::Bus::session,
+                            [locked](BusClient& bus) { watchScreenSavers(bus, locked); });
     }
 
     void end() {
-        sleep_.reset();
+        sessionBus_.reset();
+        systemBus_.reset();
         disconnect();
     }
 
@@ -59,23 +70,12 @@ private:
         constexpr std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
         xcb_change_window_attributes(connection_->get(), connection_->root(), XCB_CW_EVENT_MASK,
                                      &changes);
-        input_.reset(
-            g_unix_fd_source_new(connection_->fileDescriptor(),
-                                 static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR)));
-        const GUnixFDSourceFunc readable = [](gint, GIOCondition, gpointer self) -> gboolean {
-            return static_cast<Watcher*>(self)->processEvents() ? G_SOURCE_CONTINUE
-                                                                : G_SOURCE_REMOVE;
-        };
-        g_source_set_callback(input_.get(),
-                              reinterpret_cast<GSourceFunc>(reinterpret_cast<void*>(readable)),
-                              this, nullptr);
-        g_source_attach(input_.get(), g_main_context_get_thread_default());
+        input_.emplace(connection_->fileDescriptor(), [this] { return processEvents(); });
         update();
         processEvents();
     }
 
     void disconnect() {
-        if (input_) g_source_destroy(input_.get());
         input_.reset();
         active_.reset();
         connection_.reset();
@@ -125,10 +125,9 @@ private:
         frontmost_ = std::move(application);
     }
 
-    void announce(bool sleeping) {
-        scheduler_.post([weak = signals_, sleeping] {
-            if (const auto signals = weak.lock())
-                (sleeping ? signals->willSleep : signals->didWake).notify();
+    void announce(Observable Signals::*which) {
+        scheduler_.post([weak = signals_, which] {
+            if (const auto signals = weak.lock()) (*signals.*which).notify();
         });
     }
 
@@ -138,8 +137,8 @@ private:
     // connecting at the same time (libXau is not thread-safe).
     std::unique_ptr<X11Connection> connection_;
     std::unique_ptr<X11ActiveApplication> active_;
-    std::optional<LogindSleepSignals> sleep_;
-    GLibHandle<GSource> input_;
+    std::optional<BusClient> systemBus_, sessionBus_;
+    std::optional<DescriptorSource> input_;
     mutable std::mutex mutex_;  // guards frontmost_ only
     std::optional<RunningApplication> frontmost_;
     std::optional<GLibThread> thread_;
@@ -165,6 +164,10 @@ Subscription X11Workspace::onWillSleep(std::function<void()> observer) {
 
 Subscription X11Workspace::onDidWake(std::function<void()> observer) {
     return signals_->didWake.subscribe(std::move(observer));
+}
+
+Subscription X11Workspace::onScreenLock(std::function<void()> observer) {
+    return signals_->screenLock.subscribe(std::move(observer));
 }
 
 }  // namespace quorvi

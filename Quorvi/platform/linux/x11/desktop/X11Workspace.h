@@ -7,10 +7,10 @@
 
 namespace quorvi {
 
-// The session as the window manager and logind describe it. A thread of its own tracks the
-// frontmost application by the window manager's properties and listens for sleep and wake; queries
-// return the last known state. Created and destroyed on the main thread; the scheduler must outlive
-// it. Tries a lost X connection again every second.
+// The session as the window manager, logind and the screen saver describe it. A thread of its own
+// tracks the frontmost application by the window manager's properties and listens for sleep, wake
+// and locking; queries return the last known state. Created and destroyed on the main thread; the
+// scheduler must outlive it. Tries a lost X connection again every second.
 class X11Workspace final : public Workspace {
 public:
     explicit X11Workspace(Scheduler& scheduler);
@@ -20,6 +20,7 @@ public:
     pid_t ownPid() const override;
     [[nodiscard]] Subscription onWillSleep(std::function<void()> observer) override;
     [[nodiscard]] Subscription onDidWake(std::function<void()> observer) override;
+    [[nodiscard]] Subscription onScreenLock(std::function<void()> observer) override;
 
 private:
     struct Signals;
