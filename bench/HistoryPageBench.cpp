@@ -16,6 +16,7 @@
 #include "Quorvi/ui/history/HistoryPage.h"
 #include "Quorvi/ui/insights/InsightsPage.h"
 #include "bench/Figure.h"
+#include "tests/fakes/FakeClockChanges.h"
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/reference/GeneratedHistory.h"
@@ -62,14 +63,12 @@ public:
             .save(DictationRecords(test::GeneratedHistory(count, scheduler_.date()).take()));
         store_ = std::make_unique<HistoryStore>(
             HistoryStore::Environment{preferences_, files_, path_, executor_, scheduler_,
-                                      pasteboard_, [this] { return calendar_; }});
+                                      pasteboard_, [this] { return calendar_.get(); }});
         while (store_->isLoading()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     ~Pages() { store_->flush(); }
 
-    HistoryEnvironment environment() {
-        return {*store_, searches_, scheduler_, [this] { return calendar_; }, {}};
-    }
+    HistoryEnvironment environment() { return {*store_, searches_, scheduler_, calendar_, {}}; }
     const HistoryStore& store() const { return *store_; }
 
 private:
@@ -81,7 +80,8 @@ private:
     PosixFileStore files_;
     MemoryPreferences preferences_;
     test::FakePasteboard pasteboard_{scheduler_};
-    Calendar calendar_ = Calendar::system();
+    test::FakeClockChanges clock_;
+    SystemCalendar calendar_{clock_, executor_, scheduler_};
     std::unique_ptr<HistoryStore> store_;
 };
 

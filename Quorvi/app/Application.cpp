@@ -99,10 +99,9 @@ private:
             *model_, StatusItem::Actions{.openWindow = open,
                                          .checkForUpdates = [this] { updates_.updater().check(); },
                                          .quit = quit});
-        window_ = std::make_unique<AppWindow>(
-            AppWindow::Parts{*model_, corrections_, history_, sync_->accountSync(), *keyStore_,
-                             updates_.updater(), preferences_, scheduler_,
-                             desktop_.historyEnvironment(preferences_, {}).calendar, quit});
+        window_ = std::make_unique<AppWindow>(AppWindow::Parts{
+            *model_, corrections_, history_, sync_->accountSync(), *keyStore_, updates_.updater(),
+            preferences_, scheduler_, desktop_.calendar(), quit});
         bus_ = std::make_unique<BusService>(*model_, BusService::Actions{open, quit});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
     }

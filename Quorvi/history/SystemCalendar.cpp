@@ -1,33 +1,53 @@
 #include "Quorvi/history/SystemCalendar.h"
 
 #include <chrono>
+#include <cstdint>
 #include <utility>
 
 namespace quorvi {
 
 namespace {
 
-constexpr auto freshness = std::chrono::seconds(30);
+using namespace std::chrono_literals;
+
+// A timer of many hours may be a little early.
+constexpr Duration afterMidnight = 500ms;
 
 }  // namespace
 
-SystemCalendar::SystemCalendar(Executor& executor, Scheduler& scheduler)
-    : executor_(executor), scheduler_(scheduler), lookedUp_(scheduler.now()) {}
-
-Calendar SystemCalendar::get() {
-    if (scheduler_.now() - lookedUp_ > freshness) lookUp();
-    return calendar_;
+SystemCalendar::SystemCalendar(ClockChanges& changes, Executor& executor, Scheduler& scheduler,
+                               std::function<Calendar()> lookUp)
+    : executor_(executor),
+      scheduler_(scheduler),
+      lookUp_(std::move(lookUp)),
+      calendar_(lookUp_()),
+      changes_(changes.onChange([this] { lookUpAgain(); })) {
+    waitForMidnight();
 }
 
-void SystemCalendar::lookUp() {
-    lookedUp_ = scheduler_.now();
-    // An equal calendar is dropped: the present one has calculated many days already.
+void SystemCalendar::lookUpAgain() {
     auto take = lifetime_.guard([this](const Calendar& found) {
+        // An equal calendar is dropped: the present one has calculated many days already.
         if (!(found == calendar_)) calendar_ = found;
+        announceDay();
     });
-    executor_.run([&scheduler = scheduler_, take = std::move(take)] {
-        scheduler.post([take, found = Calendar::system()] { take(found); });
+    executor_.run([&scheduler = scheduler_, lookUp = lookUp_, take = std::move(take)] {
+        scheduler.post([take, found = lookUp()] { take(found); });
     });
+}
+
+void SystemCalendar::announceDay() {
+    waitForMidnight();
+    newDays_.notify();
+}
+
+void SystemCalendar::waitForMidnight() {
+    const auto now = scheduler_.date();
+    const auto seconds =
+        calendar_.day(now).end.secondsSinceReferenceDate - now.secondsSinceReferenceDate;
+    midnight_ = scheduler_.after(
+        std::chrono::milliseconds(static_cast<std::int64_t>(seconds * 1000)) + afterMidnight,
+        [this] { announceDay(); });
 }
 
 }  // namespace quorvi

@@ -1,28 +1,44 @@
 #pragma once
 
+#include <functional>
+
+#include "Quorvi/platform/ClockChanges.h"
 #include "QuorviCore/async/Executor.h"
 #include "QuorviCore/async/Lifetime.h"
+#include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/locale/Calendar.h"
 
 namespace quorvi {
 
-// The calendar of the user, which may change while the program runs (travel). Looking up the time
-// zone reads files, so get() returns the last result and refreshes it in the background when it is
-// old. Main thread; executor and scheduler outlive it.
+// The user's calendar, whose time zone may change while the program runs (travel), and the present
+// day in it. Looking up the time zone reads files, so a change is looked up on the executor. Main
+// thread; what it is given outlives it.
 class SystemCalendar {
 public:
-    SystemCalendar(Executor& executor, Scheduler& scheduler);
+    SystemCalendar(ClockChanges& changes, Executor& executor, Scheduler& scheduler,
+                   std::function<Calendar()> lookUp = Calendar::system);
 
-    Calendar get();
+    const Calendar& get() const { return calendar_; }
+
+    // Observers are called when a day begins, and when the zone or the clock has changed: what they
+    // show or have calculated for the present day may be out of date.
+    [[nodiscard]] Subscription onNewDay(std::function<void()> observer) {
+        return newDays_.subscribe(std::move(observer));
+    }
 
 private:
-    void lookUp();
+    void lookUpAgain();
+    void announceDay();
+    void waitForMidnight();
 
     Executor& executor_;
     Scheduler& scheduler_;
-    Calendar calendar_ = Calendar::system();
-    TimePoint lookedUp_;
+    const std::function<Calendar()> lookUp_;
+    Calendar calendar_;
+    Observable newDays_;
+    Timer midnight_;
+    Subscription changes_;
     Lifetime lifetime_;
 };
 

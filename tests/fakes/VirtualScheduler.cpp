@@ -6,7 +6,8 @@
 namespace quorvi::test {
 
 Date VirtualScheduler::date() const {
-    return {800'000'000.0 + std::chrono::duration<double>(now_.time_since_epoch()).count()};
+    return {800'000'000.0 +
+            std::chrono::duration<double>(now_.time_since_epoch() + dateAhead_).count()};
 }
 
 void VirtualScheduler::settle() {

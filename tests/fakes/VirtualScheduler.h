@@ -27,6 +27,8 @@ public:
     void settle();
     // Moves the clock, running each timer at its own time.
     void advance(Duration by);
+    // The clock is set, or the machine sleeps: the date moves, timers don't notice.
+    void moveDate(Duration by) { dateAhead_ += by; }
     // Lets time pass inside a turn, as a blocking call does: timers that fall due meanwhile run
     // late.
     void elapse(Duration by) { now_ += by; }
@@ -35,6 +37,7 @@ public:
 
 private:
     TimePoint now_{};
+    Duration dateAhead_{};
     std::deque<std::function<void()>> posted_;
     TimerQueue timers_;
 };

@@ -23,7 +23,7 @@ public:
         AppUpdater& updater;
         Preferences& preferences;
         Scheduler& scheduler;
-        std::function<Calendar()> calendar;  // the user's current one
+        SystemCalendar& calendar;
         std::function<void()> quit;
     };
 

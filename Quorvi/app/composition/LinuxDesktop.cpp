@@ -5,9 +5,9 @@
 #include <fstream>
 
 #include "Quorvi/app/composition/StoredFiles.h"
-#include "Quorvi/history/SystemCalendar.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
+#include "Quorvi/platform/linux/gio/SystemClockChanges.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/PosixRecordingFiles.h"
 #include "Quorvi/platform/linux/pulse/PulseAudioInput.h"
@@ -56,7 +56,8 @@ struct LinuxDesktop::Adapters {
           soundOutput(sound),
           permissions(sound, scheduler),
           transport(scheduler),
-          calendar(history, scheduler) {
+          clockChanges(scheduler),
+          calendar(clockChanges, history, scheduler) {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);
         probes.run([this, permissionsChanged] {
             inputHookIsPossible = x11InputHookIsPossible();
@@ -82,6 +83,7 @@ struct LinuxDesktop::Adapters {
     PulseSoundOutput soundOutput;
     PulsePermissions permissions;
     CurlTransport transport;
+    SystemClockChanges clockChanges;
     SystemCalendar calendar;
     Subscription microphoneChanges;
     std::unique_ptr<SecretServiceKeychain> keychain;  // when it is used
@@ -118,6 +120,10 @@ std::unique_ptr<KeyStore> LinuxDesktop::keychainStore(Preferences& preferences) 
     auto& a = *adapters_;
     a.keychain = std::make_unique<SecretServiceKeychain>(scheduler_);
     return std::make_unique<KeychainStore>(*a.keychain, preferences, a.secrets, scheduler_);
+}
+
+SystemCalendar& LinuxDesktop::calendar() {
+    return adapters_->calendar;
 }
 
 std::unique_ptr<SerialExecutor::Hold> LinuxDesktop::holdHistory() {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/history/SystemCalendar.h"
 #include "Quorvi/platform/Surroundings.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "QuorviCore/async/Lifetime.h"
@@ -34,6 +35,8 @@ public:
     // The environment of a history in that file.
     HistoryStore::Environment historyEnvironment(Preferences& preferences,
                                                  std::filesystem::path file);
+
+    SystemCalendar& calendar();
 
     // Holds all reading and writing of the history back while the result lives.
     std::unique_ptr<SerialExecutor::Hold> holdHistory();

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "Quorvi/history/HistoryStore.h"
+#include "Quorvi/history/SystemCalendar.h"
 
 namespace quorvi {
 
@@ -13,7 +14,7 @@ struct HistoryEnvironment {
     HistoryStore& store;
     Executor& executor;  // for searches and sums, which take some ten milliseconds
     Scheduler& scheduler;
-    std::function<Calendar()> calendar;  // the user's current one; cheap
+    SystemCalendar& calendar;
     // Creates the button that remembers a correction in a transcript; may be empty.
     std::function<QWidget*(const QString& transcript)> makeRememberButton;
 };

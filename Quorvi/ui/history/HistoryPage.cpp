@@ -110,26 +110,14 @@ void HistoryPage::showEvent(QShowEvent* event) {
     seen_ = true;
     environment_.store.prune(environment_.scheduler.date());
     follow();
-    waitForMidnight();
+    newDay_ = environment_.calendar.onNewDay([this] { rebuild(); });  // new headings
 }
 
 void HistoryPage::hideEvent(QHideEvent* event) {
     Page::hideEvent(event);
     if (event->spontaneous()) return;
     seen_ = false;
-    midnight_ = {};
-}
-
-// The day headings change at midnight.
-void HistoryPage::waitForMidnight() {
-    const auto now = environment_.scheduler.date();
-    const auto seconds = environment_.calendar().day(now).end.secondsSinceReferenceDate -
-                         now.secondsSinceReferenceDate;
-    midnight_ = environment_.scheduler.after(
-        std::chrono::milliseconds(static_cast<std::int64_t>(seconds * 1000) + 500), [this] {
-            rebuild();
-            waitForMidnight();
-        });
+    newDay_ = {};
 }
 
 void HistoryPage::follow() {
@@ -203,7 +191,7 @@ void HistoryPage::showCount() {
 }
 
 void HistoryPage::rebuild() {
-    const auto calendar = environment_.calendar();
+    const auto calendar = environment_.calendar.get();
     formats_.emplace(calendar);
     const auto now = environment_.scheduler.date();
     items_.clear();

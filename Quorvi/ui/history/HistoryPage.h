@@ -64,7 +64,6 @@ private:
     void copy(const DictationRecord& record);
     void confirmDeletion(const DictationRecord& record);
     void expand(const DictationRecord& record, bool expanded);
-    void waitForMidnight();
 
     HistoryEnvironment environment_;
     HistorySearch search_;
@@ -102,8 +101,8 @@ private:
     QPushButton* more_;
 
     Timer copiedTimer_;
-    Timer midnight_;
     Subscription changes_;
+    Subscription newDay_;
     TaskHandle finding_;
     TaskScope tasks_;  // last: tasks end before what they use
 };

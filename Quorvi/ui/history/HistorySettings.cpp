@@ -66,11 +66,14 @@ void HistorySettings::showEvent(QShowEvent* event) {
     if (event->spontaneous()) return;
     seen_ = true;
     sum();
+    newDay_ = environment_.calendar.onNewDay([this] { sum(); });
 }
 
 void HistorySettings::hideEvent(QHideEvent* event) {
     Card::hideEvent(event);
-    if (!event->spontaneous()) seen_ = false;
+    if (event->spontaneous()) return;
+    seen_ = false;
+    newDay_ = {};
 }
 
 void HistorySettings::sum() {
@@ -80,7 +83,7 @@ void HistorySettings::sum() {
 }
 
 Task<void> HistorySettings::showCost(std::stop_token stop) {
-    const auto calendar = environment_.calendar();
+    const auto calendar = environment_.calendar.get();
     auto summing = figures_.of(environment_.store.records(), costPeriod_,
                                environment_.scheduler.date(), calendar, stop);
     const auto sums = co_await summing;

@@ -37,6 +37,7 @@ private:
     Picker* retention_;
     UsageCostSection* cost_;
     Subscription changes_;
+    Subscription newDay_;
     TaskHandle summing_;
     TaskScope tasks_;  // last: tasks end before what they use
 };

@@ -182,26 +182,14 @@ void InsightsPage::showEvent(QShowEvent* event) {
     if (event->spontaneous()) return;
     seen_ = true;
     follow();
-    waitForMidnight();
+    newDay_ = environment_.calendar.onNewDay([this] { follow(); });  // new periods
 }
 
 void InsightsPage::hideEvent(QHideEvent* event) {
     Page::hideEvent(event);
     if (event->spontaneous()) return;
     seen_ = false;
-    midnight_ = {};
-}
-
-// The periods move on at midnight.
-void InsightsPage::waitForMidnight() {
-    const auto now = environment_.scheduler.date();
-    const auto seconds = environment_.calendar().day(now).end.secondsSinceReferenceDate -
-                         now.secondsSinceReferenceDate;
-    midnight_ = environment_.scheduler.after(
-        std::chrono::milliseconds(static_cast<std::int64_t>(seconds * 1000) + 500), [this] {
-            follow();
-            waitForMidnight();
-        });
+    newDay_ = {};
 }
 
 void InsightsPage::follow() {
@@ -213,7 +201,7 @@ void InsightsPage::follow() {
 }
 
 Task<void> InsightsPage::sum(std::stop_token stop) {
-    const auto calendar = environment_.calendar();
+    const auto calendar = environment_.calendar.get();
     auto summing = figures_.of(environment_.store.records(), period_, environment_.scheduler.date(),
                                calendar, stop);
     const auto sums = co_await summing;

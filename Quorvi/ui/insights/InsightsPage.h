@@ -38,7 +38,6 @@ private:
     QWidget* buildApps();
     QWidget* buildActivity();
     void follow();
-    void waitForMidnight();
     Task<void> sum(std::stop_token stop);
     void display(const HistoryFigures::Sums& sums, const Calendar& calendar);
     void showMetrics(const UsageSummary& usage, const LocaleFormats& formats);
@@ -64,8 +63,8 @@ private:
     QLabel* best_ = nullptr;
     ActivityGrid* grid_ = nullptr;
     UsageCostSection* cost_ = nullptr;
-    Timer midnight_;
     Subscription changes_;
+    Subscription newDay_;
     TaskHandle sums_;
     TaskScope tasks_;  // last: tasks end before what they use
 };

@@ -38,7 +38,7 @@ void WindowWorld::settle() {
 WindowServices WindowWorld::services() {
     return {model,
             corrections,
-            HistoryEnvironment{history, executor, scheduler, [this] { return calendar; }, {}},
+            HistoryEnvironment{history, executor, scheduler, calendar, {}},
             sync,
             keys,
             loginItem,

@@ -4,9 +4,11 @@
 #include <memory>
 #include <string>
 
+#include "Quorvi/history/SystemCalendar.h"
 #include "Quorvi/system/LaunchAtLoginController.h"
 #include "Quorvi/system/updates/AppUpdater.h"
 #include "Quorvi/ui/window/MainWindow.h"
+#include "tests/fakes/FakeClockChanges.h"
 #include "tests/fakes/FakeDesktop.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeLoginItem.h"
@@ -36,14 +38,16 @@ struct WindowWorld : VirtualTime, FakeDesktop {
     void offerUpdate(const std::string& package, const std::string& notes);
 
     static constexpr pid_t editor = 100;
-    const Calendar calendar{"Europe/Athens", QLocale().name().toStdString()};
+    Calendar travels{"Europe/Athens", QLocale().name().toStdString()};  // what the system says
+    FakeClockChanges clock;
+    SystemCalendar calendar{clock, executor, scheduler, [this] { return travels; }};
     const TestFolder folder;
     MemoryKeyStore& keys = keyStore;
     FakeLoginItem loginService;
     FakeDownloader downloader{scheduler};
     FakeUpdateInstaller installer;
     HistoryStore history{{preferences, files, "history.json", executor, scheduler, pasteboard,
-                          [this] { return calendar; }}};
+                          [this] { return calendar.get(); }}};
     CorrectionStore corrections{preferences, scheduler};
     FakeSyncControl sync;
     LaunchAtLoginController loginItem{loginService, executor, scheduler};

@@ -17,7 +17,7 @@ protected:
     }
     // `minutes` after the last midnight.
     Date afterMidnight(double minutes) const {
-        return {world.calendar.startOfDay(world.scheduler.date()).secondsSinceReferenceDate +
+        return {world.calendar.get().startOfDay(world.scheduler.date()).secondsSinceReferenceDate +
                 minutes * 60};
     }
     void record(const std::string& text, Date date, const std::string& app = "Mail",
@@ -45,6 +45,35 @@ TEST_F(HistoryPagesTest, ListsTheDictationsByDay) {
     EXPECT_FALSE(page().has("[Copied]"));
     world.scheduler.advance(24h);
     EXPECT_FALSE(history().has("TODAY")) << "midnight has passed";
+}
+
+TEST_F(HistoryPagesTest, FollowTheTimeZoneAndAClockThatMovesByItself) {
+    record("early in Athens", afterMidnight(30));
+    EXPECT_TRUE(history().has("TODAY | 12:30"));
+    world.travels = Calendar("America/New_York", world.travels.locale());
+    world.clock.change();
+    settle();
+    EXPECT_TRUE(page().has("YESTERDAY | 5:30"));
+    open(WindowPage::insights);
+    page().choose("Period", 0);
+    record("late in New York", world.scheduler.date());
+    settle();
+    EXPECT_TRUE(page().has("| 4 |"));
+
+    // Asleep until two hours before the next midnight; then over it.
+    world.scheduler.moveDate(20h);
+    world.clock.change();
+    world.scheduler.advance(1h);
+    settle();
+    EXPECT_TRUE(page().has("| 4 |"));
+    world.scheduler.advance(1h);
+    settle();
+    EXPECT_FALSE(page().has("| 4 |"));
+    EXPECT_TRUE(history().has("YESTERDAY | 2:13"));
+    world.scheduler.moveDate(24h);
+    world.clock.change();
+    settle();
+    EXPECT_FALSE(page().has("YESTERDAY"));
 }
 
 TEST_F(HistoryPagesTest, FindsWordsAndApplicationsAndShowsFiftyAtATime) {
