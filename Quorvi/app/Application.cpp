@@ -30,6 +30,8 @@
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/indicator/RecordingPanel.h"
 #include "Quorvi/ui/status/StatusItem.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
+#include "Quorvi/ui/translations/ShownShortcut.h"
 #include "Quorvi/ui/translations/Translations.h"
 
 namespace quorvi {
@@ -93,7 +95,10 @@ private:
         const auto quit = [this] { this->quit(); };
         panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(),
                                                   [this] { return desktop_.surroundings(); });
-        model_->showOverlay = [this] { panel_->present(); };
+        model_->showOverlay = [this] {
+            setRightAltIsAltGr(desktop_.rightAltIsAltGr());
+            panel_->present();
+        };
         model_->hideOverlay = [this] { panel_->hide(); };
         statusItem_ = std::make_unique<StatusItem>(
             *model_, StatusItem::Actions{.openWindow = open,
@@ -111,7 +116,11 @@ private:
         interruptionNote_ = std::make_unique<InterruptionNote>(*model_, history_, preferencesDisk_,
                                                                scheduler_, interruptionNoteFile());
         surroundings_ = desktop_.onSurroundingsChanged([this] { panel_->followSurroundings(); });
-        permissions_ = desktop_.onPermissionsChanged([this] { model_->refreshPermissions(); });
+        permissions_ = desktop_.onPermissionsChanged([this] {
+            // Before the observers of the model write the shortcut's name.
+            setRightAltIsAltGr(desktop_.rightAltIsAltGr());
+            model_->refreshPermissions();
+        });
         keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
         quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
     }
@@ -157,14 +166,14 @@ private:
         if (problem == preferencesProblem_) return;
         preferencesProblem_ = std::move(problem);
         if (!preferencesProblem_.isEmpty())
-            std::fprintf(stderr, "quorvi: %s\n", preferencesProblem_.english().c_str());
+            std::fprintf(stderr, "quorvi: %s\n", shownInEnglish(preferencesProblem_).c_str());
     }
 
     Task<void> keepKey(std::string apiKey) {
         auto saving = model_->saveKey(std::move(apiKey));
         if (!co_await saving)
             std::fprintf(stderr, "quorvi: QUORVI_API_KEY: %s\n",
-                         model_->keyMessage().english().c_str());
+                         shownInEnglish(model_->keyMessage()).c_str());
     }
 
     Task<void> leave(std::stop_token stop) {
@@ -181,9 +190,9 @@ private:
 
     void modelChanged() {
         if (!printStages_) return;
-        auto line = title(model_->stage()).english();
-        line +=
-            " | " + model_->message().english() + (model_->ready() ? " | ready" : " | not ready");
+        auto line = shownInEnglish(title(model_->stage()));
+        line += " | " + shownInEnglish(model_->message()) +
+                (model_->ready() ? " | ready" : " | not ready");
         if (line == printed_) return;
         printed_ = line;
         std::printf("%s\n", line.c_str());
@@ -240,7 +249,7 @@ int runApplication(QApplication& qt, std::string apiKey) {
         Application application(qt, options, std::move(apiKey));
         return QApplication::exec();
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "quorvi: %s\n", error.what());
+        std::fprintf(stderr, "quorvi: %s\n", shownInEnglish(error).c_str());
         return 2;
     }
 }

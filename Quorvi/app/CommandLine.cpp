@@ -13,12 +13,15 @@ namespace quorvi {
 
 namespace {
 
-const std::array<std::pair<const char*, const Hotkey*>, 6> shortcuts{{
-    {"right-option", &Hotkey::rightOption},
+// The last two are older names.
+const std::array<std::pair<const char*, const Hotkey*>, 8> shortcuts{{
+    {"right-alt", &Hotkey::rightOption},
     {"left-control", &Hotkey::leftControl},
     {"right-control", &Hotkey::rightControl},
     {"f8", &Hotkey::f8},
     {"f13", &Hotkey::f13},
+    {"super-shift-space", &Hotkey::commandShiftSpace},
+    {"right-option", &Hotkey::rightOption},
     {"command-shift-space", &Hotkey::commandShiftSpace},
 }};
 

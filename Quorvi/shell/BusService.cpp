@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Quorvi/shell/BusNames.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 
@@ -58,8 +59,8 @@ BusService::~BusService() {
 }
 
 QVariantList BusService::status() const {
-    return {latin(word(model_.stage())), QString::fromStdString(title(model_.stage()).english()),
-            QString::fromStdString(model_.message().english()), model_.ready()};
+    return {latin(word(model_.stage())), shown(title(model_.stage())), shown(model_.message()),
+            model_.ready()};
 }
 
 bool BusService::carryOut(const QString& method) {

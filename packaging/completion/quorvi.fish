@@ -1,7 +1,7 @@
 # fish completion for quorvi; written by scripts/options
 
 complete -c quorvi -f
-complete -c quorvi -l shortcut -x -a 'right-option left-control right-control f8 f13 command-shift-space' -d 'Set the global shortcut'
+complete -c quorvi -l shortcut -x -a 'right-alt left-control right-control f8 f13 super-shift-space' -d 'Set the global shortcut'
 complete -c quorvi -l mode -x -a 'hold toggle' -d 'Hold to talk, or press to toggle'
 complete -c quorvi -l print-stages -d 'Print a line for each change of stage'
 complete -c quorvi -s h -l help -d 'Print a short description'

@@ -2,7 +2,7 @@
 # Written by scripts/options.
 
 _arguments \
-    '--shortcut=[set the global shortcut]:name:(right-option left-control right-control f8 f13 command-shift-space)' \
+    '--shortcut=[set the global shortcut]:name:(right-alt left-control right-control f8 f13 super-shift-space)' \
     '--mode=[hold to talk, or press to toggle]:mode:(hold toggle)' \
     '--print-stages[print a line for each change of stage]' \
     '(- *)'{-h,--help}'[print a short description]' \

@@ -25,7 +25,7 @@ constexpr Sample samples[] = {
     {DictationStage::transcribing, "Converting speech to text…"},
     {DictationStage::inserting, "Inserting into Text Editor…"},
     {DictationStage::success, "Paste sent to Text Editor."},
-    {DictationStage::clipboard, "Copied. Press Ctrl+V where you want the text to appear.", true},
+    {DictationStage::clipboard, "Text copied — press Ctrl+V (in terminals Ctrl+Shift+V).", true},
     {DictationStage::failure,
      "The speech service did not answer in time. Check your connection and try again, or copy the "
      "transcript from the window.",

@@ -274,6 +274,7 @@ int main(int argc, char** argv) {
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     QCoreApplication::setApplicationVersion(QStringLiteral("0.1.0"));
     installDesign(application);
+    const auto english = installTranslation(QLocale());
     const QString folder = QString::fromLocal8Bit(argv[1]);
     if (!QDir().mkpath(folder)) return 1;
     Album album(folder, argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString());

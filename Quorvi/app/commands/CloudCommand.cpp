@@ -11,6 +11,7 @@
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/app/composition/CloudPassword.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 
@@ -25,7 +26,8 @@ int complain(const std::string& problem) {
 }
 
 int storeAddress(const std::string& address) {
-    if (const auto problem = cloudAddressProblem(address)) return complain(problem->english());
+    if (const auto problem = cloudAddressProblem(address))
+        return complain(shownInEnglish(*problem));
     StoredPreferences stored;
     if (address.empty())
         stored.settings.reset(setting::cloudDatabase);
@@ -33,7 +35,7 @@ int storeAddress(const std::string& address) {
         stored.settings.set(setting::cloudDatabase, address);
     stored.preferences.flush();
     if (const auto problem = stored.preferences.persistenceError())
-        return complain(problem->english());
+        return complain(shownInEnglish(*problem));
     std::printf("Quorvi will use this cloud from its next start on.\n");
     return 0;
 }
@@ -41,7 +43,7 @@ int storeAddress(const std::string& address) {
 int storePassword() {
     StoredPreferences stored;
     const auto known = stored.cloudAddress();
-    if (!known) return complain(stored.problem().english());
+    if (!known) return complain(shownInEnglish(stored.problem()));
     const auto& address = *known;
     if (!isServerAddress(address)) return complain("The cloud is a folder, which has no password.");
     const auto password = readSecret("Password of the database: ");

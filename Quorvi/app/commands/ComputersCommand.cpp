@@ -12,6 +12,7 @@
 #include "Quorvi/platform/linux/folder/FolderComputers.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
 #include "Quorvi/shell/SingleInstance.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 
@@ -64,8 +65,9 @@ int remove(const std::filesystem::path& folder, const std::vector<FolderComputer
 int run(const std::vector<std::string_view>& arguments) {
     const StoredPreferences stored;
     const auto address = stored.cloudAddress();
-    if (!address) return complain(stored.problem().english());
-    if (const auto problem = cloudAddressProblem(*address)) return complain(problem->english());
+    if (!address) return complain(shownInEnglish(stored.problem()));
+    if (const auto problem = cloudAddressProblem(*address))
+        return complain(shownInEnglish(*problem));
     if (address->empty() || isServerAddress(*address)) {
         std::printf("The cloud is no shared folder: it keeps nothing by computer.\n");
         return 0;
@@ -90,7 +92,7 @@ std::optional<int> runComputersCommand(const std::vector<std::string_view>& argu
     try {
         return run(arguments);
     } catch (const std::exception& error) {
-        return complain(error.what());
+        return complain(shownInEnglish(error));
     }
 }
 

@@ -16,6 +16,9 @@
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/shell/BusCommand.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
+#include "Quorvi/ui/translations/ShownShortcut.h"
+#include "Quorvi/ui/translations/Translations.h"
 #include "QuorviCore/identity/BundleIdentifier.h"
 #include "QuorviCore/transcription/ServiceAddress.h"
 
@@ -71,8 +74,12 @@ private:
 
     void checkKeyboard() {
         canInstallTap_ = x11InputHookIsPossible();
-        if (canInstallTap_)
-            return good("Global shortcut", "X11 display with XInput 2.2 and XTest: available.");
+        if (canInstallTap_) {
+            setRightAltIsAltGr(x11RightAltIsAltGr());
+            return good("Global shortcut",
+                        shown(settings_.get(setting::hotkey)).toStdString() +
+                            ", X11 display with XInput 2.2 and XTest: available.");
+        }
         const char* display = std::getenv("DISPLAY");
         if (!display || !*display)
             return bad("Global shortcut", "no X11 display.",
@@ -120,7 +127,7 @@ private:
             return bad("Synchronisation", "the preferences can't be read.",
                        "Move ~/.config/Quorvi/preferences.plist away, or bring back a copy of it.");
         if (const auto problem = cloudAddressProblem(*address))
-            return bad("Synchronisation", problem->english(),
+            return bad("Synchronisation", shownInEnglish(*problem),
                        "Set another address: quorvi --cloud-database=ADDRESS.");
         note("Synchronisation", (address->empty() ? "local folder, not shared" : *address) +
                                     ". Test it: quorvi --cloud-release-check.");
@@ -167,7 +174,7 @@ private:
         try {
             address = serviceAddress(variable ? variable : settings_.get(setting::service));
         } catch (const std::exception& error) {
-            return bad("Speech service", error.what(),
+            return bad("Speech service", shownInEnglish(error),
                        "Correct QUORVI_SERVICE: https://host[:port].");
         }
         CurlTransport transport(scheduler_);
@@ -191,7 +198,7 @@ private:
             const auto response = co_await sending;
             if (response.status == 0) problem = "the answer is not HTTP.";
         } catch (const std::exception& error) {
-            problem = error.what();
+            problem = shownInEnglish(error);
         }
         done = true;
     }
@@ -206,6 +213,7 @@ private:
 }  // namespace
 
 int runDoctor() {
+    const auto english = installTranslation(QLocale(QLocale::English));  // as all that it prints
     return Doctor().run();
 }
 

@@ -18,6 +18,7 @@
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
 #include "Quorvi/shell/SingleInstance.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 
@@ -94,7 +95,8 @@ bool removeLoginItem() {
             item.unregisterItem();
         return true;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "quorvi: The start at login is still on (%s).\n", error.what());
+        std::fprintf(stderr, "quorvi: The start at login is still on (%s).\n",
+                     shownInEnglish(error).c_str());
         return false;
     }
 }
@@ -133,7 +135,7 @@ std::optional<int> runEraseCommand(const std::vector<std::string_view>& argument
     try {
         return erase(isSure);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "quorvi: %s\n", error.what());
+        std::fprintf(stderr, "quorvi: %s\n", shownInEnglish(error).c_str());
         return 1;
     }
 }

@@ -9,6 +9,7 @@
 #include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/system/KeychainStore.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 
@@ -30,7 +31,7 @@ Task<void> carryOut(KeyCommand command, KeychainStore& store, std::optional<int>
             co_await removing;
         }
     } catch (const std::exception& error) {
-        problem = error.what();
+        problem = shownInEnglish(error);
     }
     if (problem)
         std::fprintf(stderr, "quorvi: %s\n", problem->c_str());

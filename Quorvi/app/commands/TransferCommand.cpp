@@ -17,6 +17,7 @@
 #include "Quorvi/shell/SingleInstance.h"
 #include "Quorvi/system/PreferencesOverlay.h"
 #include "Quorvi/transfer/UserData.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "QuorviCore/transfer/ExportDocument.h"
 
 namespace quorvi {
@@ -159,7 +160,7 @@ int carryOut(Work work) {
         std::fprintf(stderr, "quorvi: Interrupted; nothing was changed.\n");
         return 130;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "quorvi: %s\n", error.what());
+        std::fprintf(stderr, "quorvi: %s\n", shownInEnglish(error).c_str());
         return 1;
     }
 }

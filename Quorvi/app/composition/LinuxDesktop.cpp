@@ -61,11 +61,13 @@ struct LinuxDesktop::Adapters {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);
         probes.run([this, permissionsChanged] {
             inputHookIsPossible = x11InputHookIsPossible();
+            rightAltIsAltGr = x11RightAltIsAltGr();
             permissionsChanged();
         });
     }
 
     std::atomic<bool> inputHookIsPossible{false};
+    std::atomic<bool> rightAltIsAltGr{false};
     SerialExecutor disk{"disk"};
     PosixFileStore files;
     PosixRecordingFiles recordings{UserFolders::find().recordings,
@@ -130,6 +132,10 @@ std::unique_ptr<SerialExecutor::Hold> LinuxDesktop::holdHistory() {
     return std::make_unique<SerialExecutor::Hold>(adapters_->history);
 }
 
+bool LinuxDesktop::rightAltIsAltGr() const {
+    return adapters_->rightAltIsAltGr;
+}
+
 Surroundings LinuxDesktop::surroundings() {
     lookAround();
     return surroundings_;
@@ -153,7 +159,8 @@ void LinuxDesktop::lookAround() {
         surroundings_ = seen;
         surroundingsChanged_.notify();
     });
-    adapters_->probes.run([report = std::move(report), &scheduler = scheduler_] {
+    adapters_->probes.run([&a = *adapters_, report = std::move(report), &scheduler = scheduler_] {
+        a.rightAltIsAltGr = x11RightAltIsAltGr();
         Surroundings seen{.isComposited = x11IsComposited(),
                           .reducesMotion = x11ReducesMotion(),
                           .bars = x11Bars()};

@@ -50,6 +50,10 @@ public:
     // is done or has failed.
     Task<void> leaveClipboard();
 
+    // Whether the layout made AltGr of the right Alt key when last looked at: at the start and with
+    // the surroundings.
+    bool rightAltIsAltGr() const;
+
     // Returns the last known surroundings without blocking, and starts a new look, which notifies
     // the observers if it finds a change.
     Surroundings surroundings();

@@ -7,6 +7,7 @@
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 #include "QuorviCore/Error.h"
 
 namespace quorvi {
@@ -26,7 +27,7 @@ std::unique_ptr<CloudDatabase> openCloud(Preferences& preferences, Scheduler& sc
         };
         return openCloudDatabase(address, {scheduler, executor, makeKeychain, userData});
     } catch (const QuorviError& error) {
-        std::fprintf(stderr, "quorvi: %s\n", error.what());
+        std::fprintf(stderr, "quorvi: %s\n", shownInEnglish(error).c_str());
         return nullptr;
     }
 }

@@ -7,6 +7,7 @@
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ShownMessage.h"
+#include "Quorvi/ui/translations/ShownShortcut.h"
 #include "Quorvi/ui/widgets/LabelledRow.h"
 
 namespace quorvi {
@@ -31,19 +32,11 @@ void DictationSettings::addShortcut() {
            "also use a key with ⌘ / ⌃ / ⌥. Esc cancels.")));
     shortcut_ = button({});
     auto* menu = new QMenu(shortcut_);
-    struct Preset {
-        QString text;
-        const Hotkey& hotkey;
-    };
-    const Preset presets[] = {{tr("Right Option ⌥"), Hotkey::rightOption},
-                              {tr("Left Control ⌃"), Hotkey::leftControl},
-                              {tr("Right Control ⌃"), Hotkey::rightControl}};
-    for (const auto& preset : presets)
-        connect(menu->addAction(preset.text), &QAction::triggered, this,
-                [this, &hotkey = preset.hotkey] {
-                    model_.endShortcutCapture();
-                    model_.setShortcut(hotkey);
-                });
+    for (const auto* preset : {&Hotkey::rightOption, &Hotkey::leftControl, &Hotkey::rightControl})
+        connect(menu->addAction(shown(*preset)), &QAction::triggered, this, [this, preset] {
+            model_.endShortcutCapture();
+            model_.setShortcut(*preset);
+        });
     menu->addSeparator();
     connect(menu->addAction(tr("Record custom shortcut…")), &QAction::triggered, this,
             [this] { model_.beginShortcutCapture(); });
@@ -102,7 +95,7 @@ Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
 void DictationSettings::refresh() {
     setEnabled(!isActive(model_.stage()));
     const bool choosing = model_.isChoosingShortcut();
-    const QString label = shown(title(model_.shortcut()));
+    const QString label = shown(model_.shortcut());
     shortcut_->setText(choosing ? tr("Press a key…") : label);
     shortcut_->setAccessibleName(tr("Shortcut: %1").arg(shortcut_->text()));
     cancel_->setVisible(choosing);

@@ -27,7 +27,7 @@ SettingsPage::SettingsPage(const WindowServices& services)
                                 [&model] { model.armInsertionTest(AppModel::Sample::learning); }));
     add(new RecognitionSettings(model));
     add(new ApiKeySettings(model, services.keys, services.scheduler));
-    add(new AccountSyncSettings(services.sync));
+    add(new AccountSyncSettings(services.sync, services.preferences));
     add(new UpdateSettings(services.updater));
     add(new HistorySettings(services.history));
     add(new PrivacySettings(model));

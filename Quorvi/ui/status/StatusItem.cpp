@@ -9,6 +9,7 @@
 
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ShownMessage.h"
+#include "Quorvi/ui/translations/ShownShortcut.h"
 #include "Quorvi/ui/widgets/StageIcon.h"
 
 namespace quorvi {
@@ -57,7 +58,7 @@ void StatusItem::showMenu(QSystemTrayIcon::ActivationReason reason) {
 }
 
 void StatusItem::refresh() {
-    const Shown now{model_.stage(), model_.mode(), model_.shortcut().label,
+    const Shown now{model_.stage(), model_.mode(), shown(model_.shortcut()),
                     !model_.lastTranscript().empty(), model_.canRestoreClipboard()};
     if (shown_ == now) return;
     if (!shown_ || shown_->stage != now.stage) icon_.setIcon(stageIcon(now.stage));
@@ -88,7 +89,7 @@ void StatusItem::rebuildMenu() {
     menu_.clear();
     menu_.setTitle(QStringLiteral("Quorvi: ") + shown(title(stage)));
     addLine(QStringLiteral("Quorvi · ") + shown(title(stage)));
-    addLine(shown(title(model_.shortcut())) + QStringLiteral(" · ") + shown(title(model_.mode())));
+    addLine(shown(model_.shortcut()) + QStringLiteral(" · ") + shown(title(model_.mode())));
     menu_.addSeparator();
     if (stage == DictationStage::recording) add(tr("Stop & insert"), [this] { model_.finish(); });
     if (isActive(stage)) add(tr("Cancel dictation"), [this] { model_.cancel(); });

@@ -36,7 +36,7 @@ private:
     struct Shown {
         DictationStage stage;
         DictationMode mode;
-        std::string shortcut;
+        QString shortcut;
         bool hasTranscript;
         bool canRestore;
         bool operator==(const Shown&) const = default;

@@ -1,6 +1,7 @@
 #include "Quorvi/ui/translations/Translations.h"
 
 #include <QCoreApplication>
+#include <utility>
 
 // The linker drops the resources of a static library unless they are initialised explicitly.
 static void useTranslations() {
@@ -9,14 +10,33 @@ static void useTranslations() {
 
 namespace quorvi {
 
-std::unique_ptr<QTranslator> installTranslation(const QLocale& locale) {
+namespace {
+
+// An empty translation if there is none for the locale.
+std::unique_ptr<QTranslator> load(const QLocale& locale) {
     useTranslations();
     auto translator = std::make_unique<QTranslator>();
-    if (locale.language() != QLocale::English &&
-        translator->load(locale, QStringLiteral("quorvi"), QStringLiteral("_"),
-                         QStringLiteral(":/translations")))
-        QCoreApplication::installTranslator(translator.get());
+    if (!translator->load(locale, QStringLiteral("quorvi"), QStringLiteral("_"),
+                          QStringLiteral(":/translations")))
+        return std::make_unique<QTranslator>();
     return translator;
+}
+
+}  // namespace
+
+InstalledTranslations installTranslation(const QLocale& locale) {
+    InstalledTranslations installed;
+    installed.push_back(load(QLocale(QLocale::English)));
+    if (locale.language() != QLocale::English) installed.push_back(load(locale));
+    // Qt asks the last one first.
+    for (const auto& translator : installed)
+        if (!translator->isEmpty()) QCoreApplication::installTranslator(translator.get());
+    return installed;
+}
+
+const QTranslator& englishTranslation() {
+    static const auto english = load(QLocale(QLocale::English));
+    return *english;
 }
 
 }  // namespace quorvi

@@ -3,11 +3,20 @@
 #include <QLocale>
 #include <QTranslator>
 #include <memory>
+#include <vector>
 
 namespace quorvi {
 
-// Installs the translation for a locale for the lifetime of the returned object. Texts stay English
-// if there is none. Main thread; before the first widget.
-std::unique_ptr<QTranslator> installTranslation(const QLocale& locale);
+using InstalledTranslations = std::vector<std::unique_ptr<QTranslator>>;
+
+// Installs the translation for a locale over the English one, for the lifetime of the returned
+// object. The texts in the code are the model's own words, so English is a translation, too: it
+// names the keys and the places of a Linux desktop, and is what a locale without a translation
+// gets. Main thread; before the first widget.
+[[nodiscard]] InstalledTranslations installTranslation(const QLocale& locale);
+
+// The English translation by itself, for what is English in every locale: the commands and the log.
+// Main thread; needs no application object.
+const QTranslator& englishTranslation();
 
 }  // namespace quorvi

@@ -9,7 +9,7 @@
     </message>
     <message>
         <source>Sync with my Apple Account</source>
-        <translation>Mit meinem Apple Account abgleichen</translation>
+        <translation>Mit meinen anderen Computern abgleichen</translation>
     </message>
     <message>
         <source>Sync now</source>
@@ -17,15 +17,39 @@
     </message>
     <message>
         <source>Settings, corrections, retained history and usage sync privately between Macs signed into the same iCloud account. Offline changes are saved and sent when you reconnect.</source>
-        <translation>Einstellungen, Korrekturen, aufbewahrter Verlauf und Nutzung werden privat zwischen Macs abgeglichen, die beim selben iCloud-Account angemeldet sind. Was du ohne Verbindung änderst, wird gesichert und später gesendet.</translation>
+        <translation>Einstellungen, Korrekturen, aufbewahrter Verlauf und Nutzung werden privat zwischen deinen Computern abgeglichen, über einen Ordner oder Server, der dir gehört. Was du ohne Verbindung änderst, wird gesichert und später gesendet.</translation>
     </message>
     <message>
         <source>Microphone and Accessibility permissions must be granted separately on each Mac. Audio recordings are never synced.</source>
-        <translation>Mikrofon und Bedienungshilfen müssen auf jedem Mac eigens erlaubt werden. Aufnahmen werden nie abgeglichen.</translation>
+        <translation>Mikrofon und Barrierefreiheit werden auf jedem Computer eigens eingerichtet. Aufnahmen werden nie abgeglichen.</translation>
     </message>
     <message>
         <source>Last synced %1 · %2 pending</source>
         <translation>Zuletzt abgeglichen: %1 · %2 ausstehend</translation>
+    </message>
+    <message>
+        <source>Only this computer</source>
+        <translation>Nur dieser Computer</translation>
+    </message>
+    <message>
+        <source>Shared folder: %1</source>
+        <translation>Gemeinsamer Ordner: %1</translation>
+    </message>
+    <message>
+        <source>Server: %1</source>
+        <translation>Server: %1</translation>
+    </message>
+    <message>
+        <source>Quorvi&apos;s own folder can&apos;t be used. Check disk space and folder access.</source>
+        <translation>Quorvis eigener Ordner ist nicht zu benutzen. Prüfe freien Platz und Zugriff auf den Ordner.</translation>
+    </message>
+    <message>
+        <source>The shared folder can&apos;t be used. Check that it exists and that you may write to it, or choose another folder.</source>
+        <translation>Der gemeinsame Ordner ist nicht zu benutzen. Prüfe, ob es ihn gibt und ob du darin schreiben darfst, oder wähle einen anderen Ordner.</translation>
+    </message>
+    <message>
+        <source>The server does not let you in. Check its address, and store its password: quorvi --store-cloud-password</source>
+        <translation>Der Server lässt dich nicht ein. Prüfe seine Adresse und speichere sein Passwort: quorvi --store-cloud-password</translation>
     </message>
 </context>
 <context>
@@ -52,11 +76,11 @@
     </message>
     <message>
         <source>Sync API key through iCloud Keychain</source>
-        <translation>API-Schlüssel über den iCloud-Schlüsselbund abgleichen</translation>
+        <translation>API-Schlüssel im Schlüsselbund zum Abgleich vormerken</translation>
     </message>
     <message>
         <source>Your key stays in macOS Keychain. Recordings go directly to OpenAI for transcription. API usage is billed to your OpenAI account.</source>
-        <translation>Dein Schlüssel bleibt im macOS-Schlüsselbund. Aufnahmen gehen zur Umwandlung in Text direkt an OpenAI. Die Nutzung der API wird deinem OpenAI-Konto berechnet.</translation>
+        <translation>Dein Schlüssel bleibt in deinem Schlüsselbund. Aufnahmen gehen zur Umwandlung in Text direkt an OpenAI. Die Nutzung der API wird deinem OpenAI-Konto berechnet.</translation>
     </message>
     <message>
         <source>Enter a replacement key</source>
@@ -204,7 +228,7 @@
     </message>
     <message>
         <source>Matching ignores capitalization and extra spaces, and uses whole words. Your replacement keeps its exact spelling and capitalization. Saved rules sync between your Macs when iCloud sync is enabled.</source>
-        <translation>Verglichen werden ganze Wörter, ohne Rücksicht auf Groß- und Kleinschreibung und überzählige Leerzeichen. Dein Ersatz bleibt genau so geschrieben. Gesicherte Regeln werden zwischen deinen Macs abgeglichen, wenn der iCloud-Abgleich eingeschaltet ist.</translation>
+        <translation>Verglichen werden ganze Wörter, ohne Rücksicht auf Groß- und Kleinschreibung und überzählige Leerzeichen. Dein Ersatz bleibt genau so geschrieben. Gesicherte Regeln werden zwischen deinen Computern abgeglichen, wenn der Abgleich eingeschaltet ist.</translation>
     </message>
     <message>
         <source>Automatic learning is off.</source>
@@ -223,7 +247,7 @@
     </message>
     <message>
         <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
-        <translation>Quorvi bleibt in deiner Menüleiste. Esc bricht ein Diktat ab.</translation>
+        <translation>Quorvi bleibt als Symbol in deiner Leiste. Esc bricht ein Diktat ab.</translation>
     </message>
 </context>
 <context>
@@ -234,19 +258,7 @@
     </message>
     <message>
         <source>Press and release Left or Right Control, Right Option, or a function key. You can also use a key with ⌘ / ⌃ / ⌥. Esc cancels.</source>
-        <translation>Drücke linke oder rechte Control-Taste, rechte Wahltaste oder eine Funktionstaste und lass sie los. Auch eine Taste mit ⌘ / ⌃ / ⌥ geht. Esc bricht ab.</translation>
-    </message>
-    <message>
-        <source>Right Option ⌥</source>
-        <translation>Rechte Wahltaste ⌥</translation>
-    </message>
-    <message>
-        <source>Left Control ⌃</source>
-        <translation>Linke Control-Taste ⌃</translation>
-    </message>
-    <message>
-        <source>Right Control ⌃</source>
-        <translation>Rechte Control-Taste ⌃</translation>
+        <translation>Drücke die linke oder rechte Strg-Taste, die rechte Alt-Taste oder eine Funktionstaste und lass sie los. Auch eine Taste mit Strg, Alt oder Super geht. Esc bricht ab.</translation>
     </message>
     <message>
         <source>Record custom shortcut…</source>
@@ -314,7 +326,7 @@
     </message>
     <message>
         <source>Press the new shortcut. Esc keeps %1.</source>
-        <translation>Drücke den neuen Kurzbefehl. Esc behält %1.</translation>
+        <translation>Drücke den neuen Kurzbefehl. Mit Esc bleibt es bei: %1.</translation>
     </message>
 </context>
 <context>
@@ -329,7 +341,7 @@
     </message>
     <message>
         <source>Open Login Items</source>
-        <translation>Anmeldeobjekte öffnen</translation>
+        <translation>Startprogramme öffnen</translation>
     </message>
 </context>
 <context>
@@ -392,7 +404,7 @@
     </message>
     <message>
         <source>It will be removed from history and usage statistics, including your other Macs when iCloud sync is enabled.</source>
-        <translation>Es verschwindet aus Verlauf und Statistik, bei eingeschaltetem iCloud-Abgleich auch auf deinen anderen Macs.</translation>
+        <translation>Es verschwindet aus Verlauf und Statistik, bei eingeschaltetem Abgleich auch auf deinen anderen Computern.</translation>
     </message>
     <message>
         <source>Delete</source>
@@ -454,7 +466,7 @@
     </message>
     <message>
         <source>This permanently removes every saved Quorvi dictation and resets your usage totals, including your other Macs when iCloud sync is enabled.</source>
-        <translation>Das entfernt jedes gesicherte Diktat endgültig und setzt die Statistik zurück, bei eingeschaltetem iCloud-Abgleich auch auf deinen anderen Macs.</translation>
+        <translation>Das entfernt jedes gesicherte Diktat endgültig und setzt die Statistik zurück, bei eingeschaltetem Abgleich auch auf deinen anderen Computern.</translation>
     </message>
     <message>
         <source>Delete all</source>
@@ -569,7 +581,7 @@
     </message>
     <message>
         <source>Usage across your synced Macs, measured from your Quorvi dictations.</source>
-        <translation>Nutzung auf deinen abgeglichenen Macs, gemessen an deinen Diktaten mit Quorvi.</translation>
+        <translation>Nutzung auf deinen abgeglichenen Computern, gemessen an deinen Diktaten mit Quorvi.</translation>
     </message>
     <message>
         <source>Period</source>
@@ -756,15 +768,15 @@
     </message>
     <message>
         <source>Quorvi will start quietly in the menu bar when you sign in.</source>
-        <translation>Quorvi startet still in der Menüleiste, wenn du dich anmeldest.</translation>
+        <translation>Quorvi startet still im Hintergrund, wenn du dich anmeldest.</translation>
     </message>
     <message>
         <source>Allow Quorvi in System Settings → General → Login Items.</source>
-        <translation>Erlaube Quorvi in den Systemeinstellungen → Allgemein → Anmeldeobjekte.</translation>
+        <translation>Quorvi ist in den Startprogrammen deiner Arbeitsumgebung ausgeschaltet. Schalte es dort ein.</translation>
     </message>
     <message>
         <source>Launch at login is available after Quorvi is installed in Applications.</source>
-        <translation>Der Start beim Anmelden geht, sobald Quorvi unter „Programme“ installiert ist.</translation>
+        <translation>Der Start beim Anmelden geht, sobald Quorvi installiert ist.</translation>
     </message>
     <message>
         <source>Launch-at-login status is unavailable.</source>
@@ -772,7 +784,7 @@
     </message>
     <message>
         <source>Sync paused on this Mac</source>
-        <translation>Abgleich auf diesem Mac angehalten</translation>
+        <translation>Abgleich auf diesem Computer angehalten</translation>
     </message>
     <message>
         <source>Ready to learn from your next dictation.</source>
@@ -780,7 +792,7 @@
     </message>
     <message>
         <source>Saved in macOS Keychain.</source>
-        <translation>Im macOS-Schlüsselbund gesichert.</translation>
+        <translation>In deinem Schlüsselbund gesichert.</translation>
     </message>
     <message>
         <source>API key removed.</source>
@@ -788,11 +800,11 @@
     </message>
     <message>
         <source>API key sync enabled. Turn on iCloud Passwords &amp; Keychain on your other Macs.</source>
-        <translation>Der API-Schlüssel wird abgeglichen. Schalte auf deinen anderen Macs iCloud-Passwörter &amp; Schlüsselbund ein.</translation>
+        <translation>API-Schlüssel zum Abgleich vorgemerkt. Er erreicht deine anderen Computer, wenn du deinen Schlüsselbund abgleichst.</translation>
     </message>
     <message>
         <source>API key kept on this Mac; iCloud copy removed.</source>
-        <translation>Der API-Schlüssel bleibt auf diesem Mac; die Kopie in iCloud ist entfernt.</translation>
+        <translation>Der API-Schlüssel bleibt auf diesem Computer; die Kopie zum Abgleich ist entfernt.</translation>
     </message>
     <message>
         <source>Enter a valid API key without spaces.</source>
@@ -820,7 +832,7 @@
     </message>
     <message>
         <source>History could not be saved on this Mac. Check available disk space and folder access.</source>
-        <translation>Der Verlauf ließ sich auf diesem Mac nicht sichern. Prüfe freien Platz und Zugriff auf den Ordner.</translation>
+        <translation>Der Verlauf ließ sich auf diesem Computer nicht sichern. Prüfe freien Platz und Zugriff auf den Ordner.</translation>
     </message>
     <message>
         <source>Cancelled. Ready for your next dictation.</source>
@@ -836,15 +848,15 @@
     </message>
     <message>
         <source>Text copied — press ⌘V in any text field.</source>
-        <translation>Text kopiert — drücke ⌘V in einem Textfeld.</translation>
+        <translation>Text kopiert — drücke Strg+V (Terminal: Strg+Umschalt+V).</translation>
     </message>
     <message>
         <source>Enable Accessibility in Settings to test text insertion.</source>
-        <translation>Erlaube die Bedienungshilfen in den Einstellungen, um das Einsetzen zu prüfen.</translation>
+        <translation>Schalte in den Einstellungen die Barrierefreiheit ein, um das Einsetzen zu prüfen.</translation>
     </message>
     <message>
         <source>Use Left or Right Control, Right Option, a function key, or a shortcut with ⌘, ⌃ or ⌥.</source>
-        <translation>Nimm linke oder rechte Control-Taste, rechte Wahltaste, eine Funktionstaste oder eine Taste mit ⌘, ⌃ oder ⌥.</translation>
+        <translation>Nimm die linke oder rechte Strg-Taste, die rechte Alt-Taste, eine Funktionstaste oder eine Taste mit Strg, Alt oder Super.</translation>
     </message>
     <message>
         <source>Click a text field in another app. A sample will be pasted in 10 seconds. Esc cancels.</source>
@@ -896,7 +908,7 @@
     </message>
     <message>
         <source>Click a text field in your writing app first. Quorvi can stay in the menu bar.</source>
-        <translation>Klicke zuerst in ein Textfeld deines Schreibprogramms. Quorvi kann in der Menüleiste bleiben.</translation>
+        <translation>Klicke zuerst in ein Textfeld deines Schreibprogramms. Quorvi kann im Hintergrund bleiben.</translation>
     </message>
     <message>
         <source>Select a regular text field to dictate.</source>
@@ -928,7 +940,7 @@
     </message>
     <message>
         <source>Open Quorvi from the menu bar, then Settings to finish API key and permission setup.</source>
-        <translation>Öffne Quorvi in der Menüleiste und schließe in den Einstellungen die Einrichtung von API-Schlüssel und Erlaubnissen ab.</translation>
+        <translation>Öffne Quorvi über sein Symbol in der Leiste und schließe in den Einstellungen die Einrichtung von API-Schlüssel und Erlaubnissen ab.</translation>
     </message>
     <message>
         <source>Dictating into {app}</source>
@@ -972,11 +984,11 @@
     </message>
     <message>
         <source>Enable Accessibility in Quorvi Settings to insert text.</source>
-        <translation>Erlaube in den Einstellungen von Quorvi die Bedienungshilfen, um Text einzusetzen.</translation>
+        <translation>Schalte in den Einstellungen von Quorvi die Barrierefreiheit ein, um Text einzusetzen.</translation>
     </message>
     <message>
         <source>Accessibility access changed. Your transcript is ready to copy in Quorvi.</source>
-        <translation>Der Zugriff auf die Bedienungshilfen hat sich geändert. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
+        <translation>Der Zugriff auf den Barrierefreiheits-Bus hat sich geändert. Dein Text liegt in Quorvi zum Kopieren bereit.</translation>
     </message>
     <message>
         <source>The destination changed while dictating. Your transcript is ready to copy in Quorvi.</source>
@@ -1028,7 +1040,7 @@
     </message>
     <message>
         <source>The microphone could not start. Check your macOS sound input.</source>
-        <translation>Das Mikrofon ließ sich nicht einschalten. Prüfe den Toneingang von macOS.</translation>
+        <translation>Das Mikrofon ließ sich nicht einschalten. Prüfe das Eingabegerät in deinen Klangeinstellungen.</translation>
     </message>
     <message>
         <source>The folder for recordings could not be created: {reason}.</source>
@@ -1200,7 +1212,7 @@
     </message>
     <message>
         <source>Could not update iCloud Keychain ({status}).</source>
-        <translation>Der iCloud-Schlüsselbund ließ sich nicht ändern ({status}).</translation>
+        <translation>Die Kopie zum Abgleich im Schlüsselbund ließ sich nicht ändern ({status}).</translation>
     </message>
     <message>
         <source>Could not remove the key from Keychain ({status}).</source>
@@ -1208,7 +1220,7 @@
     </message>
     <message>
         <source>Could not remove the iCloud Keychain copy ({status}).</source>
-        <translation>Die Kopie im iCloud-Schlüsselbund ließ sich nicht entfernen ({status}).</translation>
+        <translation>Die Kopie zum Abgleich ließ sich nicht aus dem Schlüsselbund entfernen ({status}).</translation>
     </message>
     <message>
         <source>Install Quorvi before you have it start when you sign in.</source>
@@ -1220,19 +1232,19 @@
     </message>
     <message>
         <source>Connecting to iCloud…</source>
-        <translation>Verbindung mit iCloud …</translation>
+        <translation>Verbindung wird aufgebaut …</translation>
     </message>
     <message>
         <source>Checking Apple Account…</source>
-        <translation>Apple Account wird geprüft …</translation>
+        <translation>Zugang wird geprüft …</translation>
     </message>
     <message>
         <source>Syncing with iCloud…</source>
-        <translation>Abgleich mit iCloud …</translation>
+        <translation>Abgleich läuft …</translation>
     </message>
     <message>
         <source>Up to date with iCloud</source>
-        <translation>Mit iCloud abgeglichen</translation>
+        <translation>Abgeglichen</translation>
     </message>
     <message>
         <source>{count} changes waiting to sync</source>
@@ -1240,11 +1252,11 @@
     </message>
     <message>
         <source>Sign in to iCloud in System Settings to sync.</source>
-        <translation>Melde dich zum Abgleichen in den Systemeinstellungen bei iCloud an.</translation>
+        <translation>Der Abgleich hat keinen Zugang. Wähle einen Ordner, oder prüfe die Adresse des Servers und speichere sein Passwort.</translation>
     </message>
     <message>
         <source>Sync is unavailable. Your changes are saved on this Mac.</source>
-        <translation>Der Abgleich ist nicht verfügbar. Deine Änderungen sind auf diesem Mac gesichert.</translation>
+        <translation>Der Abgleich ist nicht verfügbar. Deine Änderungen sind auf diesem Computer gesichert.</translation>
     </message>
     <message>
         <source>Offline — changes will sync when you reconnect.</source>
@@ -1252,15 +1264,15 @@
     </message>
     <message>
         <source>iCloud access is unavailable for this build ({code}).</source>
-        <translation>Diese Ausgabe hat keinen Zugriff auf iCloud ({code}).</translation>
+        <translation>Der Abgleich hat keinen Zugang ({code}). Prüfe die Adresse des Ordners oder Servers und deine Rechte dort.</translation>
     </message>
     <message>
         <source>iCloud storage is full. Your changes are saved on this Mac.</source>
-        <translation>Der iCloud-Speicher ist voll. Deine Änderungen sind auf diesem Mac gesichert.</translation>
+        <translation>Der gemeinsame Ordner oder Server ist voll. Deine Änderungen sind auf diesem Computer gesichert.</translation>
     </message>
     <message>
         <source>iCloud will retry. Your changes are saved on this Mac ({code}).</source>
-        <translation>iCloud versucht es wieder. Deine Änderungen sind auf diesem Mac gesichert ({code}).</translation>
+        <translation>Der Abgleich wird wiederholt. Deine Änderungen sind auf diesem Computer gesichert ({code}).</translation>
     </message>
     <message>
         <source>Sync data could not be read. Your local data is untouched.</source>
@@ -1268,19 +1280,19 @@
     </message>
     <message>
         <source>Sync paused: changes could not be saved to this Mac. Check disk space and restart Quorvi.</source>
-        <translation>Abgleich angehalten: Änderungen ließen sich auf diesem Mac nicht sichern. Prüfe den freien Platz und starte Quorvi neu.</translation>
+        <translation>Abgleich angehalten: Änderungen ließen sich auf diesem Computer nicht sichern. Prüfe den freien Platz und starte Quorvi neu.</translation>
     </message>
     <message>
         <source>Sync paused: iCloud data was reset. Local data has been preserved.</source>
-        <translation>Abgleich angehalten: Die Daten in iCloud wurden zurückgesetzt. Deine Daten hier sind erhalten.</translation>
+        <translation>Abgleich angehalten: Die gemeinsamen Daten wurden zurückgesetzt. Deine Daten hier sind erhalten.</translation>
     </message>
     <message>
         <source>Sync paused: sign back into the original Apple Account. Data from different accounts stays separate.</source>
-        <translation>Abgleich angehalten: Melde dich wieder beim ursprünglichen Apple Account an. Daten verschiedener Accounts bleiben getrennt.</translation>
+        <translation>Abgleich angehalten: Dieser Ordner oder Server gehört jetzt zu einem anderen Konto. Geh zum ursprünglichen zurück. Daten verschiedener Konten bleiben getrennt.</translation>
     </message>
     <message>
         <source>Sync paused: the original Apple Account is unavailable.</source>
-        <translation>Abgleich angehalten: Der ursprüngliche Apple Account ist nicht verfügbar.</translation>
+        <translation>Abgleich angehalten: Der ursprüngliche Ordner oder das ursprüngliche Konto ist nicht verfügbar.</translation>
     </message>
     <message>
         <source>This history file was created by a newer version of Quorvi.</source>
@@ -1400,15 +1412,15 @@
     </message>
     <message>
         <source>Right ⌥</source>
-        <translation>Rechte ⌥</translation>
+        <translation>Rechte Alt-Taste</translation>
     </message>
     <message>
         <source>Left ⌃</source>
-        <translation>Linke ⌃</translation>
+        <translation>Linke Strg-Taste</translation>
     </message>
     <message>
         <source>Right ⌃</source>
-        <translation>Rechte ⌃</translation>
+        <translation>Rechte Strg-Taste</translation>
     </message>
     <message>
         <source>Key {code}</source>
@@ -1555,7 +1567,7 @@
     </message>
     <message>
         <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
-        <translation>Aufgenommen wird mit dem Standardeingang deines Macs. Diktate enden nach 3 Minuten. Tondateien werden nach der Aufnahme gelöscht; aufbewahrte Texte und Statistik werden über deinen privaten iCloud-Account abgeglichen, wenn du das einschaltest. Wie lange Texte bleiben, legst du oben fest. Die Verarbeitung in der Cloud richtet sich nach den Dateneinstellungen deines API-Kontos.</translation>
+        <translation>Aufgenommen wird mit deinem Standardeingang. Diktate enden nach 3 Minuten. Tondateien werden nach der Aufnahme gelöscht; aufbewahrte Texte und Statistik werden über deinen eigenen Ordner oder Server abgeglichen, wenn du das einschaltest. Wie lange Texte bleiben, legst du oben fest. Die Verarbeitung in der Cloud richtet sich nach den Dateneinstellungen deines API-Kontos.</translation>
     </message>
     <message>
         <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>
@@ -1567,7 +1579,7 @@
     </message>
     <message>
         <source>Accessibility</source>
-        <translation>Bedienungshilfen</translation>
+        <translation>Barrierefreiheits-Bus</translation>
     </message>
     <message>
         <source>Manage</source>
@@ -1703,7 +1715,7 @@
     </message>
     <message>
         <source>Stored securely in your Mac’s Keychain</source>
-        <translation>Sicher im Schlüsselbund deines Macs aufbewahrt</translation>
+        <translation>Sicher in deinem Schlüsselbund aufbewahrt</translation>
     </message>
     <message>
         <source>Add key</source>
@@ -1723,27 +1735,110 @@
     </message>
     <message>
         <source>Accessibility</source>
-        <translation>Bedienungshilfen</translation>
+        <translation>Barrierefreiheit</translation>
     </message>
     <message>
         <source>Use your shortcut and insert text</source>
-        <translation>Für Kurzbefehl und Einsetzen des Textes</translation>
+        <translation>Über den Barrierefreiheits-Bus erfährt Quorvi, in welches Textfeld du schreibst</translation>
     </message>
     <message>
         <source>Enable keyboard access in Input Monitoring</source>
-        <translation>Tastatur unter „Eingabeüberwachung“ erlauben</translation>
+        <translation>Zugriff auf die Tastatur</translation>
     </message>
     <message>
         <source>If access is already enabled, quit and reopen Quorvi.</source>
-        <translation>Wenn das schon erlaubt ist, beende Quorvi und öffne es wieder.</translation>
-    </message>
-    <message>
-        <source>Open Settings</source>
-        <translation>Einstellungen öffnen</translation>
+        <translation>Dein Kurzbefehl braucht die Barrierefreiheit und X11. Wenn das hier bleibt, sagt „quorvi doctor“ in einem Terminal, warum.</translation>
     </message>
     <message>
         <source>Ready</source>
         <translation>Bereit</translation>
+    </message>
+</context>
+<context>
+    <name>ShownShortcut</name>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tab</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Backspace</source>
+        <translation>Rücktaste</translation>
+    </message>
+    <message>
+        <source>Enter (keypad)</source>
+        <translation>Eingabe (Ziffernblock)</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Insert</source>
+        <translation>Einfg</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Pos1</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Bild auf</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Entf</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Bild ab</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Pfeil links</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Pfeil rechts</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Pfeil ab</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Pfeil auf</translation>
+    </message>
+    <message>
+        <source>Right Alt (AltGr)</source>
+        <translation>Rechte Alt-Taste (AltGr)</translation>
     </message>
 </context>
 <context>
@@ -1778,7 +1873,7 @@
     </message>
     <message>
         <source>Quorvi %1 · Native for Mac</source>
-        <translation>Quorvi %1 · Für den Mac</translation>
+        <translation>Quorvi %1 · Für Linux</translation>
     </message>
 </context>
 <context>
@@ -1796,7 +1891,7 @@
     </message>
     <message>
         <source>Click a text field in any app, then use your shortcut. You can close this window; Quorvi keeps running in the menu bar.</source>
-        <translation>Klicke in ein Textfeld eines beliebigen Programms und benutze deinen Kurzbefehl. Du kannst dieses Fenster schließen; Quorvi läuft in der Menüleiste weiter.</translation>
+        <translation>Klicke in ein Textfeld eines beliebigen Programms und benutze deinen Kurzbefehl. Du kannst dieses Fenster schließen; Quorvi läuft im Hintergrund weiter, mit einem Symbol in der Leiste.</translation>
     </message>
     <message>
         <source>Recording time</source>
@@ -1844,7 +1939,7 @@
     </message>
     <message>
         <source>Press the new shortcut. Esc keeps %1.</source>
-        <translation>Drücke den neuen Kurzbefehl. Esc behält %1.</translation>
+        <translation>Drücke den neuen Kurzbefehl. Mit Esc bleibt es bei: %1.</translation>
     </message>
     <message>
         <source>Shortcut: %1</source>
@@ -2077,7 +2172,7 @@
     </message>
     <message>
         <source>Estimate before tax for completed dictations in your Quorvi history, including synced Macs. Deleted dictations, failed or cancelled requests, and usage in other apps are excluded. Actual charges may differ.</source>
-        <translation>Schätzung vor Steuern für fertige Diktate in deinem Verlauf, auch von abgeglichenen Macs. Gelöschte Diktate, gescheiterte oder abgebrochene Anfragen und die Nutzung in anderen Programmen sind nicht dabei. Die Rechnung kann abweichen.</translation>
+        <translation>Schätzung vor Steuern für fertige Diktate in deinem Verlauf, auch von abgeglichenen Computern. Gelöschte Diktate, gescheiterte oder abgebrochene Anfragen und die Nutzung in anderen Programmen sind nicht dabei. Die Rechnung kann abweichen.</translation>
     </message>
 </context>
 </TS>

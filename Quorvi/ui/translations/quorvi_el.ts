@@ -9,7 +9,7 @@
     </message>
     <message>
         <source>Sync with my Apple Account</source>
-        <translation>Συγχρονισμός με τον λογαριασμό μου Apple</translation>
+        <translation>Συγχρονισμός με τους άλλους υπολογιστές μου</translation>
     </message>
     <message>
         <source>Sync now</source>
@@ -17,15 +17,39 @@
     </message>
     <message>
         <source>Settings, corrections, retained history and usage sync privately between Macs signed into the same iCloud account. Offline changes are saved and sent when you reconnect.</source>
-        <translation>Οι ρυθμίσεις, οι διορθώσεις, το ιστορικό που διατηρείται και η χρήση συγχρονίζονται ιδιωτικά μεταξύ των Mac που είναι συνδεδεμένοι στον ίδιο λογαριασμό iCloud. Οι αλλαγές χωρίς σύνδεση αποθηκεύονται και στέλνονται όταν συνδεθείς ξανά.</translation>
+        <translation>Οι ρυθμίσεις, οι διορθώσεις, το ιστορικό που διατηρείται και η χρήση συγχρονίζονται ιδιωτικά μεταξύ των υπολογιστών σου, μέσω δικού σου φακέλου ή διακομιστή. Οι αλλαγές χωρίς σύνδεση αποθηκεύονται και στέλνονται όταν συνδεθείς ξανά.</translation>
     </message>
     <message>
         <source>Microphone and Accessibility permissions must be granted separately on each Mac. Audio recordings are never synced.</source>
-        <translation>Οι άδειες μικροφώνου και προσβασιμότητας δίνονται χωριστά σε κάθε Mac. Οι ηχογραφήσεις δεν συγχρονίζονται ποτέ.</translation>
+        <translation>Το μικρόφωνο και η προσβασιμότητα ρυθμίζονται χωριστά σε κάθε υπολογιστή. Οι ηχογραφήσεις δεν συγχρονίζονται ποτέ.</translation>
     </message>
     <message>
         <source>Last synced %1 · %2 pending</source>
         <translation>Τελευταίος συγχρονισμός: %1 · %2 σε αναμονή</translation>
+    </message>
+    <message>
+        <source>Only this computer</source>
+        <translation>Μόνο αυτός ο υπολογιστής</translation>
+    </message>
+    <message>
+        <source>Shared folder: %1</source>
+        <translation>Κοινόχρηστος φάκελος: %1</translation>
+    </message>
+    <message>
+        <source>Server: %1</source>
+        <translation>Διακομιστής: %1</translation>
+    </message>
+    <message>
+        <source>Quorvi&apos;s own folder can&apos;t be used. Check disk space and folder access.</source>
+        <translation>Ο δικός του φάκελος του Quorvi δεν μπορεί να χρησιμοποιηθεί. Έλεγξε τον χώρο στον δίσκο και την πρόσβαση στον φάκελο.</translation>
+    </message>
+    <message>
+        <source>The shared folder can&apos;t be used. Check that it exists and that you may write to it, or choose another folder.</source>
+        <translation>Ο κοινόχρηστος φάκελος δεν μπορεί να χρησιμοποιηθεί. Έλεγξε αν υπάρχει και αν μπορείς να γράψεις σε αυτόν, ή διάλεξε άλλον φάκελο.</translation>
+    </message>
+    <message>
+        <source>The server does not let you in. Check its address, and store its password: quorvi --store-cloud-password</source>
+        <translation>Ο διακομιστής δεν σε δέχεται. Έλεγξε τη διεύθυνσή του και αποθήκευσε τον κωδικό του: quorvi --store-cloud-password</translation>
     </message>
 </context>
 <context>
@@ -52,11 +76,11 @@
     </message>
     <message>
         <source>Sync API key through iCloud Keychain</source>
-        <translation>Συγχρονισμός κλειδιού API μέσω iCloud Keychain</translation>
+        <translation>Σήμανση του κλειδιού API στην κλειδοθήκη για συγχρονισμό</translation>
     </message>
     <message>
         <source>Your key stays in macOS Keychain. Recordings go directly to OpenAI for transcription. API usage is billed to your OpenAI account.</source>
-        <translation>Το κλειδί σου μένει στο macOS Keychain. Οι ηχογραφήσεις πηγαίνουν απευθείας στο OpenAI για μεταγραφή. Η χρήση του API χρεώνεται στον λογαριασμό σου στο OpenAI.</translation>
+        <translation>Το κλειδί σου μένει στην κλειδοθήκη σου. Οι ηχογραφήσεις πηγαίνουν απευθείας στο OpenAI για μεταγραφή. Η χρήση του API χρεώνεται στον λογαριασμό σου στο OpenAI.</translation>
     </message>
     <message>
         <source>Enter a replacement key</source>
@@ -204,7 +228,7 @@
     </message>
     <message>
         <source>Matching ignores capitalization and extra spaces, and uses whole words. Your replacement keeps its exact spelling and capitalization. Saved rules sync between your Macs when iCloud sync is enabled.</source>
-        <translation>Η σύγκριση γίνεται σε ολόκληρες λέξεις και αγνοεί κεφαλαία και περιττά κενά. Η αντικατάσταση μένει ακριβώς όπως τη γράφεις. Οι κανόνες συγχρονίζονται μεταξύ των Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
+        <translation>Η σύγκριση γίνεται σε ολόκληρες λέξεις και αγνοεί κεφαλαία και περιττά κενά. Η αντικατάσταση μένει ακριβώς όπως τη γράφεις. Οι κανόνες συγχρονίζονται μεταξύ των υπολογιστών σου όταν ο συγχρονισμός είναι ενεργός.</translation>
     </message>
     <message>
         <source>Automatic learning is off.</source>
@@ -223,7 +247,7 @@
     </message>
     <message>
         <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
-        <translation>Το Quorvi μένει στη γραμμή μενού. Πάτησε Esc για να ακυρώσεις μια υπαγόρευση.</translation>
+        <translation>Το Quorvi μένει στην περιοχή ειδοποιήσεων. Πάτησε Esc για να ακυρώσεις μια υπαγόρευση.</translation>
     </message>
 </context>
 <context>
@@ -234,19 +258,7 @@
     </message>
     <message>
         <source>Press and release Left or Right Control, Right Option, or a function key. You can also use a key with ⌘ / ⌃ / ⌥. Esc cancels.</source>
-        <translation>Πάτησε και άφησε το αριστερό ή δεξί Control, το δεξί Option ή ένα πλήκτρο λειτουργίας. Μπορείς και πλήκτρο με ⌘ / ⌃ / ⌥. Το Esc ακυρώνει.</translation>
-    </message>
-    <message>
-        <source>Right Option ⌥</source>
-        <translation>Δεξί Option ⌥</translation>
-    </message>
-    <message>
-        <source>Left Control ⌃</source>
-        <translation>Αριστερό Control ⌃</translation>
-    </message>
-    <message>
-        <source>Right Control ⌃</source>
-        <translation>Δεξί Control ⌃</translation>
+        <translation>Πάτησε και άφησε το αριστερό ή δεξί Ctrl, το δεξί Alt ή ένα πλήκτρο λειτουργίας. Μπορείς και πλήκτρο με Ctrl, Alt ή Super. Το Esc ακυρώνει.</translation>
     </message>
     <message>
         <source>Record custom shortcut…</source>
@@ -329,7 +341,7 @@
     </message>
     <message>
         <source>Open Login Items</source>
-        <translation>Άνοιγμα στοιχείων σύνδεσης</translation>
+        <translation>Άνοιγμα εφαρμογών εκκίνησης</translation>
     </message>
 </context>
 <context>
@@ -392,7 +404,7 @@
     </message>
     <message>
         <source>It will be removed from history and usage statistics, including your other Macs when iCloud sync is enabled.</source>
-        <translation>Θα αφαιρεθεί από το ιστορικό και τα στατιστικά χρήσης, και στους άλλους Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
+        <translation>Θα αφαιρεθεί από το ιστορικό και τα στατιστικά χρήσης, και στους άλλους υπολογιστές σου όταν ο συγχρονισμός είναι ενεργός.</translation>
     </message>
     <message>
         <source>Delete</source>
@@ -454,7 +466,7 @@
     </message>
     <message>
         <source>This permanently removes every saved Quorvi dictation and resets your usage totals, including your other Macs when iCloud sync is enabled.</source>
-        <translation>Αυτό αφαιρεί οριστικά κάθε αποθηκευμένη υπαγόρευση και μηδενίζει τα σύνολα χρήσης, και στους άλλους Mac σου όταν ο συγχρονισμός iCloud είναι ενεργός.</translation>
+        <translation>Αυτό αφαιρεί οριστικά κάθε αποθηκευμένη υπαγόρευση και μηδενίζει τα σύνολα χρήσης, και στους άλλους υπολογιστές σου όταν ο συγχρονισμός είναι ενεργός.</translation>
     </message>
     <message>
         <source>Delete all</source>
@@ -569,7 +581,7 @@
     </message>
     <message>
         <source>Usage across your synced Macs, measured from your Quorvi dictations.</source>
-        <translation>Χρήση στους συγχρονισμένους Mac σου, μετρημένη από τις υπαγορεύσεις σου στο Quorvi.</translation>
+        <translation>Χρήση στους συγχρονισμένους υπολογιστές σου, μετρημένη από τις υπαγορεύσεις σου στο Quorvi.</translation>
     </message>
     <message>
         <source>Period</source>
@@ -756,15 +768,15 @@
     </message>
     <message>
         <source>Quorvi will start quietly in the menu bar when you sign in.</source>
-        <translation>Το Quorvi θα ξεκινά αθόρυβα στη γραμμή μενού όταν συνδέεσαι.</translation>
+        <translation>Το Quorvi θα ξεκινά αθόρυβα στην περιοχή ειδοποιήσεων όταν συνδέεσαι.</translation>
     </message>
     <message>
         <source>Allow Quorvi in System Settings → General → Login Items.</source>
-        <translation>Επίτρεψε το Quorvi στις Ρυθμίσεις συστήματος → Γενικά → Στοιχεία σύνδεσης.</translation>
+        <translation>Το Quorvi είναι ανενεργό στις εφαρμογές εκκίνησης. Ενεργοποίησέ το εκεί.</translation>
     </message>
     <message>
         <source>Launch at login is available after Quorvi is installed in Applications.</source>
-        <translation>Η εκκίνηση κατά τη σύνδεση είναι διαθέσιμη αφού εγκατασταθεί το Quorvi στις Εφαρμογές.</translation>
+        <translation>Η εκκίνηση κατά τη σύνδεση είναι διαθέσιμη αφού εγκατασταθεί το Quorvi.</translation>
     </message>
     <message>
         <source>Launch-at-login status is unavailable.</source>
@@ -772,7 +784,7 @@
     </message>
     <message>
         <source>Sync paused on this Mac</source>
-        <translation>Ο συγχρονισμός έχει διακοπεί σε αυτόν τον Mac</translation>
+        <translation>Ο συγχρονισμός έχει διακοπεί σε αυτόν τον υπολογιστή</translation>
     </message>
     <message>
         <source>Ready to learn from your next dictation.</source>
@@ -780,7 +792,7 @@
     </message>
     <message>
         <source>Saved in macOS Keychain.</source>
-        <translation>Αποθηκεύτηκε στο macOS Keychain.</translation>
+        <translation>Αποθηκεύτηκε στην κλειδοθήκη σου.</translation>
     </message>
     <message>
         <source>API key removed.</source>
@@ -788,11 +800,11 @@
     </message>
     <message>
         <source>API key sync enabled. Turn on iCloud Passwords &amp; Keychain on your other Macs.</source>
-        <translation>Ο συγχρονισμός του κλειδιού ενεργοποιήθηκε. Ενεργοποίησε το iCloud Passwords &amp; Keychain στους άλλους Mac σου.</translation>
+        <translation>Το κλειδί API σημάνθηκε για συγχρονισμό. Φτάνει στους άλλους υπολογιστές σου αν συγχρονίζεις την κλειδοθήκη σου.</translation>
     </message>
     <message>
         <source>API key kept on this Mac; iCloud copy removed.</source>
-        <translation>Το κλειδί μένει σε αυτόν τον Mac· το αντίγραφο iCloud αφαιρέθηκε.</translation>
+        <translation>Το κλειδί μένει σε αυτόν τον υπολογιστή· το αντίγραφο για συγχρονισμό αφαιρέθηκε.</translation>
     </message>
     <message>
         <source>Enter a valid API key without spaces.</source>
@@ -820,7 +832,7 @@
     </message>
     <message>
         <source>History could not be saved on this Mac. Check available disk space and folder access.</source>
-        <translation>Το ιστορικό δεν αποθηκεύτηκε σε αυτόν τον Mac. Έλεγξε τον χώρο στον δίσκο και την πρόσβαση στον φάκελο.</translation>
+        <translation>Το ιστορικό δεν αποθηκεύτηκε σε αυτόν τον υπολογιστή. Έλεγξε τον χώρο στον δίσκο και την πρόσβαση στον φάκελο.</translation>
     </message>
     <message>
         <source>Cancelled. Ready for your next dictation.</source>
@@ -836,15 +848,15 @@
     </message>
     <message>
         <source>Text copied — press ⌘V in any text field.</source>
-        <translation>Το κείμενο αντιγράφηκε — πάτησε ⌘V σε πεδίο κειμένου.</translation>
+        <translation>Αντιγράφηκε — πάτησε Ctrl+V (σε τερματικό Ctrl+Shift+V).</translation>
     </message>
     <message>
         <source>Enable Accessibility in Settings to test text insertion.</source>
-        <translation>Ενεργοποίησε την Προσβασιμότητα στις Ρυθμίσεις για τη δοκιμή εισαγωγής.</translation>
+        <translation>Ενεργοποίησε την προσβασιμότητα στις Ρυθμίσεις για τη δοκιμή εισαγωγής.</translation>
     </message>
     <message>
         <source>Use Left or Right Control, Right Option, a function key, or a shortcut with ⌘, ⌃ or ⌥.</source>
-        <translation>Χρησιμοποίησε αριστερό ή δεξί Control, δεξί Option, πλήκτρο λειτουργίας ή συντόμευση με ⌘, ⌃ ή ⌥.</translation>
+        <translation>Χρησιμοποίησε αριστερό ή δεξί Ctrl, δεξί Alt, πλήκτρο λειτουργίας ή συντόμευση με Ctrl, Alt ή Super.</translation>
     </message>
     <message>
         <source>Click a text field in another app. A sample will be pasted in 10 seconds. Esc cancels.</source>
@@ -896,7 +908,7 @@
     </message>
     <message>
         <source>Click a text field in your writing app first. Quorvi can stay in the menu bar.</source>
-        <translation>Κάνε πρώτα κλικ σε πεδίο κειμένου της εφαρμογής σου. Το Quorvi μπορεί να μείνει στη γραμμή μενού.</translation>
+        <translation>Κάνε πρώτα κλικ σε πεδίο κειμένου της εφαρμογής σου. Το Quorvi μπορεί να μείνει στην περιοχή ειδοποιήσεων.</translation>
     </message>
     <message>
         <source>Select a regular text field to dictate.</source>
@@ -928,7 +940,7 @@
     </message>
     <message>
         <source>Open Quorvi from the menu bar, then Settings to finish API key and permission setup.</source>
-        <translation>Άνοιξε το Quorvi από τη γραμμή μενού και ολοκλήρωσε στις Ρυθμίσεις το κλειδί API και τις άδειες.</translation>
+        <translation>Άνοιξε το Quorvi από την περιοχή ειδοποιήσεων και ολοκλήρωσε στις Ρυθμίσεις το κλειδί API και τις άδειες.</translation>
     </message>
     <message>
         <source>Dictating into {app}</source>
@@ -972,11 +984,11 @@
     </message>
     <message>
         <source>Enable Accessibility in Quorvi Settings to insert text.</source>
-        <translation>Ενεργοποίησε την Προσβασιμότητα στις Ρυθμίσεις του Quorvi για εισαγωγή κειμένου.</translation>
+        <translation>Ενεργοποίησε την προσβασιμότητα στις Ρυθμίσεις του Quorvi για εισαγωγή κειμένου.</translation>
     </message>
     <message>
         <source>Accessibility access changed. Your transcript is ready to copy in Quorvi.</source>
-        <translation>Η πρόσβαση προσβασιμότητας άλλαξε. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
+        <translation>Η πρόσβαση στον δίαυλο προσβασιμότητας άλλαξε. Το κείμενό σου είναι έτοιμο για αντιγραφή στο Quorvi.</translation>
     </message>
     <message>
         <source>The destination changed while dictating. Your transcript is ready to copy in Quorvi.</source>
@@ -1028,7 +1040,7 @@
     </message>
     <message>
         <source>The microphone could not start. Check your macOS sound input.</source>
-        <translation>Το μικρόφωνο δεν ξεκίνησε. Έλεγξε την είσοδο ήχου του macOS.</translation>
+        <translation>Το μικρόφωνο δεν ξεκίνησε. Έλεγξε τη συσκευή εισόδου στις ρυθμίσεις ήχου.</translation>
     </message>
     <message>
         <source>The folder for recordings could not be created: {reason}.</source>
@@ -1196,19 +1208,19 @@
     </message>
     <message>
         <source>Could not save your API key to Keychain ({status}).</source>
-        <translation>Το κλειδί API δεν αποθηκεύτηκε στο Keychain ({status}).</translation>
+        <translation>Το κλειδί API δεν αποθηκεύτηκε στην κλειδοθήκη ({status}).</translation>
     </message>
     <message>
         <source>Could not update iCloud Keychain ({status}).</source>
-        <translation>Το iCloud Keychain δεν ενημερώθηκε ({status}).</translation>
+        <translation>Το αντίγραφο για συγχρονισμό στην κλειδοθήκη δεν ενημερώθηκε ({status}).</translation>
     </message>
     <message>
         <source>Could not remove the key from Keychain ({status}).</source>
-        <translation>Το κλειδί δεν αφαιρέθηκε από το Keychain ({status}).</translation>
+        <translation>Το κλειδί δεν αφαιρέθηκε από την κλειδοθήκη ({status}).</translation>
     </message>
     <message>
         <source>Could not remove the iCloud Keychain copy ({status}).</source>
-        <translation>Το αντίγραφο στο iCloud Keychain δεν αφαιρέθηκε ({status}).</translation>
+        <translation>Το αντίγραφο για συγχρονισμό δεν αφαιρέθηκε από την κλειδοθήκη ({status}).</translation>
     </message>
     <message>
         <source>Install Quorvi before you have it start when you sign in.</source>
@@ -1220,19 +1232,19 @@
     </message>
     <message>
         <source>Connecting to iCloud…</source>
-        <translation>Σύνδεση με το iCloud…</translation>
+        <translation>Σύνδεση…</translation>
     </message>
     <message>
         <source>Checking Apple Account…</source>
-        <translation>Έλεγχος λογαριασμού Apple…</translation>
+        <translation>Έλεγχος πρόσβασης…</translation>
     </message>
     <message>
         <source>Syncing with iCloud…</source>
-        <translation>Συγχρονισμός με το iCloud…</translation>
+        <translation>Συγχρονισμός…</translation>
     </message>
     <message>
         <source>Up to date with iCloud</source>
-        <translation>Συγχρονισμένο με το iCloud</translation>
+        <translation>Συγχρονισμένο</translation>
     </message>
     <message>
         <source>{count} changes waiting to sync</source>
@@ -1240,11 +1252,11 @@
     </message>
     <message>
         <source>Sign in to iCloud in System Settings to sync.</source>
-        <translation>Συνδέσου στο iCloud από τις Ρυθμίσεις συστήματος για συγχρονισμό.</translation>
+        <translation>Ο συγχρονισμός δεν έχει πρόσβαση. Διάλεξε φάκελο, ή έλεγξε τη διεύθυνση του διακομιστή και αποθήκευσε τον κωδικό του.</translation>
     </message>
     <message>
         <source>Sync is unavailable. Your changes are saved on this Mac.</source>
-        <translation>Ο συγχρονισμός δεν είναι διαθέσιμος. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac.</translation>
+        <translation>Ο συγχρονισμός δεν είναι διαθέσιμος. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον υπολογιστή.</translation>
     </message>
     <message>
         <source>Offline — changes will sync when you reconnect.</source>
@@ -1252,15 +1264,15 @@
     </message>
     <message>
         <source>iCloud access is unavailable for this build ({code}).</source>
-        <translation>Η πρόσβαση στο iCloud δεν είναι διαθέσιμη σε αυτή την έκδοση ({code}).</translation>
+        <translation>Ο συγχρονισμός δεν έχει πρόσβαση ({code}). Έλεγξε τη διεύθυνση του φακέλου ή διακομιστή και τα δικαιώματά σου εκεί.</translation>
     </message>
     <message>
         <source>iCloud storage is full. Your changes are saved on this Mac.</source>
-        <translation>Ο χώρος του iCloud γέμισε. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac.</translation>
+        <translation>Ο κοινόχρηστος φάκελος ή διακομιστής γέμισε. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον υπολογιστή.</translation>
     </message>
     <message>
         <source>iCloud will retry. Your changes are saved on this Mac ({code}).</source>
-        <translation>Το iCloud θα ξαναδοκιμάσει. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον Mac ({code}).</translation>
+        <translation>Ο συγχρονισμός θα ξαναδοκιμάσει. Οι αλλαγές σου είναι αποθηκευμένες σε αυτόν τον υπολογιστή ({code}).</translation>
     </message>
     <message>
         <source>Sync data could not be read. Your local data is untouched.</source>
@@ -1268,19 +1280,19 @@
     </message>
     <message>
         <source>Sync paused: changes could not be saved to this Mac. Check disk space and restart Quorvi.</source>
-        <translation>Ο συγχρονισμός διακόπηκε: οι αλλαγές δεν αποθηκεύτηκαν σε αυτόν τον Mac. Έλεγξε τον χώρο στον δίσκο και ξεκίνα ξανά το Quorvi.</translation>
+        <translation>Ο συγχρονισμός διακόπηκε: οι αλλαγές δεν αποθηκεύτηκαν σε αυτόν τον υπολογιστή. Έλεγξε τον χώρο στον δίσκο και ξεκίνα ξανά το Quorvi.</translation>
     </message>
     <message>
         <source>Sync paused: iCloud data was reset. Local data has been preserved.</source>
-        <translation>Ο συγχρονισμός διακόπηκε: τα δεδομένα του iCloud μηδενίστηκαν. Τα τοπικά δεδομένα διατηρήθηκαν.</translation>
+        <translation>Ο συγχρονισμός διακόπηκε: τα κοινά δεδομένα μηδενίστηκαν. Τα τοπικά δεδομένα διατηρήθηκαν.</translation>
     </message>
     <message>
         <source>Sync paused: sign back into the original Apple Account. Data from different accounts stays separate.</source>
-        <translation>Ο συγχρονισμός διακόπηκε: συνδέσου ξανά στον αρχικό λογαριασμό Apple. Τα δεδομένα διαφορετικών λογαριασμών μένουν χωριστά.</translation>
+        <translation>Ο συγχρονισμός διακόπηκε: αυτός ο φάκελος ή διακομιστής ανήκει τώρα σε άλλον λογαριασμό. Γύρνα στον αρχικό. Τα δεδομένα διαφορετικών λογαριασμών μένουν χωριστά.</translation>
     </message>
     <message>
         <source>Sync paused: the original Apple Account is unavailable.</source>
-        <translation>Ο συγχρονισμός διακόπηκε: ο αρχικός λογαριασμός Apple δεν είναι διαθέσιμος.</translation>
+        <translation>Ο συγχρονισμός διακόπηκε: ο αρχικός φάκελος ή λογαριασμός δεν είναι διαθέσιμος.</translation>
     </message>
     <message>
         <source>This history file was created by a newer version of Quorvi.</source>
@@ -1400,15 +1412,15 @@
     </message>
     <message>
         <source>Right ⌥</source>
-        <translation>Δεξί ⌥</translation>
+        <translation>Δεξί Alt</translation>
     </message>
     <message>
         <source>Left ⌃</source>
-        <translation>Αριστερό ⌃</translation>
+        <translation>Αριστερό Ctrl</translation>
     </message>
     <message>
         <source>Right ⌃</source>
-        <translation>Δεξί ⌃</translation>
+        <translation>Δεξί Ctrl</translation>
     </message>
     <message>
         <source>Key {code}</source>
@@ -1555,7 +1567,7 @@
     </message>
     <message>
         <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
-        <translation>Ο ήχος έρχεται από την προεπιλεγμένη είσοδο του Mac σου. Οι υπαγορεύσεις σταματούν στα 3 λεπτά. Τα αρχεία ήχου διαγράφονται μετά την ηχογράφηση· το ιστορικό που διατηρείται και τα στατιστικά συγχρονίζονται μέσω του ιδιωτικού σου λογαριασμού iCloud όταν το ενεργοποιείς. Η διατήρηση ορίζεται παραπάνω. Η επεξεργασία στο cloud ακολουθεί τις ρυθμίσεις δεδομένων του λογαριασμού API.</translation>
+        <translation>Ο ήχος έρχεται από την προεπιλεγμένη συσκευή εισόδου. Οι υπαγορεύσεις σταματούν στα 3 λεπτά. Τα αρχεία ήχου διαγράφονται μετά την ηχογράφηση· το ιστορικό που διατηρείται και τα στατιστικά συγχρονίζονται μέσω του δικού σου φακέλου ή διακομιστή όταν το ενεργοποιείς. Η διατήρηση ορίζεται παραπάνω. Η επεξεργασία στο cloud ακολουθεί τις ρυθμίσεις δεδομένων του λογαριασμού API.</translation>
     </message>
     <message>
         <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>
@@ -1567,7 +1579,7 @@
     </message>
     <message>
         <source>Accessibility</source>
-        <translation>Προσβασιμότητα</translation>
+        <translation>Δίαυλος προσβασιμότητας</translation>
     </message>
     <message>
         <source>Manage</source>
@@ -1703,7 +1715,7 @@
     </message>
     <message>
         <source>Stored securely in your Mac’s Keychain</source>
-        <translation>Φυλάσσεται με ασφάλεια στο Keychain του Mac σου</translation>
+        <translation>Φυλάσσεται με ασφάλεια στην κλειδοθήκη σου</translation>
     </message>
     <message>
         <source>Add key</source>
@@ -1727,23 +1739,106 @@
     </message>
     <message>
         <source>Use your shortcut and insert text</source>
-        <translation>Για τη συντόμευση και την εισαγωγή κειμένου</translation>
+        <translation>Ο δίαυλος προσβασιμότητας λέει στο Quorvi σε ποιο πεδίο γράφεις</translation>
     </message>
     <message>
         <source>Enable keyboard access in Input Monitoring</source>
-        <translation>Επίτρεψε το πληκτρολόγιο στην «Παρακολούθηση εισόδου»</translation>
+        <translation>Πρόσβαση στο πληκτρολόγιο</translation>
     </message>
     <message>
         <source>If access is already enabled, quit and reopen Quorvi.</source>
-        <translation>Αν επιτρέπεται ήδη, κλείσε και ξανάνοιξε το Quorvi.</translation>
-    </message>
-    <message>
-        <source>Open Settings</source>
-        <translation>Άνοιγμα ρυθμίσεων</translation>
+        <translation>Η συντόμευση χρειάζεται την προσβασιμότητα και X11. Αν αυτό παραμένει, το «quorvi doctor» σε τερματικό λέει γιατί.</translation>
     </message>
     <message>
         <source>Ready</source>
         <translation>Έτοιμο</translation>
+    </message>
+</context>
+<context>
+    <name>ShownShortcut</name>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Ctrl</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Enter</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tab</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Διάστημα</translation>
+    </message>
+    <message>
+        <source>Backspace</source>
+        <translation>Backspace</translation>
+    </message>
+    <message>
+        <source>Enter (keypad)</source>
+        <translation>Enter (αριθμητικό)</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>Insert</source>
+        <translation>Insert</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Home</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Page Up</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>End</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Page Down</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Αριστερό βέλος</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Δεξί βέλος</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Κάτω βέλος</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Πάνω βέλος</translation>
+    </message>
+    <message>
+        <source>Right Alt (AltGr)</source>
+        <translation>Δεξί Alt (AltGr)</translation>
     </message>
 </context>
 <context>
@@ -1778,7 +1873,7 @@
     </message>
     <message>
         <source>Quorvi %1 · Native for Mac</source>
-        <translation>Quorvi %1 · Για Mac</translation>
+        <translation>Quorvi %1 · Για Linux</translation>
     </message>
 </context>
 <context>
@@ -1796,7 +1891,7 @@
     </message>
     <message>
         <source>Click a text field in any app, then use your shortcut. You can close this window; Quorvi keeps running in the menu bar.</source>
-        <translation>Κάνε κλικ σε πεδίο κειμένου οποιασδήποτε εφαρμογής και χρησιμοποίησε τη συντόμευση. Μπορείς να κλείσεις αυτό το παράθυρο· το Quorvi συνεχίζει στη γραμμή μενού.</translation>
+        <translation>Κάνε κλικ σε πεδίο κειμένου οποιασδήποτε εφαρμογής και χρησιμοποίησε τη συντόμευση. Μπορείς να κλείσεις αυτό το παράθυρο· το Quorvi συνεχίζει στην περιοχή ειδοποιήσεων.</translation>
     </message>
     <message>
         <source>Recording time</source>
@@ -2077,7 +2172,7 @@
     </message>
     <message>
         <source>Estimate before tax for completed dictations in your Quorvi history, including synced Macs. Deleted dictations, failed or cancelled requests, and usage in other apps are excluded. Actual charges may differ.</source>
-        <translation>Εκτίμηση προ φόρων για ολοκληρωμένες υπαγορεύσεις στο ιστορικό σου, και από συγχρονισμένους Mac. Δεν περιλαμβάνονται διαγραμμένες υπαγορεύσεις, αποτυχημένα ή ακυρωμένα αιτήματα και η χρήση σε άλλες εφαρμογές. Οι πραγματικές χρεώσεις ίσως διαφέρουν.</translation>
+        <translation>Εκτίμηση προ φόρων για ολοκληρωμένες υπαγορεύσεις στο ιστορικό σου, και από συγχρονισμένους υπολογιστές. Δεν περιλαμβάνονται διαγραμμένες υπαγορεύσεις, αποτυχημένα ή ακυρωμένα αιτήματα και η χρήση σε άλλες εφαρμογές. Οι πραγματικές χρεώσεις ίσως διαφέρουν.</translation>
     </message>
 </context>
 </TS>

@@ -29,11 +29,9 @@ SetupCard::SetupCard(AppModel& model) : model_(model) {
         tr("Accessibility"), tr("Use your shortcut and insert text"), tr("Enable"),
         [this] { return model_.accessibilityAllowed(); },
         [this] { model_.requestAccessibility(); });
-    addRow(
-        tr("Enable keyboard access in Input Monitoring"),
-        tr("If access is already enabled, quit and reopen Quorvi."), tr("Open Settings"),
-        [this] { return model_.keyboardReady(); },
-        [this] { model_.openPrivacy(PrivacyPane::inputMonitoring); })
+    addRow(tr("Enable keyboard access in Input Monitoring"),
+           tr("If access is already enabled, quit and reopen Quorvi."), {},
+           [this] { return model_.keyboardReady(); }, {})
         .vanishes = true;
     refresh();
     changes_ = model_.onChange([this] { refresh(); });
@@ -48,6 +46,7 @@ SetupCard::Row& SetupCard::addRow(const QString& title, const QString& detail,
     made.title = bodyText(title);
     made.action = button(action);
     made.action->setAccessibleName(action + QStringLiteral(": ") + title);
+    made.hasAction = static_cast<bool>(effect);
     made.ready = bodyText(tr("Ready"));
     made.ready->setForegroundRole(QPalette::PlaceholderText);
     made.ready->setWordWrap(false);
@@ -68,7 +67,7 @@ SetupCard::Row& SetupCard::addRow(const QString& title, const QString& detail,
     line->addWidget(made.ready);
     all->addLayout(line);
     content().addWidget(made.widget);
-    connect(made.action, &QPushButton::clicked, this, std::move(effect));
+    if (effect) connect(made.action, &QPushButton::clicked, this, std::move(effect));
     rows_.push_back(std::move(made));
     return rows_.back();
 }
@@ -78,7 +77,7 @@ void SetupCard::refresh() {
         const bool ready = row.satisfied();
         row.symbol->setSymbol(ready ? "checkmark.circle.fill" : "circle.dashed",
                               ready ? ColorRole::success : ColorRole::secondary);
-        row.action->setVisible(!ready);
+        row.action->setVisible(!ready && row.hasAction);
         row.ready->setVisible(ready);
         row.widget->setVisible(!(ready && row.vanishes));
     }

@@ -29,9 +29,11 @@ private:
         QPushButton* action;
         QLabel* ready;
         std::function<bool()> satisfied;
-        bool vanishes;  // if satisfied; otherwise the row says "Ready"
+        bool hasAction;  // something that a button can do about it
+        bool vanishes;   // if satisfied; otherwise the row says "Ready"
     };
 
+    // `effect` is null if no button helps.
     Row& addRow(const QString& title, const QString& detail, const QString& action,
                 std::function<bool()> satisfied, std::function<void()> effect);
     void refresh();

@@ -5,6 +5,7 @@
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/translations/ShownMessage.h"
+#include "Quorvi/ui/translations/ShownShortcut.h"
 
 namespace quorvi {
 
@@ -104,8 +105,8 @@ void StatusCard::refreshRecording() {
 void StatusCard::refreshShortcut() {
     const bool choosing = model_.isChoosingShortcut();
     shortcut_->setText(
-        choosing ? tr("Press the new shortcut. Esc keeps %1.").arg(shown(title(model_.shortcut())))
-                 : tr("Shortcut: %1").arg(shown(title(model_.shortcut()))));
+        choosing ? tr("Press the new shortcut. Esc keeps %1.").arg(shown(model_.shortcut()))
+                 : tr("Shortcut: %1").arg(shown(model_.shortcut())));
     change_->setVisible(!choosing);
     change_->setEnabled(!isActive(model_.stage()));
     keep_->setVisible(choosing);

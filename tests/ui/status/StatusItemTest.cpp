@@ -83,7 +83,7 @@ TEST_F(StatusItemTest, TheMenuFollowsTheDictation) {
     keyboard.release(f8);
     model->setMode(DictationMode::toggle);
     model->setShortcut({0, modifierFlag::control, "⌃&"});
-    EXPECT_TRUE(menu().starts_with("(Quorvi · Ready when you are)\n(⌃& · Press to toggle)\n"))
+    EXPECT_TRUE(menu().starts_with("(Quorvi · Ready when you are)\n(Ctrl+& · Press to toggle)\n"))
         << menu();
 }
 

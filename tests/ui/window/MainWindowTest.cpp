@@ -125,6 +125,17 @@ TEST_F(MainWindowTest, TheSyncSectionShowsProgressAndPendingChanges) {
     world.sync.set({true, say::syncRunning(), 1234, Date{817'000'000}, true});
     EXPECT_TRUE(page().has("-[Sync now]"));
     EXPECT_TRUE(page().has(" · 1,234 pending"));
+
+    // What somebody without access can do depends on where the data are kept.
+    for (const auto& [address, place, remedy] :
+         {std::tuple("", "Only this computer", "Check disk space"),
+          {"folder:/srv/me", "Shared folder: /srv/me", "choose another folder"},
+          {"postgresql://ada@db.example/q?x=1", "Server: db.example/q |", "store its password"}}) {
+        world.preferences.set("cloudDatabase", std::string(address));
+        world.sync.set({true, say::syncSignIn()});
+        EXPECT_TRUE(page().has(place)) << page().text();
+        EXPECT_TRUE(page().has(remedy)) << page().text();
+    }
 }
 
 TEST_F(MainWindowTest, TabFollowsTheReadingOrder) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "tests/support/Process.h"
 #include "tests/support/desktop/KeyWindow.h"
 #include "tests/support/desktop/TapRecorder.h"
@@ -134,7 +135,11 @@ TEST_F(X11KeyEventTapTest, AQuietModifierIsNotPressedAloneForTheApplicationAndSt
         window.waitForKeys({108, silent, -silent, 38, -38, -108, 50, 108, -108, -50, 64, -64}));
     ASSERT_TRUE(recorder.waitForEvents(12));
     EXPECT_EQ(recorder.events.size(), 12U) << "the silent key is reported to nobody";
+    EXPECT_FALSE(x11RightAltIsAltGr());
+    useLayout("us,de");
+    EXPECT_TRUE(x11RightAltIsAltGr());
     useLayout("'us(altgr-intl)'");
+    EXPECT_TRUE(x11RightAltIsAltGr());
     settle();
     user.tap(key::rightAlt);
     EXPECT_TRUE(window.waitForKeys({108, -108})) << "AltGr opens no menu";

@@ -6,4 +6,8 @@ namespace quorvi {
 // the X server; any thread.
 bool x11InputHookIsPossible();
 
+// Whether the layout of $DISPLAY, or one of several, makes AltGr of the right Alt key. Waits for
+// the X server; any thread.
+bool x11RightAltIsAltGr();
+
 }  // namespace quorvi

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::uint32_t numLockSymbol = 0xFF7F;
 constexpr std::uint32_t capsLockSymbol = 0xFFE5;
+constexpr std::uint32_t levelShiftSymbol = 0xFE03;  // ISO_Level3_Shift
 constexpr std::uint32_t scrollLockSymbol = 0xFF14;
 constexpr std::uint32_t firstMenuSymbol = 0xFFE7;  // Meta, Alt and Super, left and right
 constexpr std::uint32_t lastMenuSymbol = 0xFFEC;
@@ -103,6 +104,13 @@ bool X11Layout::isCapsLock(XKeycode keycode) const {
 bool X11Layout::opensMenus(XKeycode keycode) const {
     const auto symbol = keys_[keycode].plainSymbol(0);
     return symbol >= firstMenuSymbol && symbol <= lastMenuSymbol;
+}
+
+bool X11Layout::shiftsLevels(XKeycode keycode) const {
+    const auto& key = keys_[keycode];
+    for (int group = 0; group < key.groups; ++group)
+        if (key.plainSymbol(group) == levelShiftSymbol) return true;
+    return false;
 }
 
 std::optional<XKeycode> X11Layout::silentKey() const {

@@ -32,6 +32,9 @@ public:
     // but not where the layout has made AltGr or Compose of it.
     bool opensMenus(XKeycode keycode) const;
 
+    // Whether the key is AltGr in any of the groups.
+    bool shiftsLevels(XKeycode keycode) const;
+
     // A key that types nothing and changes nothing. nullopt if the layout uses all of them.
     std::optional<XKeycode> silentKey() const;
 
