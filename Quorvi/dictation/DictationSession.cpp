@@ -132,10 +132,10 @@ Task<void> DictationSession::begin(Id id, std::stop_token stop) {
 void DictationSession::recordingBegan(InsertionTarget target) {
     auto& status = environment_.status;
     isStarting_ = false;
-    client_.openConnection();
     target_ = std::move(target);
     if (!endsAtBeginning_) isHeardEarly_ = hearsEarly();
     audibleTicks_ = isHeardEarly_ ? leastAudibleTicks : 0;
+    hasOpenedConnection_ = endsAtBeginning_;  // the request follows at once
     soundStart();
     resetMeter();
     status.keepOverlay();
@@ -167,7 +167,13 @@ void DictationSession::meterTick() {
     const auto power = recorder_.meter();
     level_ = std::clamp((static_cast<double>(power) + 55) / 50, 0.0, 1.0);
     if (meterFrom_ <= elapsed_ && power > speechThreshold) ++audibleTicks_;
+    // Whoever cancels before anything was said has contacted nobody.
+    if (hasSpeech(elapsed_) && !std::exchange(hasOpenedConnection_, true)) client_.openConnection();
     if (onChange) onChange();
+}
+
+bool DictationSession::hasSpeech(double seconds) const {
+    return seconds >= shortestRecording && audibleTicks_ >= leastAudibleTicks;
 }
 
 void DictationSession::acceptInput() {
@@ -192,7 +198,7 @@ void DictationSession::finish() {
     meterTimer_.cancel();
     limitTimer_.cancel();
     const double duration = recorder_.duration();
-    if (duration < shortestRecording || audibleTicks_ < leastAudibleTicks) {
+    if (!hasSpeech(duration)) {
         fail(say::noAudibleSpeech());
         return;
     }

@@ -116,6 +116,8 @@ private:
     bool hearsEarly();
     void soundStart();
     void meterTick();
+    // Whether a recording of this length would be sent.
+    bool hasSpeech(double seconds) const;
     Task<void> process(Dictation dictation, std::stop_token stop);
     Task<std::string> transcribe(Dictation dictation, std::stop_token stop);
     Recognition correct(const Dictation& dictation, const std::string& transcript);
@@ -139,6 +141,7 @@ private:
     bool endsAtBeginning_ = false;  // the shortcut was released while starting
     bool isHeardEarly_ = false;     // speech, before the start sounded
     bool hasSoundedStart_ = false;
+    bool hasOpenedConnection_ = false;
     bool isClosed_ = false;
     std::optional<InsertionTarget> target_;
     double elapsed_ = 0;

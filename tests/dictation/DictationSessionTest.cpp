@@ -9,7 +9,6 @@ TEST_F(DictationTest, RunsFromTheShortcutToTheInsertedText) {
     expect(Stage::recording, say::dictatingInto("Editor"));
     EXPECT_EQ(overlay, "shown");
     EXPECT_EQ(cues(), 1);
-    EXPECT_EQ(service.opened.size(), 1u) << "opened while the user speaks";
     scheduler.advance(1s);
     EXPECT_NEAR(model->elapsed(), 1, 0.06);
     EXPECT_NEAR(model->level(), 0.7, 0.001);
@@ -147,6 +146,21 @@ TEST_F(DictationTest, ARecordingThatIsTooShortOrTooQuietIsRefusedWithoutARequest
     scheduler.advance(5s);
     expectFailure(say::noAudibleSpeech());
     EXPECT_FALSE(microphone.isCapturing());
+    EXPECT_TRUE(service.requests.empty());
+    EXPECT_TRUE(service.opened.empty());
+}
+
+TEST_F(DictationTest, AConnectionIsOpenedOnceWhenSpeechIsHeard) {
+    // It is quiet for half a second, but for the click of a key.
+    microphone.levels = [](double seconds) {
+        return seconds > 0.5 || (seconds > 0.29 && seconds < 0.31) ? -20.0F : -60.0F;
+    };
+    for (const Duration spoken : {Duration(450ms), Duration(2s)}) {
+        model->start();
+        scheduler.advance(spoken);
+        model->cancel();
+        EXPECT_EQ(service.opened.size(), spoken > 1s ? 1U : 0U);
+    }
     EXPECT_TRUE(service.requests.empty());
 }
 

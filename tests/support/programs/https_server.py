@@ -7,7 +7,8 @@ promises all, /begun/NAME with the first half and then nothing for as long as th
 GET /to?URL redirects there.
 
 Prints its port when it listens. GET /stats tells the journal: how many TLS connections were made and
-which requests came, as "METHOD PATH" lines; asking for it is not counted.
+which requests came, as "METHOD PATH" lines, "answered PATH" after the answer to a HEAD was written;
+asking for it is not counted.
 """
 
 import http.server
@@ -70,6 +71,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
         if self.path == "/held":
             posted.wait()
         self.answer(200, b"")
+        with lock:
+            journal["requests"].append("answered " + self.path)
         if self.path == "/once":
             self.close_connection = True
 
@@ -125,6 +128,12 @@ class Handler(http.server.BaseHTTPRequestHandler):
         posted.set()
         if self.path == "/echo":
             self.answer(200, body)
+            return
+        if self.path == "/v1/audio/transcriptions":
+            self.answer(200, b'{"text": "hello"}')
+            return
+        if self.path.startswith("/cut/"):
+            self.close_connection = True
             return
         told = {
             "bytes": len(body),
