@@ -246,9 +246,12 @@ Task<std::string> DictationSession::transcribe(Dictation dictation, std::stop_to
     auto readingKey = environment_.keyStore.read(stop);
     closing.start();
     readingKey.start();
+    // First, so that the key is overwritten also when the recording can't be used.
+    auto read = co_await readingKey;
+    const Secret apiKey(std::move(read));
     auto audio = co_await closing;
-    auto apiKey = co_await readingKey;
-    auto asking = client_.transcribe(std::move(audio), std::move(apiKey), dictation.options, stop);
+    auto asking =
+        client_.transcribe(std::move(audio), std::string(apiKey.view()), dictation.options, stop);
     co_return co_await asking;
 }
 

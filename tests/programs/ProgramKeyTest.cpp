@@ -16,6 +16,7 @@
 #include "tests/support/Paths.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/desktop/Keyring.h"
+#include "tests/support/network/TlsServer.h"
 
 namespace quorvi::test {
 namespace {
@@ -105,10 +106,16 @@ TEST_F(KeyTraces, AreInNoFileProcessOrMemoryAfterAllThatCanBeDoneWithAKey) {
 
     const auto input = (folder.path() / "input").string();
     ASSERT_EQ(mkfifo(input.c_str(), 0600), 0);
-    Process drill({"sh", "-c", "exec " + builtProgram("key_drill") + " < " + input});
+    const TestAuthority authority;
+    authority.issue("server", "IP:127.0.0.1");
+    const TlsServer server(authority, "server");
+    const auto service = server.url(""), services = service + " " + service + "/cut " + service;
+    Process drill({"sh", "-c",
+                   "exec " + builtProgram("key_drill") + " " + authority.caFile() + " " + services +
+                       " https://127.0.0.1:1 " + service + " < " + input});
     std::ofstream pipe(input);
     pipe << key << std::flush;
-    ASSERT_EQ(drill.readLine(), "done");
+    ASSERT_EQ(drill.readLine(), "done 3");
     LoopScheduler loop;
     SecretServiceKeychain keychain(loop);
     EXPECT_EQ(keychain.read(query, {}).secret.view(), key);

@@ -82,15 +82,20 @@ void ApiKeySettings::refresh() {
 
 void ApiKeySettings::save() {
     if (!save_->isEnabled()) return;
-    tasks_.start(
-        [this](const std::stop_token&) { return storeKey(apiKey_->text().toStdString()); });
+    auto bytes = apiKey_->text().toUtf8();
+    std::string key(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    bytes.fill('\0');
+    tasks_.start([this, &key](const std::stop_token&) { return storeKey(std::move(key)); });
 }
 
 // If storing fails, the field keeps the key for another try.
 Task<void> ApiKeySettings::storeKey(std::string key) {
     auto saving = model_.saveKey(std::move(key));
     const bool stored = co_await saving;
-    if (stored) apiKey_->clear();
+    if (!stored) co_return;
+    auto typed = apiKey_->text();
+    apiKey_->setText({});  // unlike clear(), forgets what could be undone
+    typed.fill(QChar());   // the field's own buffer, which is no longer shared
 }
 
 Task<void> ApiKeySettings::changeSync(bool on) {

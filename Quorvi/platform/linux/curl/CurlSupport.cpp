@@ -1,13 +1,13 @@
 #include "Quorvi/platform/linux/curl/CurlSupport.h"
 
 #include <cerrno>
-#include <mutex>
+
+#include "Quorvi/platform/linux/curl/CurlMemory.h"
 
 namespace quorvi {
 
 CURLM* newCurlMulti() {
-    static std::once_flag once;
-    std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+    initializeCurl();
     return curl_multi_init();
 }
 

@@ -190,16 +190,20 @@ CurlTransport::CurlTransport(Scheduler& scheduler, std::string caFile)
 CurlTransport::~CurlTransport() = default;
 
 Task<HttpResponse> CurlTransport::send(HttpRequest request, std::stop_token stop) {
-    throwIfStopped(stop);
     Promise<HttpResponse> promise(scheduler_);
+    const auto id = worker_->nextId();
+    // From here on the request is wiped, whatever happens.
+    auto transfer = std::make_unique<CurlTransfer>(id, std::move(request), promise);
+    throwIfStopped(stop);
     auto future = promise.future(stop);
     const auto inbox = worker_->inbox();
-    const auto id = worker_->nextId();
-    inbox->start(std::make_unique<CurlTransfer>(id, std::move(request), promise));
+    inbox->start(std::move(transfer));
     CancelOnExit cancel(inbox, id, stop);
     co_return co_await future;
 }
 
+// libcurl keeps a connection for later transfers only after a request: one that was opened with
+// CONNECT_ONLY is never reused, one whose transfer is stopped before its request is closed.
 void CurlTransport::openConnection(std::string url) {
     HttpRequest head;
     head.method = "HEAD";
