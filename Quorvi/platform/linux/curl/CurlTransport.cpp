@@ -22,6 +22,9 @@ namespace {
 CURLM* newMulti() {
     CURLM* multi = newCurlMulti();
     if (!multi) throw QuorviError::message(say::noMemoryForServer(Sentence::speechService));
+    // After a change of network an idle connection is dead without notice, and a request on it
+    // would wait for its time-out. The one that is kept is tried by openConnection().
+    curl_multi_setopt(multi, CURLMOPT_MAXCONNECTS, 1L);
     return multi;
 }
 
