@@ -12,6 +12,7 @@
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/base/Wipe.h"
 #include "QuorviCore/json/JsonReading.h"
+#include "QuorviCore/text/Marks.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/transcription/MultipartBody.h"
 
@@ -45,10 +46,11 @@ struct TranscriptReader : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Transc
 };
 
 // What is pasted, kept and shown is one and the same text: many programs cut a text at a NUL, and
-// refuse one with a lone surrogate, which the parser accepts.
+// refuse one with a lone surrogate, which the parser accepts. Marks without end would hold whoever
+// compares it.
 std::string repaired(std::string_view transcript) {
     constexpr std::string_view replacement = "\xEF\xBF\xBD";
-    auto text = text::wellFormed(transcript);
+    auto text = text::withoutExcessMarks(text::wellFormed(transcript));
     for (auto at = text.find('\0'); at != text.npos; at = text.find('\0', at))
         text.replace(at, 1, replacement);
     return text;

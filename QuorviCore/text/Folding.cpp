@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "QuorviCore/text/Icu.h"
+#include "QuorviCore/text/Marks.h"
 #include "QuorviCore/text/Utf8Bytes.h"
 
 namespace quorvi::text {
@@ -19,7 +20,8 @@ std::string caseFolded(std::string_view s) {
 std::string withoutDiacritics(std::string_view s) {
     if (isAscii(s)) return std::string(s);
     UErrorCode status = U_ZERO_ERROR;
-    const auto decomposed = icuText::nfd().normalize(icuText::fromUtf8(s), status);
+    const auto few = withoutExcessMarks(s);
+    const auto decomposed = icuText::nfd().normalize(icuText::fromUtf8(few), status);
     icu::UnicodeString bare;
     for (int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1)) {
         const UChar32 c = decomposed.char32At(i);

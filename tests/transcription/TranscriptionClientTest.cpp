@@ -107,6 +107,9 @@ TEST_F(TranscriptionClientTest, OnlyAWellFormedObjectWithATextIsRead) {
     for (const auto& [body, text] : texts) EXPECT_EQ(outcomeOf(200, body), text);
     EXPECT_EQ(outcomeOf(200, R"({"text": "a \udc00 b \u0000 c"})"),
               "a \uFFFD\uFFFD\uFFFD b \uFFFD c");
+    std::string marks = "a";
+    for (int i = 0; i < 15; ++i) marks += "\u0301\u0316";
+    EXPECT_EQ(outcomeOf(200, R"({"text": ")" + marks + R"(\u0301\u0316b"})"), marks + "b");
     EXPECT_EQ(outcomeOf(200, R"({"text": ")" + std::string(300'000, 'a') + "\"}"),
               "!" + say::serviceAnswerTooLarge().english());
     for (const char* body : {R"({"text": " \u00a0\n"})", R"({"text": ""})"})

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <algorithm>
+#include <map>
 #include <vector>
 
 #include "Quorvi/ui/design/Symbols.h"
@@ -24,10 +25,33 @@ QLabel* plain(QLabel* label, TextStyle style, bool wraps) {
 // Longer words may be broken after this many characters.
 constexpr qsizetype longestWord = 24;
 constexpr QChar breakSign(0x200B);  // zero width space
-// Laying out a text takes time: far more than three minutes of speech, and more marks than any
-// script puts on one letter, are not shown.
-constexpr qsizetype longestShown = 10'000;
+// Laying out a text takes time: more than three minutes of quick speech, and more marks than any
+// script puts on one letter, are not shown. A change of the direction or the script counts as some
+// characters, since each such part is laid out by itself.
+constexpr qsizetype longestShown = 4'000;
 constexpr qsizetype mostMarks = 16;
+constexpr qsizetype partCost = 16;
+
+bool beginsPart(QChar character, QChar::Script& script) {
+    switch (character.direction()) {
+        case QChar::DirLRE:
+        case QChar::DirLRO:
+        case QChar::DirRLE:
+        case QChar::DirRLO:
+        case QChar::DirPDF:
+        case QChar::DirLRI:
+        case QChar::DirRLI:
+        case QChar::DirFSI:
+        case QChar::DirPDI:
+            return true;
+        default:
+            break;
+    }
+    const auto its = character.script();
+    if (its == script || its <= QChar::Script_Common) return false;
+    script = its;
+    return true;
+}
 
 // What a label shows of a text, and where each of its characters comes from.
 struct Shown {
@@ -44,8 +68,9 @@ struct Shown {
 // `limit` is the most that is shown of the text.
 Shown shownOf(const QString& text, qsizetype limit) {
     Shown shown;
-    qsizetype run = 0, marks = 0, at = 0;
-    for (; at < std::min(text.size(), limit) && shown.text.size() < longestShown; ++at) {
+    qsizetype run = 0, marks = 0, at = 0, cost = 0;
+    auto script = QChar::Script_Unknown;
+    for (; at < std::min(text.size(), limit) && cost < longestShown; ++at) {
         const auto character = text[at];
         marks = character.isMark() ? marks + 1 : 0;
         if (marks > mostMarks) continue;
@@ -57,6 +82,7 @@ Shown shownOf(const QString& text, qsizetype limit) {
             run = 1;
         }
         shown.add(character, at);
+        cost += beginsPart(character, script) ? partCost : 1;
     }
     if (at < text.size() && !shown.text.isEmpty() && shown.text.back().isHighSurrogate()) {
         shown.text.chop(1);
@@ -77,17 +103,34 @@ public:
         setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     }
 
+    // Qt asks for both several times, and lays the text out each time.
+    int heightForWidth(int width) const override {
+        const auto known = heights_.find(width);
+        if (known != heights_.end()) return known->second;
+        return heights_[width] = QLabel::heightForWidth(width);
+    }
+    QSize sizeHint() const override {
+        if (text().size() < longestMeasured) return QLabel::sizeHint();
+        const int width = fontMetrics().averageCharWidth() * charactersOfLine;
+        return {width, heightForWidth(width)};
+    }
+
     void setContent(const QString& content, qsizetype limit) {
         if (content == content_ && limit == limit_) return;
         content_ = content;
         limit_ = limit;
         setAlignment((content.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) |
                      Qt::AlignAbsolute | Qt::AlignTop);
+        heights_.clear();
         setText(shownOf(content, limit).text);
         setAccessibleName(limit < content.size() ? text().remove(breakSign) : content);
     }
 
 protected:
+    void changeEvent(QEvent* event) override {
+        heights_.clear();
+        QLabel::changeEvent(event);
+    }
     void keyPressEvent(QKeyEvent* event) override {
         if (event->matches(QKeySequence::Copy))
             copy(QClipboard::Clipboard);
@@ -128,8 +171,12 @@ private:
             isAll ? content_ : content_.mid(first, origin(end) - first), mode);
     }
 
+    static constexpr qsizetype longestMeasured = 1'000;
+    static constexpr int charactersOfLine = 80;
+
     QString content_;
     qsizetype limit_ = 0;
+    mutable std::map<int, int> heights_;  // by width
 };
 
 }  // namespace
