@@ -66,7 +66,8 @@ private:
         const double start = threadMilliseconds();
         work();
         const double took = threadMilliseconds() - start;
-        if (took > 5 && getenv("QUORVI_TURNS")) std::fprintf(stderr, "  %s of %.1f ms\n", what, took);
+        if (took > 5 && getenv("QUORVI_TURNS"))
+            std::fprintf(stderr, "  %s of %.1f ms\n", what, took);
         longest_ = std::max(longest_, took);
     }
     void run(Duration time) {

@@ -19,7 +19,8 @@ std::string pathOf(pid_t pid, const char* name) {
 std::string beginningOf(const std::string& path) {
     const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC);
     if (file < 0) return {};
-    struct stat status {};
+    using Status = struct stat;
+    Status status{};
     std::string text;
     if (fstat(file, &status) == 0 && S_ISREG(status.st_mode)) {
         text.resize(infoLimit);
@@ -33,12 +34,12 @@ std::string beginningOf(const std::string& path) {
 }  // namespace
 
 std::optional<std::string> sandboxOf(pid_t pid) {
-    struct stat own {
-    }, its{};
+    using Status = struct stat;
+    Status own{}, its{};
     if (stat(pathOf(getpid(), "/ns/mnt").c_str(), &own) == 0 &&
         stat(pathOf(pid, "/ns/mnt").c_str(), &its) == 0 && own.st_ino == its.st_ino)
         return std::nullopt;
-    const auto info = "\n" + beginningOf(pathOf(pid, "/root/.flatpak-info"));
+    const auto info = "\n" + beginningOf(pathOf(pid, "/root") + "/.flatpak-info");
     constexpr std::string_view key = "\ninstance-id=";
     const auto found = info.find(key);
     if (found == std::string::npos) return std::string();
