@@ -106,7 +106,8 @@ private:
                                          .quit = quit});
         window_ = std::make_unique<AppWindow>(AppWindow::Parts{
             *model_, corrections_, history_, sync_->accountSync(), *keyStore_, updates_.updater(),
-            preferences_, scheduler_, desktop_.calendar(), quit});
+            preferences_, scheduler_, desktop_.calendar(), quit,
+            [this](PrivacyPane pane) { return desktop_.hasSettingsFor(pane); }});
         bus_ = std::make_unique<BusService>(*model_, BusService::Actions{open, quit});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
     }

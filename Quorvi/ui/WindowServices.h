@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "Quorvi/platform/SystemPermissions.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 
 namespace quorvi {
@@ -26,6 +27,8 @@ struct WindowServices {
     Preferences& preferences;
     Scheduler& scheduler;
     std::function<void()> quit;
+    // Whether the desktop has settings for the subject; null if it has all.
+    std::function<bool(PrivacyPane)> hasSettingsFor = nullptr;
 };
 
 }  // namespace quorvi

@@ -17,7 +17,7 @@ struct AppWindow::Contents {
           window({parts.model, parts.corrections,
                   HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
                   parts.sync, parts.keys, loginItem, parts.updater, parts.preferences,
-                  parts.scheduler, parts.quit}) {}
+                  parts.scheduler, parts.quit, parts.hasSettingsFor}) {}
 
     XdgLoginItem service{XdgLoginItem::Places::current()};
     SerialExecutor executor{"login-item"};

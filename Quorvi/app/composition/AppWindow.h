@@ -25,6 +25,7 @@ public:
         Scheduler& scheduler;
         SystemCalendar& calendar;
         std::function<void()> quit;
+        std::function<bool(PrivacyPane)> hasSettingsFor;
     };
 
     explicit AppWindow(Parts parts);

@@ -1,6 +1,7 @@
 #include "Quorvi/app/composition/LinuxDesktop.h"
 
 #include <atomic>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -23,6 +24,7 @@
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventPoster.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
+#include "Quorvi/platform/linux/xdg/SettingsProgram.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
 #include "Quorvi/system/KeychainStore.h"
 
@@ -37,6 +39,13 @@ constexpr Duration handoverPatience = 1s;
 constexpr Duration handoverStep = 5ms;
 
 constexpr std::size_t longestPasteChords = 64 * 1024;
+
+// Looks for the programs of the desktop's settings, on the disk.
+bool hasSettings(PrivacyPane pane) {
+    const char* desktops = std::getenv("XDG_CURRENT_DESKTOP");
+    const char* path = std::getenv("PATH");
+    return hasSettingsProgram(pane, desktops ? desktops : "", path ? path : "");
+}
 
 }  // namespace
 
@@ -62,12 +71,16 @@ struct LinuxDesktop::Adapters {
         probes.run([this, permissionsChanged] {
             inputHookIsPossible = x11InputHookIsPossible();
             rightAltIsAltGr = x11RightAltIsAltGr();
+            hasMicrophoneSettings = hasSettings(PrivacyPane::microphone);
+            hasAccessibilitySettings = hasSettings(PrivacyPane::accessibility);
             permissionsChanged();
         });
     }
 
     std::atomic<bool> inputHookIsPossible{false};
     std::atomic<bool> rightAltIsAltGr{false};
+    std::atomic<bool> hasMicrophoneSettings{true};
+    std::atomic<bool> hasAccessibilitySettings{true};
     SerialExecutor disk{"disk"};
     PosixFileStore files;
     PosixRecordingFiles recordings{UserFolders::find().recordings,
@@ -130,6 +143,11 @@ SystemCalendar& LinuxDesktop::calendar() {
 
 std::unique_ptr<SerialExecutor::Hold> LinuxDesktop::holdHistory() {
     return std::make_unique<SerialExecutor::Hold>(adapters_->history);
+}
+
+bool LinuxDesktop::hasSettingsFor(PrivacyPane pane) const {
+    return pane == PrivacyPane::microphone ? adapters_->hasMicrophoneSettings
+                                           : adapters_->hasAccessibilitySettings;
 }
 
 bool LinuxDesktop::rightAltIsAltGr() const {

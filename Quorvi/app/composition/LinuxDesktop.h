@@ -50,6 +50,9 @@ public:
     // is done or has failed.
     Task<void> leaveClipboard();
 
+    // Whether this desktop has settings for the subject that can be opened, as known at the start.
+    bool hasSettingsFor(PrivacyPane pane) const;
+
     // Whether the layout made AltGr of the right Alt key when last looked at: at the start and with
     // the surroundings.
     bool rightAltIsAltGr() const;

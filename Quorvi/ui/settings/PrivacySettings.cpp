@@ -8,8 +8,10 @@
 
 namespace quorvi {
 
-PrivacySettings::PrivacySettings(AppModel& model)
-    : Card(tr("Privacy"), "hand.raised"), model_(model) {
+PrivacySettings::PrivacySettings(AppModel& model, std::function<bool(PrivacyPane)> hasSettingsFor)
+    : Card(tr("Privacy"), "hand.raised"),
+      model_(model),
+      hasSettingsFor_(std::move(hasSettingsFor)) {
     content().addWidget(secondaryText(
         tr("Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files "
            "are deleted after recording; retained text history and usage statistics sync through "
@@ -37,11 +39,12 @@ void PrivacySettings::addPermission(const QString& title, PrivacyPane pane,
     auto* line = row({symbol, label, manage});
     line->setStretch(1, 1);
     content().addLayout(line);
-    permissions_.push_back({title, symbol, label, std::move(granted)});
+    permissions_.push_back({title, symbol, label, manage, pane, std::move(granted)});
 }
 
 void PrivacySettings::refresh() {
     for (auto& permission : permissions_) {
+        permission.manage->setVisible(!hasSettingsFor_ || hasSettingsFor_(permission.pane));
         const bool granted = permission.granted();
         permission.symbol->setSymbol(granted ? "checkmark.circle.fill" : "circle",
                                      granted ? ColorRole::success : ColorRole::secondary);

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QLabel>
+#include <QPushButton>
 #include <functional>
 #include <vector>
 
@@ -19,13 +20,16 @@ class PrivacySettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(PrivacySettings)
 
 public:
-    explicit PrivacySettings(AppModel& model);
+    // `hasSettingsFor` tells which of the desktop's settings can be opened; null if all.
+    PrivacySettings(AppModel& model, std::function<bool(PrivacyPane)> hasSettingsFor);
 
 private:
     struct Permission {
         QString title;
         SymbolLabel* symbol;
         QLabel* label;
+        QPushButton* manage;
+        PrivacyPane pane;
         std::function<bool()> granted;
     };
 
@@ -33,6 +37,7 @@ private:
     void refresh();
 
     AppModel& model_;
+    std::function<bool(PrivacyPane)> hasSettingsFor_;
     std::vector<Permission> permissions_;
     Subscription changes_;
 };

@@ -30,7 +30,7 @@ SettingsPage::SettingsPage(const WindowServices& services)
     add(new AccountSyncSettings(services.sync, services.preferences));
     add(new UpdateSettings(services.updater));
     add(new HistorySettings(services.history));
-    add(new PrivacySettings(model));
+    add(new PrivacySettings(model, services.hasSettingsFor));
 }
 
 }  // namespace quorvi

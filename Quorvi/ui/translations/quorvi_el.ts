@@ -326,7 +326,7 @@
     </message>
     <message>
         <source>Press the new shortcut. Esc keeps %1.</source>
-        <translation>Πάτησε τη νέα συντόμευση. Το Esc κρατά την %1.</translation>
+        <translation>Πάτησε τη νέα συντόμευση. Με Esc μένει: %1.</translation>
     </message>
 </context>
 <context>
@@ -1939,7 +1939,7 @@
     </message>
     <message>
         <source>Press the new shortcut. Esc keeps %1.</source>
-        <translation>Πάτησε τη νέα συντόμευση. Το Esc κρατά την %1.</translation>
+        <translation>Πάτησε τη νέα συντόμευση. Με Esc μένει: %1.</translation>
     </message>
     <message>
         <source>Shortcut: %1</source>

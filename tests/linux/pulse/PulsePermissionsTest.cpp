@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/xdg/SettingsProgram.h"
 #include "tests/support/Waiting.h"
 #include "tests/support/sound/SoundServer.h"
 
@@ -69,6 +70,7 @@ TEST(PulsePermissions, TheDesktopsOwnSettingsAreOpened) {
     const auto opened = [&](const char* name, const std::vector<std::string>& programs,
                             PrivacyPane pane) {
         const Desktop desktop(name, programs);
+        EXPECT_TRUE(hasSettingsProgram(pane, name, ::getenv("PATH")));
         permissions.openPrivacyPane(pane);
         return desktop.opened();
     };
@@ -78,6 +80,7 @@ TEST(PulsePermissions, TheDesktopsOwnSettingsAreOpened) {
     EXPECT_EQ(opened("KDE", {"pavucontrol", "systemsettings"}, microphone),
               "systemsettings kcm_pulseaudio\n");
     EXPECT_EQ(opened("KDE", {"kcmshell5"}, accessibility), "kcmshell5 kcm_access\n");
+    EXPECT_FALSE(hasSettingsProgram(accessibility, "KDE", "/nowhere"));
     EXPECT_EQ(opened("OPENBOX", {"mate-volume-control", "pavucontrol"}, microphone),
               "pavucontrol --tab=4\n");
 }

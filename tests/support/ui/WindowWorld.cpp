@@ -45,7 +45,8 @@ WindowServices WindowWorld::services() {
             updater,
             preferences,
             scheduler,
-            [this] { ++quits; }};
+            [this] { ++quits; },
+            [this](PrivacyPane pane) { return pane != missingSettings; }};
 }
 
 void WindowWorld::saveKey() {

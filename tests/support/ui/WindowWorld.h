@@ -65,6 +65,7 @@ struct WindowWorld : VirtualTime, FakeDesktop {
                                [this]() -> SyncControl& { return sync; })};
     AXElement field = accessibility.makeText(editor, "Dear ");
     int quits = 0;
+    std::optional<PrivacyPane> missingSettings;  // that the desktop does not have
     std::unique_ptr<MainWindow> window;
 };
 

@@ -138,6 +138,13 @@ TEST_F(MainWindowTest, TheSyncSectionShowsProgressAndPendingChanges) {
     }
 }
 
+TEST_F(MainWindowTest, SettingsThatTheDesktopDoesNotHaveAreNotOffered) {
+    world.missingSettings = PrivacyPane::accessibility;
+    EXPECT_EQ(open(WindowPage::settings).count("[Manage]"), 1);
+    page().press("Manage Microphone");
+    EXPECT_EQ(world.permissions.openedPanes, std::vector{PrivacyPane::microphone});
+}
+
 TEST_F(MainWindowTest, TabFollowsTheReadingOrder) {
     world.saveKey();
     open(WindowPage::settings);

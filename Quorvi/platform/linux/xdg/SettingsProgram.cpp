@@ -103,6 +103,13 @@ std::string findProgram(const std::string& program, const std::string& searchPat
     return {};
 }
 
+bool hasSettingsProgram(PrivacyPane pane, const std::string& desktops,
+                        const std::string& searchPath) {
+    return std::ranges::any_of(settingsPrograms(pane, desktops), [&](const auto& command) {
+        return !findProgram(command[0], searchPath).empty();
+    });
+}
+
 bool startFirst(const std::vector<std::vector<std::string>>& programs,
                 const std::string& searchPath) {
     for (auto command : programs) {

@@ -16,6 +16,10 @@ std::vector<std::vector<std::string>> settingsPrograms(PrivacyPane pane,
 // `searchPath`. Empty if there is none. Blocks on the disk.
 std::string findProgram(const std::string& program, const std::string& searchPath);
 
+// Whether `searchPath` has one of the programs for a subject. Blocks on the disk.
+bool hasSettingsProgram(PrivacyPane pane, const std::string& desktops,
+                        const std::string& searchPath);
+
 // Starts the first of the programs that `searchPath` (in the notation of PATH) has, without a shell
 // and in a session of its own, so that it outlives this program. Returns false if there is none.
 // Blocks on the disk.
