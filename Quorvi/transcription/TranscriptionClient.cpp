@@ -1,20 +1,12 @@
 #include "Quorvi/transcription/TranscriptionClient.h"
 
-#include <rapidjson/encodedstream.h>
-#include <rapidjson/memorystream.h>
-#include <rapidjson/reader.h>
-
-#include <algorithm>
-#include <optional>
-#include <string_view>
 #include <utility>
 
 #include "QuorviCore/async/Async.h"
 #include "QuorviCore/base/Wipe.h"
-#include "QuorviCore/json/JsonReading.h"
-#include "QuorviCore/text/Marks.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/transcription/MultipartBody.h"
+#include "QuorviCore/transcription/TranscriptionAnswer.h"
 
 namespace quorvi {
 
@@ -22,52 +14,6 @@ namespace {
 
 // Far more than anybody says in three minutes.
 constexpr std::size_t longestAnswer = 256 << 10;
-
-// Takes the member "text" of the outermost object while parsing. Keeps no tree, so hostile nesting
-// costs no memory. The parse ends at the first token that makes the answer invalid.
-struct TranscriptReader : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TranscriptReader> {
-    std::optional<std::string> text;
-    std::size_t depth = 0;
-    bool isText = false;  // the next value is the outermost object's "text"
-
-    bool Default() { return depth > 0 && !isText; }
-    bool String(const char* s, rapidjson::SizeType length, bool) {
-        if (std::exchange(isText, false)) text = std::string(s, length);
-        return depth > 0;
-    }
-    bool Key(const char* s, rapidjson::SizeType length, bool) {
-        isText = depth == 1 && std::string_view(s, length) == "text";
-        return true;
-    }
-    bool StartObject() { return !isText && ++depth <= json::greatestDepth; }
-    bool EndObject(rapidjson::SizeType) { return depth-- > 0; }
-    bool StartArray() { return Default() && ++depth <= json::greatestDepth; }
-    bool EndArray(rapidjson::SizeType) { return depth-- > 0; }
-};
-
-// What is pasted, kept and shown is one and the same text: many programs cut a text at a NUL, and
-// refuse one with a lone surrogate, which the parser accepts. Marks without end would hold whoever
-// compares it.
-std::string repaired(std::string_view transcript) {
-    constexpr std::string_view replacement = "\xEF\xBF\xBD";
-    auto text = text::withoutExcessMarks(text::wellFormed(transcript));
-    for (auto at = text.find('\0'); at != text.npos; at = text.find('\0', at))
-        text.replace(at, 1, replacement);
-    return text;
-}
-
-std::optional<std::string> transcriptIn(const Bytes& body) {
-    // The parser would take a zero byte for the end of its input.
-    if (std::find(body.begin(), body.end(), 0) != body.end()) return std::nullopt;
-    rapidjson::MemoryStream bytes(reinterpret_cast<const char*>(body.data()), body.size());
-    rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> input(bytes);
-    constexpr unsigned flags =
-        rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
-    rapidjson::Reader reader;
-    TranscriptReader found;
-    if (!reader.Parse<flags>(input, found) || !found.text) return std::nullopt;
-    return repaired(*found.text);
-}
 
 Message failureSentence(int status) {
     if (status == 401) return say::apiKeyRejected();
@@ -84,7 +30,7 @@ std::string transcriptOf(const HttpResponse& response) {
         throw QuorviError::message(failureSentence(response.status));
     if (response.body.size() > longestAnswer)
         throw QuorviError::message(say::serviceAnswerTooLarge());
-    const auto transcript = transcriptIn(response.body);
+    const auto transcript = transcriptIn(textOf(response.body));
     if (!transcript) throw QuorviError::message(say::serviceUnreadable());
     const auto trimmed = text::trimmed(*transcript);
     if (trimmed.empty()) throw QuorviError::message(say::noSpeechRecognized());

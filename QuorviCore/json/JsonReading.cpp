@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "QuorviCore/base/Nesting.h"
 #include "QuorviCore/text/Text.h"
 
 namespace quorvi::json {
@@ -29,10 +30,10 @@ public:
         return number && document_.Double(*number);
     }
     bool String(const char* s, rapidjson::SizeType size, bool copy) {
-        return document_.String(s, size, copy);
+        return isFreeOfSurrogates({s, size}) && document_.String(s, size, copy);
     }
     bool Key(const char* s, rapidjson::SizeType size, bool copy) {
-        return document_.Key(s, size, copy);
+        return isFreeOfSurrogates({s, size}) && document_.Key(s, size, copy);
     }
     bool StartObject() { return ++depth_ <= greatestDepth && document_.StartObject(); }
     bool StartArray() { return ++depth_ <= greatestDepth && document_.StartArray(); }

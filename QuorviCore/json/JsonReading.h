@@ -5,7 +5,6 @@
 #endif
 #include <rapidjson/document.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -13,12 +12,8 @@
 // For .cpp files only: the parser is a detail of theirs.
 namespace quorvi::json {
 
-// No document that is read here may be nested deeper: reading, writing and destroying a value
-// recurses.
-inline constexpr std::size_t greatestDepth = 64;
-
-// Reads one JSON value and nothing else. Returns false if the text is malformed, its encoding
-// included, if it is nested deeper than `greatestDepth`, or if a number overflows.
+// Reads one JSON value and nothing else. Returns false if the text is malformed, its encoding and
+// lone surrogates included, if it is nested deeper than `greatestDepth`, or if a number overflows.
 bool parse(rapidjson::Document& document, std::string_view text);
 
 // Returns false if the string contains an encoded surrogate: the parser accepts a low surrogate

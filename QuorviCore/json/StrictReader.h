@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "QuorviCore/base/Nesting.h"
 #include "QuorviCore/json/JsonReading.h"
 #include "QuorviCore/text/Text.h"
 

@@ -46,10 +46,9 @@ struct PropertyList {
     // code point.
     Value value;
 
-    static constexpr int maximalDepth = 100;
-
     // Returns the canonical binary form: equal values have equal bytes. Malformed UTF-8 becomes
-    // U+FFFD. Throws std::length_error if values are nested deeper than maximalDepth.
+    // U+FFFD. Throws std::length_error if values are nested deeper than
+    // greatestDepth.
     std::string toBinary() const;
 
     // Returns nullopt unless the bytes are exactly one well-formed property list. Memory use is

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <utility>
 
+#include "QuorviCore/base/Nesting.h"
 #include "QuorviCore/propertylist/BinaryFormat.h"
 #include "QuorviCore/propertylist/PropertyList.h"
 
@@ -107,8 +108,8 @@ private:
         return bigEndian(take(at, 1U << (marker & 15)));
     }
 
-    PropertyList object(std::uint64_t index, int depth) {
-        require(index < count_ && depth <= PropertyList::maximalDepth);
+    PropertyList object(std::uint64_t index, std::size_t depth) {
+        require(index < count_ && depth <= greatestDepth);
         spend(costOfObject);
         const auto offset = bigEndian(offsets_.substr(index * offsetSize_, offsetSize_));
         require(offset >= magic.size() && offset < bytes_.size());
@@ -176,13 +177,13 @@ private:
 
     std::uint64_t reference(std::size_t& at) const { return bigEndian(take(at, referenceSize_)); }
 
-    PropertyList array(std::size_t at, std::uint64_t size, int depth) {
+    PropertyList array(std::size_t at, std::uint64_t size, std::size_t depth) {
         PropertyList::Array result;
         for (; size > 0; --size) result.push_back(object(reference(at), depth + 1));
         return {std::move(result)};
     }
 
-    PropertyList dictionary(std::size_t at, std::uint64_t size, int depth) {
+    PropertyList dictionary(std::size_t at, std::uint64_t size, std::size_t depth) {
         require(size <= bytes_.size() / referenceSize_);
         auto keys = at;
         take(at, size * referenceSize_);

@@ -1,6 +1,7 @@
 #include <bit>
 #include <stdexcept>
 
+#include "QuorviCore/base/Nesting.h"
 #include "QuorviCore/propertylist/BinaryFormat.h"
 #include "QuorviCore/propertylist/PropertyList.h"
 #include "QuorviCore/text/Utf8Bytes.h"
@@ -81,8 +82,8 @@ private:
         std::vector<std::uint64_t> references;
     };
 
-    std::uint64_t add(const PropertyList& value, int depth) {
-        if (depth > PropertyList::maximalDepth) throw std::length_error("values nested too deep");
+    std::uint64_t add(const PropertyList& value, std::size_t depth) {
+        if (depth > greatestDepth) throw std::length_error("values nested too deep");
         const auto index = objects_.size();
         objects_.push_back({.value = &value});
         std::vector<std::uint64_t> references;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "QuorviCore/Error.h"
+#include "QuorviCore/base/Nesting.h"
 #include "QuorviCore/text/Text.h"
 #include "QuorviCore/updates/Appcast.h"
 #include "QuorviCore/updates/Version.h"
@@ -14,7 +15,6 @@ namespace quorvi {
 
 namespace {
 
-constexpr int maximumDepth = 32;
 constexpr std::size_t maximumItems = 1000;
 constexpr XML_Char separator = ' ';  // between a namespace and a name; part of neither
 constexpr std::string_view dialect = "http://www.andymatuschak.org/xml-namespaces/sparkle ";
@@ -54,7 +54,7 @@ public:
 private:
     void begin(std::string_view name, const XML_Char** attributes) {
         if (refusal_) return;
-        if (++depth_ > maximumDepth) return refuse(say::feedTooDeep());
+        if (++depth_ > greatestDepth) return refuse(say::feedTooDeep());
         if (depth_ == 1 && name != "rss") return refuse(say::feedUnreadable());
         if (depth_ == 2) inChannel_ = name == "channel";
         if (depth_ == 3 && inChannel_ && name == "item") {
@@ -137,7 +137,7 @@ private:
         void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
     };
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> parser_;
-    int depth_ = 0;
+    std::size_t depth_ = 0;
     bool inChannel_ = false;
     bool isForUs_ = true;
     std::optional<AppcastItem> item_;

@@ -11,6 +11,7 @@ namespace quorvi {
 namespace {
 
 constexpr std::size_t maximumBytes = std::size_t{64} << 10;
+// Less than greatestDepth: each level is another indentation in a narrow window.
 constexpr std::size_t maximumDepth = 12;
 constexpr std::size_t maximumTag = 2048;  // bytes; keeps the work linear
 

@@ -5,6 +5,8 @@
 #include <random>
 #include <stdexcept>
 
+#include "QuorviCore/base/Nesting.h"
+
 namespace quorvi::test {
 namespace {
 
@@ -34,7 +36,7 @@ PropertyList::WideInteger wide(std::uint8_t high, std::uint8_t low) {
     return result;
 }
 
-PropertyList nested(int depth) {
+PropertyList nested(std::size_t depth) {
     PropertyList list{true};
     for (; depth > 0; --depth) list = PropertyList{Array{std::move(list)}};
     return list;
@@ -119,9 +121,9 @@ TEST(PropertyList, RefusesWhatWouldTakeAllMemoryOrTheStack) {
     };
     for (const auto& [what, bytes] : hostile) EXPECT_FALSE(PropertyList::fromBinary(bytes)) << what;
 
-    const auto deepest = nested(PropertyList::maximalDepth);
+    const auto deepest = nested(greatestDepth);
     EXPECT_TRUE(PropertyList::fromBinary(deepest.toBinary()) == deepest);
-    EXPECT_THROW(nested(PropertyList::maximalDepth + 1).toBinary(), std::length_error);
+    EXPECT_THROW(nested(greatestDepth + 1).toBinary(), std::length_error);
 }
 
 TEST(PropertyList, SurvivesEveryCutAndManyDamages) {
