@@ -2,7 +2,6 @@
 // with a simple implementation as the reference.
 
 #include <malloc.h>
-#include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 #include <sys/wait.h>
@@ -20,6 +19,7 @@
 #include "Quorvi/system/MemoryPreferences.h"
 #include "QuorviCore/history/HistoryIndex.h"
 #include "QuorviCore/history/HistorySummaries.h"
+#include "QuorviCore/json/JsonReading.h"
 #include "QuorviCore/text/Folding.h"
 #include "bench/Figure.h"
 #include "tests/fakes/FakePasteboard.h"
@@ -69,8 +69,7 @@ std::string textOf(const rapidjson::Value& object, const char* key) {
 std::vector<PlainRecord> loadPlainly(FileStore& files, const std::filesystem::path& path) {
     const auto content = files.read(path);
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseFullPrecisionFlag | rapidjson::kParseValidateEncodingFlag>(
-        content->data(), content->size());
+    json::parse(document, *content);
     std::vector<PlainRecord> records;
     for (const auto& object : document["records"].GetArray()) {
         PlainRecord record{};

@@ -1,7 +1,6 @@
 // The synchronisation's ledger and archive with 200,000 values: a tick without changes, capturing
 // and storing a dictation, merging remote versions, and opening, each with a simple reference.
 
-#include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 #include <time.h>
@@ -16,6 +15,7 @@
 #include "Quorvi/sync/SyncArchive.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
+#include "QuorviCore/json/JsonReading.h"
 #include "bench/Figure.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/Waiting.h"
@@ -257,8 +257,7 @@ double costOfADictation(Archived& archived, LocalSnapshot captured) {
 void openPlainly(Archived& archived) {
     const auto content = archived.files().read(archived.path());
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseFullPrecisionFlag | rapidjson::kParseValidateEncodingFlag>(
-        content->data(), content->size());
+    json::parse(document, *content);
     test::LiteralLedger ledger;
     std::map<std::string, std::string> records;
     for (const auto& [id, value] : document["ledger"]["items"].GetObject()) {
