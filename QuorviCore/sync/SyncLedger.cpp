@@ -103,14 +103,21 @@ bool SyncLedger::captureOne(const LocalChange& change, bool seed, std::int64_t m
         setBaseline(change.id, change.payload);
         return false;
     }
+    auto device = device_;
     std::int64_t revision = 1;
     if (!seed) {
-        // The clock stops at the end of its range, where only a hostile device can set it.
-        constexpr auto last = std::numeric_limits<std::int64_t>::max();
-        revision = std::max(clock_ == last ? last : clock_ + 1, milliseconds);
-        clock_ = revision;
+        // Others refuse later ones. Only a hostile device, or a wrong date, leads there; then the
+        // device decides, and this one's change counts.
+        constexpr auto last = SyncItem::latestRevision;
+        revision = std::min(last, std::max(std::min(clock_, last) + 1, milliseconds));
+        clock_ = std::max(clock_, revision);
+        if (revision == last && held != items_.end() && held->second.revision >= last) {
+            revision = held->second.revision;
+            if (held->second.device >= device)
+                device = SharedString(held->second.device.string() + device_.string());
+        }
     }
-    SyncItem built(change.id, change.payload, revision, device_, change.redacted);
+    SyncItem built(change.id, change.payload, revision, std::move(device), change.redacted);
     if (held != items_.end()) {
         built.id = held->second.id;
         held->second = held->second.merging(built);

@@ -122,11 +122,18 @@ TEST(SyncLedger, TheClockNeverGoesDownAndDoesNotOverflow) {
     ledger.merge(tombstone(200));
     ledger.merge(live("loses", 300));
     EXPECT_EQ(ledger.clock(), 300);
-    constexpr auto last = std::numeric_limits<std::int64_t>::max();
-    ledger.merge(live("x", last));
-    ledger.capture(SyncLedger::Payloads{{"setting:x", "2"}}, false, {1e300});
-    EXPECT_EQ(ledger.clock(), last);
-    EXPECT_EQ(ledger.item("setting:x")->payload, "2");
+    // At the end of what others accept, the own change counts, here and there.
+    const auto known = live("1", SyncItem::latestRevision, "ZZ", false, "setting:x");
+    ledger.merge(known);
+    ledger.capture(SyncLedger::Payloads{{"setting:x", "2"}, {"setting:y", "1"}}, false, {1e300});
+    EXPECT_EQ(ledger.clock(), SyncItem::latestRevision);
+    const auto own = *ledger.item("setting:x");
+    EXPECT_EQ(own.payload, "2");
+    EXPECT_EQ(known.merging(own), own);
+    EXPECT_EQ(own.revision, SyncItem::latestRevision);
+    EXPECT_EQ(ledger.item("setting:y")->revision, SyncItem::latestRevision);
+    ledger.merge(live("x", std::numeric_limits<std::int64_t>::max()));
+    EXPECT_EQ(ledger.clock(), std::numeric_limits<std::int64_t>::max());
 }
 
 // Random local edits, versions from elsewhere and new baselines, compared with the literal ledger.
