@@ -449,6 +449,10 @@ TEST(FolderCloud, GoesOnWhateverOthersWriteIntoTheFolder) {
     getrusage(RUSAGE_SELF, &usage);
     EXPECT_LT(usage.ru_maxrss, 500'000) << "for a file with a hole";
 
+    for (int i = 0; i < 1000; ++i) fs::create_directory(folder / newUuid());
+    EXPECT_EQ(codeOf([&] { one.fetch(); }), cloudErrorCode::limitExceeded);
+    shell("cd " + folder.string() + " && rmdir * 2>&1");
+
     // Nothing is written through a link.
     fs::rename(own, home.path() / "away");
     fs::create_directory_symlink(home.path() / "away", own);

@@ -454,9 +454,9 @@ void FolderCloud::compact() {
     for (const auto& range : ranges) rewrite(range);
     std::vector<std::uint32_t> gone;
     for (const auto& [segment, old] : before)
-        if (std::ranges::any_of(ranges, [&](const FolderRange& range) {
-                return old.start >= range.start && old.start <= range.last + 1 &&
-                       old.last <= range.last;
+        if (std::ranges::any_of(ranges, [&own = old](const FolderRange& range) {
+                return own.start >= range.start && own.start <= range.last + 1 &&
+                       own.last <= range.last;
             }))
             gone.push_back(segment);
     if (!gone.empty()) opened.writer->remove(gone);

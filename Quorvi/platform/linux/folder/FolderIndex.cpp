@@ -13,13 +13,13 @@ std::uint32_t FolderIndex::machineNumber(const Uuid& id) {
     return known->second;
 }
 
-std::uint32_t FolderIndex::zoneNumber(std::string_view name, std::uint32_t maker) {
+std::uint32_t FolderIndex::zoneNumber(std::string_view name, std::uint32_t machine) {
     const auto found = zoneNumbers_.find(name);
     if (found != zoneNumbers_.end()) return found->second;
     const auto number = static_cast<std::uint32_t>(zones_.size());
     auto& zone = zones_.emplace_back();
     zone.name = name;
-    zone.maker = maker;
+    ++machines_[machine].names;
     zoneNumbers_.emplace(name, number);
     return number;
 }
@@ -29,10 +29,11 @@ bool FolderIndex::isCredible(std::uint32_t machine, const Entry& entry) const {
     const auto* known = found == zoneNumbers_.end() ? nullptr : &zones_[found->second];
     std::uint64_t last = generationsAhead;
     if (known) last += std::max(known->generation, known->deletedThrough);
-    const auto maker = known ? known->maker : machine;
+    const auto& writer = machines_[machine];
     const bool isThere = known && known->exists();
     const bool isMade = entry.kind != Entry::Kind::zoneDeleted && !isThere;
-    return entry.generation <= last && (!isMade || machines_[maker].zones < zonesPerMachine);
+    return entry.generation <= last && (known || writer.names < namesPerMachine) &&
+           (!isMade || writer.zones < zonesPerMachine);
 }
 
 const FolderIndex::Zone* FolderIndex::zone(std::string_view name) const {
@@ -48,10 +49,13 @@ std::uint32_t FolderIndex::nextGeneration(std::string_view name) const {
     return std::max(known.generation, known.deletedThrough) + 1;
 }
 
-void FolderIndex::startGeneration(Zone& zone, std::uint32_t generation) {
+void FolderIndex::startGeneration(Zone& zone, const Entry& entry, std::uint32_t machine) {
     const bool existed = zone.exists();
-    zone.generation = generation;
-    if (!existed && zone.exists()) ++machines_[zone.maker].zones;
+    zone.generation = entry.generation;
+    if (!existed && zone.exists()) {
+        zone.maker = machine;
+        ++machines_[machine].zones;
+    }
     zone.records.clear();
     loseAll();
 }
@@ -103,7 +107,7 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
     auto& zone = zones_[item.zone];
     switch (entry.kind) {
         case Entry::Kind::zoneMade:
-            if (entry.generation > zone.generation) startGeneration(zone, entry.generation);
+            if (entry.generation > zone.generation) startGeneration(zone, entry, place.machine);
             zone.changed[place.machine] = entry.number;
             writer.items.push_back(item);
             break;
@@ -117,7 +121,7 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
             break;
         case Entry::Kind::record: {
             // The entry that made the zone may be in a log that has not arrived.
-            if (entry.generation > zone.generation) startGeneration(zone, entry.generation);
+            if (entry.generation > zone.generation) startGeneration(zone, entry, place.machine);
             item.isRecord = true;
             if (entry.parent) {
                 item.parentMachine = machineNumber(entry.parent->machine);

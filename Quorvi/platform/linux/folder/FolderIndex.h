@@ -30,7 +30,8 @@ public:
     using Entry = folderlog::Entry;
     static constexpr std::uint32_t nobody = UINT32_MAX;
     // What one machine's log may do to the others is limited: entries beyond it are ignored.
-    static constexpr std::uint32_t zonesPerMachine = 100;
+    static constexpr std::uint32_t zonesPerMachine = 100;   // that exist at a time
+    static constexpr std::uint32_t namesPerMachine = 1000;  // of zones, ever
     static constexpr std::uint32_t generationsAhead = 1000;
     static constexpr std::uint64_t lastClock = std::uint64_t{1} << 62;
 
@@ -64,13 +65,14 @@ public:
     struct Machine {
         Uuid id;
         std::uint64_t covered = 0;  // all entries up to this number are known
-        std::uint32_t zones = 0;    // that exist and were first named here
+        std::uint32_t zones = 0;    // that exist and were made here
+        std::uint32_t names = 0;    // of zones that were first named here
         std::uint64_t losses = 0;   // how often an entry of it has ceased to be needed
         std::vector<Item> items;    // in ascending order of number
     };
     struct Zone {
         std::string name;
-        std::uint32_t maker = nobody;  // who named it first
+        std::uint32_t maker = nobody;  // who made the present one
         std::uint32_t generation = 0;
         std::uint32_t deletedThrough = 0;
         std::unordered_map<std::string, Record> records;
@@ -113,9 +115,9 @@ public:
 
 private:
     bool isCredible(std::uint32_t machine, const Entry& entry) const;
-    std::uint32_t zoneNumber(std::string_view name, std::uint32_t maker);
+    std::uint32_t zoneNumber(std::string_view name, std::uint32_t machine);
     void link(std::uint32_t machine, std::uint32_t item, Record& record);
-    void startGeneration(Zone& zone, std::uint32_t generation);
+    void startGeneration(Zone& zone, const Entry& entry, std::uint32_t machine);
     void lose(std::uint32_t machine, Item& item, Item::State state);
     void loseAll();
 

@@ -101,11 +101,15 @@ std::map<std::uint32_t, FolderRange> FolderSegments::rangesOf(std::uint32_t mach
 void FolderSegments::readAll(std::optional<Uuid> except) {
     std::vector<Uuid> machines;
     const auto visit = [&](const char* name) {
-        if (!isUuid(name)) return;
-        const auto id = Uuid::parse(name);
-        if (id && id != except) machines.push_back(*id);
+        if (machines.size() > mostMachines || !isUuid(name)) return;
+        if (const auto id = Uuid::parse(name)) machines.push_back(*id);
     };
     if (!forEachName(folder_, 0, visit)) failFolder("read", folder_);
+    if (machines.size() > mostMachines)
+        throw CloudError(cloudErrorCode::limitExceeded,
+                         "The folder " + folder_.string() + " holds the files of more than " +
+                             std::to_string(mostMachines) + " computers.");
+    if (except) std::erase(machines, *except);
     for (const auto& id : machines) readMachine(id);
 }
 

@@ -14,6 +14,8 @@
 namespace quorvi {
 
 inline constexpr std::uint32_t largestSegmentNumber = 99'999'999;
+// Far more than a user has. A part of them would be another state of the data.
+inline constexpr std::size_t mostMachines = 1000;
 
 // Convert between the number of a segment and its file name. folderSegmentNumber() returns nullopt
 // for other names, such as drafts and conflict copies of file synchronisers.
@@ -34,7 +36,7 @@ public:
     FolderSegments(std::filesystem::path folder, FolderIndex& index);
 
     // Reads all machines except `except`, whose log this program writes. Throws CloudError if the
-    // folder cannot be read.
+    // folder cannot be read, or has more than `mostMachines`.
     void readAll(std::optional<Uuid> except);
     void readMachine(const Uuid& id);
 
