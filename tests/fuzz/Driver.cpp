@@ -1,7 +1,7 @@
-// Runs a fuzz target on every file of a corpus and on inputs derived from them, the same at every
-// run. For tests without a fuzzing engine.
+// Runs a parser's target on every file of a corpus and on inputs derived from them, the same at
+// every run. For tests without a fuzzing engine.
 //
-//   TARGET CORPUS [COUNT [SEED]]
+//   parser_fuzz PARSER CORPUS [COUNT [SEED]]
 
 #include <algorithm>
 #include <cstdint>
@@ -14,6 +14,7 @@
 
 #include "tests/support/TestFolder.h"
 
+extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
@@ -57,6 +58,7 @@ void mutate(std::string& input, const std::vector<std::string>& corpus, std::mt1
 }  // namespace
 
 int main(int argc, char** argv) {
+    LLVMFuzzerInitialize(&argc, &argv);
     if (argc < 2) return 2;
     const int count = argc > 2 ? std::atoi(argv[2]) : 20'000;
     std::mt19937 random(argc > 3 ? static_cast<unsigned>(std::atoi(argv[3])) : 1);
