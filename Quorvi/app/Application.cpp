@@ -33,6 +33,7 @@
 #include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/translations/ShownShortcut.h"
 #include "Quorvi/ui/translations/Translations.h"
+#include "QuorviCore/transcription/ServiceAddress.h"
 
 namespace quorvi {
 
@@ -50,7 +51,9 @@ class Application {
 public:
     Application(QApplication& qt, const CommandLine& options, std::string apiKey)
         : qt_(qt),
-          desktop_(scheduler_, helperProgram("quorvi-clipboard-keeper")),
+          desktop_(scheduler_, helperProgram("quorvi-clipboard-keeper"),
+                   programBeside("quorvi-speech-service")),
+          isKeyGiven_(!apiKey.empty()),
           printStages_(options.printStages) {
         preferenceChanges_ = preferences_.onChange([this] { reportPreferences(); });
         reportPreferences();
@@ -105,8 +108,8 @@ private:
                                          .checkForUpdates = [this] { updates_.updater().check(); },
                                          .quit = quit});
         window_ = std::make_unique<AppWindow>(AppWindow::Parts{
-            *model_, corrections_, history_, sync_->accountSync(), *keyStore_, updates_.updater(),
-            preferences_, scheduler_, desktop_.calendar(), quit,
+            *model_, corrections_, history_, sync_->accountSync(), model_->speechService().keys(),
+            updates_.updater(), preferences_, scheduler_, desktop_.calendar(), quit,
             [this](PrivacyPane pane) { return desktop_.hasSettingsFor(pane); }});
         bus_ = std::make_unique<BusService>(*model_, BusService::Actions{open, quit});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
@@ -122,7 +125,6 @@ private:
             setRightAltIsAltGr(desktop_.rightAltIsAltGr());
             model_->refreshPermissions();
         });
-        keyChanges_ = keyStore_->onChange([this] { model_->refreshPermissions(); });
         quitSignals_ = std::make_unique<QuitSignals>([this] { quit(); });
     }
 
@@ -139,8 +141,9 @@ private:
         auto environment =
             desktop_.environment(localKeys_, preferences_, *keyStore_, history_, corrections_);
         environment.accountSync = [this]() -> SyncControl& { return sync_->accountSync(); };
-        environment.service =
-            serviceAddress(configured ? configured : settings_.get(setting::service));
+        if (configured && *configured) environment.service = serviceAddress(configured);
+        // A key from the environment is for whichever service is used.
+        if (!isKeyGiven_) environment.otherKeys = desktop_.otherKeys(preferences_);
         return environment;
     }
 
@@ -222,6 +225,7 @@ private:
     std::unique_ptr<BusService> bus_;
     Timer trayTimer_;
     std::unique_ptr<QuitSignals> quitSignals_;
+    bool isKeyGiven_;
     bool printStages_;
     bool quitting_ = false;
     std::string printed_;
@@ -230,7 +234,6 @@ private:
     Subscription changes_;
     Subscription permissions_;
     Subscription surroundings_;
-    Subscription keyChanges_;
     TaskScope tasks_{scheduler_};
 };
 

@@ -26,7 +26,9 @@ AppModel::AppModel(Environment environment)
                 environment_.accessibility, environment_.workspace, environment_.corrections,
                 hotkey_),
       status_(environment_.scheduler),
-      key_(environment_.keyStore),
+      service_({settings_, environment_.scheduler, environment_.transport, environment_.keyStore,
+                environment_.otherKeys, environment_.offlineProgram, environment_.service}),
+      key_(service_.keys()),
       permissions_({environment_.scheduler, environment_.permissions, environment_.accessibility,
                     environment_.workspace, hotkey_, key_, status_}),
       session_(sessionEnvironment()),
@@ -39,6 +41,7 @@ AppModel::AppModel(Environment environment)
     settingsObserver_ = settings_.onChange(chosenSettings(), [this] { followSettings(); });
     connectParts();
     session_.removeStaleRecordings();
+    keyObserver_ = service_.keys().onChange([this] { permissions_.refresh(); });
     permissions_.start();
     sleepObserver_ = environment_.workspace.onWillSleep([this] { cancel(); });
     lockObserver_ = environment_.workspace.onScreenLock([this] {
@@ -53,9 +56,7 @@ DictationSession::Environment AppModel::sessionEnvironment() {
             .audioInput = e.audioInput,
             .recordings = e.recordings,
             .soundOutput = e.soundOutput,
-            .transport = e.transport,
-            .service = e.service,
-            .keyStore = e.keyStore,
+            .service = service_,
             .history = e.history,
             .corrections = e.corrections,
             .hotkey = hotkey_,
@@ -63,16 +64,16 @@ DictationSession::Environment AppModel::sessionEnvironment() {
             .learning = learning_,
             .permissions = permissions_,
             .status = status_,
-            .options =
-                [this] {
-                    return TranscriptionOptions{DictationLanguage::automatic, transcriptionModel(),
-                                                vocabulary()};
-                },
+            .options = [this] { return options(); },
             .soundStyle =
                 [this](RecordingCue cue) {
                     return settings_.get(setting::soundCuesEnabled) ? soundStyle(cue)
                                                                     : RecordingSoundStyle::silent;
                 }};
+}
+
+TranscriptionOptions AppModel::options() const {
+    return {DictationLanguage::automatic, transcriptionModel(), vocabulary()};
 }
 
 AppModel::~AppModel() {
@@ -177,6 +178,7 @@ void AppModel::shutdown() {
     cancel();
     endShortcutCapture();
     hotkey_.stop();
+    service_.close();
     environment_.history.flush();
     sleepObserver_ = {};
     lockObserver_ = {};

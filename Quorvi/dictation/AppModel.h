@@ -44,7 +44,9 @@ public:
         HistoryStore& history;
         CorrectionStore& corrections;
         std::function<SyncControl&()> accountSync;  // created on first use
-        std::string service;                        // see serviceAddress()
+        std::string service;  // a fixed address, see SpeechServiceChoice; or empty
+        ServiceKeyStore::Factory otherKeys = {};   // see ServiceKeyStore; or empty
+        ServiceProgram* offlineProgram = nullptr;  // the recogniser, if this machine may have one
     };
 
     explicit AppModel(Environment environment);
@@ -149,6 +151,12 @@ public:
     // Stops everything before the program quits. Tasks that give the clipboard back or learn from
     // the last edit have ended once isIdle() returns true.
     void shutdown();
+    // The speech service. Its own changes are told to observers of the model, too.
+    SpeechService& speechService() { return service_; }
+    const SpeechService& speechService() const { return service_; }
+    // Tries it out; see SpeechService::test().
+    Task<void> testSpeechService(std::stop_token stop) { return service_.test(options(), stop); }
+
     bool isIdle() const {
         return session_.isIdle() && insertionTest_.isIdle() && learning_.isIdle();
     }
@@ -165,6 +173,7 @@ private:
     }
     void followSettings();
     DictationSession::Environment sessionEnvironment();
+    TranscriptionOptions options() const;
     void connectParts();
     void shortcutTransition(bool down);
     void correctionLearned(const TextCorrection& rule);
@@ -186,12 +195,14 @@ private:
     TextInsertion insertion_;
     PasteLearning learning_;
     DictationStatus status_;
+    SpeechService service_;
     ApiKey key_;
     Permissions permissions_;
     DictationSession session_;
     InsertionTest insertionTest_;
     ShortcutCapture shortcutCapture_;
     Subscription settingsObserver_;
+    Subscription keyObserver_;
     Subscription sleepObserver_;
     Subscription lockObserver_;
 };

@@ -26,7 +26,6 @@ DictationSession::DictationSession(Environment environment)
       recorder_(environment_.audioInput, environment_.recordings, environment_.disk,
                 environment_.scheduler),
       sounds_(environment_.soundOutput),
-      client_(environment_.transport, environment_.service),
       tasks_(environment_.scheduler) {
     followRecorder();
 }
@@ -74,7 +73,7 @@ void DictationSession::start() {
         fail(say::finishSetup());
         return;
     }
-    if (environment_.keyStore.isLocked()) {
+    if (environment_.service.keys().isLocked()) {
         fail(say::keyringLocked());
         startTask_ = tasks_.start([this, id = supersede()](std::stop_token stop) {
             return unlockKeyring(id, std::move(stop));
@@ -94,7 +93,7 @@ void DictationSession::start() {
 Task<void> DictationSession::unlockKeyring(Id id, std::stop_token stop) {
     std::optional<Message> problem;
     try {
-        auto asking = environment_.keyStore.unlock(stop);
+        auto asking = environment_.service.keys().unlock(stop);
         co_await asking;
     } catch (const std::exception& error) {
         problem = messageOf(error);
@@ -132,6 +131,7 @@ Task<void> DictationSession::begin(Id id, std::stop_token stop) {
 void DictationSession::recordingBegan(InsertionTarget target) {
     auto& status = environment_.status;
     isStarting_ = false;
+    environment_.service.startProgram();
     target_ = std::move(target);
     if (!endsAtBeginning_) isHeardEarly_ = hearsEarly();
     audibleTicks_ = isHeardEarly_ ? leastAudibleTicks : 0;
@@ -168,7 +168,8 @@ void DictationSession::meterTick() {
     level_ = std::clamp((static_cast<double>(power) + 55) / 50, 0.0, 1.0);
     if (meterFrom_ <= elapsed_ && power > speechThreshold) ++audibleTicks_;
     // Whoever cancels before anything was said has contacted nobody.
-    if (hasSpeech(elapsed_) && !std::exchange(hasOpenedConnection_, true)) client_.openConnection();
+    if (hasSpeech(elapsed_) && !std::exchange(hasOpenedConnection_, true))
+        environment_.service.openConnection();
     if (onChange) onChange();
 }
 
@@ -209,10 +210,12 @@ void DictationSession::finish() {
     }
     level_ = 0;
     environment_.status.enter(DictationStage::transcribing, say::convertingSpeech());
+    auto options = environment_.options();
     Dictation dictation{.id = id_,
                         .target = *target_,
-                        .options = environment_.options(),
+                        .options = options,
                         .rules = environment_.corrections.rules(),
+                        .price = environment_.service.price(options.model),
                         .duration = duration};
     uploadTask_ = tasks_.start(
         [this, &dictation](std::stop_token stop) { return process(std::move(dictation), stop); });
@@ -224,7 +227,8 @@ Task<void> DictationSession::process(Dictation dictation, std::stop_token stop) 
     std::string transcript;
     std::optional<Message> problem;
     try {
-        auto transcribing = transcribe(dictation, stop);
+        auto transcribing =
+            environment_.service.transcribe(recorder_.finish(stop), dictation.options, stop);
         transcript = co_await transcribing;
     } catch (const std::exception& error) {
         problem = messageOf(error);
@@ -241,20 +245,6 @@ Task<void> DictationSession::process(Dictation dictation, std::stop_token stop) 
     co_await inserting;
 }
 
-Task<std::string> DictationSession::transcribe(Dictation dictation, std::stop_token stop) {
-    auto closing = recorder_.finish(stop);
-    auto readingKey = environment_.keyStore.read(stop);
-    closing.start();
-    readingKey.start();
-    // First, so that the key is overwritten also when the recording can't be used.
-    auto read = co_await readingKey;
-    const Secret apiKey(std::move(read));
-    auto audio = co_await closing;
-    auto asking =
-        client_.transcribe(std::move(audio), std::string(apiKey.view()), dictation.options, stop);
-    co_return co_await asking;
-}
-
 DictationSession::Recognition DictationSession::correct(const Dictation& dictation,
                                                         const std::string& transcript) {
     auto corrected = dictation.rules.applying(transcript);
@@ -264,7 +254,7 @@ DictationSession::Recognition DictationSession::correct(const Dictation& dictati
     try {
         environment_.history.record(corrected.text, dictation.duration, dictation.target.appName,
                                     std::string(rawValue(dictation.options.language)),
-                                    dictation.options.model, environment_.scheduler.date());
+                                    dictation.price, environment_.scheduler.date());
     } catch (const std::exception&) {
     }
     environment_.status.enter(DictationStage::inserting,

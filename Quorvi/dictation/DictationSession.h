@@ -12,7 +12,7 @@
 #include "Quorvi/dictation/Permissions.h"
 #include "Quorvi/dictation/RecordingSounds.h"
 #include "Quorvi/history/HistoryStore.h"
-#include "Quorvi/transcription/TranscriptionClient.h"
+#include "Quorvi/transcription/SpeechService.h"
 #include "QuorviCore/async/TaskScope.h"
 
 namespace quorvi {
@@ -34,9 +34,7 @@ public:
         AudioInput& audioInput;
         RecordingFiles& recordings;
         SoundOutput& soundOutput;
-        HttpTransport& transport;
-        std::string service;  // see serviceAddress()
-        KeyStore& keyStore;
+        SpeechService& service;
         HistoryStore& history;
         CorrectionStore& corrections;
         GlobalHotkey& hotkey;
@@ -101,6 +99,7 @@ private:
         InsertionTarget target;
         TranscriptionOptions options;
         TextCorrections rules;
+        DictationCostEstimate price;
         double duration = 0;  // seconds
     };
     struct Recognition {
@@ -119,7 +118,6 @@ private:
     // Whether a recording of this length would be sent.
     bool hasSpeech(double seconds) const;
     Task<void> process(Dictation dictation, std::stop_token stop);
-    Task<std::string> transcribe(Dictation dictation, std::stop_token stop);
     Recognition correct(const Dictation& dictation, const std::string& transcript);
     Task<void> insert(Dictation dictation, Recognition recognition,
                       TranscriptClipboard::Copy clipboard, std::stop_token stop);
@@ -134,7 +132,6 @@ private:
     Environment environment_;
     AudioRecorder recorder_;
     RecordingSounds sounds_;
-    TranscriptionClient client_;
 
     Id id_ = 0;  // changes with every start and cancellation
     bool isStarting_ = false;

@@ -118,9 +118,9 @@ void HistoryStore::apply(Change change) {
 }
 
 void HistoryStore::record(const std::string& text, double duration, const std::string& appName,
-                          const std::string& language, TranscriptionModel model, Date date) {
+                          const std::string& language, DictationCostEstimate price, Date date) {
     auto record = DictationRecord::make(Uuid::random(), date, text, duration, appName, language,
-                                        keepTranscripts(), DictationCostEstimate::of(model));
+                                        keepTranscripts(), std::move(price));
     if (record.wordCount == 0) return;
     if (isLoading()) changesWhileLoading_.emplace_back(record);
     setRecords(retained(records_.prepending(std::move(record)), date));

@@ -73,7 +73,11 @@ public:
     // `text` is the final inserted text, `duration` the length of the recording in seconds,
     // `language` the raw value of the DictationLanguage. Texts without words are not recorded.
     void record(const std::string& text, double duration, const std::string& appName,
-                const std::string& language, TranscriptionModel model, Date date);
+                const std::string& language, DictationCostEstimate price, Date date);
+    void record(const std::string& text, double duration, const std::string& appName,
+                const std::string& language, TranscriptionModel model, Date date) {
+        record(text, duration, appName, language, DictationCostEstimate::of(model), date);
+    }
     void remove(const Uuid& id);
     void clear();
     // Removes texts that are older than the retention allows.

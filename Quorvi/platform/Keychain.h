@@ -28,7 +28,8 @@ enum class KeychainStatus : std::int32_t {
 // Whether an item may travel to the user's other machines.
 enum class KeychainAccessibility { whenUnlocked, whenUnlockedThisDeviceOnly };
 
-// The name of an item: the ordinary one, or its synchronised copy.
+// The name of an item: the ordinary one, or its synchronised copy. Without an account, remove()
+// takes all items of the service.
 struct KeychainQuery {
     std::string service;
     std::string account;

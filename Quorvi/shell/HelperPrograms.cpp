@@ -13,4 +13,8 @@ std::string helperProgram(const std::string& name) {
     return (folder / QUORVI_HELPERS / name).lexically_normal();
 }
 
+std::string programBeside(const std::string& name) {
+    return QCoreApplication::applicationDirPath().toStdString() + "/" + name;
+}
+
 }  // namespace quorvi

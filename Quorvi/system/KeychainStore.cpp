@@ -26,7 +26,10 @@ bool isGone(Status status) {
 // The operations on the two items, on the executor.
 class Items {
 public:
-    Items(Keychain& keychain, std::stop_token stop) : keychain_(keychain), stop_(std::move(stop)) {}
+    Items(Keychain& keychain, const KeychainQuery& name, std::stop_token stop)
+        : keychain_(keychain), stop_(std::move(stop)), local(name), synchronized(name) {
+        synchronized.synchronizable = true;
+    }
 
     // success, itemNotFound, or interactionNotAllowed: locked.
     Status presence() const {
@@ -126,12 +129,19 @@ private:
 
     Keychain& keychain_;
     std::stop_token stop_;
-    const std::string service_ = std::string(bundleIdentifier) + ".openai";
-    const KeychainQuery local{service_, "api-key", false};
-    const KeychainQuery synchronized{service_, "api-key", true};
+    KeychainQuery local;
+    KeychainQuery synchronized;
 };
 
 }  // namespace
+
+KeychainQuery mainKeyQuery() {
+    return {std::string(bundleIdentifier) + ".openai", "api-key"};
+}
+
+KeychainQuery otherKeyQuery(std::string address) {
+    return {std::string(bundleIdentifier) + ".speech-service", std::move(address)};
+}
 
 // Serialises the operations that change something, each from reading the preference to changing
 // it.
@@ -147,8 +157,9 @@ struct KeychainStore::Turn {
 };
 
 KeychainStore::KeychainStore(Keychain& keychain, Preferences& preferences, Executor& executor,
-                             Scheduler& scheduler)
-    : keychain_(keychain),
+                             Scheduler& scheduler, std::string otherService)
+    : name_(otherService.empty() ? mainKeyQuery() : otherKeyQuery(std::move(otherService))),
+      keychain_(keychain),
       preferences_(preferences),
       executor_(executor),
       scheduler_(scheduler),
@@ -164,7 +175,7 @@ KeychainStore::~KeychainStore() {
 }
 
 bool KeychainStore::syncIsChosen() const {
-    return Settings(preferences_).get(setting::syncAPIKey);
+    return name_ == mainKeyQuery() && Settings(preferences_).get(setting::syncAPIKey);
 }
 
 void KeychainStore::setPresence(KeychainStatus presence) {
@@ -172,10 +183,10 @@ void KeychainStore::setPresence(KeychainStatus presence) {
 }
 
 Task<bool> KeychainStore::refresh() {
-    auto looking =
-        inBackground(executor_, scheduler_, [&keychain = keychain_, stop = ending_.get_token()] {
-            return Items(keychain, stop).presence();
-        });
+    auto looking = inBackground(executor_, scheduler_,
+                                [&keychain = keychain_, name = name_, stop = ending_.get_token()] {
+                                    return Items(keychain, name, stop).presence();
+                                });
     const auto presence = co_await looking;
     setPresence(presence);
     co_return hasKey();
@@ -183,7 +194,8 @@ Task<bool> KeychainStore::refresh() {
 
 Task<void> KeychainStore::unlock(std::stop_token stop) {
     auto asking = inBackground(
-        executor_, scheduler_, [&keychain = keychain_, stop] { Items(keychain, stop).unlock(); },
+        executor_, scheduler_,
+        [&keychain = keychain_, name = name_, stop] { Items(keychain, name, stop).unlock(); },
         stop);
     co_await asking;
     auto looking = refresh();
@@ -213,8 +225,8 @@ Task<std::string> KeychainStore::read(std::stop_token stop) {
     const std::stop_callback onEnding(ending_.get_token(), end);
     auto looking = inBackground(
         executor_, scheduler_,
-        [&keychain = keychain_, token = reading.get_token()] {
-            return Items(keychain, token).read();
+        [&keychain = keychain_, name = name_, token = reading.get_token()] {
+            return Items(keychain, name, token).read();
         },
         stop);
     const auto item = co_await looking;
@@ -227,10 +239,10 @@ Task<void> KeychainStore::save(std::string key) {
     const auto secret = std::make_shared<const Secret>(validated(std::move(key)));
     Turn turn(lastTurn_, scheduler_);
     co_await turn.before;
-    auto saving =
-        inBackground(executor_, scheduler_,
-                     [&keychain = keychain_, stop = ending_.get_token(), secret,
-                      chosen = syncIsChosen()] { Items(keychain, stop).save(*secret, chosen); });
+    auto saving = inBackground(
+        executor_, scheduler_,
+        [&keychain = keychain_, name = name_, stop = ending_.get_token(), secret,
+         chosen = syncIsChosen()] { Items(keychain, name, stop).save(*secret, chosen); });
     co_await saving;
     setPresence(Status::success);
 }
@@ -238,9 +250,10 @@ Task<void> KeychainStore::save(std::string key) {
 Task<void> KeychainStore::remove() {
     Turn turn(lastTurn_, scheduler_);
     co_await turn.before;
-    auto removing = inBackground(
-        executor_, scheduler_,
-        [&keychain = keychain_, stop = ending_.get_token()] { Items(keychain, stop).remove(); });
+    auto removing = inBackground(executor_, scheduler_,
+                                 [&keychain = keychain_, name = name_, stop = ending_.get_token()] {
+                                     Items(keychain, name, stop).remove();
+                                 });
     co_await removing;
     setPresence(Status::itemNotFound);
 }
@@ -248,11 +261,11 @@ Task<void> KeychainStore::remove() {
 Task<bool> KeychainStore::syncEnabled() {
     Turn turn(lastTurn_, scheduler_);
     co_await turn.before;
-    auto looking =
-        inBackground(executor_, scheduler_,
-                     [&keychain = keychain_, stop = ending_.get_token(), chosen = syncIsChosen()] {
-                         return Items(keychain, stop).syncEnabled(chosen);
-                     });
+    auto looking = inBackground(
+        executor_, scheduler_,
+        [&keychain = keychain_, name = name_, stop = ending_.get_token(), chosen = syncIsChosen()] {
+            return Items(keychain, name, stop).syncEnabled(chosen);
+        });
     co_return co_await looking;
 }
 
@@ -260,9 +273,8 @@ Task<void> KeychainStore::setSyncEnabled(bool on) {
     Turn turn(lastTurn_, scheduler_);
     co_await turn.before;
     auto changing = inBackground(executor_, scheduler_,
-                                 [&keychain = keychain_, stop = ending_.get_token(), on] {
-                                     Items(keychain, stop).setSyncEnabled(on);
-                                 });
+                                 [&keychain = keychain_, name = name_, stop = ending_.get_token(),
+                                  on] { Items(keychain, name, stop).setSyncEnabled(on); });
     co_await changing;
     Settings(preferences_).set(setting::syncAPIKey, on);
 }

@@ -14,6 +14,10 @@
 
 namespace quorvi {
 
+// The item of the API key, and of the key of another speech service; without an address, of all.
+KeychainQuery mainKeyQuery();
+KeychainQuery otherKeyQuery(std::string address);
+
 // Keeps the user's API key in the system's keychain: as an item of this machine and, if the user
 // chose so ("syncAPIKey"), as a synchronised copy, which then takes precedence. Main thread; each
 // operation is one job on the executor, and changes run one after another. hasKey() is looked up at
@@ -21,8 +25,9 @@ namespace quorvi {
 // operations; the executor and the keychain outlive the object.
 class KeychainStore : public KeyStore {
 public:
+    // `otherService` is the address of another speech service, whose key it keeps instead.
     KeychainStore(Keychain& keychain, Preferences& preferences, Executor& executor,
-                  Scheduler& scheduler);
+                  Scheduler& scheduler, std::string otherService = {});
     ~KeychainStore() override;
     KeychainStore(const KeychainStore&) = delete;
     KeychainStore& operator=(const KeychainStore&) = delete;
@@ -48,6 +53,7 @@ private:
     Task<void> keepLooking();
     void setPresence(KeychainStatus presence);
 
+    const KeychainQuery name_;
     Keychain& keychain_;
     Preferences& preferences_;
     Executor& executor_;

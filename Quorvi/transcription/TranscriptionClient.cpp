@@ -39,13 +39,14 @@ std::string transcriptOf(const HttpResponse& response) {
 
 }  // namespace
 
-TranscriptionClient::TranscriptionClient(HttpTransport& transport, std::string service)
-    : transport_(transport), service_(std::move(service)) {}
+TranscriptionClient::TranscriptionClient(HttpTransport& transport, std::string service,
+                                         bool takesKey)
+    : transport_(transport), service_(std::move(service)), takesKey_(takesKey) {}
 
 HttpRequest TranscriptionClient::request(const Bytes& audio, const std::string& apiKey,
                                          const TranscriptionOptions& options,
-                                         const std::string& service) {
-    if (text::trimmed(apiKey).empty()) throw QuorviError::message(say::addApiKey());
+                                         const std::string& service, bool takesKey) {
+    if (takesKey && text::trimmed(apiKey).empty()) throw QuorviError::message(say::addApiKey());
     if (audio.empty() || audio.size() > maximumAudioBytes)
         throw QuorviError::message(say::recordingEmptyOrTooLarge());
     // Room for everything at once: growing the buffer would copy the audio several times.
@@ -65,7 +66,7 @@ HttpRequest TranscriptionClient::request(const Bytes& audio, const std::string& 
     request.url = service + "/v1/audio/transcriptions";
     // Built in place instead of copied from a list, which would leave a second copy of the key.
     request.headers.reserve(2);
-    request.headers.emplace_back("Authorization", "Bearer " + apiKey);
+    if (takesKey) request.headers.emplace_back("Authorization", "Bearer " + apiKey);
     request.headers.emplace_back("Content-Type",
                                  "multipart/form-data; boundary=" + body.boundary());
     request.body = body.takeData();
@@ -81,7 +82,7 @@ Task<std::string> TranscriptionClient::transcribe(Bytes audio, std::string apiKe
         std::string& secret;
         ~WipeOnExit() { wipe(secret); }
     } wipeKey{apiKey};
-    auto post = request(audio, apiKey, options, service_);
+    auto post = request(audio, apiKey, options, service_, takesKey_);
     Bytes().swap(audio);
     auto answer = transport_.send(std::move(post), stop);
     const auto response = co_await answer;

@@ -19,12 +19,13 @@ public:
     static constexpr std::size_t maximumAudioBytes = 23'999'999;
 
     // `service` is the scheme and authority of the service, such as "https://api.openai.com",
-    // without a trailing slash; see serviceAddress().
-    TranscriptionClient(HttpTransport& transport, std::string service);
+    // without a trailing slash; see serviceAddress(). One that takes no key is sent none.
+    TranscriptionClient(HttpTransport& transport, std::string service, bool takesKey = true);
 
     // Returns the complete request. Throws QuorviError when the key or the audio can't be sent.
     static HttpRequest request(const Bytes& audio, const std::string& apiKey,
-                               const TranscriptionOptions& options, const std::string& service);
+                               const TranscriptionOptions& options, const std::string& service,
+                               bool takesKey = true);
 
     // Returns the recognised text. Throws QuorviError with the sentence to show, the transport's
     // own error when no answer came, or Cancelled.
@@ -37,6 +38,7 @@ public:
 private:
     HttpTransport& transport_;
     std::string service_;
+    bool takesKey_;
 };
 
 }  // namespace quorvi

@@ -42,6 +42,10 @@ DictationCostEstimate DictationCostEstimate::of(TranscriptionModel model) {
     return transcribe;
 }
 
+DictationCostEstimate DictationCostEstimate::none(std::string_view model) {
+    return {model, 0, priceListDate};
+}
+
 double DictationCostEstimate::usd(double seconds) const {
     if (!std::isfinite(seconds) || seconds <= 0) return 0;
     if (!std::isfinite(usdPerMinute) || usdPerMinute < 0) return 0;

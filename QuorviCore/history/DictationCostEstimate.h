@@ -13,6 +13,11 @@ struct DictationCostEstimate {
 
     // Returns the current price of a model.
     static DictationCostEstimate of(TranscriptionModel model);
+    // Of a service whose price is not known. `model` is its model, or offlineModel.
+    static DictationCostEstimate none(std::string_view model);
+    static constexpr std::string_view offlineModel = "offline";
+
+    bool isKnown() const { return usdPerMinute > 0; }
 
     // Returns the unrounded cost of a duration; 0 if the duration or the rate is invalid.
     double usd(double seconds) const;

@@ -12,6 +12,7 @@
 #include "QuorviCore/settings/SettingValue.h"
 #include "QuorviCore/shortcut/DictationMode.h"
 #include "QuorviCore/shortcut/Hotkey.h"
+#include "QuorviCore/transcription/SpeechServiceKind.h"
 #include "QuorviCore/transcription/TranscriptionOptions.h"
 
 // How the values of settings are stored. Each kind has a type `Value` and
@@ -54,6 +55,7 @@ struct Choice {
 using Mode = Choice<DictationMode, dictationModeFromRawValue>;
 using Model = Choice<TranscriptionModel, transcriptionModelFromRawValue>;
 using Retention = Choice<TranscriptRetention, transcriptRetentionFromRawValue>;
+using ServiceKind = Choice<SpeechServiceKind, speechServiceKindFromRawValue>;
 using Sound = Choice<RecordingSoundStyle, recordingSoundStyleFromRawValue>;
 using Theme = Choice<RecordingTheme, recordingThemeFromRawValue>;
 

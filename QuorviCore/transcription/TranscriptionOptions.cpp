@@ -105,11 +105,11 @@ std::vector<std::string_view> hints(DictationLanguage language) {
 
 std::vector<std::pair<std::string, std::string>> TranscriptionOptions::formFields() const {
     std::vector<std::pair<std::string, std::string>> fields;
-    fields.emplace_back("model", rawValue(model));
+    fields.emplace_back("model", otherModel.empty() ? rawValue(model) : otherModel);
     fields.emplace_back("response_format", "json");
 
     // Only the multilingual model takes several languages.
-    if (model == TranscriptionModel::transcribe) {
+    if (otherModel.empty() && model == TranscriptionModel::transcribe) {
         for (const auto hint : hints(language)) fields.emplace_back("languages[]", hint);
     } else if (const auto only = code(language)) {
         fields.emplace_back("language", *only);

@@ -39,7 +39,8 @@ struct TranscriptionOptions {
 
     DictationLanguage language;
     TranscriptionModel model;
-    std::string vocabulary;  // free text of the user, may be empty or hold several lines
+    std::string vocabulary;    // free text of the user, may be empty or hold several lines
+    std::string otherModel{};  // asked for in place of `model`, by a service that has its own
 
     // The form fields that depend on the options, in the order they are sent: the model, the
     // response format, the language or its hints, and the prompt when there is one.

@@ -27,7 +27,7 @@ _quorvi_speech_service() {
             return
             ;;
     esac
-    local words='--listen --port --key-file --grammar --sentences --model --punctuate --delay-ms --help'
+    local words='--listen --port --key-file --supervised --grammar --sentences --model --punctuate --delay-ms --help'
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }
 complete -F _quorvi_speech_service quorvi-speech-service

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "Quorvi/platform/linux/posix/PosixServiceProgram.h"
 #include "Quorvi/transcription/TranscriptionClient.h"
 #include "tests/support/Paths.h"
 #include "tests/support/Process.h"
@@ -158,6 +160,46 @@ TEST_F(SpeechServiceTest, SignalEndsItCleanlyWhileRequestsWait) {
     EXPECT_EQ(service->wait(), 0);
 }
 
+TEST_F(SpeechServiceTest, ASupervisedOneServesItsStarterAloneAndEndsWithIt) {
+    std::optional<ServiceProgram::Endpoint> endpoint;
+    int ends = 0;
+    PosixServiceProgram supervisor(scheduler, program, {"--supervised", "--sentences", known});
+    const auto start = [&] {
+        endpoint.reset();
+        auto run =
+            supervisor.start({[&](auto where) { endpoint = std::move(where); }, [&] { ++ends; }});
+        EXPECT_TRUE(until(scheduler, [&] { return endpoint.has_value(); }));
+        client = std::make_unique<TranscriptionClient>(transport, endpoint->address);
+        return run;
+    };
+    const auto ours = " -P " + std::to_string(getpid()) + " -f -- '[-]-supervised'";
+    const auto children = [&] { return shell("pgrep -c" + ours); };
+    const auto audio = m4aOf(spoken("we need more time"));
+    auto run = start();
+    EXPECT_EQ(transcribe(audio, endpoint->token), "we need more time");
+    EXPECT_EQ(transcribe(audio, "sk-test"), rejected);
+    const auto shownToOthers = shell("cd /proc/$(pgrep" + ours + ") && cat cmdline environ");
+    EXPECT_NE(shownToOthers.find("--supervised"), std::string::npos);
+    EXPECT_EQ(shownToOthers.find(endpoint->token), std::string::npos);
+    shell("pkill -KILL" + ours);
+    EXPECT_TRUE(until(scheduler, [&] { return ends == 1; }));
+    run = start();
+    run.reset();
+    EXPECT_TRUE(until(scheduler, [&] { return children() == "0\n"; }));
+    EXPECT_EQ(ends, 1) << "nobody asked any more";
+
+    // Its starter is killed.
+    Process orphan({program, "--supervised", "--sentences", known}, {}, Process::Input::own);
+    orphan.writeLine("key");
+    orphan.readLine();
+    orphan.closeInput();
+    EXPECT_EQ(orphan.wait(), 0);
+    PosixServiceProgram nothing(scheduler, "/nonexistent", {});
+    EXPECT_FALSE(nothing.isInstalled());
+    const auto failing = nothing.start({[](auto) { FAIL(); }, [&] { ++ends; }});
+    EXPECT_TRUE(until(scheduler, [&] { return ends == 2; }));
+}
+
 TEST_F(SpeechServiceTest, ExitCodesTellWhyItDidNotStart) {
     using Arguments = std::vector<std::string>;
     const std::pair<Arguments, int> rows[] = {
@@ -167,6 +209,7 @@ TEST_F(SpeechServiceTest, ExitCodesTellWhyItDidNotStart) {
         {{"--grammar", known, "--sentences", known}, 2},
         {{"--key-file", "/nonexistent"}, 1},
         {{"--grammar", known}, 1},
+        {{"--supervised"}, 1},
         {{"--sentences", folder.write("unknown", "we need more xyzzyqwerty\n")}, 1}};
     for (auto [arguments, code] : rows) {
         arguments.insert(arguments.begin(), program);

@@ -139,6 +139,10 @@ bool Process::hasEnded() {
     return pid_ < 0;
 }
 
+void Process::closeInput() const {
+    shutdown(input_, SHUT_WR);
+}
+
 void Process::writeLine(const std::string& line) const {
     const auto all = line + "\n";
     if (send(input_, all.data(), all.size(), MSG_NOSIGNAL) < 0) return;

@@ -40,6 +40,7 @@ public:
 
     // A line for its standard input, if that is its own; nothing when it is dead.
     void writeLine(const std::string& line) const;
+    void closeInput() const;
 
     // The next line of the output, without its end. Throws when none comes within a minute.
     std::string readLine();

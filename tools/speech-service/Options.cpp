@@ -108,6 +108,9 @@ std::optional<Options> parseOptions(int argc, char** argv) {
             case keyFile:
                 options.key = keyIn(contentsOf(optarg));
                 break;
+            case supervised:
+                options.isSupervised = true;
+                break;
             case grammar:
                 options.grammar = contentsOf(optarg);
                 break;

@@ -18,6 +18,7 @@ struct Options {
     std::vector<std::string> sentences;  // the only sentences to expect; empty: any
     std::chrono::milliseconds delay{0};  // waited before each recognition
     bool punctuates = false;
+    bool isSupervised = false;  // the key comes from standard input, whose end is the service's
 };
 
 // Thrown for a command line that is not valid; what() is a sentence for standard error.

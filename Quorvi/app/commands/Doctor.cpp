@@ -1,5 +1,7 @@
 #include "Quorvi/app/commands/Doctor.h"
 
+#include <unistd.h>
+
 #include <QApplication>
 #include <QSystemTrayIcon>
 #include <cstdio>
@@ -16,10 +18,12 @@
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/shell/BusCommand.h"
+#include "Quorvi/shell/HelperPrograms.h"
+#include "Quorvi/system/KeychainStore.h"
+#include "Quorvi/transcription/SpeechServiceChoice.h"
 #include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/translations/ShownShortcut.h"
 #include "Quorvi/ui/translations/Translations.h"
-#include "QuorviCore/identity/BundleIdentifier.h"
 #include "QuorviCore/transcription/ServiceAddress.h"
 
 namespace quorvi {
@@ -143,13 +147,15 @@ private:
     }
 
     void checkKeyring() {
+        if (!choice_.takesKey() || choice_.validAddress().empty())
+            return note("Keyring", "no API key is needed.");
         SecretServiceKeychain keychain(scheduler_);
-        const auto service = std::string(bundleIdentifier) + ".openai";
-        const auto ask = [&](bool synchronised) {
-            return keychain.exists({service, "api-key", synchronised}, {});
-        };
-        auto status = ask(true);
-        if (status != KeychainStatus::success) status = ask(false);
+        auto name = choice_.isFixed() || choice_.kind() == SpeechServiceKind::openAI
+                        ? mainKeyQuery()
+                        : otherKeyQuery(choice_.validAddress());
+        auto status = keychain.exists(name, {});
+        name.synchronizable = true;
+        if (status != KeychainStatus::success) status = keychain.exists(name, {});
         switch (status) {
             case KeychainStatus::success:
                 return good("Keyring", "API key: stored.");
@@ -169,13 +175,20 @@ private:
     }
 
     void checkService() {
-        const char* variable = std::getenv("QUORVI_SERVICE");
+        if (!choice_.isFixed() && choice_.kind() == SpeechServiceKind::offline) {
+            if (access(programBeside("quorvi-speech-service").c_str(), X_OK) == 0)
+                return good("Speech service", "offline recogniser: installed.");
+            return bad("Speech service", "the offline recogniser is not installed.",
+                       "Install it: sudo apt install quorvi-speech-service");
+        }
         std::string address;
         try {
-            address = serviceAddress(variable ? variable : settings_.get(setting::service));
+            address =
+                choice_.isFixed() ? serviceAddress(choice_.fixedAddress()) : choice_.address();
         } catch (const std::exception& error) {
             return bad("Speech service", shownInEnglish(error),
-                       "Correct QUORVI_SERVICE: https://host[:port].");
+                       "Correct it in Quorvi's Settings, or in QUORVI_SERVICE: "
+                       "https://host[:port].");
         }
         CurlTransport transport(scheduler_);
         std::optional<std::string> problem;
@@ -187,6 +200,11 @@ private:
         if (!problem) return good("Speech service", address + ": reachable.");
         bad("Speech service", address + ": " + *problem,
             "Check the connection to the network, its proxy and its firewall.");
+    }
+
+    static std::string environmentText(const char* name) {
+        const char* value = std::getenv(name);
+        return value ? value : "";
     }
 
     // Any HTTP answer counts: without a key it is a refusal.
@@ -206,6 +224,7 @@ private:
     StoredPreferences stored_;
     LoopScheduler& scheduler_ = stored_.scheduler;
     Settings& settings_ = stored_.settings;
+    const SpeechServiceChoice choice_{settings_, environmentText("QUORVI_SERVICE")};
     bool canInstallTap_ = false;
     bool needsUser_ = false;
 };

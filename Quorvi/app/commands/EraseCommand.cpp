@@ -18,6 +18,7 @@
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
 #include "Quorvi/shell/SingleInstance.h"
+#include "Quorvi/system/KeychainStore.h"
 #include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
@@ -87,6 +88,15 @@ bool removeCloudPassword(const std::string& cloud) {
     return false;
 }
 
+bool removeOtherKeys() {
+    LoopScheduler scheduler;
+    SecretServiceKeychain keychain(scheduler);
+    const auto status = keychain.remove(otherKeyQuery({}), {});
+    if (status == KeychainStatus::success || status == KeychainStatus::itemNotFound) return true;
+    std::fprintf(stderr, "quorvi: The keys of other speech services could not be removed.\n");
+    return false;
+}
+
 bool removeLoginItem() {
     try {
         XdgLoginItem item(XdgLoginItem::Places::current());
@@ -113,6 +123,7 @@ int erase(bool isSure) {
     if (!isSure && !isConfirmed()) return 1;
     // Goes on after a failure. The keyring first, since the settings say what is in it.
     const std::array done{runKeyCommand(KeyCommand::remove) == 0,
+                          removeOtherKeys(),
                           removeCloudPassword(cloud.value_or("")),
                           removeLoginItem(),
                           removeFolder(folders.data),

@@ -11,6 +11,7 @@
 #include "Quorvi/platform/linux/gio/SystemClockChanges.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/PosixRecordingFiles.h"
+#include "Quorvi/platform/linux/posix/PosixServiceProgram.h"
 #include "Quorvi/platform/linux/pulse/PulseAudioInput.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
 #include "Quorvi/platform/linux/pulse/PulsePermissions.h"
@@ -53,7 +54,7 @@ bool hasSettings(PrivacyPane pane) {
 // ends last, so that a deletion asked for at the end is still done.
 struct LinuxDesktop::Adapters {
     // `permissionsChanged` may be called on any thread.
-    Adapters(Scheduler& scheduler, std::string clipboardKeeper,
+    Adapters(Scheduler& scheduler, std::string clipboardKeeper, std::string speechProgram,
              const std::function<void()>& permissionsChanged)
         : tap(scheduler),
           poster(tap),
@@ -65,6 +66,7 @@ struct LinuxDesktop::Adapters {
           soundOutput(sound),
           permissions(sound, scheduler),
           transport(scheduler),
+          recogniser(scheduler, std::move(speechProgram), {"--supervised", "--punctuate"}),
           clockChanges(scheduler),
           calendar(clockChanges, history, scheduler) {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);
@@ -98,6 +100,7 @@ struct LinuxDesktop::Adapters {
     PulseSoundOutput soundOutput;
     PulsePermissions permissions;
     CurlTransport transport;
+    PosixServiceProgram recogniser;
     SystemClockChanges clockChanges;
     SystemCalendar calendar;
     Subscription microphoneChanges;
@@ -106,12 +109,14 @@ struct LinuxDesktop::Adapters {
     SerialExecutor probes{"probes"};
 };
 
-LinuxDesktop::LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper)
+LinuxDesktop::LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper,
+                           std::string recogniser)
     : scheduler_(scheduler),
-      adapters_(std::make_unique<Adapters>(scheduler, std::move(clipboardKeeper),
-                                           [&scheduler, report = lifetime_.guard([this] {
-                                               permissionsChanged_.notify();
-                                           })] { scheduler.post(report); })) {
+      adapters_(std::make_unique<Adapters>(
+          scheduler, std::move(clipboardKeeper), std::move(recogniser),
+          [&scheduler, report = lifetime_.guard([this] { permissionsChanged_.notify(); })] {
+              scheduler.post(report);
+          })) {
     readPasteChords();
     lookAround();
 }
@@ -139,6 +144,14 @@ std::unique_ptr<KeyStore> LinuxDesktop::keychainStore(Preferences& preferences) 
 
 SystemCalendar& LinuxDesktop::calendar() {
     return adapters_->calendar;
+}
+
+ServiceKeyStore::Factory LinuxDesktop::otherKeys(Preferences& preferences) {
+    return [this, &preferences](const std::string& address) {
+        auto& a = *adapters_;
+        return std::make_unique<KeychainStore>(*a.keychain, preferences, a.secrets, scheduler_,
+                                               address);
+    };
 }
 
 std::unique_ptr<SerialExecutor::Hold> LinuxDesktop::holdHistory() {
@@ -220,7 +233,8 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
             .keyStore = keyStore,
             .transport = a.transport,
             .history = history,
-            .corrections = corrections};
+            .corrections = corrections,
+            .offlineProgram = &a.recogniser};
 }
 
 }  // namespace quorvi

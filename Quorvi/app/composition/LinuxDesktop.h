@@ -18,7 +18,9 @@ class LinuxDesktop {
 public:
     // `clipboardKeeper` is the path of the program that offers the clipboard after this one has
     // ended; if empty, the clipboard is lost then.
-    explicit LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper = {});
+    // `recogniser` is the path of the offline speech service; it need not be there.
+    explicit LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper = {},
+                          std::string recogniser = {});
     ~LinuxDesktop();
     LinuxDesktop(const LinuxDesktop&) = delete;
     LinuxDesktop& operator=(const LinuxDesktop&) = delete;
@@ -31,6 +33,9 @@ public:
 
     // The API key in the desktop's keyring. This object outlives the result.
     std::unique_ptr<KeyStore> keychainStore(Preferences& preferences);
+    // Makes stores of the keys of other speech services there. It and its results end before this
+    // object.
+    ServiceKeyStore::Factory otherKeys(Preferences& preferences);
 
     // The environment of a history in that file.
     HistoryStore::Environment historyEnvironment(Preferences& preferences,

@@ -71,6 +71,8 @@ QString totalCaption(const UsageCostSummary& cost, const LocaleFormats& formats)
 }
 
 QString modelName(const ModelCostUsage::ID& id) {
+    if (id.estimate.modelID.view() == DictationCostEstimate::offlineModel)
+        return HistoryTexts::tr("Offline recogniser");
     static constexpr std::array<std::pair<std::string_view, std::string_view>, 3> names{{
         {"gpt-transcribe", "GPT Transcribe"},
         {"gpt-4o-transcribe", "GPT-4o Transcribe"},
@@ -83,12 +85,16 @@ QString modelName(const ModelCostUsage::ID& id) {
 }
 
 QString modelCaption(const ModelCostUsage& usage, const LocaleFormats& formats) {
+    if (!usage.id.estimate.isKnown())
+        return HistoryTexts::tr("%1 min · not estimated")
+            .arg(qt(formats.decimal(usage.audioSeconds / 60, 2, 2)));
     return HistoryTexts::tr("%1 min · %2/min")
         .arg(qt(formats.decimal(usage.audioSeconds / 60, 2, 2)),
              rateText(usage.id.estimate.usdPerMinute, formats));
 }
 
 QString modelTooltip(const ModelCostUsage& usage) {
+    if (!usage.id.estimate.isKnown()) return {};
     return HistoryTexts::tr(
                "USD rate checked %1. GPT-4o model rates are approximate per-minute equivalents.")
         .arg(qt(usage.id.estimate.pricingDate.view()));

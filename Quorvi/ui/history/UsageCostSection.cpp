@@ -89,7 +89,8 @@ void UsageCostSection::showModels(const UsageCostSummary& cost, const LocaleForm
         names->setSpacing(0);
         names->addWidget(bodyText(texts::modelName(model.id)));
         names->addWidget(captionText(texts::modelCaption(model, formats)));
-        auto* amount = bodyText(texts::costText(model.usd(), formats));
+        auto* amount = bodyText(model.id.estimate.isKnown() ? texts::costText(model.usd(), formats)
+                                                            : QStringLiteral("–"));
         amount->setWordWrap(false);
         auto* layout = new QHBoxLayout(line);
         layout->setContentsMargins({});

@@ -20,7 +20,7 @@ constexpr auto keysPage = "https://platform.openai.com/api-keys";
 }  // namespace
 
 ApiKeySettings::ApiKeySettings(AppModel& model, KeyStore& keys, Scheduler& scheduler)
-    : Card(tr("OpenAI API key"), "key"), model_(model), keys_(keys), tasks_(scheduler) {
+    : Card(tr("API key"), "key"), model_(model), keys_(keys), tasks_(scheduler) {
     build();
     connect(apiKey_, &QLineEdit::textChanged, this, [this] { refresh(); });
     connect(apiKey_, &QLineEdit::returnPressed, this, [this] { save(); });
@@ -48,7 +48,6 @@ void ApiKeySettings::build() {
 
     apiKey_ = new QLineEdit;
     apiKey_->setEchoMode(QLineEdit::Password);
-    apiKey_->setAccessibleName(tr("OpenAI API key"));
     apiKey_->setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData |
                                  Qt::ImhNoPredictiveText);
     save_ = button(tr("Save"), ButtonKind::primary);
@@ -56,21 +55,31 @@ void ApiKeySettings::build() {
     keyRow->setStretch(0, 1);
     content().addLayout(keyRow);
     message_ = bodyText();
-    auto* get = button(tr("Get an API key ↗"), ButtonKind::link);
-    connect(get, &QPushButton::clicked, this,
+    get_ = button(tr("Get an API key ↗"), ButtonKind::link);
+    connect(get_, &QPushButton::clicked, this,
             [] { QDesktopServices::openUrl(QUrl(QString::fromLatin1(keysPage))); });
     remove_ = button(tr("Remove key"), ButtonKind::destructive);
-    content().addLayout(row({get, nullptr, remove_}));
+    content().addLayout(row({get_, nullptr, remove_}));
     sync_ = new Switch(tr("Sync API key through iCloud Keychain"));
     content().addWidget(sync_);
-    content().addWidget(captionText(
-        tr("Your key stays in macOS Keychain. Recordings go directly to OpenAI for transcription. "
-           "API usage is billed to your OpenAI account.")));
+    note_ = captionText();
+    content().addWidget(note_);
     content().addWidget(message_);
 }
 
 void ApiKeySettings::refresh() {
+    const auto& choice = model_.speechService().choice();
+    const bool isMain = choice.isFixed() || choice.kind() == SpeechServiceKind::openAI;
+    setVisible(choice.takesKey());
     setEnabled(!isActive(model_.stage()));
+    apiKey_->setAccessibleName(isMain ? tr("OpenAI API key") : tr("API key"));
+    get_->setVisible(isMain);
+    sync_->setVisible(isMain);
+    note_->setText(
+        isMain ? tr("Your key stays in macOS Keychain. Recordings go directly to OpenAI for "
+                    "transcription. API usage is billed to your OpenAI account.")
+               : tr("The key for %1. It stays in your keyring and is sent nowhere else.")
+                     .arg(qt(choice.otherAddress())));
     saved_->setVisible(model_.hasKey());
     remove_->setVisible(model_.hasKey());
     apiKey_->setPlaceholderText(model_.hasKey() ? tr("Enter a replacement key")

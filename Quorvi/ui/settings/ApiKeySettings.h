@@ -36,8 +36,10 @@ private:
     QWidget* saved_;
     QLineEdit* apiKey_;
     QPushButton* save_;
+    QPushButton* get_;
     QPushButton* remove_;
     Switch* sync_;
+    QLabel* note_;
     QLabel* message_;
     Subscription changes_;
     TaskScope tasks_;  // last: tasks end before what they use

@@ -47,6 +47,8 @@ void RecognitionSettings::edited(const QString& text) {
 
 void RecognitionSettings::refresh() {
     setEnabled(!isActive(model_.stage()));
+    // The other services have models of their own.
+    modelPicker_->setEnabled(model_.speechService().choice().kind() == SpeechServiceKind::openAI);
     modelPicker_->show(static_cast<int>(model_.transcriptionModel()));
     const QString vocabulary = qt(model_.vocabulary());
     if (vocabulary != vocabulary_->text()) vocabulary_->setText(vocabulary);

@@ -1,7 +1,15 @@
 #include "Quorvi/ui/settings/SettingsPage.h"
 
+#include <QEvent>
+#include <QScrollBar>
+#include <QShortcut>
+#include <utility>
+
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/ui/corrections/CorrectionsSettings.h"
+#include "Quorvi/ui/design/Controls.h"
+#include "Quorvi/ui/design/Spacing.h"
+#include "Quorvi/ui/design/Texts.h"
 #include "Quorvi/ui/history/HistorySettings.h"
 #include "Quorvi/ui/indicator/RecordingAppearanceSettings.h"
 #include "Quorvi/ui/settings/AccountSyncSettings.h"
@@ -10,6 +18,8 @@
 #include "Quorvi/ui/settings/GeneralSettings.h"
 #include "Quorvi/ui/settings/PrivacySettings.h"
 #include "Quorvi/ui/settings/RecognitionSettings.h"
+#include "Quorvi/ui/settings/SettingsSearch.h"
+#include "Quorvi/ui/settings/SpeechServiceSettings.h"
 #include "Quorvi/ui/updates/UpdateSettings.h"
 #include "Quorvi/ui/widgets/Card.h"
 
@@ -17,20 +27,143 @@ namespace quorvi {
 
 SettingsPage::SettingsPage(const WindowServices& services)
     : Page(tr("SET UP YOUR FLOW"), tr("Settings"), {}) {
+    addSearch();
     auto& model = services.model;
-    add(new GeneralSettings(services.loginItem));
-    add(new DictationSettings(model));
+    addSection(new GeneralSettings(services.loginItem));
+    addSection(new DictationSettings(model));
     auto* appearance = new Card(tr("Recording appearance"), "macwindow");
     appearance->content().addWidget(new RecordingAppearanceSettings(model));
-    add(appearance);
-    add(new CorrectionsSettings(services.corrections,
-                                [&model] { model.armInsertionTest(AppModel::Sample::learning); }));
-    add(new RecognitionSettings(model));
-    add(new ApiKeySettings(model, services.keys, services.scheduler));
-    add(new AccountSyncSettings(services.sync, services.preferences));
-    add(new UpdateSettings(services.updater));
-    add(new HistorySettings(services.history));
-    add(new PrivacySettings(model, services.hasSettingsFor));
+    addSection(appearance);
+    addSection(new CorrectionsSettings(
+        services.corrections, [&model] { model.armInsertionTest(AppModel::Sample::learning); }));
+    addSection(new SpeechServiceSettings(model, services.scheduler));
+    addSection(new ApiKeySettings(model, services.keys, services.scheduler));
+    addSection(new RecognitionSettings(model));
+    addSection(new AccountSyncSettings(services.sync, services.preferences));
+    addSection(new UpdateSettings(services.updater));
+    addSection(new HistorySettings(services.history));
+    addSection(new PrivacySettings(model, services.hasSettingsFor));
+    marks_ = new SearchMarks(widget());
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { sectionsChanged(); });
+}
+
+void SettingsPage::addSection(Card* section) {
+    auto* place = new QWidget;
+    auto* layout = new QVBoxLayout(place);
+    layout->setContentsMargins({});
+    layout->addWidget(section);
+    place->setVisible(!section->isHidden());
+    section->installEventFilter(this);
+    add(place);
+    sections_.push_back({section, place});
+}
+
+// --- the list of sections ---
+
+std::vector<Card*> SettingsPage::shownSections() const {
+    std::vector<Card*> shown;
+    for (const auto& each : sections_)
+        if (!each.place->isHidden()) shown.push_back(each.card);
+    return shown;
+}
+
+QStringList SettingsPage::sections() const {
+    QStringList names;
+    for (const auto* card : shownSections()) names << card->accessibleName();
+    return names;
+}
+
+int SettingsPage::currentSection() const {
+    const auto shown = shownSections();
+    const auto& bar = *verticalScrollBar();
+    if (bar.maximum() > 0 && bar.value() == bar.maximum())
+        return static_cast<int>(shown.size()) - 1;
+    int current = 0;
+    for (std::size_t each = 0; each < shown.size(); ++each)
+        if (shown[each]->mapTo(widget(), QPoint()).y() <= bar.value() + viewport()->height() / 3)
+            current = static_cast<int>(each);
+    return current;
+}
+
+void SettingsPage::reveal(int section) {
+    const auto shown = shownSections();
+    if (section < 0 || section >= static_cast<int>(shown.size())) return;
+    auto* card = shown[static_cast<std::size_t>(section)];
+    for (auto* child : card->findChildren<QWidget*>())
+        if (child->isVisible() && child->isEnabled() && (child->focusPolicy() & Qt::TabFocus)) {
+            child->setFocus(Qt::TabFocusReason);
+            break;
+        }
+    verticalScrollBar()->setValue(card->mapTo(widget(), QPoint()).y() - spacing::large);
+    sectionsChanged();
+}
+
+void SettingsPage::sectionsChanged() {
+    if (onSectionsChanged) onSectionsChanged();
+}
+
+// A section that hides itself leaves no gap behind.
+bool SettingsPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::HideToParent || event->type() == QEvent::ShowToParent)
+        for (const auto& each : sections_)
+            if (each.card == watched) {
+                each.place->setVisible(each.isWanted && !each.card->isHidden());
+                sectionsChanged();
+            }
+    return Page::eventFilter(watched, event);
+}
+
+void SettingsPage::resizeEvent(QResizeEvent* event) {
+    Page::resizeEvent(event);
+    sectionsChanged();
+}
+
+// --- the search ---
+
+void SettingsPage::addSearch() {
+    query_ = new SearchField(tr("Search settings"), tr("Search settings"), "magnifyingglass");
+    query_->offerClearing(tr("Clear search"));
+    found_ = captionText();
+    found_->hide();
+    auto* both = new QVBoxLayout;
+    both->setSpacing(spacing::small);
+    both->addWidget(query_);
+    both->addWidget(found_);
+    column().addLayout(both);
+    connect(query_, &QLineEdit::textChanged, this, [this] { search(); });
+    connect(query_, &QLineEdit::returnPressed, this, [this] { revealNextMatch(); });
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
+        query_->setFocus(Qt::ShortcutFocusReason);
+        query_->selectAll();
+    });
+}
+
+void SettingsPage::search() {
+    const bool isSearching = !query_->text().trimmed().isEmpty();
+    matches_.clear();
+    match_ = -1;
+    int count = 0;
+    for (auto& each : sections_) {
+        auto found = SettingsSearch::matches(*each.card, query_->text());
+        each.isWanted = !isSearching || !found.empty();
+        each.place->setVisible(each.isWanted && !each.card->isHidden());
+        if (each.place->isHidden()) continue;
+        count += !found.empty();
+        matches_.insert(matches_.end(), found.begin(), found.end());
+    }
+    found_->setVisible(isSearching);
+    found_->setText(count == 0
+                        ? tr("No setting matches.")
+                        : tr("%n sections match. Enter goes to the next match.", nullptr, count));
+    marks_->mark(matches_);
+    verticalScrollBar()->setValue(0);
+    sectionsChanged();
+}
+
+void SettingsPage::revealNextMatch() {
+    if (matches_.empty()) return;
+    match_ = (match_ + 1) % static_cast<int>(matches_.size());
+    ensureWidgetVisible(matches_[static_cast<std::size_t>(match_)], 0, spacing::huge);
 }
 
 }  // namespace quorvi

@@ -13,6 +13,7 @@
 #include "Quorvi/ui/design/BrandMark.h"
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/Controls.h"
+#include "Quorvi/ui/settings/SettingsPage.h"
 #include "Quorvi/ui/window/Pages.h"
 #include "Quorvi/ui/window/Sidebar.h"
 #include "Quorvi/ui/window/TrayNotice.h"
@@ -59,6 +60,10 @@ MainWindow::MainWindow(WindowServices services)
     all->setSpacing(0);
     all->addWidget(sidebar_);
     all->addLayout(detail, 1);
+    sidebar_->onPartChosen = [this](int part) {
+        if (auto* settings = dynamic_cast<SettingsPage*>(stack_->currentWidget()))
+            settings->reveal(part);
+    };
     restoreSize();
     refresh();
     changes_ = services_.model.onChange([this] { refresh(); });
@@ -99,7 +104,9 @@ void MainWindow::rememberSize() {
 
 void MainWindow::refresh() {
     auto* shown = page(services_.model.selectedPage());
-    if (stack_->currentWidget() != shown) stack_->setCurrentWidget(shown);
+    if (stack_->currentWidget() == shown) return;
+    stack_->setCurrentWidget(shown);
+    showParts();
 }
 
 QWidget* MainWindow::page(WindowPage page) {
@@ -107,8 +114,17 @@ QWidget* MainWindow::page(WindowPage page) {
     if (!widget) {
         widget = makePage(page, services_);
         stack_->addWidget(widget);
+        if (auto* settings = dynamic_cast<SettingsPage*>(widget))
+            settings->onSectionsChanged = [this] { showParts(); };
     }
     return widget;
+}
+
+// The sections of the settings are entries of the sidebar, too.
+void MainWindow::showParts() {
+    const auto* settings = dynamic_cast<SettingsPage*>(stack_->currentWidget());
+    sidebar_->showParts(settings ? settings->sections() : QStringList(),
+                        settings ? settings->currentSection() : -1);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

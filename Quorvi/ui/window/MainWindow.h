@@ -33,6 +33,7 @@ protected:
 
 private:
     void refresh();
+    void showParts();
     QWidget* page(WindowPage page);
     void restoreSize();
     void rememberSize();

@@ -6,6 +6,7 @@
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 
@@ -18,10 +19,7 @@ SetupCard::SetupCard(AppModel& model) : model_(model) {
                    1);
     top->addWidget(once, 0, Qt::AlignTop);
     content().addLayout(top);
-    addRow(
-        tr("OpenAI API key"), tr("Stored securely in your Mac’s Keychain"), tr("Add key"),
-        [this] { return model_.hasKey(); },
-        [this] { model_.setSelectedPage(WindowPage::settings); });
+    addServiceRow();
     addRow(
         tr("Microphone"), tr("Record only while you dictate"), tr("Enable"),
         [this] { return model_.microphoneAllowed(); }, [this] { model_.requestMicrophone(); });
@@ -35,6 +33,38 @@ SetupCard::SetupCard(AppModel& model) : model_(model) {
         .vanishes = true;
     refresh();
     changes_ = model_.onChange([this] { refresh(); });
+}
+
+// The key of the OpenAI API, or another service, which may need none.
+void SetupCard::addServiceRow() {
+    auto& row = addRow(
+        {}, {}, tr("Add key"), [this] { return model_.hasKey(); },
+        [this] { model_.setSelectedPage(WindowPage::settings); });
+    useOffline_ = button(tr("Use the offline recogniser"));
+    row.line->insertWidget(row.line->indexOf(row.action), useOffline_);
+    connect(useOffline_, &QPushButton::clicked, this,
+            [this] { model_.speechService().choice().choose(SpeechServiceKind::offline); });
+}
+
+void SetupCard::refreshService() {
+    auto& row = rows_.front();
+    const auto& service = model_.speechService();
+    const auto& choice = service.choice();
+    const bool isMain = choice.isFixed() || choice.kind() == SpeechServiceKind::openAI;
+    row.title->setText(isMain ? tr("OpenAI API key") : tr("Speech service"));
+    if (isMain)
+        row.detail->setText(tr("Stored securely in your Mac’s Keychain"));
+    else if (choice.kind() == SpeechServiceKind::offline)
+        row.detail->setText(service.hasOffline()
+                                ? tr("Offline on this computer, where no key is needed")
+                                : shown(say::offlineNotInstalled()));
+    else
+        row.detail->setText(choice.otherAddress().empty() ? shown(say::serviceAddressMissing())
+                                                          : qt(choice.otherAddress()));
+    row.action->setText(isMain ? tr("Add key") : tr("Open Settings"));
+    row.action->setAccessibleName(row.action->text() + QStringLiteral(": ") + row.title->text());
+    useOffline_->setVisible(isMain && !choice.isFixed() && !model_.hasKey() &&
+                            service.hasOffline());
 }
 
 SetupCard::Row& SetupCard::addRow(const QString& title, const QString& detail,
@@ -58,8 +88,9 @@ SetupCard::Row& SetupCard::addRow(const QString& title, const QString& detail,
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);
     texts->addWidget(made.title);
-    texts->addWidget(captionText(detail));
-    auto* line = new QHBoxLayout;
+    made.detail = captionText(detail);
+    texts->addWidget(made.detail);
+    auto* line = made.line = new QHBoxLayout;
     line->setSpacing(spacing::medium);
     line->addWidget(made.symbol);
     line->addLayout(texts, 1);
@@ -73,6 +104,7 @@ SetupCard::Row& SetupCard::addRow(const QString& title, const QString& detail,
 }
 
 void SetupCard::refresh() {
+    refreshService();
     for (auto& row : rows_) {
         const bool ready = row.satisfied();
         row.symbol->setSymbol(ready ? "checkmark.circle.fill" : "circle.dashed",

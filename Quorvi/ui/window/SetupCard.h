@@ -26,6 +26,8 @@ private:
         QWidget* widget;
         SymbolLabel* symbol;
         QLabel* title;
+        QLabel* detail;
+        QHBoxLayout* line;
         QPushButton* action;
         QLabel* ready;
         std::function<bool()> satisfied;
@@ -36,10 +38,13 @@ private:
     // `effect` is null if no button helps.
     Row& addRow(const QString& title, const QString& detail, const QString& action,
                 std::function<bool()> satisfied, std::function<void()> effect);
+    void addServiceRow();
+    void refreshService();
     void refresh();
 
     AppModel& model_;
-    std::vector<Row> rows_;
+    std::vector<Row> rows_;  // the first is that of the speech service
+    QPushButton* useOffline_;
     Subscription changes_;
 };
 

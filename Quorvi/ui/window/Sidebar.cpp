@@ -23,6 +23,7 @@ constexpr int sidebarWidth = 216;
 // A page's entry: a symbol and a label, filled while selected.
 class SidebarItem : public QPushButton {
 public:
+    // Without a symbol: a part of the page above it.
     SidebarItem(const QString& text, const char* symbol) : QPushButton(text), symbol_(symbol) {
         setCheckable(true);
         setAutoExclusive(true);
@@ -31,7 +32,8 @@ public:
     }
 
     QSize sizeHint() const override {
-        return {fontMetrics().horizontalAdvance(text()) + 60, fontMetrics().height() + 20};
+        return {fontMetrics().horizontalAdvance(text()) + 60,
+                fontMetrics().height() + (symbol_ ? 20 : 10)};
     }
 
 protected:
@@ -53,15 +55,17 @@ protected:
         const QColor tint = isChecked() && !isHighContrast(palette()) ? accent : onFill;
         const QRect symbolRect =
             QStyle::visualRect(layoutDirection(), rect(), QRect(12, (height() - 18) / 2, 18, 18));
-        painter.drawPixmap(symbolRect.topLeft(),
-                           symbolPixmap(symbol_, tint, 18, devicePixelRatioF()));
+        if (symbol_)
+            painter.drawPixmap(symbolRect.topLeft(),
+                               symbolPixmap(symbol_, tint, 18, devicePixelRatioF()));
         painter.setPen(onFill);
-        QFont shown = font();
+        QFont shown = symbol_ ? font() : textFont(TextStyle::caption);
         if (isChecked()) shown.setWeight(QFont::DemiBold);
         painter.setFont(shown);
         painter.drawText(
             QStyle::visualRect(layoutDirection(), rect(), rect().adjusted(40, 0, -8, 0)),
-            Qt::AlignVCenter | Qt::AlignLeading, text());
+            Qt::AlignVCenter | Qt::AlignLeading,
+            QFontMetrics(shown).elidedText(text(), Qt::ElideRight, width() - 48));
         if (!hasFocus() || !window()->testAttribute(Qt::WA_KeyboardFocusChange)) return;
         painter.setPen(QPen(accent, 2));
         painter.setBrush(Qt::NoBrush);
@@ -96,8 +100,18 @@ Sidebar::Sidebar(AppModel& model) : model_(model) {
         items_.addButton(item, static_cast<int>(entry.page));
         all->addWidget(item);
     }
+    parts_ = new QWidget;
+    parts_->setAccessibleName(tr("Sections"));
+    auto* partList = new QVBoxLayout(parts_);
+    partList->setContentsMargins({});
+    partList->setSpacing(0);
+    parts_->hide();
+    all->addWidget(parts_);
     all->addStretch(1);
     all->addWidget(footer());
+    connect(&partItems_, &QButtonGroup::idClicked, this, [this](int part) {
+        if (onPartChosen) onPartChosen(part);
+    });
     connect(&items_, &QButtonGroup::idToggled, this, [this](int page, bool on) {
         if (!on) return;
         model_.endShortcutCapture();
@@ -124,6 +138,27 @@ QWidget* Sidebar::footer() {
     all->addWidget(
         captionText(tr("Quorvi %1 · Native for Mac").arg(QCoreApplication::applicationVersion())));
     return foot;
+}
+
+void Sidebar::makeParts(const QStringList& names) {
+    for (auto* item : partItems_.buttons()) delete item;
+    QWidget* before = items_.buttons().last();
+    for (int part = 0; part < names.size(); ++part) {
+        auto* item = new SidebarItem(names[part], nullptr);
+        partItems_.addButton(item, part);
+        parts_->layout()->addWidget(item);
+        setTabOrder(before, item);
+        before = item;
+    }
+}
+
+void Sidebar::showParts(const QStringList& names, int current) {
+    QStringList shown;
+    for (int part = 0; part < partItems_.buttons().size(); ++part)
+        shown << partItems_.button(part)->text();
+    if (shown != names) makeParts(names);
+    parts_->setVisible(!names.isEmpty());
+    if (auto* item = partItems_.button(current)) item->setChecked(true);
 }
 
 void Sidebar::refresh() {

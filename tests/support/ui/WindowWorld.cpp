@@ -21,6 +21,14 @@ WindowWorld::~WindowWorld() {
     scheduler.advance(std::chrono::seconds(5));
 }
 
+AppModel::Environment WindowWorld::chosenService() {
+    auto parts = environment(scheduler, executor, history, corrections,
+                             [this]() -> SyncControl& { return sync; });
+    parts.service.clear();
+    parts.offlineProgram = &recogniser;
+    return parts;
+}
+
 MainWindow& WindowWorld::show() {
     if (!window) window = std::make_unique<MainWindow>(services());
     window->present();

@@ -12,6 +12,7 @@
 #include "tests/fakes/FakeDesktop.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeLoginItem.h"
+#include "tests/fakes/FakeServiceProgram.h"
 #include "tests/fakes/FakeSyncControl.h"
 #include "tests/fakes/FakeUpdateInstaller.h"
 #include "tests/support/TestFolder.h"
@@ -37,6 +38,9 @@ struct WindowWorld : VirtualTime, FakeDesktop {
     // "a package".
     void offerUpdate(const std::string& package, const std::string& notes);
 
+    // The user chooses the speech service.
+    AppModel::Environment chosenService();
+
     static constexpr pid_t editor = 100;
     Calendar travels{"Europe/Athens", QLocale().name().toStdString()};  // what the system says
     FakeClockChanges clock;
@@ -61,8 +65,8 @@ struct WindowWorld : VirtualTime, FakeDesktop {
                            .publicKey = "mnHHxJnv3uGNIz8InN8GRG0AMk4PbLAHUeZiyvPSJ6s=",
                            .currentVersion = "0.1.0",
                            .folder = folder.path() / "updates"}}};
-    AppModel model{environment(scheduler, executor, history, corrections,
-                               [this]() -> SyncControl& { return sync; })};
+    FakeServiceProgram recogniser{scheduler};
+    AppModel model{chosenService()};
     AXElement field = accessibility.makeText(editor, "Dear ");
     int quits = 0;
     std::optional<PrivacyPane> missingSettings;  // that the desktop does not have

@@ -78,6 +78,37 @@ TEST_F(MainWindowTest, SettingsFollowTheModelAndChangeIt) {
         EXPECT_FALSE(settings.control<QWidget>(name).isEnabled()) << name;
 }
 
+TEST_F(MainWindowTest, TheSpeechServiceIsChosenAndTriedOut) {
+    page().press("Use the offline recogniser");
+    EXPECT_TRUE(world.model.ready());
+    const auto settings = open(WindowPage::settings);
+    EXPECT_TRUE(page().has("Recordings stay on this computer"));
+    settings.choose("Speech service", 1);
+    page().press("The service needs an API key");
+    EXPECT_FALSE(page().has("Paste your API key"));
+    auto& address = page().control<QLineEdit>("Address");
+    address.setText("http://one.example");
+    Q_EMIT address.editingFinished();
+    EXPECT_FALSE(world.model.ready());
+    const auto test = [this](Duration time) {
+        page().press("Test the speech service");
+        world.scheduler.advance(time);
+    };
+    test(1ms);
+    EXPECT_TRUE(page().has("must be reached over an encrypted connection"));
+    address.setText("https://one.example");
+    Q_EMIT address.editingFinished();
+    test(1s);
+    EXPECT_TRUE(page().has("The speech service answered."));
+    test(1ms);
+    EXPECT_TRUE(page().has("Waiting for the service…"));
+    page().press("Cancel the test");
+    world.scheduler.advance(1ms);
+    EXPECT_TRUE(page().has("[Test]"));
+    EXPECT_FALSE(page().has("The speech service answered."));
+    EXPECT_TRUE(world.model.ready());
+}
+
 TEST_F(MainWindowTest, ARefusedKeyCanBeMendedAndAKeyIsNeverShown) {
     const auto settings = open(WindowPage::settings);
     auto& field = settings.control<QLineEdit>("OpenAI API key");

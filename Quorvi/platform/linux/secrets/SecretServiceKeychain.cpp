@@ -13,10 +13,18 @@ using namespace secrets;
 namespace {
 
 Attributes attributesOf(const KeychainQuery& query) {
-    return {{"xdg:schema", "app.quorvi.Quorvi.ApiKey"},
-            {"service", query.service},
-            {"account", query.account},
-            {"synchronizable", query.synchronizable ? "true" : "false"}};
+    Attributes attributes{{"xdg:schema", "app.quorvi.Quorvi.ApiKey"},
+                          {"service", query.service},
+                          {"synchronizable", query.synchronizable ? "true" : "false"}};
+    if (!query.account.empty()) attributes.emplace("account", query.account);
+    return attributes;
+}
+
+// What the desktop's password manager shows.
+std::string labelOf(const KeychainQuery& query) {
+    if (!query.service.ends_with(".openai")) return "Quorvi: " + query.account;
+    return query.synchronizable ? "Quorvi: OpenAI API key (synchronised copy)"
+                                : "Quorvi: OpenAI API key";
 }
 
 // The items, unlocked. Throws itemNotFound when there is none.
@@ -98,11 +106,9 @@ Status SecretServiceKeychain::add(const KeychainQuery& query, const Secret& secr
     const bool staysHere = accessibility == KeychainAccessibility::whenUnlockedThisDeviceOnly;
     auto attributes = attributesOf(query);
     attributes.emplace("accessible", staysHere ? "WhenUnlockedThisDeviceOnly" : "WhenUnlocked");
-    const auto* label = query.synchronizable ? "Quorvi: OpenAI API key (synchronised copy)"
-                                             : "Quorvi: OpenAI API key";
     return run(std::move(stop), [&](Operation& operation) {
         service_->unlock(operation, service_->lockedCollection(operation));
-        service_->createItem(operation, attributes, label, secret);
+        service_->createItem(operation, attributes, labelOf(query).c_str(), secret);
     });
 }
 
