@@ -90,6 +90,14 @@
         <source>Paste your API key</source>
         <translation>API-Schlüssel einsetzen</translation>
     </message>
+    <message>
+        <source>API key</source>
+        <translation>API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
+        <translation>Der Schlüssel für %1. Er bleibt in deinem Schlüsselbund und wird sonst nirgendwohin gesendet.</translation>
+    </message>
 </context>
 <context>
     <name>Confirmation</name>
@@ -567,6 +575,14 @@
             <numerusform>%1 Wort · %2 s</numerusform>
             <numerusform>%1 Wörter · %2 s</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Offline recogniser</source>
+        <translation>Erkenner ohne Netz</translation>
+    </message>
+    <message>
+        <source>%1 min · not estimated</source>
+        <translation>%1 Min. · nicht geschätzt</translation>
     </message>
 </context>
 <context>
@@ -1558,6 +1574,22 @@
         <source>Your keyring stayed locked, and with it your API key. Dictate again to unlock it.</source>
         <translation>Dein Schlüsselbund blieb gesperrt und mit ihm dein API-Schlüssel. Diktiere noch einmal, um ihn zu entsperren.</translation>
     </message>
+    <message>
+        <source>Enter the address of your speech service in Settings.</source>
+        <translation>Gib in den Einstellungen die Adresse deines Sprachdienstes ein.</translation>
+    </message>
+    <message>
+        <source>The offline recogniser is not installed. Install the package quorvi-speech-service.</source>
+        <translation>Der Erkenner ohne Netz ist nicht installiert. Installiere das Paket quorvi-speech-service.</translation>
+    </message>
+    <message>
+        <source>The offline recogniser did not start. Try again, or choose another speech service in Settings.</source>
+        <translation>Der Erkenner ohne Netz ist nicht gestartet. Versuche es noch einmal oder wähle in den Einstellungen einen anderen Sprachdienst.</translation>
+    </message>
+    <message>
+        <source>The speech service answered. It is ready for your dictations.</source>
+        <translation>Der Sprachdienst hat geantwortet. Er ist bereit für deine Diktate.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1694,6 +1726,25 @@
         <source>Recording appearance</source>
         <translation>Aussehen der Aufnahme</translation>
     </message>
+    <message>
+        <source>Search settings</source>
+        <translation>Einstellungen durchsuchen</translation>
+    </message>
+    <message>
+        <source>Clear search</source>
+        <translation>Suche leeren</translation>
+    </message>
+    <message>
+        <source>No setting matches.</source>
+        <translation>Keine Einstellung passt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sections match. Enter goes to the next match.</source>
+        <translation>
+            <numerusform>%n Abschnitt passt. Die Eingabetaste geht zum nächsten Treffer.</numerusform>
+            <numerusform>%n Abschnitte passen. Die Eingabetaste geht zum nächsten Treffer.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>SetupCard</name>
@@ -1752,6 +1803,22 @@
     <message>
         <source>Ready</source>
         <translation>Bereit</translation>
+    </message>
+    <message>
+        <source>Use the offline recogniser</source>
+        <translation>Erkenner ohne Netz benutzen</translation>
+    </message>
+    <message>
+        <source>Speech service</source>
+        <translation>Sprachdienst</translation>
+    </message>
+    <message>
+        <source>Offline on this computer, where no key is needed</source>
+        <translation>Ohne Netz auf diesem Computer, wo kein Schlüssel nötig ist</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Einstellungen öffnen</translation>
     </message>
 </context>
 <context>
@@ -1874,6 +1941,85 @@
     <message>
         <source>Quorvi %1 · Native for Mac</source>
         <translation>Quorvi %1 · Für Linux</translation>
+    </message>
+    <message>
+        <source>Sections</source>
+        <translation>Abschnitte</translation>
+    </message>
+</context>
+<context>
+    <name>SpeechServiceSettings</name>
+    <message>
+        <source>Speech service</source>
+        <translation>Sprachdienst</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>OpenAI</source>
+        <translation>OpenAI</translation>
+    </message>
+    <message>
+        <source>Another service</source>
+        <translation>Ein anderer Dienst</translation>
+    </message>
+    <message>
+        <source>Offline (English)</source>
+        <translation>Ohne Netz (Englisch)</translation>
+    </message>
+    <message>
+        <source>Turns speech into text</source>
+        <translation>Macht Sprache zu Text</translation>
+    </message>
+    <message>
+        <source>Test the speech service</source>
+        <translation>Den Sprachdienst prüfen</translation>
+    </message>
+    <message>
+        <source>Cancel the test</source>
+        <translation>Prüfung abbrechen</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>Model (optional)</source>
+        <translation>Modell (freiwillig)</translation>
+    </message>
+    <message>
+        <source>As the service calls it</source>
+        <translation>Wie der Dienst es nennt</translation>
+    </message>
+    <message>
+        <source>The service needs an API key</source>
+        <translation>Der Dienst braucht einen API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>The environment variable QUORVI_SERVICE sets it to %1 until Quorvi is started without that variable.</source>
+        <translation>Die Umgebungsvariable QUORVI_SERVICE stellt ihn auf %1, bis Quorvi ohne diese Variable gestartet wird.</translation>
+    </message>
+    <message>
+        <source>Recordings go to api.openai.com with your API key.</source>
+        <translation>Aufnahmen gehen mit deinem API-Schlüssel an api.openai.com.</translation>
+    </message>
+    <message>
+        <source>A service with the interface of OpenAI&apos;s speech-to-text API: your own server, or that of another provider. Its key is kept apart from the others.</source>
+        <translation>Ein Dienst mit der Schnittstelle von OpenAIs Spracherkennung: dein eigener Server oder der eines anderen Anbieters. Sein Schlüssel wird getrennt von den anderen aufbewahrt.</translation>
+    </message>
+    <message>
+        <source>Recordings stay on this computer, and no key is needed. English only, and good for short sentences. The recogniser runs while you dictate and five minutes longer.</source>
+        <translation>Aufnahmen bleiben auf diesem Computer, und kein Schlüssel ist nötig. Nur Englisch und gut für kurze Sätze. Der Erkenner läuft, während du diktierst, und fünf Minuten länger.</translation>
+    </message>
+    <message>
+        <source>Waiting for the service…</source>
+        <translation>Warte auf den Dienst …</translation>
     </message>
 </context>
 <context>

@@ -90,6 +90,14 @@
         <source>Paste your API key</source>
         <translation>Επικόλλησε το κλειδί API</translation>
     </message>
+    <message>
+        <source>API key</source>
+        <translation>Κλειδί API</translation>
+    </message>
+    <message>
+        <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
+        <translation>Το κλειδί για το %1. Μένει στην κλειδοθήκη σου και δεν στέλνεται πουθενά αλλού.</translation>
+    </message>
 </context>
 <context>
     <name>Confirmation</name>
@@ -567,6 +575,14 @@
             <numerusform>%1 λέξη · %2 δευτ.</numerusform>
             <numerusform>%1 λέξεις · %2 δευτ.</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Offline recogniser</source>
+        <translation>Αναγνώριση χωρίς δίκτυο</translation>
+    </message>
+    <message>
+        <source>%1 min · not estimated</source>
+        <translation>%1 λεπτά · χωρίς εκτίμηση</translation>
     </message>
 </context>
 <context>
@@ -1558,6 +1574,22 @@
         <source>Your keyring stayed locked, and with it your API key. Dictate again to unlock it.</source>
         <translation>Η κλειδοθήκη σου έμεινε κλειδωμένη και μαζί της το κλειδί API. Υπαγόρευσε ξανά για να την ξεκλειδώσεις.</translation>
     </message>
+    <message>
+        <source>Enter the address of your speech service in Settings.</source>
+        <translation>Γράψε στις Ρυθμίσεις τη διεύθυνση της υπηρεσίας ομιλίας σου.</translation>
+    </message>
+    <message>
+        <source>The offline recogniser is not installed. Install the package quorvi-speech-service.</source>
+        <translation>Η αναγνώριση χωρίς δίκτυο δεν είναι εγκατεστημένη. Εγκατάστησε το πακέτο quorvi-speech-service.</translation>
+    </message>
+    <message>
+        <source>The offline recogniser did not start. Try again, or choose another speech service in Settings.</source>
+        <translation>Η αναγνώριση χωρίς δίκτυο δεν ξεκίνησε. Δοκίμασε ξανά ή διάλεξε άλλη υπηρεσία ομιλίας στις Ρυθμίσεις.</translation>
+    </message>
+    <message>
+        <source>The speech service answered. It is ready for your dictations.</source>
+        <translation>Η υπηρεσία ομιλίας απάντησε. Είναι έτοιμη για τις υπαγορεύσεις σου.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1694,6 +1726,25 @@
         <source>Recording appearance</source>
         <translation>Εμφάνιση ηχογράφησης</translation>
     </message>
+    <message>
+        <source>Search settings</source>
+        <translation>Αναζήτηση στις ρυθμίσεις</translation>
+    </message>
+    <message>
+        <source>Clear search</source>
+        <translation>Καθαρισμός αναζήτησης</translation>
+    </message>
+    <message>
+        <source>No setting matches.</source>
+        <translation>Καμία ρύθμιση δεν ταιριάζει.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sections match. Enter goes to the next match.</source>
+        <translation>
+            <numerusform>Ταιριάζει %n ενότητα. Το Enter πηγαίνει στο επόμενο σημείο.</numerusform>
+            <numerusform>Ταιριάζουν %n ενότητες. Το Enter πηγαίνει στο επόμενο σημείο.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>SetupCard</name>
@@ -1752,6 +1803,22 @@
     <message>
         <source>Ready</source>
         <translation>Έτοιμο</translation>
+    </message>
+    <message>
+        <source>Use the offline recogniser</source>
+        <translation>Χρήση αναγνώρισης χωρίς δίκτυο</translation>
+    </message>
+    <message>
+        <source>Speech service</source>
+        <translation>Υπηρεσία ομιλίας</translation>
+    </message>
+    <message>
+        <source>Offline on this computer, where no key is needed</source>
+        <translation>Χωρίς δίκτυο σε αυτόν τον υπολογιστή, όπου δεν χρειάζεται κλειδί</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Άνοιγμα ρυθμίσεων</translation>
     </message>
 </context>
 <context>
@@ -1874,6 +1941,85 @@
     <message>
         <source>Quorvi %1 · Native for Mac</source>
         <translation>Quorvi %1 · Για Linux</translation>
+    </message>
+    <message>
+        <source>Sections</source>
+        <translation>Ενότητες</translation>
+    </message>
+</context>
+<context>
+    <name>SpeechServiceSettings</name>
+    <message>
+        <source>Speech service</source>
+        <translation>Υπηρεσία ομιλίας</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Δοκιμή</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Ακύρωση</translation>
+    </message>
+    <message>
+        <source>OpenAI</source>
+        <translation>OpenAI</translation>
+    </message>
+    <message>
+        <source>Another service</source>
+        <translation>Άλλη υπηρεσία</translation>
+    </message>
+    <message>
+        <source>Offline (English)</source>
+        <translation>Χωρίς δίκτυο (αγγλικά)</translation>
+    </message>
+    <message>
+        <source>Turns speech into text</source>
+        <translation>Κάνει την ομιλία κείμενο</translation>
+    </message>
+    <message>
+        <source>Test the speech service</source>
+        <translation>Δοκιμή της υπηρεσίας ομιλίας</translation>
+    </message>
+    <message>
+        <source>Cancel the test</source>
+        <translation>Ακύρωση της δοκιμής</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Διεύθυνση</translation>
+    </message>
+    <message>
+        <source>Model (optional)</source>
+        <translation>Μοντέλο (προαιρετικό)</translation>
+    </message>
+    <message>
+        <source>As the service calls it</source>
+        <translation>Όπως το ονομάζει η υπηρεσία</translation>
+    </message>
+    <message>
+        <source>The service needs an API key</source>
+        <translation>Η υπηρεσία χρειάζεται κλειδί API</translation>
+    </message>
+    <message>
+        <source>The environment variable QUORVI_SERVICE sets it to %1 until Quorvi is started without that variable.</source>
+        <translation>Η μεταβλητή περιβάλλοντος QUORVI_SERVICE την ορίζει σε %1, ώσπου το Quorvi να ξεκινήσει χωρίς αυτή τη μεταβλητή.</translation>
+    </message>
+    <message>
+        <source>Recordings go to api.openai.com with your API key.</source>
+        <translation>Οι ηχογραφήσεις πηγαίνουν στο api.openai.com με το κλειδί API σου.</translation>
+    </message>
+    <message>
+        <source>A service with the interface of OpenAI&apos;s speech-to-text API: your own server, or that of another provider. Its key is kept apart from the others.</source>
+        <translation>Μια υπηρεσία με τη διεπαφή μετατροπής ομιλίας σε κείμενο της OpenAI: ο δικός σου διακομιστής ή άλλου παρόχου. Το κλειδί της φυλάσσεται χωριστά από τα άλλα.</translation>
+    </message>
+    <message>
+        <source>Recordings stay on this computer, and no key is needed. English only, and good for short sentences. The recogniser runs while you dictate and five minutes longer.</source>
+        <translation>Οι ηχογραφήσεις μένουν σε αυτόν τον υπολογιστή και δεν χρειάζεται κλειδί. Μόνο αγγλικά, καλό για σύντομες προτάσεις. Η αναγνώριση τρέχει όσο υπαγορεύεις και πέντε λεπτά ακόμη.</translation>
+    </message>
+    <message>
+        <source>Waiting for the service…</source>
+        <translation>Αναμονή για την υπηρεσία…</translation>
     </message>
 </context>
 <context>

@@ -90,6 +90,14 @@
         <source>Paste your API key</source>
         <translation>Paste your API key</translation>
     </message>
+    <message>
+        <source>API key</source>
+        <translation>API key</translation>
+    </message>
+    <message>
+        <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
+        <translation>The key for %1. It stays in your keyring and is sent nowhere else.</translation>
+    </message>
 </context>
 <context>
     <name>Confirmation</name>
@@ -567,6 +575,14 @@
             <numerusform>%1 word · %2 sec</numerusform>
             <numerusform>%1 words · %2 sec</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Offline recogniser</source>
+        <translation>Offline recogniser</translation>
+    </message>
+    <message>
+        <source>%1 min · not estimated</source>
+        <translation>%1 min · not estimated</translation>
     </message>
 </context>
 <context>
@@ -1558,6 +1574,22 @@
         <source>Your keyring stayed locked, and with it your API key. Dictate again to unlock it.</source>
         <translation>Your keyring stayed locked, and with it your API key. Dictate again to unlock it.</translation>
     </message>
+    <message>
+        <source>Enter the address of your speech service in Settings.</source>
+        <translation>Enter the address of your speech service in Settings.</translation>
+    </message>
+    <message>
+        <source>The offline recogniser is not installed. Install the package quorvi-speech-service.</source>
+        <translation>The offline recogniser is not installed. Install the package quorvi-speech-service.</translation>
+    </message>
+    <message>
+        <source>The offline recogniser did not start. Try again, or choose another speech service in Settings.</source>
+        <translation>The offline recogniser did not start. Try again, or choose another speech service in Settings.</translation>
+    </message>
+    <message>
+        <source>The speech service answered. It is ready for your dictations.</source>
+        <translation>The speech service answered. It is ready for your dictations.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1694,6 +1726,25 @@
         <source>Recording appearance</source>
         <translation>Recording appearance</translation>
     </message>
+    <message>
+        <source>Search settings</source>
+        <translation>Search settings</translation>
+    </message>
+    <message>
+        <source>Clear search</source>
+        <translation>Clear search</translation>
+    </message>
+    <message>
+        <source>No setting matches.</source>
+        <translation>No setting matches.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n sections match. Enter goes to the next match.</source>
+        <translation>
+            <numerusform>%n section matches. Enter goes to the next match.</numerusform>
+            <numerusform>%n sections match. Enter goes to the next match.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>SetupCard</name>
@@ -1752,6 +1803,22 @@
     <message>
         <source>Ready</source>
         <translation>Ready</translation>
+    </message>
+    <message>
+        <source>Use the offline recogniser</source>
+        <translation>Use the offline recogniser</translation>
+    </message>
+    <message>
+        <source>Speech service</source>
+        <translation>Speech service</translation>
+    </message>
+    <message>
+        <source>Offline on this computer, where no key is needed</source>
+        <translation>Offline on this computer, where no key is needed</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Open Settings</translation>
     </message>
 </context>
 <context>
@@ -1874,6 +1941,85 @@
     <message>
         <source>Quorvi %1 · Native for Mac</source>
         <translation>Quorvi %1 · Native for Linux</translation>
+    </message>
+    <message>
+        <source>Sections</source>
+        <translation>Sections</translation>
+    </message>
+</context>
+<context>
+    <name>SpeechServiceSettings</name>
+    <message>
+        <source>Speech service</source>
+        <translation>Speech service</translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation>Test</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>OpenAI</source>
+        <translation>OpenAI</translation>
+    </message>
+    <message>
+        <source>Another service</source>
+        <translation>Another service</translation>
+    </message>
+    <message>
+        <source>Offline (English)</source>
+        <translation>Offline (English)</translation>
+    </message>
+    <message>
+        <source>Turns speech into text</source>
+        <translation>Turns speech into text</translation>
+    </message>
+    <message>
+        <source>Test the speech service</source>
+        <translation>Test the speech service</translation>
+    </message>
+    <message>
+        <source>Cancel the test</source>
+        <translation>Cancel the test</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Address</translation>
+    </message>
+    <message>
+        <source>Model (optional)</source>
+        <translation>Model (optional)</translation>
+    </message>
+    <message>
+        <source>As the service calls it</source>
+        <translation>As the service calls it</translation>
+    </message>
+    <message>
+        <source>The service needs an API key</source>
+        <translation>The service needs an API key</translation>
+    </message>
+    <message>
+        <source>The environment variable QUORVI_SERVICE sets it to %1 until Quorvi is started without that variable.</source>
+        <translation>The environment variable QUORVI_SERVICE sets it to %1 until Quorvi is started without that variable.</translation>
+    </message>
+    <message>
+        <source>Recordings go to api.openai.com with your API key.</source>
+        <translation>Recordings go to api.openai.com with your API key.</translation>
+    </message>
+    <message>
+        <source>A service with the interface of OpenAI&apos;s speech-to-text API: your own server, or that of another provider. Its key is kept apart from the others.</source>
+        <translation>A service with the interface of OpenAI&apos;s speech-to-text API: your own server, or that of another provider. Its key is kept apart from the others.</translation>
+    </message>
+    <message>
+        <source>Recordings stay on this computer, and no key is needed. English only, and good for short sentences. The recogniser runs while you dictate and five minutes longer.</source>
+        <translation>Recordings stay on this computer, and no key is needed. English only, and good for short sentences. The recogniser runs while you dictate and five minutes longer.</translation>
+    </message>
+    <message>
+        <source>Waiting for the service…</source>
+        <translation>Waiting for the service…</translation>
     </message>
 </context>
 <context>
