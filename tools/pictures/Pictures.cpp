@@ -14,6 +14,7 @@
 #include "Quorvi/ui/design/DesignStyle.h"
 #include "Quorvi/ui/history/HistoryPage.h"
 #include "Quorvi/ui/history/HistoryRow.h"
+#include "Quorvi/ui/settings/SettingsPage.h"
 #include "Quorvi/ui/translations/Translations.h"
 #include "Quorvi/ui/updates/UpdateWindow.h"
 #include "Quorvi/ui/widgets/Page.h"
@@ -126,6 +127,21 @@ void settingsPages(Album& album) {
         world.model.endShortcutCapture();
         world.beginDictation();
         album.takeWhole(world.show(), "settings-recording");
+    }
+    {
+        WindowWorld world;
+        auto& choice = world.model.speechService().choice();
+        choice.choose(SpeechServiceKind::other);
+        choice.setOtherAddress("https://speech.example.org");
+        world.model.setSelectedPage(WindowPage::settings);
+        album.takeWhole(world.show(), "settings-other-service");
+        choice.choose(SpeechServiceKind::offline);
+        album.takeWhole(world.show(), "settings-offline");
+        for (auto* page : world.window->findChildren<QWidget*>())
+            if (dynamic_cast<SettingsPage*>(page))
+                page->findChild<QLineEdit*>()->setText(QStringLiteral("api"));
+        world.settle();
+        album.take(*world.window, "settings-search");
     }
     WindowWorld world;
     world.preferences.setBytes("savedTextCorrections", bytesOf("not a list"));
