@@ -8,6 +8,7 @@
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/system/MemoryKeyStore.h"
 #include "Quorvi/system/MemoryPreferences.h"
+#include "QuorviCore/transcription/ServiceAddress.h"
 #include "tests/fakes/FakeLocalKeyMonitor.h"
 #include "tests/fakes/PrintedMessage.h"
 #include "tests/support/desktop/EditorUser.h"

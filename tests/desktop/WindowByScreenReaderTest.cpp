@@ -4,6 +4,7 @@
 #include "tests/support/desktop/EditorUser.h"
 #include "tests/support/desktop/Keyring.h"
 #include "tests/support/desktop/ScreenReader.h"
+#include "tests/support/desktop/Speaker.h"
 #include "tests/support/sound/SoundServer.h"
 
 namespace quorvi::test {
@@ -97,6 +98,23 @@ TEST(FirstRun, EachRowIsReadyAsSoonAsTheUserHasSeenToIt) {
     EXPECT_EQ(quorvi.wait(), 0);
 }
 
+// Somebody without an account or a terminal dictates into the window's own field.
+TEST(FirstRun, TheOfflineRecogniserNeedsNoAccountAndNoTerminal) {
+    const Process quorvi({builtProgram("quorvi")});
+    ScreenReader reader(quorvi.pid());
+    TestUser user;
+    ASSERT_TRUE(reader.press(R::pushButton, "Use the offline recogniser")) << reader.everything();
+    ASSERT_TRUE(reader.sees(R::heading, "Ready when you are")) << reader.everything();
+    ASSERT_TRUE(user.bringToFront(quorvi.pid()));
+    ASSERT_TRUE(reader.focus(R::text, "Dictation test field")) << reader.everything();
+    user.press(key::rightAlt);
+    EXPECT_TRUE(reader.sees(R::heading, "Listening…")) << reader.everything();
+    Speaker().speak().wait();
+    user.release(key::rightAlt);
+    const auto written = [&] { return reader.content(R::text, "Dictation test field"); };
+    EXPECT_TRUE(eventually([&] { return written() == writtenSentence; })) << written();
+}
+
 // From the first start to the first text in another program.
 TEST_F(WindowByScreenReader, ANewUserSetsUpAKeyAndTestsPasting) {
     expect(R::heading, "Complete setup to start");
@@ -144,6 +162,7 @@ TEST_F(WindowByScreenReader, DictationsAreFoundRememberedFromAndDeletedAndEveryt
 
     press(R::pushButton, "Delete dictation");
     press(R::pushButton, "Cancel");
+    expectGone(R::pushButton, "Cancel");  // with the whole question
     expect(R::label, "We met Kunigunde.");
     press(R::pushButton, "Delete dictation");
     press(R::pushButton, "Delete");

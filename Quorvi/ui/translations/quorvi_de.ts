@@ -1946,6 +1946,10 @@
         <source>Sections</source>
         <translation>Abschnitte</translation>
     </message>
+    <message>
+        <source>Section: %1</source>
+        <translation>Abschnitt: %1</translation>
+    </message>
 </context>
 <context>
     <name>SpeechServiceSettings</name>

@@ -1946,6 +1946,10 @@
         <source>Sections</source>
         <translation>Sections</translation>
     </message>
+    <message>
+        <source>Section: %1</source>
+        <translation>Section: %1</translation>
+    </message>
 </context>
 <context>
     <name>SpeechServiceSettings</name>

@@ -145,6 +145,7 @@ void Sidebar::makeParts(const QStringList& names) {
     QWidget* before = items_.buttons().last();
     for (int part = 0; part < names.size(); ++part) {
         auto* item = new SidebarItem(names[part], nullptr);
+        item->setAccessibleName(tr("Section: %1").arg(names[part]));
         partItems_.addButton(item, part);
         parts_->layout()->addWidget(item);
         setTabOrder(before, item);

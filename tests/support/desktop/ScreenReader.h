@@ -50,6 +50,20 @@ public:
                                  atspi::arguments(content));
         });
     }
+    bool focus(Role role, const std::string& name) {
+        return eventually([&] {
+            const auto found = find(role, name);
+            return found && call(*found, "org.a11y.atspi.Component", "GrabFocus");
+        });
+    }
+    // What a text field holds; empty if it is not shown.
+    std::string content(Role role, const std::string& name) {
+        const auto found = find(role, name);
+        if (!found) return {};
+        return atspi::readText(
+                   call(*found, "org.a11y.atspi.Text", "GetText", atspi::arguments(0, -1)))
+            .value_or("");
+    }
     // The roles of what can be used and has no name. Nobody asks for that of a scroll bar.
     std::string unnamed() {
         std::string all;
