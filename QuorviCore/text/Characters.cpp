@@ -10,8 +10,15 @@ namespace quorvi::text {
 
 namespace {
 
-bool breaksLikeAnyCharacter(UChar32 c) {
-    return u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK) == U_GCB_OTHER;
+int breakClass(UChar32 c) {
+    return u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK);
+}
+
+// A control, such as one of direction, stands alone.
+bool isBoundaryBetween(UChar32 before, UChar32 after) {
+    const int left = breakClass(before), right = breakClass(after);
+    return left == U_GCB_CONTROL || right == U_GCB_CONTROL ||
+           (left == U_GCB_OTHER && right == U_GCB_OTHER);
 }
 
 // Whether the adjacent code points alone make the offset a boundary; otherwise only the full rules
@@ -24,9 +31,23 @@ bool isPlainBoundary(std::string_view s, std::size_t offset) {
     if ((static_cast<unsigned char>(before) | static_cast<unsigned char>(after)) < 0x80)
         return before != '\r' || after != '\n';
     std::size_t i = offset;
-    if (!breaksLikeAnyCharacter(icuText::previous(s, i))) return false;
+    const UChar32 last = icuText::previous(s, i);
     i = offset;
-    return breaksLikeAnyCharacter(icuText::next(s, i));
+    return isBoundaryBetween(last, icuText::next(s, i));
+}
+
+// The end of a letter with its marks, in a script where marks join no letters; `i` is behind the
+// letter. Nothing where only the full rules can tell.
+std::optional<std::size_t> endOfMarks(std::string_view s, UChar32 letter, std::size_t i) {
+    constexpr UChar32 firstIndic = 0x900;
+    if (letter >= firstIndic || breakClass(letter) != U_GCB_OTHER) return std::nullopt;
+    for (std::size_t end = i; end < s.size(); end = i) {
+        const UChar32 c = icuText::next(s, i);
+        if (breakClass(c) == U_GCB_EXTEND) continue;
+        if (c < firstIndic && breakClass(c) == U_GCB_OTHER) return end;
+        return std::nullopt;
+    }
+    return i;
 }
 
 }  // namespace
@@ -58,8 +79,10 @@ std::size_t previousCharacter(std::string_view s, std::size_t offset) {
 
 std::size_t nextCharacter(std::string_view s, std::size_t offset) {
     std::size_t i = offset;
-    icuText::next(s, i);
-    return isPlainBoundary(s, i) ? i : GraphemeIterator(s).following(offset);
+    const UChar32 first = icuText::next(s, i);
+    if (isPlainBoundary(s, i)) return i;
+    if (const auto end = endOfMarks(s, first, i)) return *end;
+    return GraphemeIterator(s).following(offset);
 }
 
 std::size_t sharedStart(std::string_view a, std::string_view b) {
