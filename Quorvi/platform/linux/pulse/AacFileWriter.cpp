@@ -61,7 +61,13 @@ public:
         check(::close(std::exchange(fd_, -1)) < 0 ? AVERROR(errno) : 0, say::recordingNotWritten);
     }
 
-    static int write(void* self, std::uint8_t* data, int size) {
+    // The data are constant from FFmpeg 7 on.
+#if LIBAVFORMAT_VERSION_MAJOR >= 61
+    using Data = const std::uint8_t;
+#else
+    using Data = std::uint8_t;
+#endif
+    static int write(void* self, Data* data, int size) {
         const int fd = static_cast<OutputFile*>(self)->fd_;
         for (int done = 0; done < size;) {
             const auto count = ::write(fd, data + done, static_cast<std::size_t>(size - done));
