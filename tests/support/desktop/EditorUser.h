@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -25,9 +26,14 @@ struct EditorUser {
         user.bringToFront(editor.pid());
         openField = reader.waitForFocus(editor.pid(), role);
         if (!openField) ADD_FAILURE() << command.front() << " shows no " << role;
-        // A program that is still starting takes its time over the first question.
-        if (openField) eventually([&] { return reader.selection(*openField).has_value(); });
+        // A program that is still starting takes its time, longer than a dictation waits for it.
+        if (openField) eventually([&] { return answersAtOnce() && answersAtOnce(); });
         return openField;
+    }
+    bool answersAtOnce() {
+        const auto asked = std::chrono::steady_clock::now();
+        return reader.selection(*openField).has_value() &&
+               std::chrono::steady_clock::now() - asked < std::chrono::milliseconds(40);
     }
     std::optional<AXElement> openMousepad(const std::string& content = {}) {
         return open(mousepad(folder.write("note.txt", content)));
