@@ -61,10 +61,23 @@ void PostgresServer::stop() {
     process_.wait();
 }
 
+// Each session's process is the leader of a group of its own, so a signal to the server's group
+// does not reach it.
+std::string PostgresServer::children() const {
+    return "$(ps -o pid= --ppid " + std::to_string(process_.pid()) + ")";
+}
+
+void PostgresServer::freeze() const {
+    shell("kill -STOP " + std::to_string(process_.pid()) + "; kill -STOP " + children());
+}
+
+void PostgresServer::thaw() const {
+    shell("kill -CONT " + std::to_string(process_.pid()) + " " + children());
+}
+
 void PostgresServer::kill() {
-    const auto pid = std::to_string(process_.pid());
-    shell("kill -STOP " + pid + "; children=$(ps -o pid= --ppid " + pid +
-          "); kill -STOP $children; kill -9 " + pid + " $children");
+    freeze();
+    shell("kill -9 " + std::to_string(process_.pid()) + " " + children());
     process_.wait();
 }
 

@@ -29,8 +29,9 @@ public:
     // With all its processes, in the midst of whatever they do. They stand still before the first
     // of them dies: one that is left over for a moment would tell its client of the others' end.
     void kill();
-    void freeze() const { process_.freeze(); }
-    void thaw() const { process_.thaw(); }
+    // With all its processes, too.
+    void freeze() const;
+    void thaw() const;
     pid_t pid() const { return process_.pid(); }
 
     // What the database answers an administrator, a line for each row.
@@ -63,6 +64,7 @@ public:
     static void own(const std::string& path);
 
 private:
+    std::string children() const;
     static std::string program(const std::string& name);
     static std::vector<std::string> asServer(std::vector<std::string> command);
     static int freePort();
