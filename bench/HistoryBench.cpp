@@ -211,8 +211,8 @@ private:
         for (int i = 0; i < 400; ++i) {
             date += 600;
             const double start = millisecondsNow();
-            store.record("some words " + text, 12, "Mail", "automatic", TranscriptionModel::mini,
-                         {date});
+            store.record("some words " + text, 12, "Mail", "automatic",
+                         DictationCostEstimate::of(TranscriptionModel::mini), {date});
             times.push_back(millisecondsNow() - start);
             scheduler.runFor(2ms);
         }

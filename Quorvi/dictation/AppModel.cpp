@@ -41,7 +41,10 @@ AppModel::AppModel(Environment environment)
     settingsObserver_ = settings_.onChange(chosenSettings(), [this] { followSettings(); });
     connectParts();
     session_.removeStaleRecordings();
-    keyObserver_ = service_.keys().onChange([this] { permissions_.refresh(); });
+    keyObserver_ = service_.keys().onChange([this] {
+        permissions_.refresh();
+        changed();  // the offline service may have been installed
+    });
     permissions_.start();
     sleepObserver_ = environment_.workspace.onWillSleep([this] { cancel(); });
     lockObserver_ = environment_.workspace.onScreenLock([this] {

@@ -74,10 +74,6 @@ public:
     // `language` the raw value of the DictationLanguage. Texts without words are not recorded.
     void record(const std::string& text, double duration, const std::string& appName,
                 const std::string& language, DictationCostEstimate price, Date date);
-    void record(const std::string& text, double duration, const std::string& appName,
-                const std::string& language, TranscriptionModel model, Date date) {
-        record(text, duration, appName, language, DictationCostEstimate::of(model), date);
-    }
     void remove(const Uuid& id);
     void clear();
     // Removes texts that are older than the retention allows.

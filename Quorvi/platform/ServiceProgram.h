@@ -4,6 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "QuorviCore/async/Observable.h"
+
 namespace quorvi {
 
 // A program of this machine that serves over HTTP while it runs. Main thread.
@@ -25,8 +27,10 @@ public:
 
     virtual ~ServiceProgram() = default;
 
-    // Cheap.
-    virtual bool isInstalled() const = 0;
+    // As last known, without blocking; starts a new look now and then. Observers are called when
+    // the answer has changed.
+    virtual bool isInstalled() = 0;
+    [[nodiscard]] virtual Subscription onInstalledChange(std::function<void()> observer) = 0;
 
     // Starts it. The events come in later turns, onEnd at most once and as the last one. The
     // program ends with this process, however that ends.

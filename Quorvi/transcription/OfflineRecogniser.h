@@ -24,6 +24,9 @@ public:
         : program_(program), scheduler_(scheduler) {}
 
     bool isInstalled() const { return program_ && program_->isInstalled(); }
+    [[nodiscard]] Subscription onInstalledChange(std::function<void()> observer) const {
+        return program_ ? program_->onInstalledChange(std::move(observer)) : Subscription();
+    }
     bool isRunning() const { return run_ != nullptr; }
 
     // Starts the program unless it runs, and keeps it for the next few minutes.

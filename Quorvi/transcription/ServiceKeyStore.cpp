@@ -17,7 +17,8 @@ ServiceKeyStore::ServiceKeyStore(const SpeechServiceChoice& choice,
       choiceChanges_(choice.onChange([this] {
           follow();
           changes_.notify();
-      })) {
+      })),
+      programChanges_(offline.onInstalledChange([this] { changes_.notify(); })) {
     follow();
 }
 

@@ -54,6 +54,7 @@ private:
     Subscription mainChanges_;
     Subscription otherChanges_;
     Subscription choiceChanges_;
+    Subscription programChanges_;
 };
 
 }  // namespace quorvi

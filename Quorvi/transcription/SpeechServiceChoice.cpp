@@ -56,9 +56,7 @@ std::string SpeechServiceChoice::validAddress() const {
 }
 
 bool SpeechServiceChoice::takesKey() const {
-    if (isFixed()) return true;
-    return kind() == SpeechServiceKind::openAI ||
-           (kind() == SpeechServiceKind::other && otherTakesKey());
+    return usesMainKey() || (kind() == SpeechServiceKind::other && otherTakesKey());
 }
 
 Subscription SpeechServiceChoice::onChange(std::function<void()> observer) const {

@@ -35,8 +35,10 @@ public:
     std::string address() const;
     // The same; empty if it is not valid.
     std::string validAddress() const;
-    // Whether requests carry the user's API key.
+    // Whether requests carry an API key, and if so, whether that is the key of the OpenAI API, as
+    // for a fixed address, and not one of this service's own.
     bool takesKey() const;
+    bool usesMainKey() const { return isFixed() || kind() == SpeechServiceKind::openAI; }
 
     [[nodiscard]] Subscription onChange(std::function<void()> observer) const;
 

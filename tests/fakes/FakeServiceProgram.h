@@ -13,7 +13,10 @@ class FakeServiceProgram : public ServiceProgram {
 public:
     explicit FakeServiceProgram(Scheduler& scheduler) : scheduler_(scheduler) {}
 
-    bool isInstalled() const override { return installed; }
+    bool isInstalled() override { return installed; }
+    Subscription onInstalledChange(std::function<void()> observer) override {
+        return changes.subscribe(std::move(observer));
+    }
     std::unique_ptr<Run> start(Events events) override {
         ++starts;
         auto run = std::make_unique<Running>(*this, std::move(events));
@@ -31,6 +34,7 @@ public:
     bool fails = false;
     Duration startsWithin = std::chrono::milliseconds(800);
     int starts = 0;
+    Observable changes;  // of `installed`
     bool isRunning() const { return running != nullptr; }
 
 private:

@@ -39,7 +39,8 @@ protected:
         scheduler.settle();
     }
     void dictate(const std::string& text, double daysAgo = 0) {
-        store->record(text, 2, "Mail", "automatic", TranscriptionModel::mini, ago(daysAgo));
+        store->record(text, 2, "Mail", "automatic",
+                      DictationCostEstimate::of(TranscriptionModel::mini), ago(daysAgo));
     }
     Date ago(double days) const {
         return {scheduler.date().secondsSinceReferenceDate - days * 86'400};

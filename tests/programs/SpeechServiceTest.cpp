@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixServiceProgram.h"
+#include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/transcription/TranscriptionClient.h"
 #include "tests/support/Paths.h"
 #include "tests/support/Process.h"
@@ -62,6 +64,7 @@ protected:
     }
     LoopScheduler scheduler;
     CurlTransport transport{scheduler};
+    SerialExecutor disk{"disk"};
     TestFolder folder;
     std::string known = folder.write("sentences", sentenceLines);
     std::unique_ptr<Process> service;
@@ -163,7 +166,8 @@ TEST_F(SpeechServiceTest, SignalEndsItCleanlyWhileRequestsWait) {
 TEST_F(SpeechServiceTest, ASupervisedOneServesItsStarterAloneAndEndsWithIt) {
     std::optional<ServiceProgram::Endpoint> endpoint;
     int ends = 0;
-    PosixServiceProgram supervisor(scheduler, program, {"--supervised", "--sentences", known});
+    PosixServiceProgram supervisor(scheduler, disk, program,
+                                   {"--supervised", "--sentences", known});
     const auto start = [&] {
         endpoint.reset();
         auto run =
@@ -194,10 +198,15 @@ TEST_F(SpeechServiceTest, ASupervisedOneServesItsStarterAloneAndEndsWithIt) {
     orphan.readLine();
     orphan.closeInput();
     EXPECT_EQ(orphan.wait(), 0);
-    PosixServiceProgram nothing(scheduler, "/nonexistent", {});
+    PosixServiceProgram nothing(scheduler, disk, folder.path() / "later", {});
     EXPECT_FALSE(nothing.isInstalled());
     const auto failing = nothing.start({[](auto) { FAIL(); }, [&] { ++ends; }});
     EXPECT_TRUE(until(scheduler, [&] { return ends == 2; }));
+    int news = 0;
+    const auto changes = nothing.onInstalledChange([&] { ++news; });
+    std::filesystem::create_symlink(program, folder.path() / "later");
+    EXPECT_TRUE(until(scheduler, [&] { return nothing.isInstalled(); }));
+    EXPECT_EQ(news, 1);
 }
 
 TEST_F(SpeechServiceTest, ExitCodesTellWhyItDidNotStart) {

@@ -44,7 +44,8 @@ public:
     }
 
     void dictate(const std::string& text, double daysAgo = 0) {
-        history->record(text, 2, "Editor", "el", TranscriptionModel::transcribe,
+        history->record(text, 2, "Editor", "el",
+                        DictationCostEstimate::of(TranscriptionModel::transcribe),
                         {scheduler.date().secondsSinceReferenceDate - daysAgo * 86400});
     }
     // The texts of the history, newest first; "-" for a dropped text.

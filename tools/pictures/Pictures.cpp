@@ -189,9 +189,10 @@ void fillHistory(WindowWorld& world) {
     const char* const apps[] = {"Mail", "Text Editor", "Firefox", "Notes"};
     const double now = world.scheduler.date().secondsSinceReferenceDate;
     for (int i = 60; i >= 0; --i)
-        world.history.record(texts[i % 5], 4 + i % 9, apps[i % 4 * (i % 3 != 0)], "automatic",
-                             allTranscriptionModels[static_cast<std::size_t>(i % 3)],
-                             {now - i * (i < 8 ? 2'500.0 : 41'000.0) - 60});
+        world.history.record(
+            texts[i % 5], 4 + i % 9, apps[i % 4 * (i % 3 != 0)], "automatic",
+            DictationCostEstimate::of(allTranscriptionModels[static_cast<std::size_t>(i % 3)]),
+            {now - i * (i < 8 ? 2'500.0 : 41'000.0) - 60});
 }
 
 void historyPages(Album& album) {

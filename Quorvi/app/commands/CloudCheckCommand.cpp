@@ -35,8 +35,7 @@ std::string missingAccount(const std::string& address) {
                ? "Cloud check: the server does not let you in. Check its address, and store its "
                  "password with quorvi --store-cloud-password."
                : "Cloud check: the folder can't be used. Check that it exists and that you may "
-                 "write "
-                 "to it.";
+                 "write to it.";
 }
 
 Task<void> check(CloudDatabase& database, const std::string& address,

@@ -147,12 +147,11 @@ private:
     }
 
     void checkKeyring() {
-        if (!choice_.takesKey() || choice_.validAddress().empty())
-            return note("Keyring", "no API key is needed.");
+        if (!choice_.takesKey()) return note("Keyring", "no API key is needed.");
+        if (choice_.validAddress().empty())
+            return note("Keyring", "not checked, the speech service's address is not valid.");
         SecretServiceKeychain keychain(scheduler_);
-        auto name = choice_.isFixed() || choice_.kind() == SpeechServiceKind::openAI
-                        ? mainKeyQuery()
-                        : otherKeyQuery(choice_.validAddress());
+        auto name = choice_.usesMainKey() ? mainKeyQuery() : otherKeyQuery(choice_.validAddress());
         auto status = keychain.exists(name, {});
         name.synchronizable = true;
         if (status != KeychainStatus::success) status = keychain.exists(name, {});

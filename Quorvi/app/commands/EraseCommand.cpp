@@ -32,7 +32,7 @@ void explain(const UserFolders& folders, const std::optional<std::string>& cloud
         "This removes from this machine, for good:\n"
         "  %s: your dictations, and what is kept for the synchronisation\n"
         "  %s: your rules and settings\n"
-        "  the API key%s in your keyring\n"
+        "  the API keys%s in your keyring\n"
         "  the start at login, if it is on\n",
         folders.data.c_str(), folders.config.c_str(),
         cloud && isServerAddress(*cloud) ? " and the password of the cloud" : "");
@@ -78,23 +78,18 @@ bool removeFolder(const fs::path& folder) {
     return false;
 }
 
-bool removeCloudPassword(const std::string& cloud) {
-    if (!isServerAddress(cloud)) return true;
+bool removeSecrets(const KeychainQuery& query, const char* what) {
     LoopScheduler scheduler;
     SecretServiceKeychain keychain(scheduler);
-    const auto status = keychain.remove(cloudPasswordQuery(cloud), {});
+    const auto status = keychain.remove(query, {});
     if (status == KeychainStatus::success || status == KeychainStatus::itemNotFound) return true;
-    std::fprintf(stderr, "quorvi: The password of the cloud could not be removed.\n");
+    std::fprintf(stderr, "quorvi: %s could not be removed.\n", what);
     return false;
 }
 
-bool removeOtherKeys() {
-    LoopScheduler scheduler;
-    SecretServiceKeychain keychain(scheduler);
-    const auto status = keychain.remove(otherKeyQuery({}), {});
-    if (status == KeychainStatus::success || status == KeychainStatus::itemNotFound) return true;
-    std::fprintf(stderr, "quorvi: The keys of other speech services could not be removed.\n");
-    return false;
+bool removeCloudPassword(const std::string& cloud) {
+    return !isServerAddress(cloud) ||
+           removeSecrets(cloudPasswordQuery(cloud), "The password of the cloud");
 }
 
 bool removeLoginItem() {
@@ -123,7 +118,7 @@ int erase(bool isSure) {
     if (!isSure && !isConfirmed()) return 1;
     // Goes on after a failure. The keyring first, since the settings say what is in it.
     const std::array done{runKeyCommand(KeyCommand::remove) == 0,
-                          removeOtherKeys(),
+                          removeSecrets(otherKeyQuery({}), "The keys of other speech services"),
                           removeCloudPassword(cloud.value_or("")),
                           removeLoginItem(),
                           removeFolder(folders.data),

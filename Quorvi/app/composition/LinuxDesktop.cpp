@@ -66,7 +66,7 @@ struct LinuxDesktop::Adapters {
           soundOutput(sound),
           permissions(sound, scheduler),
           transport(scheduler),
-          recogniser(scheduler, std::move(speechProgram), {"--supervised", "--punctuate"}),
+          recogniser(scheduler, probes, std::move(speechProgram), {"--supervised", "--punctuate"}),
           clockChanges(scheduler),
           calendar(clockChanges, history, scheduler) {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);

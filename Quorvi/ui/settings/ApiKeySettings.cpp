@@ -69,7 +69,7 @@ void ApiKeySettings::build() {
 
 void ApiKeySettings::refresh() {
     const auto& choice = model_.speechService().choice();
-    const bool isMain = choice.isFixed() || choice.kind() == SpeechServiceKind::openAI;
+    const bool isMain = choice.usesMainKey();
     setVisible(choice.takesKey());
     setEnabled(!isActive(model_.stage()));
     apiKey_->setAccessibleName(isMain ? tr("OpenAI API key") : tr("API key"));

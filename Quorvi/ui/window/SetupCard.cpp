@@ -50,7 +50,7 @@ void SetupCard::refreshService() {
     auto& row = rows_.front();
     const auto& service = model_.speechService();
     const auto& choice = service.choice();
-    const bool isMain = choice.isFixed() || choice.kind() == SpeechServiceKind::openAI;
+    const bool isMain = choice.usesMainKey();
     row.title->setText(isMain ? tr("OpenAI API key") : tr("Speech service"));
     if (isMain)
         row.detail->setText(tr("Stored securely in your Mac’s Keychain"));

@@ -96,6 +96,24 @@ TEST_F(SecretServiceKeychainTest, EveryProgramSeesWhatAnyOfThemSavedOrRemoved) {
     EXPECT_EQ(other.read(), unavailable);
 }
 
+TEST_F(SecretServiceKeychainTest, EachServiceHasAKeyOfItsOwnAndAllCanBeRemoved) {
+    EXPECT_EQ(program.save("sk-main"), "done");
+    std::map<std::string, std::unique_ptr<KeychainStore>> others;
+    for (const std::string address : {"https://one.example", "https://two.example"}) {
+        auto& store = others[address] = std::make_unique<KeychainStore>(
+            program.keychain, program.preferences, program.executor, loop, address);
+        EXPECT_EQ(program.outcome(store->save("sk-" + address)), "done");
+    }
+    for (const auto& [address, store] : others)
+        EXPECT_EQ(program.item(otherKeyQuery(address)), "sk-" + address);
+    const Running<KeychainStatus> removing(inBackground(
+        program.executor, loop, [&] { return program.keychain.remove(otherKeyQuery({}), {}); }));
+    EXPECT_TRUE(await(loop, removing));
+    for (const auto& [address, store] : others)
+        EXPECT_EQ(program.item(otherKeyQuery(address)), "-25300");
+    EXPECT_EQ(program.read(), "sk-main");
+}
+
 TEST_F(SecretServiceKeychainTest, OnlyAReadAsksTheUserToUnlock) {
     keyring.allowPrompter();
     EXPECT_EQ(program.save("sk-key"), "done");

@@ -135,7 +135,8 @@ private:
     void dictate() {
         auto& history = *program_.history;
         const auto daysAgo = static_cast<double>(below(3) * 50);
-        history.record("words " + word(), 2, "Editor", "el", TranscriptionModel::transcribe,
+        history.record("words " + word(), 2, "Editor", "el",
+                       DictationCostEstimate::of(TranscriptionModel::transcribe),
                        {clock_.date().secondsSinceReferenceDate - daysAgo * 86400});
         const auto& record = history.records()[0];
         // Retention may drop an old text at any time.

@@ -22,7 +22,8 @@ protected:
     }
     void record(const std::string& text, Date date, const std::string& app = "Mail",
                 double seconds = 2) {
-        world.history.record(text, seconds, app, "automatic", TranscriptionModel::transcribe, date);
+        world.history.record(text, seconds, app, "automatic",
+                             DictationCostEstimate::of(TranscriptionModel::transcribe), date);
     }
     Seen history() { return open(WindowPage::history); }
     int rows() { return history().count("[Delete dictation]"); }

@@ -109,6 +109,23 @@ TEST_F(MainWindowTest, TheSpeechServiceIsChosenAndTriedOut) {
     EXPECT_TRUE(world.model.ready());
 }
 
+TEST_F(MainWindowTest, SectionsOfTheSettingsAreListedAndASearchShowsWhatMatches) {
+    open(WindowPage::settings);
+    EXPECT_TRUE(window().has("(General: on) | (Dictation: off)")) << window().text();
+    window().press("Section: Privacy");
+    EXPECT_TRUE(window().has("(Privacy: on)"));
+    auto& query = page().control<QLineEdit>("Search settings");
+    query.setText("ÓPENAI");
+    EXPECT_TRUE(page().has("Speech service"));
+    EXPECT_FALSE(page().has("Launch Quorvi at login"));
+    EXPECT_TRUE(window().has("(API key: off)"));
+    EXPECT_FALSE(window().has("(General: "));
+    query.setText("no such words");
+    EXPECT_TRUE(page().has("No setting matches."));
+    query.clear();
+    EXPECT_TRUE(page().has("Launch Quorvi at login"));
+}
+
 TEST_F(MainWindowTest, ARefusedKeyCanBeMendedAndAKeyIsNeverShown) {
     const auto settings = open(WindowPage::settings);
     auto& field = settings.control<QLineEdit>("OpenAI API key");

@@ -25,7 +25,8 @@ namespace quorvi {
 
 namespace {
 
-constexpr int patience = 1000;  // ms between the request to end and SIGKILL
+constexpr auto freshness = std::chrono::seconds(2);  // of the answer whether it is installed
+constexpr int patience = 1000;                       // ms between the request to end and SIGKILL
 constexpr std::string_view announcement = "listening on ";
 constexpr std::size_t longestLine = 200;
 
@@ -37,6 +38,10 @@ struct Pipe {
         return Pipe{std::make_unique<Descriptor>(ends[0]), std::make_unique<Descriptor>(ends[1])};
     }
 };
+
+bool isProgram(const std::string& path) {
+    return access(path.c_str(), X_OK) == 0;
+}
 
 // 128 random bits in hexadecimal digits.
 std::string newToken() {
@@ -162,17 +167,35 @@ private:
 
 }  // namespace
 
-PosixServiceProgram::PosixServiceProgram(Scheduler& scheduler, std::string path,
+PosixServiceProgram::PosixServiceProgram(Scheduler& scheduler, Executor& executor, std::string path,
                                          std::vector<std::string> arguments)
-    : scheduler_(scheduler), path_(std::move(path)), arguments_(std::move(arguments)) {}
+    : scheduler_(scheduler),
+      executor_(executor),
+      path_(std::move(path)),
+      arguments_(std::move(arguments)),
+      isInstalled_(isProgram(path_)),
+      lookedAt_(scheduler.now()) {}
 
 PosixServiceProgram::~PosixServiceProgram() {
     for (const auto& watch : watches_) watch->stop();
     for (const auto& watch : watches_) watch->thread.join();
 }
 
-bool PosixServiceProgram::isInstalled() const {
-    return access(path_.c_str(), X_OK) == 0;
+bool PosixServiceProgram::isInstalled() {
+    if (!isLooking_ && scheduler_.now() - lookedAt_ > freshness) {
+        isLooking_ = true;
+        executor_.run([path = path_, &scheduler = scheduler_,
+                       report = lifetime_.guard([this](bool found) { looked(found); })] {
+            scheduler.post([report, found = isProgram(path)] { report(found); });
+        });
+    }
+    return isInstalled_;
+}
+
+void PosixServiceProgram::looked(bool found) {
+    isLooking_ = false;
+    lookedAt_ = scheduler_.now();
+    if (std::exchange(isInstalled_, found) != found) changes_.notify();
 }
 
 std::unique_ptr<ServiceProgram::Run> PosixServiceProgram::start(Events events) {

@@ -2,9 +2,12 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Quorvi/platform/ServiceProgram.h"
+#include "QuorviCore/async/Executor.h"
+#include "QuorviCore/async/Lifetime.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
@@ -15,21 +18,34 @@ namespace quorvi {
 // waits for the programs' ends, a second at most.
 class PosixServiceProgram : public ServiceProgram {
 public:
-    // The program's path and its arguments.
-    PosixServiceProgram(Scheduler& scheduler, std::string path, std::vector<std::string> arguments);
+    // The program's path and its arguments. The executor, which outlives this object, looks whether
+    // it is there; the first look blocks.
+    PosixServiceProgram(Scheduler& scheduler, Executor& executor, std::string path,
+                        std::vector<std::string> arguments);
     ~PosixServiceProgram() override;
 
-    bool isInstalled() const override;
+    bool isInstalled() override;
+    [[nodiscard]] Subscription onInstalledChange(std::function<void()> observer) override {
+        return changes_.subscribe(std::move(observer));
+    }
     std::unique_ptr<Run> start(Events events) override;
 
 private:
     struct Watch;
     class Running;
 
+    void looked(bool found);
+
     Scheduler& scheduler_;
+    Executor& executor_;
     std::string path_;
     std::vector<std::string> arguments_;
     std::vector<std::shared_ptr<Watch>> watches_;
+    bool isInstalled_;
+    bool isLooking_ = false;
+    TimePoint lookedAt_;
+    Observable changes_;
+    Lifetime lifetime_;
 };
 
 }  // namespace quorvi
