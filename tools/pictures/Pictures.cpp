@@ -78,6 +78,7 @@ void dictationPages(Album& album) {
         WindowWorld world;
         world.withdrawEverything();
         album.takeWhole(world.show(), "dictation-setup");
+        album.take(*world.window, "dictation-setup-top");
         world.permissions.setMicrophone(MicrophoneAuthorization::authorized);
         world.saveKey();
         album.takeWhole(world.show(), "dictation-setup-partly");
@@ -209,7 +210,9 @@ void historyPages(Album& album) {
         world.settle();
         fillHistory(world);
         takePage(album, world, WindowPage::history, "history-full");
+        album.take(*world.window, "history-top");
         takePage(album, world, WindowPage::insights, "insights-full");
+        album.take(*world.window, "insights-top");
         // Found by type, since its text depends on the language.
         for (auto* widget : world.window->findChildren<QWidget*>())
             if (dynamic_cast<HistoryPage*>(widget))
