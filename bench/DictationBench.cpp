@@ -78,6 +78,10 @@ private:
 class WatchedInput : public AudioInput {
 public:
     explicit WatchedInput(AudioInput& input) : input_(input) {}
+    std::vector<Microphone> microphones() const override { return input_.microphones(); }
+    Observable& microphonesChanged() override { return input_.microphonesChanged(); }
+    void prefer(std::string name) override { input_.prefer(std::move(name)); }
+    std::unique_ptr<AudioLevel> makeLevel() override { return input_.makeLevel(); }
     std::unique_ptr<AudioCapture> makeCapture() override {
         auto capture = input_.makeCapture();
         current = capture.get();

@@ -31,6 +31,7 @@ AppModel::AppModel(Environment environment)
       key_(service_.keys()),
       permissions_({environment_.scheduler, environment_.permissions, environment_.accessibility,
                     environment_.workspace, hotkey_, key_, status_}),
+      microphone_(settings_, environment_.audioInput),
       session_(sessionEnvironment()),
       insertionTest_({environment_.scheduler, session_, insertion_, learning_,
                       environment_.corrections, hotkey_, permissions_, status_}),
@@ -57,6 +58,7 @@ DictationSession::Environment AppModel::sessionEnvironment() {
     return {.scheduler = e.scheduler,
             .disk = e.disk,
             .audioInput = e.audioInput,
+            .microphone = microphone_,
             .recordings = e.recordings,
             .soundOutput = e.soundOutput,
             .service = service_,
@@ -92,7 +94,7 @@ void AppModel::followSettings() {
 
 void AppModel::connectParts() {
     status_.onChange = key_.onChange = permissions_.onChange = session_.onChange =
-        shortcutCapture_.onChange = [this] { changed(); };
+        shortcutCapture_.onChange = microphone_.onChange = [this] { changed(); };
     status_.onShowOverlay = [this] {
         if (showOverlay) showOverlay();
     };

@@ -7,6 +7,7 @@
 #include "Quorvi/dictation/DictationSession.h"
 #include "Quorvi/dictation/DictationStatus.h"
 #include "Quorvi/dictation/InsertionTest.h"
+#include "Quorvi/dictation/MicrophoneChoice.h"
 #include "Quorvi/dictation/PasteLearning.h"
 #include "Quorvi/dictation/Permissions.h"
 #include "Quorvi/dictation/RecordingCue.h"
@@ -157,6 +158,9 @@ public:
     // Tries it out; see SpeechService::test().
     Task<void> testSpeechService(std::stop_token stop) { return service_.test(options(), stop); }
 
+    // The microphone. Its changes are told to observers of the model, too.
+    MicrophoneChoice& microphone() { return microphone_; }
+
     bool isIdle() const {
         return session_.isIdle() && insertionTest_.isIdle() && learning_.isIdle();
     }
@@ -198,6 +202,7 @@ private:
     SpeechService service_;
     ApiKey key_;
     Permissions permissions_;
+    MicrophoneChoice microphone_;
     DictationSession session_;
     InsertionTest insertionTest_;
     ShortcutCapture shortcutCapture_;

@@ -85,6 +85,7 @@ void DictationSession::start() {
     endsAtBeginning_ = false;
     environment_.hotkey.setCancelEnabled(true);
     recorder_.prepare();
+    if (onChange) onChange();  // whoever else listens to the microphone ends that
     startTask_ = tasks_.start(
         [this, id = supersede()](std::stop_token stop) { return begin(id, std::move(stop)); });
 }
@@ -139,13 +140,18 @@ void DictationSession::recordingBegan(InsertionTarget target) {
     soundStart();
     resetMeter();
     status.keepOverlay();
-    // Without an element nobody can tell whether it is a password field.
-    status.enter(DictationStage::recording, target_->element ? say::dictatingInto(target_->app())
-                                                             : say::uncheckedField(target_->app()));
+    status.enter(DictationStage::recording, firstSentence());
     status.showOverlay();
     meterTimer_ = environment_.scheduler.every(meterInterval, [this] { meterTick(); });
     limitTimer_ = environment_.scheduler.after(longestRecording, [this] { finish(); });
     if (std::exchange(endsAtBeginning_, false)) finish();
+}
+
+Message DictationSession::firstSentence() {
+    // Without an element nobody can tell whether it is a password field.
+    if (!target_->element) return say::uncheckedField(target_->app());
+    auto news = environment_.microphone.takeNews();
+    return news ? *std::move(news) : say::dictatingInto(target_->app());
 }
 
 // Until the start sounds only the user can be heard. The click of a key is too short to count.
@@ -165,7 +171,7 @@ void DictationSession::meterTick() {
     if (environment_.status.stage() != DictationStage::recording) return;
     elapsed_ = recorder_.duration();
     const auto power = recorder_.meter();
-    level_ = std::clamp((static_cast<double>(power) + 55) / 50, 0.0, 1.0);
+    level_ = meterLevel(power);
     if (meterFrom_ <= elapsed_ && power > speechThreshold) ++audibleTicks_;
     // Whoever cancels before anything was said has contacted nobody.
     if (hasSpeech(elapsed_) && !std::exchange(hasOpenedConnection_, true))

@@ -8,6 +8,7 @@
 
 #include "Quorvi/dictation/AudioRecorder.h"
 #include "Quorvi/dictation/DictationStatus.h"
+#include "Quorvi/dictation/MicrophoneChoice.h"
 #include "Quorvi/dictation/PasteLearning.h"
 #include "Quorvi/dictation/Permissions.h"
 #include "Quorvi/dictation/RecordingSounds.h"
@@ -32,6 +33,7 @@ public:
         Scheduler& scheduler;
         Executor& disk;
         AudioInput& audioInput;
+        MicrophoneChoice& microphone;
         RecordingFiles& recordings;
         SoundOutput& soundOutput;
         SpeechService& service;
@@ -112,6 +114,7 @@ private:
     Task<void> unlockKeyring(Id id, std::stop_token stop);
     Task<void> begin(Id id, std::stop_token stop);
     void recordingBegan(InsertionTarget target);
+    Message firstSentence();
     bool hearsEarly();
     void soundStart();
     void meterTick();

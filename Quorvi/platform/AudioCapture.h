@@ -5,7 +5,9 @@
 #include <memory>
 #include <stop_token>
 #include <string>
+#include <vector>
 
+#include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/Task.h"
 
 namespace quorvi {
@@ -55,12 +57,38 @@ public:
     std::function<void(CaptureEnd)> onEnded;
 };
 
-// The sound server's recording side. Main thread; outlives its captures.
+// A source that the user can speak into.
+struct Microphone {
+    std::string name;  // how the sound server knows it, also after a restart
+    std::string description;
+
+    bool operator==(const Microphone&) const = default;
+};
+
+// Listens to the microphone from its creation on, and keeps only the level. Main thread.
+class AudioLevel {
+public:
+    virtual ~AudioLevel() = default;
+
+    // As AudioCapture::averagePower(); silence also when there is nothing to listen to.
+    virtual float averagePower() = 0;
+};
+
+// The sound server's recording side. Main thread; outlives its captures and levels.
 class AudioInput {
 public:
     virtual ~AudioInput() = default;
 
+    // The microphones that are there as last known, the system's default first.
+    virtual std::vector<Microphone> microphones() const = 0;
+    // They may have changed.
+    virtual Observable& microphonesChanged() = 0;
+    // Lets what is made from now on listen to the microphone of that name whenever it is there, in
+    // place of the default.
+    virtual void prefer(std::string name) = 0;
+
     virtual std::unique_ptr<AudioCapture> makeCapture() = 0;
+    virtual std::unique_ptr<AudioLevel> makeLevel() = 0;
 
     // Prepares in advance what takes time (an encoder), so that the next record() starts sooner.
     // Opens no device. Returns at once.

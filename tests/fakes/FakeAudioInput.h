@@ -21,11 +21,22 @@ public:
     FakeAudioInput(Scheduler& scheduler, FakeRecordingFiles& files)
         : scheduler_(scheduler), files_(files) {}
 
+    std::vector<Microphone> microphones() const override { return sources_; }
+    Observable& microphonesChanged() override { return sourcesChanged_; }
+    void prefer(std::string name) override { preferred = std::move(name); }
+    std::unique_ptr<AudioLevel> makeLevel() override { return std::make_unique<Level>(*this); }
     std::unique_ptr<AudioCapture> makeCapture() override {
         ++captures;
         return std::make_unique<Capture>(*this);
     }
     void prepare() override {}
+
+    void setMicrophones(std::vector<Microphone> sources) {
+        sources_ = std::move(sources);
+        sourcesChanged_.notify();
+    }
+    std::string preferred;
+    int levelsOpen = 0;
 
     // The level in dB at a time since the capture began.
     std::function<float(double seconds)> levels = [](double) { return -20.0F; };
@@ -45,6 +56,18 @@ public:
     int captures = 0;  // made so far
 
 private:
+    class Level : public AudioLevel {
+    public:
+        explicit Level(FakeAudioInput& input) : input_(input) { ++input_.levelsOpen; }
+        Level(const Level&) = delete;
+        Level& operator=(const Level&) = delete;
+        ~Level() override { --input_.levelsOpen; }
+        float averagePower() override { return input_.levels(0); }
+
+    private:
+        FakeAudioInput& input_;
+    };
+
     class Capture : public AudioCapture {
     public:
         explicit Capture(FakeAudioInput& input) : input_(input) {}
@@ -101,6 +124,8 @@ private:
     Scheduler& scheduler_;
     FakeRecordingFiles& files_;
     Capture* active_ = nullptr;
+    std::vector<Microphone> sources_{{"built-in", "Built-in Audio"}};
+    Observable sourcesChanged_;
 };
 
 }  // namespace quorvi::test

@@ -120,8 +120,13 @@ void settingsPages(Album& album) {
         world.loginService.current = LoginItemStatus::requiresApproval;
         world.model.setSelectedPage(WindowPage::settings);
         world.model.saveKey("sk-new").start();
+        world.microphone.setMicrophones(
+            {{"built-in", "Built-in Audio Analog Stereo"}, {"headset", "Headset"}});
+        world.model.microphone().choose({"headset", "Headset"});
         world.model.setVocabulary("Quorvi, Ada Lovelace, Θεσσαλονίκη");
         world.sync.set({true, say::syncRunning(), 12, Date{817'000'000}, true});
+        world.show();
+        world.scheduler.advance(100ms);
         album.takeWhole(world.show(), "settings-full");
         world.model.beginShortcutCapture();
         album.takeWhole(world.show(), "settings-choosing");
@@ -134,6 +139,7 @@ void settingsPages(Album& album) {
         auto& choice = world.model.speechService().choice();
         choice.choose(SpeechServiceKind::other);
         choice.setOtherAddress("https://speech.example.org");
+        world.model.microphone().choose({"usb", "Family 17h Audio Controller Digital Microphone"});
         world.model.setSelectedPage(WindowPage::settings);
         album.takeWhole(world.show(), "settings-other-service");
         choice.choose(SpeechServiceKind::offline);

@@ -16,6 +16,7 @@
 #include "Quorvi/ui/settings/ApiKeySettings.h"
 #include "Quorvi/ui/settings/DictationSettings.h"
 #include "Quorvi/ui/settings/GeneralSettings.h"
+#include "Quorvi/ui/settings/MicrophoneSettings.h"
 #include "Quorvi/ui/settings/PrivacySettings.h"
 #include "Quorvi/ui/settings/RecognitionSettings.h"
 #include "Quorvi/ui/settings/SettingsSearch.h"
@@ -38,6 +39,7 @@ SettingsPage::SettingsPage(const WindowServices& services)
         services.corrections, [&model] { model.armInsertionTest(AppModel::Sample::learning); }));
     addSection(new SpeechServiceSettings(model, services.scheduler));
     addSection(new ApiKeySettings(model, services.keys, services.scheduler));
+    addSection(new MicrophoneSettings(model, services.scheduler));
     addSection(new RecognitionSettings(model));
     addSection(new AccountSyncSettings(services.sync, services.preferences));
     addSection(new UpdateSettings(services.updater));

@@ -665,6 +665,41 @@
     </message>
 </context>
 <context>
+    <name>MicrophoneSettings</name>
+    <message>
+        <source>Microphone</source>
+        <translation>Mikrofon</translation>
+    </message>
+    <message>
+        <source>Record from</source>
+        <translation>Aufnehmen von</translation>
+    </message>
+    <message>
+        <source>In use: %1</source>
+        <translation>In Gebrauch: %1</translation>
+    </message>
+    <message>
+        <source>No microphone is connected.</source>
+        <translation>Es ist kein Mikrofon angeschlossen.</translation>
+    </message>
+    <message>
+        <source>%1 is not connected. Until it is, Quorvi uses the system’s default.</source>
+        <translation>%1 ist nicht angeschlossen. Solange nimmt Quorvi den Standard des Systems.</translation>
+    </message>
+    <message>
+        <source>Speak, and the bars move. Quorvi listens for them only while they are shown, and keeps nothing.</source>
+        <translation>Sprich, und die Balken bewegen sich. Quorvi hört dafür nur zu, während sie zu sehen sind, und behält nichts.</translation>
+    </message>
+    <message>
+        <source>System default</source>
+        <translation>Standard des Systems</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (fehlt)</translation>
+    </message>
+</context>
+<context>
     <name>Model</name>
     <message>
         <source>Listening…</source>
@@ -1590,6 +1625,10 @@
         <source>The speech service answered. It is ready for your dictations.</source>
         <translation>Der Sprachdienst hat geantwortet. Er ist bereit für deine Diktate.</translation>
     </message>
+    <message>
+        <source>Your microphone is missing · {microphone}</source>
+        <translation>Dein Mikrofon fehlt · {microphone}</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1599,7 +1638,7 @@
     </message>
     <message>
         <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
-        <translation>Aufgenommen wird mit deinem Standardeingang. Diktate enden nach 3 Minuten. Tondateien werden nach der Aufnahme gelöscht; aufbewahrte Texte und Statistik werden über deinen eigenen Ordner oder Server abgeglichen, wenn du das einschaltest. Wie lange Texte bleiben, legst du oben fest. Die Verarbeitung in der Cloud richtet sich nach den Dateneinstellungen deines API-Kontos.</translation>
+        <translation>Aufgenommen wird mit dem Mikrofon, das oben eingestellt ist. Diktate enden nach 3 Minuten. Tondateien werden nach der Aufnahme gelöscht; aufbewahrte Texte und Statistik werden über deinen eigenen Ordner oder Server abgeglichen, wenn du das einschaltest. Wie lange Texte bleiben, legst du oben fest. Die Verarbeitung in der Cloud richtet sich nach den Dateneinstellungen deines API-Kontos.</translation>
     </message>
     <message>
         <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>

@@ -665,6 +665,41 @@
     </message>
 </context>
 <context>
+    <name>MicrophoneSettings</name>
+    <message>
+        <source>Microphone</source>
+        <translation>Μικρόφωνο</translation>
+    </message>
+    <message>
+        <source>Record from</source>
+        <translation>Εγγραφή από</translation>
+    </message>
+    <message>
+        <source>In use: %1</source>
+        <translation>Σε χρήση: %1</translation>
+    </message>
+    <message>
+        <source>No microphone is connected.</source>
+        <translation>Δεν είναι συνδεδεμένο κανένα μικρόφωνο.</translation>
+    </message>
+    <message>
+        <source>%1 is not connected. Until it is, Quorvi uses the system’s default.</source>
+        <translation>Η συσκευή %1 δεν είναι συνδεδεμένη. Όσο λείπει, το Quorvi χρησιμοποιεί την προεπιλογή του συστήματος.</translation>
+    </message>
+    <message>
+        <source>Speak, and the bars move. Quorvi listens for them only while they are shown, and keeps nothing.</source>
+        <translation>Μίλησε και οι μπάρες κινούνται. Το Quorvi ακούει γι’ αυτές μόνο όσο φαίνονται και δεν κρατά τίποτα.</translation>
+    </message>
+    <message>
+        <source>System default</source>
+        <translation>Προεπιλογή συστήματος</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (λείπει)</translation>
+    </message>
+</context>
+<context>
     <name>Model</name>
     <message>
         <source>Listening…</source>
@@ -1590,6 +1625,10 @@
         <source>The speech service answered. It is ready for your dictations.</source>
         <translation>Η υπηρεσία ομιλίας απάντησε. Είναι έτοιμη για τις υπαγορεύσεις σου.</translation>
     </message>
+    <message>
+        <source>Your microphone is missing · {microphone}</source>
+        <translation>Το μικρόφωνό σου λείπει · {microphone}</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1599,7 +1638,7 @@
     </message>
     <message>
         <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
-        <translation>Ο ήχος έρχεται από την προεπιλεγμένη συσκευή εισόδου. Οι υπαγορεύσεις σταματούν στα 3 λεπτά. Τα αρχεία ήχου διαγράφονται μετά την ηχογράφηση· το ιστορικό που διατηρείται και τα στατιστικά συγχρονίζονται μέσω του δικού σου φακέλου ή διακομιστή όταν το ενεργοποιείς. Η διατήρηση ορίζεται παραπάνω. Η επεξεργασία στο cloud ακολουθεί τις ρυθμίσεις δεδομένων του λογαριασμού API.</translation>
+        <translation>Ο ήχος έρχεται από το μικρόφωνο που έχει οριστεί παραπάνω. Οι υπαγορεύσεις σταματούν στα 3 λεπτά. Τα αρχεία ήχου διαγράφονται μετά την ηχογράφηση· το ιστορικό που διατηρείται και τα στατιστικά συγχρονίζονται μέσω του δικού σου φακέλου ή διακομιστή όταν το ενεργοποιείς. Η διατήρηση ορίζεται παραπάνω. Η επεξεργασία στο cloud ακολουθεί τις ρυθμίσεις δεδομένων του λογαριασμού API.</translation>
     </message>
     <message>
         <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>

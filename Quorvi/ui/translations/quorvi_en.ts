@@ -665,6 +665,41 @@
     </message>
 </context>
 <context>
+    <name>MicrophoneSettings</name>
+    <message>
+        <source>Microphone</source>
+        <translation>Microphone</translation>
+    </message>
+    <message>
+        <source>Record from</source>
+        <translation>Record from</translation>
+    </message>
+    <message>
+        <source>In use: %1</source>
+        <translation>In use: %1</translation>
+    </message>
+    <message>
+        <source>No microphone is connected.</source>
+        <translation>No microphone is connected.</translation>
+    </message>
+    <message>
+        <source>%1 is not connected. Until it is, Quorvi uses the system’s default.</source>
+        <translation>%1 is not connected. Until it is, Quorvi uses the system’s default.</translation>
+    </message>
+    <message>
+        <source>Speak, and the bars move. Quorvi listens for them only while they are shown, and keeps nothing.</source>
+        <translation>Speak, and the bars move. Quorvi listens for them only while they are shown, and keeps nothing.</translation>
+    </message>
+    <message>
+        <source>System default</source>
+        <translation>System default</translation>
+    </message>
+    <message>
+        <source>%1 (not connected)</source>
+        <translation>%1 (not connected)</translation>
+    </message>
+</context>
+<context>
     <name>Model</name>
     <message>
         <source>Listening…</source>
@@ -1590,6 +1625,10 @@
         <source>The speech service answered. It is ready for your dictations.</source>
         <translation>The speech service answered. It is ready for your dictations.</translation>
     </message>
+    <message>
+        <source>Your microphone is missing · {microphone}</source>
+        <translation>Your microphone is missing · {microphone}</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1599,7 +1638,7 @@
     </message>
     <message>
         <source>Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your private iCloud account when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</source>
-        <translation>Audio uses your default input device. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your own folder or server when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</translation>
+        <translation>Audio comes from the microphone that is set above. Dictations stop at 3 minutes. Local audio files are deleted after recording; retained text history and usage statistics sync through your own folder or server when enabled. Configure retention above. Cloud processing follows your API account’s data settings.</translation>
     </message>
     <message>
         <source>When Quorvi uses Paste, it briefly places the transcript on the clipboard and then restores it. Clipboard managers may retain a copy.</source>

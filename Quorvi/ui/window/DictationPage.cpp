@@ -10,7 +10,7 @@ namespace quorvi {
 DictationPage::DictationPage(const WindowServices& services)
     : Page({}, tr("Speak in your language."),
            tr("Quorvi stays in your menu bar. Press Esc to cancel a dictation.")) {
-    add(new SetupCard(services.model));
+    add(new SetupCard(services.model, services.scheduler));
     add(new StatusCard(services.model));
     add(new TranscriptCard(services.model, services.corrections));
     add(new TryItCard);

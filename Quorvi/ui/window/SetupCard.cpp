@@ -6,11 +6,12 @@
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/design/Spacing.h"
 #include "Quorvi/ui/design/Texts.h"
+#include "Quorvi/ui/indicator/MicrophoneLevel.h"
 #include "Quorvi/ui/translations/ShownMessage.h"
 
 namespace quorvi {
 
-SetupCard::SetupCard(AppModel& model) : model_(model) {
+SetupCard::SetupCard(AppModel& model, Scheduler& scheduler) : model_(model) {
     setAccessibleName(tr("Make it yours"));
     auto* once = captionText(tr("ONE-TIME SETUP"));
     once->setWordWrap(false);
@@ -20,9 +21,7 @@ SetupCard::SetupCard(AppModel& model) : model_(model) {
     top->addWidget(once, 0, Qt::AlignTop);
     content().addLayout(top);
     addServiceRow();
-    addRow(
-        tr("Microphone"), tr("Record only while you dictate"), tr("Enable"),
-        [this] { return model_.microphoneAllowed(); }, [this] { model_.requestMicrophone(); });
+    addMicrophoneRow(scheduler);
     addRow(
         tr("Accessibility"), tr("Use your shortcut and insert text"), tr("Enable"),
         [this] { return model_.accessibilityAllowed(); },
@@ -44,6 +43,15 @@ void SetupCard::addServiceRow() {
     row.line->insertWidget(row.line->indexOf(row.action), useOffline_);
     connect(useOffline_, &QPushButton::clicked, this,
             [this] { model_.speechService().choice().choose(SpeechServiceKind::offline); });
+}
+
+// With the level, which shows whether it is the one that the user speaks into.
+void SetupCard::addMicrophoneRow(Scheduler& scheduler) {
+    const auto& row = addRow(
+        tr("Microphone"), tr("Record only while you dictate"), tr("Enable"),
+        [this] { return model_.microphoneAllowed(); }, [this] { model_.requestMicrophone(); });
+    level_ = new MicrophoneLevel(model_, scheduler);
+    row.line->insertWidget(row.line->indexOf(row.action), level_);
 }
 
 void SetupCard::refreshService() {
@@ -113,6 +121,7 @@ void SetupCard::refresh() {
         row.ready->setVisible(ready);
         row.widget->setVisible(!(ready && row.vanishes));
     }
+    level_->setVisible(model_.microphoneAllowed());
     setVisible(!model_.ready());
 }
 

@@ -8,6 +8,7 @@
 
 #include "Quorvi/ui/widgets/Card.h"
 #include "QuorviCore/async/Observable.h"
+#include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
 
@@ -19,7 +20,7 @@ class SetupCard : public Card {
     Q_DECLARE_TR_FUNCTIONS(SetupCard)
 
 public:
-    explicit SetupCard(AppModel& model);
+    SetupCard(AppModel& model, Scheduler& scheduler);
 
 private:
     struct Row {
@@ -39,12 +40,14 @@ private:
     Row& addRow(const QString& title, const QString& detail, const QString& action,
                 std::function<bool()> satisfied, std::function<void()> effect);
     void addServiceRow();
+    void addMicrophoneRow(Scheduler& scheduler);
     void refreshService();
     void refresh();
 
     AppModel& model_;
     std::vector<Row> rows_;  // the first is that of the speech service
     QPushButton* useOffline_;
+    QWidget* level_;  // of the microphone
     Subscription changes_;
 };
 

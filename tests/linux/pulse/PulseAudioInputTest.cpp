@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "Quorvi/dictation/MicrophoneChoice.h"
+#include "Quorvi/system/MemoryPreferences.h"
 #include "tests/support/sound/DecodedSound.h"
 #include "tests/support/sound/MicrophoneUser.h"
 #include "tests/support/sound/SoundServer.h"
@@ -80,6 +82,36 @@ TEST_F(PulseAudioInputTest, TellsTheLevelInDecibelsOfFullScale) {
     const double sine = 20 * std::log10(0.25 / std::numbers::sqrt2);
     EXPECT_NEAR(user.capture->averagePower(), sine, 0.3);
     ASSERT_TRUE(user.stop());
+}
+
+TEST_F(PulseAudioInputTest, RecordsTheChosenMicrophoneAndTheDefaultWhileThatIsUnplugged) {
+    server.pactl("load-module module-null-sink sink_name=other_feed rate=44100 channels=1");
+    const auto module = server.pactl(
+        "load-module module-remap-source master=other_feed.monitor source_name=headset "
+        "source_properties=device.description=Headset");
+    MemoryPreferences preferences;
+    Settings settings(preferences);
+    MicrophoneChoice choice(settings, user.input);
+    ASSERT_TRUE(until(user.scheduler, [&] { return choice.all().size() == 2; }));
+    EXPECT_EQ(choice.all().front().name, "mic");
+    choice.choose(choice.all().back());
+    EXPECT_EQ(choice.used(), (Microphone{"headset", "Headset"}));
+    {
+        const auto playing = server.play(Sweep::samples(20, 0.25), "other_feed");
+        const auto level = choice.makeLevel();
+        EXPECT_TRUE(until(user.scheduler, [&] { return level->averagePower() > -20; }));
+        ASSERT_TRUE(user.record(file)) << user.error;
+        EXPECT_TRUE(user.waitForLevel(-20));
+        ASSERT_TRUE(user.stop()) << user.error;
+    }
+    server.pactl("unload-module " + module);
+    ASSERT_TRUE(until(user.scheduler, [&] { return choice.isMissing(); }));
+    EXPECT_EQ(choice.takeNews(), say::microphoneMissing(choice.all().front().description));
+    EXPECT_EQ(choice.takeNews(), std::nullopt);
+    const auto playing = server.play(Sweep::samples(20, 0.25));
+    ASSERT_TRUE(user.record(folder.path() / "second.m4a")) << user.error;
+    EXPECT_TRUE(user.waitForLevel(-20));
+    ASSERT_TRUE(user.stop()) << user.error;
 }
 
 TEST_F(PulseAudioInputTest, ACancelledOrDroppedStartLeavesNoFileAndNoStream) {

@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
+#include "Quorvi/ui/indicator/MicrophoneLevel.h"
 #include "Quorvi/ui/translations/ShownMessage.h"
 #include "Quorvi/ui/translations/Translations.h"
 #include "tests/ui/WindowTest.h"
@@ -124,6 +125,34 @@ TEST_F(MainWindowTest, SectionsOfTheSettingsAreListedAndASearchShowsWhatMatches)
     EXPECT_TRUE(page().has("No setting matches."));
     query.clear();
     EXPECT_TRUE(page().has("Launch Quorvi at login"));
+}
+
+TEST_F(MainWindowTest, TheMicrophoneIsChosenAndHeardOnlyWhileItsLevelIsSeen) {
+    auto& input = world.microphone;
+    page();
+    world.scheduler.advance(100ms);
+    EXPECT_TRUE(part<MicrophoneLevel>(*world.window)->isMoving());
+    world.saveKey();
+    EXPECT_EQ(input.levelsOpen, 0);
+    input.setMicrophones({{"built-in", "Built-in Audio"}, {"headset", "Headset"}});
+    open(WindowPage::settings).choose("Microphone", 2);
+    EXPECT_TRUE(page().has("In use: Headset"));
+    EXPECT_EQ(input.preferred, "headset");
+    EXPECT_EQ(input.levelsOpen, 1);
+    world.beginDictation();
+    EXPECT_EQ(input.levelsOpen, 0);
+    world.model.cancel();
+    EXPECT_EQ(input.levelsOpen, 1);
+    input.setMicrophones({{"built-in", "Built-in Audio"}});
+    EXPECT_TRUE(page().has("<Microphone: Headset (not connected)>"));
+    EXPECT_TRUE(page().has("In use: Built-in Audio"));
+    for (const auto sentence : {Sentence::microphoneMissing, Sentence::dictatingInto}) {
+        world.beginDictation();
+        EXPECT_TRUE(world.model.message().is(sentence));
+        world.model.cancel();
+    }
+    world.window->close();
+    EXPECT_EQ(input.levelsOpen, 0);
 }
 
 TEST_F(MainWindowTest, ARefusedKeyCanBeMendedAndAKeyIsNeverShown) {

@@ -1,7 +1,6 @@
 #include "Quorvi/platform/linux/pulse/CaptureSession.h"
 
 #include <algorithm>
-#include <cmath>
 #include <system_error>
 #include <utility>
 
@@ -13,7 +12,6 @@ namespace quorvi {
 
 namespace {
 
-constexpr float silence = -160;
 // The encoder's batch; waking its thread for less gains nothing.
 constexpr std::size_t encoderFrame = 1024;
 
@@ -24,14 +22,15 @@ std::exception_ptr microphoneFailed() {
 }  // namespace
 
 CaptureSession::CaptureSession(PulseConnection& connection, Scheduler& scheduler, Executor& encoder,
-                               std::shared_ptr<SpareAacWriter> spare)
+                               std::shared_ptr<SpareAacWriter> spare, std::string microphone)
     : started(scheduler),
       finished(scheduler),
       removed(scheduler),
       connection_(connection),
       scheduler_(scheduler),
       encoder_(encoder),
-      spare_(std::move(spare)) {}
+      spare_(std::move(spare)),
+      microphone_(std::move(microphone)) {}
 
 CaptureSession::~CaptureSession() = default;
 
@@ -75,13 +74,14 @@ void CaptureSession::openStream(AudioSettings settings) {
         self->take(samples);
     };
     events.ended = [self = shared_from_this()] { self->streamEnded(); };
-    stream_ = std::make_shared<PulseRecordStream>(connection_, settings, std::move(events));
+    stream_ = std::make_shared<PulseRecordStream>(
+        connection_, PulseRecordStream::Use{.name = "Dictation", .microphone = microphone_},
+        settings, std::move(events));
     stream_->begin();
 }
 
 void CaptureSession::take(std::span<const std::int16_t> samples) {
-    double squares = 0;
-    for (const double sample : samples) squares += sample * sample;
+    const double squares = PowerMeter::squares(samples);
     bool first = false;
     bool wake = false;
     {
@@ -89,8 +89,7 @@ void CaptureSession::take(std::span<const std::int16_t> samples) {
         first = capturedSamples_ == 0 && !samples.empty();
         captured_.insert(captured_.end(), samples.begin(), samples.end());
         capturedSamples_ += static_cast<std::int64_t>(samples.size());
-        squares_ += squares;
-        measured_ += static_cast<std::int64_t>(samples.size());
+        power_.add(squares, samples.size());
         if (captured_.size() >= encoderFrame) wake = !std::exchange(encodeQueued_, true);
     }
     if (first) partStarted();
@@ -197,13 +196,7 @@ std::int64_t CaptureSession::capturedSamples() const {
 
 float CaptureSession::averagePower() {
     std::lock_guard lock(mutex_);
-    // Nothing new since the last call: return the same level.
-    if (measured_ == 0) return lastPower_;
-    const double mean = squares_ / static_cast<double>(measured_) / (32768.0 * 32768.0);
-    squares_ = 0;
-    measured_ = 0;
-    lastPower_ = mean > 0 ? std::max(silence, static_cast<float>(10 * std::log10(mean))) : silence;
-    return lastPower_;
+    return power_.average();
 }
 
 }  // namespace quorvi

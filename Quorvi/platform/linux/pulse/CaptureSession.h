@@ -7,9 +7,11 @@
 #include <memory>
 #include <mutex>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "Quorvi/platform/AudioCapture.h"
+#include "Quorvi/platform/linux/pulse/PowerMeter.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
 #include "QuorviCore/async/Async.h"
 
@@ -25,7 +27,7 @@ class SpareAacWriter;
 class CaptureSession : public std::enable_shared_from_this<CaptureSession> {
 public:
     CaptureSession(PulseConnection& connection, Scheduler& scheduler, Executor& encoder,
-                   std::shared_ptr<SpareAacWriter> spare);
+                   std::shared_ptr<SpareAacWriter> spare, std::string microphone);
     ~CaptureSession();
 
     // Main thread.
@@ -65,6 +67,7 @@ private:
     Scheduler& scheduler_;
     Executor& encoder_;
     std::shared_ptr<SpareAacWriter> spare_;  // encoder thread
+    const std::string microphone_;           // the preferred one
 
     // Sound thread.
     std::shared_ptr<PulseRecordStream> stream_;
@@ -83,9 +86,7 @@ private:
     bool encodeQueued_ = false;
     int partsToStart_ = 2;  // the file and the first samples
     std::int64_t capturedSamples_ = 0;
-    double squares_ = 0;  // of the samples since the last averagePower()
-    std::int64_t measured_ = 0;
-    float lastPower_ = -160;
+    PowerMeter power_;
 };
 
 }  // namespace quorvi

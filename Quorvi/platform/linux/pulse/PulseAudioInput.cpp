@@ -5,6 +5,7 @@
 
 #include "Quorvi/platform/linux/pulse/AacFileWriter.h"
 #include "Quorvi/platform/linux/pulse/PulseCapture.h"
+#include "Quorvi/platform/linux/pulse/PulseLevel.h"
 
 namespace quorvi {
 
@@ -21,9 +22,14 @@ PulseAudioInput::~PulseAudioInput() {
 
 std::unique_ptr<AudioCapture> PulseAudioInput::makeCapture() {
     std::erase_if(sessions_, [](const auto& weak) { return weak.expired(); });
-    auto session = std::make_shared<CaptureSession>(connection_, scheduler_, encoder_, spare_);
+    auto session =
+        std::make_shared<CaptureSession>(connection_, scheduler_, encoder_, spare_, preferred_);
     sessions_.push_back(session);
     return std::make_unique<PulseCapture>(std::move(session));
+}
+
+std::unique_ptr<AudioLevel> PulseAudioInput::makeLevel() {
+    return std::make_unique<PulseLevel>(connection_, preferred_);
 }
 
 void PulseAudioInput::prepare() {

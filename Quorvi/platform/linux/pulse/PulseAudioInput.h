@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "Quorvi/platform/AudioCapture.h"
@@ -23,7 +25,11 @@ public:
     PulseAudioInput(PulseConnection& connection, Scheduler& scheduler);
     ~PulseAudioInput() override;
 
+    std::vector<Microphone> microphones() const override { return connection_.microphones(); }
+    Observable& microphonesChanged() override { return connection_.changed(); }
+    void prefer(std::string name) override { preferred_ = std::move(name); }
     std::unique_ptr<AudioCapture> makeCapture() override;
+    std::unique_ptr<AudioLevel> makeLevel() override;
     void prepare() override;
 
 private:
@@ -32,6 +38,7 @@ private:
     std::shared_ptr<SpareAacWriter> spare_;  // encoder thread
     SerialExecutor encoder_{"encoder"};
     std::vector<std::weak_ptr<CaptureSession>> sessions_;
+    std::string preferred_;
 };
 
 }  // namespace quorvi

@@ -23,6 +23,7 @@ constexpr Duration longestPause = 30s;
 
 struct Source {
     std::string name;
+    std::string description;
     bool monitor = false;
     bool pluggedIn = true;
 };
@@ -44,7 +45,8 @@ struct PulseConnection::Impl {
 
     // Main thread.
     struct Shown {
-        std::optional<bool> hasMicrophone;
+        bool isKnown = false;
+        std::vector<Microphone> microphones;
         Observable changed;
     };
     std::shared_ptr<Shown> shown = std::make_shared<Shown>();
@@ -103,7 +105,7 @@ struct PulseConnection::Impl {
     void lost() {
         if (!context) return;
         dropContext();
-        show(false);
+        show({});
         retry = thread.after(pause, [this] { connect(); });
         pause = std::min(2 * pause, longestPause);
         answer(false);
@@ -151,7 +153,8 @@ struct PulseConnection::Impl {
     static void sourceKnown(pa_context*, const pa_source_info* info, int end, void* data) {
         auto* self = static_cast<Impl*>(data);
         if (end) return self->queried();
-        Source source{info->name, info->monitor_of_sink != PA_INVALID_INDEX};
+        Source source{info->name, info->description ? info->description : info->name,
+                      info->monitor_of_sink != PA_INVALID_INDEX};
         if (info->active_port)
             source.pluggedIn = info->active_port->available != PA_PORT_AVAILABLE_NO;
         self->incoming.push_back(std::move(source));
@@ -162,7 +165,7 @@ struct PulseConnection::Impl {
         if (std::exchange(outdated, false)) return query();
         sources = std::move(incoming);
         ready = true;
-        show(microphone().has_value());
+        show(microphones());
         answer(true);
     }
 
@@ -176,22 +179,27 @@ struct PulseConnection::Impl {
         connect();
     }
 
-    std::optional<std::string> microphone() const {
-        const auto usable = [](const Source& s) { return !s.monitor && s.pluggedIn; };
-        const auto real = [](const Source& s) { return !s.monitor; };
-        const auto preferred = [&](const Source& s) { return real(s) && s.name == defaultSource; };
-        auto found = std::ranges::find_if(sources, preferred);
-        if (found == sources.end()) found = std::ranges::find_if(sources, usable);
-        if (found == sources.end()) found = std::ranges::find_if(sources, real);
-        if (found == sources.end()) return std::nullopt;
-        return found->name;
+    // The default one is kept even if nothing is plugged in: its driver may not know.
+    std::vector<Microphone> microphones() const {
+        std::vector<Microphone> usable, real;
+        for (const auto& source : sources) {
+            if (source.monitor) continue;
+            const bool isDefault = source.name == defaultSource;
+            real.push_back({source.name, source.description});
+            if (isDefault)
+                usable.insert(usable.begin(), real.back());
+            else if (source.pluggedIn)
+                usable.push_back(real.back());
+        }
+        return usable.empty() ? real : usable;
     }
 
-    void show(bool hasMicrophone) {
-        scheduler.post([shared = std::weak_ptr(shown), hasMicrophone] {
+    void show(std::vector<Microphone> microphones) {
+        scheduler.post([shared = std::weak_ptr(shown), all = std::move(microphones)] {
             const auto target = shared.lock();
-            if (!target || target->hasMicrophone == hasMicrophone) return;
-            target->hasMicrophone = hasMicrophone;
+            if (!target || (std::exchange(target->isKnown, true) && target->microphones == all))
+                return;
+            target->microphones = all;
             target->changed.notify();
         });
     }
@@ -209,7 +217,12 @@ PulseConnection::~PulseConnection() {
 }
 
 std::optional<bool> PulseConnection::hasMicrophone() const {
-    return impl_->shown->hasMicrophone;
+    const auto& shown = *impl_->shown;
+    return shown.isKnown ? std::optional(!shown.microphones.empty()) : std::nullopt;
+}
+
+const std::vector<Microphone>& PulseConnection::microphones() const {
+    return impl_->shown->microphones;
 }
 
 Observable& PulseConnection::changed() {
@@ -243,8 +256,11 @@ void PulseConnection::whenReady(std::function<void(bool)> answer) {
     impl_->whenReady(std::move(answer));
 }
 
-std::optional<std::string> PulseConnection::microphone() const {
-    return impl_->microphone();
+std::optional<std::string> PulseConnection::microphone(const std::string& preferred) const {
+    const auto all = impl_->microphones();
+    if (all.empty()) return std::nullopt;
+    const auto found = std::ranges::find(all, preferred, &Microphone::name);
+    return found == all.end() ? all.front().name : found->name;
 }
 
 bool PulseConnection::isMonitor(const std::string& source) const {

@@ -4,7 +4,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "Quorvi/platform/AudioCapture.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/Scheduler.h"
 
@@ -28,7 +30,9 @@ public:
 
     // Main thread. Whether there is a microphone, as last known; nullopt before the first answer.
     std::optional<bool> hasMicrophone() const;
-    // Main thread. hasMicrophone() may have changed.
+    // Main thread. Those that the user can choose, as last known; the one without a choice first.
+    const std::vector<Microphone>& microphones() const;
+    // Main thread. The microphones may have changed.
     Observable& changed();
     // Main thread. Queries the server and calls back on the main thread; reconnects at once if the
     // connection is down.
@@ -46,8 +50,9 @@ public:
     // Without one it first tries to connect.
     void whenReady(std::function<void(bool)> answer);
 
-    // The source to record from: the default one, or another if that is a speaker's monitor.
-    std::optional<std::string> microphone() const;
+    // The source to record from: the preferred one if it is there; otherwise the default one, or
+    // another if that is a speaker's monitor.
+    std::optional<std::string> microphone(const std::string& preferred) const;
     // Whether the source is a speaker's monitor.
     bool isMonitor(const std::string& source) const;
 

@@ -15,7 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int fragmentsPerSecond = 200;
 // Time for the first samples: a headset that has to change its profile takes up to 2 s.
 constexpr Duration startLimit = 4s;
 // A device that delivers nothing for this long is suspended or gone.
@@ -61,9 +60,12 @@ struct PulseRecordStream::Callbacks {
     }
 };
 
-PulseRecordStream::PulseRecordStream(PulseConnection& connection, AudioSettings settings,
+PulseRecordStream::PulseRecordStream(PulseConnection& connection, Use use, AudioSettings settings,
                                      Events events)
-    : connection_(connection), settings_(settings), events_(std::move(events)) {}
+    : connection_(connection),
+      use_(std::move(use)),
+      settings_(settings),
+      events_(std::move(events)) {}
 
 PulseRecordStream::~PulseRecordStream() {
     if (awaited_) {
@@ -83,20 +85,21 @@ void PulseRecordStream::begin() {
 }
 
 void PulseRecordStream::connect() {
-    const auto source = connection_.microphone();
+    const auto source = connection_.microphone(use_.microphone);
     if (!source) return end();
     pa_sample_spec format{};
     format.format = PA_SAMPLE_S16NE;
     format.rate = static_cast<std::uint32_t>(settings_.sampleRate);
     format.channels = static_cast<std::uint8_t>(settings_.channels);
-    stream_ = pa_stream_new(connection_.context(), "Dictation", &format, nullptr);
+    stream_ = pa_stream_new(connection_.context(), use_.name, &format, nullptr);
     if (!stream_) return end();
     pa_stream_set_state_callback(stream_, &Callbacks::stateChanged, this);
     pa_stream_set_read_callback(stream_, &Callbacks::dataArrived, this);
 
     pa_buffer_attr sizes{};
     sizes.maxlength = sizes.tlength = sizes.prebuf = sizes.minreq = static_cast<std::uint32_t>(-1);
-    sizes.fragsize = static_cast<std::uint32_t>(pa_bytes_per_second(&format) / fragmentsPerSecond);
+    sizes.fragsize = static_cast<std::uint32_t>(pa_bytes_per_second(&format) /
+                                                static_cast<std::size_t>(use_.fragmentsPerSecond));
     // Without DONT_MOVE the server would put the monitor of a speaker in the place of a microphone
     // that is unplugged, and what the computer plays would be recorded.
     constexpr auto flags =

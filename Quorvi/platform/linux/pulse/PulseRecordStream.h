@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <string>
 
 #include "Quorvi/platform/AudioCapture.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
@@ -17,13 +18,18 @@ namespace quorvi {
 // call blocks, and a silent server or device ends it after a fixed time.
 class PulseRecordStream : public std::enable_shared_from_this<PulseRecordStream> {
 public:
+    struct Use {
+        const char* name = nullptr;   // as the desktop's mixer shows it
+        std::string microphone = {};  // the preferred one; see PulseConnection::microphone()
+        int fragmentsPerSecond = 200;
+    };
     struct Events {
         std::function<void(std::span<const std::int16_t>)> samples;
         // The stream has ended, by itself or by drain(). The last call.
         std::function<void()> ended;
     };
 
-    PulseRecordStream(PulseConnection& connection, AudioSettings settings, Events events);
+    PulseRecordStream(PulseConnection& connection, Use use, AudioSettings settings, Events events);
     ~PulseRecordStream();
     PulseRecordStream(const PulseRecordStream&) = delete;
     PulseRecordStream& operator=(const PulseRecordStream&) = delete;
@@ -43,6 +49,7 @@ private:
     void end();
 
     PulseConnection& connection_;
+    Use use_;
     AudioSettings settings_;
     Events events_;
     pa_stream* stream_ = nullptr;
