@@ -2034,7 +2034,7 @@
     </message>
     <message>
         <source>Model (optional)</source>
-        <translation>Modell (freiwillig)</translation>
+        <translation>Modell (optional)</translation>
     </message>
     <message>
         <source>As the service calls it</source>
