@@ -39,7 +39,8 @@ TEST_F(CloudReleaseCheckTest, TellsWhatWentWrongAndCleansUp) {
                                                                                         : 1);
         EXPECT_TRUE(server.zones("anna").empty());
     }
-    device.failRecord("synthetic-check", CloudError(cloudErrorCode::quotaExceeded, "It is full."));
+    const CloudError full(cloudErrorCode::quotaExceeded, "It is full.");
+    device.failRecord("synthetic-check", full);
     device.fail(Op::deleteZone, error);
     EXPECT_EQ(check(), "1 Cloud check failed: It is full.");
     device.damagesPayloads = true;
