@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QScrollBar>
 #include <QShortcut>
+#include <algorithm>
 #include <utility>
 
 #include "Quorvi/dictation/AppModel.h"
@@ -77,14 +78,20 @@ QStringList SettingsPage::sections() const {
 
 int SettingsPage::currentSection() const {
     const auto shown = shownSections();
+    if (shown.empty()) return -1;
     const auto& bar = *verticalScrollBar();
+    // The last ones can't all be brought to the top.
+    if (const auto chosen = std::ranges::find(shown, revealed_.card);
+        chosen != shown.end() && bar.value() == revealed_.at)
+        return static_cast<int>(chosen - shown.begin());
     if (bar.maximum() > 0 && bar.value() == bar.maximum())
         return static_cast<int>(shown.size()) - 1;
-    int current = 0;
-    for (std::size_t each = 0; each < shown.size(); ++each)
-        if (shown[each]->mapTo(widget(), QPoint()).y() <= bar.value() + viewport()->height() / 3)
-            current = static_cast<int>(each);
-    return current;
+    // The first of which more than the end can be seen.
+    const auto seen = std::ranges::find_if(shown, [&](const Card* card) {
+        const int end = card->mapTo(widget(), QPoint(0, card->height())).y();
+        return end > bar.value() + viewport()->height() / 8;
+    });
+    return static_cast<int>(std::min(seen, shown.end() - 1) - shown.begin());
 }
 
 void SettingsPage::reveal(int section) {
@@ -97,6 +104,7 @@ void SettingsPage::reveal(int section) {
             break;
         }
     verticalScrollBar()->setValue(card->mapTo(widget(), QPoint()).y() - spacing::large);
+    revealed_ = {card, verticalScrollBar()->value()};
     sectionsChanged();
 }
 

@@ -113,8 +113,10 @@ TEST_F(MainWindowTest, TheSpeechServiceIsChosenAndTriedOut) {
 TEST_F(MainWindowTest, SectionsOfTheSettingsAreListedAndASearchShowsWhatMatches) {
     open(WindowPage::settings);
     EXPECT_TRUE(window().has("(General: on) | (Dictation: off)")) << window().text();
-    window().press("Section: Privacy");
-    EXPECT_TRUE(window().has("(Privacy: on)"));
+    for (const std::string section : {"Privacy", "History & statistics", "Recording appearance"}) {
+        window().press(("Section: " + section).c_str());
+        EXPECT_TRUE(window().has(("(" + section + ": on)").c_str())) << window().text();
+    }
     auto& query = page().control<QLineEdit>("Search settings");
     query.setText("ÓPENAI");
     EXPECT_TRUE(page().has("Speech service"));
