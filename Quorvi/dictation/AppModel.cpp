@@ -47,9 +47,13 @@ AppModel::AppModel(Environment environment)
         changed();  // the offline service may have been installed
     });
     permissions_.start();
-    sleepObserver_ = environment_.workspace.onWillSleep([this] { cancel(); });
+    sleepObserver_ = environment_.workspace.onWillSleep([this] {
+        cancel();
+        session_.forgetFailed();
+    });
     lockObserver_ = environment_.workspace.onScreenLock([this] {
         if (canCancel()) cancel();
+        session_.forgetFailed();
     });
 }
 
@@ -69,7 +73,9 @@ DictationSession::Environment AppModel::sessionEnvironment() {
             .learning = learning_,
             .permissions = permissions_,
             .status = status_,
+            .network = e.network,
             .options = [this] { return options(); },
+            .keepsFailed = [this] { return settings_.get(setting::keepFailedRecording); },
             .soundStyle =
                 [this](RecordingCue cue) {
                     return settings_.get(setting::soundCuesEnabled) ? soundStyle(cue)
@@ -89,6 +95,7 @@ AppModel::~AppModel() {
 void AppModel::followSettings() {
     hotkey_.setShortcut(shortcut());
     hotkey_.setMode(mode());
+    if (!settings_.get(setting::keepFailedRecording)) session_.forgetFailed();
     changed();
 }
 
@@ -145,8 +152,13 @@ void AppModel::toggle() {
         start();
 }
 
+void AppModel::retry() {
+    hotkey_.noteCommand();
+    if (!shortcutCapture_.isOn() && !insertionTest_.isArmed()) session_.retry();
+}
+
 void AppModel::correctionLearned(const TextCorrection& rule) {
-    if (!session_.canBegin() || status_.offersCopy()) return;
+    if (!session_.canBegin() || status_.offersCopy() || session_.canRetry()) return;
     if (status_.stage() == DictationStage::failure) return;
     status_.enter(DictationStage::learned, say::verbatim(rule.original + " → " + rule.replacement));
     status_.showOverlay(std::chrono::seconds(4));
@@ -181,6 +193,7 @@ void AppModel::shutdown() {
     session_.close();
     environment_.accountSync().shutdown();
     cancel();
+    session_.forgetFailed();
     endShortcutCapture();
     hotkey_.stop();
     service_.close();

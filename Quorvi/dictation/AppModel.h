@@ -48,6 +48,7 @@ public:
         std::string service;  // a fixed address, see SpeechServiceChoice; or empty
         ServiceKeyStore::Factory otherKeys = {};   // see ServiceKeyStore; or empty
         ServiceProgram* offlineProgram = nullptr;  // the recogniser, if this machine may have one
+        Network* network = nullptr;  // null: only the user tries again what has failed
     };
 
     explicit AppModel(Environment environment);
@@ -67,6 +68,7 @@ public:
     bool hasNoNews() const { return message().is(Sentence::clickATextField); }
     const std::string& lastTranscript() const { return session_.lastTranscript(); }
     bool canCopyFromOverlay() const { return status_.offersCopy(); }
+    bool canRetryFromOverlay() const { return status_.offersRetry(); }
     double elapsed() const { return session_.elapsed(); }  // seconds
     double level() const { return session_.level(); }      // 0 to 1
 
@@ -110,6 +112,10 @@ public:
     bool canCancel() const { return isActive(stage()) || isStarting() || insertionTest_.isArmed(); }
     // The field is being captured and the microphone opened; the stage is not yet recording.
     bool isStarting() const { return session_.isStarting(); }
+    // A recording that the service failed waits for another try; see DictationSession::retry().
+    bool canRetry() const { return session_.canRetry(); }
+    void retry();
+    void discardFailed() { session_.discardFailed(); }
     // Shows what happened to a dictation that a crash interrupted, unless there is a new one.
     void reportInterruption(Message sentence);
     void copyTranscript() { session_.copyTranscript(); }

@@ -25,9 +25,11 @@ DictationSession::DictationSession(Environment environment)
     : environment_(std::move(environment)),
       recorder_(environment_.audioInput, environment_.recordings, environment_.disk,
                 environment_.scheduler),
+      failed_(environment_.scheduler),
       sounds_(environment_.soundOutput),
       tasks_(environment_.scheduler) {
     followRecorder();
+    failed_.onChange = [this] { failedChanged(); };
 }
 
 void DictationSession::followRecorder() {
@@ -67,7 +69,7 @@ void DictationSession::shortcutChanged(bool down) {
 void DictationSession::start() {
     if (!canBegin()) return;
     if (onCancel) onCancel();  // an insertion test would paste into this dictation
-    environment_.status.withdrawCopy();
+    environment_.status.withdrawOffer();
     environment_.permissions.refresh();
     if (!environment_.permissions.ready()) {
         fail(say::finishSetup());
@@ -216,34 +218,54 @@ void DictationSession::finish() {
     }
     level_ = 0;
     environment_.status.enter(DictationStage::transcribing, say::convertingSpeech());
-    auto options = environment_.options();
-    Dictation dictation{.id = id_,
-                        .target = *target_,
-                        .options = options,
-                        .rules = environment_.corrections.rules(),
-                        .price = environment_.service.price(options.model),
-                        .duration = duration};
-    uploadTask_ = tasks_.start(
-        [this, &dictation](std::stop_token stop) { return process(std::move(dictation), stop); });
+    auto begun = dictation(*target_, duration, environment_.scheduler.date());
+    uploadTask_ = tasks_.start([this, &begun](std::stop_token stop) {
+        auto copy = std::make_shared<std::unique_ptr<RecordingInMemory>>();
+        auto audio = recorder_.finish(stop);
+        if (environment_.keepsFailed()) audio = copying(std::move(audio), copy);
+        return process(std::move(begun), std::move(audio), std::move(copy), stop);
+    });
 }
 
-Task<void> DictationSession::process(Dictation dictation, std::stop_token stop) {
+DictationSession::Dictation DictationSession::dictation(InsertionTarget target, double duration,
+                                                        Date date) {
+    auto options = environment_.options();
+    const auto price = environment_.service.price(options.model);
+    return {.id = id_,
+            .target = std::move(target),
+            .options = std::move(options),
+            .rules = environment_.corrections.rules(),
+            .price = price,
+            .duration = duration,
+            .date = date};
+}
+
+Task<Bytes> DictationSession::copying(Task<Bytes> audio, Copy copy) {
+    auto bytes = co_await audio;
+    *copy = environment_.recordings.keepInMemory(bytes);
+    co_return bytes;
+}
+
+Task<void> DictationSession::process(Dictation dictation, Task<Bytes> audio, Copy copy,
+                                     std::stop_token stop) {
     auto copying = environment_.insertion.copyClipboardAhead(stop);
     copying.start();
     std::string transcript;
     std::optional<Message> problem;
     try {
         auto transcribing =
-            environment_.service.transcribe(recorder_.finish(stop), dictation.options, stop);
+            environment_.service.transcribe(std::move(audio), dictation.options, stop);
         transcript = co_await transcribing;
     } catch (const std::exception& error) {
         problem = messageOf(error);
     }
     if (!isCurrent(dictation.id, stop)) co_return;
     if (problem) {
-        fail(*std::move(problem));
+        serviceFailed(dictation, *std::move(problem), std::move(copy));
         co_return;
     }
+    copy.reset();
+    failed_.forget();
     auto recognition = correct(dictation, transcript);
     auto clipboard = co_await copying;
     auto inserting =
@@ -258,9 +280,10 @@ DictationSession::Recognition DictationSession::correct(const Dictation& dictati
     // Saved before it is inserted: a failed paste still leaves the words in the history. A history
     // that fails reports that by itself, and must not keep the words from the user.
     try {
-        environment_.history.record(corrected.text, dictation.duration, dictation.target.appName,
-                                    std::string(rawValue(dictation.options.language)),
-                                    dictation.price, environment_.scheduler.date());
+        environment_.history.record(
+            corrected.text, dictation.duration, dictation.target.appName,
+            std::string(rawValue(dictation.options.language)), dictation.price,
+            dictation.isRetry ? dictation.date : environment_.scheduler.date());
     } catch (const std::exception&) {
     }
     environment_.status.enter(DictationStage::inserting,
@@ -344,6 +367,89 @@ Task<void> DictationSession::copyForUser(std::stop_token stop) {
                      std::move(outcome));
     status.showOverlay(copied ? 4s : 12s);
 }
+
+// --- another try ---
+
+void DictationSession::serviceFailed(const Dictation& dictation, Message problem, Copy copy) {
+    const bool isWorthIt = FailedRecording::isWorthAnotherTry(problem);
+    if (dictation.isRetry && !isWorthIt) failed_.forget();
+    if (!isWorthIt || (dictation.isRetry ? !failed_.isThere() : !*copy)) {
+        fail(std::move(problem));
+        return;
+    }
+    if (*copy)
+        failed_.keep(std::move(*copy), {dictation.target, dictation.duration, dictation.date},
+                     std::move(problem));
+    else
+        failed_.failedAgain(std::move(problem));
+    if (failed_.isOfTheNetwork() && environment_.network)
+        networkObserver_ = environment_.network->onReturn([this] { networkReturned(); });
+    fail(failed_.message());
+    environment_.status.offerRetry(failed_.message());
+    environment_.status.showOverlay(12s);
+}
+
+void DictationSession::retry() {
+    if (!canBegin()) return;
+    if (!failed_.isThere()) {
+        environment_.status.say(say::nothingToTryAgain());
+        return;
+    }
+    auto target = failed_.circumstances().target;
+    target.inputGeneration = environment_.hotkey.inputGeneration();
+    sendAgain(std::move(target));
+}
+
+// Input since the dictation leaves the text on the clipboard: nobody has asked for it now.
+void DictationSession::networkReturned() {
+    if (canRetry() && failed_.takeAutomaticTry()) sendAgain(failed_.circumstances().target);
+}
+
+void DictationSession::sendAgain(InsertionTarget target) {
+    environment_.learning.finishWatch();
+    supersede();
+    environment_.hotkey.setCancelEnabled(true);
+    auto& status = environment_.status;
+    status.keepOverlay();
+    status.enter(DictationStage::transcribing, say::convertingSpeech());
+    status.showOverlay();
+    environment_.service.startProgram();
+    auto again = dictation(std::move(target), failed_.circumstances().duration,
+                           failed_.circumstances().date);
+    again.isRetry = true;
+    uploadTask_ = tasks_.start([this, &again](std::stop_token stop) {
+        return process(std::move(again), keptAudio(),
+                       std::make_shared<std::unique_ptr<RecordingInMemory>>(), stop);
+    });
+}
+
+Task<Bytes> DictationSession::keptAudio() {
+    co_return failed_.audio();
+}
+
+void DictationSession::discardFailed() {
+    if (!canRetry()) return;
+    failed_.forget();
+    environment_.status.enter(DictationStage::idle, say::recordingDiscarded());
+    environment_.status.hideOverlay();
+}
+
+void DictationSession::forgetFailed() {
+    if (!failed_.isThere()) return;
+    failed_.forget();
+    failedChanged();
+}
+
+void DictationSession::failedChanged() {
+    auto& status = environment_.status;
+    if (status.offersRetry()) {
+        status.say(failed_.isThere() ? failed_.message() : failed_.problem());
+        if (!failed_.isThere()) status.withdrawOffer();
+    }
+    if (onChange) onChange();
+}
+
+// ---
 
 void DictationSession::clearTranscript() {
     if (!std::exchange(lastTranscript_, {}).empty() && onChange) onChange();

@@ -8,11 +8,13 @@
 
 #include "Quorvi/dictation/AudioRecorder.h"
 #include "Quorvi/dictation/DictationStatus.h"
+#include "Quorvi/dictation/FailedRecording.h"
 #include "Quorvi/dictation/MicrophoneChoice.h"
 #include "Quorvi/dictation/PasteLearning.h"
 #include "Quorvi/dictation/Permissions.h"
 #include "Quorvi/dictation/RecordingSounds.h"
 #include "Quorvi/history/HistoryStore.h"
+#include "Quorvi/platform/Network.h"
 #include "Quorvi/transcription/SpeechService.h"
 #include "QuorviCore/async/TaskScope.h"
 
@@ -44,8 +46,10 @@ public:
         PasteLearning& learning;
         Permissions& permissions;
         DictationStatus& status;
+        Network* network;  // may be null
         // The user's choices at the moment of the call.
         std::function<TranscriptionOptions()> options;
+        std::function<bool()> keepsFailed;
         std::function<RecordingSoundStyle(RecordingCue)> soundStyle;  // silent without sounds
     };
 
@@ -73,6 +77,16 @@ public:
     void cancel();
     // Ends the dictation and shows why.
     void fail(Message reason);
+    // A recording that the speech service or the network failed waits for another try, and nothing
+    // is under way.
+    bool canRetry() const { return failed_.isThere() && canBegin(); }
+    // Sends it again. The text goes into the field where it was dictated if that is unchanged, the
+    // user's input up to now aside; otherwise to the clipboard.
+    void retry();
+    // Gives it up, and says so.
+    void discardFailed();
+    // The same in silence: what was shown about another try ends.
+    void forgetFailed();
     // Starts or finishes as the mode of the shortcut asks for.
     void shortcutChanged(bool down);
 
@@ -103,7 +117,11 @@ private:
         TextCorrections rules;
         DictationCostEstimate price;
         double duration = 0;  // seconds
+        Date date;            // of the recording's end
+        bool isRetry = false;
     };
+    // A copy of a recording that is being sent.
+    using Copy = std::shared_ptr<std::unique_ptr<RecordingInMemory>>;
     struct Recognition {
         std::string text;
         std::vector<TextCorrection> appliedRules;
@@ -120,7 +138,15 @@ private:
     void meterTick();
     // Whether a recording of this length would be sent.
     bool hasSpeech(double seconds) const;
-    Task<void> process(Dictation dictation, std::stop_token stop);
+    Dictation dictation(InsertionTarget target, double duration, Date date);
+    Task<Bytes> copying(Task<Bytes> audio, Copy copy);
+    Task<Bytes> keptAudio();
+    void sendAgain(InsertionTarget target);
+    void networkReturned();
+    // `copy` is filled once there is sound, unless that is not to be kept, or is already.
+    Task<void> process(Dictation dictation, Task<Bytes> audio, Copy copy, std::stop_token stop);
+    void serviceFailed(const Dictation& dictation, Message problem, Copy copy);
+    void failedChanged();
     Recognition correct(const Dictation& dictation, const std::string& transcript);
     Task<void> insert(Dictation dictation, Recognition recognition,
                       TranscriptClipboard::Copy clipboard, std::stop_token stop);
@@ -134,6 +160,8 @@ private:
 
     Environment environment_;
     AudioRecorder recorder_;
+    FailedRecording failed_;
+    Subscription networkObserver_;  // from the first failure of the network on
     RecordingSounds sounds_;
 
     Id id_ = 0;  // changes with every start and cancellation

@@ -2,15 +2,15 @@
 
 namespace quorvi {
 
-void DictationStatus::set(DictationStage stage, Message message, bool offersCopy) {
+void DictationStatus::set(DictationStage stage, Message message, Offer offer) {
     stage_ = stage;
     message_ = std::move(message);
-    offersCopy_ = offersCopy;
+    offers_ = offer;
     changed();
 }
 
-void DictationStatus::withdrawCopy() {
-    if (std::exchange(offersCopy_, false)) changed();
+void DictationStatus::withdrawOffer() {
+    if (std::exchange(offers_, Offer::nothing) != Offer::nothing) changed();
 }
 
 void DictationStatus::say(Message message) {

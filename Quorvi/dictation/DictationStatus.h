@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <utility>
 
@@ -11,15 +12,16 @@
 namespace quorvi {
 
 // What the interface shows of a dictation, or of the insertion test: the stage, one sentence, and
-// whether the overlay is there and offers the text for copying. Only holds this; the session, the
-// test and the controller write it. Main thread; owned by the controller.
+// whether the overlay is there and offers the text for copying, or another try. Only holds this;
+// the session, the test and the controller write it. Main thread; owned by the controller.
 class DictationStatus {
 public:
     explicit DictationStatus(Scheduler& scheduler) : scheduler_(scheduler) {}
 
     DictationStage stage() const { return stage_; }
     const Message& message() const { return message_; }
-    bool offersCopy() const { return offersCopy_; }
+    bool offersCopy() const { return offers_ == Offer::copy; }
+    bool offersRetry() const { return offers_ == Offer::retry; }
 
     // Called after a change of the above.
     std::function<void()> onChange;
@@ -27,11 +29,20 @@ public:
     std::function<void()> onShowOverlay;
     std::function<void()> onHideOverlay;
 
-    // Enters a stage whose overlay offers no copying.
-    void enter(DictationStage stage, Message message) { set(stage, std::move(message), false); }
+    // Enters a stage whose overlay offers nothing.
+    void enter(DictationStage stage, Message message) {
+        set(stage, std::move(message), Offer::nothing);
+    }
     // Enters a stage whose overlay offers the text for copying.
-    void offerCopy(DictationStage stage, Message message) { set(stage, std::move(message), true); }
-    void withdrawCopy();
+    void offerCopy(DictationStage stage, Message message) {
+        set(stage, std::move(message), Offer::copy);
+    }
+    // Says that the dictation has failed, and offers another try.
+    void offerRetry(Message message) {
+        set(DictationStage::failure, std::move(message), Offer::retry);
+    }
+    // Ends either offer.
+    void withdrawOffer();
     // Replaces the sentence only.
     void say(Message message);
 
@@ -52,7 +63,8 @@ public:
     void keepOverlay() { hiding_.cancel(); }
 
 private:
-    void set(DictationStage stage, Message message, bool offersCopy);
+    enum class Offer : std::uint8_t { nothing, copy, retry };
+    void set(DictationStage stage, Message message, Offer offer);
     void changed() {
         if (onChange) onChange();
     }
@@ -60,7 +72,7 @@ private:
     Scheduler& scheduler_;
     DictationStage stage_ = DictationStage::idle;
     Message message_ = say::clickATextField();
-    bool offersCopy_ = false;
+    Offer offers_ = Offer::nothing;
     Timer hiding_;
 };
 

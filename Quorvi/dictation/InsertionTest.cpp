@@ -23,7 +23,7 @@ InsertionTest::InsertionTest(Environment environment)
 void InsertionTest::arm(Sample sample) {
     auto& e = environment_;
     if (!e.session.canBegin()) return;
-    e.status.withdrawCopy();
+    e.status.withdrawOffer();
     e.permissions.refresh();
     if (!(e.permissions.accessibility() && e.permissions.keyboard())) {
         e.session.fail(say::testNeedsAccessibility());

@@ -17,9 +17,18 @@ public:
     virtual Bytes read() const = 0;
 };
 
-// The private place for recordings in progress. All functions but newFile() block on the disk, so
-// they run on an executor; they are safe from any thread. Whoever creates files also removes them:
-// a file that has a name stays until takeOut() or remove().
+// A recording in memory only: in no core dump, not in the swap space either as far as the system
+// lets the program lock memory, and overwritten at its end. Immutable.
+class RecordingInMemory {
+public:
+    virtual ~RecordingInMemory() = default;
+
+    virtual Bytes read() const = 0;
+};
+
+// The private place for recordings in progress. All functions but newFile() and keepInMemory()
+// block on the disk, so they run on an executor; they are safe from any thread. Whoever creates
+// files also removes them: a file that has a name stays until takeOut() or remove().
 class RecordingFiles {
 public:
     virtual ~RecordingFiles() = default;
@@ -35,6 +44,9 @@ public:
     // open it from then on, and it vanishes when it is closed, also because the program is killed.
     // Throws QuorviError.
     virtual std::shared_ptr<const OpenRecording> takeOut(const std::filesystem::path& file) = 0;
+
+    // Copies a recording that is not empty. Returns nullptr without the memory for it.
+    virtual std::unique_ptr<RecordingInMemory> keepInMemory(const Bytes& audio) const = 0;
 
     // Deletes a recording that still has its name. Failures are ignored.
     virtual void remove(const std::filesystem::path& file) = 0;

@@ -14,11 +14,12 @@ namespace quorvi {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, const char*>, 7> commands{{
+constexpr std::array<std::pair<std::string_view, const char*>, 8> commands{{
     {"start", "Start"},
     {"finish", "Finish"},
     {"toggle", "Toggle"},
     {"cancel", "Cancel"},
+    {"retry", "Retry"},
     {"status", "Status"},
     {"show", "Show"},
     {"quit", "Quit"},

@@ -72,6 +72,8 @@ bool BusService::carryOut(const QString& method) {
         model_.toggle();
     } else if (method == latin("Cancel")) {
         if (model_.canCancel()) model_.cancel();
+    } else if (method == latin("Retry")) {
+        model_.retry();
     } else if (method == latin("Show")) {
         actions_.show();
     } else if (method == latin("Quit")) {

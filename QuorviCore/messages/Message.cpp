@@ -2,8 +2,15 @@
 
 #include <map>
 #include <ostream>
+#include <utility>
 
 namespace quorvi {
+
+Message Message::followedBy(Message next) const {
+    auto both = *this;
+    both.following_.push_back(std::move(next));
+    return both;
+}
 
 std::string Message::english() const {
     return text([](Sentence sentence) { return std::string(sentences::english(sentence)); });
@@ -27,7 +34,9 @@ std::string Message::text(const std::function<std::string(Sentence)>& translate)
         if (const auto fill = fills.find(gap.name); fill != fills.end()) result += fill->second;
         done = gap.position + gap.name.size() + 2;
     }
-    return result.append(filled, done);
+    result.append(filled, done);
+    for (const auto& next : following_) result += " " + next.text(translate);
+    return result;
 }
 
 std::ostream& operator<<(std::ostream& out, const Message& message) {

@@ -74,6 +74,9 @@ public:
     bool is(Sentence sentence) const { return id_ == sentence; }
     bool isEmpty() const { return id_ == Sentence::nothing; }
 
+    // The same with another sentence after it; the id stays.
+    Message followedBy(Message next) const;
+
     // Complete, in English.
     std::string english() const;
     // Complete, from templates in another language: `translate` returns that of a sentence.
@@ -89,6 +92,7 @@ private:
 
     Sentence id_ = Sentence::nothing;
     std::vector<Argument> arguments_;  // in the order in which the English template has its gaps
+    std::vector<Message> following_;
 };
 
 // Writes the message in English, for logs and failed tests.

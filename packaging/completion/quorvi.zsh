@@ -17,6 +17,7 @@ _arguments \
         finish\:"end the recording and insert the text"
         toggle\:"start or finish"
         cancel\:"cancel the dictation"
+        retry\:"send a recording again that the service failed"
         status\:"print the stage and whether Quorvi is ready"
         show\:"bring the window up"
         quit\:"end Quorvi"

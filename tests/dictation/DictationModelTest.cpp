@@ -19,6 +19,9 @@ protected:
         if (!model->isStarting()) {
             EXPECT_EQ(records, microphone.isCapturing());
         }
+        if (!isActive(model->stage()) && !model->isStarting()) {
+            EXPECT_EQ(recordings.inMemory, model->canRetry() ? 1 : 0);
+        }
         if (!records) recordingSince = scheduler.now();
         EXPECT_LE(scheduler.now() - recordingSince, 3min);
         if (records) {
@@ -50,6 +53,10 @@ protected:
         [this] { model->setMode(DictationMode::hold); },
         [this] { model->copyTranscript(); },
         [this] { model->resetDictation(); },
+        [this] { service.status = service.status == 200 ? 500 : 200; },
+        [this] { model->retry(); },
+        [this] { model->retry(); },
+        [this] { model->discardFailed(); },
         [this] { workspace.sleep(); },
         [this] { workspace.lockScreen(); },
         [this] { microphone.end(CaptureEnd::deviceLost); },

@@ -11,6 +11,7 @@
 #include "tests/fakes/FakeHttpTransport.h"
 #include "tests/fakes/FakeKeyEventPoster.h"
 #include "tests/fakes/FakeLocalKeyMonitor.h"
+#include "tests/fakes/FakeNetwork.h"
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/fakes/FakePermissions.h"
 #include "tests/fakes/FakeSoundOutput.h"
@@ -72,7 +73,10 @@ struct FakeDesktop {
                 history,
                 corrections,
                 std::move(sync),
-                "https://speech.example"};
+                "https://speech.example",
+                {},
+                nullptr,
+                &network};
     }
 
     // Opens an editor in front, whose field has the focus and receives what is pasted.
@@ -100,6 +104,7 @@ struct FakeDesktop {
     MemoryPreferences preferences;
     LockableKeyStore keyStore;
     FakeHttpTransport service;
+    FakeNetwork network;
     FakeFileStore files;
     const Calendar calendar{"Europe/Athens", "en_US"};
 };

@@ -26,17 +26,29 @@ public:
             throw QuorviError::message(say::recordingNotKeptApart("No such file or directory"));
         return std::make_shared<Open>(std::move(taken.mapped()));
     }
+    std::unique_ptr<RecordingInMemory> keepInMemory(const Bytes& audio) const override {
+        return std::make_unique<InMemory>(audio, inMemory);
+    }
     void remove(const std::filesystem::path& file) override { named.erase(file); }
     void removeLeftOver() override { named.clear(); }
 
     std::map<std::filesystem::path, Content> named;
     bool refuses = false;  // prepare() throws
+    mutable int inMemory = 0;
 
 private:
     struct Open : OpenRecording {
         explicit Open(Content written) : content(std::move(written)) {}
         Bytes read() const override { return {content->begin(), content->end()}; }
         Content content;
+    };
+
+    struct InMemory : RecordingInMemory {
+        InMemory(Bytes audio_, int& count_) : audio(std::move(audio_)), count(++count_) {}
+        ~InMemory() override { --count; }
+        Bytes read() const override { return audio; }
+        Bytes audio;
+        int& count;
     };
 
     mutable int made_ = 0;

@@ -33,6 +33,7 @@ std::vector<Row> rows() {
          {text(R"({"keyCode":61,"label":"Right ⌥","modifiers":0})"),
           bytesOf(R"({"keyCode":70000,"label":"","modifiers":0})")}},
         {setting::learnCorrectionsAutomatically, false, {one}},
+        {setting::keepFailedRecording, false, {one}},
         {setting::keepTranscripts, false, {one}},
         {setting::transcriptRetention, std::int64_t{30}, {std::int64_t{7}, text("30")}},
     };

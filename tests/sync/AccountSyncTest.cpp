@@ -71,7 +71,7 @@ TEST_F(AccountSyncTest, TheFirstLaunchEverSendsItsValuesAsTheOldestOfAll) {
     EXPECT_EQ(first.sync->status(), say::syncUpToDate());
     EXPECT_EQ(first.sync->pendingCount(), 0u);
     EXPECT_TRUE(first.sync->lastSynced());
-    EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 11u);
+    EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
     EXPECT_EQ(inCloud("setting:mode").revision, 1);
     EXPECT_EQ(firstCloud.subscriptions.count("quorvi.private.changes"), 1u);
 
@@ -117,7 +117,7 @@ TEST_F(AccountSyncTest, AnotherCloudIsANewBeginningWithTheSameData) {
         EXPECT_EQ(machine.sync->status(), say::syncUpToDate()) << address;
     };
     choose(first, firstOther, "another cloud");
-    EXPECT_EQ(other.records("of another owner", "QuorviAccount").size(), 13u);
+    EXPECT_EQ(other.records("of another owner", "QuorviAccount").size(), 14u);
     first.model->setVocabulary("there");
     first.history->remove(first.history->records()[0].id);
     second.dictate("three");

@@ -44,7 +44,7 @@ TEST_F(AccountSyncTroubleTest, WithoutADatabaseTheStatusSaysSoAndChangesAreKept)
     machine.sync->syncNow();
     clock.advance(60s);
     EXPECT_EQ(status(), say::syncNoAccess(cloudErrorCode::badContainer));
-    EXPECT_EQ(machine.sync->pendingCount(), 12u);
+    EXPECT_EQ(machine.sync->pendingCount(), 13u);
     EXPECT_TRUE(cloud.calls.empty());
 }
 
@@ -123,7 +123,7 @@ TEST_F(AccountSyncTroubleTest, AResetOfTheCloudSwitchesSyncOffAndKeepsEverything
     clock.advance(5s);
     EXPECT_EQ(status(), say::syncUpToDate());
     EXPECT_EQ(machine.texts(), Texts{"kept"});
-    EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 12u);
+    EXPECT_EQ(server.records("ada", "QuorviAccount").size(), 13u);
 }
 
 TEST_F(AccountSyncTroubleTest, AnUnreadableArchiveIsLeftAlone) {
@@ -278,7 +278,7 @@ TEST_F(AccountSyncTroubleTest, EverySuspensionPointMeetsEveryInterruption) {
                 EXPECT_EQ(one.texts(), Texts{"precious"});
                 if (name == "reset") continue;  // the cloud's data is gone for good
                 EXPECT_EQ(one.sync->status(), say::syncUpToDate());
-                EXPECT_EQ(cloudServer.records("ada", "QuorviAccount").size(), 12u);
+                EXPECT_EQ(cloudServer.records("ada", "QuorviAccount").size(), 13u);
                 EXPECT_FALSE(one.sync->working());
             }
 }

@@ -97,7 +97,7 @@ TEST_F(ServiceChoiceTest, TheOfflineProgramRunsWhileItIsUsedAndStartsAgainAfterA
     program.starts = 0;
     EXPECT_EQ(sent(), say::convertingSpeech().english()) << "it may still come up";
     scheduler.advance(OfflineRecogniser::startLimit);
-    expectFailure(say::offlineNotServing());
+    expectFailure(say::offlineNotServing().followedBy(say::tryAgainMinutes(10)));
     EXPECT_GT(program.starts, 2);
     EXPECT_LT(program.starts, 8) << "later each time";
     scheduler.advance(OfflineRecogniser::idleLimit);

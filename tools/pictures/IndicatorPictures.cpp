@@ -16,6 +16,7 @@ struct Sample {
     const char* message;
     bool copy = false;
     bool update = false;
+    bool retry = false;
 };
 
 constexpr Sample samples[] = {
@@ -30,6 +31,11 @@ constexpr Sample samples[] = {
      "The speech service did not answer in time. Check your connection and try again, or copy the "
      "transcript from the window.",
      true},
+    {DictationStage::failure,
+     "The transcription service is temporarily unavailable. Please try again. You can try again "
+     "for "
+     "10 minutes.",
+     false, false, true},
     {DictationStage::failure, "No speech was heard."},
     {DictationStage::learned, "Russet Miner → russetmanor"},
     {DictationStage::idle, "Click a text field in any app, then use your shortcut."},
@@ -66,6 +72,7 @@ int main(int count, char** arguments) {
                                             .level = 0.7,
                                             .theme = allRecordingThemes[column]};
                 if (sample.copy) values.onCopy = [] {};
+                if (sample.retry) values.onRetry = [] {};
                 if (sample.update) {
                     values.updateVersion = QStringLiteral("2.0");
                     values.onUpdate = [] {};

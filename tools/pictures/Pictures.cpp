@@ -96,6 +96,10 @@ void dictationPages(Album& album) {
         "Hello, world. Καλημέρα, κόσμε. This is what I said, and it is long enough to need "
         "a second line on the card, as most dictations do.");
     album.takeWhole(world.show(), "dictation-transcript");
+    world.service.status = 429;
+    world.dictate("");
+    album.takeWhole(world.show(), "dictation-failed");
+    world.service.status = 200;
     world.dictate("שלום עולם, זהו משפט שנכתב מימין לשמאל.");
     world.model.armInsertionTest();
     world.scheduler.advance(2500ms);

@@ -8,6 +8,7 @@
 #include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
+#include "Quorvi/platform/linux/gio/GioNetwork.h"
 #include "Quorvi/platform/linux/gio/SystemClockChanges.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/PosixRecordingFiles.h"
@@ -67,6 +68,7 @@ struct LinuxDesktop::Adapters {
           permissions(sound, scheduler),
           transport(scheduler),
           recogniser(scheduler, probes, std::move(speechProgram), {"--supervised", "--punctuate"}),
+          network(scheduler),
           clockChanges(scheduler),
           calendar(clockChanges, history, scheduler) {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);
@@ -101,6 +103,7 @@ struct LinuxDesktop::Adapters {
     PulsePermissions permissions;
     CurlTransport transport;
     PosixServiceProgram recogniser;
+    GioNetwork network;
     SystemClockChanges clockChanges;
     SystemCalendar calendar;
     Subscription microphoneChanges;
@@ -234,7 +237,8 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
             .transport = a.transport,
             .history = history,
             .corrections = corrections,
-            .offlineProgram = &a.recogniser};
+            .offlineProgram = &a.recogniser,
+            .network = &a.network};
 }
 
 }  // namespace quorvi

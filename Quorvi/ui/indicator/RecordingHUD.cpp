@@ -47,6 +47,7 @@ RecordingHUD::RecordingHUD(QWidget* parent)
       meter_(new LevelMeter(recordingRow_)),
       hint_(new QLabel(tr("Esc to cancel"), recordingRow_)),
       copy_(new HudButton(&paintCopySign, this)),
+      retry_(new HudButton(&paintRetrySign, this)),
       update_(new HudButton(&paintDownloadSign, recordingRow_)) {
     setAccessibleName(tr("Quorvi dictation"));
     time_->setAccessibleName(tr("Recording time"));
@@ -54,6 +55,11 @@ RecordingHUD::RecordingHUD(QWidget* parent)
     copy_->setAccessibleName(tr("Copy transcript"));
     QObject::connect(copy_, &QAbstractButton::clicked, this, [this] {
         if (values_.onCopy) values_.onCopy();
+    });
+    retry_->setToolTip(tr("Try again"));
+    retry_->setAccessibleName(tr("Try again"));
+    QObject::connect(retry_, &QAbstractButton::clicked, this, [this] {
+        if (values_.onRetry) values_.onRetry();
     });
     QObject::connect(update_, &QAbstractButton::clicked, this, [this] {
         if (values_.onUpdate) values_.onUpdate();
@@ -92,6 +98,7 @@ void RecordingHUD::arrange() {
     all->addWidget(sign_);
     all->addLayout(texts, 1);
     all->addWidget(copy_);
+    all->addWidget(retry_);
     setFixedSize(panelSize(values_.stage));
 }
 
@@ -144,6 +151,7 @@ void RecordingHUD::color() {
         setInk(quiet, colors_.secondaryInk);
     meter_->setColor(colors_.accent);
     copy_->setColors(colors_);
+    retry_->setColors(colors_);
     update_->setColors(colors_);
     sign_->show(values_.stage, colors_);
     surface_ = {};
@@ -171,6 +179,7 @@ void RecordingHUD::showElapsed() {
 
 void RecordingHUD::showButtons() {
     copy_->setVisible(static_cast<bool>(values_.onCopy));
+    retry_->setVisible(static_cast<bool>(values_.onRetry));
     const bool offersUpdate = values_.onUpdate && values_.updateVersion;
     if (offersUpdate) {
         const auto text = tr("Update %1").arg(*values_.updateVersion);

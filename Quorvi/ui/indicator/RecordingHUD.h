@@ -25,7 +25,8 @@ public:
         double elapsed = 0;  // seconds
         double level = 0;    // 0 to 1
         RecordingTheme theme = RecordingTheme::glass;
-        std::function<void()> onCopy;  // empty: no copy button
+        std::function<void()> onCopy;   // empty: no copy button
+        std::function<void()> onRetry;  // empty: no button for another try
         std::optional<QString> updateVersion;
         std::function<void()> onUpdate;  // empty: no update button
     };
@@ -73,6 +74,7 @@ private:
     LevelMeter* meter_;
     QLabel* hint_;
     HudButton* copy_;
+    HudButton* retry_;
     HudButton* update_;
 };
 

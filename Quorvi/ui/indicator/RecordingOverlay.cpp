@@ -18,6 +18,7 @@ RecordingHUD::Values RecordingOverlay::current() {
                   .theme = model_.recordingTheme()};
     if (model_.canCopyFromOverlay() && !model_.lastTranscript().empty())
         values.onCopy = [this] { model_.copyTranscript(); };
+    if (model_.canRetryFromOverlay()) values.onRetry = [this] { model_.retry(); };
     if (const auto& version = updater_.availableVersion();
         version && values.stage == DictationStage::recording) {
         values.updateVersion = QString::fromStdString(*version);

@@ -38,7 +38,7 @@ RecordingPanel::RecordingPanel(AppModel& model, AppUpdater& updater,
 }
 
 bool RecordingPanel::acceptsMouse() const {
-    return model_.canCopyFromOverlay() ||
+    return model_.canCopyFromOverlay() || model_.canRetryFromOverlay() ||
            (model_.stage() == DictationStage::recording && updater_.availableVersion());
 }
 

@@ -11,7 +11,8 @@ namespace quorvi {
 PrivacySettings::PrivacySettings(AppModel& model, std::function<bool(PrivacyPane)> hasSettingsFor)
     : Card(tr("Privacy"), "hand.raised"),
       model_(model),
-      hasSettingsFor_(std::move(hasSettingsFor)) {
+      hasSettingsFor_(std::move(hasSettingsFor)),
+      keep_(new Switch(tr("Keep a failed recording in memory for ten minutes"))) {
     content().addWidget(secondaryText(
         tr("Audio uses your Mac’s default input. Dictations stop at 3 minutes. Local audio files "
            "are deleted after recording; retained text history and usage statistics sync through "
@@ -20,6 +21,13 @@ PrivacySettings::PrivacySettings(AppModel& model, std::function<bool(PrivacyPane
     content().addWidget(secondaryText(
         tr("When Quorvi uses Paste, it briefly places the transcript on the clipboard and then "
            "restores it. Clipboard managers may retain a copy.")));
+    content().addWidget(divider());
+    content().addWidget(keep_);
+    content().addWidget(captionText(
+        tr("If the speech service or the network fails, you can try again instead of dictating "
+           "anew. The recording is never written to a disk, and gone when the screen is locked.")));
+    connect(keep_, &QCheckBox::toggled, this,
+            [this](bool on) { model_.settings().set(setting::keepFailedRecording, on); });
     addPermission(tr("Microphone"), PrivacyPane::microphone,
                   [this] { return model_.microphoneAllowed(); });
     addPermission(tr("Accessibility"), PrivacyPane::accessibility,
@@ -43,6 +51,7 @@ void PrivacySettings::addPermission(const QString& title, PrivacyPane pane,
 }
 
 void PrivacySettings::refresh() {
+    keep_->show(model_.settings().get(setting::keepFailedRecording));
     for (auto& permission : permissions_) {
         permission.manage->setVisible(!hasSettingsFor_ || hasSettingsFor_(permission.pane));
         const bool granted = permission.granted();

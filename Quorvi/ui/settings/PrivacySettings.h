@@ -13,6 +13,7 @@
 namespace quorvi {
 
 class AppModel;
+class Switch;
 class SymbolLabel;
 
 // The settings section for privacy: how speech is handled, and the system permissions. Main thread.
@@ -38,6 +39,7 @@ private:
 
     AppModel& model_;
     std::function<bool(PrivacyPane)> hasSettingsFor_;
+    Switch* keep_;  // a recording that failed
     std::vector<Permission> permissions_;
     Subscription changes_;
 };

@@ -25,8 +25,8 @@ public:
 
     // The headings of the sections that are shown, from top to bottom.
     QStringList sections() const;
-    // The index of the one that is read: the revealed one until the page is scrolled, the one at the
-    // top of the view, or the last one at the end. -1 if none is shown.
+    // The index of the one that is read: the revealed one until the page is scrolled, the one at
+    // the top of the view, or the last one at the end. -1 if none is shown.
     int currentSection() const;
     // Scrolls to a section and puts the focus on its first control.
     void reveal(int section);

@@ -58,8 +58,12 @@ void StatusItem::showMenu(QSystemTrayIcon::ActivationReason reason) {
 }
 
 void StatusItem::refresh() {
-    const Shown now{model_.stage(), model_.mode(), shown(model_.shortcut()),
-                    !model_.lastTranscript().empty(), model_.canRestoreClipboard()};
+    const Shown now{model_.stage(),
+                    model_.mode(),
+                    shown(model_.shortcut()),
+                    !model_.lastTranscript().empty(),
+                    model_.canRestoreClipboard(),
+                    model_.canRetry()};
     if (shown_ == now) return;
     if (!shown_ || shown_->stage != now.stage) icon_.setIcon(stageIcon(now.stage));
     shown_ = now;
@@ -100,6 +104,7 @@ void StatusItem::rebuildMenu() {
     add(tr("Copy last transcript"), [this] {
         model_.copyTranscript();
     })->setEnabled(!model_.lastTranscript().empty());
+    if (model_.canRetry()) add(tr("Try again"), [this] { model_.retry(); });
     if (model_.canRestoreClipboard())
         add(tr("Restore my clipboard"), [this] { model_.restoreClipboard(); });
     add(tr("Reset dictation"), [this] { model_.resetDictation(); });

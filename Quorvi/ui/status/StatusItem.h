@@ -39,6 +39,7 @@ private:
         QString shortcut;
         bool hasTranscript;
         bool canRestore;
+        bool canRetry;
         bool operator==(const Shown&) const = default;
     };
 

@@ -1629,6 +1629,22 @@
         <source>Your microphone is missing · {microphone}</source>
         <translation>Dein Mikrofon fehlt · {microphone}</translation>
     </message>
+    <message>
+        <source>You can try again for {minutes} minutes.</source>
+        <translation>Du kannst es noch {minutes} Minuten lang noch einmal versuchen.</translation>
+    </message>
+    <message>
+        <source>You can try again for one more minute.</source>
+        <translation>Du kannst es noch eine Minute lang noch einmal versuchen.</translation>
+    </message>
+    <message>
+        <source>There is no recording to try again.</source>
+        <translation>Es gibt keine Aufnahme für einen neuen Versuch.</translation>
+    </message>
+    <message>
+        <source>The recording was discarded.</source>
+        <translation>Die Aufnahme wurde verworfen.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1667,6 +1683,14 @@
     <message>
         <source>%1: not allowed</source>
         <translation>%1: nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>Keep a failed recording in memory for ten minutes</source>
+        <translation>Gescheiterte Aufnahme zehn Minuten im Speicher behalten</translation>
+    </message>
+    <message>
+        <source>If the speech service or the network fails, you can try again instead of dictating anew. The recording is never written to a disk, and gone when the screen is locked.</source>
+        <translation>Wenn der Sprachdienst oder das Netz versagt, kannst du es noch einmal versuchen, statt neu zu diktieren. Die Aufnahme kommt auf keine Festplatte und ist weg, sobald der Bildschirm gesperrt wird.</translation>
     </message>
 </context>
 <context>
@@ -1735,6 +1759,10 @@
     <message>
         <source>Update %1</source>
         <translation>Update %1</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Noch einmal</translation>
     </message>
 </context>
 <context>
@@ -2134,6 +2162,18 @@
         <source>Shortcut: %1</source>
         <translation>Kurzbefehl: %1</translation>
     </message>
+    <message>
+        <source>Try again</source>
+        <translation>Noch einmal</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Discard the recording</source>
+        <translation>Aufnahme verwerfen</translation>
+    </message>
 </context>
 <context>
     <name>StatusItem</name>
@@ -2184,6 +2224,10 @@
     <message>
         <source>Restore my clipboard</source>
         <translation>Meine Zwischenablage wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Noch einmal</translation>
     </message>
 </context>
 <context>

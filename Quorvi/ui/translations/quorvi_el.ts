@@ -1629,6 +1629,22 @@
         <source>Your microphone is missing · {microphone}</source>
         <translation>Το μικρόφωνό σου λείπει · {microphone}</translation>
     </message>
+    <message>
+        <source>You can try again for {minutes} minutes.</source>
+        <translation>Μπορείς να δοκιμάσεις ξανά για {minutes} λεπτά.</translation>
+    </message>
+    <message>
+        <source>You can try again for one more minute.</source>
+        <translation>Μπορείς να δοκιμάσεις ξανά για ένα λεπτό ακόμη.</translation>
+    </message>
+    <message>
+        <source>There is no recording to try again.</source>
+        <translation>Δεν υπάρχει ηχογράφηση για νέα δοκιμή.</translation>
+    </message>
+    <message>
+        <source>The recording was discarded.</source>
+        <translation>Η ηχογράφηση απορρίφθηκε.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1667,6 +1683,14 @@
     <message>
         <source>%1: not allowed</source>
         <translation>%1: δεν επιτρέπεται</translation>
+    </message>
+    <message>
+        <source>Keep a failed recording in memory for ten minutes</source>
+        <translation>Διατήρηση αποτυχημένης ηχογράφησης στη μνήμη για δέκα λεπτά</translation>
+    </message>
+    <message>
+        <source>If the speech service or the network fails, you can try again instead of dictating anew. The recording is never written to a disk, and gone when the screen is locked.</source>
+        <translation>Αν αποτύχει η υπηρεσία ομιλίας ή το δίκτυο, μπορείς να δοκιμάσεις ξανά αντί να υπαγορεύσεις από την αρχή. Η ηχογράφηση δεν γράφεται ποτέ σε δίσκο και χάνεται μόλις κλειδωθεί η οθόνη.</translation>
     </message>
 </context>
 <context>
@@ -1735,6 +1759,10 @@
     <message>
         <source>Update %1</source>
         <translation>Ενημέρωση %1</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Ξανά</translation>
     </message>
 </context>
 <context>
@@ -2134,6 +2162,18 @@
         <source>Shortcut: %1</source>
         <translation>Συντόμευση: %1</translation>
     </message>
+    <message>
+        <source>Try again</source>
+        <translation>Ξανά</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Απόρριψη</translation>
+    </message>
+    <message>
+        <source>Discard the recording</source>
+        <translation>Απόρριψη της ηχογράφησης</translation>
+    </message>
 </context>
 <context>
     <name>StatusItem</name>
@@ -2184,6 +2224,10 @@
     <message>
         <source>Restore my clipboard</source>
         <translation>Επαναφορά του προχείρου μου</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Ξανά</translation>
     </message>
 </context>
 <context>

@@ -1629,6 +1629,22 @@
         <source>Your microphone is missing · {microphone}</source>
         <translation>Your microphone is missing · {microphone}</translation>
     </message>
+    <message>
+        <source>You can try again for {minutes} minutes.</source>
+        <translation>You can try again for {minutes} minutes.</translation>
+    </message>
+    <message>
+        <source>You can try again for one more minute.</source>
+        <translation>You can try again for one more minute.</translation>
+    </message>
+    <message>
+        <source>There is no recording to try again.</source>
+        <translation>There is no recording to try again.</translation>
+    </message>
+    <message>
+        <source>The recording was discarded.</source>
+        <translation>The recording was discarded.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -1667,6 +1683,14 @@
     <message>
         <source>%1: not allowed</source>
         <translation>%1: not allowed</translation>
+    </message>
+    <message>
+        <source>Keep a failed recording in memory for ten minutes</source>
+        <translation>Keep a failed recording in memory for ten minutes</translation>
+    </message>
+    <message>
+        <source>If the speech service or the network fails, you can try again instead of dictating anew. The recording is never written to a disk, and gone when the screen is locked.</source>
+        <translation>If the speech service or the network fails, you can try again instead of dictating anew. The recording is never written to a disk, and gone when the screen is locked.</translation>
     </message>
 </context>
 <context>
@@ -1735,6 +1759,10 @@
     <message>
         <source>Update %1</source>
         <translation>Update %1</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Try again</translation>
     </message>
 </context>
 <context>
@@ -2134,6 +2162,18 @@
         <source>Shortcut: %1</source>
         <translation>Shortcut: %1</translation>
     </message>
+    <message>
+        <source>Try again</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Discard</translation>
+    </message>
+    <message>
+        <source>Discard the recording</source>
+        <translation>Discard the recording</translation>
+    </message>
 </context>
 <context>
     <name>StatusItem</name>
@@ -2184,6 +2224,10 @@
     <message>
         <source>Quit Quorvi</source>
         <translation>Quit Quorvi</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Try again</translation>
     </message>
 </context>
 <context>

@@ -119,6 +119,18 @@ void paintCopySign(QPainter& painter, const QRectF& bounds, const QColor& color)
     painter.restore();
 }
 
+// Three quarters of a circle with an arrow's head at its end.
+void paintRetrySign(QPainter& painter, const QRectF& bounds, const QColor& color) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(bounds.topLeft());
+    painter.scale(bounds.width() / grid, bounds.height() / grid);
+    painter.setPen(stroke(color, 2));
+    painter.drawArc(QRectF(2.5, 2.5, 13, 13), 150 * 16, 290 * 16);
+    painter.drawPolyline(QPolygonF({QPointF(2.6, 1.8), QPointF(2.6, 6.2), QPointF(7, 6.2)}));
+    painter.restore();
+}
+
 void paintDownloadSign(QPainter& painter, const QRectF& bounds, const QColor& color) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);

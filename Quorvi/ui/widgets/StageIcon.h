@@ -15,6 +15,7 @@ void paintStageIcon(QPainter& painter, const QRectF& bounds, DictationStage stag
 
 // The copy icon (two sheets) and the download icon (an arrow onto a line).
 void paintCopySign(QPainter& painter, const QRectF& bounds, const QColor& color);
+void paintRetrySign(QPainter& painter, const QRectF& bounds, const QColor& color);
 void paintDownloadSign(QPainter& painter, const QRectF& bounds, const QColor& color);
 
 // Draws the wave of the program's logo.

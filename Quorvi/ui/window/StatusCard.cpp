@@ -24,6 +24,8 @@ StatusCard::StatusCard(AppModel& model) : model_(model) {
     connect(keep_, &QPushButton::clicked, this, [this] { model_.endShortcutCapture(); });
     connect(stop_, &QPushButton::clicked, this, [this] { model_.finish(); });
     connect(cancel_, &QPushButton::clicked, this, [this] { model_.cancel(); });
+    connect(retry_, &QPushButton::clicked, this, [this] { model_.retry(); });
+    connect(discard_, &QPushButton::clicked, this, [this] { model_.discardFailed(); });
     connect(test_, &QPushButton::clicked, this, [this] { model_.armInsertionTest(); });
     connect(cancelTest_, &QPushButton::clicked, this, [this] { model_.cancel(); });
     refresh();
@@ -43,6 +45,15 @@ void StatusCard::build() {
     content().addWidget(explanation_);
     message_ = bodyText();
     content().addWidget(message_);
+
+    failed_ = new QWidget;
+    retry_ = button(tr("Try again"), ButtonKind::primary, "arrow.counterclockwise");
+    discard_ = button(tr("Discard"));
+    discard_->setAccessibleName(tr("Discard the recording"));
+    auto* failedRow = row({nullptr, discard_, retry_});
+    failedRow->setContentsMargins(0, 0, 0, 0);
+    failed_->setLayout(failedRow);
+    content().addWidget(failed_);
 
     recording_ = new QWidget;
     elapsed_ = new QLabel;
@@ -88,6 +99,7 @@ void StatusCard::refresh() {
     // Until there is news, the explanation says the same.
     message_->setVisible(!model_.hasNoNews());
     message_->setText(shown(model_.message()));
+    failed_->setVisible(model_.canRetry());
     refreshRecording();
     refreshShortcut();
     const bool armed = model_.insertionTestArmed();

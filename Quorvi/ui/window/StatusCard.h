@@ -33,6 +33,9 @@ private:
     QLabel* shortcut_;
     QPushButton* change_;
     QPushButton* keep_;
+    QWidget* failed_;
+    QPushButton* retry_;
+    QPushButton* discard_;
     QWidget* recording_;
     QLabel* elapsed_;
     QPushButton* stop_;

@@ -30,6 +30,21 @@ protected:
     PosixRecordingFiles files{folder};
 };
 
+TEST_F(PosixRecordingFilesTest, KeepsARecordingOutOfCoreDumpsAndSwap) {
+    const Bytes audio(100'000, 7);
+    const auto kept = files.keepInMemory(audio);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->read(), audio);
+    EXPECT_FALSE(files.keepInMemory({}));
+    // "dd": not dumped; "lo": locked.
+    std::ifstream maps("/proc/self/smaps");
+    int found = 0;
+    for (std::string line; std::getline(maps, line);)
+        found += line.starts_with("VmFlags:") && line.find(" dd") != line.npos &&
+                 line.find(" lo") != line.npos;
+    EXPECT_EQ(found, 1);
+}
+
 TEST_F(PosixRecordingFilesTest, ARecordingThatIsTakenOutHasNoNameAndIsReadWhole) {
     EXPECT_EQ(refusal(), "");
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);

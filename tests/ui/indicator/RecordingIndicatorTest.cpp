@@ -14,7 +14,9 @@ TEST(RecordingHUD, ShowsWhatBelongsToEachStage) {
          "Listening… | 1:05 | Words | Esc to cancel"},
         {{.stage = DictationStage::learned, .message = words}, "Correction saved | Words"},
         {{.stage = DictationStage::clipboard, .onCopy = [] {}},
-         "Ready to paste | [Copy transcript]"}};
+         "Ready to paste | [Copy transcript]"},
+        {{.stage = DictationStage::failure, .message = words, .onRetry = [] {}},
+         "Needs attention | Words | [Try again]"}};
     for (const auto& [values, text] : rows) {
         hud.setValues(values);
         EXPECT_EQ(Seen(hud).text(), text);

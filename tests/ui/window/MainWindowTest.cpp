@@ -47,6 +47,21 @@ TEST_F(MainWindowTest, ShowsTheCurrentDictationAndTheLastTranscript) {
     EXPECT_FALSE(page().has("Last transcript"));
 }
 
+TEST_F(MainWindowTest, AFailedDictationIsTriedAgainOrDiscarded) {
+    world.saveKey();
+    for (const auto* button : {"Try again", "Discard the recording"}) {
+        world.service.status = 500;
+        world.dictate("hello there");
+        expectInOrder(page(), {"You can try again for 10 minutes.", "Try again"});
+        world.service.status = 200;
+        page().press(button);
+        world.scheduler.advance(2s);
+        EXPECT_FALSE(page().has("Try again"));
+        EXPECT_EQ(page().has("hello there"), world.model.stage() == DictationStage::success);
+        world.model.clearTranscript();
+    }
+}
+
 TEST_F(MainWindowTest, TheShortcutMenuOffersPresetsAndACapture) {
     const auto actions =
         open(WindowPage::settings).control<QPushButton>("Shortcut: Right ⌥").menu()->actions();

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/posix/Descriptor.h"
+#include "Quorvi/platform/linux/posix/LockedRecording.h"
 #include "QuorviCore/Error.h"
 #include "QuorviCore/identity/Uuid.h"
 
@@ -69,6 +70,10 @@ private:
 
 PosixRecordingFiles::PosixRecordingFiles(fs::path folder, fs::path formerFolder)
     : folder_(std::move(folder)), formerFolder_(std::move(formerFolder)) {}
+
+std::unique_ptr<RecordingInMemory> PosixRecordingFiles::keepInMemory(const Bytes& audio) const {
+    return LockedRecording::of(audio);
+}
 
 fs::path PosixRecordingFiles::newFile() const {
     return folder_ / (newUuid() + extension);

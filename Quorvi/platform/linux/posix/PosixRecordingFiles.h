@@ -18,6 +18,7 @@ public:
     std::filesystem::path newFile() const override;
     void prepare() override;
     std::shared_ptr<const OpenRecording> takeOut(const std::filesystem::path& file) override;
+    std::unique_ptr<RecordingInMemory> keepInMemory(const Bytes& audio) const override;
     void remove(const std::filesystem::path& file) override;
     // Files of other kinds stay.
     void removeLeftOver() override;
