@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPushButton>
+#include <QScrollArea>
 #include <cstdio>
 
 #include "Quorvi/ui/corrections/CorrectionEditor.h"
@@ -17,7 +18,6 @@
 #include "Quorvi/ui/settings/SettingsPage.h"
 #include "Quorvi/ui/translations/Translations.h"
 #include "Quorvi/ui/updates/UpdateWindow.h"
-#include "Quorvi/ui/widgets/Page.h"
 #include "tests/support/ui/Palettes.h"
 #include "tests/support/ui/WindowWorld.h"
 
@@ -47,7 +47,7 @@ public:
         // A window gets its width some time after it is shown.
         for (int round = 0; round < 3; ++round) {
             QCoreApplication::processEvents();
-            for (auto* page : window.findChildren<Page*>()) {
+            for (auto* page : window.findChildren<QScrollArea*>()) {
                 if (!page->isVisible()) continue;
                 auto* content = page->widget();
                 window.resize(940, qMax(800, content->heightForWidth(page->viewport()->width())));

@@ -14,9 +14,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// The last frame of the encoder is filled up with silence, which its decoder hands out as well.
+constexpr long long frame = 1024;  // of the encoder
+
+// The last frame is filled up with silence, which the decoder hands out as well.
 void expectHolds(const DecodedSound& sound, long long captured) {
-    constexpr long long frame = 1024;
     EXPECT_GE(static_cast<long long>(sound.samples.size()), captured);
     EXPECT_LT(static_cast<long long>(sound.samples.size()), captured + frame);
     EXPECT_EQ(std::llround(sound.declaredSeconds * Sweep::rate), captured);
@@ -59,7 +60,8 @@ TEST_F(PulseAudioInputTest, RecordsMonoAacInAPrivateFileWithoutAMissingOrRepeate
 
     std::optional<double> former;
     int steady = 0, jumps = 0;
-    for (std::size_t at = 0; at + window <= captured; at += window) {
+    // The encoder of FFmpeg 7 distorts the last two frames before a sudden end.
+    for (std::size_t at = 0; at + window + 2 * frame <= captured; at += window) {
         const auto position = Sweep::position(sound.samples.data() + at, window);
         if (position && former)
             ++(std::abs(*position - *former - window / Sweep::rate) < 0.004 ? steady : jumps);
