@@ -108,7 +108,7 @@ private:
                                          .checkForUpdates = [this] { updates_.updater().check(); },
                                          .quit = quit});
         window_ = std::make_unique<AppWindow>(AppWindow::Parts{
-            *model_, corrections_, history_, sync_->accountSync(), model_->speechService().keys(),
+            *model_, corrections_, history_, *sync_, *sync_, model_->speechService().keys(),
             updates_.updater(), preferences_, scheduler_, desktop_.calendar(), quit,
             [this](PrivacyPane pane) { return desktop_.hasSettingsFor(pane); }});
         bus_ = std::make_unique<BusService>(*model_, BusService::Actions{open, quit});
@@ -140,7 +140,7 @@ private:
         const char* configured = std::getenv("QUORVI_SERVICE");
         auto environment =
             desktop_.environment(localKeys_, preferences_, *keyStore_, history_, corrections_);
-        environment.accountSync = [this]() -> SyncControl& { return sync_->accountSync(); };
+        environment.accountSync = [this]() -> SyncControl& { return *sync_; };
         if (configured && *configured) environment.service = serviceAddress(configured);
         // A key from the environment is for whichever service is used.
         if (!isKeyGiven_) environment.otherKeys = desktop_.otherKeys(preferences_);

@@ -121,11 +121,20 @@ std::optional<Date> AccountSync::lastSynced() const {
 
 void AccountSync::shutdown() {
     if (std::exchange(isShutDown_, true)) return;
+    end();
+    archive_.close();
+}
+
+void AccountSync::retire() {
+    end();
+    archive_.closeInBackground();
+}
+
+void AccountSync::end() {
     tickTimer_.cancel();
     capture_.end();
     session_.end();
     tasks_.cancelAll();
-    archive_.close();
 }
 
 void AccountSync::setStatus(Message status) {

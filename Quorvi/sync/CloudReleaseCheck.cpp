@@ -1,5 +1,6 @@
 #include "Quorvi/sync/CloudReleaseCheck.h"
 
+#include <exception>
 #include <stdexcept>
 #include <utility>
 
@@ -29,9 +30,10 @@ Task<void> writeAndReadBack(CloudDatabase& database, const std::string& zone,
     co_await deleting;
 }
 
-Task<void> cleanUp(CloudDatabase& database, const std::string& zone, std::stop_token stop) {
+// Also after a stop.
+Task<void> cleanUp(CloudDatabase& database, const std::string& zone) {
     try {
-        auto deleting = database.deleteZone(zone, stop);
+        auto deleting = database.deleteZone(zone, {});
         co_await deleting;
     } catch (const std::exception&) {
         // The first failure is the one to report.
@@ -40,39 +42,41 @@ Task<void> cleanUp(CloudDatabase& database, const std::string& zone, std::stop_t
 
 }  // namespace
 
+Task<bool> CloudReleaseCheck::tryOut(CloudDatabase& database, std::stop_token stop) {
+    auto asking = database.accountStatus(stop);
+    const auto status = co_await asking;
+    if (status != CloudAccountStatus::available) co_return false;
+    const auto zone = "QuorviReleaseCheck-" + newUuid();
+    std::exception_ptr failure;
+    try {
+        auto checking = writeAndReadBack(database, zone, stop);
+        co_await checking;
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (failure) {
+        auto cleaning = cleanUp(database, zone);
+        co_await cleaning;
+        std::rethrow_exception(failure);
+    }
+    co_return true;
+}
+
 Task<std::int32_t> CloudReleaseCheck::run(CloudDatabase& database,
                                           std::function<void(const std::string&)> print,
                                           std::stop_token stop) {
-    const auto zone = "QuorviReleaseCheck-" + newUuid();
-    std::string failure;
-    bool hasFailed = false, hasBegun = false, hasAccount = true;
     try {
-        auto asking = database.accountStatus(stop);
-        const auto status = co_await asking;
-        hasAccount = status == CloudAccountStatus::available;
-        if (hasAccount) {
-            hasBegun = true;
-            auto checking = writeAndReadBack(database, zone, stop);
-            co_await checking;
-        }
+        auto trying = tryOut(database, std::move(stop));
+        const bool hasAccount = co_await trying;
+        print(
+            hasAccount
+                ? "Cloud check passed: signed account access, private-zone write/read and cleanup."
+                : "Cloud check: no signed-in iCloud account");
+        co_return hasAccount ? 0 : 2;
     } catch (const std::exception& error) {
-        hasFailed = true;
-        failure = error.what();
+        print(std::string("Cloud check failed: ") + error.what());
     }
-    if (!hasAccount) {
-        print("Cloud check: no signed-in iCloud account");
-        co_return 2;
-    }
-    if (hasFailed) {
-        if (hasBegun) {
-            auto cleaning = cleanUp(database, zone, stop);
-            co_await cleaning;
-        }
-        print("Cloud check failed: " + failure);
-        co_return 1;
-    }
-    print("Cloud check passed: signed account access, private-zone write/read and cleanup.");
-    co_return 0;
+    co_return 1;
 }
 
 }  // namespace quorvi

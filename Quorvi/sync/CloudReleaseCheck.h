@@ -14,6 +14,10 @@ namespace quorvi {
 // back and removes both.
 class CloudReleaseCheck {
 public:
+    // Returns false if no account is signed in. Throws the first error, and Cancelled, after it has
+    // removed what it wrote.
+    static Task<bool> tryOut(CloudDatabase& database, std::stop_token stop = {});
+
     // Prints one line and returns the exit status: 0 on success, 2 if no account is signed in,
     // 1 otherwise. Throws only Cancelled.
     static Task<std::int32_t> run(CloudDatabase& database,

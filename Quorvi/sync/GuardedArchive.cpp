@@ -20,6 +20,12 @@ void GuardedArchive::close() {
     if (archive_ && !hasFailed_) archive_->flush();
 }
 
+void GuardedArchive::closeInBackground() {
+    isClosed_ = true;
+    if (archive_) archive_->closeInBackground();
+    archive_.reset();
+}
+
 void GuardedArchive::persist(std::function<void()> saved) {
     if (!archive_ || hasFailed_) return;
     archive_->persist([this, saved = std::move(saved)](bool isSaved) {

@@ -22,8 +22,12 @@ public:
 
     // Reads the archive. Returns false if it can't be used, for good.
     Task<bool> open(std::stop_token stop);
+    // Whether open() has neither succeeded nor failed.
+    bool isOpening() const { return !archive_ && !hasFailed_; }
     // Writes the present state, blocking, and ends every use.
     void close();
+    // The same on the executor. The archive is gone then.
+    void closeInBackground();
 
     bool isUsable() const { return archive_ && !hasFailed_ && !isClosed_; }
     const SyncArchive* get() const { return archive_.get(); }  // null until it has been read

@@ -50,7 +50,7 @@ SyncArchive::SyncArchive(Environment environment, std::shared_ptr<SyncArchiveWri
     : environment_(std::move(environment)), writer_(std::move(writer)), state_(std::move(state)) {}
 
 SyncArchive::~SyncArchive() {
-    writer_->close();
+    if (writer_) writer_->close();
 }
 
 std::vector<SharedString> SyncArchive::capture(std::span<const LocalChange> changes, bool seed,
@@ -210,6 +210,14 @@ bool SyncArchive::flush() {
     const bool saved = writer_->write();
     if (saved) writer_->writeDocument(true);
     return saved;
+}
+
+void SyncArchive::closeInBackground() {
+    handOverAll();
+    environment_.executor.run([writer = std::move(writer_)] {
+        writer->write();
+        writer->close();
+    });
 }
 
 void SyncArchive::look(SyncArchiveWriter& writer,

@@ -95,6 +95,9 @@ public:
     // Writes the present state as a whole document, blocking. For the end of the program. Returns
     // false if that failed.
     bool flush();
+    // Writes the present state and closes the files, on the executor: another archive that is
+    // opened on it later reads them. Nothing else may be called after it.
+    void closeInBackground();
 
     // Runs `work(const SyncState&)` on the executor with the state as of this call, and resumes
     // with its result. `work` must not keep a reference to the state.

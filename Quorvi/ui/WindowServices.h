@@ -8,6 +8,7 @@
 namespace quorvi {
 
 class SyncControl;
+class CloudAccess;
 class AppModel;
 class AppUpdater;
 class CorrectionStore;
@@ -21,6 +22,7 @@ struct WindowServices {
     CorrectionStore& corrections;
     HistoryEnvironment history;  // the window adds makeRememberButton
     SyncControl& sync;
+    CloudAccess& cloud;
     KeyStore& keys;
     LaunchAtLoginController& loginItem;
     AppUpdater& updater;

@@ -6,6 +6,7 @@
 #include "tests/support/cloud/PostgresServer.h"
 #include "tests/support/desktop/EditorUser.h"
 #include "tests/support/desktop/QuorviProgram.h"
+#include "tests/support/desktop/ScreenReader.h"
 #include "tests/support/desktop/Speaker.h"
 
 namespace quorvi::test {
@@ -46,6 +47,11 @@ protected:
     static void setHistory(const QuorviProgram& machine, const std::string& records) {
         std::filesystem::create_directories(machine.dataFolder());
         std::ofstream(machine.historyFile()) << R"({"records":[)" + records + R"(],"version":1})";
+    }
+    static std::string record(const std::string& text) {
+        const auto today = std::to_string(std::time(nullptr) - 978'307'200);  // seconds since 2001
+        return R"({"appName":"Mail","audioSeconds":3,"date":)" + today + R"(,"id":")" + newUuid() +
+               R"(","language":"el","text":")" + text + R"(","wordCount":1})";
     }
     std::string addAccount(const PostgresServer& server) {
         server.addAccount("ada", "a password");
@@ -97,11 +103,6 @@ TEST_F(SyncBetweenProgramsTest, ThroughAServer) {
 
 TEST_F(SyncBetweenProgramsTest, EachCloudIsANewBeginningWithTheSameData) {
     const PostgresServer server;
-    const auto today = std::to_string(std::time(nullptr) - 978'307'200);  // seconds since 2001
-    const auto record = [&](const std::string& text) {
-        return R"({"appName":"Mail","audioSeconds":3,"date":)" + today + R"(,"id":")" + newUuid() +
-               R"(","language":"el","text":")" + text + R"(","wordCount":1})";
-    };
     setHistory(first_, record("erstens"));
     setHistory(second_, record("zweitens"));
     for (const auto& cloud : {std::string(), "folder:" + (folder.path() / "cloud").string(),
@@ -124,6 +125,67 @@ TEST_F(SyncBetweenProgramsTest, EachCloudIsANewBeginningWithTheSameData) {
     }
     EXPECT_EQ(std::ranges::count(first_.historyText(), '{'), 3) << "the document and two records";
     unsetenv("PGPASSFILE");
+}
+
+TEST_F(SyncBetweenProgramsTest, AnotherCloudIsChosenInTheWindow) {
+    using R = ScreenReader;
+    const PostgresServer server;
+    const auto address = addAccount(server);
+    const auto cloud = folder.path() / "cloud";
+    setHistory(first_, record("erstens"));
+    setHistory(second_, record("zweitens"));
+    choose("folder:" + cloud.string());
+    Process({builtProgram("quorvi"), "--cloud-database="}, {first_.homeSetting()}).wait();
+    second_.startElsewhere();
+    first_.start();
+    ScreenReader window(first_.pid());
+    // A list of choices goes by the name of the chosen one.
+    const auto choosePlace = [&](const std::string& present, std::uint8_t direction) {
+        ASSERT_TRUE(window.focus(R::comboBox, present)) << window.everything();
+        ASSERT_TRUE(user.bringToFront(first_.pid()));
+        user.tap(direction);
+    };
+    const auto check = [&] {
+        ASSERT_TRUE(window.press(R::pushButton, "Check where the data are shared"));
+        EXPECT_TRUE(window.sees(R::label, "It works: data can be written and read back."))
+            << window.everything();
+    };
+    const auto belongsTo = [&](const std::string& place) {
+        return eventually([&] {
+            return holds(contentOf(first_.dataFolder() / "account-sync.json"),
+                         R"("cloud":")" + place + '"');
+        });
+    };
+    ASSERT_TRUE(window.press(R::radioButton, "Settings")) << window.everything();
+    choosePlace("Only this computer", key::down);
+    ASSERT_TRUE(window.write(R::text, "Folder", cloud.string())) << window.everything();
+    ASSERT_TRUE(window.press(R::pushButton, "Use this folder"));
+    EXPECT_TRUE(eventually([&] {
+        return holds(first_.historyText(), "zweitens") && holds(second_.historyText(), "erstens");
+    }));
+    EXPECT_FALSE(std::filesystem::exists(first_.dataFolder() / "cloud"));
+    check();
+    EXPECT_EQ(std::ranges::distance(std::filesystem::directory_iterator(cloud)), 2)
+        << "each computer once";
+
+    choosePlace("A shared folder", key::down);
+    ASSERT_TRUE(window.write(R::text, "Server", address)) << window.everything();
+    ASSERT_TRUE(window.press(R::pushButton, "Use this server"));
+    EXPECT_TRUE(belongsTo(address));
+    check();
+
+    choosePlace("A PostgreSQL server", key::up);
+    choosePlace("A shared folder", key::up);
+    ASSERT_TRUE(window.press(R::pushButton, "Keep the data on this computer only"));
+    EXPECT_TRUE(belongsTo(""));
+    EXPECT_TRUE(std::filesystem::exists(first_.dataFolder() / "cloud"));
+    EXPECT_EQ(server.sql("SELECT count(*) >= 2 FROM quorvi.records"), "t\n");
+    unsetenv("PGPASSFILE");
+    first_.quit();
+    second_.quit();
+    for (const auto* each : {&first_, &second_})
+        EXPECT_EQ(std::ranges::count(each->historyText(), '{'), 3)
+            << "the document and two records";
 }
 
 }  // namespace

@@ -161,6 +161,7 @@ void settingsPages(Album& album) {
                        locked,
                        world.services().history,
                        world.sync,
+                       world.cloud,
                        world.keys,
                        world.loginItem,
                        world.updater,

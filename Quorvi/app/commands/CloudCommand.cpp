@@ -48,11 +48,7 @@ int storePassword() {
     if (!isServerAddress(address)) return complain("The cloud is a folder, which has no password.");
     const auto password = readSecret("Password of the database: ");
     SecretServiceKeychain keychain(stored.scheduler);
-    const auto query = cloudPasswordQuery(address);
-    auto status = keychain.update(query, password, {});
-    if (status == KeychainStatus::itemNotFound)
-        status =
-            keychain.add(query, password, KeychainAccessibility::whenUnlockedThisDeviceOnly, {});
+    const auto status = storeCloudPassword(keychain, address, password, {});
     if (status != KeychainStatus::success)
         return complain("The keyring did not take the password (" +
                         std::to_string(static_cast<int>(status)) + ").");

@@ -132,7 +132,7 @@ private:
                        "Move ~/.config/Quorvi/preferences.plist away, or bring back a copy of it.");
         if (const auto problem = cloudAddressProblem(*address))
             return bad("Synchronisation", shownInEnglish(*problem),
-                       "Set another address: quorvi --cloud-database=ADDRESS.");
+                       "Choose another place under \"Account & sync\" in Settings.");
         note("Synchronisation", (address->empty() ? "local folder, not shared" : *address) +
                                     ". Test it: quorvi --cloud-release-check.");
     }

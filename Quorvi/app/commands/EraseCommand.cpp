@@ -88,8 +88,11 @@ bool removeSecrets(const KeychainQuery& query, const char* what) {
 }
 
 bool removeCloudPassword(const std::string& cloud) {
-    return !isServerAddress(cloud) ||
-           removeSecrets(cloudPasswordQuery(cloud), "The password of the cloud");
+    bool isRemoved = true;
+    if (isServerAddress(cloud))
+        for (const auto& query : cloudPasswordQueries(cloud))
+            isRemoved = removeSecrets(query, "The password of the cloud") && isRemoved;
+    return isRemoved;
 }
 
 bool removeLoginItem() {

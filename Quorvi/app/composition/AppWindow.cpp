@@ -16,7 +16,7 @@ struct AppWindow::Contents {
         : loginItem(service, executor, parts.scheduler),
           window({parts.model, parts.corrections,
                   HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
-                  parts.sync, parts.keys, loginItem, parts.updater, parts.preferences,
+                  parts.sync, parts.cloud, parts.keys, loginItem, parts.updater, parts.preferences,
                   parts.scheduler, parts.quit, parts.hasSettingsFor}) {}
 
     XdgLoginItem service{XdgLoginItem::Places::current()};

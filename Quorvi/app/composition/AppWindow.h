@@ -19,6 +19,7 @@ public:
         CorrectionStore& corrections;
         HistoryStore& history;
         SyncControl& sync;
+        CloudAccess& cloud;
         KeyStore& keys;
         AppUpdater& updater;
         Preferences& preferences;

@@ -49,7 +49,8 @@ std::unique_ptr<CloudDatabase> openCloudDatabase(const std::string& address,
     if (const auto problem = cloudAddressProblem(address)) throw QuorviError::message(*problem);
     if (isServerAddress(address))
         return std::make_unique<PostgresCloudDatabase>(
-            environment.scheduler, address, cloudPassword(environment.makeKeychain(), address));
+            environment.scheduler, address, cloudPassword(environment.makeKeychain(), address),
+            PostgresTimes(), environment.end);
     const auto folder =
         address.empty() ? environment.userData / standardFolder : cloudFolder(address);
     return std::make_unique<FolderCloudDatabase>(

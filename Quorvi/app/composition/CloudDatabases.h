@@ -16,10 +16,11 @@ namespace quorvi {
 // Everything a database may need; outlives it.
 struct CloudDatabaseEnvironment {
     Scheduler& scheduler;
-    Executor& executor;  // used by the database only
+    Executor& executor;  // used by databases in folders only
     // Creates the keychain with a server's password; not called for a folder.
     std::function<std::unique_ptr<Keychain>()> makeKeychain;
     std::filesystem::path userData;  // the program's folder for user data
+    Executor* end = nullptr;         // where the end of a server's connection is awaited, if given
 };
 
 // The database at an address, as the preference "cloudDatabase" holds it:

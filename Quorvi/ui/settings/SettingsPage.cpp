@@ -42,7 +42,8 @@ SettingsPage::SettingsPage(const WindowServices& services)
     addSection(new ApiKeySettings(model, services.keys, services.scheduler));
     addSection(new MicrophoneSettings(model, services.scheduler));
     addSection(new RecognitionSettings(model));
-    addSection(new AccountSyncSettings(services.sync, services.preferences));
+    addSection(new AccountSyncSettings(services.sync, services.cloud, services.preferences,
+                                       services.scheduler));
     addSection(new UpdateSettings(services.updater));
     addSection(new HistorySettings(services.history));
     addSection(new PrivacySettings(model, services.hasSettingsFor));

@@ -28,10 +28,6 @@
         <translation>Zuletzt abgeglichen: %1 · %2 ausstehend</translation>
     </message>
     <message>
-        <source>Only this computer</source>
-        <translation>Nur dieser Computer</translation>
-    </message>
-    <message>
         <source>Shared folder: %1</source>
         <translation>Gemeinsamer Ordner: %1</translation>
     </message>
@@ -48,8 +44,32 @@
         <translation>Der gemeinsame Ordner ist nicht zu benutzen. Prüfe, ob es ihn gibt und ob du darin schreiben darfst, oder wähle einen anderen Ordner.</translation>
     </message>
     <message>
-        <source>The server does not let you in. Check its address, and store its password: quorvi --store-cloud-password</source>
-        <translation>Der Server lässt dich nicht ein. Prüfe seine Adresse und speichere sein Passwort: quorvi --store-cloud-password</translation>
+        <source>Check</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Check where the data are shared</source>
+        <translation>Den Ort der geteilten Daten prüfen</translation>
+    </message>
+    <message>
+        <source>Cancel the check</source>
+        <translation>Die Prüfung abbrechen</translation>
+    </message>
+    <message>
+        <source>The server does not let you in. Check its address and the user, and enter the password again.</source>
+        <translation>Der Server lässt dich nicht hinein. Prüfe seine Adresse und den Benutzer, und gib das Passwort noch einmal ein.</translation>
+    </message>
+    <message>
+        <source>Writing something and reading it back…</source>
+        <translation>Etwas wird geschrieben und zurückgelesen …</translation>
+    </message>
+    <message>
+        <source>It works: data can be written and read back.</source>
+        <translation>Es geht: Daten lassen sich schreiben und zurücklesen.</translation>
     </message>
 </context>
 <context>
@@ -97,6 +117,156 @@
     <message>
         <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
         <translation>Der Schlüssel für %1. Er bleibt in deinem Schlüsselbund und wird sonst nirgendwohin gesendet.</translation>
+    </message>
+</context>
+<context>
+    <name>CloudComputersList</name>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Computers that share this folder</source>
+        <translation>Computer, die diesen Ordner teilen</translation>
+    </message>
+    <message>
+        <source>Name of this computer</source>
+        <translation>Name dieses Computers</translation>
+    </message>
+    <message>
+        <source>Rename this computer</source>
+        <translation>Diesen Computer umbenennen</translation>
+    </message>
+    <message>
+        <source>%1 (this computer)</source>
+        <translation>%1 (dieser Computer)</translation>
+    </message>
+    <message>
+        <source>Last change %1</source>
+        <translation>Letzte Änderung %1</translation>
+    </message>
+    <message>
+        <source>Remove…</source>
+        <translation>Entfernen …</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>%1 entfernen</translation>
+    </message>
+    <message>
+        <source>Remove %1?</source>
+        <translation>%1 entfernen?</translation>
+    </message>
+    <message>
+        <source>Only for a computer that you no longer have or that no longer uses this folder: its files are deleted. Nothing that only it had is lost.</source>
+        <translation>Nur für einen Computer, den du nicht mehr hast oder der diesen Ordner nicht mehr benutzt: Seine Dateien werden gelöscht. Was nur er hatte, geht nicht verloren.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>CloudPlaceSettings</name>
+    <message>
+        <source>Where your computers share the data</source>
+        <translation>Wo deine Computer die Daten teilen</translation>
+    </message>
+    <message>
+        <source>Only this computer</source>
+        <translation>Nur dieser Computer</translation>
+    </message>
+    <message>
+        <source>A shared folder</source>
+        <translation>Ein gemeinsamer Ordner</translation>
+    </message>
+    <message>
+        <source>A PostgreSQL server</source>
+        <translation>Ein PostgreSQL-Server</translation>
+    </message>
+    <message>
+        <source>Browse…</source>
+        <translation>Durchsuchen …</translation>
+    </message>
+    <message>
+        <source>Browse for the folder</source>
+        <translation>Den Ordner suchen</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>The folder&apos;s path on this computer</source>
+        <translation>Der Pfad des Ordners auf diesem Computer</translation>
+    </message>
+    <message>
+        <source>Server</source>
+        <translation>Server</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Benutzer</translation>
+    </message>
+    <message>
+        <source>The account on the server</source>
+        <translation>Das Konto auf dem Server</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Empty leaves the stored one as it is</source>
+        <translation>Leer lässt das gespeicherte, wie es ist</translation>
+    </message>
+    <message>
+        <source>Browse for the certificate</source>
+        <translation>Das Zertifikat suchen</translation>
+    </message>
+    <message>
+        <source>Certificate of the server&apos;s authority (optional)</source>
+        <translation>Zertifikat der Zertifizierungsstelle des Servers (optional)</translation>
+    </message>
+    <message>
+        <source>One that this computer trusts already</source>
+        <translation>Eine, der dieser Computer schon vertraut</translation>
+    </message>
+    <message>
+        <source>The data stay on this computer. What is in a folder or on a server stays there for the other computers.</source>
+        <translation>Die Daten bleiben auf diesem Computer. Was in einem Ordner oder auf einem Server liegt, bleibt dort für die anderen Computer.</translation>
+    </message>
+    <message>
+        <source>Keep the data on this computer only</source>
+        <translation>Die Daten nur auf diesem Computer behalten</translation>
+    </message>
+    <message>
+        <source>A folder that Syncthing, Nextcloud, Dropbox, NFS or the like keeps the same on your computers. It must carry over all files and subfolders, in any order, and never change or leave out any. Whoever can read the folder can read your dictations.</source>
+        <translation>Ein Ordner, den Syncthing, Nextcloud, Dropbox, NFS oder Ähnliches auf deinen Computern gleich hält. Alle Dateien und Unterordner müssen übertragen werden, in beliebiger Reihenfolge, und keine darf verändert oder ausgelassen werden. Wer den Ordner lesen kann, kann deine Diktate lesen.</translation>
+    </message>
+    <message>
+        <source>Use this folder</source>
+        <translation>Diesen Ordner benutzen</translation>
+    </message>
+    <message>
+        <source>A database that was set up with quorvi-cloud-server. The password goes into your keyring. The server must have a certificate that this computer trusts, or that the authority below has signed.</source>
+        <translation>Eine Datenbank, die mit quorvi-cloud-server eingerichtet wurde. Das Passwort kommt in deinen Schlüsselbund. Der Server muss ein Zertifikat haben, dem dieser Computer vertraut oder das die Stelle unten unterschrieben hat.</translation>
+    </message>
+    <message>
+        <source>Use this server</source>
+        <translation>Diesen Server benutzen</translation>
+    </message>
+    <message>
+        <source>Choose the shared folder</source>
+        <translation>Den gemeinsamen Ordner auswählen</translation>
+    </message>
+    <message>
+        <source>Choose the certificate</source>
+        <translation>Das Zertifikat auswählen</translation>
+    </message>
+    <message>
+        <source>The keyring did not take the password. Unlock it and try again.</source>
+        <translation>Der Schlüsselbund hat das Passwort nicht angenommen. Entsperre ihn und versuche es noch einmal.</translation>
     </message>
 </context>
 <context>

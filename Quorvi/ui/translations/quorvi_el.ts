@@ -28,10 +28,6 @@
         <translation>Τελευταίος συγχρονισμός: %1 · %2 σε αναμονή</translation>
     </message>
     <message>
-        <source>Only this computer</source>
-        <translation>Μόνο αυτός ο υπολογιστής</translation>
-    </message>
-    <message>
         <source>Shared folder: %1</source>
         <translation>Κοινόχρηστος φάκελος: %1</translation>
     </message>
@@ -48,8 +44,32 @@
         <translation>Ο κοινόχρηστος φάκελος δεν μπορεί να χρησιμοποιηθεί. Έλεγξε αν υπάρχει και αν μπορείς να γράψεις σε αυτόν, ή διάλεξε άλλον φάκελο.</translation>
     </message>
     <message>
-        <source>The server does not let you in. Check its address, and store its password: quorvi --store-cloud-password</source>
-        <translation>Ο διακομιστής δεν σε δέχεται. Έλεγξε τη διεύθυνσή του και αποθήκευσε τον κωδικό του: quorvi --store-cloud-password</translation>
+        <source>Check</source>
+        <translation>Έλεγχος</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Ακύρωση</translation>
+    </message>
+    <message>
+        <source>Check where the data are shared</source>
+        <translation>Έλεγχος του τόπου κοινής χρήσης</translation>
+    </message>
+    <message>
+        <source>Cancel the check</source>
+        <translation>Ακύρωση του ελέγχου</translation>
+    </message>
+    <message>
+        <source>The server does not let you in. Check its address and the user, and enter the password again.</source>
+        <translation>Ο διακομιστής δεν σου επιτρέπει την είσοδο. Έλεγξε τη διεύθυνσή του και τον χρήστη, και δώσε ξανά τον κωδικό πρόσβασης.</translation>
+    </message>
+    <message>
+        <source>Writing something and reading it back…</source>
+        <translation>Γίνεται δοκιμαστική εγγραφή και ανάγνωση…</translation>
+    </message>
+    <message>
+        <source>It works: data can be written and read back.</source>
+        <translation>Λειτουργεί: τα δεδομένα γράφονται και διαβάζονται.</translation>
     </message>
 </context>
 <context>
@@ -97,6 +117,156 @@
     <message>
         <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
         <translation>Το κλειδί για το %1. Μένει στην κλειδοθήκη σου και δεν στέλνεται πουθενά αλλού.</translation>
+    </message>
+</context>
+<context>
+    <name>CloudComputersList</name>
+    <message>
+        <source>Rename</source>
+        <translation>Μετονομασία</translation>
+    </message>
+    <message>
+        <source>Computers that share this folder</source>
+        <translation>Υπολογιστές που μοιράζονται αυτόν τον φάκελο</translation>
+    </message>
+    <message>
+        <source>Name of this computer</source>
+        <translation>Όνομα αυτού του υπολογιστή</translation>
+    </message>
+    <message>
+        <source>Rename this computer</source>
+        <translation>Μετονομασία αυτού του υπολογιστή</translation>
+    </message>
+    <message>
+        <source>%1 (this computer)</source>
+        <translation>%1 (αυτός ο υπολογιστής)</translation>
+    </message>
+    <message>
+        <source>Last change %1</source>
+        <translation>Τελευταία αλλαγή %1</translation>
+    </message>
+    <message>
+        <source>Remove…</source>
+        <translation>Αφαίρεση…</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Αφαίρεση: %1</translation>
+    </message>
+    <message>
+        <source>Remove %1?</source>
+        <translation>Να αφαιρεθεί ο υπολογιστής %1;</translation>
+    </message>
+    <message>
+        <source>Only for a computer that you no longer have or that no longer uses this folder: its files are deleted. Nothing that only it had is lost.</source>
+        <translation>Μόνο για υπολογιστή που δεν έχεις πια ή που δεν χρησιμοποιεί πια αυτόν τον φάκελο: τα αρχεία του διαγράφονται. Ό,τι είχε μόνο αυτός δεν χάνεται.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Αφαίρεση</translation>
+    </message>
+</context>
+<context>
+    <name>CloudPlaceSettings</name>
+    <message>
+        <source>Where your computers share the data</source>
+        <translation>Πού μοιράζονται τα δεδομένα οι υπολογιστές σου</translation>
+    </message>
+    <message>
+        <source>Only this computer</source>
+        <translation>Μόνο αυτός ο υπολογιστής</translation>
+    </message>
+    <message>
+        <source>A shared folder</source>
+        <translation>Ένας κοινόχρηστος φάκελος</translation>
+    </message>
+    <message>
+        <source>A PostgreSQL server</source>
+        <translation>Ένας διακομιστής PostgreSQL</translation>
+    </message>
+    <message>
+        <source>Browse…</source>
+        <translation>Αναζήτηση…</translation>
+    </message>
+    <message>
+        <source>Browse for the folder</source>
+        <translation>Αναζήτηση του φακέλου</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Φάκελος</translation>
+    </message>
+    <message>
+        <source>The folder&apos;s path on this computer</source>
+        <translation>Η διαδρομή του φακέλου σε αυτόν τον υπολογιστή</translation>
+    </message>
+    <message>
+        <source>Server</source>
+        <translation>Διακομιστής</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Χρήστης</translation>
+    </message>
+    <message>
+        <source>The account on the server</source>
+        <translation>Ο λογαριασμός στον διακομιστή</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Κωδικός πρόσβασης</translation>
+    </message>
+    <message>
+        <source>Empty leaves the stored one as it is</source>
+        <translation>Κενό: μένει ο αποθηκευμένος όπως είναι</translation>
+    </message>
+    <message>
+        <source>Browse for the certificate</source>
+        <translation>Αναζήτηση του πιστοποιητικού</translation>
+    </message>
+    <message>
+        <source>Certificate of the server&apos;s authority (optional)</source>
+        <translation>Πιστοποιητικό της αρχής του διακομιστή (προαιρετικό)</translation>
+    </message>
+    <message>
+        <source>One that this computer trusts already</source>
+        <translation>Μια που ο υπολογιστής ήδη εμπιστεύεται</translation>
+    </message>
+    <message>
+        <source>The data stay on this computer. What is in a folder or on a server stays there for the other computers.</source>
+        <translation>Τα δεδομένα μένουν σε αυτόν τον υπολογιστή. Ό,τι υπάρχει σε φάκελο ή σε διακομιστή μένει εκεί για τους άλλους υπολογιστές.</translation>
+    </message>
+    <message>
+        <source>Keep the data on this computer only</source>
+        <translation>Διατήρηση των δεδομένων μόνο σε αυτόν τον υπολογιστή</translation>
+    </message>
+    <message>
+        <source>A folder that Syncthing, Nextcloud, Dropbox, NFS or the like keeps the same on your computers. It must carry over all files and subfolders, in any order, and never change or leave out any. Whoever can read the folder can read your dictations.</source>
+        <translation>Ένας φάκελος που το Syncthing, το Nextcloud, το Dropbox, το NFS ή κάτι παρόμοιο κρατά ίδιο στους υπολογιστές σου. Πρέπει να μεταφέρονται όλα τα αρχεία και οι υποφάκελοι, με οποιαδήποτε σειρά, χωρίς να αλλάζει ή να παραλείπεται κανένα. Όποιος μπορεί να διαβάσει τον φάκελο μπορεί να διαβάσει τις υπαγορεύσεις σου.</translation>
+    </message>
+    <message>
+        <source>Use this folder</source>
+        <translation>Χρήση αυτού του φακέλου</translation>
+    </message>
+    <message>
+        <source>A database that was set up with quorvi-cloud-server. The password goes into your keyring. The server must have a certificate that this computer trusts, or that the authority below has signed.</source>
+        <translation>Μια βάση δεδομένων που στήθηκε με το quorvi-cloud-server. Ο κωδικός πρόσβασης μπαίνει στην κλειδοθήκη σου. Ο διακομιστής πρέπει να έχει πιστοποιητικό που εμπιστεύεται αυτός ο υπολογιστής ή που έχει υπογράψει η αρχή παρακάτω.</translation>
+    </message>
+    <message>
+        <source>Use this server</source>
+        <translation>Χρήση αυτού του διακομιστή</translation>
+    </message>
+    <message>
+        <source>Choose the shared folder</source>
+        <translation>Επιλογή του κοινόχρηστου φακέλου</translation>
+    </message>
+    <message>
+        <source>Choose the certificate</source>
+        <translation>Επιλογή του πιστοποιητικού</translation>
+    </message>
+    <message>
+        <source>The keyring did not take the password. Unlock it and try again.</source>
+        <translation>Η κλειδοθήκη δεν δέχτηκε τον κωδικό πρόσβασης. Ξεκλείδωσέ την και δοκίμασε ξανά.</translation>
     </message>
 </context>
 <context>

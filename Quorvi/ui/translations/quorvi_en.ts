@@ -24,10 +24,6 @@
         <translation>The microphone and accessibility are set up separately on each computer. Audio recordings are never synced.</translation>
     </message>
     <message>
-        <source>Only this computer</source>
-        <translation>Only this computer</translation>
-    </message>
-    <message>
         <source>Shared folder: %1</source>
         <translation>Shared folder: %1</translation>
     </message>
@@ -44,12 +40,36 @@
         <translation>The shared folder can&apos;t be used. Check that it exists and that you may write to it, or choose another folder.</translation>
     </message>
     <message>
-        <source>The server does not let you in. Check its address, and store its password: quorvi --store-cloud-password</source>
-        <translation>The server does not let you in. Check its address, and store its password: quorvi --store-cloud-password</translation>
-    </message>
-    <message>
         <source>Last synced %1 · %2 pending</source>
         <translation>Last synced %1 · %2 pending</translation>
+    </message>
+    <message>
+        <source>Check</source>
+        <translation>Check</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Check where the data are shared</source>
+        <translation>Check where the data are shared</translation>
+    </message>
+    <message>
+        <source>Cancel the check</source>
+        <translation>Cancel the check</translation>
+    </message>
+    <message>
+        <source>The server does not let you in. Check its address and the user, and enter the password again.</source>
+        <translation>The server does not let you in. Check its address and the user, and enter the password again.</translation>
+    </message>
+    <message>
+        <source>Writing something and reading it back…</source>
+        <translation>Writing something and reading it back…</translation>
+    </message>
+    <message>
+        <source>It works: data can be written and read back.</source>
+        <translation>It works: data can be written and read back.</translation>
     </message>
 </context>
 <context>
@@ -97,6 +117,156 @@
     <message>
         <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
         <translation>The key for %1. It stays in your keyring and is sent nowhere else.</translation>
+    </message>
+</context>
+<context>
+    <name>CloudComputersList</name>
+    <message>
+        <source>Rename</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>Computers that share this folder</source>
+        <translation>Computers that share this folder</translation>
+    </message>
+    <message>
+        <source>Name of this computer</source>
+        <translation>Name of this computer</translation>
+    </message>
+    <message>
+        <source>Rename this computer</source>
+        <translation>Rename this computer</translation>
+    </message>
+    <message>
+        <source>%1 (this computer)</source>
+        <translation>%1 (this computer)</translation>
+    </message>
+    <message>
+        <source>Last change %1</source>
+        <translation>Last change %1</translation>
+    </message>
+    <message>
+        <source>Remove…</source>
+        <translation>Remove…</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Remove %1</translation>
+    </message>
+    <message>
+        <source>Remove %1?</source>
+        <translation>Remove %1?</translation>
+    </message>
+    <message>
+        <source>Only for a computer that you no longer have or that no longer uses this folder: its files are deleted. Nothing that only it had is lost.</source>
+        <translation>Only for a computer that you no longer have or that no longer uses this folder: its files are deleted. Nothing that only it had is lost.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Remove</translation>
+    </message>
+</context>
+<context>
+    <name>CloudPlaceSettings</name>
+    <message>
+        <source>Where your computers share the data</source>
+        <translation>Where your computers share the data</translation>
+    </message>
+    <message>
+        <source>Only this computer</source>
+        <translation>Only this computer</translation>
+    </message>
+    <message>
+        <source>A shared folder</source>
+        <translation>A shared folder</translation>
+    </message>
+    <message>
+        <source>A PostgreSQL server</source>
+        <translation>A PostgreSQL server</translation>
+    </message>
+    <message>
+        <source>Browse…</source>
+        <translation>Browse…</translation>
+    </message>
+    <message>
+        <source>Browse for the folder</source>
+        <translation>Browse for the folder</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Folder</translation>
+    </message>
+    <message>
+        <source>The folder&apos;s path on this computer</source>
+        <translation>The folder&apos;s path on this computer</translation>
+    </message>
+    <message>
+        <source>Server</source>
+        <translation>Server</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>User</translation>
+    </message>
+    <message>
+        <source>The account on the server</source>
+        <translation>The account on the server</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>Empty leaves the stored one as it is</source>
+        <translation>Empty leaves the stored one as it is</translation>
+    </message>
+    <message>
+        <source>Browse for the certificate</source>
+        <translation>Browse for the certificate</translation>
+    </message>
+    <message>
+        <source>Certificate of the server&apos;s authority (optional)</source>
+        <translation>Certificate of the server&apos;s authority (optional)</translation>
+    </message>
+    <message>
+        <source>One that this computer trusts already</source>
+        <translation>One that this computer trusts already</translation>
+    </message>
+    <message>
+        <source>The data stay on this computer. What is in a folder or on a server stays there for the other computers.</source>
+        <translation>The data stay on this computer. What is in a folder or on a server stays there for the other computers.</translation>
+    </message>
+    <message>
+        <source>Keep the data on this computer only</source>
+        <translation>Keep the data on this computer only</translation>
+    </message>
+    <message>
+        <source>A folder that Syncthing, Nextcloud, Dropbox, NFS or the like keeps the same on your computers. It must carry over all files and subfolders, in any order, and never change or leave out any. Whoever can read the folder can read your dictations.</source>
+        <translation>A folder that Syncthing, Nextcloud, Dropbox, NFS or the like keeps the same on your computers. It must carry over all files and subfolders, in any order, and never change or leave out any. Whoever can read the folder can read your dictations.</translation>
+    </message>
+    <message>
+        <source>Use this folder</source>
+        <translation>Use this folder</translation>
+    </message>
+    <message>
+        <source>A database that was set up with quorvi-cloud-server. The password goes into your keyring. The server must have a certificate that this computer trusts, or that the authority below has signed.</source>
+        <translation>A database that was set up with quorvi-cloud-server. The password goes into your keyring. The server must have a certificate that this computer trusts, or that the authority below has signed.</translation>
+    </message>
+    <message>
+        <source>Use this server</source>
+        <translation>Use this server</translation>
+    </message>
+    <message>
+        <source>Choose the shared folder</source>
+        <translation>Choose the shared folder</translation>
+    </message>
+    <message>
+        <source>Choose the certificate</source>
+        <translation>Choose the certificate</translation>
+    </message>
+    <message>
+        <source>The keyring did not take the password. Unlock it and try again.</source>
+        <translation>The keyring did not take the password. Unlock it and try again.</translation>
     </message>
 </context>
 <context>

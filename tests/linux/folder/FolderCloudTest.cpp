@@ -358,7 +358,13 @@ TEST(FolderCloud, KeepsNoTextThatWasReplacedHereOrByAnotherMachine) {
     one.cloud->remove(*Uuid::parse(twos.filename().string()));
     EXPECT_FALSE(fs::exists(twos));
     Machine fresh(home.path() / "a", home.path() / "fresh");
-    EXPECT_EQ(folderComputers(home.path() / "a").size(), 1u);
+    // Names that anybody can have written are shown without what would disturb a terminal.
+    const auto chosen = home.path() / "chosen";
+    storeComputerName(chosen, " Άδα's\x1b[31m \u202ePC\u0085\n");
+    nameFolderComputer(one.cloud->ownFolder(), chosen);
+    const auto computers = folderComputers(home.path() / "a");
+    ASSERT_EQ(computers.size(), 1u);
+    EXPECT_EQ(computers[0].name, "Άδα's[31m PC");
     two.token.clear();
     for (auto* machine : {&two, &fresh}) {
         EXPECT_EQ(machine->fetch(), 22u);

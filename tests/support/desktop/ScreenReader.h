@@ -19,6 +19,7 @@ public:
     // Roles as the bus numbers them.
     enum Role : std::uint32_t {
         checkBox = 7,
+        comboBox = 11,
         label = 29,
         pushButton = 43,
         passwordText = 40,
@@ -50,6 +51,7 @@ public:
                                  atspi::arguments(content));
         });
     }
+    // Gives it the focus, for keys.
     bool focus(Role role, const std::string& name) {
         return eventually([&] {
             const auto found = find(role, name);

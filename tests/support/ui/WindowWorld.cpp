@@ -48,6 +48,7 @@ WindowServices WindowWorld::services() {
             corrections,
             HistoryEnvironment{history, executor, scheduler, calendar, {}},
             sync,
+            cloud,
             keys,
             loginItem,
             updater,

@@ -9,6 +9,7 @@
 #include "Quorvi/system/updates/AppUpdater.h"
 #include "Quorvi/ui/window/MainWindow.h"
 #include "tests/fakes/FakeClockChanges.h"
+#include "tests/fakes/FakeCloudAccess.h"
 #include "tests/fakes/FakeDesktop.h"
 #include "tests/fakes/FakeDownloader.h"
 #include "tests/fakes/FakeLoginItem.h"
@@ -54,6 +55,7 @@ struct WindowWorld : VirtualTime, FakeDesktop {
                           [this] { return calendar.get(); }}};
     CorrectionStore corrections{preferences, scheduler};
     FakeSyncControl sync;
+    FakeCloudAccess cloud{scheduler};
     LaunchAtLoginController loginItem{loginService, executor, scheduler};
     AppUpdater updater{
         UpdateEnvironment{scheduler,

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPushButton>
 
 #include "Quorvi/ui/indicator/MicrophoneLevel.h"
@@ -224,7 +225,8 @@ TEST_F(MainWindowTest, TheSyncSectionShowsProgressAndPendingChanges) {
     for (const auto& [address, place, remedy] :
          {std::tuple("", "Only this computer", "Check disk space"),
           {"folder:/srv/me", "Shared folder: /srv/me", "choose another folder"},
-          {"postgresql://ada@db.example/q?x=1", "Server: db.example/q |", "store its password"}}) {
+          {"postgresql://ada@db.example/q?x=1", "Server: db.example/q |",
+           "enter the password again"}}) {
         world.preferences.set("cloudDatabase", std::string(address));
         world.sync.set({true, say::syncSignIn()});
         EXPECT_TRUE(page().has(place)) << page().text();
@@ -237,6 +239,69 @@ TEST_F(MainWindowTest, SettingsThatTheDesktopDoesNotHaveAreNotOffered) {
     EXPECT_EQ(open(WindowPage::settings).count("[Manage]"), 1);
     page().press("Manage Microphone");
     EXPECT_EQ(world.permissions.openedPanes, std::vector{PrivacyPane::microphone});
+}
+
+TEST_F(MainWindowTest, ThePlaceOfTheSharedDataIsChosenAndChecked) {
+    const auto settings = open(WindowPage::settings);
+    const auto cloud = [this] { return world.preferences.string("cloudDatabase"); };
+    const auto enter = [this](const char* field, const char* text) {
+        page().control<QLineEdit>(field).setText(text);
+    };
+    settings.choose("Where your computers share the data", 1);
+    page().press("Use this folder");
+    EXPECT_TRUE(page().has("has no absolute path"));
+    enter("Folder", "/srv/me");
+    EXPECT_EQ(cloud(), std::nullopt) << "not before the button is pressed";
+    page().press("Use this folder");
+    EXPECT_EQ(cloud(), "folder:/srv/me");
+
+    page().choose("Where your computers share the data", 2);
+    enter("Server", "db.example/q");
+    enter("User", "ada");
+    enter("Password", "secret");
+    enter("Certificate of the server's authority (optional)", "/etc/own ca.pem");
+    world.cloud.keyringIsOpen = false;
+    page().press("Use this server");
+    EXPECT_TRUE(page().has("The keyring did not take the password"));
+    EXPECT_EQ(cloud(), "folder:/srv/me");
+    world.cloud.keyringIsOpen = true;
+    page().press("Use this server");
+    EXPECT_EQ(cloud(), "postgresql://ada@db.example/q?sslrootcert=/etc/own%20ca.pem");
+    EXPECT_EQ(world.cloud.stored, *cloud() + " secret");
+    EXPECT_FALSE(page().has("secret"));
+    for (const auto* field : {"User", "Certificate of the server's authority (optional)"})
+        EXPECT_NE(page().control<QLineEdit>(field).text(), QString());
+
+    const auto check = [this](Duration time) {
+        page().press("Check where the data are shared");
+        world.scheduler.advance(time);
+    };
+    check(1s);
+    EXPECT_TRUE(page().has("It works"));
+    world.cloud.result = say::syncSignIn();
+    check(1ms);
+    EXPECT_TRUE(page().has("reading it back"));
+    page().press("Cancel the check");
+    world.scheduler.advance(1ms);
+    EXPECT_FALSE(page().has("does not let you in"));
+    check(1s);
+    EXPECT_TRUE(page().has("does not let you in"));
+    page().choose("Where your computers share the data", 0);
+    page().press("Keep the data on this computer only");
+    EXPECT_EQ(cloud(), std::nullopt);
+}
+
+TEST_F(MainWindowTest, TheComputersOfAFolderAreNamedAndRemoved) {
+    world.cloud.known = {{"1111", "desk", Date{817'000'000}, true},
+                         {"22222222-3333", "", Date{816'000'000}, false}};
+    open(WindowPage::settings);
+    EXPECT_TRUE(page().has("desk (this computer)"));
+    page().control<QLineEdit>("Name of this computer").setText(" Adas Rechner ");
+    page().press("Rename this computer");
+    EXPECT_TRUE(page().has("Adas Rechner (this computer)"));
+    page().press("Remove 22222222");
+    Seen(*world.window->findChild<QMessageBox*>()).press("Remove");
+    EXPECT_FALSE(page().has("22222222"));
 }
 
 TEST_F(MainWindowTest, TabFollowsTheReadingOrder) {

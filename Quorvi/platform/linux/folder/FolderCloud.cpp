@@ -119,7 +119,7 @@ void FolderCloud::open() {
     const auto owners = opened->index.owners();
     const bool isNew = !self.covered || !owners.contains(machine_->owner);
     opened_ = std::move(opened);
-    nameFolderComputer(own);
+    nameFolderComputer(own, computerNameFile(machineFile_));
     try {
         if (isNew) {
             const auto owner = owners.contains(machine_->owner) ? machine_->owner

@@ -76,8 +76,13 @@ FolderCloudDatabase::FolderCloudDatabase(Scheduler& scheduler, Executor& executo
                                            FolderCloud::Limits(), place.isShared)),
       saves_(std::make_shared<Saves>()) {}
 
+// On a network mount even closing the files, and ending the watch, may block.
 FolderCloudDatabase::~FolderCloudDatabase() {
-    executor_.run([cloud = cloud_] { compact(*cloud); });
+    executor_.run([cloud = std::move(cloud_),
+                   watch = std::shared_ptr<FolderWatch>(std::move(watch_))]() mutable {
+        watch.reset();
+        compact(*cloud);
+    });
 }
 
 void FolderCloudDatabase::compactSoon() {
@@ -183,6 +188,15 @@ Subscription FolderCloudDatabase::onRemoteChange(std::function<void()> observer)
 
 Subscription FolderCloudDatabase::onAccountChange(std::function<void()> observer) {
     return accountChange_->subscribe(std::move(observer));
+}
+
+Task<void> FolderCloudDatabase::removeComputer(Uuid other, std::stop_token stop) {
+    return run(
+        [other](FolderCloud& cloud) {
+            cloud.remove(other);
+            cloud.compact();
+        },
+        stop);
 }
 
 }  // namespace quorvi

@@ -7,6 +7,7 @@
 #include "Quorvi/platform/CloudDatabase.h"
 #include "QuorviCore/async/Executor.h"
 #include "QuorviCore/async/Lifetime.h"
+#include "QuorviCore/identity/Uuid.h"
 
 namespace quorvi {
 
@@ -54,6 +55,9 @@ public:
     Subscription onRemoteChange(std::function<void()> observer) override;
     Subscription onAccountChange(std::function<void()> observer) override;
 
+    // Removes the files of another computer; see FolderCloud::remove().
+    Task<void> removeComputer(Uuid other, std::stop_token stop);
+
 private:
     struct Saves;
 
@@ -64,7 +68,7 @@ private:
     Scheduler& scheduler_;
     Executor& executor_;
     const std::filesystem::path folder_;
-    const std::shared_ptr<FolderCloud> cloud_;  // used on the executor only
+    std::shared_ptr<FolderCloud> cloud_;  // used on the executor only
     const std::shared_ptr<Saves> saves_;        // waiting for the executor
     // Shared with posted functions.
     const std::shared_ptr<Observable> remoteChange_ = std::make_shared<Observable>();

@@ -44,14 +44,25 @@ private:
 }  // namespace
 
 PostgresCloudDatabase::PostgresCloudDatabase(Scheduler& scheduler, const std::string& address,
-                                             PostgresPassword password, PostgresTimes times)
+                                             PostgresPassword password, PostgresTimes times,
+                                             Executor* end)
     : scheduler_(scheduler),
       observers_(std::make_shared<Observers>()),
       pageSize_(firstPage),
       dropsAhead_(observers_->remoteChange.subscribe([this] { dropAhead(); })),
-      worker_(startWorker(address, std::move(password), times)) {}
+      worker_(startWorker(address, std::move(password), times)),
+      end_(end) {}
 
-PostgresCloudDatabase::~PostgresCloudDatabase() = default;
+PostgresCloudDatabase::~PostgresCloudDatabase() {
+    if (!end_ || !worker_) return;
+    worker_->close();
+    end_->run([worker = std::shared_ptr<PostgresWorker>(std::move(worker_)),
+               &scheduler = scheduler_]() mutable {
+        worker->join();
+        // What it was given belongs to the main thread.
+        scheduler.post([worker = std::move(worker)] {});
+    });
+}
 
 std::unique_ptr<PostgresWorker> PostgresCloudDatabase::startWorker(const std::string& address,
                                                                    PostgresPassword password,

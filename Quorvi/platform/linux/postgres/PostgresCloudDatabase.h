@@ -7,6 +7,7 @@
 
 #include "Quorvi/platform/CloudDatabase.h"
 #include "Quorvi/platform/linux/postgres/PostgresSettings.h"
+#include "QuorviCore/async/Executor.h"
 #include "QuorviCore/async/Future.h"
 #include "QuorviCore/messages/Message.h"
 
@@ -20,14 +21,16 @@ class PostgresWorker;
 //
 // Owns a thread that drives one connection, which is opened on demand and kept while there is a
 // subscription. Main thread; outlives its operations, of which the pending ones end with Cancelled
-// at its destruction. The destructor joins the thread, which may take as long as looking up the
-// server's name.
+// at its destruction. The thread is joined, which may take as long as looking up the server's name,
+// by the destructor or on the executor for that.
 class PostgresCloudDatabase : public CloudDatabase {
 public:
     // If the address is refused, every operation throws the reason. The password is requested on
-    // the thread of the database before each connection.
+    // the thread of the database before each connection. `end`: where the thread is joined;
+    // outlives the database.
     PostgresCloudDatabase(Scheduler& scheduler, const std::string& address,
-                          PostgresPassword password, PostgresTimes times = {});
+                          PostgresPassword password, PostgresTimes times = {},
+                          Executor* end = nullptr);
     ~PostgresCloudDatabase() override;
 
     // Returns why an address cannot be used; nullopt if it can.
@@ -76,7 +79,8 @@ private:
     std::optional<Page> ahead_;
     std::size_t pageSize_;
     Subscription dropsAhead_;
-    const std::unique_ptr<PostgresWorker> worker_;
+    std::unique_ptr<PostgresWorker> worker_;
+    Executor* const end_;
 };
 
 }  // namespace quorvi

@@ -66,13 +66,21 @@ PostgresWorker::PostgresWorker(PostgresAddress address, PostgresPassword passwor
 }
 
 PostgresWorker::~PostgresWorker() {
+    close();
+    join();
+}
+
+void PostgresWorker::close() {
     {
         std::lock_guard lock(mutex_);
         closing_ = true;
     }
     stop_.request_stop();
     ::eventfd_write(wake_.get(), 1);
-    thread_.join();
+}
+
+void PostgresWorker::join() {
+    if (thread_.joinable()) thread_.join();
 }
 
 void PostgresWorker::submit(std::shared_ptr<PostgresJob> job) {

@@ -36,6 +36,11 @@ public:
     PostgresWorker(const PostgresWorker&) = delete;
     PostgresWorker& operator=(const PostgresWorker&) = delete;
 
+    // Ends the thread soon; for those who don't want to wait in the destructor.
+    void close();
+    // Waits for its end.
+    void join();
+
     // Any thread.
     void submit(std::shared_ptr<PostgresJob> job);
 
