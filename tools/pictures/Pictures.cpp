@@ -154,6 +154,23 @@ void settingsPages(Album& album) {
         world.settle();
         album.take(*world.window, "settings-search");
     }
+    {
+        WindowWorld world;
+        world.saveKey();
+        world.cloud.known = {{"1", "desk", Date{817'000'000}, true},
+                             {"2", "The laptop in the kitchen", Date{816'000'000}, false},
+                             {"00000003-1", "", Date{700'000'000}, false}};
+        world.cloud.result = say::syncSignIn();
+        world.sync.set({true, say::syncUpToDate(), 0, Date{817'000'000}, false});
+        world.model.setSelectedPage(WindowPage::settings);
+        world.preferences.set("cloudDatabase", std::string("folder:/home/ada/Sync/Quorvi"));
+        album.takeWhole(world.show(), "settings-shared-folder");
+        world.preferences.set("cloudDatabase",
+                              std::string("postgresql://ada@db.example.org/quorvi"));
+        world.cloud.known.clear();
+        world.sync.set({true, say::syncSignIn()});
+        album.takeWhole(world.show(), "settings-server");
+    }
     WindowWorld world;
     world.preferences.setBytes("savedTextCorrections", bytesOf("not a list"));
     CorrectionStore locked(world.preferences, world.scheduler);

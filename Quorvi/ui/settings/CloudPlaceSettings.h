@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
