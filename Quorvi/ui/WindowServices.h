@@ -31,6 +31,7 @@ struct WindowServices {
     std::function<void()> quit;
     // Whether the desktop has settings for the subject; null if it has all.
     std::function<bool(PrivacyPane)> hasSettingsFor = nullptr;
+    bool isKeyGiven = false;  // for this run only, by QUORVI_API_KEY
 };
 
 }  // namespace quorvi

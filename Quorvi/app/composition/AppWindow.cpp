@@ -17,7 +17,7 @@ struct AppWindow::Contents {
           window({parts.model, parts.corrections,
                   HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
                   parts.sync, parts.cloud, parts.keys, loginItem, parts.updater, parts.preferences,
-                  parts.scheduler, parts.quit, parts.hasSettingsFor}) {}
+                  parts.scheduler, parts.quit, parts.hasSettingsFor, parts.isKeyGiven}) {}
 
     XdgLoginItem service{XdgLoginItem::Places::current()};
     SerialExecutor executor{"login-item"};

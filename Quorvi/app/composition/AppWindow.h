@@ -27,6 +27,7 @@ public:
         SystemCalendar& calendar;
         std::function<void()> quit;
         std::function<bool(PrivacyPane)> hasSettingsFor;
+        bool isKeyGiven;
     };
 
     explicit AppWindow(Parts parts);

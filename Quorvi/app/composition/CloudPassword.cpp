@@ -44,8 +44,8 @@ KeychainStatus storeCloudPassword(Keychain& keychain, const std::string& address
 }
 
 PostgresPassword cloudPassword(std::shared_ptr<Keychain> keychain, const std::string& address) {
-    return [keychain = std::move(keychain),
-            queries = cloudPasswordQueries(address)](std::stop_token stop) -> std::optional<Secret> {
+    return [keychain = std::move(keychain), queries = cloudPasswordQueries(address)](
+               std::stop_token stop) -> std::optional<Secret> {
         for (const auto& query : queries) {
             // Unlocking the keychain prompts the user, so it is not read if it surely has no item:
             // the password may be in a file.

@@ -19,8 +19,8 @@ constexpr auto keysPage = "https://platform.openai.com/api-keys";
 
 }  // namespace
 
-ApiKeySettings::ApiKeySettings(AppModel& model, KeyStore& keys, Scheduler& scheduler)
-    : Card(tr("API key"), "key"), model_(model), keys_(keys), tasks_(scheduler) {
+ApiKeySettings::ApiKeySettings(AppModel& model, KeyStore& keys, Scheduler& scheduler, bool isGiven)
+    : Card(tr("API key"), "key"), model_(model), keys_(keys), isGiven_(isGiven), tasks_(scheduler) {
     build();
     connect(apiKey_, &QLineEdit::textChanged, this, [this] { refresh(); });
     connect(apiKey_, &QLineEdit::returnPressed, this, [this] { save(); });
@@ -74,12 +74,15 @@ void ApiKeySettings::refresh() {
     setEnabled(!isActive(model_.stage()));
     apiKey_->setAccessibleName(isMain ? tr("OpenAI API key") : tr("API key"));
     get_->setVisible(isMain);
-    sync_->setVisible(isMain);
+    sync_->setVisible(isMain && !isGiven_);
     note_->setText(
-        isMain ? tr("Your key stays in macOS Keychain. Recordings go directly to OpenAI for "
-                    "transcription. API usage is billed to your OpenAI account.")
-               : tr("The key for %1. It stays in your keyring and is sent nowhere else.")
-                     .arg(qt(choice.otherAddress())));
+        isGiven_ ? tr("The environment variable QUORVI_API_KEY gives the key until Quorvi is "
+                      "started without that variable. What you change here counts until Quorvi "
+                      "ends; the key in your keyring stays as it is.")
+        : isMain ? tr("Your key stays in macOS Keychain. Recordings go directly to OpenAI for "
+                      "transcription. API usage is billed to your OpenAI account.")
+                 : tr("The key for %1. It stays in your keyring and is sent nowhere else.")
+                       .arg(qt(choice.otherAddress())));
     saved_->setVisible(model_.hasKey());
     remove_->setVisible(model_.hasKey());
     apiKey_->setPlaceholderText(model_.hasKey() ? tr("Enter a replacement key")

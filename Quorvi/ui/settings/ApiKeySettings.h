@@ -21,7 +21,8 @@ class ApiKeySettings : public Card {
     Q_DECLARE_TR_FUNCTIONS(ApiKeySettings)
 
 public:
-    ApiKeySettings(AppModel& model, KeyStore& keys, Scheduler& scheduler);
+    // `isGiven`: the keys are those of this run only, and begin with one from the environment.
+    ApiKeySettings(AppModel& model, KeyStore& keys, Scheduler& scheduler, bool isGiven);
 
 private:
     void build();
@@ -33,6 +34,7 @@ private:
 
     AppModel& model_;
     KeyStore& keys_;
+    const bool isGiven_;
     QWidget* saved_;
     QLineEdit* apiKey_;
     QPushButton* save_;

@@ -71,6 +71,10 @@ void DictationSettings::addShortcut() {
 void DictationSettings::addSounds() {
     content().addWidget(divider());
     content().addWidget(headingText(tr("Interaction")));
+    sounds_ = new Switch(tr("Play sounds"));
+    connect(sounds_, &QCheckBox::toggled, this,
+            [this](bool on) { model_.settings().set(setting::soundCuesEnabled, on); });
+    content().addWidget(sounds_);
     startSound_ = soundPicker(tr("Start sound"), RecordingCue::start, tr("Preview start"));
     stopSound_ = soundPicker(tr("Stop sound"), RecordingCue::stop, tr("Preview stop"));
     content().addWidget(
@@ -104,6 +108,7 @@ void DictationSettings::refresh() {
                           ? shown(say::unsuitableShortcut())
                           : tr("Press the new shortcut. Esc keeps %1.").arg(label));
     mode_->show(static_cast<int>(model_.mode()));
+    sounds_->show(model_.settings().get(setting::soundCuesEnabled));
     startSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::start)));
     stopSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::stop)));
 }

@@ -13,6 +13,7 @@ namespace quorvi {
 
 class AppModel;
 class Picker;
+class Switch;
 
 // The settings section for the shortcut and the sounds. Disabled during a dictation. Main thread.
 class DictationSettings : public Card {
@@ -32,6 +33,7 @@ private:
     QPushButton* cancel_;
     QLabel* capture_;
     Picker* mode_;
+    Switch* sounds_;
     Picker* startSound_;
     Picker* stopSound_;
     Subscription changes_;

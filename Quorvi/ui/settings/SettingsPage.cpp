@@ -39,7 +39,7 @@ SettingsPage::SettingsPage(const WindowServices& services)
     addSection(new CorrectionsSettings(
         services.corrections, [&model] { model.armInsertionTest(AppModel::Sample::learning); }));
     addSection(new SpeechServiceSettings(model, services.scheduler));
-    addSection(new ApiKeySettings(model, services.keys, services.scheduler));
+    addSection(new ApiKeySettings(model, services.keys, services.scheduler, services.isKeyGiven));
     addSection(new MicrophoneSettings(model, services.scheduler));
     addSection(new RecognitionSettings(model));
     addSection(new AccountSyncSettings(services.sync, services.cloud, services.preferences,

@@ -118,6 +118,10 @@
         <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
         <translation>Der Schlüssel für %1. Er bleibt in deinem Schlüsselbund und wird sonst nirgendwohin gesendet.</translation>
     </message>
+    <message>
+        <source>The environment variable QUORVI_API_KEY gives the key until Quorvi is started without that variable. What you change here counts until Quorvi ends; the key in your keyring stays as it is.</source>
+        <translation>Die Umgebungsvariable QUORVI_API_KEY gibt den Schlüssel vor, bis Quorvi ohne sie gestartet wird. Was du hier änderst, gilt, bis Quorvi endet; der Schlüssel in deinem Schlüsselbund bleibt, wie er ist.</translation>
+    </message>
 </context>
 <context>
     <name>CloudComputersList</name>
@@ -505,6 +509,10 @@
     <message>
         <source>Press the new shortcut. Esc keeps %1.</source>
         <translation>Drücke den neuen Kurzbefehl. Mit Esc bleibt es bei: %1.</translation>
+    </message>
+    <message>
+        <source>Play sounds</source>
+        <translation>Töne abspielen</translation>
     </message>
 </context>
 <context>

@@ -118,6 +118,10 @@
         <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
         <translation>Το κλειδί για το %1. Μένει στην κλειδοθήκη σου και δεν στέλνεται πουθενά αλλού.</translation>
     </message>
+    <message>
+        <source>The environment variable QUORVI_API_KEY gives the key until Quorvi is started without that variable. What you change here counts until Quorvi ends; the key in your keyring stays as it is.</source>
+        <translation>Η μεταβλητή περιβάλλοντος QUORVI_API_KEY ορίζει το κλειδί, μέχρι να ξεκινήσει το Quorvi χωρίς αυτήν. Ό,τι αλλάξεις εδώ ισχύει μέχρι να τερματιστεί το Quorvi· το κλειδί στην κλειδοθήκη σου μένει όπως είναι.</translation>
+    </message>
 </context>
 <context>
     <name>CloudComputersList</name>
@@ -505,6 +509,10 @@
     <message>
         <source>Press the new shortcut. Esc keeps %1.</source>
         <translation>Πάτησε τη νέα συντόμευση. Με Esc μένει: %1.</translation>
+    </message>
+    <message>
+        <source>Play sounds</source>
+        <translation>Αναπαραγωγή ήχων</translation>
     </message>
 </context>
 <context>

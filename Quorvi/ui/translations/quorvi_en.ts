@@ -118,6 +118,10 @@
         <source>The key for %1. It stays in your keyring and is sent nowhere else.</source>
         <translation>The key for %1. It stays in your keyring and is sent nowhere else.</translation>
     </message>
+    <message>
+        <source>The environment variable QUORVI_API_KEY gives the key until Quorvi is started without that variable. What you change here counts until Quorvi ends; the key in your keyring stays as it is.</source>
+        <translation>The environment variable QUORVI_API_KEY gives the key until Quorvi is started without that variable. What you change here counts until Quorvi ends; the key in your keyring stays as it is.</translation>
+    </message>
 </context>
 <context>
     <name>CloudComputersList</name>
@@ -505,6 +509,10 @@
     <message>
         <source>Press the new shortcut. Esc keeps %1.</source>
         <translation>Press the new shortcut. Esc keeps %1.</translation>
+    </message>
+    <message>
+        <source>Play sounds</source>
+        <translation>Play sounds</translation>
     </message>
 </context>
 <context>

@@ -55,7 +55,8 @@ WindowServices WindowWorld::services() {
             preferences,
             scheduler,
             [this] { ++quits; },
-            [this](PrivacyPane pane) { return pane != missingSettings; }};
+            [this](PrivacyPane pane) { return pane != missingSettings; },
+            isKeyGiven};
 }
 
 void WindowWorld::saveKey() {

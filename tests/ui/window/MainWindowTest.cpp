@@ -79,6 +79,8 @@ TEST_F(MainWindowTest, SettingsFollowTheModelAndChangeIt) {
     EXPECT_EQ(world.model.transcriptionModel(), TranscriptionModel::mini);
     world.model.setTranscriptionModel(TranscriptionModel::fourO);
     EXPECT_EQ(settings.control<QComboBox>("Model").currentIndex(), 1);
+    settings.press("Play sounds");
+    EXPECT_FALSE(world.model.settings().get(setting::soundCuesEnabled));
     settings.choose("Stop sound", 4);
     EXPECT_EQ(world.model.soundStyle(RecordingCue::stop), RecordingSoundStyle::silent);
     const auto* words = "Names or terms you often use (optional)";
@@ -234,9 +236,11 @@ TEST_F(MainWindowTest, TheSyncSectionShowsProgressAndPendingChanges) {
     }
 }
 
-TEST_F(MainWindowTest, SettingsThatTheDesktopDoesNotHaveAreNotOffered) {
+TEST_F(MainWindowTest, SettingsFollowTheDesktopAndTheEnvironment) {
     world.missingSettings = PrivacyPane::accessibility;
+    world.isKeyGiven = true;
     EXPECT_EQ(open(WindowPage::settings).count("[Manage]"), 1);
+    EXPECT_TRUE(page().has("QUORVI_API_KEY"));
     page().press("Manage Microphone");
     EXPECT_EQ(world.permissions.openedPanes, std::vector{PrivacyPane::microphone});
 }

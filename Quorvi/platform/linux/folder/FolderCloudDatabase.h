@@ -69,7 +69,7 @@ private:
     Executor& executor_;
     const std::filesystem::path folder_;
     std::shared_ptr<FolderCloud> cloud_;  // used on the executor only
-    const std::shared_ptr<Saves> saves_;        // waiting for the executor
+    const std::shared_ptr<Saves> saves_;  // waiting for the executor
     // Shared with posted functions.
     const std::shared_ptr<Observable> remoteChange_ = std::make_shared<Observable>();
     const std::shared_ptr<Observable> accountChange_ = std::make_shared<Observable>();
