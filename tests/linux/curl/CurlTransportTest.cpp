@@ -91,7 +91,7 @@ TEST_F(CurlTransportTest, BodiesPassByteForByteInBothDirectionsWithoutWaitingFor
 TEST_F(CurlTransportTest, OnlyAValidCertificateForTheHostIsTrusted) {
     const auto distrust = say::serverCertificateInvalid(peer).english();
     authority->issue("elsewhere", "DNS:speech.example");
-    authority->issue("expired", "IP:127.0.0.1", -1);
+    authority->issue("expired", "IP:127.0.0.1", 0);
     for (const std::string name : {"elsewhere", "expired"}) {
         TlsServer other(*authority, name);
         EXPECT_FALSE(send(get(other.url("/stats")))) << name;

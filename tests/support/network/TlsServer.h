@@ -9,8 +9,8 @@ class TestAuthority {
 public:
     TestAuthority();
 
-    // Issues NAME.pem with NAME.key. `names` is a subjectAltName; `days` below zero lies in the
-    // past.
+    // Issues NAME.pem with NAME.key. `names` is a subjectAltName; a certificate of 0 `days` has
+    // expired at once.
     void issue(const std::string& name, const std::string& names, int days = 2) const;
 
     std::string caFile() const { return file("ca.pem"); }

@@ -58,9 +58,10 @@ std::optional<ObjectRef> AtspiFocusFinder::focusedIn(const std::string& bus, Tim
     return object;
 }
 
-// Qt's editable combo box takes the focus for the line inside it, which has the text.
+// Qt's editable combo box takes the focus for the line inside it, which has the text. Since Qt 6.8
+// it says itself that it is editable.
 ObjectRef AtspiFocusFinder::innermost(const Candidate& focused, TimePoint deadline) {
-    if (focused.role == Role::comboBox && !focused.states.has(State::editable))
+    if (focused.role == Role::comboBox)
         for (const auto& child : describe(childrenOf({focused.object}, deadline), deadline))
             if (canHoldFocus(child.role, child.states) && child.states.has(State::editable))
                 return child.object;
