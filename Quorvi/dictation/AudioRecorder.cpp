@@ -85,8 +85,7 @@ Task<void> AudioRecorder::start(std::stop_token stop) {
     const std::stop_callback forward(std::move(stop), ForwardStop{recording->giveUp});
     const auto giveUp = recording->giveUp.get_token();
 
-    auto folder = inBackground(
-        disk_, scheduler_, [&files = files_] { files.prepare(); }, giveUp);
+    auto folder = inBackground(disk_, scheduler_, [&files = files_] { files.prepare(); }, giveUp);
     co_await folder;
     throwIfStopped(giveUp);
     recording->capture = input_.makeCapture();

@@ -83,8 +83,8 @@ std::string InterruptionNote::newestRecord() const {
 }
 
 Task<void> InterruptionNote::lookBack(std::stop_token stop) {
-    auto reading = inBackground(
-        disk_, scheduler_, [file = file_] { return take(file); }, std::move(stop));
+    auto reading =
+        inBackground(disk_, scheduler_, [file = file_] { return take(file); }, std::move(stop));
     left_ = co_await reading;
     if (left_->empty()) co_return;
     historyChanges_ = history_.onChange([this] { tell(); });

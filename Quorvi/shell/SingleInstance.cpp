@@ -43,7 +43,7 @@ int openDataLock() {
 // between fork and exec and so survive if this process is killed then. If the file can't be opened,
 // the program runs without the lock.
 bool isTaken(const Descriptor& file) {
-    struct flock whole {};
+    struct flock whole{};
     whole.l_type = F_WRLCK;
     whole.l_whence = SEEK_SET;
     return file && fcntl(file.get(), F_SETLK, &whole) != 0 && (errno == EACCES || errno == EAGAIN);

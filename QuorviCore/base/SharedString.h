@@ -46,9 +46,9 @@ public:
         return a.block_ == b.block_ || a.view() == b.view();
     }
     template <class Text>
-    requires(std::convertible_to<const Text&, std::string_view> &&
-             !std::same_as<Text, SharedString>) friend bool
-    operator==(const SharedString& a, const Text& b) noexcept {
+        requires(std::convertible_to<const Text&, std::string_view> &&
+                 !std::same_as<Text, SharedString>)
+    friend bool operator==(const SharedString& a, const Text& b) noexcept {
         return a.view() == std::string_view(b);
     }
     friend std::strong_ordering operator<=>(const SharedString& a, const SharedString& b) noexcept {

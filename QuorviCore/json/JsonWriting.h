@@ -13,8 +13,8 @@ void appendString(std::string& out, std::string_view text);
 
 // Appends the shortest digits that read back as the same number, which must be finite.
 template <class Number>
-requires(std::integral<Number> || std::floating_point<Number>) void appendNumber(std::string& out,
-                                                                                 Number value) {
+    requires(std::integral<Number> || std::floating_point<Number>)
+void appendNumber(std::string& out, Number value) {
     char digits[32];
     const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
     out.append(digits, end);

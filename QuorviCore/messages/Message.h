@@ -103,8 +103,8 @@ template <Sentence id>
 class SentenceMaker {
 public:
     template <class... Arguments>
-    requires(sizeof...(Arguments) == sentences::gapCount(sentences::english(id))) Message
-    operator()(Arguments&&... arguments) const {
+        requires(sizeof...(Arguments) == sentences::gapCount(sentences::english(id)))
+    Message operator()(Arguments&&... arguments) const {
         return Message(id, {argument(std::forward<Arguments>(arguments))...});
     }
 

@@ -29,9 +29,8 @@ TEST_F(Editors, AGtkEditorWithTextAroundTheCaret) {
     const auto field = open(mousepad(folder.write("note.txt", "Dear 😀 Maria, regards")));
     ASSERT_TRUE(field);
     user.tap(key::right, 14);
-    ASSERT_TRUE(until([&] {
-        return reader.selection(*field) == Utf16Range{15, 0};
-    })) << reader.selection(*field)->location;
+    ASSERT_TRUE(until([&] { return reader.selection(*field) == Utf16Range{15, 0}; }))
+        << reader.selection(*field)->location;
     dictateInto(field, "Dear 😀 Maria, ", "regards");
     EXPECT_EQ(model->message(), say::pasteSent("Mousepad"));
 }

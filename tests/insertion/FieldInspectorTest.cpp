@@ -155,17 +155,13 @@ TEST_F(FieldInspectorTest, ValidationNamesWhatChanged) {
     const auto second = accessibility.makeText(editor, "");
     const std::pair<Message, std::function<void()>> changes[] = {
         {say::cursorMoved(),
-         [&] {
-             accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0});
-         }},
+         [&] { accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0}); }},
         {say::fieldChanged(), [&] { accessibility.focus(second); }},
         {say::notARegularField(), [&] { makeSecure(second); }},
         {say::windowChanged(),
          [&] { accessibility.setWindow(editor, accessibility.make(editor, "AXWindow")); }},
         {say::destinationChanged(),
-         [&] {
-             workspace.setFrontmost(RunningApplication{200, "Other"});
-         }},
+         [&] { workspace.setFrontmost(RunningApplication{200, "Other"}); }},
         {say::accessibilityChanged(), [&] { accessibility.trusted = false; }}};
     for (const auto& [message, change] : changes) {
         change();

@@ -54,7 +54,9 @@ TEST(DesktopColorScheme, FollowsTheSettingsPortal) {
     const OffscreenQt qt;
     ASSERT_FALSE(isDark(QApplication::palette()));
     const auto own = QApplication::palette();
-    { const DesktopColorScheme withoutPortal; }
+    {
+        const DesktopColorScheme withoutPortal;
+    }
     Portal portal;
     portal.scheme = 1;
     const DesktopColorScheme colours;

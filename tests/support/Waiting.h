@@ -66,8 +66,7 @@ bool until(Loop& loop, const std::function<bool()>& condition,
 // Runs the loop until the task has ended.
 template <class Loop, class T>
 bool await(Loop& loop, const Running<T>& running) {
-    return until(
-        loop, [&] { return running.ended(); }, std::chrono::seconds(120));
+    return until(loop, [&] { return running.ended(); }, std::chrono::seconds(120));
 }
 
 // Asks until the condition holds, without a loop.

@@ -148,7 +148,7 @@ void importFrom(const std::filesystem::path& file) {
 
 template <class Work>
 int carryOut(Work work) {
-    struct sigaction action {};
+    struct sigaction action{};
     action.sa_handler = [](int) { interrupted = 1; };
     action.sa_flags = static_cast<int>(SA_RESETHAND);  // a second signal ends the program
     sigaction(SIGINT, &action, nullptr);

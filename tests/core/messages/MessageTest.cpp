@@ -6,18 +6,14 @@ namespace quorvi::test {
 namespace {
 
 template <class Maker, class... Arguments>
-concept takes = requires(const Maker& maker, Arguments... arguments) {
-    maker(arguments...);
-};
+concept takes = requires(const Maker& maker, Arguments... arguments) { maker(arguments...); };
 static_assert(!takes<decltype(say::noRecording), std::string>);
 static_assert(!takes<decltype(say::dictatingInto)>);
 static_assert(!takes<decltype(say::updateNeedsNewerSystem), std::string>);
 
 // Only words that come from outside are shown as they are.
 template <class Words>
-concept isVerbatim = requires(const Words& words) {
-    say::verbatim(words);
-};
+concept isVerbatim = requires(const Words& words) { say::verbatim(words); };
 static_assert(isVerbatim<std::string> && !isVerbatim<char[6]>);
 
 TEST(Message, FillsNamedGapsWithWordsAndTranslatedSentences) {

@@ -381,7 +381,7 @@ TEST(FolderCloud, GoesOnWhenFilesAreDeletedOrAreNotItsOwn) {
     two.fetch();
     two.save("y", "2");
     const auto ofOne = one.cloud->ownFolder();
-    struct stat status {};
+    struct stat status{};
     ASSERT_EQ(stat(folder.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0700u);
     ASSERT_EQ(stat((ofOne / "00000001.log").c_str(), &status), 0);

@@ -68,9 +68,8 @@ TEST_F(PropertyListPreferencesTest, AreWrittenSoonWithoutBeingAsked) {
     opened.preferences.setInteger("days", 30);
     EXPECT_TRUE(eventually([&] { return storedIn(file).contains("days"); }));
     for (int i = 0; i < 1000; ++i) opened.preferences.setInteger("days", i);
-    EXPECT_TRUE(eventually([&] {
-        return storedIn(file) == PropertyList::Dictionary{{"days", {std::int64_t{999}}}};
-    }));
+    EXPECT_TRUE(eventually(
+        [&] { return storedIn(file) == PropertyList::Dictionary{{"days", {std::int64_t{999}}}}; }));
 }
 
 TEST_F(PropertyListPreferencesTest, KeepForeignEntries) {

@@ -121,7 +121,7 @@ TYPED_TEST_P(DurabilityContract, IsReadableByItsUserOnly) {
     this->keep(2);
     ::umask(mask);
     const auto mode = [](const std::filesystem::path& path) {
-        struct stat status {};
+        struct stat status{};
         EXPECT_EQ(::stat(path.c_str(), &status), 0);
         return status.st_mode & 07777;
     };

@@ -67,7 +67,7 @@ private:
 };
 
 Bytes wholeOf(const Descriptor& file) {
-    struct stat info {};
+    struct stat info{};
     Bytes bytes(fstat(file.get(), &info) == 0 ? static_cast<std::size_t>(info.st_size) : 0);
     for (std::size_t done = 0; done < bytes.size();) {
         const auto n =

@@ -50,7 +50,7 @@ FolderCloud::FolderCloud(std::filesystem::path folder, std::filesystem::path mac
 // --- the folder ---
 
 bool FolderCloud::isStillThere() const {
-    struct stat status {};
+    struct stat status{};
     const auto path = opened_->segments.pathOf(machine_->id);
     return ::lstat(path.c_str(), &status) == 0 && status.st_dev == opened_->device &&
            status.st_ino == opened_->inode;
@@ -97,7 +97,7 @@ void FolderCloud::open() {
     prepareFolder();
     auto opened = std::make_unique<Opened>(folder_);
     const auto own = opened->segments.pathOf(machine_->id);
-    struct stat status {};
+    struct stat status{};
     if (::lstat(own.c_str(), &status) != 0) failFolder("open", own);
     opened->device = status.st_dev;
     opened->inode = status.st_ino;

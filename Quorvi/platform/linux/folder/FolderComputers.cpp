@@ -70,7 +70,7 @@ std::optional<FolderComputer> computerIn(const fs::path& folder) {
     if (!id || !fs::is_directory(fs::symlink_status(folder, error))) return std::nullopt;
     FolderComputer computer{.id = *id, .name = nameIn(folder / nameFile)};
     for (const auto& one : fs::directory_iterator(folder, error)) {
-        struct stat status {};
+        struct stat status{};
         if (::lstat(one.path().c_str(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
         computer.lastChange = std::max(computer.lastChange, status.st_mtime);
         computer.bytes += static_cast<std::uint64_t>(status.st_size);

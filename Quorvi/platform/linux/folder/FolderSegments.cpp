@@ -130,7 +130,7 @@ void FolderSegments::list(std::uint32_t machine, Segments& segments) {
     std::vector<std::uint32_t> present;
     const auto visit = [&](const char* name) {
         const auto number = folderSegmentNumber(name);
-        struct stat status {};
+        struct stat status{};
         if (!number || ::lstat((folder / name).c_str(), &status) != 0 || !S_ISREG(status.st_mode))
             return;
         present.push_back(*number);

@@ -13,8 +13,7 @@ public:
     Watcher(Scheduler& scheduler, std::weak_ptr<Observable> returns)
         : scheduler_(scheduler),
           returns_(std::move(returns)),
-          thread_(
-              "quorvi-network", [this] { begin(); }, [this] { end(); }) {}
+          thread_("quorvi-network", [this] { begin(); }, [this] { end(); }) {}
 
 private:
     // Asking for the monitor may wait for NetworkManager.

@@ -55,8 +55,7 @@ public:
         : scheduler_(scheduler),
           changes_(std::move(changes)),
           zone_(std::move(zone)),
-          thread_(
-              "quorvi-clock", [this] { begin(); }, [this] { end(); }) {}
+          thread_("quorvi-clock", [this] { begin(); }, [this] { end(); }) {}
 
 private:
     void begin() {

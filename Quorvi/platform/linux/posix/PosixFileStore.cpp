@@ -34,7 +34,7 @@ bool lock(int descriptor) {
 }
 
 bool hasName(int descriptor) {
-    struct stat status {};
+    struct stat status{};
     return ::fstat(descriptor, &status) == 0 && status.st_nlink > 0;
 }
 
@@ -128,7 +128,7 @@ void sweepDrafts(const std::filesystem::path& file) {
 }
 
 void refuseUnlessRegular(const std::filesystem::path& file) {
-    struct stat status {};
+    struct stat status{};
     if (::lstat(file.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
         throw std::system_error(std::make_error_code(std::errc::invalid_argument), file.string());
 }
@@ -148,7 +148,7 @@ std::optional<std::string> PosixFileStore::read(const std::filesystem::path& fil
         if (errno == ENOENT) return std::nullopt;
         fail("open", file);
     }
-    struct stat status {};
+    struct stat status{};
     if (::fstat(descriptor.get(), &status) != 0) fail("stat", file);
     if (!S_ISREG(status.st_mode))
         throw std::system_error(std::make_error_code(std::errc::invalid_argument), file.string());

@@ -25,7 +25,7 @@ public:
         : path_(path),
           file_(::open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600)) {
         if (!file_) fail(errno, "open", path_);
-        struct stat status {};
+        struct stat status{};
         if (::fstat(file_.get(), &status) != 0) fail(errno, "stat", path_);
         if (!S_ISREG(status.st_mode)) fail(EINVAL, "open", path_);
         // On a file system without locks other processes cannot be excluded.
@@ -38,7 +38,7 @@ public:
     }
 
     std::string read() override {
-        struct stat status {};
+        struct stat status{};
         if (::fstat(file_.get(), &status) != 0) fail(errno, "stat", path_);
         std::string content(static_cast<std::size_t>(status.st_size), '\0');
         std::size_t size = 0;

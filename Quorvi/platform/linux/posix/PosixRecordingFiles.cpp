@@ -42,7 +42,7 @@ public:
     bool isOpen() const { return static_cast<bool>(file_); }
 
     Bytes read() const override {
-        struct stat info {};
+        struct stat info{};
         if (::fstat(file_.get(), &info) != 0) fail(errno);
         Bytes bytes(static_cast<std::size_t>(info.st_size));
         std::size_t done = 0;
@@ -87,7 +87,7 @@ void PosixRecordingFiles::prepare() {
     if (code != 0) throw QuorviError::message(say::recordingFolderNotCreated(reason(code)));
 
     const auto opened = openFolder(folder_);
-    struct stat info {};
+    struct stat info{};
     if (!isOwn(opened, info))
         throw QuorviError::message(say::recordingFolderNotOwn(folder_.string()));
     if ((info.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO)) != S_IRWXU &&
@@ -116,7 +116,7 @@ void PosixRecordingFiles::removeLeftOver() {
 }
 
 void PosixRecordingFiles::clear(const fs::path& folder) {
-    struct stat info {};
+    struct stat info{};
     if (!isOwn(openFolder(folder), info)) return;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;

@@ -68,7 +68,7 @@ std::unique_ptr<PostgresWorker> PostgresCloudDatabase::startWorker(const std::st
                                                                    PostgresPassword password,
                                                                    PostgresTimes times) {
     // Events that are pending when the database is destroyed are dropped.
-    const auto tell = [this](Observable Observers::*whom) {
+    const auto tell = [this](Observable Observers::* whom) {
         return [&scheduler = scheduler_, weak = std::weak_ptr(observers_), whom] {
             scheduler.post([weak, whom] {
                 if (const auto observers = weak.lock()) ((*observers).*whom).notify();

@@ -37,7 +37,7 @@ std::filesystem::path folder(const char* name, const char* standard) {
 
 // After sudo the variable may name another user's folder.
 bool isOwnFolder(const std::filesystem::path& folder) {
-    struct stat info {};
+    struct stat info{};
     return !folder.empty() && ::stat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) &&
            info.st_uid == ::geteuid();
 }

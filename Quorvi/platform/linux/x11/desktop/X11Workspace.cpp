@@ -35,8 +35,7 @@ public:
           connection_(std::make_unique<X11Connection>()) {
         // So that the application is known as soon as the workspace exists.
         if (connection_->isAlive()) remember(X11ActiveApplication(*connection_).look());
-        thread_.emplace(
-            "quorvi-session", [this] { begin(); }, [this] { end(); });
+        thread_.emplace("quorvi-session", [this] { begin(); }, [this] { end(); });
     }
 
     std::optional<RunningApplication> frontmost() const {
@@ -125,7 +124,7 @@ private:
         frontmost_ = std::move(application);
     }
 
-    void announce(Observable Signals::*which) {
+    void announce(Observable Signals::* which) {
         scheduler_.post([weak = signals_, which] {
             if (const auto signals = weak.lock()) (*signals.*which).notify();
         });
