@@ -96,7 +96,9 @@ protected:
     }
 
     void copy(const std::string& text) {
-        shell("xclip -selection clipboard -i " + folder.write("copied", text) + " >/dev/null");
+        const auto file = folder.write("copied", text);
+        shell(isOnSway() ? "wl-copy <" + file
+                         : "xclip -selection clipboard -i " + file + " >/dev/null");
     }
 
     LoopScheduler scheduler;

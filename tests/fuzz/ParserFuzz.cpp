@@ -17,7 +17,7 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/folder/FolderCloud.h"
-#include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
+#include "Quorvi/platform/linux/keyboard/PasteChords.h"
 #include "Quorvi/sync/CloudRecordFields.h"
 #include "QuorviCore/Error.h"
 #include "QuorviCore/checksum/Crc32c.h"

@@ -16,6 +16,8 @@
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
+#include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
+#include "Quorvi/platform/linux/wayland/sway/SwayConfig.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/shell/BusCommand.h"
 #include "Quorvi/shell/HelperPrograms.h"
@@ -39,6 +41,7 @@ class Doctor {
 public:
     int run() {
         checkProgram();
+        checkWayland();
         checkKeyboard();
         checkAccessibility();
         checkSound();
@@ -76,20 +79,49 @@ private:
         note("Quorvi", isRunning() ? "running." : "not running.");
     }
 
+    // One line for each thing that dictating into the windows of Wayland programs needs.
+    void checkWayland() {
+        if (!wayland_.isWayland) return;
+        const auto part = [](const char* subject, bool isOffered, const char* interface) {
+            line(isOffered ? "✓" : "–", subject,
+                 std::string(interface) + (isOffered ? ": offered." : ": not offered."));
+        };
+        part("Wayland clipboard", wayland_.hasClipboard, "zwlr_data_control_manager_v1");
+        part("Wayland keys", wayland_.hasVirtualKeyboard, "zwp_virtual_keyboard_manager_v1");
+        part("Wayland input method", wayland_.hasInputMethod, "zwp_input_method_manager_v2");
+        part("Wayland shortcut", wayland_.hasSway, "sway's command socket");
+        if (!wayland_.isNative())
+            note("Wayland",
+                 "this desktop lacks some of that: Quorvi works only in windows of programs under "
+                 "XWayland. It works in all windows on sway, and on desktops with X11.");
+    }
+
     void checkKeyboard() {
-        canInstallTap_ = x11InputHookIsPossible();
-        if (canInstallTap_) {
-            setRightAltIsAltGr(x11RightAltIsAltGr());
-            return good("Global shortcut",
-                        shown(settings_.get(setting::hotkey)).toStdString() +
-                            ", X11 display with XInput 2.2 and XTest: available.");
-        }
+        const bool hasX11 = x11InputHookIsPossible();
+        canInstallTap_ = wayland_.isNative() || hasX11;
+        if (hasX11) setRightAltIsAltGr(x11RightAltIsAltGr());
+        const auto shortcut = shown(settings_.get(setting::hotkey));
+        if (wayland_.isNative()) return checkSwayShortcut(shortcut.toStdString());
+        if (hasX11)
+            return good(
+                "Global shortcut",
+                shortcut.toStdString() +
+                    (wayland_.isWayland ? ", XWayland: available in windows of X11 programs only."
+                                        : ", X11 display with XInput 2.2 and XTest: available."));
         const char* display = std::getenv("DISPLAY");
         if (!display || !*display)
             return bad("Global shortcut", "no X11 display.",
                        "Run Quorvi on a desktop with X11, or with XWayland.");
         bad("Global shortcut", "X11 display unreachable, or without XInput 2.2, XTest or XKB.",
             "Check DISPLAY and XAUTHORITY; a remote or nested display may lack these extensions.");
+    }
+
+    void checkSwayShortcut(const std::string& shortcut) {
+        const auto key = settings_.get(setting::hotkey);
+        if (!isBoundInSway({key.keyCode, key.modifiers}))
+            return good("Global shortcut", shortcut + ", sway: available.");
+        bad("Global shortcut", shortcut + ": sway's configuration uses it.",
+            "Choose another in Quorvi's Settings, or remove the line from the configuration.");
     }
 
     void checkAccessibility() {
@@ -224,6 +256,7 @@ private:
     LoopScheduler& scheduler_ = stored_.scheduler;
     Settings& settings_ = stored_.settings;
     const SpeechServiceChoice choice_{settings_, environmentText("QUORVI_SERVICE")};
+    const DesktopCapabilities wayland_ = probeWayland();
     bool canInstallTap_ = false;
     bool needsUser_ = false;
 };

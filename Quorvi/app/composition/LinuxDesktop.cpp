@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "Quorvi/app/composition/DisplayAdapters.h"
 #include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
@@ -18,14 +19,11 @@
 #include "Quorvi/platform/linux/pulse/PulsePermissions.h"
 #include "Quorvi/platform/linux/pulse/PulseSoundOutput.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
+#include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
 #include "Quorvi/platform/linux/x11/desktop/X11Bars.h"
 #include "Quorvi/platform/linux/x11/desktop/X11Compositing.h"
 #include "Quorvi/platform/linux/x11/desktop/X11Settings.h"
-#include "Quorvi/platform/linux/x11/desktop/X11Workspace.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
-#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventPoster.h"
-#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 #include "Quorvi/platform/linux/xdg/SettingsProgram.h"
 #include "Quorvi/platform/linux/xdg/UserFolders.h"
 #include "Quorvi/system/KeychainStore.h"
@@ -57,11 +55,8 @@ struct LinuxDesktop::Adapters {
     // `permissionsChanged` may be called on any thread.
     Adapters(Scheduler& scheduler, std::string clipboardKeeper, std::string speechProgram,
              const std::function<void()>& permissionsChanged)
-        : tap(scheduler),
-          poster(tap),
+        : display(DisplayAdapters::make(probeWayland(), scheduler, std::move(clipboardKeeper))),
           accessibility([this] { return inputHookIsPossible.load(); }, permissionsChanged),
-          workspace(scheduler),
-          pasteboard(scheduler, {.keeper = std::move(clipboardKeeper)}),
           sound(scheduler),
           audioInput(sound, scheduler),
           soundOutput(sound),
@@ -73,7 +68,7 @@ struct LinuxDesktop::Adapters {
           calendar(clockChanges, history, scheduler) {
         microphoneChanges = sound.changed().subscribe(permissionsChanged);
         probes.run([this, permissionsChanged] {
-            inputHookIsPossible = x11InputHookIsPossible();
+            inputHookIsPossible = display->inputHookIsPossible();
             rightAltIsAltGr = x11RightAltIsAltGr();
             hasMicrophoneSettings = hasSettings(PrivacyPane::microphone);
             hasAccessibilitySettings = hasSettings(PrivacyPane::accessibility);
@@ -91,12 +86,9 @@ struct LinuxDesktop::Adapters {
                                    std::filesystem::temp_directory_path() / "VeskRecordings"};
     // Of its own: writing a long history must not hold up a recording.
     SerialExecutor history{"history"};
-    X11KeyEventTap tap;
-    X11KeyEventPoster poster;
+    std::unique_ptr<DisplayAdapters> display;
     AtspiAccessibility accessibility;
-    X11Workspace workspace;
     SerialExecutor accessibilityQueries{"accessibility"};
-    X11Pasteboard pasteboard;
     PulseConnection sound;
     PulseAudioInput audioInput;
     PulseSoundOutput soundOutput;
@@ -127,7 +119,7 @@ LinuxDesktop::LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper,
 LinuxDesktop::~LinuxDesktop() = default;
 
 Task<void> LinuxDesktop::leaveClipboard() {
-    auto& pasteboard = adapters_->pasteboard;
+    auto& pasteboard = adapters_->display->pasteboard();
     const auto ours = pasteboard.changeCount();
     auto handing = pasteboard.handOver();
     const bool isHandedOver = co_await handing;
@@ -176,8 +168,9 @@ Surroundings LinuxDesktop::surroundings() {
 }
 
 void LinuxDesktop::readPasteChords() {
-    auto use = lifetime_.guard(
-        [this](const std::string& lines) { adapters_->tap.setPasteChords(PasteChords(lines)); });
+    auto use = lifetime_.guard([this](const std::string& lines) {
+        adapters_->display->setPasteChords(PasteChords(lines));
+    });
     adapters_->probes.run([use = std::move(use), &scheduler = scheduler_] {
         std::ifstream file(pasteChordsFile());
         std::string lines(longestPasteChords, '\0');
@@ -210,7 +203,7 @@ HistoryStore::Environment LinuxDesktop::historyEnvironment(Preferences& preferen
             .path = std::move(file),
             .executor = a.history,
             .scheduler = scheduler_,
-            .pasteboard = a.pasteboard,
+            .pasteboard = a.display->pasteboard(),
             .calendar = [&a] { return a.calendar.get(); }};
 }
 
@@ -222,11 +215,11 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
     return {.scheduler = scheduler_,
             .accessibilityQueries = a.accessibilityQueries,
             .disk = a.disk,
-            .tap = a.tap,
-            .poster = a.poster,
+            .tap = a.display->tap(),
+            .poster = a.display->poster(),
             .accessibility = a.accessibility,
-            .workspace = a.workspace,
-            .pasteboard = a.pasteboard,
+            .workspace = a.display->workspace(),
+            .pasteboard = a.display->pasteboard(),
             .audioInput = a.audioInput,
             .recordings = a.recordings,
             .soundOutput = a.soundOutput,

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -47,8 +48,11 @@ struct EditorUser {
         user.type("s");
     }
 
+    static bool isOnSway() { return std::getenv("SWAYSOCK") != nullptr; }
     static std::string clipboard() {
-        return shell("timeout 20 xclip -selection clipboard -o -t UTF8_STRING 2>/dev/null");
+        return shell(isOnSway()
+                         ? "timeout 20 wl-paste --no-newline --type UTF8_STRING 2>/dev/null"
+                         : "timeout 20 xclip -selection clipboard -o -t UTF8_STRING 2>/dev/null");
     }
     static std::ptrdiff_t recordingsLeft() {
         const auto recordings = UserFolders::find().recordings;

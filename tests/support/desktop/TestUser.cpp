@@ -2,6 +2,11 @@
 
 #include <xcb/xtest.h>
 
+#include <cstdlib>
+
+#include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
+#include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
+#include "Quorvi/platform/linux/wayland/sway/SwayTree.h"
 #include "tests/support/Waiting.h"
 
 namespace quorvi::test {
@@ -25,6 +30,46 @@ void activate(const X11Connection& connection, xcb_window_t window) {
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
     connection.synchronise();
+}
+
+struct TestUser::Sway {
+    Sway() {
+        keyboard.useUsLayout();
+        connection.synchronise();
+    }
+
+    void key(std::uint8_t keycode, bool isDown, const std::bitset<256>& held) {
+        const auto any = [&](std::initializer_list<std::uint8_t> keys,
+                             VirtualKeyboard::Modifier m) {
+            for (const auto one : keys)
+                if (held[one]) return static_cast<std::uint32_t>(m);
+            return 0U;
+        };
+        keyboard.key(keycode - 8U, isDown);
+        keyboard.modifiers(any({key::leftControl, key::rightControl}, VirtualKeyboard::control) |
+                           any({key::leftShift}, VirtualKeyboard::shift) |
+                           any({key::leftAlt, key::rightAlt}, VirtualKeyboard::alt) |
+                           any({key::leftSuper}, VirtualKeyboard::super));
+        connection.synchronise();
+    }
+    bool hasFocus(pid_t pid) {
+        const auto tree = socket.ask(SwaySocket::Message::tree);
+        const auto window = tree ? focusedSwayWindow(*tree) : std::nullopt;
+        return window && window->pid == pid;
+    }
+
+    WaylandConnection connection;
+    VirtualKeyboard keyboard{connection};
+    SwaySocket socket;
+};
+
+TestUser::TestUser(const std::string& display) : connection_(display) {
+    if (display.empty() && std::getenv("SWAYSOCK")) sway_ = std::make_unique<Sway>();
+}
+
+TestUser::~TestUser() {
+    for (std::size_t keycode = 0; keycode < held_.size(); ++keycode)
+        if (held_[keycode]) release(static_cast<std::uint8_t>(keycode));
 }
 
 void TestUser::tap(std::uint8_t keycode, int times) {
@@ -69,6 +114,7 @@ bool TestUser::canGrabKeyboard() const {
 }
 
 bool TestUser::bringToFront(pid_t pid) const {
+    if (sway_) return eventually([&] { return sway_->hasFocus(pid); });
     return eventually([&] {
         if (isOf(activeWindow(), pid)) return true;
         for (const auto window : windows())
@@ -94,6 +140,7 @@ std::vector<xcb_window_t> TestUser::windows() const {
 }
 
 void TestUser::fake(std::uint8_t type, std::uint8_t detail) {
+    if (sway_) return sway_->key(detail, type == XCB_KEY_PRESS, held_);
     xcb_test_fake_input(connection_.get(), type, detail, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
     connection_.synchronise();
 }

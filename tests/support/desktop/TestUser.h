@@ -5,6 +5,7 @@
 #include <bitset>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,19 +34,16 @@ void activate(const X11Connection& connection, xcb_window_t window);
 
 // Somebody at the desktop: presses physical keys and buttons through the test extension, sees which
 // window is active and switches windows, on a connection of its own. Everything has reached the
-// server when a call returns.
+// server when a call returns. On sway the keys are those of a virtual keyboard; the rest is X11's.
 class TestUser {
 public:
     using Keys = std::initializer_list<std::uint8_t>;
 
-    explicit TestUser(const std::string& display = {}) : connection_(display) {}
+    explicit TestUser(const std::string& display = {});
     TestUser(const TestUser&) = delete;
     TestUser& operator=(const TestUser&) = delete;
     // Takes the hands off the keyboard, so that a test that failed leaves no key held for the next.
-    ~TestUser() {
-        for (std::size_t keycode = 0; keycode < held_.size(); ++keycode)
-            if (held_[keycode]) release(static_cast<std::uint8_t>(keycode));
-    }
+    ~TestUser();
 
     void press(std::uint8_t keycode) {
         held_.set(keycode);
@@ -91,8 +89,11 @@ private:
     bool isOf(xcb_window_t window, pid_t pid) const;
     void fake(std::uint8_t type, std::uint8_t detail);
 
+    struct Sway;
+
     X11Connection connection_;
     std::bitset<256> held_;
+    std::unique_ptr<Sway> sway_;
 };
 
 }  // namespace quorvi::test

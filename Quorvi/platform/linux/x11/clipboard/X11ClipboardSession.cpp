@@ -20,7 +20,7 @@ std::shared_ptr<const PasteboardItem> merged(std::vector<PasteboardItem> items) 
 }  // namespace
 
 X11ClipboardSession::X11ClipboardSession(const std::string& display, int wakeFd,
-                                         X11ReadLimits limits,
+                                         ClipboardReadLimits limits,
                                          std::atomic<std::int64_t>& changeCount,
                                          ClipboardKeeper& keeper,
                                          std::function<void(PasteboardRead)> onRead)

@@ -20,28 +20,26 @@ namespace quorvi {
 // are counted from the server's announcements, in the order of its changes, so that a write is
 // counted once, at its place among those of others. Clipboard thread; every operation throws
 // X11ConnectionLost.
-class X11ClipboardSession {
+class X11ClipboardSession final : public ClipboardSession {
 public:
     // `onRead` is called on the clipboard's thread for each request that was answered.
-    X11ClipboardSession(const std::string& display, int wakeFd, X11ReadLimits limits,
+    X11ClipboardSession(const std::string& display, int wakeFd, ClipboardReadLimits limits,
                         std::atomic<std::int64_t>& changeCount, ClipboardKeeper& keeper,
                         std::function<void(PasteboardRead)> onRead);
 
-    std::vector<PasteboardItem> read(const std::function<bool()>& abandoned);
-    // `afterwards` is the clipboard's content after this program has ended.
+    std::vector<PasteboardItem> read(const std::function<bool()>& abandoned) override;
     std::optional<std::int64_t> write(std::vector<PasteboardItem> items,
                                       const std::vector<PasteboardItem>& afterwards,
-                                      std::optional<std::int64_t> expected);
-    void restore(std::int64_t expected, std::vector<PasteboardItem> items);
+                                      std::optional<std::int64_t> expected) override;
+    void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
 
-    // Gives the keeper what was read, since that will be restored.
-    void prepareKeeper(const std::vector<PasteboardItem>& items) { keeper_.prepare(items); }
-    bool isOffering() { return !offered().empty(); }
-    // Returns false if we offer nothing.
-    bool handOver();
+    void prepareKeeper(const std::vector<PasteboardItem>& items) override {
+        keeper_.prepare(items);
+    }
+    bool isOffering() override { return !offered().empty(); }
+    bool handOver() override;
 
-    // Serves other programs until `wakeFd` is readable.
-    void wait();
+    void wait() override;
 
 private:
     struct Write {

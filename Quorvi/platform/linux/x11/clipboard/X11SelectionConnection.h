@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "Quorvi/platform/linux/clipboard/ClipboardSession.h"
 #include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/base/Bytes.h"
@@ -38,7 +39,7 @@ struct X11SelectionEvent {
 };
 
 // The X server went away, or was never there.
-struct X11ConnectionLost {};
+struct X11ConnectionLost : ClipboardConnectionLost {};
 
 // A connection to the X server for clipboard traffic only, with one unmapped window. Used by the
 // clipboard's thread. Every operation throws X11ConnectionLost once the server is gone.

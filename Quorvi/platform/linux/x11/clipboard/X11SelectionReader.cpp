@@ -55,7 +55,8 @@ private:
     bool completed_ = false;
 };
 
-X11SelectionReader::X11SelectionReader(X11SelectionConnection& connection, X11ReadLimits limits)
+X11SelectionReader::X11SelectionReader(X11SelectionConnection& connection,
+                                       ClipboardReadLimits limits)
     : connection_(connection), limits_(limits) {
     const auto atoms =
         connection_.atoms({"TARGETS", "INCR", "MULTIPLE", "TIMESTAMP", "SAVE_TARGETS", "DELETE",

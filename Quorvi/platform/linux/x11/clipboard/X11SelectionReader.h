@@ -12,20 +12,15 @@
 
 namespace quorvi {
 
-struct X11ReadLimits {
-    Duration progress = std::chrono::seconds(1);  // without any answer of the owner
-    Duration total = std::chrono::seconds(3);     // for everything together
-};
-
 // Thrown if the owner does not answer within the limits.
-struct X11OwnerSilent {};
+struct X11OwnerSilent : ClipboardOwnerSilent {};
 
 // Reads the clipboard: copies everything that another program offers. A read returns one owner's
 // content; it starts over when the owner changes meanwhile. Lives as long as its connection, on the
 // clipboard's thread.
 class X11SelectionReader {
 public:
-    X11SelectionReader(X11SelectionConnection& connection, X11ReadLimits limits);
+    X11SelectionReader(X11SelectionConnection& connection, ClipboardReadLimits limits);
 
     // Handles other events while it waits, so requests to us are served. Throws X11OwnerSilent, or
     // Cancelled when `abandoned` returns true.
@@ -55,7 +50,7 @@ private:
     void waitFor(const std::function<bool()>& condition);
 
     X11SelectionConnection& connection_;
-    X11ReadLimits limits_;
+    ClipboardReadLimits limits_;
     std::uint32_t targets_ = 0;
     std::uint32_t incr_ = 0;
     std::set<std::uint32_t> skipped_;  // targets that are questions, not content

@@ -5,11 +5,8 @@
 #include <mutex>
 #include <utility>
 
-#include "Quorvi/platform/linux/gio/BusClient.h"
 #include "Quorvi/platform/linux/gio/DescriptorSource.h"
 #include "Quorvi/platform/linux/gio/GLibThread.h"
-#include "Quorvi/platform/linux/gio/LogindSignals.h"
-#include "Quorvi/platform/linux/gio/ScreenSaverSignals.h"
 #include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "Quorvi/platform/linux/x11/desktop/X11ActiveApplication.h"
 
@@ -20,16 +17,10 @@ constexpr Duration reconnectDelay = std::chrono::seconds(1);
 
 }  // namespace
 
-struct X11Workspace::Signals {
-    Observable willSleep;
-    Observable didWake;
-    Observable screenLock;
-};
-
 // The thread: one GLib context that waits for the X connection and for the buses.
 class X11Workspace::Watcher {
 public:
-    Watcher(Scheduler& scheduler, std::weak_ptr<Signals> signals)
+    Watcher(Scheduler& scheduler, std::weak_ptr<SessionSignals> signals)
         : scheduler_(scheduler),
           signals_(std::move(signals)),
           connection_(std::make_unique<X11Connection>()) {
@@ -45,21 +36,12 @@ public:
 
 private:
     void begin() {
-        const auto locked = [this] { announce(&Signals::screenLock); };
-        systemBus_.emplace(BusClient::Bus::system, [this, locked](BusClient& bus) {
-            watchSleep(bus, [this](bool sleeping) {
-                announce(sleeping ? &Signals::willSleep : &Signals::didWake);
-            });
-            watchSessionLock(bus, locked);
-        });
+        session_.emplace(scheduler_, signals_);
         watch();
-        sessionBus_.emplace(BusClient::Bus::session,
-                            [locked](BusClient& bus) { watchScreenSavers(bus, locked); });
     }
 
     void end() {
-        sessionBus_.reset();
-        systemBus_.reset();
+        session_.reset();
         disconnect();
     }
 
@@ -124,19 +106,13 @@ private:
         frontmost_ = std::move(application);
     }
 
-    void announce(Observable Signals::* which) {
-        scheduler_.post([weak = signals_, which] {
-            if (const auto signals = weak.lock()) (*signals.*which).notify();
-        });
-    }
-
     Scheduler& scheduler_;
-    std::weak_ptr<Signals> signals_;
+    const std::weak_ptr<SessionSignals> signals_;
     // The thread's own. The first connection is made before it starts, while no toolkit can be
     // connecting at the same time (libXau is not thread-safe).
     std::unique_ptr<X11Connection> connection_;
     std::unique_ptr<X11ActiveApplication> active_;
-    std::optional<BusClient> systemBus_, sessionBus_;
+    std::optional<SessionWatch> session_;
     std::optional<DescriptorSource> input_;
     mutable std::mutex mutex_;  // guards frontmost_ only
     std::optional<RunningApplication> frontmost_;
@@ -144,7 +120,7 @@ private:
 };
 
 X11Workspace::X11Workspace(Scheduler& scheduler)
-    : signals_(std::make_shared<Signals>()),
+    : signals_(std::make_shared<SessionSignals>()),
       watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
 
 X11Workspace::~X11Workspace() = default;

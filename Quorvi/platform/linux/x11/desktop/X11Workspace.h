@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "Quorvi/platform/Workspace.h"
+#include "Quorvi/platform/linux/gio/SessionWatch.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
@@ -23,10 +24,9 @@ public:
     [[nodiscard]] Subscription onScreenLock(std::function<void()> observer) override;
 
 private:
-    struct Signals;
     class Watcher;
 
-    std::shared_ptr<Signals> signals_;
+    std::shared_ptr<SessionSignals> signals_;
     std::unique_ptr<Watcher> watcher_;
 };
 

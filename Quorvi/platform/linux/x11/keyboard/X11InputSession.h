@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "Quorvi/platform/KeyEventTap.h"
+#include "Quorvi/platform/linux/keyboard/PasteChords.h"
 #include "Quorvi/platform/linux/x11/X11Connection.h"
-#include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11FocusGrabs.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11Layout.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11PressedKeys.h"

@@ -1,65 +1,12 @@
 #include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
 
-#include <mutex>
 #include <utility>
 
+#include "Quorvi/platform/linux/keyboard/TapInbox.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSession.h"
 #include "QuorviCore/async/Future.h"
 
 namespace quorvi {
-
-// Where the input thread leaves events for the main thread. Shared by both and by the posted
-// deliveries, which find it gone once the hook has been removed.
-struct X11KeyEventTap::Inbox : std::enable_shared_from_this<Inbox> {
-    explicit Inbox(Scheduler& s) : scheduler(s) {}
-
-    Scheduler& scheduler;
-    // Main thread only. Shared, because a handler may remove the hook that is calling it.
-    std::shared_ptr<std::function<TapVerdict(const TapEvent&)>> handler;
-    std::mutex mutex;  // guards what follows, never held for long
-    std::vector<TapEvent> events;
-    bool muted = false;  // from disabling until the input thread has enabled itself again
-
-    void add(const TapEvent& event) {
-        {
-            std::lock_guard lock(mutex);
-            if (muted) return;
-            events.push_back(event);
-            if (events.size() > 1) return;  // a delivery is on its way
-        }
-        scheduler.post([weak = weak_from_this()] {
-            if (const auto inbox = weak.lock()) inbox->deliver();
-        });
-    }
-
-    void deliver() {
-        for (const auto& event : take()) {
-            const auto current = handler;
-            if (current && !isMuted()) (*current)(event);
-        }
-    }
-
-    void mute() {
-        std::lock_guard lock(mutex);
-        muted = true;
-        events.clear();
-    }
-
-    bool isMuted() {
-        std::lock_guard lock(mutex);
-        return muted;
-    }
-
-    void unmute() {
-        std::lock_guard lock(mutex);
-        muted = false;
-    }
-
-    std::vector<TapEvent> take() {
-        std::lock_guard lock(mutex);
-        return std::exchange(events, {});
-    }
-};
 
 X11KeyEventTap::X11KeyEventTap(Scheduler& scheduler) : scheduler_(scheduler) {}
 
@@ -69,9 +16,7 @@ X11KeyEventTap::~X11KeyEventTap() {
 
 bool X11KeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler) {
     remove();
-    auto inbox = std::make_shared<Inbox>(scheduler_);
-    inbox->handler =
-        std::make_shared<std::function<TapVerdict(const TapEvent&)>>(std::move(handler));
+    auto inbox = std::make_shared<TapInbox>(scheduler_, std::move(handler));
     auto session = X11InputSession::start(
         [inbox](const TapEvent& event) { inbox->add(event); },
         [inbox] { inbox->add({.type = TapEventType::tapDisabledByUserInput}); }, swallowed_);
@@ -86,7 +31,7 @@ bool X11KeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler)
 
 void X11KeyEventTap::remove() {
     session_.reset();
-    if (inbox_) inbox_->handler = nullptr;
+    if (inbox_) inbox_->close();
     inbox_.reset();
     enabled_ = false;
 }

@@ -7,12 +7,13 @@
 #include <stop_token>
 
 #include "Quorvi/platform/KeyEventTap.h"
-#include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
+#include "Quorvi/platform/linux/keyboard/PasteChords.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/async/Task.h"
 
 namespace quorvi {
 
+class TapInbox;
 class X11InputSession;
 
 // The input hook on an X server, over XInput 2 raw events and key grabs. Lives on the main thread;
@@ -42,10 +43,8 @@ public:
     void post(std::span<const TapEvent> events, pid_t pid);
 
 private:
-    struct Inbox;
-
     Scheduler& scheduler_;
-    std::shared_ptr<Inbox> inbox_;
+    std::shared_ptr<TapInbox> inbox_;
     std::unique_ptr<X11InputSession> session_;
     std::vector<SwallowedKey> swallowed_;
     std::optional<KeyCode> quietModifier_;

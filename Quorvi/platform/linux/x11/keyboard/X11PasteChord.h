@@ -3,7 +3,7 @@
 #include <sys/types.h>
 #include <vector>
 
-#include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
+#include "Quorvi/platform/linux/keyboard/PasteChords.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11Layout.h"
 
 namespace quorvi {

@@ -1,4 +1,4 @@
-#include "Quorvi/platform/linux/x11/keyboard/PasteChords.h"
+#include "Quorvi/platform/linux/keyboard/PasteChords.h"
 
 #include <algorithm>
 #include <array>

@@ -1,0 +1,72 @@
+#include "Quorvi/app/composition/DisplayAdapters.h"
+
+#include <utility>
+
+#include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
+#include "Quorvi/platform/linux/wayland/input/VirtualKeyboardPoster.h"
+#include "Quorvi/platform/linux/wayland/sway/SwayKeyEventTap.h"
+#include "Quorvi/platform/linux/wayland/sway/SwayWorkspace.h"
+#include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
+#include "Quorvi/platform/linux/x11/desktop/X11Workspace.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventPoster.h"
+#include "Quorvi/platform/linux/x11/keyboard/X11KeyEventTap.h"
+
+namespace quorvi {
+namespace {
+
+class X11Adapters final : public DisplayAdapters {
+public:
+    X11Adapters(Scheduler& scheduler, std::string clipboardKeeper)
+        : tap_(scheduler),
+          poster_(tap_),
+          workspace_(scheduler),
+          pasteboard_(scheduler, {.keeper = std::move(clipboardKeeper)}) {}
+
+    KeyEventTap& tap() override { return tap_; }
+    KeyEventPoster& poster() override { return poster_; }
+    Workspace& workspace() override { return workspace_; }
+    ThreadedPasteboard& pasteboard() override { return pasteboard_; }
+    void setPasteChords(PasteChords chords) override { tap_.setPasteChords(std::move(chords)); }
+    bool inputHookIsPossible() const override { return x11InputHookIsPossible(); }
+
+private:
+    X11KeyEventTap tap_;
+    X11KeyEventPoster poster_;
+    X11Workspace workspace_;
+    X11Pasteboard pasteboard_;
+};
+
+class SwayAdapters final : public DisplayAdapters {
+public:
+    explicit SwayAdapters(Scheduler& scheduler)
+        : workspace_(scheduler),
+          tap_(scheduler, input_),
+          poster_(input_, [this] { return workspace_.frontmostClass(); }),
+          pasteboard_(scheduler) {}
+
+    KeyEventTap& tap() override { return tap_; }
+    KeyEventPoster& poster() override { return poster_; }
+    Workspace& workspace() override { return workspace_; }
+    ThreadedPasteboard& pasteboard() override { return pasteboard_; }
+    void setPasteChords(PasteChords chords) override { poster_.setPasteChords(std::move(chords)); }
+    bool inputHookIsPossible() const override { return input_.isAlive(); }
+
+private:
+    WaylandInput input_;
+    SwayWorkspace workspace_;
+    SwayKeyEventTap tap_;
+    VirtualKeyboardPoster poster_;
+    DataControlPasteboard pasteboard_;
+};
+
+}  // namespace
+
+std::unique_ptr<DisplayAdapters> DisplayAdapters::make(const DesktopCapabilities& capabilities,
+                                                       Scheduler& scheduler,
+                                                       std::string clipboardKeeper) {
+    if (capabilities.isNative()) return std::make_unique<SwayAdapters>(scheduler);
+    return std::make_unique<X11Adapters>(scheduler, std::move(clipboardKeeper));
+}
+
+}  // namespace quorvi

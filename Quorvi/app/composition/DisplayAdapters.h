@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "Quorvi/platform/DesktopCapabilities.h"
+#include "Quorvi/platform/KeyEventPoster.h"
+#include "Quorvi/platform/KeyEventTap.h"
+#include "Quorvi/platform/Workspace.h"
+#include "Quorvi/platform/linux/clipboard/ThreadedPasteboard.h"
+#include "Quorvi/platform/linux/keyboard/PasteChords.h"
+
+namespace quorvi {
+
+// The adapters of what draws the windows, an X server or a Wayland compositor, chosen by what it
+// offers. Main thread; the scheduler outlives it.
+class DisplayAdapters {
+public:
+    virtual ~DisplayAdapters() = default;
+
+    // `clipboardKeeper` as in LinuxDesktop.
+    static std::unique_ptr<DisplayAdapters> make(const DesktopCapabilities& capabilities,
+                                                 Scheduler& scheduler, std::string clipboardKeeper);
+
+    virtual KeyEventTap& tap() = 0;
+    virtual KeyEventPoster& poster() = 0;
+    virtual Workspace& workspace() = 0;
+    virtual ThreadedPasteboard& pasteboard() = 0;
+    virtual void setPasteChords(PasteChords chords) = 0;
+
+    // Whether the tap can be installed. May wait for the display; any thread.
+    virtual bool inputHookIsPossible() const = 0;
+};
+
+}  // namespace quorvi

@@ -1,0 +1,49 @@
+#include "Quorvi/platform/linux/wayland/input/WaylandInput.h"
+
+#include <utility>
+
+namespace quorvi {
+
+WaylandInput::WaylandInput() : session_(std::make_unique<Session>()) {
+    isAlive_ = VirtualKeyboard::isOffered(session_->connection);
+    if (!isAlive_) session_.reset();
+    const auto begin = [this] {
+        if (!session_) return;
+        source_.emplace(session_->connection.fileDescriptor(), [this] { return processEvents(); });
+        flush();
+    };
+    const auto end = [this] {
+        source_.reset();
+        session_.reset();
+    };
+    thread_.emplace("quorvi-input", begin, end);
+}
+
+WaylandInput::~WaylandInput() = default;
+
+void WaylandInput::run(std::function<void(Session*)> work, Duration delay) {
+    const auto whole = [this, work = std::move(work)] {
+        work(session_.get());
+        flush();
+    };
+    thread_->invoke(whole, delay);
+}
+
+// Sends what was requested; what was read meanwhile is announced by no descriptor.
+void WaylandInput::flush() {
+    if (!session_) return;
+    while (session_->connection.dispatchQueued()) continue;
+    session_->connection.flush();
+}
+
+bool WaylandInput::processEvents() {
+    const bool isAlive = session_->connection.dispatch();
+    if (isAlive) flush();
+    if (isAlive && session_->connection.isAlive()) return true;
+    isAlive_ = false;
+    session_->method.lose();
+    session_.reset();
+    return false;
+}
+
+}  // namespace quorvi

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "Quorvi/platform/linux/gio/DescriptorSource.h"
+#include "Quorvi/platform/linux/gio/GLibThread.h"
+#include "Quorvi/platform/linux/wayland/WaylandConnection.h"
+#include "Quorvi/platform/linux/wayland/input/InputMethod.h"
+#include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
+
+namespace quorvi {
+
+// What gives input to other programs, on one connection and one thread, which does nothing else:
+// while it has the keyboard, every key of the user's waits for it. One connection, because the keys
+// of its own virtual keyboards pass its own grab, and the seat has room for one input method.
+// Created and destroyed on the main thread.
+class WaylandInput {
+public:
+    // What exists during the connection, for the thread.
+    struct Session {
+        WaylandConnection connection;
+        InputMethod method{connection};
+        std::unique_ptr<VirtualKeyboard> pasting;  // made at the first paste
+    };
+
+    // Connects, and waits for that only.
+    WaylandInput();
+    ~WaylandInput();
+    WaylandInput(const WaylandInput&) = delete;
+    WaylandInput& operator=(const WaylandInput&) = delete;
+
+    // Whether the compositor takes keys from this program. Any thread.
+    bool isAlive() const { return isAlive_; }
+
+    // Runs `work` on the thread; with null once the connection is lost.
+    void run(std::function<void(Session*)> work, Duration delay = Duration::zero());
+
+    // For the thread.
+    Session* session() { return session_.get(); }
+
+private:
+    bool processEvents();
+    void flush();
+
+    std::atomic<bool> isAlive_{false};
+    std::unique_ptr<Session> session_;  // the thread's own, null without a compositor
+    std::optional<DescriptorSource> source_;
+    std::optional<GLibThread> thread_;
+};
+
+}  // namespace quorvi

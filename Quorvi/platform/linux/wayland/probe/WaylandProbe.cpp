@@ -1,0 +1,26 @@
+#include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
+
+#include <cstdlib>
+
+#include "Quorvi/platform/linux/wayland/WaylandConnection.h"
+#include "Quorvi/platform/linux/wayland/clipboard/DataControlSession.h"
+#include "Quorvi/platform/linux/wayland/input/InputMethod.h"
+#include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
+#include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
+
+namespace quorvi {
+
+DesktopCapabilities probeWayland() {
+    // Without the variable a library would try a standard name.
+    const char* display = std::getenv("WAYLAND_DISPLAY");
+    if (!display || !*display) return {};
+    const WaylandConnection connection;
+    if (!connection.isAlive()) return {};
+    return {.isWayland = true,
+            .hasClipboard = DataControlSession::isOffered(connection),
+            .hasVirtualKeyboard = VirtualKeyboard::isOffered(connection),
+            .hasInputMethod = InputMethod::isOffered(connection),
+            .hasSway = SwaySocket().isAlive()};
+}
+
+}  // namespace quorvi

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "Quorvi/platform/KeyEventTap.h"
+#include "Quorvi/platform/linux/gio/DescriptorSource.h"
+#include "Quorvi/platform/linux/wayland/input/WaylandInput.h"
+#include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
+
+namespace quorvi {
+
+// The keys that Quorvi wants from sway, on the input's thread: bindings that are set at run time,
+// in nobody's configuration, say that one goes down. From then until it has gone up, this program
+// has the keyboard: it sees the release, Escape and every other key, and lets the others pass.
+// Where another input method has the seat, the release comes from a second binding, which sway
+// forgets when a further key goes down meanwhile: then the next press counts as the release.
+class SwayShortcuts : public std::enable_shared_from_this<SwayShortcuts> {
+public:
+    using Sink = std::function<void(const TapEvent&)>;
+
+    // `sink` gets the events and `onLost` the end of the connection to sway, both on the thread.
+    SwayShortcuts(WaylandInput& input, Sink sink, std::function<void()> onLost);
+
+    // For the thread. begin() returns false if sway does not answer.
+    bool begin();
+    void end();
+    void bind(std::vector<SwallowedKey> keys);
+
+    // Any thread.
+    bool keyIsDown(KeyCode keyCode) const;
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    bool processEvents();
+    void handle(SwaySocket::Message message, const std::string& payload);
+    void applyWanted();
+    bool belongsToUser(const SwallowedKey& key);
+    void setBindings(const std::vector<SwallowedKey>& keys, bool isSet);
+    void pressed(KeyCode keyCode);
+    void released();
+    void takeKeyboard();
+    void leaveKeyboard();
+    void giveKeyboardBack();
+    void giveBackWhenQuiet();
+    bool handleKey(std::uint32_t key, bool isDown);
+    bool wants(KeyCode keyCode) const;
+    void report(KeyCode keyCode, bool isDown);
+
+    WaylandInput& input_;
+    const Sink sink_;
+    const std::function<void()> onLost_;
+    std::optional<SwaySocket> commands_, events_;
+    std::optional<DescriptorSource> source_;
+    std::vector<SwallowedKey> wanted_, bound_;
+    std::map<std::string, bool> users_;  // which combinations the user has bound
+
+    std::optional<SwallowedKey> held_;
+    bool hasKeyboard_ = false;
+    bool isLeaving_ = false;
+    std::uint64_t hold_ = 0;  // counts the times that the keyboard was taken
+    Clock::time_point lastKey_;
+    mutable std::mutex mutex_;  // guards down_ only
+    std::set<KeyCode> down_;    // as far as is known
+};
+
+}  // namespace quorvi
