@@ -80,7 +80,7 @@ TEST(TransferProgram, CarriesEverythingToAnotherHomeAlsoBesideTheRunningProgram)
     }
     const auto out = other.file("out ü.json");
     auto said = one.run("export '" + out.string() + "'");
-    EXPECT_TRUE(said.output.starts_with(out.string() + ": 1 dictation, 3 rules and 11 settings.\n"))
+    EXPECT_TRUE(said.output.starts_with(out.string() + ": 1 dictation, 3 rules and 12 settings.\n"))
         << said.output;
     program.signal(SIGTERM);
     EXPECT_EQ(program.wait(), 0);
