@@ -66,8 +66,11 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
     if (!element && frontmost->pid == workspace_.ownPid()) refuse(say::clickFieldInWritingApp());
 
     auto window = focusedWindow(frontmost->pid);
-    const auto selected =
-        element ? selection(*element, applicationTimeout) : std::optional<Utf16Range>();
+    // Without it nobody can tell later whether the caret has moved: a busy application is asked
+    // twice.
+    std::optional<Utf16Range> selected;
+    for (int attempt = 0; element && !selected && attempt < 2; ++attempt)
+        selected = selection(*element, applicationTimeout);
     return {.pid = frontmost->pid,
             .appName =
                 frontmost->name.empty() ? std::string(InsertionTarget::yourApp) : frontmost->name,
