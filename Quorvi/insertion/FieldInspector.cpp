@@ -97,6 +97,11 @@ void FieldInspector::validate(const InsertionTarget& target,
         refuse(say::cursorMoved());
 }
 
+std::optional<Utf16Range> FieldInspector::caret(const InsertionTarget& target) const {
+    if (!accessibility_.isTrusted() || !target.element) return std::nullopt;
+    return selection(*target.element, applicationTimeout);
+}
+
 std::optional<std::string> FieldInspector::correctionField(const InsertionTarget& target,
                                                            bool requireFocus) const {
     if (!accessibility_.isTrusted()) return std::nullopt;

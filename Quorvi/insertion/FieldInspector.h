@@ -26,6 +26,9 @@ public:
     // the user has not typed or clicked since.
     void validate(const InsertionTarget& target, std::uint64_t currentInputGeneration) const;
 
+    // Returns the selection in the target's field as it is now, or nullopt if it can't be read.
+    std::optional<Utf16Range> caret(const InsertionTarget& target) const;
+
     // Returns the text of the target's field, or nullopt if it can't or must not be read, or has
     // more than 100,000 UTF-16 code units.
     std::optional<std::string> correctionField(const InsertionTarget& target,

@@ -158,6 +158,10 @@ Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
         paste.outcome = selection ? "paste.beforeUnavailable" : "paste.noSelection";
         co_return;
     }
+    if (!selection) {
+        auto asking = readCaret(paste, stop);
+        co_await asking;
+    }
     auto reading = correctionField(paste.target, true, std::move(stop));
     paste.fieldBefore = co_await reading;
     if (!selection) {
@@ -172,6 +176,17 @@ Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
                                       {"selectedLength", selection->length},
                                       {"transcriptLength", text::utf16Length(paste.text)}});
     }
+}
+
+// An application that was busy at the press may tell its caret now: without input since then it is
+// where it was.
+Task<void> TextInsertion::readCaret(Paste& paste, std::stop_token stop) {
+    auto query = inBackground(
+        environment_.queries, environment_.scheduler,
+        [inspector = inspector_, target = paste.target] { return inspector.caret(target); },
+        std::move(stop));
+    paste.target.selection = co_await query;
+    refuseChangedInput(paste);
 }
 
 Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {

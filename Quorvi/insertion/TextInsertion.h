@@ -87,6 +87,7 @@ private:
     Task<void> waitForModifiers(std::stop_token stop);
     Task<void> validate(const Paste& paste, std::stop_token stop);
     Task<void> readBefore(Paste& paste, std::stop_token stop);
+    Task<void> readCaret(Paste& paste, std::stop_token stop);
     Task<void> sendPaste(Paste& paste, std::stop_token stop);
     Task<void> waitForReader(const Paste& paste, std::stop_token stop);
     Task<void> watchArrival(Paste& paste, std::stop_token stop);

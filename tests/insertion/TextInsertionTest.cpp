@@ -37,6 +37,7 @@ protected:
         stop = {};
         target = {};
         target = FieldInspector(scheduler, accessibility, workspace).capture(generation);
+        if (wasBusy) target.selection.reset();
         TextInsertion::Request request{
             .learnCorrections = learns,
             .onVerifiedPaste = [this](const auto&) { lines.push_back("verified"); },
@@ -69,6 +70,7 @@ protected:
     AXElement field = openEditor(editor, "");
     InsertionTarget target;
     bool learns = true;
+    bool wasBusy = false;  // the application, at the press: it did not tell its caret
     bool asks = true;
     bool receives = true;
     std::uint64_t generation = 0;
@@ -98,6 +100,13 @@ TEST_F(TextInsertionTest, PastesVerifiesAndGivesTheClipboardBackAfterTheWindow) 
     ASSERT_TRUE(task->value() && task->value()->verified);
     EXPECT_EQ(task->value()->verified->prefix(), "Hello ");
     EXPECT_EQ(task->value()->verified->suffix(), "world");
+}
+
+TEST_F(TextInsertionTest, AnApplicationThatWasBusyAtThePressTellsItsCaretLater) {
+    wasBusy = true;
+    insert();
+    EXPECT_EQ(accessibility.text(field), "Hello big world");
+    EXPECT_TRUE(task->value() && task->value()->verified);
 }
 
 TEST_F(TextInsertionTest, WithoutLearningTheFieldIsNeverRead) {
