@@ -91,10 +91,11 @@ TEST_F(Editors, AButtonDoesNotTakeTheTextWhichStaysOnTheClipboard) {
 TEST_F(Editors, PasswordsAreRefused) {
     startQuorvi();
     const TestFolder flatpak, other;
-    const Command programs[] = {{"zenity", "--password"},
+    const std::string gtk3 = "yad --entry --hide-text";
+    const Command programs[] = {{"yad", "--entry", "--hide-text"},
                                 {builtProgram("qt_fields")},
-                                sandboxed("zenity --password", "1234", flatpak),
-                                sandboxed("zenity --password", "", other),
+                                sandboxed(gtk3, "1234", flatpak),
+                                sandboxed(gtk3, "", other),
                                 chromium("<input type=password autofocus value=secret>", folder)};
     for (const auto& program : programs) {
         editor = Process(program);
