@@ -384,7 +384,7 @@ void DictationSession::serviceFailed(const Dictation& dictation, Message problem
         failed_.failedAgain(std::move(problem));
     if (failed_.isOfTheNetwork() && environment_.network)
         networkObserver_ = environment_.network->onReturn([this] { networkReturned(); });
-    fail(failed_.message());
+    giveUp();
     environment_.status.offerRetry(failed_.message());
     environment_.status.showOverlay(12s);
 }
@@ -474,12 +474,16 @@ void DictationSession::cancel() {
     environment_.status.hideOverlay();
 }
 
-void DictationSession::fail(Message reason) {
+void DictationSession::giveUp() {
     meterTimer_.cancel();
     limitTimer_.cancel();
     recorder_.discard();
     level_ = 0;
     environment_.hotkey.setCancelEnabled(false);
+}
+
+void DictationSession::fail(Message reason) {
+    giveUp();
     environment_.status.enter(DictationStage::failure, std::move(reason));
     environment_.status.showOverlay(6s);
 }

@@ -145,6 +145,8 @@ private:
     void networkReturned();
     // `copy` is filled once there is sound, unless that is not to be kept, or is already.
     Task<void> process(Dictation dictation, Task<Bytes> audio, Copy copy, std::stop_token stop);
+    // Ends what a dictation has under way.
+    void giveUp();
     void serviceFailed(const Dictation& dictation, Message problem, Copy copy);
     void failedChanged();
     Recognition correct(const Dictation& dictation, const std::string& transcript);

@@ -42,31 +42,14 @@ CloudPlaceSettings::CloudPlaceSettings(CloudAccess& cloud, Preferences& preferen
     show(present());
 }
 
-QLineEdit* CloudPlaceSettings::field(const QString& label, const QString& example,
-                                     QBoxLayout& layout, QPushButton* beside) {
-    auto* text = bodyText(label);
-    auto* edit = new QLineEdit;
-    edit->setAccessibleName(label);
-    edit->setPlaceholderText(example);
-    text->setBuddy(edit);
-    auto* both = new QVBoxLayout;
-    both->setSpacing(spacing::tiny);
-    both->addWidget(text);
-    if (beside)
-        both->addLayout(row({edit, beside}));
-    else
-        both->addWidget(edit);
-    layout.addLayout(both);
-    return edit;
-}
-
 QWidget* CloudPlaceSettings::folderFields() {
     auto* part = new QWidget;
     auto* all = new QVBoxLayout(part);
     all->setContentsMargins({});
     auto* browse = button(tr("Browse…"));
     browse->setAccessibleName(tr("Browse for the folder"));
-    folder_ = field(tr("Folder"), tr("The folder's path on this computer"), *all, browse);
+    folder_ =
+        addLabelledField(*all, tr("Folder"), tr("The folder's path on this computer"), browse);
     connect(browse, &QPushButton::clicked, this, [this] { browseForFolder(); });
     return part;
 }
@@ -76,16 +59,16 @@ QWidget* CloudPlaceSettings::serverFields() {
     auto* all = new QVBoxLayout(part);
     all->setContentsMargins({});
     all->setSpacing(spacing::medium);
-    server_ = field(tr("Server"), QStringLiteral("db.example.org/quorvi"), *all);
-    user_ = field(tr("User"), tr("The account on the server"), *all);
-    password_ = field(tr("Password"), tr("Empty leaves the stored one as it is"), *all);
+    server_ = addLabelledField(*all, tr("Server"), QStringLiteral("db.example.org/quorvi"));
+    user_ = addLabelledField(*all, tr("User"), tr("The account on the server"));
+    password_ = addLabelledField(*all, tr("Password"), tr("Empty leaves the stored one as it is"));
     password_->setEchoMode(QLineEdit::Password);
     password_->setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData |
                                    Qt::ImhNoPredictiveText);
     auto* browse = button(tr("Browse…"));
     browse->setAccessibleName(tr("Browse for the certificate"));
-    certificate_ = field(tr("Certificate of the server's authority (optional)"),
-                         tr("One that this computer trusts already"), *all, browse);
+    certificate_ = addLabelledField(*all, tr("Certificate of the server's authority (optional)"),
+                                    tr("One that this computer trusts already"), browse);
     connect(browse, &QPushButton::clicked, this, [this] { browseForCertificate(); });
     return part;
 }

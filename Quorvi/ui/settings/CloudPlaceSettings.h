@@ -32,8 +32,6 @@ public:
 private:
     QWidget* folderFields();
     QWidget* serverFields();
-    QLineEdit* field(const QString& label, const QString& example, QBoxLayout& layout,
-                     QPushButton* beside = nullptr);
     CloudAddress present() const;
     CloudAddress entered() const;
     std::string enteredAddress() const;

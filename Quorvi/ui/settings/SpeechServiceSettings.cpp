@@ -62,26 +62,11 @@ QWidget* SpeechServiceSettings::otherService() {
     auto* all = new QVBoxLayout(other_);
     all->setContentsMargins({});
     all->setSpacing(spacing::medium);
-    address_ = field(tr("Address"), QStringLiteral("https://speech.example.org"), *all);
-    otherModel_ = field(tr("Model (optional)"), tr("As the service calls it"), *all);
+    address_ = addLabelledField(*all, tr("Address"), QStringLiteral("https://speech.example.org"));
+    otherModel_ = addLabelledField(*all, tr("Model (optional)"), tr("As the service calls it"));
     takesKey_ = new Switch(tr("The service needs an API key"));
     all->addWidget(takesKey_);
     return other_;
-}
-
-QLineEdit* SpeechServiceSettings::field(const QString& label, const QString& example,
-                                        QBoxLayout& layout) {
-    auto* text = bodyText(label);
-    auto* edit = new QLineEdit;
-    edit->setAccessibleName(label);
-    edit->setPlaceholderText(example);
-    text->setBuddy(edit);
-    auto* both = new QVBoxLayout;
-    both->setSpacing(spacing::tiny);
-    both->addWidget(text);
-    both->addWidget(edit);
-    layout.addLayout(both);
-    return edit;
 }
 
 void SpeechServiceSettings::refresh() {

@@ -26,7 +26,6 @@ public:
 
 private:
     QWidget* otherService();
-    QLineEdit* field(const QString& label, const QString& example, QBoxLayout& layout);
     void refresh();
     void startTest();
     Task<void> test(std::stop_token stop);
