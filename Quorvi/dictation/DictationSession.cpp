@@ -1,6 +1,7 @@
 #include "Quorvi/dictation/DictationSession.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "QuorviCore/Error.h"
@@ -13,6 +14,7 @@ using namespace std::chrono_literals;
 
 constexpr Duration meterInterval = 50ms;
 constexpr Duration longestRecording = 3min;
+constexpr std::array<Duration, 2> busyTargetWaits{400ms, 800ms};
 constexpr double shortestRecording = 0.3;  // seconds
 constexpr double leastEarlySpeech = 0.1;
 constexpr double startCueLength = 0.18;
@@ -146,7 +148,37 @@ void DictationSession::recordingBegan(InsertionTarget target) {
     status.showOverlay();
     meterTimer_ = environment_.scheduler.every(meterInterval, [this] { meterTick(); });
     limitTimer_ = environment_.scheduler.after(longestRecording, [this] { finish(); });
-    if (std::exchange(endsAtBeginning_, false)) finish();
+    if (std::exchange(endsAtBeginning_, false)) {
+        finish();
+    } else if (!target_->selection) {
+        targetTask_ = tasks_.start(
+            [this, id = id_](std::stop_token stop) { return completeTarget(id, std::move(stop)); });
+    }
+}
+
+Task<void> DictationSession::completeTarget(Id id, std::stop_token stop) {
+    std::optional<Message> problem;
+    try {
+        for (const auto wait : busyTargetWaits) {
+            auto pause = sleepFor(environment_.scheduler, wait, stop);
+            co_await pause;
+            if (!targetLacksItsCaret(id, stop)) co_return;
+            auto asking = environment_.insertion.completed(*target_, stop);
+            auto target = co_await asking;
+            if (!targetLacksItsCaret(id, stop)) co_return;
+            if (!std::exchange(target_, std::move(target))->element && target_->element)
+                environment_.status.say(say::dictatingInto(target_->app()));
+        }
+    } catch (const QuorviError& error) {
+        problem = messageOf(error);
+    }
+    if (problem && targetLacksItsCaret(id, stop)) fail(*std::move(problem));
+}
+
+bool DictationSession::targetLacksItsCaret(Id id, const std::stop_token& stop) const {
+    return isCurrent(id, stop) && environment_.status.stage() == DictationStage::recording &&
+           target_ && !target_->selection &&
+           target_->inputGeneration == environment_.hotkey.inputGeneration();
 }
 
 Message DictationSession::firstSentence() {
@@ -459,6 +491,7 @@ void DictationSession::cancel() {
     supersede();
     isStarting_ = false;
     startTask_.cancel();
+    targetTask_.cancel();
     uploadTask_.cancel();
     if (onCancel) onCancel();
     meterTimer_.cancel();

@@ -132,6 +132,10 @@ private:
     Task<void> unlockKeyring(Id id, std::stop_token stop);
     Task<void> begin(Id id, std::stop_token stop);
     void recordingBegan(InsertionTarget target);
+    // Asks an application that was busy at the press for its field and caret while the user
+    // speaks.
+    Task<void> completeTarget(Id id, std::stop_token stop);
+    bool targetLacksItsCaret(Id id, const std::stop_token& stop) const;
     Message firstSentence();
     bool hearsEarly();
     void soundStart();
@@ -182,6 +186,7 @@ private:
     Timer meterTimer_;
     Timer limitTimer_;  // by the clock: a device may deliver no samples
     TaskHandle startTask_;
+    TaskHandle targetTask_;
     TaskHandle uploadTask_;
     TaskScope tasks_;  // last: tasks end before what they use
 };

@@ -42,6 +42,14 @@ std::optional<T> valueAs(std::optional<AXValue> value) {
     return std::nullopt;
 }
 
+// An application that is busy with its window, e.g. since the shortcut took the keyboard, is asked
+// twice.
+template <class Query>
+auto askedTwice(Query query) {
+    auto answer = query();
+    return answer ? answer : query();
+}
+
 [[noreturn]] void refuse(Message sentence) {
     throw QuorviError::message(std::move(sentence));
 }
@@ -56,21 +64,12 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
     const auto application = accessibility_.applicationElement(frontmost->pid);
     accessibility_.setAttribute(application, "AXManualAccessibility", true, applicationTimeout);
 
-    auto element = focusedElement(frontmost->pid);
-    if (element) {
-        if (isSecure(*element, applicationTimeout)) refuse(say::selectRegularField());
-        if (!isTextRole(role(*element, applicationTimeout)) &&
-            !selection(*element, applicationTimeout))
-            element.reset();
-    }
+    auto element = focusedField(frontmost->pid);
     if (!element && frontmost->pid == workspace_.ownPid()) refuse(say::clickFieldInWritingApp());
 
     auto window = focusedWindow(frontmost->pid);
-    // Without it nobody can tell later whether the caret has moved: a busy application is asked
-    // twice.
     std::optional<Utf16Range> selected;
-    for (int attempt = 0; element && !selected && attempt < 2; ++attempt)
-        selected = selection(*element, applicationTimeout);
+    if (element) selected = askedTwice([&] { return selection(*element, applicationTimeout); });
     return {.pid = frontmost->pid,
             .appName =
                 frontmost->name.empty() ? std::string(InsertionTarget::yourApp) : frontmost->name,
@@ -87,19 +86,24 @@ void FieldInspector::validate(const InsertionTarget& target,
     if (!frontmost || frontmost->pid != target.pid ||
         currentInputGeneration != target.inputGeneration)
         refuse(say::destinationChanged());
-    if (target.window && focusedWindow(target.pid) != target.window) refuse(say::windowChanged());
+    if (target.window && askedTwice([&] { return focusedWindow(target.pid); }) != target.window)
+        refuse(say::windowChanged());
 
-    const auto element = focusedElement(target.pid);
+    auto element = focusedElement(target.pid);
+    if (target.element && !element) element = focusedElement(target.pid);
     if (element && isSecure(*element, applicationTimeout)) refuse(say::notARegularField());
     if (!target.element) return;
     if (element != target.element) refuse(say::fieldChanged());
-    if (target.selection && selection(*element, applicationTimeout) != target.selection)
+    if (target.selection &&
+        askedTwice([&] { return selection(*element, applicationTimeout); }) != target.selection)
         refuse(say::cursorMoved());
 }
 
-std::optional<Utf16Range> FieldInspector::caret(const InsertionTarget& target) const {
-    if (!accessibility_.isTrusted() || !target.element) return std::nullopt;
-    return selection(*target.element, applicationTimeout);
+InsertionTarget FieldInspector::completed(InsertionTarget target) const {
+    if (target.selection || !accessibility_.isTrusted()) return target;
+    if (!target.element) target.element = focusedField(target.pid);
+    if (target.element) target.selection = selection(*target.element, applicationTimeout);
+    return target;
 }
 
 std::optional<std::string> FieldInspector::correctionField(const InsertionTarget& target,
@@ -120,6 +124,15 @@ std::optional<std::string> FieldInspector::correctionField(const InsertionTarget
 bool FieldInspector::hasFocus(const InsertionTarget& target) const {
     if (focusedElement(target.pid) != target.element) return false;
     return !target.window || focusedWindow(target.pid) == target.window;
+}
+
+std::optional<AXElement> FieldInspector::focusedField(pid_t pid) const {
+    auto element = focusedElement(pid);
+    if (!element) return element;
+    if (isSecure(*element, applicationTimeout)) refuse(say::selectRegularField());
+    if (!isTextRole(role(*element, applicationTimeout)) && !selection(*element, applicationTimeout))
+        element.reset();
+    return element;
 }
 
 std::optional<AXElement> FieldInspector::focusedElement(pid_t pid) const {

@@ -26,8 +26,10 @@ public:
     // the user has not typed or clicked since.
     void validate(const InsertionTarget& target, std::uint64_t currentInputGeneration) const;
 
-    // Returns the selection in the target's field as it is now, or nullopt if it can't be read.
-    std::optional<Utf16Range> caret(const InsertionTarget& target) const;
+    // Returns the target with the field and the selection that its application, busy at the
+    // capture, did not tell; holds only if the user has neither typed nor clicked since. Throws
+    // QuorviError if it is a password field.
+    InsertionTarget completed(InsertionTarget target) const;
 
     // Returns the text of the target's field, or nullopt if it can't or must not be read, or has
     // more than 100,000 UTF-16 code units.
@@ -35,6 +37,7 @@ public:
                                                bool requireFocus) const;
 
 private:
+    std::optional<AXElement> focusedField(pid_t pid) const;
     std::optional<AXElement> focusedElement(pid_t pid) const;
     std::optional<AXElement> focusedTextElement(const AXElement& start) const;
     std::optional<AXElement> focusedWindow(pid_t pid) const;

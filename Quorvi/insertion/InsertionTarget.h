@@ -12,8 +12,8 @@
 
 namespace quorvi {
 
-// The field that receives the text of a dictation, captured when the dictation starts. Immutable
-// afterwards.
+// The field that receives the text of a dictation, captured when the dictation starts. What a busy
+// application did not tell then may be completed later, see FieldInspector::completed.
 struct InsertionTarget {
     pid_t pid = 0;
     std::string appName;                  // the display name, or that of yourApp

@@ -69,6 +69,16 @@ Task<InsertionTarget> TextInsertion::capture(std::uint64_t inputGeneration, std:
     co_return co_await query;
 }
 
+Task<InsertionTarget> TextInsertion::completed(InsertionTarget target, std::stop_token stop) {
+    auto query = inBackground(
+        environment_.queries, environment_.scheduler,
+        [inspector = inspector_, target = std::move(target)] {
+            return inspector.completed(target);
+        },
+        std::move(stop));
+    co_return co_await query;
+}
+
 Task<std::optional<std::string>> TextInsertion::correctionField(InsertionTarget target,
                                                                 bool requireFocus,
                                                                 std::stop_token stop) {
@@ -159,8 +169,9 @@ Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
         co_return;
     }
     if (!selection) {
-        auto asking = readCaret(paste, stop);
-        co_await asking;
+        auto asking = completed(paste.target, stop);
+        paste.target = co_await asking;
+        refuseChangedInput(paste);
     }
     auto reading = correctionField(paste.target, true, std::move(stop));
     paste.fieldBefore = co_await reading;
@@ -176,17 +187,6 @@ Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
                                       {"selectedLength", selection->length},
                                       {"transcriptLength", text::utf16Length(paste.text)}});
     }
-}
-
-// An application that was busy at the press may tell its caret now: without input since then it is
-// where it was.
-Task<void> TextInsertion::readCaret(Paste& paste, std::stop_token stop) {
-    auto query = inBackground(
-        environment_.queries, environment_.scheduler,
-        [inspector = inspector_, target = paste.target] { return inspector.caret(target); },
-        std::move(stop));
-    paste.target.selection = co_await query;
-    refuseChangedInput(paste);
 }
 
 Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {

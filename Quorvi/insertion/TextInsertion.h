@@ -59,6 +59,9 @@ public:
     // Returns the focused field or application, see FieldInspector::capture.
     Task<InsertionTarget> capture(std::uint64_t inputGeneration, std::stop_token stop);
 
+    // Asks again for what was not told at the capture, see FieldInspector::completed.
+    Task<InsertionTarget> completed(InsertionTarget target, std::stop_token stop);
+
     // Copies the user's clipboard in advance, so that the user does not wait for a large or slow
     // one. Throws only Cancelled.
     Task<TranscriptClipboard::Copy> copyClipboardAhead(std::stop_token stop) {
@@ -87,7 +90,6 @@ private:
     Task<void> waitForModifiers(std::stop_token stop);
     Task<void> validate(const Paste& paste, std::stop_token stop);
     Task<void> readBefore(Paste& paste, std::stop_token stop);
-    Task<void> readCaret(Paste& paste, std::stop_token stop);
     Task<void> sendPaste(Paste& paste, std::stop_token stop);
     Task<void> waitForReader(const Paste& paste, std::stop_token stop);
     Task<void> watchArrival(Paste& paste, std::stop_token stop);

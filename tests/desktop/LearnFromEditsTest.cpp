@@ -80,6 +80,21 @@ TEST_F(LearnFromEdits, NothingFromWhatTheProgramRewritesByItself) {
     EXPECT_TRUE(writesNiceAs("nice"));
 }
 
+// As one that redraws its window when the shortcut takes the keyboard.
+TEST_F(LearnFromEdits, FromAnEditorThatIsBusyAtThePress) {
+    ASSERT_TRUE(open(mousepad(folder.write("note.txt", ""))));
+    startQuorvi();
+    editor.freeze();
+    user.press(key::f8);
+    ASSERT_TRUE(untilStage(DictationStage::recording));
+    editor.thaw();
+    speak();
+    release();
+    ASSERT_TRUE(untilDone());
+    mendSentence();
+    EXPECT_TRUE(until([&] { return writesNiceAs("nise"); })) << trail();
+}
+
 TEST_F(LearnFromEdits, AnEditorThatHangsMeanwhileEndsTheWatchAndHoldsNothingUp) {
     dictateInto(mousepad(folder.write("note.txt", "")));
     editor.freeze();

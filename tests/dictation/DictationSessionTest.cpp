@@ -46,6 +46,30 @@ TEST_F(DictationTest, AFieldThatNobodyKnowsIsSaidToBeUnchecked) {
     expect(Stage::recording, say::uncheckedField("Boxed"));
 }
 
+TEST_F(DictationTest, AnApplicationThatIsBusyAtThePressTellsItsFieldWhileTheUserSpeaks) {
+    const auto pressWhileBusy = [this] {
+        const auto application = accessibility.applicationElement(editor);
+        accessibility.hang(application);
+        accessibility.hang(accessibility.systemWideElement());
+        keyboard.press(f8);
+        settle();  // the queries end, later than a millisecond
+        settle();
+        expect(Stage::recording, say::uncheckedField("Editor"));
+        accessibility.setDelay(application, 0ms);
+        scheduler.advance(500ms);
+    };
+    pressWhileBusy();
+    expect(Stage::recording, say::dictatingInto("Editor"));
+    moveCaret();
+    keyboard.release(f8);
+    scheduler.advance(2s);
+    EXPECT_EQ(fieldText(), "Dear ") << "the caret is checked, too";
+    secureField();
+    pressWhileBusy();
+    expectFailure(say::selectRegularField());
+    EXPECT_FALSE(microphone.isCapturing());
+}
+
 // Every timer that stays wakes the processor up and costs battery.
 TEST_F(DictationTest, LeavesNoTimerBehindButThePollOfThePermissions) {
     const std::vector<Duration> idle{2s};

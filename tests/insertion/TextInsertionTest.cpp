@@ -37,7 +37,7 @@ protected:
         stop = {};
         target = {};
         target = FieldInspector(scheduler, accessibility, workspace).capture(generation);
-        if (wasBusy) target.selection.reset();
+        if (wasBusy) target.element.reset(), target.selection.reset();
         TextInsertion::Request request{
             .learnCorrections = learns,
             .onVerifiedPaste = [this](const auto&) { lines.push_back("verified"); },
@@ -70,7 +70,7 @@ protected:
     AXElement field = openEditor(editor, "");
     InsertionTarget target;
     bool learns = true;
-    bool wasBusy = false;  // the application, at the press: it did not tell its caret
+    bool wasBusy = false;  // the application, at the press: it told nothing of its field
     bool asks = true;
     bool receives = true;
     std::uint64_t generation = 0;
@@ -102,7 +102,7 @@ TEST_F(TextInsertionTest, PastesVerifiesAndGivesTheClipboardBackAfterTheWindow) 
     EXPECT_EQ(task->value()->verified->suffix(), "world");
 }
 
-TEST_F(TextInsertionTest, AnApplicationThatWasBusyAtThePressTellsItsCaretLater) {
+TEST_F(TextInsertionTest, AnApplicationThatWasBusyAtThePressTellsItsFieldLater) {
     wasBusy = true;
     insert();
     EXPECT_EQ(accessibility.text(field), "Hello big world");
