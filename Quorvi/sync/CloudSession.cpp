@@ -42,14 +42,17 @@ void CloudSession::end() {
 
 void CloudSession::setEnabled(bool enabled) {
     isEnabled_ = enabled;
+    // Events are ignored from now on, so the engine may know of values that nobody holds: if sync
+    // is switched on before the next turn, it must not go on either.
+    if (!enabled) environment_.items.use(nullptr);
     inNextTurn([this, enabled] {
-        if (hasEnded_ || enabled != isEnabled_) return;
-        if (enabled) {
+        if (hasEnded_) return;
+        if (!enabled) stop();
+        if (enabled != isEnabled_) return;
+        if (enabled)
             startConnecting();
-        } else {
-            stop();
+        else
             environment_.report(say::syncOff());
-        }
     });
 }
 

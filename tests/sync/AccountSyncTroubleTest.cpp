@@ -4,6 +4,7 @@
 
 #include "Quorvi/sync/CloudMessage.h"
 #include "tests/fakes/FakeCloudDatabase.h"
+#include "tests/support/cloud/UnreliableCloud.h"
 #include "tests/sync/SyncMachine.h"
 
 namespace quorvi::test {
@@ -200,6 +201,27 @@ TEST_F(AccountSyncTroubleTest, InvalidRecordsAreCountedAndIgnored) {
     EXPECT_EQ(machine.diagnostic("invalidPayload"), 2);
     EXPECT_EQ(server.record("ada", mode)->payload, before.payload) << "saved again";
     EXPECT_EQ(status(), say::syncUpToDate());
+}
+
+// What comes between the two is ignored, and the fetch that has brought it must not go on.
+TEST_F(AccountSyncTroubleTest, NothingIsMissedBetweenOffAndOn) {
+    FakeCloudDatabase elsewhere(clock, server, "ada");
+    SyncMachine other(clock, elsewhere);
+    other.start();
+    UnreliableCloud flaky(cloud, 1);
+    flaky.isBad = false;
+    machine.cloud = &flaky;
+    start();
+    flaky.onPage = [&] {
+        clock.post([this] { machine.sync->setEnabled(true); });
+        machine.sync->setEnabled(false);
+        flaky.onPage = {};
+    };
+    other.dictate("precious");
+    clock.advance(60s);
+    EXPECT_FALSE(flaky.onPage);
+    EXPECT_EQ(status(), say::syncUpToDate());
+    EXPECT_EQ(machine.texts(), Texts{"precious"});
 }
 
 // Sync works again after an interruption within any call, and no change is lost.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <string>
 #include <utility>
@@ -17,7 +18,8 @@ public:
     UnreliableCloud(CloudDatabase& real, std::uint64_t seed) : real_(real), random_(seed) {}
 
     bool isAway = false;
-    bool isBad = true;  // loses answers, repeats and reorders
+    bool isBad = true;             // loses answers, repeats and reorders
+    std::function<void()> onPage;  // called when a page has arrived
 
     Task<CloudAccountStatus> accountStatus(std::stop_token stop) override {
         return real_.accountStatus(std::move(stop));
@@ -53,6 +55,7 @@ public:
         auto fetching = real_.recordChanges(std::move(zone), token, std::move(stop));
         auto page = co_await fetching;
         if (isAway) fail();
+        if (const auto told = onPage) told();
         std::shuffle(page.modified.begin(), page.modified.end(), random_);
         if (!page.modified.empty() && now(4)) page.modified.push_back(page.modified.front());
         if (now(8)) {

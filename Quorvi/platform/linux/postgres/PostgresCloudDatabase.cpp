@@ -183,6 +183,7 @@ Task<CloudRecord> PostgresCloudDatabase::fetchRecord(CloudRecordID id, std::stop
 
 Task<CloudZoneChanges> PostgresCloudDatabase::zoneChanges(std::string token, std::stop_token stop) {
     throwIfStopped(stop);
+    dropAhead();  // it may lack what this list tells of
     Promise<CloudZoneChanges> promise(scheduler_);
     auto future = promise.future(stop);
     const auto job = zoneChangesJob(token, promise);
