@@ -254,8 +254,9 @@ void readRequest(const std::string& bytes) {
     ::close(ends[0]);
     const sockaddr address{.sa_family = AF_INET};
     require(MHD_add_connection(daemon, ends[1], &address, sizeof address) == MHD_YES);
-    const auto* open = MHD_get_daemon_info(daemon, MHD_DAEMON_INFO_CURRENT_CONNECTIONS);
-    for (int i = 0; open && open->num_connections > 0 && i < 1000; ++i) {
+    // Since version 1.0 the daemon counts a connection from its first run on.
+    const MHD_DaemonInfo* open = nullptr;
+    for (int i = 0; i == 0 || (open && open->num_connections > 0 && i < 1000); ++i) {
         MHD_run(daemon);
         open = MHD_get_daemon_info(daemon, MHD_DAEMON_INFO_CURRENT_CONNECTIONS);
     }

@@ -84,9 +84,12 @@ public:
         preferences.setString("text", std::string(static_cast<std::size_t>(number % 9000), 'x'));
         preferences.setInteger("second", number);
     }
+    // Ends when nothing is left to write in the background either.
     bool save() {
         preferences.flush();
-        return !preferences.persistenceError();
+        bool isIdle = false;
+        executor.run([&] { loop.post([&] { isIdle = true; }); });
+        return until(loop, [&] { return isIdle; }) && !preferences.persistenceError();
     }
     // A write in the background may come between the two keys.
     int number() const {
