@@ -19,7 +19,6 @@
 #include "Quorvi/app/commands/EraseCommand.h"
 #include "Quorvi/app/commands/KeyCommand.h"
 #include "Quorvi/app/commands/TransferCommand.h"
-#include "Quorvi/platform/linux/curl/CurlMemory.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/shell/BusCommand.h"
 
@@ -94,7 +93,6 @@ std::optional<int> runCommand(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     disableCoreDumps();
-    quorvi::clearMemoryOfOpenssl();
     auto apiKey = takeFromEnvironment("QUORVI_API_KEY");
     QCoreApplication::setApplicationName(QStringLiteral("Quorvi"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUORVI_VERSION));

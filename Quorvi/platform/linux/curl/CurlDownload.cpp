@@ -35,18 +35,18 @@ Message failureOf(CURL* easy, CURLcode result) {
     switch (result) {
         case CURLE_UNSUPPORTED_PROTOCOL: {
             long redirects = 0;
-            curl_easy_getinfo(easy, CURLINFO_REDIRECT_COUNT, &redirects);
+            curl().easy_getinfo(easy, CURLINFO_REDIRECT_COUNT, &redirects);
             return redirects > 0 ? say::updateRedirectNotSecure() : say::updateAddressNotSecure();
         }
         case CURLE_TOO_MANY_REDIRECTS:
             return say::updateRedirectsWithoutEnd();
         case CURLE_HTTP_RETURNED_ERROR: {
             long status = 0;
-            curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status);
+            curl().easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &status);
             return say::updateServerError(status);
         }
         default:
-            return say::updateServerUnusable(curl_easy_strerror(result));
+            return say::updateServerUnusable(curl().easy_strerror(result));
     }
 }
 
@@ -55,8 +55,8 @@ Message failureOf(CURL* easy, CURLcode result) {
 CurlDownload::CurlDownload(std::string url, const std::string& caFile,
                            std::function<void(std::span<const char>)> receive)
     : receive_(std::move(receive)) {
-    multi_.reset(newCurlMulti());
-    easy_.reset(curl_easy_init());
+    multi_.reset(curl().multi_init());
+    easy_.reset(curl().easy_init());
     const bool ok = multi_ && easy_ && setOptions(easy_.get(), url, caFile) &&
                     setCurlOption(easy_.get(), CURLOPT_WRITEFUNCTION, &CurlDownload::take) &&
                     setCurlOption(easy_.get(), CURLOPT_WRITEDATA, this);
@@ -65,24 +65,24 @@ CurlDownload::CurlDownload(std::string url, const std::string& caFile,
 
 void CurlDownload::run(std::stop_token stop, std::stop_token ending) {
     auto* multi = multi_.get();
-    const auto wake = [multi] { curl_multi_wakeup(multi); };
+    const auto wake = [multi] { curl().multi_wakeup(multi); };
     const std::stop_callback onStop(stop, wake);
     const std::stop_callback onEnding(ending, wake);
-    if (curl_multi_add_handle(multi, easy_.get()) != CURLM_OK)
+    if (curl().multi_add_handle(multi, easy_.get()) != CURLM_OK)
         throw QuorviError::message(say::updateNoMemory());
     struct Removal {
         CURLM* multi;
         CURL* easy;
-        ~Removal() { curl_multi_remove_handle(multi, easy); }
+        ~Removal() { curl().multi_remove_handle(multi, easy); }
     } const removal{multi, easy_.get()};
     for (;;) {
         if (stop.stop_requested() || ending.stop_requested()) throw Cancelled{};
         int active = 0;
-        curl_multi_perform(multi, &active);
+        curl().multi_perform(multi, &active);
         int left = 0;
-        if (const auto* message = curl_multi_info_read(multi, &left))
+        if (const auto* message = curl().multi_info_read(multi, &left))
             return finish(message->data.result);
-        curl_multi_poll(multi, nullptr, 0, INT_MAX, nullptr);
+        curl().multi_poll(multi, nullptr, 0, INT_MAX, nullptr);
     }
 }
 
@@ -90,7 +90,7 @@ void CurlDownload::finish(CURLcode result) {
     if (failure_) std::rethrow_exception(failure_);
     if (result != CURLE_OK) throw QuorviError::message(failureOf(easy_.get(), result));
     long status = 0;
-    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+    curl().easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
     if (status != 200) throw QuorviError::message(say::updateServerOtherAnswer(status));
 }
 

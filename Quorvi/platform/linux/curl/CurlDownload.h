@@ -1,13 +1,13 @@
 #pragma once
 
-#include <curl/curl.h>
-
 #include <exception>
 #include <functional>
 #include <memory>
 #include <span>
 #include <stop_token>
 #include <string>
+
+#include "Quorvi/platform/linux/curl/CurlLibrary.h"
 
 // Included only by the sources of CurlDownloader.
 namespace quorvi {
@@ -31,10 +31,10 @@ private:
     void finish(CURLcode result);
 
     struct EasyCleanup {
-        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+        void operator()(CURL* easy) const { curl().easy_cleanup(easy); }
     };
     struct MultiCleanup {
-        void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+        void operator()(CURLM* multi) const { curl().multi_cleanup(multi); }
     };
 
     std::function<void(std::span<const char>)> receive_;

@@ -2,14 +2,7 @@
 
 #include <cerrno>
 
-#include "Quorvi/platform/linux/curl/CurlMemory.h"
-
 namespace quorvi {
-
-CURLM* newCurlMulti() {
-    initializeCurl();
-    return curl_multi_init();
-}
 
 bool setSecureOptions(CURL* easy, const std::string& caFile) {
     const bool ok = setCurlOption(easy, CURLOPT_NOSIGNAL, 1L) &&
@@ -20,7 +13,7 @@ bool setSecureOptions(CURL* easy, const std::string& caFile) {
     // A folder of certificates beside the file would be trusted too. It also keeps libcurl from
     // reusing the parsed file for the next connection.
     const char* bundle =
-        caFile.empty() ? curl_version_info(CURLVERSION_NOW)->cainfo : caFile.c_str();
+        caFile.empty() ? curl().version_info(CURLVERSION_NOW)->cainfo : caFile.c_str();
     if (!ok || !bundle) return ok;
     return setCurlOption(easy, CURLOPT_CAINFO, bundle) &&
            setCurlOption(easy, CURLOPT_CAPATH, nullptr);
@@ -33,7 +26,7 @@ Message connectionFailure(CURL* easy, CURLcode result, Sentence server) {
             return say::serverNotFound(server);
         case CURLE_COULDNT_CONNECT: {
             long systemError = 0;
-            curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &systemError);
+            curl().easy_getinfo(easy, CURLINFO_OS_ERRNO, &systemError);
             return systemError == ECONNREFUSED ? say::serverRefused(server)
                                                : say::serverNotReached(server);
         }

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <curl/curl.h>
-
 #include <string>
 
+#include "Quorvi/platform/linux/curl/CurlLibrary.h"
 #include "QuorviCore/messages/Message.h"
 
 // What all transfers over libcurl have in common. For adapter sources.
@@ -11,11 +10,8 @@ namespace quorvi {
 
 template <class Value>
 bool setCurlOption(CURL* easy, CURLoption option, Value value) {
-    return curl_easy_setopt(easy, option, value) == CURLE_OK;
+    return curl().easy_setopt(easy, option, value) == CURLE_OK;
 }
-
-// Returns null if there is not enough memory.
-CURLM* newCurlMulti();
 
 // Requires TLS 1.2 or newer with a valid certificate from `caFile` (PEM), or from the system's if
 // it is empty. Also turns off signals, and lets a transfer end while its host name is being

@@ -39,12 +39,12 @@ CurlTransfer::CurlTransfer(std::uint64_t id, HttpRequest request,
 CurlTransfer::~CurlTransfer() {
     easy_.reset();
     for (auto* line = headers_; line; line = line->next) wipe(line->data, std::strlen(line->data));
-    curl_slist_free_all(headers_);
+    if (headers_) curl().slist_free_all(headers_);
     for (auto& [name, value] : request_.headers) wipe(value);
 }
 
 bool CurlTransfer::prepare(const std::string& caFile) {
-    easy_.reset(curl_easy_init());
+    easy_.reset(curl().easy_init());
     return easy_ && setOptions(caFile) && setMethod() && setHeaders();
 }
 
@@ -90,7 +90,7 @@ bool CurlTransfer::setMethod() {
 
 bool CurlTransfer::setHeaders() {
     const auto add = [this](const std::string& line) {
-        auto* longer = curl_slist_append(headers_, line.c_str());
+        auto* longer = curl().slist_append(headers_, line.c_str());
         if (longer) headers_ = longer;
         return longer != nullptr;
     };
@@ -117,7 +117,7 @@ std::size_t CurlTransfer::receive(char* data, std::size_t size, std::size_t coun
         std::size_t expected = body.size() + bytes;
         if (body.empty()) {
             curl_off_t announced = 0;
-            curl_easy_getinfo(transfer.handle(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+            curl().easy_getinfo(transfer.handle(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
             expected =
                 std::max(expected, static_cast<std::size_t>(std::max(announced, curl_off_t{0})));
         }
@@ -134,7 +134,7 @@ std::size_t CurlTransfer::receive(char* data, std::size_t size, std::size_t coun
 void CurlTransfer::finish(CURLcode result) {
     if (!promise_) return;
     long status = 0;
-    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
+    curl().easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
     constexpr long firstRefusal = 400;
     if (isTooLong_ && status >= firstRefusal) {
         response_.body.clear();
@@ -147,7 +147,7 @@ void CurlTransfer::finish(CURLcode result) {
     }
     // The peer was asked and did answer, in a language other than HTTP.
     long sent = 0;
-    curl_easy_getinfo(handle(), CURLINFO_REQUEST_SIZE, &sent);
+    curl().easy_getinfo(handle(), CURLINFO_REQUEST_SIZE, &sent);
     if (sent > 0 && (result == CURLE_UNSUPPORTED_PROTOCOL || result == CURLE_WEIRD_SERVER_REPLY)) {
         promise_->resolve(HttpResponse{});
         return;
@@ -155,7 +155,7 @@ void CurlTransfer::finish(CURLcode result) {
     auto message = connectionFailure(handle(), result, Sentence::speechService);
     if (message.isEmpty())
         message = result == CURLE_WRITE_ERROR ? say::serviceAnswerTooLarge()
-                                              : say::requestFailed(curl_easy_strerror(result));
+                                              : say::requestFailed(curl().easy_strerror(result));
     abandon(std::make_exception_ptr(QuorviError::message(std::move(message))));
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <curl/curl.h>
-
 #include <cstdint>
 #include <exception>
 #include <memory>
@@ -9,6 +7,7 @@
 #include <string>
 
 #include "Quorvi/platform/HttpTransport.h"
+#include "Quorvi/platform/linux/curl/CurlLibrary.h"
 #include "QuorviCore/async/Future.h"
 
 // Included only by the sources of CurlTransport.
@@ -45,7 +44,7 @@ private:
     bool setHeaders();
 
     struct Cleanup {
-        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+        void operator()(CURL* easy) const { curl().easy_cleanup(easy); }
     };
 
     std::uint64_t id_;

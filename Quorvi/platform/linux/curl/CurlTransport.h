@@ -8,9 +8,10 @@
 
 namespace quorvi {
 
-// The HTTP session over libcurl. A thread of its own drives all transfers and sleeps while there is
-// none; results come back through the scheduler. Keeps connections for ten minutes, but no cookies,
-// cache or file. Main thread; its destruction ends the running requests with Cancelled.
+// The HTTP session over libcurl. A thread of its own, which begins with the first transfer and
+// loads libcurl, drives all of them and sleeps while there is none; results come back through the
+// scheduler. Keeps connections for ten minutes, but no cookies, cache or file. Main thread; its
+// destruction ends the running requests with Cancelled.
 class CurlTransport : public HttpTransport {
 public:
     // `caFile` names the certificates to trust (PEM) instead of the system's.
@@ -22,8 +23,10 @@ public:
 
 private:
     class Worker;
+    Worker& worker();  // begins with the first call
 
     Scheduler& scheduler_;
+    const std::string caFile_;
     std::unique_ptr<Worker> worker_;
 };
 

@@ -1,12 +1,12 @@
 #include "Quorvi/platform/linux/postgres/PostgresAddress.h"
 
-#include <libpq-fe.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <map>
 #include <memory>
 
+#include "Quorvi/platform/linux/postgres/PqLibrary.h"
 #include "QuorviCore/Error.h"
 
 namespace quorvi {
@@ -22,9 +22,9 @@ constexpr const char* systemCertificates = "/etc/ssl/certs/ca-certificates.crt";
 
 std::map<std::string, std::string> parse(const std::string& address) {
     char* complaint = nullptr;
-    const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
-        PQconninfoParse(address.c_str(), &complaint), PQconninfoFree);
-    PQfreemem(complaint);
+    const std::unique_ptr<PQconninfoOption, decltype(pq().conninfoFree)> options(
+        pq().conninfoParse(address.c_str(), &complaint), pq().conninfoFree);
+    pq().freemem(complaint);
     if (!options) refuse(say::databaseAddressUnreadable());
     std::map<std::string, std::string> given;
     for (const auto* option = options.get(); option->keyword; ++option)

@@ -15,7 +15,7 @@ namespace quorvi {
 namespace {
 
 std::string field(const PGresult* result, int name) {
-    const char* value = PQresultErrorField(result, name);
+    const char* value = pq().resultErrorField(result, name);
     return value ? value : "";
 }
 
@@ -29,9 +29,9 @@ PostgresConnection::PostgresConnection(const PostgresAddress& address,
         return;
     }
     // Reports a failed login by its SQLSTATE only, independent of language.
-    PQsetErrorVerbosity(connection_.get(), PQERRORS_SQLSTATE);
-    PQsetNoticeReceiver(connection_.get(), takeNotice, this);
-    if (PQstatus(connection_.get()) == CONNECTION_BAD)
+    pq().setErrorVerbosity(connection_.get(), PQERRORS_SQLSTATE);
+    pq().setNoticeReceiver(connection_.get(), takeNotice, this);
+    if (pq().status(connection_.get()) == CONNECTION_BAD)
         lose(whyNotConnected(CONNECTION_STARTED));
     else
         events_ = POLLOUT;
@@ -52,7 +52,7 @@ PostgresConnection::Connection PostgresConnection::start(const PostgresAddress& 
     }
     keywords.push_back(nullptr);
     values.push_back(nullptr);
-    Connection connection(PQconnectStartParams(keywords.data(), values.data(), 0), PQfinish);
+    Connection connection(pq().connectStartParams(keywords.data(), values.data(), 0));
     wipe(secret);
     return connection;
 }
@@ -66,7 +66,7 @@ void PostgresConnection::advance() {
         connectFurther();
     } else if (state_ == State::ready) {
         // Answers received before the end still count; takeAnswer() reaches the end later.
-        broken_ |= !PQconsumeInput(connection_.get());
+        broken_ |= !pq().consumeInput(connection_.get());
         flush();
     }
 }
@@ -77,8 +77,8 @@ int PostgresConnection::unacknowledged() const {
 }
 
 void PostgresConnection::connectFurther() {
-    const auto stage = PQstatus(connection_.get());
-    switch (PQconnectPoll(connection_.get())) {
+    const auto stage = pq().status(connection_.get());
+    switch (pq().connectPoll(connection_.get())) {
         case PGRES_POLLING_READING:
             events_ = POLLIN;
             break;
@@ -94,7 +94,8 @@ void PostgresConnection::connectFurther() {
 }
 
 void PostgresConnection::becomeReady() {
-    if (PQsetnonblocking(connection_.get(), 1) != 0 || !PQenterPipelineMode(connection_.get())) {
+    if (pq().setnonblocking(connection_.get(), 1) != 0 ||
+        !pq().enterPipelineMode(connection_.get())) {
         lose(CloudError(cloudErrorCode::internalError, "The connection can't be used."));
         return;
     }
@@ -110,14 +111,14 @@ void PostgresConnection::lose(CloudError failure) {
 }
 
 CloudError PostgresConnection::whyNotConnected(ConnStatusType stage) const {
-    const std::string message = PQerrorMessage(connection_.get());
+    const std::string message = pq().errorMessage(connection_.get());
     if (const auto state = sqlStateIn(message); !state.empty())
         return cloudErrorOfState(state, "The database server refused the connection.");
     if (stage == CONNECTION_SSL_STARTUP)
         return CloudError(cloudErrorCode::badContainer,
                           "The connection to the database server is not secure: its certificate "
                           "was not accepted, or it offers no encryption.");
-    if (PQconnectionNeedsPassword(connection_.get()))
+    if (pq().connectionNeedsPassword(connection_.get()))
         return CloudError(cloudErrorCode::notAuthenticated,
                           "The database asks for a password, and none is stored.");
     return CloudError(cloudErrorCode::networkUnavailable, "The database server can't be reached.");
@@ -131,7 +132,7 @@ CloudError PostgresConnection::whyBroken() const {
 
 void PostgresConnection::send(const PostgresQuery& query) {
     if (state_ != State::ready) return;
-    if (!query.queue(connection_.get()) || !PQpipelineSync(connection_.get())) {
+    if (!query.queue(connection_.get()) || !pq().pipelineSync(connection_.get())) {
         broken_ = true;
         return;
     }
@@ -140,19 +141,19 @@ void PostgresConnection::send(const PostgresQuery& query) {
 
 void PostgresConnection::flush() {
     if (state_ != State::ready || broken_) return;
-    const int left = PQflush(connection_.get());
+    const int left = pq().flush(connection_.get());
     broken_ |= left < 0;
     events_ = left > 0 ? POLLIN | POLLOUT : POLLIN;
 }
 
 std::optional<PostgresAnswer> PostgresConnection::takeAnswer() {
-    while (outstanding_ > 0 && !PQisBusy(connection_.get())) {
-        PostgresResult result(PQgetResult(connection_.get()));
+    while (outstanding_ > 0 && !pq().isBusy(connection_.get())) {
+        PostgresResult result(pq().getResult(connection_.get()));
         if (!result) {  // the end of a query, before the end of its transaction
-            if (PQstatus(connection_.get()) == CONNECTION_BAD) break;
+            if (pq().status(connection_.get()) == CONNECTION_BAD) break;
             continue;
         }
-        switch (PQresultStatus(result.get())) {
+        switch (pq().resultStatus(result.get())) {
             case PGRES_PIPELINE_SYNC:
                 --outstanding_;
                 return std::exchange(answer_, {});
@@ -173,15 +174,15 @@ std::optional<PostgresAnswer> PostgresConnection::takeAnswer() {
             }
         }
     }
-    if (broken_ || PQstatus(connection_.get()) == CONNECTION_BAD) lose(whyBroken());
+    if (broken_ || pq().status(connection_.get()) == CONNECTION_BAD) lose(whyBroken());
     return std::nullopt;
 }
 
 bool PostgresConnection::takeNotification() {
     bool foreign = false;
-    while (PGnotify* notification = PQnotifies(connection_.get())) {
-        foreign |= notification->be_pid != PQbackendPID(connection_.get());
-        PQfreemem(notification);
+    while (PGnotify* notification = pq().notifies(connection_.get())) {
+        foreign |= notification->be_pid != pq().backendPID(connection_.get());
+        pq().freemem(notification);
     }
     return foreign;
 }

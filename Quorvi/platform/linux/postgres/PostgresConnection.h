@@ -1,7 +1,5 @@
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,6 +7,7 @@
 #include "Quorvi/platform/CloudDatabase.h"
 #include "Quorvi/platform/linux/postgres/PostgresAddress.h"
 #include "Quorvi/platform/linux/postgres/PostgresQuery.h"
+#include "Quorvi/platform/linux/postgres/PqLibrary.h"
 #include "QuorviCore/base/Secret.h"
 
 namespace quorvi {
@@ -34,7 +33,7 @@ public:
     // Why the connection was lost.
     const CloudError& failure() const { return failure_; }
 
-    int descriptor() const { return PQsocket(connection_.get()); }
+    int descriptor() const { return pq().socket(connection_.get()); }
     short events() const { return events_; }
     // Number of bytes sent but not acknowledged by the other end.
     int unacknowledged() const;
@@ -51,7 +50,10 @@ public:
     bool takeNotification();
 
 private:
-    using Connection = std::unique_ptr<PGconn, decltype(&PQfinish)>;
+    struct Finish {
+        void operator()(PGconn* connection) const { pq().finish(connection); }
+    };
+    using Connection = std::unique_ptr<PGconn, Finish>;
 
     static Connection start(const PostgresAddress& address, const std::optional<Secret>& password);
     static void takeNotice(void* self, const PGresult* notice);

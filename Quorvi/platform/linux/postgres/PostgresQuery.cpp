@@ -95,14 +95,14 @@ bool PostgresQuery::queue(PGconn* connection) const {
         lengths.push_back(static_cast<int>(value.size()));
     }
     const std::vector<int> formats(values_.size(), binary);
-    return PQsendQueryParams(connection, sql_.c_str(), static_cast<int>(values_.size()),
-                             types_.data(), values.data(), lengths.data(), formats.data(),
-                             binary) == 1;
+    return pq().sendQueryParams(connection, sql_.c_str(), static_cast<int>(values_.size()),
+                                types_.data(), values.data(), lengths.data(), formats.data(),
+                                binary) == 1;
 }
 
 std::int64_t PostgresResult::number(int row, int column) const {
-    const char* bytes = PQgetvalue(result_.get(), row, column);
-    if (PQgetlength(result_.get(), row, column) == 4) {
+    const char* bytes = pq().getvalue(result_.get(), row, column);
+    if (pq().getlength(result_.get(), row, column) == 4) {
         std::uint32_t value;
         std::memcpy(&value, bytes, sizeof value);
         return static_cast<std::int32_t>(be32toh(value));

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -10,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "Quorvi/platform/linux/postgres/PqLibrary.h"
 #include "QuorviCore/base/Bytes.h"
 
 namespace quorvi {
@@ -45,24 +44,31 @@ private:
 // Rows in binary format.
 class PostgresResult {
 public:
-    PostgresResult() : result_(nullptr, PQclear) {}
-    explicit PostgresResult(PGresult* result) : result_(result, PQclear) {}
+    PostgresResult() = default;
+    explicit PostgresResult(PGresult* result) : result_(result) {}
 
     explicit operator bool() const { return result_ != nullptr; }
     const PGresult* get() const { return result_.get(); }
 
-    int rows() const { return PQntuples(result_.get()); }
-    bool isNull(int row, int column) const { return PQgetisnull(result_.get(), row, column) == 1; }
-    bool boolean(int row, int column) const { return *PQgetvalue(result_.get(), row, column) != 0; }
+    int rows() const { return pq().ntuples(result_.get()); }
+    bool isNull(int row, int column) const {
+        return pq().getisnull(result_.get(), row, column) == 1;
+    }
+    bool boolean(int row, int column) const {
+        return *pq().getvalue(result_.get(), row, column) != 0;
+    }
     std::int64_t number(int row, int column) const;  // an integer of four or eight bytes
     std::string_view text(int row, int column) const {
-        return {PQgetvalue(result_.get(), row, column),
-                static_cast<std::size_t>(PQgetlength(result_.get(), row, column))};
+        return {pq().getvalue(result_.get(), row, column),
+                static_cast<std::size_t>(pq().getlength(result_.get(), row, column))};
     }
     std::optional<Bytes> bytes(int row, int column) const;
 
 private:
-    std::unique_ptr<PGresult, decltype(&PQclear)> result_;
+    struct Clear {
+        void operator()(PGresult* result) const { pq().clear(result); }
+    };
+    std::unique_ptr<PGresult, Clear> result_;
 };
 
 }  // namespace quorvi
