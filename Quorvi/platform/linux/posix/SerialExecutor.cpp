@@ -6,23 +6,23 @@
 
 namespace quorvi {
 
-SerialExecutor::SerialExecutor(const std::string& name) : thread_([this] { work(); }) {
-    pthread_setname_np(thread_.native_handle(), name.c_str());
-}
-
 SerialExecutor::~SerialExecutor() {
     {
         std::lock_guard lock(mutex_);
         ending_ = true;
     }
     wake_.notify_one();
-    thread_.join();
+    if (thread_.joinable()) thread_.join();
 }
 
 void SerialExecutor::run(std::function<void()> job) {
     {
         std::lock_guard lock(mutex_);
         jobs_.push_back(std::move(job));
+        if (!thread_.joinable()) {
+            thread_ = std::thread([this] { work(); });
+            pthread_setname_np(thread_.native_handle(), name_.c_str());
+        }
     }
     wake_.notify_one();
 }

@@ -11,11 +11,12 @@
 
 namespace quorvi {
 
-// A worker thread with a queue. The destructor runs the queued jobs, then ends the thread.
+// A worker thread with a queue, which begins with the first job. The destructor runs the queued
+// jobs, then ends the thread.
 class SerialExecutor : public Executor {
 public:
     // `name` is shown by debuggers; at most 15 bytes.
-    explicit SerialExecutor(const std::string& name);
+    explicit SerialExecutor(std::string name) : name_(std::move(name)) {}
     ~SerialExecutor() override;
 
     void run(std::function<void()> job) override;
@@ -40,6 +41,7 @@ private:
     void work();
     void hold(int change);
 
+    const std::string name_;
     std::mutex mutex_;
     std::condition_variable wake_;
     std::deque<std::function<void()>> jobs_;
