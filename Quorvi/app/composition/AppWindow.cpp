@@ -1,6 +1,9 @@
 #include "Quorvi/app/composition/AppWindow.h"
 
+#include <malloc.h>
+
 #include <QSystemTrayIcon>
+#include <chrono>
 #include <utility>
 
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
@@ -10,20 +13,33 @@
 
 namespace quorvi {
 
-// In the order of dependence.
+namespace {
+
+using namespace std::chrono_literals;
+
+// A window that is opened again at once is as it was left.
+constexpr auto remembrance = 5s;
+
+}  // namespace
+
+// In the order of dependence. What the window uses stays when it goes, since its jobs may take
+// their time.
 struct AppWindow::Contents {
-    explicit Contents(const Parts& parts)
-        : loginItem(service, executor, parts.scheduler),
-          window({parts.model, parts.corrections,
-                  HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
-                  parts.sync, parts.cloud, parts.keys, loginItem, parts.updater, parts.preferences,
-                  parts.scheduler, parts.quit, parts.hasSettingsFor, parts.isKeyGiven}) {}
+    explicit Contents(Scheduler& scheduler) : loginItem(service, executor, scheduler) {}
+
+    std::unique_ptr<MainWindow> makeWindow(const Parts& parts) {
+        return std::make_unique<MainWindow>(WindowServices{
+            parts.model, parts.corrections,
+            HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
+            parts.sync, parts.cloud, parts.keys, loginItem, parts.updater, parts.preferences,
+            parts.scheduler, parts.quit, parts.hasSettingsFor, parts.isKeyGiven});
+    }
 
     XdgLoginItem service{XdgLoginItem::Places::current()};
     SerialExecutor executor{"login-item"};
     SerialExecutor figures{"figures"};  // searches and sums of the history
     LaunchAtLoginController loginItem;
-    MainWindow window;
+    std::unique_ptr<MainWindow> window;
 };
 
 AppWindow::AppWindow(Parts parts) : parts_(std::move(parts)) {}
@@ -31,8 +47,25 @@ AppWindow::AppWindow(Parts parts) : parts_(std::move(parts)) {}
 AppWindow::~AppWindow() = default;
 
 MainWindow& AppWindow::window() {
-    if (!contents_) contents_ = std::make_unique<Contents>(parts_);
-    return contents_->window;
+    forgetting_.cancel();
+    if (!contents_) contents_ = std::make_unique<Contents>(parts_.scheduler);
+    auto& window = contents_->window;
+    if (!window) {
+        window = contents_->makeWindow(parts_);
+        window->setTrayMissing(isTrayMissing_);
+        window->onClosed = [this] { forgetSoon(); };
+    }
+    return *window;
+}
+
+void AppWindow::forgetSoon() {
+    forgetting_ = parts_.scheduler.after(remembrance, [this] { forget(); });
+}
+
+void AppWindow::forget() {
+    contents_->window.reset();
+    // Behind the window's last jobs.
+    contents_->figures.run([] { malloc_trim(0); });
 }
 
 void AppWindow::open() {
@@ -41,6 +74,7 @@ void AppWindow::open() {
 
 void AppWindow::openIfThereIsNoTray() {
     if (QSystemTrayIcon::isSystemTrayAvailable()) return;
+    isTrayMissing_ = true;
     auto& shown = window();
     shown.setTrayMissing(true);
     if (shown.isVisible()) return;

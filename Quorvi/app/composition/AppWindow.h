@@ -4,13 +4,14 @@
 #include <memory>
 
 #include "Quorvi/ui/WindowServices.h"
+#include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
 
 class MainWindow;
 
-// The main window on a real desktop, created when it is first opened, which keeps the start short.
-// Main thread; `Parts` outlive it.
+// The main window on a real desktop. It exists while it is open and for a few seconds afterwards:
+// the program is mostly in the tray, where it should be small. Main thread; `Parts` outlive it.
 class AppWindow {
 public:
     // What the window shows. The login item is this class's own.
@@ -42,10 +43,14 @@ public:
 
 private:
     struct Contents;       // the window and what only it uses
-    MainWindow& window();  // creates the contents at the first call
+    MainWindow& window();  // creates it if there is none
+    void forgetSoon();
+    void forget();
 
     Parts parts_;
-    std::unique_ptr<Contents> contents_;
+    bool isTrayMissing_ = false;
+    std::unique_ptr<Contents> contents_;  // from the first window on
+    Timer forgetting_;
 };
 
 }  // namespace quorvi

@@ -148,11 +148,12 @@ protected:
         if (QGuiApplication::clipboard()->supportsSelection()) copy(QClipboard::Selection);
     }
     void contextMenuEvent(QContextMenuEvent* event) override {
-        QMenu menu(this);
+        auto* menu = new QMenu(this);  // no loop of its own: the window may go
+        menu->setAttribute(Qt::WA_DeleteOnClose);
         const auto title = QCoreApplication::translate("TranscriptCard", "Copy");
-        menu.addAction(title, this, [this] { copy(QClipboard::Clipboard); })
+        menu->addAction(title, this, [this] { copy(QClipboard::Clipboard); })
             ->setEnabled(hasSelectedText());
-        menu.exec(event->globalPos());
+        menu->popup(event->globalPos());
     }
 
 private:

@@ -132,6 +132,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     services_.model.endShortcutCapture();
     hide();
     event->ignore();
+    if (onClosed) onClosed();
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

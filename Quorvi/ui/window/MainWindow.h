@@ -3,6 +3,7 @@
 #include <QStackedWidget>
 #include <QWidget>
 #include <array>
+#include <functional>
 
 #include "Quorvi/dictation/WindowPage.h"
 #include "Quorvi/ui/WindowServices.h"
@@ -14,7 +15,7 @@ class Sidebar;
 
 // The main window: a sidebar and the page that the controller has selected. Pages are created when
 // first shown. Closing hides the window and ends a shortcut capture; the program keeps running.
-// Remembers its size. Main thread.
+// Remembers its size. Main thread; destroyed from the event loop's own level.
 class MainWindow : public QWidget {
 public:
     explicit MainWindow(WindowServices services);
@@ -25,6 +26,8 @@ public:
 
     // Shows or hides the note for desktops without a tray, which offers to quit.
     void setTrayMissing(bool missing);
+
+    std::function<void()> onClosed;  // after it was hidden
 
 protected:
     void closeEvent(QCloseEvent* event) override;
