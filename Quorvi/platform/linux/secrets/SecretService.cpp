@@ -128,14 +128,18 @@ void Service::connect(Operation& operation) {
 
 // Empty if the name has no owner.
 std::string Service::ownerOfName(Operation& operation) {
-    try {
-        const auto answer = operation.call(bus_.get(), busName, busPath, busName, "GetNameOwner",
-                                           g_variant_new("(s)", serviceName), "(s)");
-        return pathIn(answer.get(), 0);
-    } catch (const Failure& failure) {
-        if (failure.status != Status::notAvailable) throw;
-        return {};
-    }
+    const auto answer = operation.await([this](auto... callback) {
+        g_dbus_connection_call(bus_.get(), busName, busPath, busName, "GetNameOwner",
+                               g_variant_new("(s)", serviceName), G_VARIANT_TYPE("(s)"),
+                               G_DBUS_CALL_FLAGS_NONE, -1, callback...);
+    });
+    GError* error = nullptr;
+    const Variant owner(g_dbus_connection_call_finish(bus_.get(), answer.get(), &error));
+    if (owner) return pathIn(owner.get(), 0);
+    const auto status = statusOf(*error);
+    g_error_free(error);
+    if (status != Status::notAvailable) throw Failure{status};
+    return {};
 }
 
 void Service::openSession(Operation& operation) {

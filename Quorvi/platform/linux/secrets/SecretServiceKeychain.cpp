@@ -74,15 +74,19 @@ Status SecretServiceKeychain::run(std::stop_token stop, Work work) {
     }
 }
 
+// Asked at each start, mostly about items that are not there: no exception, whose first use makes
+// the unwinder read the tables of the whole program.
 Status SecretServiceKeychain::exists(const KeychainQuery& query, std::stop_token stop) {
-    return run(std::move(stop), [&](Operation& operation) {
+    auto presence = Status::success;
+    const auto asked = run(std::move(stop), [&](Operation& operation) {
         const auto found = service_->search(operation, attributesOf(query));
         if (!found.unlocked.empty()) return;
         // A service that was never unlocked doesn't know the collection's content.
         const bool isLocked =
             !found.locked.empty() || !service_->lockedCollection(operation).empty();
-        throw Failure{isLocked ? Status::interactionNotAllowed : Status::itemNotFound};
+        presence = isLocked ? Status::interactionNotAllowed : Status::itemNotFound;
     });
+    return asked == Status::success ? presence : asked;
 }
 
 KeychainItem SecretServiceKeychain::read(const KeychainQuery& query, std::stop_token stop) {
