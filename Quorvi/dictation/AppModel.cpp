@@ -21,7 +21,7 @@ AppModel::AppModel(Environment environment)
       hotkey_(environment_.scheduler, environment_.tap, environment_.accessibility),
       insertion_({environment_.scheduler, environment_.accessibilityQueries,
                   environment_.accessibility, environment_.workspace, environment_.pasteboard,
-                  environment_.poster, environment_.tap}),
+                  environment_.poster, environment_.tap, environment_.committer}),
       learning_(environment_.scheduler, environment_.accessibilityQueries,
                 environment_.accessibility, environment_.workspace, environment_.corrections,
                 hotkey_),

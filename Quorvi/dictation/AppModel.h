@@ -48,7 +48,8 @@ public:
         std::string service;  // a fixed address, see SpeechServiceChoice; or empty
         ServiceKeyStore::Factory otherKeys = {};   // see ServiceKeyStore; or empty
         ServiceProgram* offlineProgram = nullptr;  // the recogniser, if this machine may have one
-        Network* network = nullptr;  // null: only the user tries again what has failed
+        Network* network = nullptr;          // null: only the user tries again what has failed
+        TextCommitter* committer = nullptr;  // null: text is only pasted
     };
 
     explicit AppModel(Environment environment);

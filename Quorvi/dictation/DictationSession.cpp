@@ -182,7 +182,7 @@ bool DictationSession::targetLacksItsCaret(Id id, const std::stop_token& stop) c
 }
 
 Message DictationSession::firstSentence() {
-    // Without an element nobody can tell whether it is a password field.
+    // Without an element nobody can tell whether it is a password field: not all say it themselves.
     if (!target_->element) return say::uncheckedField(target_->app());
     auto news = environment_.microphone.takeNews();
     return news ? *std::move(news) : say::dictatingInto(target_->app());
@@ -280,7 +280,7 @@ Task<Bytes> DictationSession::copying(Task<Bytes> audio, Copy copy) {
 
 Task<void> DictationSession::process(Dictation dictation, Task<Bytes> audio, Copy copy,
                                      std::stop_token stop) {
-    auto copying = environment_.insertion.copyClipboardAhead(stop);
+    auto copying = environment_.insertion.copyClipboardAhead(dictation.target, stop);
     copying.start();
     std::string transcript;
     std::optional<Message> problem;
@@ -363,8 +363,9 @@ void DictationSession::pasteSent(const Dictation& dictation,
         status.showOverlay(12s);
         return;
     }
-    status.enter(DictationStage::success,
-                 outcome.clipboardIsLost ? say::oldClipboardLost() : say::pasteSent(app));
+    status.enter(DictationStage::success, outcome.clipboardIsLost ? say::oldClipboardLost()
+                                          : outcome.isCommitted   ? say::textSent(app)
+                                                                  : say::pasteSent(app));
     status.hideOverlayAfter(2s);
 }
 

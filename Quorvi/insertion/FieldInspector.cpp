@@ -73,6 +73,7 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
     return {.pid = frontmost->pid,
             .appName =
                 frontmost->name.empty() ? std::string(InsertionTarget::yourApp) : frontmost->name,
+            .activeWindow = frontmost->window,
             .window = std::move(window),
             .element = std::move(element),
             .selection = selected,
@@ -86,6 +87,7 @@ void FieldInspector::validate(const InsertionTarget& target,
     if (!frontmost || frontmost->pid != target.pid ||
         currentInputGeneration != target.inputGeneration)
         refuse(say::destinationChanged());
+    if (frontmost->window != target.activeWindow) refuse(say::windowChanged());
     if (target.window && askedTwice([&] { return focusedWindow(target.pid); }) != target.window)
         refuse(say::windowChanged());
 

@@ -17,10 +17,12 @@ namespace quorvi {
 struct InsertionTarget {
     pid_t pid = 0;
     std::string appName;                  // the display name, or that of yourApp
+    std::uint64_t activeWindow = 0;       // as the display numbers it, see RunningApplication
     std::optional<AXElement> window;      // the application's focused window
     std::optional<AXElement> element;     // the focused text element, if one was found
     std::optional<Utf16Range> selection;  // in the element
     std::uint64_t inputGeneration = 0;    // the keyboard monitor's counter at capture
+    bool takesText = false;               // from an input method, and is no password field
 
     static constexpr std::string_view yourApp = sentences::english(Sentence::yourApp);
 

@@ -1,5 +1,6 @@
 #include "Quorvi/insertion/TextInsertion.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Quorvi/insertion/PasteKeyboard.h"
@@ -16,6 +17,10 @@ using namespace std::chrono_literals;
 constexpr Duration pollInterval = 50ms;
 constexpr int modifierPolls = 40;
 constexpr Duration verificationWindow = 900ms;
+// How long the focused field may take to say that it takes text. Where the accessibility bus shows
+// a field there is another way, and less reason to wait.
+constexpr Duration fieldWait = 60ms;
+constexpr Duration longFieldWait = 300ms;
 // How long a program that looks at a new clipboard before it can paste it may take for that.
 constexpr Duration readerWait = 60ms;
 
@@ -36,6 +41,21 @@ private:
     bool restores_ = true;
 };
 
+Task<std::unique_ptr<CommitField>> focusedField(TextCommitter* committer, Duration patience,
+                                                std::stop_token stop) {
+    if (!committer) co_return nullptr;
+    auto looking = committer->focusedField(patience, std::move(stop));
+    co_return co_await looking;
+}
+
+// Whether an input method may give it: a terminal takes the end of a line for the order to run it.
+bool isCommittable(const std::string& text, CommitField::Kind kind) {
+    return std::ranges::none_of(text, [kind](unsigned char c) {
+        const bool isSpacing = c == '\n' || c == '\t';
+        return c == 0x7F || (c < 0x20 && !(isSpacing && kind == CommitField::Kind::text));
+    });
+}
+
 }  // namespace
 
 // One insertion under way.
@@ -44,15 +64,26 @@ struct TextInsertion::Paste {
     InsertionTarget target;
     Request request;
 
+    Task<std::unique_ptr<CommitField>> looking;
     std::optional<std::string> fieldBefore;
     std::optional<CorrectionContext> expected;  // from the field before the paste
     std::optional<CorrectionContext> verified;  // from the field after it
     bool clipboardIsLost = false;
+    CommitField::Delivery delivery = CommitField::Delivery::nothing;
+    bool showsArrival = true;  // the field's text, if it can be read
+    bool isUnchanged = false;  // the field, when it was read last
     std::int64_t lengthAfter = -1;
     std::string outcome;  // reported when nothing was verified
 
     void report(const std::string& code, const Counts& counts = {}) const {
         if (request.onLearningEvent) request.onLearningEvent(code, counts);
+    }
+    bool isCommitted() const { return delivery != CommitField::Delivery::nothing; }
+    // Whether the commit has arrived, as far as anybody can tell.
+    bool commitIsTaken() const {
+        if (verified) return true;
+        if (fieldBefore && showsArrival && lengthAfter >= 0) return !isUnchanged;
+        return delivery == CommitField::Delivery::sent;
     }
 };
 
@@ -65,8 +96,26 @@ Task<InsertionTarget> TextInsertion::capture(std::uint64_t inputGeneration, std:
     auto query = inBackground(
         environment_.queries, environment_.scheduler,
         [inspector = inspector_, inputGeneration] { return inspector.capture(inputGeneration); },
-        std::move(stop));
-    co_return co_await query;
+        stop);
+    auto looking = focusedField(environment_.committer, fieldWait, stop);
+    looking.start();
+    auto target = co_await query;
+    auto field = co_await looking;
+    if (!field && !target.element) {
+        auto lookingAgain = focusedField(environment_.committer, longFieldWait, stop);
+        field = co_await lookingAgain;
+    }
+    if (field && field->kind() == CommitField::Kind::secret)
+        throw QuorviError::message(say::selectRegularField());
+    target.takesText = field != nullptr;
+    co_return target;
+}
+
+Task<TranscriptClipboard::Copy> TextInsertion::copyClipboardAhead(InsertionTarget target,
+                                                                  std::stop_token stop) {
+    if (target.takesText) co_return TranscriptClipboard::Copy{};
+    auto copying = clipboard_.copyAhead(std::move(stop));
+    co_return co_await copying;
 }
 
 Task<InsertionTarget> TextInsertion::completed(InsertionTarget target, std::stop_token stop) {
@@ -108,12 +157,49 @@ Task<TextInsertion::Outcome> TextInsertion::insert(std::string text, InsertionTa
 
     auto released = waitForModifiers(stop);
     co_await released;
+    // Beside the check, since it may take a while to learn that there is none.
+    paste.looking = focusedField(environment_.committer,
+                                 paste.target.takesText ? longFieldWait : fieldWait, stop);
+    paste.looking.start();
     auto firstCheck = validate(paste, stop);
     co_await firstCheck;
     if (modifiersArePressed()) throw QuorviError::message(say::modifierHeld());
     auto before = readBefore(paste, stop);
     co_await before;
 
+    auto committing = commit(paste, stop);
+    co_await committing;
+    if (!paste.isCommitted()) {
+        auto pasting = pasteText(paste, std::move(stop));
+        co_return co_await pasting;
+    }
+    auto arrival = watchArrival(paste, stop);
+    co_await arrival;
+    const bool isTaken = paste.commitIsTaken();
+    if (!isTaken) {
+        auto leaving = leaveOnClipboard(paste, std::move(stop));
+        co_await leaving;
+    }
+    co_return Outcome{std::move(paste.verified), isTaken, paste.clipboardIsLost, true};
+}
+
+// Gives the text to the field, if it takes that.
+Task<void> TextInsertion::commit(Paste& paste, std::stop_token stop) {
+    const auto field = co_await paste.looking;
+    if (!field) co_return;
+    if (field->kind() == CommitField::Kind::secret)
+        throw QuorviError::message(say::notARegularField());
+    if (!isCommittable(paste.text, field->kind())) co_return;
+    // A terminal's text is its whole screen, and a prompt for a password shows nothing.
+    paste.showsArrival = field->kind() == CommitField::Kind::text;
+    auto lastCheck = validate(paste, std::move(stop));
+    co_await lastCheck;
+    refuseLateChanges(paste);
+    auto committing = field->commit(paste.text);
+    paste.delivery = co_await committing;
+}
+
+Task<TextInsertion::Outcome> TextInsertion::pasteText(Paste& paste, std::stop_token stop) {
     clipboard_.restore();
     ClipboardGuard guard(clipboard_);
     auto sending = sendPaste(paste, stop);
@@ -127,6 +213,18 @@ Task<TextInsertion::Outcome> TextInsertion::insert(std::string text, InsertionTa
         co_await keeping;
     }
     co_return Outcome{std::move(paste.verified), isTaken, paste.clipboardIsLost};
+}
+
+// For the user to paste, who sees whether a part of it has arrived after all.
+Task<void> TextInsertion::leaveOnClipboard(Paste& paste, std::stop_token stop) {
+    clipboard_.restore();
+    auto taking = clipboard_.snapshot(std::nullopt, stop);
+    auto backup = co_await taking;
+    paste.clipboardIsLost = !backup.items;
+    auto installing = clipboard_.installTemporary(paste.text, std::move(backup), std::move(stop));
+    co_await installing;
+    auto keeping = clipboard_.keepTranscript(paste.text);
+    co_await keeping;
 }
 
 Task<void> TextInsertion::waitForModifiers(std::stop_token stop) {
@@ -226,8 +324,12 @@ Task<void> TextInsertion::waitForReader(const Paste& paste, std::stop_token stop
 Task<void> TextInsertion::watchArrival(Paste& paste, std::stop_token stop) {
     const bool learns = paste.request.learnCorrections;
     const auto deadline = environment_.scheduler.now() + verificationWindow;
-    // The transcript stays on the clipboard for the whole window, even after it has arrived.
-    while (environment_.scheduler.now() < deadline) {
+    // A transcript that is pasted stays on the clipboard for the whole window, even after it has
+    // arrived; one that is committed is on its way when there is nothing to see.
+    const auto isCertain = [&] {
+        return paste.isCommitted() && (paste.verified || !learns || !paste.fieldBefore);
+    };
+    while (environment_.scheduler.now() < deadline && !isCertain()) {
         auto pause = sleepFor(environment_.scheduler, pollInterval, stop);
         co_await pause;
         if (!learns || paste.verified) continue;
@@ -235,6 +337,7 @@ Task<void> TextInsertion::watchArrival(Paste& paste, std::stop_token stop) {
         const auto after = co_await reading;
         if (!after) continue;
         paste.lengthAfter = text::utf16Length(*after);
+        paste.isUnchanged = after == paste.fieldBefore;
         paste.outcome = "paste.valueMismatch";
         if (auto context = CorrectionContext::verified(paste.fieldBefore, paste.target.selection,
                                                        paste.text, *after))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -11,7 +12,8 @@ namespace quorvi {
 
 struct RunningApplication {
     pid_t pid = 0;
-    std::string name;  // the display name, empty when there is none
+    std::string name;          // the display name, empty when there is none
+    std::uint64_t window = 0;  // which of its windows is active; 0 if the display does not tell
 
     bool operator==(const RunningApplication&) const = default;
 };

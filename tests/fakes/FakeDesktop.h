@@ -15,6 +15,7 @@
 #include "tests/fakes/FakePasteboard.h"
 #include "tests/fakes/FakePermissions.h"
 #include "tests/fakes/FakeSoundOutput.h"
+#include "tests/fakes/FakeTextCommitter.h"
 #include "tests/fakes/FakeWorkspace.h"
 #include "tests/fakes/PrintedMessage.h"
 
@@ -45,6 +46,7 @@ struct FakeDesktop {
     // `virtualTime` is for fakes that move the clock themselves; usually both are the same.
     FakeDesktop(Scheduler& time, VirtualScheduler& virtualTime)
         : poster(time, &keyboard),
+          committer(time),
           accessibility(virtualTime),
           pasteboard(time),
           microphone(time, recordings),
@@ -76,7 +78,8 @@ struct FakeDesktop {
                 "https://speech.example",
                 {},
                 nullptr,
-                &network};
+                &network,
+                &committer};
     }
 
     // Opens an editor in front, whose field has the focus and receives what is pasted.
@@ -93,6 +96,7 @@ struct FakeDesktop {
 
     FakeKeyEventTap keyboard;
     FakeKeyEventPoster poster;
+    FakeTextCommitter committer;
     FakeAccessibility accessibility;
     FakeWorkspace workspace;
     FakePasteboard pasteboard;

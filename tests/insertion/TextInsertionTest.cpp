@@ -38,6 +38,7 @@ protected:
         target = {};
         target = FieldInspector(scheduler, accessibility, workspace).capture(generation);
         if (wasBusy) target.element.reset(), target.selection.reset();
+        target.takesText = committer.kind.has_value();
         TextInsertion::Request request{
             .learnCorrections = learns,
             .onVerifiedPaste = [this](const auto&) { lines.push_back("verified"); },
@@ -66,7 +67,7 @@ protected:
     }
 
     TextInsertion insertion{
-        {scheduler, executor, accessibility, workspace, pasteboard, poster, keyboard}};
+        {scheduler, executor, accessibility, workspace, pasteboard, poster, keyboard, &committer}};
     AXElement field = openEditor(editor, "");
     InsertionTarget target;
     bool learns = true;
@@ -242,6 +243,90 @@ TEST_F(TextInsertionTest, ClipboardTroubleIsReportedAndLosesNothing) {
     insert();
     EXPECT_EQ(outcome(), say::couldNotPaste().english());
     EXPECT_EQ(pasteboard.text(), "mine");
+}
+
+using Delivery = CommitField::Delivery;
+
+TEST_F(TextInsertionTest, AFieldThatTakesTextIsGivenItWithoutTheClipboard) {
+    committer.kind = CommitField::Kind::text;
+    committer.onCommit = [this](const auto& text) { accessibility.type(field, text); };
+    insert();
+    ASSERT_EQ(outcome(), "inserted");
+    EXPECT_TRUE(task->value()->isTaken && task->value()->isCommitted && task->value()->verified);
+    EXPECT_EQ(accessibility.text(field), "Hello big world");
+    EXPECT_EQ(lines.back(), "verified");
+    EXPECT_EQ(pasteboard.operations, 0);
+    EXPECT_TRUE(poster.posts.empty());
+    EXPECT_EQ(committer.uses, 0) << "the input method is let go";
+    const Running<InsertionTarget> capturing(insertion.capture(generation, {}));
+    scheduler.settle();
+    EXPECT_TRUE(capturing.value()->takesText);
+}
+
+TEST_F(TextInsertionTest, TypingAtAnyMomentBeforeTheCommitStopsIt) {
+    committer.kind = CommitField::Kind::text;
+    committer.onCommit = [this](const auto& text) { accessibility.type(field, text); };
+    int refused = -1;
+    do {
+        accessibility.onQuery = [&, query = 0]() mutable {
+            if (!target.appName.empty() && query++ == refused)
+                generation += committer.commits.empty();
+        };
+        ++refused;
+        insert();
+        EXPECT_NE(committer.commits.empty(), outcome() == "inserted");
+    } while (outcome() == say::destinationChanged().english());
+    EXPECT_GT(refused, 10);
+    EXPECT_EQ(pasteboard.operations, 0);
+}
+
+TEST_F(TextInsertionTest, WhatMayHaveArrivedIsNeverSentAgainAndIsOnTheClipboardIfItIsNotSeen) {
+    struct Row {
+        CommitField::Kind kind;
+        Delivery delivery;
+        bool arrives, isReadable, learns;
+        bool isTaken, isPasted;
+    };
+    using enum CommitField::Kind;
+    for (const auto& row : {Row{text, Delivery::sent, false, true, true, false, false},
+                            Row{text, Delivery::sent, false, true, false, true, false},
+                            Row{text, Delivery::sent, false, false, true, true, false},
+                            Row{terminal, Delivery::sent, false, true, true, true, false},
+                            Row{text, Delivery::uncertain, true, true, true, true, false},
+                            Row{text, Delivery::uncertain, false, false, true, false, false},
+                            Row{text, Delivery::nothing, false, true, true, true, true}}) {
+        setField("Hello world");
+        if (!row.isReadable) accessibility.unset(field, "AXValue");
+        committer.kind = row.kind;
+        committer.delivery = row.delivery;
+        committer.onCommit = [&](const auto& text) {
+            if (row.arrives) accessibility.type(field, text);
+        };
+        learns = row.learns;
+        insert();
+        ASSERT_EQ(outcome(), "inserted");
+        EXPECT_EQ(task->value()->isTaken, row.isTaken);
+        EXPECT_EQ(!poster.posts.empty(), row.isPasted);
+        EXPECT_EQ(pasteboard.text(), row.isTaken ? "mine" : "big ");
+        insertion.restoreClipboard();
+        scheduler.settle();
+        EXPECT_EQ(pasteboard.text(), "mine");
+    }
+}
+
+TEST_F(TextInsertionTest, APasswordIsGivenNothingAndATerminalNoEndOfALine) {
+    committer.kind = CommitField::Kind::secret;
+    insert();
+    EXPECT_EQ(outcome(), say::notARegularField().english());
+    const Running<InsertionTarget> capturing(insertion.capture(generation, {}));
+    scheduler.settle();
+    EXPECT_EQ(capturing.failure(), say::selectRegularField().english());
+    committer.kind = CommitField::Kind::terminal;
+    begin("ls\n");
+    EXPECT_EQ(poster.posts.size(), 1U);
+    committer.kind = CommitField::Kind::text;
+    begin("ls\n\tls");
+    EXPECT_EQ(committer.commits, std::vector<std::string>{"ls\n\tls"});
 }
 
 }  // namespace

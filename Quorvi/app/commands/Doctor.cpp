@@ -88,7 +88,12 @@ private:
         };
         part("Wayland clipboard", wayland_.hasClipboard, "zwlr_data_control_manager_v1");
         part("Wayland keys", wayland_.hasVirtualKeyboard, "zwp_virtual_keyboard_manager_v1");
-        part("Wayland input method", wayland_.hasInputMethod, "zwp_input_method_manager_v2");
+        if (wayland_.hasInputMethod && waylandInputMethodIsTaken())
+            note("Wayland text",
+                 "another input method (fcitx5, IBus) is running: text is pasted through the "
+                 "clipboard. Quit it to have text put into fields and terminals directly.");
+        else
+            part("Wayland text", wayland_.hasInputMethod, "zwp_input_method_manager_v2");
         part("Wayland shortcut", wayland_.hasSway, "sway's command socket");
         if (!wayland_.isNative())
             note("Wayland",

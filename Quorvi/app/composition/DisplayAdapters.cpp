@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
+#include "Quorvi/platform/linux/wayland/commit/InputMethodCommitter.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboardPoster.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayWorkspace.h"
@@ -43,12 +44,14 @@ public:
         : workspace_(scheduler),
           tap_(scheduler, input_),
           poster_(input_, [this] { return workspace_.frontmostClass(); }),
+          committer_(scheduler, input_),
           pasteboard_(scheduler) {}
 
     KeyEventTap& tap() override { return tap_; }
     KeyEventPoster& poster() override { return poster_; }
     Workspace& workspace() override { return workspace_; }
     ThreadedPasteboard& pasteboard() override { return pasteboard_; }
+    TextCommitter* committer() override { return &committer_; }
     void setPasteChords(PasteChords chords) override { poster_.setPasteChords(std::move(chords)); }
     bool inputHookIsPossible() const override { return input_.isAlive(); }
 
@@ -57,6 +60,7 @@ private:
     SwayWorkspace workspace_;
     SwayKeyEventTap tap_;
     VirtualKeyboardPoster poster_;
+    InputMethodCommitter committer_;
     DataControlPasteboard pasteboard_;
 };
 

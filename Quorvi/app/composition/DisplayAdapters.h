@@ -6,6 +6,7 @@
 #include "Quorvi/platform/DesktopCapabilities.h"
 #include "Quorvi/platform/KeyEventPoster.h"
 #include "Quorvi/platform/KeyEventTap.h"
+#include "Quorvi/platform/TextCommitter.h"
 #include "Quorvi/platform/Workspace.h"
 #include "Quorvi/platform/linux/clipboard/ThreadedPasteboard.h"
 #include "Quorvi/platform/linux/keyboard/PasteChords.h"
@@ -24,6 +25,7 @@ public:
 
     virtual KeyEventTap& tap() = 0;
     virtual KeyEventPoster& poster() = 0;
+    virtual TextCommitter* committer() { return nullptr; }  // null where nothing takes text so
     virtual Workspace& workspace() = 0;
     virtual ThreadedPasteboard& pasteboard() = 0;
     virtual void setPasteChords(PasteChords chords) = 0;

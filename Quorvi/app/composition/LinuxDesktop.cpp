@@ -231,7 +231,8 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
             .history = history,
             .corrections = corrections,
             .offlineProgram = &a.recogniser,
-            .network = &a.network};
+            .network = &a.network,
+            .committer = a.display->committer()};
 }
 
 }  // namespace quorvi

@@ -1823,6 +1823,10 @@
         <source>The recording was discarded.</source>
         <translation>Die Aufnahme wurde verworfen.</translation>
     </message>
+    <message>
+        <source>Text sent to {app}.</source>
+        <translation>Text gesendet an: {app}.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>

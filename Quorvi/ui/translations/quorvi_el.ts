@@ -1823,6 +1823,10 @@
         <source>The recording was discarded.</source>
         <translation>Η ηχογράφηση απορρίφθηκε.</translation>
     </message>
+    <message>
+        <source>Text sent to {app}.</source>
+        <translation>Το κείμενο στάλθηκε σε: {app}.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>

@@ -1823,6 +1823,10 @@
         <source>The recording was discarded.</source>
         <translation>The recording was discarded.</translation>
     </message>
+    <message>
+        <source>Text sent to {app}.</source>
+        <translation>Text sent to {app}.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>

@@ -123,8 +123,11 @@ TEST_F(SwayInputTest, AReloadBindsAgainAndAnEndLeavesTheKeysToOthers) {
 TEST_F(SwayInputTest, TheFocusedProgramIsKnownAndPastesWhateverIsHeld) {
     ASSERT_TRUE(until([&] { return !workspace.frontmostApplication(); }));
     ASSERT_TRUE(openMousepad());
-    const RunningApplication mousepad{editor.pid(), "Mousepad"};
-    EXPECT_TRUE(until([&] { return workspace.frontmostApplication() == mousepad; }));
+    EXPECT_TRUE(until([&] {
+        const auto frontmost = workspace.frontmostApplication();
+        return frontmost && frontmost->pid == editor.pid() && frontmost->name == "Mousepad" &&
+               frontmost->window != 0;
+    }));
     DataControlPasteboard pasteboard(scheduler);
     const Running<std::optional<std::int64_t>> writing(
         pasteboard.writeText("pasted", TranscriptVisibility::everywhere));

@@ -13,15 +13,14 @@ namespace quorvi {
 namespace {
 
 // Of the text input protocol.
-constexpr std::uint32_t hiddenText = 0x40, sensitiveData = 0x80;
+constexpr std::uint32_t hiddenText = 0x40;
 constexpr auto patience = std::chrono::milliseconds(300);  // for the compositor's answer
 constexpr std::uint32_t passwordPurpose = 8, pinPurpose = 9, terminalPurpose = 13;
 
 }  // namespace
 
 bool InputMethod::Field::isSecret() const {
-    return purpose == passwordPurpose || purpose == pinPurpose ||
-           (hint & (hiddenText | sensitiveData)) != 0;
+    return purpose == passwordPurpose || purpose == pinPurpose || (hint & hiddenText) != 0;
 }
 
 bool InputMethod::Field::isTerminal() const {
@@ -33,8 +32,12 @@ struct InputMethod::Listeners {
 
     static void activate(void* data, zwp_input_method_v2*) {
         self(data).pending_ = {.isActive = true};
+        ++self(data).activation_;
     }
-    static void deactivate(void* data, zwp_input_method_v2*) { self(data).pending_ = {}; }
+    static void deactivate(void* data, zwp_input_method_v2*) {
+        self(data).pending_ = {};
+        ++self(data).activation_;
+    }
     // The text around the caret may be a password: never looked at.
     static void surrounding(void*, zwp_input_method_v2*, const char*, std::uint32_t,
                             std::uint32_t) {}
@@ -47,11 +50,9 @@ struct InputMethod::Listeners {
     static void done(void* data, zwp_input_method_v2*) {
         ++self(data).serial_;
         self(data).field_ = self(data).pending_;
+        self(data).tellObservers();
     }
-    static void unavailable(void* data, zwp_input_method_v2*) {
-        self(data).isUnavailable_ = true;
-        self(data).field_ = {};
-    }
+    static void unavailable(void* data, zwp_input_method_v2*) { self(data).lose(); }
     static constexpr zwp_input_method_v2_listener method{activate, deactivate, surrounding, cause,
                                                          content,  done,       unavailable};
 
@@ -142,9 +143,18 @@ void InputMethod::key(std::uint32_t time, std::uint32_t key, bool isDown) {
     keyboard_->key(key, isDown, time);
 }
 
+void InputMethod::observe(std::function<bool()> observer) {
+    if (observer()) observers_.push_back(std::move(observer));
+}
+
+void InputMethod::tellObservers() {
+    std::erase_if(observers_, [](const auto& observer) { return !observer(); });
+}
+
 void InputMethod::lose() {
     isUnavailable_ = true;
     field_ = {};
+    tellObservers();
 }
 
 }  // namespace quorvi

@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 #include <string_view>
+#include <vector>
 
 #include "Quorvi/platform/linux/wayland/WaylandConnection.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
@@ -45,6 +46,10 @@ public:
     // Whether another program is. Known once the compositor has answered enter().
     bool isUnavailable() const { return isUnavailable_; }
     const Field& field() const { return field_; }
+    // Counts the times that a field got or lost the focus.
+    std::uint64_t activation() const { return activation_; }
+    // `observer` is called now and after each change of the field, until it returns false.
+    void observe(std::function<bool()> observer);
 
     // Puts at most 3,000 bytes into the focused field.
     void commit(std::string_view piece);
@@ -65,6 +70,7 @@ public:
 private:
     struct Listeners;
     void key(std::uint32_t time, std::uint32_t key, bool isDown);
+    void tellObservers();
 
     WaylandConnection& connection_;
     int uses_ = 0;
@@ -73,7 +79,9 @@ private:
     std::unique_ptr<VirtualKeyboard> keyboard_;  // plays what is let pass
     OnKey onKey_;
     Field field_, pending_;
+    std::vector<std::function<bool()>> observers_;
     std::uint32_t serial_ = 0;
+    std::uint64_t activation_ = 0;
     std::set<std::uint32_t> passed_;  // keys that are down
     bool isUnavailable_ = false;
 };

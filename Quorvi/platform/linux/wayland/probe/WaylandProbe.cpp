@@ -23,4 +23,13 @@ DesktopCapabilities probeWayland() {
             .hasSway = SwaySocket().isAlive()};
 }
 
+bool waylandInputMethodIsTaken() {
+    WaylandConnection connection;
+    if (!connection.isAlive() || !InputMethod::isOffered(connection)) return false;
+    InputMethod method(connection);
+    method.enter();
+    connection.synchronise();
+    return method.isUnavailable();
+}
+
 }  // namespace quorvi

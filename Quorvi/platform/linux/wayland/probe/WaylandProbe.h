@@ -9,4 +9,8 @@ namespace quorvi {
 // thread.
 DesktopCapabilities probeWayland();
 
+// Whether another program is the compositor's input method, or this one at another place. Waits as
+// long.
+bool waylandInputMethodIsTaken();
+
 }  // namespace quorvi

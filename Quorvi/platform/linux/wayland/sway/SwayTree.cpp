@@ -44,7 +44,9 @@ std::optional<SwayWindow> focusedSwayWindow(std::string_view tree) {
     const auto pid = node->FindMember("pid");
     if (pid == node->MemberEnd() || !pid->value.IsInt() || pid->value.GetInt() <= 0)
         return std::nullopt;
-    return SwayWindow{pid->value.GetInt(), className(*node)};
+    const auto id = node->FindMember("id");
+    return SwayWindow{pid->value.GetInt(), className(*node),
+                      id != node->MemberEnd() && id->value.IsUint64() ? id->value.GetUint64() : 0};
 }
 
 }  // namespace quorvi

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@ namespace quorvi {
 struct SwayWindow {
     pid_t pid = 0;
     std::string name;  // its program's name for itself: the application id, or the X11 class
+    std::uint64_t id = 0;
 
     bool operator==(const SwayWindow&) const = default;
 };

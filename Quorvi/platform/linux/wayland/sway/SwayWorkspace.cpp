@@ -82,15 +82,17 @@ private:
         if (!window) return remember(std::nullopt, {});
         const auto known = names_.find(window->name);
         if (known != names_.end())
-            return remember(RunningApplication{window->pid, known->second}, window->name);
+            return remember(RunningApplication{window->pid, known->second, window->id},
+                            window->name);
         remember(RunningApplication{window->pid,
-                                    window->name.empty() ? processName(window->pid) : window->name},
+                                    window->name.empty() ? processName(window->pid) : window->name,
+                                    window->id},
                  window->name);
         if (window->name.empty()) return;
         auto name = installedApplicationName(window->name, window->name);
         if (name.empty()) name = window->name;
         names_.emplace(window->name, name);
-        remember(RunningApplication{window->pid, std::move(name)}, window->name);
+        remember(RunningApplication{window->pid, std::move(name), window->id}, window->name);
     }
 
     void remember(std::optional<RunningApplication> application, std::string className) {
