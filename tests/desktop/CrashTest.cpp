@@ -98,6 +98,16 @@ TEST_P(Crash, LeavesNoRecordingAndNoGrabGivesTheClipboardBackAndIsReported) {
     EXPECT_FALSE(holds(former)) << "pasted what was given back";
 }
 
+TEST_P(Crash, LeavesTheClipboardThatWasGivenBackAlsoAfterQuitting) {
+    copy(former);
+    startQuorvi();
+    program.until("| ready");
+    dictateUpTo(Moment::done);
+    EXPECT_TRUE(holds(dictated));
+    program.crash(GetParam() == SIGABRT ? SIGTERM : GetParam());
+    EXPECT_TRUE(eventually([] { return clipboard() == former; })) << clipboard();
+}
+
 INSTANTIATE_TEST_SUITE_P(By, Crash, testing::Values(SIGKILL, SIGABRT), [](const auto& by) {
     return std::string(by.param == SIGKILL ? "Kill" : "Abort");
 });

@@ -37,9 +37,11 @@ private:
 // time, and a scripted speech service.
 class ProgramDesk : public testing::Test, protected EditorUser {
 protected:
+    // On sway Qt's fields are pasted into, others are not.
     ProgramDesk() {
         hum();
-        openMousepad();
+        isOnSway() ? open({builtProgram("qt_fields")}) : openMousepad();
+        user.chord({key::leftControl}, key::end);
     }
 
     void hum() { sound.pactl("load-module module-sine sink=mic_feed frequency=440"); }
@@ -52,6 +54,10 @@ protected:
     static void hold() { std::this_thread::sleep_for(std::chrono::milliseconds(450)); }
 
     void copy(const std::string& text) {
+        if (isOnSway()) {
+            shell("wl-copy <" + folder.write("copied", text));
+            return;
+        }
         owner.reset();
         owner.emplace(textItems(text));
     }

@@ -1,6 +1,7 @@
 // Offers the user's clipboard when Quorvi is gone. Quorvi starts this program and sends the content
 // over a socket, its standard input. When Quorvi's window ends and nobody else owns the clipboard,
-// the keeper offers the content until another program copies something or the X server ends.
+// the keeper offers the content until another program copies something or the X server ends; see
+// WaylandKeeper for other displays.
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -21,6 +22,7 @@
 #include "Quorvi/platform/linux/x11/X11Connection.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 #include "QuorviCore/async/TaskScope.h"
+#include "tools/clipboard-keeper/WaylandKeeper.h"
 
 namespace quorvi {
 namespace {
@@ -177,20 +179,28 @@ bool startedByQuorvi() {
 }  // namespace quorvi
 
 int main(int argc, char** argv) {
-    const bool asked = argc > 1 && std::strcmp(argv[1], "--help") == 0;
-    if (asked || argc > 1 || !quorvi::startedByQuorvi()) {
+    const auto isArgument = [&](const char* text) {
+        return argc == 2 && std::strcmp(argv[1], text) == 0;
+    };
+    const bool asked = isArgument("--help"), isWayland = isArgument("--wayland");
+    if (asked || (argc > 1 && !isWayland) || !quorvi::startedByQuorvi()) {
         std::fprintf(
             asked ? stdout : stderr,
-            "usage: quorvi-clipboard-keeper\n\n"
+            "usage: quorvi-clipboard-keeper [--wayland]\n\n"
             "Runs while Quorvi offers something on the clipboard, and restores the user's\n"
             "clipboard when Quorvi has quit or crashed. Started by Quorvi; of no use by\n"
             "itself.\n\n"
-            "Exit status: 0 another program owns the clipboard, 1 there is no X server,\n"
-            "2 the command line is not valid.\n");
+            "  --wayland  The clipboard of a Wayland compositor, not of an X server.\n\n"
+            "Exit status: 0 another program owns the clipboard, 1 there is no X server or\n"
+            "compositor, 2 the command line is not valid.\n");
         return asked ? 0 : 2;
     }
     try {
-        return quorvi::Keeper().run();
+        if (!isWayland) return quorvi::Keeper().run();
+        quorvi::WaylandKeeper(quorvi::pasteTime).run();
+        return 0;
+    } catch (const quorvi::ClipboardConnectionLost&) {
+        return 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "quorvi-clipboard-keeper: %s\n", error.what());
         return 1;

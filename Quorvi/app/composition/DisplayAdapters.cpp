@@ -40,12 +40,12 @@ private:
 
 class SwayAdapters final : public DisplayAdapters {
 public:
-    explicit SwayAdapters(Scheduler& scheduler)
+    SwayAdapters(Scheduler& scheduler, std::string clipboardKeeper)
         : workspace_(scheduler),
           tap_(scheduler, input_),
           poster_(input_, [this] { return workspace_.frontmostClass(); }),
           committer_(scheduler, input_),
-          pasteboard_(scheduler) {}
+          pasteboard_(scheduler, std::move(clipboardKeeper)) {}
 
     KeyEventTap& tap() override { return tap_; }
     KeyEventPoster& poster() override { return poster_; }
@@ -69,7 +69,8 @@ private:
 std::unique_ptr<DisplayAdapters> DisplayAdapters::make(const DesktopCapabilities& capabilities,
                                                        Scheduler& scheduler,
                                                        std::string clipboardKeeper) {
-    if (capabilities.isNative()) return std::make_unique<SwayAdapters>(scheduler);
+    if (capabilities.isNative())
+        return std::make_unique<SwayAdapters>(scheduler, std::move(clipboardKeeper));
     return std::make_unique<X11Adapters>(scheduler, std::move(clipboardKeeper));
 }
 

@@ -1,6 +1,7 @@
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
 
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
+#include "tests/support/Paths.h"
 #include "tests/support/Process.h"
 #include "tests/support/contracts/PasteboardContract.h"
 
@@ -20,7 +21,9 @@ public:
         return items;
     }
 
-    DataControlPasteboard& pasteboard() { return pasteboard_; }
+    DataControlPasteboard& pasteboard() { return *pasteboard_; }
+    void open(std::string keeper = {}) { pasteboard_.emplace(scheduler_, std::move(keeper)); }
+    void close() { pasteboard_.reset(); }
     bool runUntil(const std::function<bool()>& condition) { return until(scheduler_, condition); }
     void foreignCopy(std::vector<PasteboardItem> items) {
         const Running<std::optional<std::int64_t>> copying(other_.write(std::move(items)));
@@ -32,15 +35,15 @@ public:
         return 0;  // nobody is told who reads
     }
     void foreignHang() {
-        const auto before = pasteboard_.changeCount();
+        const auto before = pasteboard_->changeCount();
         hanging_ = Process({"wl-copy", "--foreground", "text"});
-        EXPECT_TRUE(runUntil([&] { return pasteboard_.changeCount() > before; }));
+        EXPECT_TRUE(runUntil([&] { return pasteboard_->changeCount() > before; }));
         hanging_.freeze();
     }
 
 private:
     LoopScheduler scheduler_;
-    DataControlPasteboard pasteboard_{scheduler_};
+    std::optional<DataControlPasteboard> pasteboard_{std::in_place, scheduler_};
     DataControlPasteboard other_{scheduler_};
     Process hanging_;
 };
@@ -68,6 +71,36 @@ TEST_F(DataControlPasteboardTest, ForeignProgramsReadEveryTypeAndTwentyMegabytes
     rig.pasteboard().restore(*count, backup);
     read();
     EXPECT_EQ(shell("wl-paste --type image/png | cmp - $TMPDIR/picture && echo same"), "same\n");
+}
+
+TEST_F(DataControlPasteboardTest, AKeeperGivesBackWhatWasThereWhenTheProgramIsGone) {
+    const auto keeper = "pgrep -r R,S,D -P " + std::to_string(getpid()) + " quorvi-clipboar";
+    const auto standIn = [&] {
+        rig.open(builtProgram("quorvi-clipboard-keeper"));
+        const Writing writing(rig.pasteboard().writeText(
+            "transcript", TranscriptVisibility::hiddenFromHistory, read()));
+        EXPECT_TRUE(countOf(writing));
+        EXPECT_NE(shell(keeper), "");
+    };
+    foreignCopy(rich());
+    for (const bool isAsked : {false, true}) {
+        standIn();
+        if (isAsked) {
+            const Running<bool> handing(rig.pasteboard().handOver());
+            EXPECT_TRUE(ends(handing) && *handing.value());
+        } else {
+            rig.close();
+            rig.open();
+        }
+        EXPECT_TRUE(eventually([&] { return read() == rich(); }));
+    }
+    // What somebody has copied meanwhile stays.
+    standIn();
+    foreignCopy(textItems("newer"));
+    rig.close();
+    EXPECT_TRUE(eventually([&] { return shell(keeper).empty(); })) << "it has nothing to keep";
+    rig.open();
+    EXPECT_EQ(read(), textItems("newer"));
 }
 
 }  // namespace

@@ -87,7 +87,8 @@ bool ClipboardKeeper::start() {
     // A signal that ends this program's terminal or session must not end the keeper.
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
     std::string name = program_;
-    char* arguments[] = {name.data(), nullptr};
+    std::string argument = argument_;
+    char* arguments[] = {name.data(), argument.empty() ? nullptr : argument.data(), nullptr};
     const int failed =
         posix_spawn(&process_, program_.c_str(), &actions, &attributes, arguments, environ);
     posix_spawnattr_destroy(&attributes);

@@ -13,15 +13,17 @@
 
 namespace quorvi {
 
-// Keeps the user's clipboard beyond this program's end: an X11 clipboard is lost with the program
-// that offers it. While this program offers something, a small process knows what the clipboard
-// should hold afterwards, and offers that when this program quits, is killed or loses the X server,
-// unless another program has copied meanwhile. Clipboard thread; no operation waits for the
+// Keeps the user's clipboard beyond this program's end: a clipboard is lost with the program that
+// offers it. While this program offers something, a small process knows what the clipboard
+// should hold afterwards, and offers that when this program quits, is killed or loses the display
+// server, unless another program has copied meanwhile. Clipboard thread; no operation waits for the
 // process, and a dead one is replaced at the next use.
 class ClipboardKeeper {
 public:
-    // The program is started at the first use; never if the name is empty.
-    explicit ClipboardKeeper(std::string program) : program_(std::move(program)) {}
+    // The program is started at the first use, with the argument if there is one; never if the name
+    // is empty.
+    explicit ClipboardKeeper(std::string program, std::string argument = {})
+        : program_(std::move(program)), argument_(std::move(argument)) {}
     ~ClipboardKeeper();
     ClipboardKeeper(const ClipboardKeeper&) = delete;
     ClipboardKeeper& operator=(const ClipboardKeeper&) = delete;
@@ -42,7 +44,7 @@ private:
     void tell(ClipboardMessage message);
     bool sendContent();
 
-    const std::string program_;
+    const std::string program_, argument_;
     std::unique_ptr<Descriptor> socket_;
     pid_t process_ = -1;
     std::vector<PasteboardItem> content_;

@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <memory>
+#include <utility>
 
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlSession.h"
 
@@ -18,10 +19,14 @@ void ignoreBrokenPipes() {
 
 }  // namespace
 
-DataControlPasteboard::DataControlPasteboard(Scheduler& scheduler, ClipboardReadLimits limits)
-    : ThreadedPasteboard(scheduler, [limits](const Thread& thread) {
-          ignoreBrokenPipes();
-          return std::make_unique<DataControlSession>(limits, thread);
-      }) {}
+// The keeper outlives a connection.
+DataControlPasteboard::DataControlPasteboard(Scheduler& scheduler, std::string keeper,
+                                             ClipboardReadLimits limits)
+    : ThreadedPasteboard(scheduler,
+                         [limits, keeper = std::make_shared<ClipboardKeeper>(
+                                      std::move(keeper), "--wayland")](const Thread& thread) {
+                             ignoreBrokenPipes();
+                             return std::make_unique<DataControlSession>(limits, thread, *keeper);
+                         }) {}
 
 }  // namespace quorvi

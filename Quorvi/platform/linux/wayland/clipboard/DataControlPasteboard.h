@@ -5,10 +5,11 @@
 namespace quorvi {
 
 // The clipboard of a compositor that offers it to programs without the focus. Representations are
-// MIME types alone: a read names no reader, and an offer ends with this program.
+// MIME types alone, and a read names no reader.
 class DataControlPasteboard : public ThreadedPasteboard {
 public:
-    explicit DataControlPasteboard(Scheduler& scheduler,
+    // `keeper` is its program; empty: none.
+    explicit DataControlPasteboard(Scheduler& scheduler, std::string keeper = {},
                                    ClipboardReadLimits limits = {std::chrono::seconds(1),
                                                                  std::chrono::seconds(3)});
 };

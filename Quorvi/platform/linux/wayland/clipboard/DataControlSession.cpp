@@ -23,6 +23,9 @@ constexpr int mostAttempts = 3;
 // A program that asked for the content and takes nothing of it.
 constexpr auto stalledAfter = 10s;
 
+// Nothing here has a number; the keeper needs none.
+constexpr std::uint32_t anyWindow = 1;
+
 // Questions of X11's clipboard that a bridge may pass on; they are no content.
 constexpr std::array<std::string_view, 5> questions{"TARGETS", "MULTIPLE", "TIMESTAMP",
                                                     "SAVE_TARGETS", "DELETE"};
@@ -97,8 +100,9 @@ bool DataControlSession::isOffered(const WaylandConnection& connection) {
 }
 
 DataControlSession::DataControlSession(ClipboardReadLimits limits,
-                                       const ThreadedPasteboard::Thread& thread)
-    : limits_(limits), thread_(thread) {
+                                       const ThreadedPasteboard::Thread& thread,
+                                       ClipboardKeeper& keeper)
+    : limits_(limits), thread_(thread), keeper_(keeper) {
     if (!connection_.isAlive() || !connection_.seat()) throw ClipboardConnectionLost{};
     manager_ =
         connection_.bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, 2);
@@ -138,6 +142,7 @@ void DataControlSession::cancelled() {
     replacedAt_ = changeCount_;
     zwlr_data_control_source_v1_destroy(std::exchange(source_, nullptr));
     items_.clear();
+    keeper_.forget();
 }
 
 void DataControlSession::send(const std::string& type, int descriptor) {
@@ -203,6 +208,25 @@ void DataControlSession::emptyWake() const {
 bool DataControlSession::isOffering() {
     synchronise();
     return source_ != nullptr;
+}
+
+bool DataControlSession::handOver() {
+    if (!isOffering()) return false;
+    keeper_.takeOver();
+    return true;
+}
+
+bool DataControlSession::isEmpty() {
+    synchronise();
+    return !source_ && !selection_;
+}
+
+bool DataControlSession::waitForChange(Duration limit) {
+    const auto before = changeCount_.load();
+    const auto end = Clock::now() + limit;
+    std::vector<pollfd> others;
+    while (changeCount_ == before && Clock::now() < end) waitForAny(others, end - Clock::now());
+    return changeCount_ != before;
 }
 
 std::vector<DataControlSession::Arrival> DataControlSession::requestAll() {
@@ -272,10 +296,12 @@ std::vector<PasteboardItem> DataControlSession::read(const std::function<bool()>
 }
 
 std::optional<std::int64_t> DataControlSession::write(std::vector<PasteboardItem> items,
-                                                      const std::vector<PasteboardItem>&,
+                                                      const std::vector<PasteboardItem>& afterwards,
                                                       std::optional<std::int64_t> expected) {
     synchronise();
     if (expected && changeCount_ != *expected) return std::nullopt;
+    keeper_.prepare(afterwards);
+    keeper_.guard(anyWindow, items);
     const auto before = changeCount_.load();
     auto* const former = std::exchange(source_, nullptr);
     std::erase_if(items, [](const PasteboardItem& item) { return item.representations.empty(); });

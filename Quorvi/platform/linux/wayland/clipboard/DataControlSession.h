@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "Quorvi/platform/Pasteboard.h"
+#include "Quorvi/platform/linux/clipboard/ClipboardKeeper.h"
 #include "Quorvi/platform/linux/clipboard/ThreadedPasteboard.h"
 #include "Quorvi/platform/linux/posix/Descriptor.h"
 #include "Quorvi/platform/linux/wayland/WaylandConnection.h"
@@ -32,7 +33,8 @@ public:
     static bool isOffered(const WaylandConnection& connection);
 
     // Also throws ClipboardConnectionLost if the compositor offers no clipboard.
-    DataControlSession(ClipboardReadLimits limits, const ThreadedPasteboard::Thread& thread);
+    DataControlSession(ClipboardReadLimits limits, const ThreadedPasteboard::Thread& thread,
+                       ClipboardKeeper& keeper);
     ~DataControlSession() override;
 
     std::vector<PasteboardItem> read(const std::function<bool()>& abandoned) override;
@@ -40,10 +42,16 @@ public:
                                       const std::vector<PasteboardItem>& afterwards,
                                       std::optional<std::int64_t> expected) override;
     void restore(std::int64_t expected, std::vector<PasteboardItem> items) override;
-    void prepareKeeper(const std::vector<PasteboardItem>&) override {}
+    void prepareKeeper(const std::vector<PasteboardItem>& items) override {
+        keeper_.prepare(items);
+    }
     bool isOffering() override;
-    bool handOver() override { return false; }
+    bool handOver() override;
     void wait() override;
+
+    bool isEmpty();
+    // Serves other programs until the clipboard changes, and returns whether it has within `limit`.
+    bool waitForChange(Duration limit);
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -76,6 +84,7 @@ private:
 
     const ClipboardReadLimits limits_;
     const ThreadedPasteboard::Thread& thread_;
+    ClipboardKeeper& keeper_;
     std::atomic<std::int64_t>& changeCount_ = thread_.changeCount;
     WaylandConnection connection_;
     zwlr_data_control_manager_v1* manager_ = nullptr;
