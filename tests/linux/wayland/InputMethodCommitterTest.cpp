@@ -56,6 +56,12 @@ TEST_F(InputMethodCommitterTest, TheSeatIsFreeForAnotherInputMethodUnlessAFieldI
     other.enter();
     connection.synchronise();
     EXPECT_FALSE(other.isUnavailable() || focusedField());
+    WaylandConnection late;
+    InputMethod refused(late);
+    refused.enter();
+    refused.grab([](std::uint32_t, bool) { return true; });
+    refused.leave();
+    EXPECT_TRUE(late.synchronise()) << "the compositor ended the connection";
 }
 
 TEST_F(InputMethodCommitterTest, PasswordsAndTerminalsSaySo) {

@@ -123,6 +123,8 @@ void InputMethod::grab(OnKey onKey) {
 // A key that is on its way to this grab goes to nobody else, so the grab listens until the
 // compositor has ended it. The generated request would end the listening at once.
 void InputMethod::ungrab() {
+    // Beside another input method there is no grab, which the answer to enter() tells.
+    if (grab_) connection_.synchronise(patience);
     if (auto* grab = reinterpret_cast<wl_proxy*>(std::exchange(grab_, nullptr))) {
         wl_proxy_marshal(grab, ZWP_INPUT_METHOD_KEYBOARD_GRAB_V2_RELEASE);
         connection_.synchronise(patience);
@@ -154,6 +156,9 @@ void InputMethod::tellObservers() {
 void InputMethod::lose() {
     isUnavailable_ = true;
     field_ = {};
+    // The compositor does not know it, and would end the connection at a request for it.
+    if (auto* grab = reinterpret_cast<wl_proxy*>(std::exchange(grab_, nullptr)))
+        wl_proxy_destroy(grab);
     tellObservers();
 }
 
