@@ -160,8 +160,13 @@ TEST_F(FieldInspectorTest, ValidationNamesWhatChanged) {
          [&] { accessibility.set(field, "AXSelectedTextRange", Utf16Range{5, 0}); }},
         {say::fieldChanged(), [&] { accessibility.focus(second); }},
         {say::notARegularField(), [&] { makeSecure(second); }},
+        {say::windowChanged(),  // which the display alone can tell of a terminal
+         [&] { workspace.setFrontmost(RunningApplication{editor, "Editor", 2}); }},
         {say::windowChanged(),
-         [&] { accessibility.setWindow(editor, accessibility.make(editor, "AXWindow")); }},
+         [&] {
+             workspace.setFrontmost(RunningApplication{editor, "Editor"});
+             accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
+         }},
         {say::destinationChanged(),
          [&] { workspace.setFrontmost(RunningApplication{200, "Other"}); }},
         {say::accessibilityChanged(), [&] { accessibility.trusted = false; }}};
