@@ -10,6 +10,7 @@ struct DesktopCapabilities {
     bool hasVirtualKeyboard = false;  // keys for the focused window
     bool hasInputMethod = false;      // the keyboard while the shortcut is held; text for fields
     bool hasSway = false;             // sway's commands: shortcuts, and which window has the focus
+    bool hasLayerShell = false;       // pictures above the windows
 
     // Whether Quorvi can work in the windows of Wayland programs, and not in those of X11 alone.
     bool isNative() const { return isWayland && hasClipboard && hasVirtualKeyboard && hasSway; }

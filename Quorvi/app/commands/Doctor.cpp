@@ -94,6 +94,7 @@ private:
                  "clipboard. Quit it to have text put into fields and terminals directly.");
         else
             part("Wayland text", wayland_.hasInputMethod, "zwp_input_method_manager_v2");
+        part("Wayland indicator", wayland_.hasLayerShell, "zwlr_layer_shell_v1");
         part("Wayland shortcut", wayland_.hasSway, "sway's command socket");
         if (!wayland_.isNative())
             note("Wayland",

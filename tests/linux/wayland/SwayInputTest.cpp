@@ -45,7 +45,7 @@ protected:
 };
 
 TEST_F(SwayInputTest, TheProbeFindsWhatSwayOffers) {
-    EXPECT_EQ(probeWayland(), (DesktopCapabilities{true, true, true, true, true}));
+    EXPECT_EQ(probeWayland(), (DesktopCapabilities{true, true, true, true, true, true}));
     EXPECT_TRUE(probeWayland().isNative());
 }
 

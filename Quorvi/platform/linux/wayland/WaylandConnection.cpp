@@ -12,8 +12,7 @@ namespace quorvi {
 struct WaylandConnection::Listeners {
     static void global(void* data, wl_registry*, std::uint32_t name, const char* interface,
                        std::uint32_t version) {
-        static_cast<WaylandConnection*>(data)->globals_.try_emplace(interface,
-                                                                    Global{name, version});
+        static_cast<WaylandConnection*>(data)->globals_.emplace(interface, Global{name, version});
     }
     static void globalRemoved(void* data, wl_registry*, std::uint32_t name) {
         std::erase_if(static_cast<WaylandConnection*>(data)->globals_,
@@ -43,15 +42,25 @@ int WaylandConnection::fileDescriptor() const {
 }
 
 std::uint32_t WaylandConnection::versionOf(const std::string& interface) const {
-    const auto found = globals_.find(interface);
-    return found == globals_.end() ? 0 : found->second.version;
+    const auto found = globals_.lower_bound(interface);
+    return found == globals_.end() || found->first != interface ? 0 : found->second.version;
 }
 
 void* WaylandConnection::bindGlobal(const wl_interface& interface, std::uint32_t version) {
-    const auto found = globals_.find(interface.name);
-    if (found == globals_.end()) return nullptr;
+    const auto found = globals_.lower_bound(interface.name);
+    if (found == globals_.end() || found->first != interface.name) return nullptr;
     return wl_registry_bind(registry_, found->second.name, &interface,
                             std::min(version, found->second.version));
+}
+
+std::vector<void*> WaylandConnection::bindEach(const wl_interface& interface,
+                                               std::uint32_t version) {
+    std::vector<void*> all;
+    const auto [first, last] = globals_.equal_range(interface.name);
+    for (auto one = first; one != last; ++one)
+        all.push_back(wl_registry_bind(registry_, one->second.name, &interface,
+                                       std::min(version, one->second.version)));
+    return all;
 }
 
 wl_seat* WaylandConnection::seat() {

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "QuorviCore/async/Scheduler.h"
 
@@ -38,6 +39,9 @@ public:
         return static_cast<T*>(bindGlobal(interface, version));
     }
 
+    // Binds each global of that interface.
+    std::vector<void*> bindEach(const wl_interface& interface, std::uint32_t version);
+
     // The seat, bound at the first call; null without one.
     wl_seat* seat();
 
@@ -67,7 +71,7 @@ private:
     wl_display* display_ = nullptr;
     wl_registry* registry_ = nullptr;
     wl_seat* seat_ = nullptr;
-    std::map<std::string, Global> globals_;
+    std::multimap<std::string, Global> globals_;  // the first of an interface counts
     bool isLost_ = false;
 };
 

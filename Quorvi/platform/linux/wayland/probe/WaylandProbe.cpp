@@ -6,6 +6,7 @@
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlSession.h"
 #include "Quorvi/platform/linux/wayland/input/InputMethod.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
+#include "Quorvi/platform/linux/wayland/layershell/LayerSurface.h"
 #include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
 
 namespace quorvi {
@@ -20,7 +21,8 @@ DesktopCapabilities probeWayland() {
             .hasClipboard = DataControlSession::isOffered(connection),
             .hasVirtualKeyboard = VirtualKeyboard::isOffered(connection),
             .hasInputMethod = InputMethod::isOffered(connection),
-            .hasSway = SwaySocket().isAlive()};
+            .hasSway = SwaySocket().isAlive(),
+            .hasLayerShell = LayerSurface::isOffered(connection)};
 }
 
 bool waylandInputMethodIsTaken() {
