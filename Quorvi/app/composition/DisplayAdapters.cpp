@@ -40,9 +40,10 @@ private:
 
 class SwayAdapters final : public DisplayAdapters {
 public:
-    SwayAdapters(Scheduler& scheduler, std::string clipboardKeeper)
+    SwayAdapters(Scheduler& scheduler, std::string clipboardKeeper,
+                 std::function<void()> tapChanged)
         : workspace_(scheduler),
-          tap_(scheduler, input_),
+          tap_(scheduler, input_, std::move(tapChanged)),
           poster_(input_, [this] { return workspace_.frontmostClass(); }),
           committer_(scheduler, input_),
           pasteboard_(scheduler, std::move(clipboardKeeper)) {}
@@ -68,9 +69,11 @@ private:
 
 std::unique_ptr<DisplayAdapters> DisplayAdapters::make(const DesktopCapabilities& capabilities,
                                                        Scheduler& scheduler,
-                                                       std::string clipboardKeeper) {
+                                                       std::string clipboardKeeper,
+                                                       std::function<void()> tapChanged) {
     if (capabilities.isNative())
-        return std::make_unique<SwayAdapters>(scheduler, std::move(clipboardKeeper));
+        return std::make_unique<SwayAdapters>(scheduler, std::move(clipboardKeeper),
+                                              std::move(tapChanged));
     return std::make_unique<X11Adapters>(scheduler, std::move(clipboardKeeper));
 }
 

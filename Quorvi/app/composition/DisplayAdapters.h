@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -19,9 +20,11 @@ class DisplayAdapters {
 public:
     virtual ~DisplayAdapters() = default;
 
-    // `clipboardKeeper` as in LinuxDesktop.
+    // `clipboardKeeper` as in LinuxDesktop. `tapChanged` is called on any thread when an installed
+    // tap has become valid.
     static std::unique_ptr<DisplayAdapters> make(const DesktopCapabilities& capabilities,
-                                                 Scheduler& scheduler, std::string clipboardKeeper);
+                                                 Scheduler& scheduler, std::string clipboardKeeper,
+                                                 std::function<void()> tapChanged);
 
     virtual KeyEventTap& tap() = 0;
     virtual KeyEventPoster& poster() = 0;

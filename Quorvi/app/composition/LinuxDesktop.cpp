@@ -19,7 +19,6 @@
 #include "Quorvi/platform/linux/pulse/PulsePermissions.h"
 #include "Quorvi/platform/linux/pulse/PulseSoundOutput.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
-#include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
 #include "Quorvi/platform/linux/x11/desktop/X11Bars.h"
 #include "Quorvi/platform/linux/x11/desktop/X11Compositing.h"
 #include "Quorvi/platform/linux/x11/desktop/X11Settings.h"
@@ -54,8 +53,10 @@ bool hasSettings(PrivacyPane pane) {
 struct LinuxDesktop::Adapters {
     // `permissionsChanged` may be called on any thread.
     Adapters(Scheduler& scheduler, std::string clipboardKeeper, std::string speechProgram,
+             const DesktopCapabilities& capabilities,
              const std::function<void()>& permissionsChanged)
-        : display(DisplayAdapters::make(probeWayland(), scheduler, std::move(clipboardKeeper))),
+        : display(DisplayAdapters::make(capabilities, scheduler, std::move(clipboardKeeper),
+                                        permissionsChanged)),
           accessibility([this] { return inputHookIsPossible.load(); }, permissionsChanged),
           sound(scheduler),
           audioInput(sound, scheduler),
@@ -105,10 +106,10 @@ struct LinuxDesktop::Adapters {
 };
 
 LinuxDesktop::LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper,
-                           std::string recogniser)
+                           std::string recogniser, const DesktopCapabilities& capabilities)
     : scheduler_(scheduler),
       adapters_(std::make_unique<Adapters>(
-          scheduler, std::move(clipboardKeeper), std::move(recogniser),
+          scheduler, std::move(clipboardKeeper), std::move(recogniser), capabilities,
           [&scheduler, report = lifetime_.guard([this] { permissionsChanged_.notify(); })] {
               scheduler.post(report);
           })) {

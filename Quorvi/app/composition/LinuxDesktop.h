@@ -8,6 +8,7 @@
 #include "Quorvi/history/SystemCalendar.h"
 #include "Quorvi/platform/Surroundings.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
+#include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
 #include "QuorviCore/async/Lifetime.h"
 
 namespace quorvi {
@@ -19,8 +20,10 @@ public:
     // `clipboardKeeper` is the path of the program that offers the clipboard after this one has
     // ended; if empty, the clipboard is lost then.
     // `recogniser` is the path of the offline speech service; it need not be there.
+    // `capabilities` are this desktop's, as the caller has found them.
     explicit LinuxDesktop(Scheduler& scheduler, std::string clipboardKeeper = {},
-                          std::string recogniser = {});
+                          std::string recogniser = {},
+                          const DesktopCapabilities& capabilities = probeWayland());
     ~LinuxDesktop();
     LinuxDesktop(const LinuxDesktop&) = delete;
     LinuxDesktop& operator=(const LinuxDesktop&) = delete;

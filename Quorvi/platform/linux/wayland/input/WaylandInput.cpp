@@ -4,22 +4,23 @@
 
 namespace quorvi {
 
-WaylandInput::WaylandInput() : session_(std::make_unique<Session>()) {
-    isAlive_ = VirtualKeyboard::isOffered(session_->connection);
-    if (!isAlive_) session_.reset();
-    const auto begin = [this] {
-        if (!session_) return;
-        source_.emplace(session_->connection.fileDescriptor(), [this] { return processEvents(); });
-        flush();
-    };
+WaylandInput::WaylandInput() {
     const auto end = [this] {
         source_.reset();
         session_.reset();
     };
-    thread_.emplace("quorvi-input", begin, end);
+    thread_.emplace("quorvi-input", [this] { connect(); }, end);
 }
 
 WaylandInput::~WaylandInput() = default;
+
+void WaylandInput::connect() {
+    session_ = std::make_unique<Session>();
+    isAlive_ = VirtualKeyboard::isOffered(session_->connection);
+    if (!isAlive_) return session_.reset();
+    source_.emplace(session_->connection.fileDescriptor(), [this] { return processEvents(); });
+    flush();
+}
 
 void WaylandInput::run(std::function<void(Session*)> work, Duration delay) {
     const auto whole = [this, work = std::move(work)] {

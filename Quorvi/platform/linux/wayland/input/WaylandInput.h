@@ -26,13 +26,13 @@ public:
         std::unique_ptr<VirtualKeyboard> pasting;  // made at the first paste
     };
 
-    // Connects, and waits for that only.
+    // Connects on its thread.
     WaylandInput();
     ~WaylandInput();
     WaylandInput(const WaylandInput&) = delete;
     WaylandInput& operator=(const WaylandInput&) = delete;
 
-    // Whether the compositor takes keys from this program. Any thread.
+    // Whether the compositor takes keys from this program, as far as is known. Any thread.
     bool isAlive() const { return isAlive_; }
 
     // Runs `work` on the thread; with null once the connection is lost.
@@ -42,10 +42,11 @@ public:
     Session* session() { return session_.get(); }
 
 private:
+    void connect();
     bool processEvents();
     void flush();
 
-    std::atomic<bool> isAlive_{false};
+    std::atomic<bool> isAlive_{true};
     std::unique_ptr<Session> session_;  // the thread's own, null without a compositor
     std::optional<DescriptorSource> source_;
     std::optional<GLibThread> thread_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -15,11 +16,14 @@ class WaylandInput;
 
 // The input hook on sway. It sees the declared keys at any time, and all others only while one of
 // the declared keys is held: no program sees more on Wayland. So a key that the user types into a
-// field before that is no event here; the field's own caret tells. Main thread; the scheduler and
-// the input outlive it. When sway is lost the handler gets tapDisabledByUserInput.
+// field before that is no event here; the field's own caret tells. An installed hook is valid once
+// sway holds the keys, which nothing waits for. Main thread; the scheduler and the input outlive
+// it. When sway is lost the handler gets tapDisabledByUserInput.
 class SwayKeyEventTap final : public KeyEventTap {
 public:
-    SwayKeyEventTap(Scheduler& scheduler, WaylandInput& input);
+    // `onValid` is called on the input's thread.
+    SwayKeyEventTap(
+        Scheduler& scheduler, WaylandInput& input, std::function<void()> onValid = [] {});
     ~SwayKeyEventTap() override;
 
     bool install(std::function<TapVerdict(const TapEvent&)> handler) override;
@@ -34,12 +38,16 @@ public:
 
 private:
     struct Connection;
+    std::shared_ptr<Connection> connect();
+    void disconnect();
     std::vector<SwallowedKey> keys() const;
     void declare();
 
     Scheduler& scheduler_;
     WaylandInput& input_;
-    std::shared_ptr<Connection> connection_;
+    const std::function<void()> onValid_;
+    std::shared_ptr<Connection> connection_;  // kept by remove(), for the next install()
+    std::shared_ptr<TapInbox> inbox_;         // while the hook is installed
     std::vector<SwallowedKey> swallowed_;
     std::optional<KeyCode> quietModifier_;
     bool isEnabled_ = false;

@@ -19,6 +19,9 @@ constexpr auto quietTime = 30ms;
 constexpr auto patience = 300ms;  // for the compositor's answer
 // Longer than any dictation: nobody's keyboard is held for ever.
 constexpr auto longestHold = 200s;
+// How long a stopped process keeps it, and how often a running one says that it runs.
+constexpr auto longestStop = 2s;
+constexpr auto signOfLife = 500ms;
 constexpr std::uint32_t evdevOffset = 8;
 
 // What sway calls the combination; by the key's position, whatever the layout.
@@ -58,7 +61,23 @@ bool SwayShortcuts::begin() {
     events_.emplace();
     if (!commands_->isAlive() || !events_->subscribe(R"(["binding","workspace"])")) return false;
     source_.emplace(events_->fileDescriptor(), [this] { return processEvents(); });
+    if (auto* session = input_.session()) {
+        session->method.enter();
+        lookForInputMethod();
+        session->method.leave();
+    }
     return true;
+}
+
+// Within the method's enter() and leave(). Another program may have become the seat's since. What
+// was asked of the compositor before is done when this returns.
+void SwayShortcuts::lookForInputMethod() {
+    auto* session = input_.session();
+    if (!session->connection.synchronise(patience) || bindsReleases_ ||
+        !session->method.isUnavailable())
+        return;
+    bindsReleases_ = true;
+    setBindings(bound_, true);
 }
 
 void SwayShortcuts::end() {
@@ -75,6 +94,7 @@ void SwayShortcuts::bind(std::vector<SwallowedKey> keys) {
 }
 
 void SwayShortcuts::applyWanted() {
+    if (held_ && bindsReleases_ && !bound_.empty()) return;  // until it is released
     auto keys = wanted_;
     const auto without = [](const std::vector<SwallowedKey>& all,
                             const std::vector<SwallowedKey>& others) {
@@ -106,13 +126,14 @@ void SwayShortcuts::setBindings(const std::vector<SwallowedKey>& keys, bool isSe
     for (const auto& key : keys) {
         const auto name = combination(key);
         const auto code = std::to_string(key.keyCode);
-        if (isSet) {
-            commands += "bindcode --no-repeat --no-warn " + name + ' ' + std::string(pressCommand) +
-                        code + ";bindcode --release --no-warn " + name + ' ' +
-                        std::string(releaseCommand) + code + ';';
-        } else {
-            commands += "unbindcode " + name + ";unbindcode --release " + name + ';';
-        }
+        const bool hasRelease = bindsReleases_ && key.keyCode != keyCode::escape;
+        commands += isSet ? "bindcode --no-repeat --no-warn " + name + ' ' +
+                                std::string(pressCommand) + code + ';'
+                          : "unbindcode " + name + ';';
+        if (hasRelease)
+            commands += isSet ? "bindcode --release --no-warn " + name + ' ' +
+                                    std::string(releaseCommand) + code + ';'
+                              : "unbindcode --release " + name + ';';
     }
     if (!commands.empty() && commands_) commands_->ask(SwaySocket::Message::command, commands);
 }
@@ -158,15 +179,28 @@ void SwayShortcuts::pressed(KeyCode keyCode) {
         report(keyCode, false);
         return;
     }
-    if (held_) return released();  // sway has forgotten the release
+    if (held_ && seesRelease()) return;  // a remote keyboard repeats its presses
+    if (held_) return released();        // sway has forgotten the release
     held_ = *found;
-    report(keyCode, true);
+    isTold_ = false;
     takeKeyboard();
+    tellPress();
+}
+
+// Once the release can't be missed any more; before what comes after it.
+void SwayShortcuts::tellPress() {
+    if (held_ && !std::exchange(isTold_, true)) report(held_->keyCode, true);
+}
+
+bool SwayShortcuts::seesRelease() const {
+    const auto* session = input_.session();
+    return hasKeyboard_ && session && !session->method.isUnavailable();
 }
 
 void SwayShortcuts::released() {
     const auto keyCode = std::exchange(held_, std::nullopt)->keyCode;
     report(keyCode, false);
+    if (bindsReleases_) applyWanted();
     leaveKeyboard();
 }
 
@@ -178,14 +212,32 @@ void SwayShortcuts::takeKeyboard() {
     session->method.enter();
     session->method.grab([this](std::uint32_t key, bool isDown) { return handleKey(key, isDown); });
     session->connection.flush();
+    ++hold_;
+    limitHold();
+    limitStop();
+    lookForInputMethod();
+}
+
+void SwayShortcuts::limitHold() {
     input_.run(
-        [weak = weak_from_this(), hold = ++hold_](WaylandInput::Session*) {
+        [weak = weak_from_this(), hold = hold_](WaylandInput::Session*) {
             const auto self = weak.lock();
             if (!self || !self->hasKeyboard_ || self->hold_ != hold) return;
             if (self->held_) self->released();
             self->giveKeyboardBack();
         },
         longestHold);
+}
+
+// Renews the limit as long as the keyboard is held.
+void SwayShortcuts::limitStop() {
+    stopLimit_.renew(longestStop);
+    input_.run(
+        [weak = weak_from_this(), hold = hold_](WaylandInput::Session*) {
+            const auto self = weak.lock();
+            if (self && self->hasKeyboard_ && self->hold_ == hold) self->limitStop();
+        },
+        signOfLife);
 }
 
 void SwayShortcuts::leaveKeyboard() {
@@ -217,6 +269,7 @@ void SwayShortcuts::giveKeyboardBack() {
         session->method.leave();
         session->connection.flush();
     }
+    stopLimit_.cancel();
     std::lock_guard lock(mutex_);
     down_.clear();
 }
@@ -224,6 +277,7 @@ void SwayShortcuts::giveKeyboardBack() {
 // Returns whether the key is kept from the focused window.
 bool SwayShortcuts::handleKey(std::uint32_t key, bool isDown) {
     lastKey_ = Clock::now();
+    tellPress();
     const auto position = key + evdevOffset;
     if (position > 255) return false;
     const auto keyCode = keyCodeOfPosition(static_cast<XKeycode>(position));
@@ -233,7 +287,9 @@ bool SwayShortcuts::handleKey(std::uint32_t key, bool isDown) {
     }
     const bool isKept =
         keyCode == keyCode::escape && wants(keyCode) && (held_ || keyIsDown(keyCode));
-    report(keyCode, isDown);
+    // The release of a key whose press sway has announced was told with it.
+    const bool wasTold = keyCode == keyCode::escape && !isDown && !keyIsDown(keyCode);
+    if (!wasTold) report(keyCode, isDown);
     return isKept;
 }
 

@@ -12,6 +12,7 @@
 
 #include "Quorvi/platform/KeyEventTap.h"
 #include "Quorvi/platform/linux/gio/DescriptorSource.h"
+#include "Quorvi/platform/linux/posix/StopLimit.h"
 #include "Quorvi/platform/linux/wayland/input/WaylandInput.h"
 #include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
 
@@ -21,7 +22,9 @@ namespace quorvi {
 // in nobody's configuration, say that one goes down. From then until it has gone up, this program
 // has the keyboard: it sees the release, Escape and every other key, and lets the others pass.
 // Where another input method has the seat, the release comes from a second binding, which sway
-// forgets when a further key goes down meanwhile: then the next press counts as the release.
+// forgets when a further key goes down meanwhile: then the next press counts as the release. Only
+// there: sway 1.7 crashes if such a binding goes while its key is held, as at a reload.
+// A stopped process would keep the keyboard, so the kernel continues this one then.
 class SwayShortcuts : public std::enable_shared_from_this<SwayShortcuts> {
 public:
     using Sink = std::function<void(const TapEvent&)>;
@@ -47,7 +50,12 @@ private:
     void setBindings(const std::vector<SwallowedKey>& keys, bool isSet);
     void pressed(KeyCode keyCode);
     void released();
+    void tellPress();
+    bool seesRelease() const;
     void takeKeyboard();
+    void limitHold();
+    void lookForInputMethod();
+    void limitStop();
     void leaveKeyboard();
     void giveKeyboardBack();
     void giveBackWhenQuiet();
@@ -64,10 +72,13 @@ private:
     std::map<std::string, bool> users_;  // which combinations the user has bound
 
     std::optional<SwallowedKey> held_;
+    bool isTold_ = false;  // the press of the held key
     bool hasKeyboard_ = false;
+    bool bindsReleases_ = false;  // another input method has been seen
     bool isLeaving_ = false;
     std::uint64_t hold_ = 0;  // counts the times that the keyboard was taken
     Clock::time_point lastKey_;
+    StopLimit stopLimit_;
     mutable std::mutex mutex_;  // guards down_ only
     std::set<KeyCode> down_;    // as far as is known
 };

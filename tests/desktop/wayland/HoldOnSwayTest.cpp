@@ -1,0 +1,65 @@
+// What happens to the keyboard, which the program has while the shortcut is held, on bad days.
+#include "tests/desktop/ProgramDesk.h"
+
+namespace quorvi::test {
+namespace {
+
+class HoldOnSway : public ProgramDesk {
+protected:
+    HoldOnSway() { openMousepad(); }
+    void start() {
+        speech.willSay("Something was said.");
+        startQuorvi();
+        program.until("| ready");
+    }
+    void pressAndListen() {
+        user.press(key::f8);
+        program.until("Listening");
+    }
+    bool fieldGets(const std::string& text) {
+        return eventually([&] { return fieldText() == text; });
+    }
+    // The shortcut still works, and nothing but the words arrives.
+    void expectDictation(const std::string& before = {}) {
+        hold();
+        user.release(key::f8);
+        program.until("Done");
+        EXPECT_TRUE(fieldGets(before + "Something was said.")) << fieldText();
+    }
+};
+
+TEST_F(HoldOnSway, AStoppedProgramGoesOnAndKeepsNoKey) {
+    start();
+    pressAndListen();
+    kill(program.pid(), SIGSTOP);
+    user.type("typed");
+    EXPECT_TRUE(fieldGets("typed")) << fieldText();
+    user.release(key::f8);
+    // Not pasted, since the caret has moved; the sound of the stop may be missing, too.
+    program.untilOneOf({"Ready to paste", "Needs attention"});
+}
+
+TEST_F(HoldOnSway, AKilledProgramLeavesTheKeyboardAtOnceAndTheNextOneDictates) {
+    start();
+    pressAndListen();
+    program.crash();
+    user.type("typed");
+    EXPECT_TRUE(fieldGets("typed")) << fieldText();
+    user.release(key::f8);
+    start();
+    pressAndListen();
+    expectDictation("typed");
+}
+
+TEST_F(HoldOnSway, AReloadWhileHoldingLeavesTheShortcut) {
+    start();
+    pressAndListen();
+    shell("swaymsg reload");
+    expectDictation();
+    user.chord({key::leftControl}, key::a);
+    pressAndListen();
+    expectDictation();
+}
+
+}  // namespace
+}  // namespace quorvi::test
