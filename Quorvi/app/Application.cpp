@@ -22,6 +22,7 @@
 #include "Quorvi/shell/DesktopColorScheme.h"
 #include "Quorvi/shell/HelperPrograms.h"
 #include "Quorvi/shell/InterruptionNote.h"
+#include "Quorvi/shell/LayerIndicator.h"
 #include "Quorvi/shell/QtKeyMonitor.h"
 #include "Quorvi/shell/QtScheduler.h"
 #include "Quorvi/shell/QuitSignals.h"
@@ -49,10 +50,12 @@ constexpr auto trayPatience = 5s;
 // The whole program. Main thread. Members are in the order of dependence.
 class Application {
 public:
-    Application(QApplication& qt, const CommandLine& options, std::string apiKey)
+    Application(QApplication& qt, const DesktopCapabilities& capabilities,
+                const CommandLine& options, std::string apiKey)
         : qt_(qt),
+          capabilities_(capabilities),
           desktop_(scheduler_, helperProgram("quorvi-clipboard-keeper"),
-                   programBeside("quorvi-speech-service")),
+                   programBeside("quorvi-speech-service"), capabilities),
           isKeyGiven_(!apiKey.empty()),
           printStages_(options.printStages) {
         preferenceChanges_ = preferences_.onChange([this] { reportPreferences(); });
@@ -96,13 +99,14 @@ private:
     void createInterface() {
         const auto open = [this] { openWindow(); };
         const auto quit = [this] { this->quit(); };
-        panel_ = std::make_unique<RecordingPanel>(*model_, updates_.updater(),
-                                                  [this] { return desktop_.surroundings(); });
+        indicator_ = makeIndicator();
         model_->showOverlay = [this] {
             setRightAltIsAltGr(desktop_.rightAltIsAltGr());
-            panel_->present();
+            if (indicator_) indicator_->present();
         };
-        model_->hideOverlay = [this] { panel_->hide(); };
+        model_->hideOverlay = [this] {
+            if (indicator_) indicator_->dismiss();
+        };
         statusItem_ = std::make_unique<StatusItem>(
             *model_, StatusItem::Actions{.openWindow = open,
                                          .checkForUpdates = [this] { updates_.updater().check(); },
@@ -115,11 +119,23 @@ private:
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
     }
 
+    // A plain window of a Wayland desktop would take the focus from the field: then rather none.
+    std::unique_ptr<Indicator> makeIndicator() {
+        const auto surroundings = [this] { return desktop_.surroundings(); };
+        if (capabilities_.hasLayerShell)
+            return std::make_unique<LayerIndicator>(*model_, updates_.updater(), scheduler_,
+                                                    surroundings);
+        if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) return nullptr;
+        return std::make_unique<RecordingPanel>(*model_, updates_.updater(), surroundings);
+    }
+
     void observe() {
         changes_ = model_->onChange([this] { modelChanged(); });
         interruptionNote_ = std::make_unique<InterruptionNote>(*model_, history_, preferencesDisk_,
                                                                scheduler_, interruptionNoteFile());
-        surroundings_ = desktop_.onSurroundingsChanged([this] { panel_->followSurroundings(); });
+        surroundings_ = desktop_.onSurroundingsChanged([this] {
+            if (indicator_) indicator_->followSurroundings();
+        });
         permissions_ = desktop_.onPermissionsChanged([this] {
             // Before the observers of the model write the shortcut's name.
             setRightAltIsAltGr(desktop_.rightAltIsAltGr());
@@ -204,6 +220,7 @@ private:
     }
 
     QApplication& qt_;
+    const DesktopCapabilities capabilities_;
     QtScheduler scheduler_;
     LinuxDesktop desktop_;
     QtKeyMonitor localKeys_;
@@ -219,7 +236,7 @@ private:
     std::unique_ptr<InterruptionNote> interruptionNote_;
     std::unique_ptr<SyncComponents> sync_;
     Updates updates_{scheduler_, preferences_};
-    std::unique_ptr<RecordingPanel> panel_;
+    std::unique_ptr<Indicator> indicator_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<AppWindow> window_;
     std::unique_ptr<BusService> bus_;
@@ -239,7 +256,7 @@ private:
 
 }  // namespace
 
-int runApplication(QApplication& qt, std::string apiKey) {
+int runApplication(QApplication& qt, const DesktopCapabilities& capabilities, std::string apiKey) {
     const auto options = CommandLine::parse();
     const SingleInstance instance;
     if (!instance.isFirst()) {
@@ -250,7 +267,7 @@ int runApplication(QApplication& qt, std::string apiKey) {
     const DesktopColorScheme colours;
     const auto translation = installTranslation(QLocale());
     try {
-        Application application(qt, options, std::move(apiKey));
+        Application application(qt, capabilities, options, std::move(apiKey));
         return QApplication::exec();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "quorvi: %s\n", shownInEnglish(error).c_str());

@@ -19,6 +19,7 @@
 #include "Quorvi/app/commands/EraseCommand.h"
 #include "Quorvi/app/commands/KeyCommand.h"
 #include "Quorvi/app/commands/TransferCommand.h"
+#include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/shell/BusCommand.h"
 
@@ -58,15 +59,25 @@ bool asksForHelp(int argc, char** argv) {
     });
 }
 
-// On a Wayland desktop the indicator, like the input hook, works through XWayland.
-void useX11() {
-    if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "xcb", 1);
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value && *value;
+}
+
+// The windows are X11's, also through XWayland, and Wayland's where there is no X display. Returns
+// false if there is no display at all.
+bool chooseDisplay(const quorvi::DesktopCapabilities& capabilities) {
+    if (!isSet("DISPLAY") && !capabilities.isWayland) return false;
+    if (!std::getenv("QT_QPA_PLATFORM"))
+        setenv("QT_QPA_PLATFORM", isSet("DISPLAY") ? "xcb" : "wayland", 1);
+    return true;
 }
 
 // Without a working display Qt would end the program, so the doctor then runs without widgets.
 int examine(int argc, char** argv) {
-    useX11();
-    if (quorvi::x11InputHookIsPossible()) {
+    const auto capabilities = quorvi::probeWayland();
+    chooseDisplay(capabilities);
+    if (quorvi::x11InputHookIsPossible() || (!isSet("DISPLAY") && capabilities.isWayland)) {
         const QApplication qt(argc, argv);
         return quorvi::runDoctor();
     }
@@ -102,19 +113,19 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (const auto status = runCommand(argc, argv)) return *status;
-    const char* display = std::getenv("DISPLAY");
-    if (!display || !*display) {
+    // Before there is anything that a slow compositor could hold up.
+    const auto capabilities = quorvi::probeWayland();
+    if (!chooseDisplay(capabilities)) {
         const QCoreApplication qt(argc, argv);
         quorvi::CommandLine::parse();
-        std::fprintf(stderr, "quorvi: There is no X display. Start Quorvi on a desktop.\n");
+        std::fprintf(stderr, "quorvi: There is no display. Start Quorvi on a desktop.\n");
         return 1;
     }
-    useX11();
     // With several screens Qt ignores the desktop's panels unless told to ask the window manager.
     if (!std::getenv("QT_RELY_ON_NET_WORKAREA_ATOM"))
         setenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1", 1);
     QApplication qt(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("app.quorvi.Quorvi"));
     QApplication::setQuitOnLastWindowClosed(false);
-    return quorvi::runApplication(qt, std::move(apiKey));
+    return quorvi::runApplication(qt, capabilities, std::move(apiKey));
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Quorvi/platform/Surroundings.h"
+#include "Quorvi/ui/indicator/Indicator.h"
 #include "Quorvi/ui/indicator/RecordingOverlay.h"
 
 namespace quorvi {
@@ -15,16 +16,16 @@ namespace quorvi {
 // is in no window list, and lets clicks through unless it has a button. It bypasses the window
 // manager, whose frame would take the clicks. Main thread; the controller and the updater outlive
 // it.
-class RecordingPanel : public QWidget {
+class RecordingPanel : public QWidget, public Indicator {
 public:
     // `surroundings` returns what is known of the desktop, without blocking.
     RecordingPanel(AppModel& model, AppUpdater& updater,
                    std::function<Surroundings()> surroundings);
 
     // Shows the panel on the screen with the mouse pointer.
-    void present();
-    // To be called when the surroundings have changed.
-    void followSurroundings();
+    void present() override;
+    void dismiss() override { hide(); }
+    void followSurroundings() override;
 
     // Whether there is a button.
     bool acceptsMouse() const;
