@@ -46,7 +46,7 @@ inline double processorSeconds(pid_t pid) {
 struct MemoryUse {
     double resident = 0;      // all in megabytes
     double proportional = 0;  // shared memory divided among its users
-    double own = 0;           // anonymous memory
+    double anonymous = 0;     // of the process alone
 };
 
 inline MemoryUse memoryOf(pid_t pid) {
@@ -58,7 +58,7 @@ inline MemoryUse memoryOf(pid_t pid) {
         const double megabytes = kilobytes * 1024 / 1e6;
         if (key == "Rss:") memory.resident = megabytes;
         if (key == "Pss:") memory.proportional = megabytes;
-        if (key == "Anonymous:") memory.own = megabytes;
+        if (key == "Anonymous:") memory.anonymous = megabytes;
     }
     return memory;
 }

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <thread>
 
 #include "Quorvi/history/HistoryFile.h"
@@ -179,8 +180,16 @@ double wakeUps(const char* what, pid_t pid, std::chrono::seconds time) {
 
 void reportMemory(const char* what, pid_t pid) {
     const auto memory = memoryOf(pid);
-    std::fprintf(stderr, "%s: resident %.1f MB, proportional %.1f MB, own %.1f MB\n", what,
-                 memory.resident, memory.proportional, memory.own);
+    std::fprintf(stderr, "%s: resident %.1f MB, proportional %.1f MB, anonymous %.1f MB\n", what,
+                 memory.resident, memory.proportional, memory.anonymous);
+}
+
+// Resident memory, with a reference if there is one; proportional and anonymous memory.
+void memoryFigures(const std::string& name, pid_t pid, std::optional<double> reference = {}) {
+    const auto memory = memoryOf(pid);
+    figure(name, memory.resident, "MB", reference);
+    figure(name + "_pss", memory.proportional, "MB");
+    figure(name + "_anonymous", memory.anonymous, "MB");
 }
 
 // The same for a program with a tray icon only.
@@ -196,25 +205,30 @@ struct Bare {
     double toTray = 0;
 };
 
+// The first run writes the synchronisation state for later ones.
+void runFirst(test::TrayHost& tray, const Home& home) {
+    const Program first(tray, home);
+    std::fprintf(stderr, "first start: %.0f ms\n", first.toTray());
+    first.settle();
+    reportMemory("first run", first.pid());
+}
+
+void measureMemory(test::TrayHost& tray, std::size_t records, const char* name) {
+    const Home home(records, 0);
+    runFirst(tray, home);
+    const Program program(tray, home);
+    program.settle();
+    memoryFigures(name, program.pid());
+}
+
 void measureStart(test::TrayHost& tray) {
     const Home home(years, ruleCount);
-    {
-        // The first run writes the synchronisation state for later ones.
-        const Program first(tray, home);
-        std::fprintf(stderr, "first start: %.0f ms\n", first.toTray());
-        first.settle();
-        reportMemory("first run, 200,000 dictations", first.pid());
-    }
+    runFirst(tray, home);
     std::vector<double> starts, bare;
     for (int round = 0; round < 9; ++round) {
         bare.push_back(Bare(tray).toTray);
         const Program program(tray, home);
         starts.push_back(program.toTray());
-        if (round == 0) {
-            program.settle();
-            reportMemory("200,000 dictations", program.pid());
-            figure("idle_memory_200000", memoryOf(program.pid()).resident, "MB");
-        }
     }
     figure("start_to_tray", median(starts), "ms", median(bare));
     figure("start_to_tray_slowest", percentile(starts, 1), "ms", percentile(bare, 1));
@@ -241,8 +255,7 @@ void measureIdle(test::TrayHost& tray) {
         wait(2s);
         bare = memoryOf(other.process.pid()).resident;
     }
-    reportMemory("empty history", program.pid());
-    figure("idle_memory", memoryOf(program.pid()).resident, "MB", bare);
+    memoryFigures("idle_memory", program.pid(), bare);
     figure("idle_wakeups", wakeUps("idle", program.pid(), 64s), "per second");
 
     quorvi("show");
@@ -254,8 +267,7 @@ void measureIdle(test::TrayHost& tray) {
     reportMemory("window open", program.pid());
     closeWindow();
     program.settle();
-    reportMemory("window closed", program.pid());
-    figure("idle_memory_window_closed", memoryOf(program.pid()).resident, "MB", bare);
+    memoryFigures("idle_memory_window_closed", program.pid(), bare);
     figure("idle_wakeups_window_closed", wakeUps("window closed", program.pid(), 32s),
            "per second");
 }
@@ -334,4 +346,8 @@ int main(int argc, char** argv) {
     if (only.empty() || only == "idle") measureIdle(tray);
     if (only.empty() || only == "indicator") measureIndicator(tray);
     if (only.empty() || only == "start") measureStart(tray);
+    if (only.empty() || only == "memory") {
+        measureMemory(tray, 20'000, "idle_memory_20000");
+        measureMemory(tray, years, "idle_memory_200000");
+    }
 }
