@@ -5,6 +5,7 @@
 #include <time.h>
 
 #include "Quorvi/platform/linux/folder/FolderCloudDatabase.h"
+#include "Quorvi/platform/linux/posix/ColdFile.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "QuorviCore/history/HistoryArchive.h"
@@ -120,5 +121,7 @@ private:
 }  // namespace quorvi::bench
 
 int main() {
+    const quorvi::test::TestFolder folder;
+    quorvi::ColdMemory::use(*new quorvi::ColdFile(folder.path()));
     quorvi::bench::Bench().run();
 }

@@ -1,7 +1,6 @@
 // Ten years of dictations: loading, saving, adding one, searching, and a page's summaries, each
 // with a simple implementation as the reference.
 
-#include <malloc.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 #include <sys/wait.h>
@@ -13,6 +12,7 @@
 #include <functional>
 
 #include "Quorvi/history/HistoryStore.h"
+#include "Quorvi/platform/linux/posix/ColdFile.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
@@ -47,7 +47,7 @@ double medianOf(int runs, const std::function<void()>& work) {
 }
 
 double residentMegabytes() {
-    malloc_trim(0);
+    ColdMemory::giveBack();
     long pages = 0;
     std::ifstream("/proc/self/statm") >> pages >> pages;
     return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
@@ -306,6 +306,8 @@ private:
 }  // namespace quorvi::bench
 
 int main() {
+    const quorvi::test::TestFolder folder;
+    quorvi::ColdMemory::use(*new quorvi::ColdFile(folder.path()));
     quorvi::bench::Bench(200'000, "").run();
     quorvi::bench::Bench(20'000, "_20000").run();
     return quorvi::bench::sink == 0;

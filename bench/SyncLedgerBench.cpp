@@ -8,6 +8,7 @@
 #include <array>
 #include <functional>
 
+#include "Quorvi/platform/linux/posix/ColdFile.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/PosixJournalFiles.h"
@@ -309,6 +310,8 @@ void measureArchive(const LocalSnapshot& captured) {
 int main() {
     using namespace quorvi;
     using namespace quorvi::bench;
+    const test::TestFolder folder;
+    ColdMemory::use(*new ColdFile(folder.path()));
     const LocalSnapshot captured(generated(many), rules(), settings());
     measureTick(captured);
     measureMerge(captured);

@@ -15,6 +15,7 @@
 #include "Quorvi/app/composition/SyncComponents.h"
 #include "Quorvi/app/composition/Updates.h"
 #include "Quorvi/dictation/AppModel.h"
+#include "Quorvi/platform/linux/posix/ColdFile.h"
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
@@ -263,6 +264,8 @@ int runApplication(QApplication& qt, const DesktopCapabilities& capabilities, st
         std::fprintf(stderr, "quorvi: %s\n", instance.rival().c_str());
         return 0;
     }
+    static auto& coldFile = *new ColdFile(historyFile().parent_path());  // never destroyed
+    ColdMemory::use(coldFile);
     installDesign(qt);
     const DesktopColorScheme colours;
     const auto translation = installTranslation(QLocale());

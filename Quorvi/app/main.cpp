@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <sys/resource.h>
 
 #include <QApplication>
@@ -49,6 +50,14 @@ void disableCoreDumps() {
     if (getrlimit(RLIMIT_CORE, &limit) != 0) return;
     limit.rlim_cur = std::min<rlim_t>(1, limit.rlim_max);
     setrlimit(RLIMIT_CORE, &limit);
+}
+
+// Memory of this size goes back to the system when it is freed. By default the limits grow with the
+// first large document that is freed, and the next ones stay.
+void keepHeapSmall() {
+    constexpr int limit = 1 << 20;
+    mallopt(M_MMAP_THRESHOLD, limit);
+    mallopt(M_TRIM_THRESHOLD, limit);
 }
 
 // Whether the command line asks only for the help or the version, which needs no desktop.
@@ -104,6 +113,7 @@ std::optional<int> runCommand(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     disableCoreDumps();
+    keepHeapSmall();
     auto apiKey = takeFromEnvironment("QUORVI_API_KEY");
     QCoreApplication::setApplicationName(QStringLiteral("Quorvi"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUORVI_VERSION));

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "QuorviCore/async/Async.h"
+#include "QuorviCore/base/ColdMemory.h"
 
 namespace quorvi {
 
@@ -16,6 +17,13 @@ Task<HistoryMatches> HistorySearch::find(DictationRecords records, std::string q
         },
         stop);
     co_return co_await finding;
+}
+
+void HistorySearch::forget() {
+    executor_.run([old = std::exchange(index_, std::make_shared<HistoryIndex>())]() mutable {
+        old.reset();
+        ColdMemory::giveBack();
+    });
 }
 
 }  // namespace quorvi

@@ -20,6 +20,8 @@ public:
 
     // Returns the matching records with a text. Throws Cancelled if stopped.
     Task<HistoryMatches> find(DictationRecords records, std::string query, std::stop_token stop);
+    // Frees the folded texts, in the background; the next search folds them again.
+    void forget();
 
 private:
     Executor& executor_;

@@ -80,7 +80,7 @@ void prepareHistory(StoreUpdate& update, const SyncState& state, std::vector<Syn
     replaced.reserve(state.ledger.differences().size());
     std::vector<DictationRecord> fresh;
     fresh.reserve(items.size());
-    DictationRecordDecoder decoder;
+    DictationRecordDecoder decoder(items.size());
     std::string encoded;
     for (const auto& [id, baseline] : state.ledger.differences()) {
         if (!id.view().starts_with(syncPrefix::history)) continue;

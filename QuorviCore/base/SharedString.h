@@ -13,7 +13,8 @@
 namespace quorvi {
 
 // An immutable byte string with shared ownership: as large as a pointer and cheap to copy, on any
-// thread. For values that are held by the hundred thousand. Compares bytes.
+// thread. For values that are held by the hundred thousand. Compares bytes. Its bytes are in the
+// heap, or in the cold memory if ColdStrings has put them there.
 class SharedString {
 public:
     SharedString() = default;
@@ -23,7 +24,7 @@ public:
     SharedString(const char* text) : SharedString(std::string_view(text)) {}
 
     SharedString(const SharedString& other) noexcept : block_(other.block_) { retain(); }
-    SharedString(SharedString&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+    SharedString(SharedString&& other) noexcept : block_(std::exchange(other.block_, 0)) {}
     SharedString& operator=(SharedString other) noexcept {
         std::swap(block_, other.block_);
         return *this;
@@ -32,7 +33,8 @@ public:
 
     std::string_view view() const noexcept {
         if (!block_) return {};
-        return {reinterpret_cast<const char*>(block_ + 1), block_->size};
+        const auto* block = address();
+        return {reinterpret_cast<const char*>(block + 1), block->size};
     }
     operator std::string_view() const noexcept { return view(); }
     std::string string() const { return std::string(view()); }
@@ -56,18 +58,35 @@ public:
     }
 
 private:
+    friend class ColdStrings;
+
     // The bytes follow it.
     struct Block {
-        std::atomic<std::uint32_t> owners;
+        std::atomic<std::uint32_t> owners;  // 0 in the cold memory, which counts them elsewhere
         std::uint32_t size;
     };
-
-    void retain() const noexcept {
-        if (block_) block_->owners.fetch_add(1, std::memory_order_relaxed);
+    struct Cold {
+        Block* block;
+    };
+    explicit SharedString(Cold cold) noexcept
+        : block_(reinterpret_cast<std::uintptr_t>(cold.block) | coldBit) {
+        retain();
     }
+
+    bool isCold() const noexcept { return block_ & coldBit; }
+    Block* address() const noexcept { return reinterpret_cast<Block*>(block_ & ~coldBit); }
+    void retain() const noexcept {
+        if (!block_) return;
+        if (isCold())
+            retainCold();
+        else
+            address()->owners.fetch_add(1, std::memory_order_relaxed);
+    }
+    void retainCold() const noexcept;
     void release() noexcept;
 
-    Block* block_ = nullptr;  // nullptr for the empty text
+    static constexpr std::uintptr_t coldBit = 1;
+    std::uintptr_t block_ = 0;  // address, with the bit if it is cold; 0 for the empty text
 };
 
 }  // namespace quorvi

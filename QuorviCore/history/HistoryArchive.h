@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -54,10 +55,11 @@ void appendEncodedRecord(std::string& out, const DictationRecord& record);
 // Throws HistoryFormatError.
 DictationRecord decodeRecord(std::string json);
 
-// Decodes many records; they share equal texts. One thread at a time.
+// Decodes many records; they share the texts that many have in common. One thread at a time.
 class DictationRecordDecoder {
 public:
-    DictationRecordDecoder();
+    // `count` is how many about. The transcripts of very many go into the cold memory.
+    explicit DictationRecordDecoder(std::size_t count = 1);
     ~DictationRecordDecoder();
     DictationRecordDecoder(const DictationRecordDecoder&) = delete;
     DictationRecordDecoder& operator=(const DictationRecordDecoder&) = delete;

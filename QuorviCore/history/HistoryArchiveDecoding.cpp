@@ -1,6 +1,8 @@
 #include <functional>
+#include <optional>
 #include <unordered_set>
 
+#include "QuorviCore/base/ColdMemory.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/json/StrictReader.h"
 
@@ -57,6 +59,8 @@ struct Reader : json::StrictReader<Reader> {
     bool takeText(const Scalar& value) {
         if (value.type == json::null)
             record.text.reset();
+        else if (coldTexts)
+            record.text = coldTexts->keep(value.text);
         else
             record.text = value.text;
         return true;
@@ -85,6 +89,7 @@ struct Reader : json::StrictReader<Reader> {
     DictationCostEstimate estimate;
     DictationRecords::Builder records;
     SharedTexts texts;
+    std::optional<ColdStrings> coldTexts;  // where the records' texts go, if not into the heap
 };
 
 using Member = json::Member<Reader>;
@@ -128,6 +133,7 @@ constexpr Shape documentShape{.members = documentMembers};
 
 HistoryArchive HistoryArchive::decode(std::string document) {
     Reader reader(documentShape);
+    reader.coldTexts.emplace();
     reader.read<HistoryFormatError>(document);
     return {reader.version, reader.records.build()};
 }
@@ -143,7 +149,10 @@ struct DictationRecordDecoder::State {
     std::string text;  // parsed in place
 };
 
-DictationRecordDecoder::DictationRecordDecoder() : state_(std::make_unique<State>()) {}
+DictationRecordDecoder::DictationRecordDecoder(std::size_t count)
+    : state_(std::make_unique<State>()) {
+    if (count > 1000) state_->reader.coldTexts.emplace();
+}
 DictationRecordDecoder::~DictationRecordDecoder() = default;
 
 DictationRecord DictationRecordDecoder::decode(std::string_view json) {

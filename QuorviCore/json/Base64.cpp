@@ -75,7 +75,7 @@ void appendBase64(std::string& out, std::string_view bytes) {
     if (left == 1) at[-2] = '=';
 }
 
-std::optional<SharedString> bytesOfBase64(std::string_view text) {
+std::optional<SharedString> bytesOfBase64(std::string_view text, ColdStrings* cold) {
     if (text.size() % 4 != 0) return std::nullopt;
     if (text.empty()) return SharedString();
     // Most values are small, and need no memory but their own.
@@ -93,7 +93,8 @@ std::optional<SharedString> bytesOfBase64(std::string_view text) {
         std::memcpy(last, text.data() + whole.size(), 4 - padding);
         if (!decode({last, 4}, out + whole.size() / 4 * 3)) return std::nullopt;
     }
-    return SharedString(std::string_view(out, room - padding));
+    const std::string_view bytes(out, room - padding);
+    return cold ? cold->keep(bytes) : SharedString(bytes);
 }
 
 }  // namespace quorvi::json

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "QuorviCore/base/ColdMemory.h"
 #include "QuorviCore/base/SharedString.h"
 
 // Base64 as used in JSON: standard alphabet, padded.
@@ -16,7 +17,8 @@ constexpr std::size_t base64Size(std::size_t bytes) {
 
 void appendBase64(std::string& out, std::string_view bytes);
 
-// Returns nullopt for anything but padded base64, white space included.
-std::optional<SharedString> bytesOfBase64(std::string_view text);
+// Returns nullopt for anything but padded base64, white space included. With `cold`, the bytes are
+// kept there.
+std::optional<SharedString> bytesOfBase64(std::string_view text, ColdStrings* cold = nullptr);
 
 }  // namespace quorvi::json

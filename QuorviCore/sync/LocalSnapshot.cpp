@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "QuorviCore/Error.h"
+#include "QuorviCore/base/ColdMemory.h"
 #include "QuorviCore/corrections/TextCorrectionCoding.h"
 #include "QuorviCore/history/HistoryArchive.h"
 #include "QuorviCore/propertylist/PropertyList.h"
@@ -20,6 +21,9 @@ namespace quorvi {
 namespace {
 
 using Chunk = DictationRecords::Chunk;
+
+// So many payloads go into the heap. More are those of a first start.
+constexpr std::size_t few = 1000;
 
 // Traits of the elements of a list, for the comparison of two lists.
 struct RecordTraits {
@@ -294,12 +298,15 @@ LocalChanges LocalSnapshot::changesSince(const LocalSnapshot& captured,
 
 LocalChanges LocalSnapshot::changesFrom(const SyncLedger& ledger) const {
     LocalChanges changes;
+    ColdStrings cold;
     SharedStringSet live;
     live.reserve(records_.size() + rules_.rules().size() + settings_.size());
     visitAll(*this, [&](LocalChange change) {
         live.insert(change.id);
         const auto* before = ledger.baseline(change.id);
-        if (!before || *before != *change.payload) changes.push_back(std::move(change));
+        if (before && *before == *change.payload) return;
+        if (changes.size() >= few) change.payload = cold.keep(*change.payload);
+        changes.push_back(std::move(change));
     });
     for (const auto& [id, item] : ledger.items())
         if (ledger.baseline(item) && !live.contains(id))

@@ -52,12 +52,19 @@ struct Reader : json::StrictReader<Reader> {
         if (seconds) state.lastSynced = Date{*seconds};
         return seconds.has_value();
     }
+    bool takeItemId(const Scalar& value) {
+        if (itemId != value.text) itemId = ids.keep(value.text);
+        return true;
+    }
     bool takePayload(const Scalar& value) {
         itemBase64 = value.text;
-        return takeBytes(itemPayload, value);
+        itemPayload.reset();
+        if (value.type == json::null) return true;
+        itemPayload = json::bytesOfBase64(value.text, &payloads);
+        return itemPayload.has_value();
     }
     bool takeRecord(const Scalar& value) {
-        auto bytes = json::bytesOfBase64(value.text);
+        auto bytes = json::bytesOfBase64(value.text, &records);
         if (bytes) state.records.insert_or_assign(idOf(key()), *std::move(bytes));
         return bytes.has_value();
     }
@@ -103,6 +110,8 @@ struct Reader : json::StrictReader<Reader> {
 
     SyncState state;
     SyncLedger::Parts ledger;
+    // Where the state's strings go, apart from each other, since they are read at different times.
+    ColdStrings ids, payloads, records;
     struct BaselineEntry {
         std::string_view id, base64;
         bool isTheItems = false;
@@ -155,7 +164,7 @@ using Shape = json::Shape<Reader>;
 
 constexpr Member itemMembers[]{
     {"device", json::text, [](auto& r, auto& v) { return r.take(r.itemDevice, v); }},
-    {"id", json::text, [](auto& r, auto& v) { return r.take(r.itemId, v); }},
+    {"id", json::text, [](auto& r, auto& v) { return r.takeItemId(v); }},
     {"payload", json::text | json::null, [](auto& r, auto& v) { return r.takePayload(v); }},
     {"redacted", json::boolean, [](auto& r, auto& v) { return r.take(r.itemRedacted, v); }},
     {"revision", json::number, [](auto& r, auto& v) { return r.take(r.itemRevision, v); }},

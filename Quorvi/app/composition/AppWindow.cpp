@@ -1,7 +1,5 @@
 #include "Quorvi/app/composition/AppWindow.h"
 
-#include <malloc.h>
-
 #include <QSystemTrayIcon>
 #include <chrono>
 #include <utility>
@@ -10,6 +8,7 @@
 #include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
 #include "Quorvi/system/LaunchAtLoginController.h"
 #include "Quorvi/ui/window/MainWindow.h"
+#include "QuorviCore/base/ColdMemory.h"
 
 namespace quorvi {
 
@@ -37,7 +36,8 @@ struct AppWindow::Contents {
 
     XdgLoginItem service{XdgLoginItem::Places::current()};
     SerialExecutor executor{"login-item"};
-    SerialExecutor figures{"figures"};  // searches and sums of the history
+    // Searches and sums of the history.
+    SerialExecutor figures{"figures", SerialExecutor::Afterwards::giveMemoryBack};
     LaunchAtLoginController loginItem;
     std::unique_ptr<MainWindow> window;
 };
@@ -65,7 +65,7 @@ void AppWindow::forgetSoon() {
 void AppWindow::forget() {
     contents_->window.reset();
     // Behind the window's last jobs.
-    contents_->figures.run([] { malloc_trim(0); });
+    contents_->figures.run(ColdMemory::giveBack);
 }
 
 void AppWindow::open() {

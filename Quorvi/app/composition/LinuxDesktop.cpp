@@ -86,7 +86,7 @@ struct LinuxDesktop::Adapters {
     PosixRecordingFiles recordings{UserFolders::find().recordings,
                                    std::filesystem::temp_directory_path() / "VeskRecordings"};
     // Of its own: writing a long history must not hold up a recording.
-    SerialExecutor history{"history"};
+    SerialExecutor history{"history", SerialExecutor::Afterwards::giveMemoryBack};
     std::unique_ptr<DisplayAdapters> display;
     AtspiAccessibility accessibility;
     SerialExecutor accessibilityQueries{"accessibility"};

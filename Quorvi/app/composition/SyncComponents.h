@@ -64,9 +64,9 @@ private:
     Scheduler& scheduler_;
     const std::filesystem::path userData_;
     PosixJournalFiles journals_;
-    SerialExecutor cloudExecutor_{"cloud"};
+    SerialExecutor cloudExecutor_{"cloud", SerialExecutor::Afterwards::giveMemoryBack};
     SerialExecutor aside_{"cloud-aside"};  // what waits for the keyring or for the end of a server
-    SerialExecutor disk_{"sync"};
+    SerialExecutor disk_{"sync", SerialExecutor::Afterwards::giveMemoryBack};
     SerialExecutor::Hold untilBegin_{disk_};
     std::string address_;  // of the present cloud
     std::unique_ptr<CloudDatabase> database_;

@@ -118,6 +118,7 @@ void HistoryPage::hideEvent(QHideEvent* event) {
     if (event->spontaneous()) return;
     seen_ = false;
     newDay_ = {};
+    search_.forget();
 }
 
 void HistoryPage::follow() {

@@ -15,8 +15,13 @@ namespace quorvi {
 // jobs, then ends the thread.
 class SerialExecutor : public Executor {
 public:
+    // What happens when the queue has been empty for a while: those whose jobs read or free whole
+    // histories give memory back to the system.
+    enum class Afterwards { nothing, giveMemoryBack };
+
     // `name` is shown by debuggers; at most 15 bytes.
-    explicit SerialExecutor(std::string name) : name_(std::move(name)) {}
+    explicit SerialExecutor(std::string name, Afterwards afterwards = Afterwards::nothing)
+        : name_(std::move(name)), afterwards_(afterwards) {}
     ~SerialExecutor() override;
 
     void run(std::function<void()> job) override;
@@ -42,6 +47,7 @@ private:
     void hold(int change);
 
     const std::string name_;
+    const Afterwards afterwards_;
     std::mutex mutex_;
     std::condition_variable wake_;
     std::deque<std::function<void()>> jobs_;
