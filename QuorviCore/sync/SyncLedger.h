@@ -1,29 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "QuorviCore/async/Date.h"
 #include "QuorviCore/base/SharedString.h"
+#include "QuorviCore/base/SharedStringMap.h"
 #include "QuorviCore/sync/SyncItem.h"
 
 namespace quorvi {
-
-// Lets any string type look up shared strings.
-struct SharedStringHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>()(s); }
-};
-template <class Value>
-using SharedStringMap = std::unordered_map<SharedString, Value, SharedStringHash, std::equal_to<>>;
-using SharedStringSet = std::unordered_set<SharedString, SharedStringHash, std::equal_to<>>;
 
 // The present local value of one id, which may differ from the baseline.
 struct LocalChange {

@@ -532,7 +532,7 @@ void FolderCloud::takeOver(std::uint32_t machine) {
         const auto body = bodies.read({machine, item.segment, item.offset, item.length});
         auto entry = body ? folderlog::readBody(*body) : std::nullopt;
         if (!entry) fail(cloudErrorCode::networkFailure, isNotThere);
-        if (hasCurrent(index.zones()[item.zone], std::string(entry->name))) continue;
+        if (hasCurrent(index.zones()[item.zone], entry->name)) continue;
         entry->parent.emplace(folderlog::Version{index.machine(machine).id, item.number});
         entry->number = reserve(1);
         entry->clock = index.nextClock();
@@ -543,10 +543,10 @@ void FolderCloud::takeOver(std::uint32_t machine) {
     opened_->writer->sync();
 }
 
-bool FolderCloud::hasCurrent(const FolderIndex::Zone& zone, const std::string& name) const {
+bool FolderCloud::hasCurrent(const FolderIndex::Zone& zone, std::string_view name) const {
     const auto record = zone.records.find(name);
     if (record == zone.records.end()) return false;
-    return std::ranges::any_of(record->second.latest, [&](const FolderIndex::Latest& latest) {
+    return record->second.any([&](const FolderIndex::Latest& latest) {
         return latest.machine == opened_->self &&
                opened_->index.counts(opened_->index.machine(latest.machine).items[latest.item]);
     });

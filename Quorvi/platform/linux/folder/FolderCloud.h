@@ -105,7 +105,7 @@ private:
     std::vector<FolderRange> outdatedRanges() const;
     void rewrite(const FolderRange& range);
     void takeOver(std::uint32_t machine);
-    bool hasCurrent(const FolderIndex::Zone& zone, const std::string& name) const;
+    bool hasCurrent(const FolderIndex::Zone& zone, std::string_view name) const;
     CloudRecord recordAt(const FolderIndex::Winner& winner);
     std::optional<CloudRecord> read(FolderBodies& bodies, std::uint32_t machine,
                                     const FolderIndex::Item& item);

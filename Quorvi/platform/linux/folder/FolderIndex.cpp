@@ -136,8 +136,11 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
                 break;
             }
             zone.changed[place.machine] = entry.number;
-            auto& record = zone.records[std::string(entry.name)];
-            link(place.machine, at, record);
+            const auto known = zone.records.find(entry.name);
+            if (known == zone.records.end())
+                zone.records.emplace(names_.keep(entry.name), Record{{place.machine, at}});
+            else
+                link({place.machine, at}, known->second);
             break;
         }
         default:
@@ -145,25 +148,28 @@ void FolderIndex::take(const Entry& entry, const FolderPlace& place) {
     }
 }
 
-void FolderIndex::link(std::uint32_t machine, std::uint32_t at, Record& record) {
-    auto& item = machines_[machine].items[at];
-    for (auto& other : record.latest) {
+void FolderIndex::link(Latest latest, Record& record) {
+    const auto machine = latest.machine;
+    auto& item = machines_[machine].items[latest.item];
+    record.any([&](const Latest& other) {
         auto& known = machines_[other.machine].items[other.item];
         if (other.machine == machine) {
             lose(machine, known, Item::State::outdated);
-            continue;
+            return false;
         }
         if (item.parentMachine == other.machine && item.parentNumber == known.number)
             lose(other.machine, known, Item::State::replaced);
         if (known.parentMachine == machine && known.parentNumber == item.number)
             lose(machine, item, Item::State::replaced);
-    }
-    for (auto& other : record.latest)
-        if (other.machine == machine) {
-            other.item = at;
-            return;
-        }
-    record.latest.push_back({machine, at});
+        return false;
+    });
+    const bool isKnown = record.any([&](Latest& other) {
+        if (other.machine == machine) other = latest;
+        return other.machine == machine;
+    });
+    if (isKnown) return;
+    if (!record.others) record.others = std::make_unique<std::vector<Latest>>();
+    record.others->push_back(latest);
 }
 
 void FolderIndex::takeWhole(std::uint32_t machine, std::uint32_t segment, std::uint64_t start,
@@ -185,18 +191,19 @@ bool FolderIndex::isNeeded(const Item& item) const {
 }
 
 std::optional<FolderIndex::Winner> FolderIndex::winner(const Zone& zone,
-                                                       const std::string& name) const {
+                                                       std::string_view name) const {
     const auto found = zone.records.find(name);
     if (found == zone.records.end()) return std::nullopt;
     std::optional<Winner> best;
     const auto rank = [this](const Winner& one) {
         return std::tie(one.item->clock, machines_[one.machine].id);
     };
-    for (const auto& [machine, at] : found->second.latest) {
-        const Winner one{machine, &machines_[machine].items[at]};
-        if (one.item->state != Item::State::current) continue;
-        if (!best || rank(*best) < rank(one)) best = one;
-    }
+    found->second.any([&](const Latest& latest) {
+        const Winner one{latest.machine, &machines_[latest.machine].items[latest.item]};
+        if (one.item->state == Item::State::current && (!best || rank(*best) < rank(one)))
+            best = one;
+        return false;
+    });
     return best;
 }
 

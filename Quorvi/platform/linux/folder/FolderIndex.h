@@ -1,16 +1,20 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "Quorvi/platform/linux/folder/FolderLog.h"
+#include "QuorviCore/base/ColdMemory.h"
+#include "QuorviCore/base/SharedStringMap.h"
 
 namespace quorvi {
 
@@ -59,8 +63,20 @@ public:
         std::uint32_t machine;
         std::uint32_t item;
     };
+    // Of one name: the last version by each machine. Nearly always there is only one.
     struct Record {
-        std::vector<Latest> latest;
+        Latest first;
+        std::unique_ptr<std::vector<Latest>> others = nullptr;
+
+        // Calls visit(Latest&) for each until it returns true. Returns whether it did.
+        template <class Visit>
+        bool any(Visit visit) {
+            return visit(first) || (others && std::ranges::any_of(*others, visit));
+        }
+        template <class Visit>
+        bool any(Visit visit) const {
+            return visit(first) || (others && std::ranges::any_of(std::as_const(*others), visit));
+        }
     };
     struct Machine {
         Uuid id;
@@ -75,7 +91,7 @@ public:
         std::uint32_t maker = nobody;  // who made the present one
         std::uint32_t generation = 0;
         std::uint32_t deletedThrough = 0;
-        std::unordered_map<std::string, Record> records;
+        SharedStringMap<Record> records;
         std::map<std::uint32_t, std::uint64_t> changed;  // last entry of each machine
         std::map<std::uint32_t, std::uint64_t> deleted;
 
@@ -107,7 +123,7 @@ public:
         std::uint32_t machine;
         const Item* item;
     };
-    std::optional<Winner> winner(const Zone& zone, const std::string& name) const;
+    std::optional<Winner> winner(const Zone& zone, std::string_view name) const;
     bool counts(const Item& item) const;
     // Whether the item must stay in its machine's log. A version that another machine's version
     // replaces need not: it may hold what the user has deleted there.
@@ -116,7 +132,7 @@ public:
 private:
     bool isCredible(std::uint32_t machine, const Entry& entry) const;
     std::uint32_t zoneNumber(std::string_view name, std::uint32_t machine);
-    void link(std::uint32_t machine, std::uint32_t item, Record& record);
+    void link(Latest latest, Record& record);
     void startGeneration(Zone& zone, const Entry& entry, std::uint32_t machine);
     void lose(std::uint32_t machine, Item& item, Item::State state);
     void loseAll();
@@ -126,6 +142,7 @@ private:
     std::vector<Zone> zones_;
     std::map<std::string, std::uint32_t, std::less<>> zoneNumbers_;
     std::set<std::string> owners_;
+    ColdStrings names_;  // of records
     std::uint64_t clock_ = 0;
 };
 
