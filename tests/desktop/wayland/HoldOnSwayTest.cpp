@@ -61,5 +61,30 @@ TEST_F(HoldOnSway, AReloadWhileHoldingLeavesTheShortcut) {
     expectDictation();
 }
 
+// The seat has room for one input method. One that comes later costs one more press.
+TEST_F(HoldOnSway, AnInputMethodOfTheUsersBeforeOrAfterQuorviLeavesTheShortcut) {
+    const auto keyboards = [] { return shell("swaymsg -t get_inputs | grep -c virtual_keyboard"); };
+    for (const bool isFirst : {true, false}) {
+        if (!isFirst) start();
+        const auto before = keyboards();
+        const Process fcitx({"fcitx5"});
+        ASSERT_TRUE(eventually([&] { return keyboards() != before; }));
+        if (isFirst) start();
+        pressAndListen();
+        if (!isFirst) {
+            hold();
+            user.release(key::f8);
+            user.press(key::f8);
+        }
+        expectDictation();
+        user.chord({key::leftControl}, key::a);
+        pressAndListen();
+        expectDictation();
+        user.chord({key::leftControl}, key::a);
+        user.tap(key::backspace);
+        program.quit();
+    }
+}
+
 }  // namespace
 }  // namespace quorvi::test
