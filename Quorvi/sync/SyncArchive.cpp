@@ -108,6 +108,8 @@ void SyncArchive::setEngineState(std::optional<SharedString> state) {
 }
 
 void SyncArchive::setRecord(const SharedString& id, SharedString record) {
+    const auto known = state_.records.find(id);
+    if (known != state_.records.end() && known->second == record) return;
     state_.records.insert_or_assign(id, std::move(record));
     touch(id);
 }
