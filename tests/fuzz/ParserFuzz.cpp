@@ -150,11 +150,13 @@ void readValue(const std::string& bytes) {
     goRound(bytes, decodeCorrection, encodeCorrection);
     goRound(bytes, decodeCorrections, encodeCorrections);
     goRound(bytes, decodeRecordFields, encodeRecordFields);
-    goRound(bytes, json::bytesOfBase64, [](std::string_view content) {
-        std::string encoded;
-        json::appendBase64(encoded, content);
-        return encoded;
-    });
+    goRound(
+        bytes, [](std::string_view encoded) { return json::bytesOfBase64(encoded); },
+        [](std::string_view content) {
+            std::string encoded;
+            json::appendBase64(encoded, content);
+            return encoded;
+        });
 }
 
 void readExport(const std::string& bytes) {
