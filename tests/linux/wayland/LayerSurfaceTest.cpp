@@ -18,8 +18,13 @@ public:
         auto* manager = connection_.bind<zwlr_virtual_pointer_manager_v1>(
             zwlr_virtual_pointer_manager_v1_interface, 1);
         pointer_ = zwlr_virtual_pointer_manager_v1_create_virtual_pointer(manager, nullptr);
+        zwlr_virtual_pointer_manager_v1_destroy(manager);
         connection_.synchronise();
     }
+    ~Mouse() { zwlr_virtual_pointer_v1_destroy(pointer_); }
+    Mouse(const Mouse&) = delete;
+    Mouse& operator=(const Mouse&) = delete;
+
     void click(std::uint32_t x, std::uint32_t y) {
         for (const auto nudge : {1U, 0U})
             zwlr_virtual_pointer_v1_motion_absolute(pointer_, 0, x + nudge, y, 1280, 800);
