@@ -64,7 +64,7 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
     const auto application = accessibility_.applicationElement(frontmost->pid);
     accessibility_.setAttribute(application, "AXManualAccessibility", true, applicationTimeout);
 
-    auto element = focusedField(frontmost->pid);
+    auto [element, isNoText] = focus(frontmost->pid);
     if (!element && frontmost->pid == workspace_.ownPid()) refuse(say::clickFieldInWritingApp());
 
     auto window = focusedWindow(frontmost->pid);
@@ -77,7 +77,8 @@ InsertionTarget FieldInspector::capture(std::uint64_t inputGeneration) const {
             .window = std::move(window),
             .element = std::move(element),
             .selection = selected,
-            .inputGeneration = inputGeneration};
+            .inputGeneration = inputGeneration,
+            .isNoText = isNoText};
 }
 
 void FieldInspector::validate(const InsertionTarget& target,
@@ -103,7 +104,11 @@ void FieldInspector::validate(const InsertionTarget& target,
 
 InsertionTarget FieldInspector::completed(InsertionTarget target) const {
     if (target.selection || !accessibility_.isTrusted()) return target;
-    if (!target.element) target.element = focusedField(target.pid);
+    if (!target.element) {
+        auto found = focus(target.pid);
+        target.element = std::move(found.field);
+        target.isNoText = found.isNoText;
+    }
     if (target.element) target.selection = selection(*target.element, applicationTimeout);
     return target;
 }
@@ -128,13 +133,13 @@ bool FieldInspector::hasFocus(const InsertionTarget& target) const {
     return !target.window || focusedWindow(target.pid) == target.window;
 }
 
-std::optional<AXElement> FieldInspector::focusedField(pid_t pid) const {
+FieldInspector::Focus FieldInspector::focus(pid_t pid) const {
     auto element = focusedElement(pid);
-    if (!element) return element;
+    if (!element) return {};
     if (isSecure(*element, applicationTimeout)) refuse(say::selectRegularField());
-    if (!isTextRole(role(*element, applicationTimeout)) && !selection(*element, applicationTimeout))
-        element.reset();
-    return element;
+    const auto itsRole = role(*element, applicationTimeout);
+    if (isTextRole(itsRole) || selection(*element, applicationTimeout)) return {std::move(element)};
+    return {.field = {}, .isNoText = itsRole.has_value()};
 }
 
 std::optional<AXElement> FieldInspector::focusedElement(pid_t pid) const {

@@ -37,7 +37,12 @@ public:
                                                bool requireFocus) const;
 
 private:
-    std::optional<AXElement> focusedField(pid_t pid) const;
+    // Where the application has its focus: a text field, something known to be none, or unknown.
+    struct Focus {
+        std::optional<AXElement> field;
+        bool isNoText = false;
+    };
+    Focus focus(pid_t pid) const;
     std::optional<AXElement> focusedElement(pid_t pid) const;
     std::optional<AXElement> focusedTextElement(const AXElement& start) const;
     std::optional<AXElement> focusedWindow(pid_t pid) const;

@@ -22,6 +22,7 @@ struct InsertionTarget {
     std::optional<AXElement> element;     // the focused text element, if one was found
     std::optional<Utf16Range> selection;  // in the element
     std::uint64_t inputGeneration = 0;    // the keyboard monitor's counter at capture
+    bool isNoText = false;                // the focus is on something else than a text, as a button
     bool takesText = false;               // from an input method, and is no password field
 
     static constexpr std::string_view yourApp = sentences::english(Sentence::yourApp);

@@ -107,7 +107,7 @@ Task<InsertionTarget> TextInsertion::capture(std::uint64_t inputGeneration, std:
     }
     if (field && field->kind() == CommitField::Kind::secret)
         throw QuorviError::message(say::selectRegularField());
-    target.takesText = field != nullptr;
+    target.takesText = field && !target.isNoText;
     co_return target;
 }
 
@@ -157,8 +157,9 @@ Task<TextInsertion::Outcome> TextInsertion::insert(std::string text, InsertionTa
 
     auto released = waitForModifiers(stop);
     co_await released;
-    // Beside the check, since it may take a while to learn that there is none.
-    paste.looking = focusedField(environment_.committer,
+    // Beside the check, since it may take a while to learn that there is none. Some programs have
+    // an input method while the focus is on a button, where the text would be lost.
+    paste.looking = focusedField(paste.target.isNoText ? nullptr : environment_.committer,
                                  paste.target.takesText ? longFieldWait : fieldWait, stop);
     paste.looking.start();
     auto firstCheck = validate(paste, stop);

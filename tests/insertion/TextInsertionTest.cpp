@@ -263,6 +263,22 @@ TEST_F(TextInsertionTest, AFieldThatTakesTextIsGivenItWithoutTheClipboard) {
     EXPECT_TRUE(capturing.value()->takesText);
 }
 
+// Some programs leave the input method active there.
+TEST_F(TextInsertionTest, AButtonIsNotGivenTheTextWhateverItsInputMethodSays) {
+    committer.kind = CommitField::Kind::text;
+    accessibility.set(field, "AXRole", std::string("AXButton"));
+    accessibility.unset(field, "AXSelectedTextRange");
+    asks = receives = false;
+    insert();
+    EXPECT_TRUE(committer.commits.empty());
+    ASSERT_EQ(outcome(), "inserted");
+    EXPECT_FALSE(task->value()->isTaken);
+    EXPECT_EQ(pasteboard.text(), "big ");
+    const Running<InsertionTarget> capturing(insertion.capture(generation, {}));
+    scheduler.settle();
+    EXPECT_FALSE(capturing.value()->takesText);
+}
+
 TEST_F(TextInsertionTest, TypingAtAnyMomentBeforeTheCommitStopsIt) {
     committer.kind = CommitField::Kind::text;
     committer.onCommit = [this](const auto& text) { accessibility.type(field, text); };

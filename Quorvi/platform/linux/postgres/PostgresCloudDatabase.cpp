@@ -82,8 +82,10 @@ std::unique_ptr<PostgresWorker> PostgresCloudDatabase::startWorker(const std::st
             times);
     } catch (const QuorviError& error) {
         refusal_ = CloudError(cloudErrorCode::invalidArguments, error.what());
-        return nullptr;
+    } catch (const std::exception& error) {  // libpq is missing
+        refusal_ = CloudError(cloudErrorCode::badContainer, error.what());
     }
+    return nullptr;
 }
 
 std::optional<Message> PostgresCloudDatabase::refusal(const std::string& address) {
@@ -92,6 +94,8 @@ std::optional<Message> PostgresCloudDatabase::refusal(const std::string& address
         return std::nullopt;
     } catch (const QuorviError& error) {
         return error.sentence();
+    } catch (const std::exception&) {
+        return say::syncNoAccess(cloudErrorCode::badContainer);
     }
 }
 
