@@ -11,9 +11,25 @@ struct DesktopCapabilities {
     bool hasInputMethod = false;      // the keyboard while the shortcut is held; text for fields
     bool hasSway = false;             // sway's commands: shortcuts, and which window has the focus
     bool hasLayerShell = false;       // pictures above the windows
+    bool hasKdeShortcuts = false;     // KGlobalAccel
+    bool hasFakeInput = false;        // KWin's keys for the focused window
+    bool hasPlasmaWindows = false;    // KWin's list of windows
+    bool hasShortcutsPortal = false;  // a portal for shortcuts whose backend is this desktop's
+    bool hasCustomShortcuts = false;  // GNOME's shortcuts that run a command
+    bool hasIbus = false;             // IBus gives text to fields
+    bool hasRemoteDesktop = false;    // a portal for keys, after the user's consent
 
+    // Whether the shortcut works in all windows.
+    bool hasShortcut() const {
+        return hasSway || hasKdeShortcuts || hasShortcutsPortal || hasCustomShortcuts;
+    }
+    // Whether text can be put into the windows of Wayland programs.
+    bool hasInsertion() const {
+        return (hasClipboard && (hasVirtualKeyboard || hasFakeInput)) || hasIbus ||
+               hasRemoteDesktop;
+    }
     // Whether Quorvi can work in the windows of Wayland programs, and not in those of X11 alone.
-    bool isNative() const { return isWayland && hasClipboard && hasVirtualKeyboard && hasSway; }
+    bool isNative() const { return isWayland && hasShortcut() && hasInsertion(); }
 
     bool operator==(const DesktopCapabilities&) const = default;
 };

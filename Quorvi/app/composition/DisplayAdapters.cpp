@@ -2,11 +2,7 @@
 
 #include <utility>
 
-#include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
-#include "Quorvi/platform/linux/wayland/commit/InputMethodCommitter.h"
-#include "Quorvi/platform/linux/wayland/input/VirtualKeyboardPoster.h"
-#include "Quorvi/platform/linux/wayland/sway/SwayKeyEventTap.h"
-#include "Quorvi/platform/linux/wayland/sway/SwayWorkspace.h"
+#include "Quorvi/app/composition/WaylandAdapters.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 #include "Quorvi/platform/linux/x11/desktop/X11Workspace.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
@@ -38,33 +34,6 @@ private:
     X11Pasteboard pasteboard_;
 };
 
-class SwayAdapters final : public DisplayAdapters {
-public:
-    SwayAdapters(Scheduler& scheduler, std::string clipboardKeeper,
-                 std::function<void()> tapChanged)
-        : workspace_(scheduler),
-          tap_(scheduler, input_, std::move(tapChanged)),
-          poster_(input_, [this] { return workspace_.frontmostClass(); }),
-          committer_(scheduler, input_),
-          pasteboard_(scheduler, std::move(clipboardKeeper)) {}
-
-    KeyEventTap& tap() override { return tap_; }
-    KeyEventPoster& poster() override { return poster_; }
-    Workspace& workspace() override { return workspace_; }
-    ThreadedPasteboard& pasteboard() override { return pasteboard_; }
-    TextCommitter* committer() override { return &committer_; }
-    void setPasteChords(PasteChords chords) override { poster_.setPasteChords(std::move(chords)); }
-    bool inputHookIsPossible() const override { return input_.isAlive(); }
-
-private:
-    WaylandInput input_;
-    SwayWorkspace workspace_;
-    SwayKeyEventTap tap_;
-    VirtualKeyboardPoster poster_;
-    InputMethodCommitter committer_;
-    DataControlPasteboard pasteboard_;
-};
-
 }  // namespace
 
 std::unique_ptr<DisplayAdapters> DisplayAdapters::make(const DesktopCapabilities& capabilities,
@@ -72,8 +41,8 @@ std::unique_ptr<DisplayAdapters> DisplayAdapters::make(const DesktopCapabilities
                                                        std::string clipboardKeeper,
                                                        std::function<void()> tapChanged) {
     if (capabilities.isNative())
-        return std::make_unique<SwayAdapters>(scheduler, std::move(clipboardKeeper),
-                                              std::move(tapChanged));
+        return std::make_unique<WaylandAdapters>(capabilities, scheduler,
+                                                 std::move(clipboardKeeper), std::move(tapChanged));
     return std::make_unique<X11Adapters>(scheduler, std::move(clipboardKeeper));
 }
 

@@ -1,0 +1,57 @@
+#include "Quorvi/app/composition/WaylandAdapters.h"
+
+#include <utility>
+
+#include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
+#include "Quorvi/platform/linux/wayland/commit/InputMethodCommitter.h"
+#include "Quorvi/platform/linux/wayland/input/VirtualKeyboardPoster.h"
+#include "Quorvi/platform/linux/wayland/sway/SwayKeyEventTap.h"
+#include "Quorvi/platform/linux/wayland/sway/SwayWorkspace.h"
+
+namespace quorvi {
+
+WaylandAdapters::WaylandAdapters(const DesktopCapabilities& capabilities, Scheduler& scheduler,
+                                 std::string clipboardKeeper, std::function<void()> tapChanged)
+    : capabilities_(capabilities), scheduler_(scheduler) {
+    if (capabilities_.hasVirtualKeyboard || capabilities_.hasInputMethod) input_.emplace();
+    makeWorkspace();
+    makeTap(std::move(tapChanged));
+    makePoster();
+    makeCommitter();
+    makePasteboard(std::move(clipboardKeeper));
+}
+
+WaylandAdapters::~WaylandAdapters() = default;
+
+bool WaylandAdapters::inputHookIsPossible() const {
+    return !input_ || input_->isAlive();
+}
+
+void WaylandAdapters::makeWorkspace() {
+    auto workspace = std::make_unique<SwayWorkspace>(scheduler_);
+    frontmostClass_ = [&sway = *workspace] { return sway.frontmostClass(); };
+    workspace_ = std::move(workspace);
+}
+
+void WaylandAdapters::makeTap(std::function<void()> changed) {
+    tap_ = std::make_unique<SwayKeyEventTap>(scheduler_, *input_, std::move(changed));
+}
+
+void WaylandAdapters::makePoster() {
+    auto poster = std::make_unique<VirtualKeyboardPoster>(*input_, frontmostClass_);
+    setPasteChords_ = [&keyboard = *poster](PasteChords chords) {
+        keyboard.setPasteChords(std::move(chords));
+    };
+    poster_ = std::move(poster);
+}
+
+void WaylandAdapters::makeCommitter() {
+    if (capabilities_.hasInputMethod)
+        committer_ = std::make_unique<InputMethodCommitter>(scheduler_, *input_);
+}
+
+void WaylandAdapters::makePasteboard(std::string keeper) {
+    pasteboard_ = std::make_unique<DataControlPasteboard>(scheduler_, std::move(keeper));
+}
+
+}  // namespace quorvi

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "Quorvi/app/composition/DisplayAdapters.h"
+#include "Quorvi/platform/linux/wayland/input/WaylandInput.h"
+
+namespace quorvi {
+
+// The adapters on a Wayland desktop that `isNative()`. Each part is chosen by itself: the first in
+// its function that the desktop offers.
+class WaylandAdapters final : public DisplayAdapters {
+public:
+    // As DisplayAdapters::make().
+    WaylandAdapters(const DesktopCapabilities& capabilities, Scheduler& scheduler,
+                    std::string clipboardKeeper, std::function<void()> tapChanged);
+    ~WaylandAdapters() override;
+
+    KeyEventTap& tap() override { return *tap_; }
+    KeyEventPoster& poster() override { return *poster_; }
+    TextCommitter* committer() override { return committer_.get(); }
+    Workspace& workspace() override { return *workspace_; }
+    ThreadedPasteboard& pasteboard() override { return *pasteboard_; }
+    void setPasteChords(PasteChords chords) override { setPasteChords_(std::move(chords)); }
+    bool inputHookIsPossible() const override;
+
+private:
+    void makeWorkspace();
+    void makeTap(std::function<void()> changed);
+    void makePoster();
+    void makeCommitter();
+    void makePasteboard(std::string keeper);
+
+    const DesktopCapabilities capabilities_;
+    Scheduler& scheduler_;
+    std::optional<WaylandInput> input_;  // with the virtual keyboard or the input method
+    std::unique_ptr<Workspace> workspace_;
+    std::function<std::string()> frontmostClass_;  // see PasteChords; the workspace's
+    std::unique_ptr<KeyEventTap> tap_;
+    std::unique_ptr<KeyEventPoster> poster_;
+    std::function<void(PasteChords)> setPasteChords_;  // the poster's
+    std::unique_ptr<TextCommitter> committer_;
+    std::unique_ptr<ThreadedPasteboard> pasteboard_;
+};
+
+}  // namespace quorvi
