@@ -19,6 +19,7 @@
 #include "Quorvi/app/commands/Doctor.h"
 #include "Quorvi/app/commands/EraseCommand.h"
 #include "Quorvi/app/commands/KeyCommand.h"
+#include "Quorvi/app/commands/ShortcutCommand.h"
 #include "Quorvi/app/commands/TransferCommand.h"
 #include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
@@ -99,8 +100,8 @@ int examine(int argc, char** argv) {
 std::optional<int> runCommand(int argc, char** argv) {
     using namespace quorvi;
     const std::vector<std::string_view> arguments(argv + 1, argv + argc);
-    for (const auto run :
-         {runCloudCommand, runComputersCommand, runTransferCommand, runEraseCommand})
+    for (const auto run : {runCloudCommand, runComputersCommand, runTransferCommand,
+                           runEraseCommand, runShortcutCommand})
         if (const auto status = run(arguments)) return status;
     if (arguments.size() != 1) return std::nullopt;
     if (const auto command = keyCommandFromArgument(arguments[0])) return runKeyCommand(*command);

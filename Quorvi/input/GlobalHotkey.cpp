@@ -69,6 +69,7 @@ void GlobalHotkey::reset() {
     reconcileTimer_.cancel();
     modifierGesture_ = {};
     latch_.reset();
+    isTapped_ = false;
     escapeIsConsumed_ = false;
     ++*callbackGeneration_;
 }
@@ -91,6 +92,7 @@ void GlobalHotkey::setSuspended(bool suspended) {
 }
 
 void GlobalHotkey::setCancelEnabled(bool enabled) {
+    if (!enabled) isTapped_ = false;
     if (std::exchange(cancelEnabled_, enabled) != enabled) declareSwallowedKeys();
 }
 
@@ -217,10 +219,17 @@ TapVerdict GlobalHotkey::handleShortcutKey(const TapEvent& event, bool isDown) {
             return TapVerdict::pass;
         }
     }
-    if (const auto changed = latch_.transition(isDown))
-        queue([this, down = *changed] {
-            if (onTransition) onTransition(down);
-        });
+    const auto changed = latch_.transition(isDown);
+    if (!changed) return TapVerdict::swallow;
+    if (isDown) endsTapped_ = std::exchange(isTapped_, false);
+    if (event.isTap && mode_ == DictationMode::hold) {
+        // Once the press has been carried out.
+        if (!endsTapped_) queue([this] { isTapped_ = cancelEnabled_; });
+        return TapVerdict::swallow;
+    }
+    queue([this, down = isDown && !endsTapped_] {
+        if (onTransition) onTransition(down);
+    });
     return TapVerdict::swallow;
 }
 

@@ -97,6 +97,10 @@ private:
     std::uint64_t inputGeneration_ = 0;
 
     HotkeyLatch latch_;
+    // With a desktop that tells taps: one has begun a dictation, which the next press ends; the
+    // last press has ended one.
+    bool isTapped_ = false;
+    bool endsTapped_ = false;
     ModifierHotkeyGesture modifierGesture_;
     Timer holdTimer_;
     Timer reconcileTimer_;

@@ -32,6 +32,8 @@ struct TapEvent {
     std::int64_t button = 0;  // of a mouse event: 0 left, 1 right, 2 middle, 3 and up others
     std::uint64_t flags = 0;  // modifierFlag bits after the event, sides included
     std::int64_t sourceUserData = 0;  // the marker of a synthesised event, else 0
+    // Of a keyUp: the desktop can't tell how long the key was held, only that it does not repeat.
+    bool isTap = false;
 };
 
 enum class TapVerdict { pass, swallow };

@@ -22,6 +22,10 @@ _quorvi() {
             mapfile -t COMPREPLY < <(compgen -W "folder:/ postgresql://" -- "$current")
             return
             ;;
+        shortcut)
+            mapfile -t COMPREPLY < <(compgen -W "install remove" -- "$current")
+            return
+            ;;
         export | import)
             compopt -o filenames
             mapfile -t COMPREPLY < <(compgen -f -- "$current")
@@ -39,7 +43,7 @@ _quorvi() {
     local words='--shortcut --mode --print-stages --help --version --store-key --remove-key --cloud-database= --store-cloud-password --cloud-release-check'
     if [[ $current != -* ]]; then
         ((COMP_CWORD == 1)) || return
-        words='start finish toggle cancel retry status show quit doctor export import computers erase'
+        words='start finish toggle cancel retry status show quit doctor shortcut export import computers erase'
     fi
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
     [[ ${COMPREPLY[0]-} != *= ]] || compopt -o nospace

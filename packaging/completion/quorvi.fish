@@ -20,6 +20,7 @@ complete -c quorvi -n __fish_is_first_arg -a status -d 'Print the stage and whet
 complete -c quorvi -n __fish_is_first_arg -a show -d 'Bring the window up'
 complete -c quorvi -n __fish_is_first_arg -a quit -d 'End Quorvi'
 complete -c quorvi -n __fish_is_first_arg -a doctor -d 'Check everything that a dictation needs'
+complete -c quorvi -n __fish_is_first_arg -a shortcut -d 'Let GNOME's settings run Quorvi at your shortcut'
 complete -c quorvi -n __fish_is_first_arg -a export -d 'Write dictations, rules and settings to a file'
 complete -c quorvi -n __fish_is_first_arg -a import -d 'Merge such a file in'
 complete -c quorvi -n __fish_is_first_arg -a computers -d 'List the computers that share the folder'

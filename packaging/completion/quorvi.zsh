@@ -22,6 +22,7 @@ _arguments \
         show\:"bring the window up"
         quit\:"end Quorvi"
         doctor\:"check everything that a dictation needs"
+        shortcut\:"let GNOME's settings run Quorvi at your shortcut"
         export\:"write dictations, rules and settings to a file"
         import\:"merge such a file in"
         computers\:"list the computers that share the folder"

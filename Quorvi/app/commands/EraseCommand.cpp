@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "Quorvi/app/commands/KeyCommand.h"
+#include "Quorvi/app/commands/ShortcutCommand.h"
 #include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/app/composition/CloudPassword.h"
@@ -33,7 +34,7 @@ void explain(const UserFolders& folders, const std::optional<std::string>& cloud
         "  %s: your dictations, and what is kept for the synchronisation\n"
         "  %s: your rules and settings\n"
         "  the API keys%s in your keyring\n"
-        "  the start at login, if it is on\n",
+        "  the start at login, if it is on, and Quorvi's shortcuts in the desktop's settings\n",
         folders.data.c_str(), folders.config.c_str(),
         cloud && isServerAddress(*cloud) ? " and the password of the cloud" : "");
     if (!cloud)
@@ -124,6 +125,7 @@ int erase(bool isSure) {
                           removeSecrets(otherKeyQuery({}), "The keys of other speech services"),
                           removeCloudPassword(cloud.value_or("")),
                           removeLoginItem(),
+                          removeDesktopShortcuts(),
                           removeFolder(folders.data),
                           removeFolder(folders.config),
                           removeFolder(folders.recordings)};

@@ -56,9 +56,9 @@ void ShortcutKeyEventTap::declare() {
 }
 
 void ShortcutKeyEventTap::changed(const SwallowedKey& key, ShortcutSource::Change change) {
-    const bool isDown = change == ShortcutSource::Change::pressed;
-    tellKey(key, isDown);
-    if (isDown && !source_->support().release) tellKey(key, false);
+    tellKey(key, change);
+    if (change == ShortcutSource::Change::pressed && !source_->support().release)
+        tellKey(key, ShortcutSource::Change::tapped);
 }
 
 void ShortcutKeyEventTap::boundChanged() {
@@ -68,7 +68,8 @@ void ShortcutKeyEventTap::boundChanged() {
 }
 
 // The modifiers of a shortcut count as released with its key.
-void ShortcutKeyEventTap::tellKey(const SwallowedKey& key, bool isDown) {
+void ShortcutKeyEventTap::tellKey(const SwallowedKey& key, ShortcutSource::Change change) {
+    const bool isDown = change == ShortcutSource::Change::pressed;
     if (isDown)
         held_.insert(key.keyCode);
     else
@@ -76,7 +77,10 @@ void ShortcutKeyEventTap::tellKey(const SwallowedKey& key, bool isDown) {
     const auto own = flagsOfKey(key.keyCode);
     auto type = isDown ? TapEventType::keyDown : TapEventType::keyUp;
     if (own != 0) type = TapEventType::flagsChanged;
-    tell({.type = type, .keyCode = key.keyCode, .flags = isDown ? key.modifiers | own : 0});
+    tell({.type = type,
+          .keyCode = key.keyCode,
+          .flags = isDown ? key.modifiers | own : 0,
+          .isTap = change == ShortcutSource::Change::tapped});
 }
 
 // Holds the handler, since it may remove the hook that is calling it.

@@ -42,7 +42,7 @@ private:
     void changed(const SwallowedKey& key, ShortcutSource::Change change);
     void boundChanged();
     void tell(const TapEvent& event);
-    void tellKey(const SwallowedKey& key, bool isDown);
+    void tellKey(const SwallowedKey& key, ShortcutSource::Change change);
 
     Scheduler& scheduler_;
     const std::function<void()> onValid_;

@@ -12,11 +12,13 @@ namespace quorvi {
 // Main thread; nothing blocks or throws. The destructor gives all keys back.
 class ShortcutSource {
 public:
-    enum class Change { pressed, released };
+    // `tapped`: no auto-repeat has followed the press, and whether the key is still down is
+    // unknown. A dictation that is held goes on then, until the next press.
+    enum class Change { pressed, released, tapped };
 
     // What this desktop can do; the user is offered only that.
     struct Support {
-        bool release = false;        // tells when the key goes up; if not, each press toggles
+        bool release = false;        // tells when the key goes up; if not, each press is a tap
         bool loneModifiers = false;  // a modifier alone can be the shortcut
         bool escape = false;         // Escape can be bound for the time of a recording
         bool asksUser = false;       // the user is asked before the shortcut is installed

@@ -1,0 +1,67 @@
+#include "Quorvi/app/commands/ShortcutCommand.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <string>
+
+#include "Quorvi/app/commands/StoredPreferences.h"
+#include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
+#include "Quorvi/platform/linux/xkb/KeyMap.h"
+#include "Quorvi/shell/BusCommand.h"
+#include "Quorvi/shell/HelperPrograms.h"
+#include "Quorvi/ui/translations/ShownMessage.h"
+
+namespace quorvi {
+
+namespace {
+
+int complain(const std::string& problem) {
+    std::fprintf(stderr, "quorvi: %s\n", problem.c_str());
+    return 1;
+}
+
+// Quorvi, which binds the key while it runs, notices by itself.
+int install(CustomShortcutSettings& settings) {
+    const auto shortcut = StoredPreferences().settings.get(setting::hotkey);
+    const auto name = shownInEnglish(title(shortcut));
+    if (const auto use = settings.takenBy({shortcut.keyCode, shortcut.modifiers}); !use.empty())
+        return complain("GNOME uses " + name + " for: " + use +
+                        ". Choose another shortcut in Quorvi's Settings.");
+    settings.install(helperProgram("quorvi-shortcut"), programBeside("quorvi"));
+    if (changesFlags(shortcut.keyCode))
+        std::printf(
+            "GNOME reports no key such as %s alone. Choose a combination or a function key in "
+            "Quorvi's\nSettings; then it works.\n",
+            name.c_str());
+    else
+        std::printf("While Quorvi runs, %s is among the custom shortcuts in GNOME's settings.\n",
+                    name.c_str());
+    return 0;
+}
+
+}  // namespace
+
+bool removeDesktopShortcuts() {
+    CustomShortcutSettings().remove();
+    return true;
+}
+
+std::optional<int> runShortcutCommand(const std::vector<std::string_view>& arguments) {
+    if (arguments.empty() || arguments[0] != "shortcut") return std::nullopt;
+    const auto action = arguments.size() == 2 ? arguments[1] : std::string_view();
+    if (action != "install" && action != "remove" && action != "release")
+        return complain("shortcut takes install or remove (see quorvi --help)") + 1;
+    if (!CustomShortcutSettings::areThere())
+        return complain("This desktop has no custom shortcuts that Quorvi knows.");
+    int count = 0;
+    const QCoreApplication qt(count, nullptr);  // for the folder of the program
+    CustomShortcutSettings settings;
+    if (action == "install") return install(settings);
+    if (action == "remove")
+        settings.remove();
+    else if (!isRunning())
+        settings.bind(CustomShortcutSettings::Entry::cancel, std::nullopt);
+    return 0;
+}
+
+}  // namespace quorvi
