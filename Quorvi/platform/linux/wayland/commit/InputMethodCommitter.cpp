@@ -1,6 +1,5 @@
 #include "Quorvi/platform/linux/wayland/commit/InputMethodCommitter.h"
 
-#include <chrono>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -10,7 +9,8 @@
 namespace quorvi {
 namespace {
 
-constexpr auto patience = std::chrono::milliseconds(300);  // for the compositor's answer
+// A field changes when it has taken a piece, which may cross the next.
+constexpr int mostRefusals = 100;
 // A message of the protocol has room for 4,096 bytes.
 constexpr std::size_t longestPiece = 3000;
 
@@ -45,16 +45,21 @@ public:
     }
 
     Delivery commit(WaylandInput::Session* session, std::string_view text) {
-        if (!session || !hasFocus(session->method)) return Delivery::nothing;
+        auto reached = Delivery::nothing;  // if the rest does not go out
+        int refusals = 0;
         while (!text.empty()) {
+            if (!session || !hasFocus(session->method) || refusals > mostRefusals) return reached;
             const auto piece = firstPiece(text);
-            session->method.commit(piece);
-            session->connection.flush();
+            const auto isTaken = session->method.commit(piece);
+            if (!isTaken) return Delivery::uncertain;
+            if (!*isTaken) {
+                ++refusals;
+                continue;
+            }
+            reached = Delivery::uncertain;
             text.remove_prefix(piece.size());
         }
-        // The compositor tells of a lost focus before it answers this, if that came first.
-        const bool isCarriedOut = session->connection.synchronise(patience);
-        return isCarriedOut && hasFocus(session->method) ? Delivery::sent : Delivery::uncertain;
+        return hasFocus(session->method) ? Delivery::sent : Delivery::uncertain;
     }
 
     void end(WaylandInput::Session* session) {

@@ -4,6 +4,7 @@
 #include <wayland-client.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -105,10 +106,18 @@ void InputMethod::leave() {
     if (method_) zwp_input_method_v2_destroy(std::exchange(method_, nullptr));
 }
 
-void InputMethod::commit(std::string_view piece) {
-    if (!method_) return;
+// The text and the question whether it was carried out are one write, which the compositor reads at
+// once. So a change of the field that it tells of before its answer is older than the text.
+std::optional<bool> InputMethod::commit(std::string_view piece) {
+    if (!method_ || !connection_.synchronise(patience) || !field_.isActive) return false;
+    const auto serial = serial_;
     zwp_input_method_v2_commit_string(method_, std::string(piece).c_str());
-    zwp_input_method_v2_commit(method_, serial_);
+    zwp_input_method_v2_commit(method_, serial);
+    if (!connection_.synchronise(patience)) return std::nullopt;
+    if (serial == serial_) return true;
+    if (std::getenv("SWAYSOCK") == nullptr) return std::nullopt;
+    // sway's first release that offers this also heeds the serial.
+    return connection_.versionOf("wp_cursor_shape_manager_v1") == 0;
 }
 
 void InputMethod::grab(OnKey onKey) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string_view>
 #include <vector>
@@ -51,8 +52,10 @@ public:
     // `observer` is called now and after each change of the field, until it returns false.
     void observe(std::function<bool()> observer);
 
-    // Puts at most 3,000 bytes into the focused field.
-    void commit(std::string_view piece);
+    // Puts at most 3,000 bytes into the focused field, unless its state has changed in a way that
+    // this program was not yet told of: newer compositors ignore the text then, older ones don't.
+    // Waits for the compositor; true if it has taken the text, nothing if that is unknown.
+    std::optional<bool> commit(std::string_view piece);
 
     // Takes the user's keyboard: all keys go to `onKey`, and what it lets pass to the focused
     // window. Within enter() and leave().
