@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Quorvi/platform/linux/atspi/AtspiWorkspace.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
 #include "Quorvi/platform/linux/wayland/commit/InputMethodCommitter.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboardPoster.h"
@@ -28,9 +29,12 @@ bool WaylandAdapters::inputHookIsPossible() const {
 }
 
 void WaylandAdapters::makeWorkspace() {
-    auto workspace = std::make_unique<SwayWorkspace>(scheduler_);
-    frontmostClass_ = [&sway = *workspace] { return sway.frontmostClass(); };
-    workspace_ = std::move(workspace);
+    const auto use = [this](auto workspace) {
+        frontmostClass_ = [&it = *workspace] { return it.frontmostClass(); };
+        workspace_ = std::move(workspace);
+    };
+    if (capabilities_.hasSway) return use(std::make_unique<SwayWorkspace>(scheduler_));
+    use(std::make_unique<AtspiWorkspace>(scheduler_));
 }
 
 void WaylandAdapters::makeTap(std::function<void()> changed) {

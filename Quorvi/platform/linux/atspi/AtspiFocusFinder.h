@@ -25,6 +25,9 @@ public:
     std::vector<std::string> namesOf(pid_t pid, TimePoint deadline);
     std::optional<ObjectRef> focusedObjectOf(pid_t pid, TimePoint deadline);
     std::optional<ObjectRef> activeWindowOf(pid_t pid, TimePoint deadline);
+    // The same of the applications with these bus names.
+    std::optional<ObjectRef> activeWindowIn(const std::vector<std::string>& names,
+                                            TimePoint deadline);
 
     // In the application that has the active window.
     std::optional<ObjectRef> focusedObject(TimePoint deadline);
@@ -37,8 +40,6 @@ private:
     };
 
     std::optional<ObjectRef> focusedIn(const std::string& bus, TimePoint deadline);
-    std::optional<ObjectRef> activeWindowIn(const std::vector<std::string>& names,
-                                            TimePoint deadline);
     std::optional<ObjectRef> search(const ObjectRef& window, TimePoint deadline);
     ObjectRef innermost(const Candidate& focused, TimePoint deadline);
     std::vector<Candidate> walk(const ObjectRef& window, TimePoint deadline);
