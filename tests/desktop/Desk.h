@@ -95,11 +95,7 @@ protected:
         })) << reader.value(element).value_or("(unreadable)");
     }
 
-    void copy(const std::string& text) {
-        const auto file = folder.write("copied", text);
-        shell(isOnSway() ? "wl-copy <" + file
-                         : "xclip -selection clipboard -i " + file + " >/dev/null");
-    }
+    void copy(const std::string& text) { copyFile(folder.write("copied", text)); }
 
     LoopScheduler scheduler;
     std::unique_ptr<LinuxDesktop> desktop_;

@@ -55,7 +55,7 @@ protected:
 
     void copy(const std::string& text) {
         if (isOnSway()) {
-            shell("wl-copy <" + folder.write("copied", text));
+            copyFile(folder.write("copied", text));
             return;
         }
         owner.reset();

@@ -22,6 +22,7 @@
 #include "tests/support/desktop/Editors.h"
 #include "tests/support/desktop/FieldReader.h"
 #include "tests/support/desktop/TestUser.h"
+#include "tests/support/desktop/UserClipboard.h"
 
 namespace quorvi::test {
 namespace {
@@ -90,8 +91,7 @@ private:
     }
 
     void fillClipboard() {
-        shell("xclip -selection clipboard -i " + folder_.write("clipboard", ownClipboard) +
-              " >/dev/null");
+        copyFile(folder_.write("clipboard", ownClipboard));
         step(std::string("clipboard: \"") + ownClipboard + "\"");
     }
 
@@ -147,20 +147,22 @@ private:
     }
 
     void picture(const std::string& name) const {
-        outputOf({"import", "-window", "root", output_ / name});
+        if (isOnSway())
+            outputOf({"grim", output_ / name});
+        else
+            outputOf({"import", "-window", "root", output_ / name});
     }
 
     bool report(bool good) {
         picture("dictation.png");
-        const auto clipboard =
-            outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o"});
-        step("the clipboard holds: \"" + clipboard + "\"");
+        const auto before = pastedText();
+        step("the clipboard holds: \"" + before + "\"");
         kill(quorvi_.pid(), SIGTERM);
         quorvi_.wait();
-        const auto after = outputOf({"timeout", "20", "xclip", "-selection", "clipboard", "-o"});
+        const auto after = pastedText();
         step("after quitting Quorvi, it still holds: \"" + after + "\"");
         step("picture: " + (output_ / "dictation.png").string());
-        good = good && clipboard == ownClipboard && after == ownClipboard;
+        good = good && before == ownClipboard && after == ownClipboard;
         step(good ? "the text arrived and the clipboard is back as it was" : "FAILED");
         return good;
     }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -14,6 +13,7 @@
 #include "tests/support/desktop/Editors.h"
 #include "tests/support/desktop/FieldReader.h"
 #include "tests/support/desktop/TestUser.h"
+#include "tests/support/desktop/UserClipboard.h"
 
 namespace quorvi::test {
 
@@ -48,12 +48,7 @@ struct EditorUser {
         user.type("s");
     }
 
-    static bool isOnSway() { return std::getenv("SWAYSOCK") != nullptr; }
-    static std::string clipboard() {
-        return shell(isOnSway()
-                         ? "timeout 20 wl-paste --no-newline --type UTF8_STRING 2>/dev/null"
-                         : "timeout 20 xclip -selection clipboard -o -t UTF8_STRING 2>/dev/null");
-    }
+    static std::string clipboard() { return pastedText(); }
     static std::ptrdiff_t recordingsLeft() {
         const auto recordings = UserFolders::find().recordings;
         if (!std::filesystem::exists(recordings)) return 0;
