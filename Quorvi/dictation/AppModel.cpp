@@ -30,11 +30,13 @@ AppModel::AppModel(Environment environment)
                 environment_.otherKeys, environment_.offlineProgram, environment_.service}),
       key_(service_.keys()),
       permissions_({environment_.scheduler, environment_.permissions, environment_.accessibility,
-                    environment_.workspace, hotkey_, key_, status_}),
+                    environment_.workspace, hotkey_, key_, status_,
+                    environment_.desktopShortcut != nullptr}),
       microphone_(settings_, environment_.audioInput),
       session_(sessionEnvironment()),
       insertionTest_({environment_.scheduler, session_, insertion_, learning_,
                       environment_.corrections, hotkey_, permissions_, status_}),
+      shortcutChoice_(environment_.desktopShortcut),
       shortcutCapture_(environment_.localKeys, hotkey_) {
     environment_.corrections.installTarnelCorrectionsIfNeeded();
     environment_.preferences.remove(obsoleteSetting);
@@ -111,7 +113,13 @@ void AppModel::connectParts() {
     permissions_.onRefresh = [this] { session_.permissionsRefreshed(); };
     session_.onCancel = [this] { insertionTest_.cancel(); };
     shortcutCapture_.onChosen = [this](const Hotkey& shortcut) { setShortcut(shortcut); };
-    shortcutCapture_.onRefused = [this] { status_.say(say::unsuitableShortcut()); };
+    shortcutCapture_.suits = [this](const Hotkey& key) { return shortcutChoice_.suits(key); };
+    shortcutCapture_.onRefused = [this] { status_.say(shortcutChoice_.unsuitable()); };
+    if (environment_.desktopShortcut)
+        desktopShortcutObserver_ = environment_.desktopShortcut->onChange([this] {
+            permissions_.refresh();
+            changed();
+        });
     hotkey_.onTransition = [this](bool down) { shortcutTransition(down); };
     hotkey_.onCancel = [this] { cancel(); };
     hotkey_.onInterruption = [this] { session_.keyboardInterrupted(); };

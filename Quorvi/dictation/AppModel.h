@@ -12,6 +12,7 @@
 #include "Quorvi/dictation/Permissions.h"
 #include "Quorvi/dictation/RecordingCue.h"
 #include "Quorvi/dictation/ShortcutCapture.h"
+#include "Quorvi/dictation/ShortcutChoice.h"
 #include "Quorvi/dictation/WindowPage.h"
 #include "Quorvi/platform/SyncControl.h"
 #include "Quorvi/settings/Settings.h"
@@ -50,6 +51,7 @@ public:
         ServiceProgram* offlineProgram = nullptr;  // the recogniser, if this machine may have one
         Network* network = nullptr;          // null: only the user tries again what has failed
         TextCommitter* committer = nullptr;  // null: text is only pasted
+        DesktopShortcut* desktopShortcut = nullptr;  // null: the tap sees all keys
     };
 
     explicit AppModel(Environment environment);
@@ -90,6 +92,10 @@ public:
     void setMode(DictationMode mode) { settings_.set(setting::mode, mode); }
     Hotkey shortcut() const { return settings_.get(setting::hotkey); }
     void setShortcut(const Hotkey& shortcut) { settings_.set(setting::hotkey, shortcut); }
+    const ShortcutChoice& shortcutChoice() const { return shortcutChoice_; }
+    ShortcutChoice& shortcutChoice() { return shortcutChoice_; }
+    // Why the shortcut does nothing, if that is known.
+    std::optional<Message> shortcutProblem() const { return shortcutChoice_.problem(shortcut()); }
     TranscriptionModel transcriptionModel() const { return settings_.get(setting::model); }
     void setTranscriptionModel(TranscriptionModel model) { settings_.set(setting::model, model); }
     std::string vocabulary() const { return settings_.get(setting::vocabulary); }
@@ -212,7 +218,9 @@ private:
     MicrophoneChoice microphone_;
     DictationSession session_;
     InsertionTest insertionTest_;
+    ShortcutChoice shortcutChoice_;
     ShortcutCapture shortcutCapture_;
+    Subscription desktopShortcutObserver_;
     Subscription settingsObserver_;
     Subscription keyObserver_;
     Subscription sleepObserver_;

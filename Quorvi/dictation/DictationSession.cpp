@@ -73,7 +73,7 @@ void DictationSession::start() {
     if (onCancel) onCancel();  // an insertion test would paste into this dictation
     environment_.status.withdrawOffer();
     environment_.permissions.refresh();
-    if (!environment_.permissions.ready()) {
+    if (!environment_.permissions.canDictate()) {
         fail(say::finishSetup());
         return;
     }

@@ -25,7 +25,7 @@ void InsertionTest::arm(Sample sample) {
     if (!e.session.canBegin()) return;
     e.status.withdrawOffer();
     e.permissions.refresh();
-    if (!(e.permissions.accessibility() && e.permissions.keyboard())) {
+    if (!e.permissions.insertion()) {
         e.session.fail(say::testNeedsAccessibility());
         return;
     }

@@ -25,6 +25,7 @@ public:
         GlobalHotkey& hotkey;
         ApiKey& key;
         const DictationStatus& status;
+        bool desktopHasShortcut = false;  // see AppModel::Environment::desktopShortcut
     };
 
     explicit Permissions(Environment environment) : environment_(environment) {}
@@ -33,10 +34,14 @@ public:
     bool accessibility() const { return accessibility_; }
     // The keyboard monitor runs.
     bool keyboard() const { return keyboard_; }
-    // A dictation has all it needs, the API key included.
-    bool ready() const {
-        return environment_.key.isThere() && microphone_ && accessibility_ && keyboard_;
+    // Text can be inserted. Where the desktop keeps the shortcut, that needs no keyboard monitor.
+    bool insertion() const {
+        return accessibility_ && (keyboard_ || environment_.desktopHasShortcut);
     }
+    // A dictation has all it needs but perhaps the shortcut, the API key included.
+    bool canDictate() const { return environment_.key.isThere() && microphone_ && insertion(); }
+    // And the shortcut works.
+    bool ready() const { return canDictate() && keyboard_; }
 
     // Called after a change of one of them.
     std::function<void()> onChange;

@@ -28,12 +28,13 @@ bool ShortcutCapture::handle(const LocalKeyEvent& event) {
     }
     auto chosen = isModifier ? modifier_.modifierChanged(event.keyCode, event.flags)
                              : Hotkey::keyCombination(event.keyCode, event.flags, event.characters);
-    if (chosen) {
+    const bool isRefused = chosen && suits && !suits(*chosen);
+    if (chosen && !isRefused) {
         if (onChosen) onChosen(*std::move(chosen));
         end();
         return true;
     }
-    if (isModifier) return false;
+    if (isModifier && !isRefused) return false;
     hasRefused_ = true;
     if (onRefused) onRefused();
     changed();

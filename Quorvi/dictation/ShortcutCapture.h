@@ -22,6 +22,8 @@ public:
     std::function<void()> onChange;
     // Called with the choice before the capture ends.
     std::function<void(Hotkey)> onChosen;
+    // Whether the desktop can have it; otherwise it is not suitable.
+    std::function<bool(const Hotkey&)> suits;
     // Called for each key press that is not suitable.
     std::function<void()> onRefused;
 

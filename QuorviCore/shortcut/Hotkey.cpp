@@ -50,6 +50,7 @@ const Hotkey Hotkey::rightOption{61, 0, "Right ⌥"};
 const Hotkey Hotkey::leftControl{59, 0, "Left ⌃"};
 const Hotkey Hotkey::rightControl{62, 0, "Right ⌃"};
 const Hotkey Hotkey::f8{100, 0, "F8"};
+const Hotkey Hotkey::f9{101, 0, "F9"};
 const Hotkey Hotkey::f13{105, 0, "F13"};
 const Hotkey Hotkey::commandShiftSpace{49, modifierFlag::command | modifierFlag::shift, "⇧⌘Space"};
 

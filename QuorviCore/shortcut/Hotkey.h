@@ -55,6 +55,7 @@ struct Hotkey {
     static const Hotkey leftControl;
     static const Hotkey rightControl;
     static const Hotkey f8;
+    static const Hotkey f9;
     static const Hotkey f13;
     static const Hotkey commandShiftSpace;
 

@@ -7,6 +7,7 @@
 #include "Quorvi/system/MemoryPreferences.h"
 #include "tests/fakes/FakeAccessibility.h"
 #include "tests/fakes/FakeAudioInput.h"
+#include "tests/fakes/FakeDesktopShortcut.h"
 #include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakeHttpTransport.h"
 #include "tests/fakes/FakeKeyEventPoster.h"
@@ -44,8 +45,10 @@ public:
 // Everything that a controller needs, in memory: a fake of each of the desktop's ports.
 struct FakeDesktop {
     // `virtualTime` is for fakes that move the clock themselves; usually both are the same.
-    FakeDesktop(Scheduler& time, VirtualScheduler& virtualTime)
-        : poster(time, &keyboard),
+    // `keeps`: the desktop keeps the shortcut itself.
+    FakeDesktop(Scheduler& time, VirtualScheduler& virtualTime, bool keeps = false)
+        : keepsShortcut(keeps),
+          poster(time, &keyboard),
           committer(time),
           accessibility(virtualTime),
           pasteboard(time),
@@ -79,7 +82,8 @@ struct FakeDesktop {
                 {},
                 nullptr,
                 &network,
-                &committer};
+                &committer,
+                keepsShortcut ? &desktopShortcut : nullptr};
     }
 
     // Opens an editor in front, whose field has the focus and receives what is pasted.
@@ -94,6 +98,8 @@ struct FakeDesktop {
         return field;
     }
 
+    const bool keepsShortcut;
+    FakeDesktopShortcut desktopShortcut;
     FakeKeyEventTap keyboard;
     FakeKeyEventPoster poster;
     FakeTextCommitter committer;

@@ -28,6 +28,7 @@ std::uint64_t modifierFlags(KeyCode code) {
 }  // namespace
 
 bool FakeKeyEventTap::install(std::function<TapVerdict(const TapEvent&)> handler) {
+    if (isRefused) return false;
     handler_ = std::move(handler);
     valid_ = enabled_ = true;
     return true;

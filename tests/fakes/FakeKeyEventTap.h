@@ -41,6 +41,7 @@ public:
     // What the system does. A disabled hook is notified, and misses all events until it is enabled.
     void disable();
     void invalidate() { valid_ = false; }
+    bool isRefused = false;  // from the next install() on
 
     std::vector<TapEvent> swallowed;  // what the application did not receive
     std::vector<std::string> contradictions;

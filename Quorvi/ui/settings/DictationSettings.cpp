@@ -27,15 +27,19 @@ DictationSettings::DictationSettings(AppModel& model)
 }
 
 void DictationSettings::addShortcut() {
+    const auto& choice = model_.shortcutChoice();
     content().addWidget(secondaryText(
-        tr("Press and release Left or Right Control, Right Option, or a function key. You can "
-           "also use a key with ⌘ / ⌃ / ⌥. Esc cancels.")));
+        choice.desktop().hasLoneModifiers
+            ? tr("Press and release Left or Right Control, Right Option, or a function key. You "
+                 "can also use a key with ⌘ / ⌃ / ⌥. Esc cancels.")
+            : tr("Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone "
+                 "modifiers. Esc cancels.")));
     shortcut_ = button({});
     auto* menu = new QMenu(shortcut_);
-    for (const auto* preset : {&Hotkey::rightOption, &Hotkey::leftControl, &Hotkey::rightControl})
-        connect(menu->addAction(shown(*preset)), &QAction::triggered, this, [this, preset] {
+    for (const auto& proposal : choice.proposals())
+        connect(menu->addAction(shown(proposal)), &QAction::triggered, this, [this, proposal] {
             model_.endShortcutCapture();
-            model_.setShortcut(*preset);
+            model_.setShortcut(proposal);
         });
     menu->addSeparator();
     connect(menu->addAction(tr("Record custom shortcut…")), &QAction::triggered, this,
@@ -47,6 +51,9 @@ void DictationSettings::addShortcut() {
     content().addLayout(labelledRow(tr("Shortcut"), {shortcut_, cancel_}));
     capture_ = bodyText();
     content().addWidget(capture_);
+    problem_ = bodyText();
+    content().addWidget(problem_);
+    if (choice.desktop().needsListing) addListing();
     content().addWidget(captionText(
         tr("Choose a shortcut that no other dictation app, and no other application, uses "
            "already. Function keys may require Fn.")));
@@ -57,6 +64,8 @@ void DictationSettings::addShortcut() {
         model_.setMode(allDictationModes[static_cast<std::size_t>(index)]);
     });
     content().addLayout(labelledRow(tr("Shortcut mode"), {mode_}));
+    noReleases_ = captionText(shown(say::noReleases()));
+    content().addWidget(noReleases_);
 
     auto* reset = button(tr("Reset dictation"));
     auto* resetRow = row({captionText(tr("If your shortcut stops responding, reset dictation to "
@@ -66,6 +75,17 @@ void DictationSettings::addShortcut() {
     resetRow->setSpacing(spacing::large);
     content().addLayout(resetRow);
     connect(reset, &QPushButton::clicked, this, [this] { model_.resetDictation(); });
+}
+
+void DictationSettings::addListing() {
+    listed_ = new Switch(tr("Add the shortcut to the desktop's settings"));
+    connect(listed_, &QCheckBox::toggled, this,
+            [this](bool on) { model_.shortcutChoice().setListed(on); });
+    content().addWidget(listed_);
+    content().addWidget(captionText(
+        tr("The desktop runs a small program of Quorvi when you press the shortcut. You find it "
+           "among the custom shortcuts in the desktop's settings while Quorvi runs. Switched off, "
+           "nothing of it stays there.")));
 }
 
 void DictationSettings::addSounds() {
@@ -105,8 +125,14 @@ void DictationSettings::refresh() {
     cancel_->setVisible(choosing);
     capture_->setVisible(choosing);
     capture_->setText(model_.hasRefusedShortcut()
-                          ? shown(say::unsuitableShortcut())
+                          ? shown(model_.shortcutChoice().unsuitable())
                           : tr("Press the new shortcut. Esc keeps %1.").arg(label));
+    const auto desktop = model_.shortcutChoice().desktop();
+    const auto problem = model_.shortcutProblem();
+    problem_->setVisible(problem && !choosing);
+    problem_->setText(problem ? shown(*problem) : QString());
+    if (listed_) listed_->show(desktop.isListed);
+    noReleases_->setVisible(!desktop.hasRelease);
     mode_->show(static_cast<int>(model_.mode()));
     sounds_->show(model_.settings().get(setting::soundCuesEnabled));
     startSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::start)));

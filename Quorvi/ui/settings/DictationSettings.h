@@ -24,6 +24,7 @@ public:
 
 private:
     void addShortcut();
+    void addListing();
     void addSounds();
     Picker* soundPicker(const QString& label, RecordingCue cue, const QString& preview);
     void refresh();
@@ -32,6 +33,9 @@ private:
     QPushButton* shortcut_;
     QPushButton* cancel_;
     QLabel* capture_;
+    QLabel* problem_;           // why the shortcut does nothing
+    Switch* listed_ = nullptr;  // where the desktop's settings list it
+    QLabel* noReleases_;
     Picker* mode_;
     Switch* sounds_;
     Picker* startSound_;

@@ -514,6 +514,18 @@
         <source>Play sounds</source>
         <translation>Töne abspielen</translation>
     </message>
+    <message>
+        <source>Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone modifiers. Esc cancels.</source>
+        <translation>Nimm eine Funktionstaste oder eine Taste mit Strg, Alt oder Super. Diese Arbeitsumgebung meldet keine einzelnen Umschalttasten. Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>Add the shortcut to the desktop&apos;s settings</source>
+        <translation>Kurzbefehl in die Einstellungen der Arbeitsumgebung eintragen</translation>
+    </message>
+    <message>
+        <source>The desktop runs a small program of Quorvi when you press the shortcut. You find it among the custom shortcuts in the desktop&apos;s settings while Quorvi runs. Switched off, nothing of it stays there.</source>
+        <translation>Die Arbeitsumgebung startet ein kleines Programm von Quorvi, wenn du den Kurzbefehl drückst. Du findest ihn unter den eigenen Tastenkürzeln in ihren Einstellungen, solange Quorvi läuft. Ausgeschaltet bleibt dort nichts davon.</translation>
+    </message>
 </context>
 <context>
     <name>GeneralSettings</name>
@@ -1827,6 +1839,26 @@
         <source>Text sent to {app}.</source>
         <translation>Text gesendet an: {app}.</translation>
     </message>
+    <message>
+        <source>This desktop reports no lone modifiers; choose a combination.</source>
+        <translation>Diese Arbeitsumgebung meldet keine einzelnen Umschalttasten; wähle eine Kombination.</translation>
+    </message>
+    <message>
+        <source>This desktop does not report when a key goes up: press the shortcut once to speak, and again to insert the text.</source>
+        <translation>Diese Arbeitsumgebung meldet nicht, wenn eine Taste losgelassen wird: Drücke den Kurzbefehl einmal zum Sprechen und noch einmal, um den Text einzufügen.</translation>
+    </message>
+    <message>
+        <source>The desktop uses this shortcut for “{use}”. Choose another one.</source>
+        <translation>Die Arbeitsumgebung benutzt diesen Kurzbefehl für „{use}“. Wähle einen anderen.</translation>
+    </message>
+    <message>
+        <source>Let Quorvi add the shortcut to the desktop&apos;s settings.</source>
+        <translation>Lass Quorvi den Kurzbefehl in die Einstellungen der Arbeitsumgebung eintragen.</translation>
+    </message>
+    <message>
+        <source>The desktop has not given the shortcut to Quorvi. Choose another one, or allow it in the desktop&apos;s settings.</source>
+        <translation>Die Arbeitsumgebung hat Quorvi den Kurzbefehl nicht gegeben. Wähle einen anderen, oder erlaube ihn in ihren Einstellungen.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -2068,6 +2100,10 @@
     <message>
         <source>Open Settings</source>
         <translation>Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Kurzbefehl</translation>
     </message>
 </context>
 <context>

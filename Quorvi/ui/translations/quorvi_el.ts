@@ -514,6 +514,18 @@
         <source>Play sounds</source>
         <translation>Αναπαραγωγή ήχων</translation>
     </message>
+    <message>
+        <source>Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone modifiers. Esc cancels.</source>
+        <translation>Χρησιμοποίησε ένα πλήκτρο λειτουργίας ή ένα πλήκτρο με Ctrl, Alt ή Super. Αυτή η επιφάνεια εργασίας δεν αναφέρει μεμονωμένα πλήκτρα τροποποίησης. Το Esc ακυρώνει.</translation>
+    </message>
+    <message>
+        <source>Add the shortcut to the desktop&apos;s settings</source>
+        <translation>Προσθήκη της συντόμευσης στις ρυθμίσεις της επιφάνειας εργασίας</translation>
+    </message>
+    <message>
+        <source>The desktop runs a small program of Quorvi when you press the shortcut. You find it among the custom shortcuts in the desktop&apos;s settings while Quorvi runs. Switched off, nothing of it stays there.</source>
+        <translation>Η επιφάνεια εργασίας εκτελεί ένα μικρό πρόγραμμα του Quorvi όταν πατάς τη συντόμευση. Τη βρίσκεις στις προσαρμοσμένες συντομεύσεις των ρυθμίσεών της όσο εκτελείται το Quorvi. Αν το απενεργοποιήσεις, δεν μένει τίποτα εκεί.</translation>
+    </message>
 </context>
 <context>
     <name>GeneralSettings</name>
@@ -1827,6 +1839,26 @@
         <source>Text sent to {app}.</source>
         <translation>Το κείμενο στάλθηκε σε: {app}.</translation>
     </message>
+    <message>
+        <source>This desktop reports no lone modifiers; choose a combination.</source>
+        <translation>Αυτή η επιφάνεια εργασίας δεν αναφέρει μεμονωμένα πλήκτρα τροποποίησης· διάλεξε έναν συνδυασμό.</translation>
+    </message>
+    <message>
+        <source>This desktop does not report when a key goes up: press the shortcut once to speak, and again to insert the text.</source>
+        <translation>Αυτή η επιφάνεια εργασίας δεν αναφέρει πότε αφήνεται ένα πλήκτρο: πάτησε τη συντόμευση μία φορά για να μιλήσεις και ξανά για να εισαχθεί το κείμενο.</translation>
+    </message>
+    <message>
+        <source>The desktop uses this shortcut for “{use}”. Choose another one.</source>
+        <translation>Η επιφάνεια εργασίας χρησιμοποιεί αυτή τη συντόμευση για «{use}». Διάλεξε άλλη.</translation>
+    </message>
+    <message>
+        <source>Let Quorvi add the shortcut to the desktop&apos;s settings.</source>
+        <translation>Επίτρεψε στο Quorvi να προσθέσει τη συντόμευση στις ρυθμίσεις της επιφάνειας εργασίας.</translation>
+    </message>
+    <message>
+        <source>The desktop has not given the shortcut to Quorvi. Choose another one, or allow it in the desktop&apos;s settings.</source>
+        <translation>Η επιφάνεια εργασίας δεν έδωσε τη συντόμευση στο Quorvi. Διάλεξε άλλη ή επίτρεψέ τη στις ρυθμίσεις της.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -2068,6 +2100,10 @@
     <message>
         <source>Open Settings</source>
         <translation>Άνοιγμα ρυθμίσεων</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Συντόμευση</translation>
     </message>
 </context>
 <context>

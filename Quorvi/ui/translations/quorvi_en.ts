@@ -514,6 +514,18 @@
         <source>Play sounds</source>
         <translation>Play sounds</translation>
     </message>
+    <message>
+        <source>Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone modifiers. Esc cancels.</source>
+        <translation>Use a function key, or a key with Ctrl, Alt or Super. This desktop reports no lone modifiers. Esc cancels.</translation>
+    </message>
+    <message>
+        <source>Add the shortcut to the desktop&apos;s settings</source>
+        <translation>Add the shortcut to the desktop&apos;s settings</translation>
+    </message>
+    <message>
+        <source>The desktop runs a small program of Quorvi when you press the shortcut. You find it among the custom shortcuts in the desktop&apos;s settings while Quorvi runs. Switched off, nothing of it stays there.</source>
+        <translation>The desktop runs a small program of Quorvi when you press the shortcut. You find it among the custom shortcuts in the desktop&apos;s settings while Quorvi runs. Switched off, nothing of it stays there.</translation>
+    </message>
 </context>
 <context>
     <name>GeneralSettings</name>
@@ -1827,6 +1839,26 @@
         <source>Text sent to {app}.</source>
         <translation>Text sent to {app}.</translation>
     </message>
+    <message>
+        <source>This desktop reports no lone modifiers; choose a combination.</source>
+        <translation>This desktop reports no lone modifiers; choose a combination.</translation>
+    </message>
+    <message>
+        <source>This desktop does not report when a key goes up: press the shortcut once to speak, and again to insert the text.</source>
+        <translation>This desktop does not report when a key goes up: press the shortcut once to speak, and again to insert the text.</translation>
+    </message>
+    <message>
+        <source>The desktop uses this shortcut for “{use}”. Choose another one.</source>
+        <translation>The desktop uses this shortcut for “{use}”. Choose another one.</translation>
+    </message>
+    <message>
+        <source>Let Quorvi add the shortcut to the desktop&apos;s settings.</source>
+        <translation>Let Quorvi add the shortcut to the desktop&apos;s settings.</translation>
+    </message>
+    <message>
+        <source>The desktop has not given the shortcut to Quorvi. Choose another one, or allow it in the desktop&apos;s settings.</source>
+        <translation>The desktop has not given the shortcut to Quorvi. Choose another one, or allow it in the desktop&apos;s settings.</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>
@@ -2068,6 +2100,10 @@
     <message>
         <source>Open Settings</source>
         <translation>Open Settings</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Shortcut</translation>
     </message>
 </context>
 <context>

@@ -26,10 +26,7 @@ SetupCard::SetupCard(AppModel& model, Scheduler& scheduler) : model_(model) {
         tr("Accessibility"), tr("Use your shortcut and insert text"), tr("Enable"),
         [this] { return model_.accessibilityAllowed(); },
         [this] { model_.requestAccessibility(); });
-    addRow(tr("Enable keyboard access in Input Monitoring"),
-           tr("If access is already enabled, quit and reopen Quorvi."), {},
-           [this] { return model_.keyboardReady(); }, {})
-        .vanishes = true;
+    addKeyboardRow();
     refresh();
     changes_ = model_.onChange([this] { refresh(); });
 }
@@ -52,6 +49,25 @@ void SetupCard::addMicrophoneRow(Scheduler& scheduler) {
         [this] { return model_.microphoneAllowed(); }, [this] { model_.requestMicrophone(); });
     level_ = new MicrophoneLevel(model_, scheduler);
     row.line->insertWidget(row.line->indexOf(row.action), level_);
+}
+
+void SetupCard::addKeyboardRow() {
+    auto& row = addRow(
+        {}, {}, tr("Open Settings"), [this] { return model_.keyboardReady(); },
+        [this] { model_.setSelectedPage(WindowPage::settings); });
+    row.vanishes = true;
+    keyboard_ = rows_.size() - 1;
+}
+
+// Where the desktop keeps the shortcut the user can choose another or allow it.
+void SetupCard::refreshKeyboard() {
+    auto& row = rows_[keyboard_];
+    const auto problem = model_.shortcutProblem();
+    row.title->setText(problem ? tr("Shortcut") : tr("Enable keyboard access in Input Monitoring"));
+    row.detail->setText(problem ? shown(*problem)
+                                : tr("If access is already enabled, quit and reopen Quorvi."));
+    row.action->setAccessibleName(row.action->text() + QStringLiteral(": ") + row.title->text());
+    row.hasAction = problem.has_value();
 }
 
 void SetupCard::refreshService() {
@@ -113,6 +129,7 @@ SetupCard::Row& SetupCard::addRow(const QString& title, const QString& detail,
 
 void SetupCard::refresh() {
     refreshService();
+    refreshKeyboard();
     for (auto& row : rows_) {
         const bool ready = row.satisfied();
         row.symbol->setSymbol(ready ? "checkmark.circle.fill" : "circle.dashed",

@@ -41,11 +41,14 @@ private:
                 std::function<bool()> satisfied, std::function<void()> effect);
     void addServiceRow();
     void addMicrophoneRow(Scheduler& scheduler);
+    void addKeyboardRow();
     void refreshService();
+    void refreshKeyboard();
     void refresh();
 
     AppModel& model_;
-    std::vector<Row> rows_;  // the first is that of the speech service
+    std::vector<Row> rows_;     // the first is that of the speech service
+    std::size_t keyboard_ = 0;  // its row
     QPushButton* useOffline_;
     QWidget* level_;  // of the microphone
     Subscription changes_;

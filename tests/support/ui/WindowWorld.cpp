@@ -6,7 +6,7 @@
 
 namespace quorvi::test {
 
-WindowWorld::WindowWorld() : FakeDesktop(scheduler, scheduler) {
+WindowWorld::WindowWorld(bool keeps) : FakeDesktop(scheduler, scheduler, keeps) {
     workspace.setFrontmost(RunningApplication{editor, "Text Editor"});
     accessibility.setWindow(editor, accessibility.make(editor, "AXWindow"));
     accessibility.focus(field);

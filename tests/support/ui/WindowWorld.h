@@ -23,7 +23,8 @@ namespace quorvi::test {
 // The program's interface on fakes of all ports and a virtual clock. For tests and pictures. The
 // window is created by the first show().
 struct WindowWorld : VirtualTime, FakeDesktop {
-    WindowWorld();
+    // `keeps` as in FakeDesktop.
+    explicit WindowWorld(bool keeps = false);
     ~WindowWorld();
 
     MainWindow& show();

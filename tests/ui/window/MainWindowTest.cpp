@@ -73,6 +73,39 @@ TEST_F(MainWindowTest, TheShortcutMenuOffersPresetsAndACapture) {
     EXPECT_TRUE(page().has("Use Left or Right Control, Right Option, a function key"));
 }
 
+TEST(DesktopsShortcut, IsChosenFromWhatTheDesktopCanDo) {
+    WindowWorld world(true);
+    world.saveKey();
+    world.desktopShortcut.become(
+        {.hasRelease = false, .hasLoneModifiers = false, .needsListing = true});
+    world.keyboard.isRefused = true;
+    world.keyboard.invalidate();
+    world.model.refreshPermissions();
+    world.model.setSelectedPage(WindowPage::dictation);
+    EXPECT_TRUE(Seen(world.show()).has("This desktop reports no lone modifiers"));
+    world.model.start();
+    world.scheduler.advance(1s);
+    EXPECT_TRUE(world.model.canCancel()) << "a command needs no shortcut";
+    world.model.cancel();
+    world.model.setSelectedPage(WindowPage::settings);
+    world.settle();
+    const Seen settings(world.show());
+    EXPECT_TRUE(settings.has("does not report when a key goes up"));
+    world.model.beginShortcutCapture();
+    world.localKeys.changeFlags(keyCode::rightControl,
+                                modifierFlag::control | modifierFlag::rightControl);
+    world.localKeys.changeFlags(keyCode::rightControl, 0);
+    EXPECT_TRUE(world.model.isChoosingShortcut());
+    world.model.endShortcutCapture();
+    settings.control<QPushButton>("Shortcut: Right ⌥").menu()->actions()[0]->trigger();
+    EXPECT_EQ(world.model.shortcut(), Hotkey::f9);
+    EXPECT_TRUE(settings.has("Let Quorvi add the shortcut"));
+    settings.press("Add the shortcut to the desktop's settings");
+    EXPECT_FALSE(world.model.shortcutProblem());
+    world.desktopShortcut.become({.takenBy = "Lock the screen"});
+    EXPECT_TRUE(settings.has("uses this shortcut for “Lock the screen”"));
+}
+
 TEST_F(MainWindowTest, SettingsFollowTheModelAndChangeIt) {
     const auto settings = open(WindowPage::settings);
     settings.choose("Model", 2);
