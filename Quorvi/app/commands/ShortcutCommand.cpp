@@ -6,6 +6,7 @@
 
 #include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
+#include "Quorvi/platform/linux/gnome/GrantedShortcuts.h"
 #include "Quorvi/platform/linux/xkb/KeyMap.h"
 #include "Quorvi/shell/BusCommand.h"
 #include "Quorvi/shell/HelperPrograms.h"
@@ -43,6 +44,7 @@ int install(CustomShortcutSettings& settings) {
 
 bool removeDesktopShortcuts() {
     CustomShortcutSettings().remove();
+    forgetGrantedShortcuts();
     return true;
 }
 
@@ -58,7 +60,7 @@ std::optional<int> runShortcutCommand(const std::vector<std::string_view>& argum
     CustomShortcutSettings settings;
     if (action == "install") return install(settings);
     if (action == "remove")
-        settings.remove();
+        removeDesktopShortcuts();
     else if (!isRunning())
         settings.bind(CustomShortcutSettings::Entry::cancel, std::nullopt);
     return 0;

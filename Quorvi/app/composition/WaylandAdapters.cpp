@@ -1,8 +1,13 @@
 #include "Quorvi/app/composition/WaylandAdapters.h"
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "Quorvi/platform/linux/atspi/AtspiWorkspace.h"
+#include "Quorvi/platform/linux/gnome/CustomShortcuts.h"
+#include "Quorvi/platform/linux/portal/PortalShortcuts.h"
+#include "Quorvi/platform/linux/shortcuts/ShortcutKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
 #include "Quorvi/platform/linux/wayland/commit/InputMethodCommitter.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboardPoster.h"
@@ -16,7 +21,7 @@ WaylandAdapters::WaylandAdapters(const DesktopCapabilities& capabilities, Schedu
     : capabilities_(capabilities), scheduler_(scheduler) {
     if (capabilities_.hasVirtualKeyboard || capabilities_.hasInputMethod) input_.emplace();
     makeWorkspace();
-    makeTap(std::move(tapChanged));
+    makeTap(std::move(tapChanged), clipboardKeeper);
     makePoster();
     makeCommitter();
     makePasteboard(std::move(clipboardKeeper));
@@ -37,8 +42,22 @@ void WaylandAdapters::makeWorkspace() {
     use(std::make_unique<AtspiWorkspace>(scheduler_));
 }
 
-void WaylandAdapters::makeTap(std::function<void()> changed) {
-    tap_ = std::make_unique<SwayKeyEventTap>(scheduler_, *input_, std::move(changed));
+void WaylandAdapters::makeTap(std::function<void()> changed, const std::string& keeper) {
+    if (capabilities_.hasSway)
+        tap_ = std::make_unique<SwayKeyEventTap>(scheduler_, *input_, std::move(changed));
+    else
+        tap_ = std::make_unique<ShortcutKeyEventTap>(scheduler_, makeShortcuts(keeper),
+                                                     std::move(changed));
+}
+
+// The helpers are in one folder.
+std::unique_ptr<ShortcutSource> WaylandAdapters::makeShortcuts(const std::string& keeper) {
+    if (capabilities_.hasShortcutsPortal)
+        return std::make_unique<PortalShortcuts>(scheduler_, capabilities_.hasCustomShortcuts);
+    std::error_code unknown;
+    return std::make_unique<CustomShortcuts>(
+        scheduler_, std::filesystem::path(keeper).replace_filename("quorvi-shortcut"),
+        std::filesystem::read_symlink("/proc/self/exe", unknown));
 }
 
 void WaylandAdapters::makePoster() {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Quorvi/app/composition/DisplayAdapters.h"
+#include "Quorvi/platform/linux/shortcuts/ShortcutSource.h"
 #include "Quorvi/platform/linux/wayland/input/WaylandInput.h"
 
 namespace quorvi {
@@ -29,7 +30,8 @@ public:
 
 private:
     void makeWorkspace();
-    void makeTap(std::function<void()> changed);
+    void makeTap(std::function<void()> changed, const std::string& keeper);
+    std::unique_ptr<ShortcutSource> makeShortcuts(const std::string& keeper);
     void makePoster();
     void makeCommitter();
     void makePasteboard(std::string keeper);

@@ -62,12 +62,13 @@ struct BusClient::Link {
         static_cast<Subscribed*>(data)->received(parameters);
     }
 
-    void subscribe(const Signal& signal, const char* firstArgument, Receiver receiver) {
+    void subscribe(const Signal& signal, Receiver receiver) {
         auto& added =
             *subscribed.emplace_back(std::make_unique<Subscribed>(0U, std::move(receiver)));
         added.id = g_dbus_connection_signal_subscribe(
             bus.get(), signal.service.c_str(), signal.interface.c_str(), signal.name.c_str(),
-            orAny(signal.path), firstArgument, G_DBUS_SIGNAL_FLAGS_NONE, received, &added, nullptr);
+            orAny(signal.path), orAny(signal.firstArgument), G_DBUS_SIGNAL_FLAGS_NONE, received,
+            &added, nullptr);
     }
 };
 
@@ -83,13 +84,13 @@ BusClient::BusClient(Bus bus, std::function<void(BusClient&)> connected)
 BusClient::~BusClient() = default;
 
 void BusClient::onSignal(const Signal& signal, Receiver received) {
-    link_->subscribe(signal, nullptr, std::move(received));
+    link_->subscribe(signal, std::move(received));
 }
 
 void BusClient::onChange(const Property& property, Receiver changed) {
     link_->subscribe(
-        {property.service, "org.freedesktop.DBus.Properties", "PropertiesChanged", property.path},
-        property.interface.c_str(),
+        {property.service, "org.freedesktop.DBus.Properties", "PropertiesChanged", property.path,
+         property.interface},
         [name = property.name, changed = std::move(changed)](GVariant* parameters) {
             if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(sa{sv}as)"))) return;
             const GLibHandle<GVariant> values(g_variant_get_child_value(parameters, 1));
@@ -100,6 +101,10 @@ void BusClient::onChange(const Property& property, Receiver changed) {
                 g_variant_get_strv(untold.get(), nullptr), g_free);
             if (value || g_strv_contains(names.get(), name.c_str())) changed(value.get());
         });
+}
+
+std::string BusClient::uniqueName() const {
+    return g_dbus_connection_get_unique_name(link_->bus.get());
 }
 
 void BusClient::call(const Method& method, GVariant* arguments, Receiver answered) {

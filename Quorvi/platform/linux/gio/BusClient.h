@@ -18,7 +18,8 @@ public:
         std::string service;  // owner of this name
         std::string interface;
         std::string name;
-        std::string path;  // any if empty
+        std::string path;           // any if empty
+        std::string firstArgument;  // any if empty
     };
     struct Property {
         std::string service;
@@ -45,6 +46,9 @@ public:
 
     // `changed` is given the new value; null if the service does not tell it.
     void onChange(const Property& property, Receiver changed);
+
+    // This client's own name on the bus (":1.23").
+    std::string uniqueName() const;
 
     // Takes floating arguments. `answered` is given the answer, null on failure.
     void call(const Method& method, GVariant* arguments, Receiver answered);

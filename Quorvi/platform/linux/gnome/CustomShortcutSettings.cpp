@@ -3,22 +3,22 @@
 #include <gio/gio.h>
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 #include <vector>
 
+#include "Quorvi/platform/linux/gio/BusConnection.h"
 #include "Quorvi/platform/linux/gnome/GnomeAccelerator.h"
+#include "Quorvi/platform/linux/gnome/GnomeSettings.h"
 #include "Quorvi/platform/linux/shortcuts/CommandAddress.h"
 
 namespace quorvi {
 namespace {
 
-using Texts = std::vector<std::string>;
 using Entry = CustomShortcutSettings::Entry;
 
 constexpr auto mediaKeys = "org.gnome.settings-daemon.plugins.media-keys";
 constexpr auto customShortcut = "org.gnome.settings-daemon.plugins.media-keys.custom-keybinding";
-constexpr auto keyboardSchema = "org.gnome.desktop.peripherals.keyboard";
+constexpr int patience = 2000;  // milliseconds
 constexpr auto listKey = "custom-keybindings";
 constexpr const char* keyBindings[] = {
     "org.gnome.desktop.wm.keybindings", "org.gnome.shell.keybindings",
@@ -30,41 +30,9 @@ const char* pathOf(Entry entry) {
                : "/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/quorvi-cancel/";
 }
 
-struct SchemaRelease {
-    void operator()(GSettingsSchema* schema) const { g_settings_schema_unref(schema); }
-    void operator()(GSettingsSchemaKey* key) const { g_settings_schema_key_unref(key); }
-};
-using Schema = std::unique_ptr<GSettingsSchema, SchemaRelease>;
-
-Schema schema(const char* name) {
-    auto* source = g_settings_schema_source_get_default();
-    return Schema(source ? g_settings_schema_source_lookup(source, name, TRUE) : nullptr);
-}
-
-// A schema that is not there would end the program.
-GLibHandle<GSettings> settings(const char* name, const char* path = nullptr) {
-    if (!schema(name)) return nullptr;
-    return GLibHandle<GSettings>(path ? g_settings_new_with_path(name, path)
-                                      : g_settings_new(name));
-}
-
 std::string text(GSettings& settings, const char* key) {
     const GLibHandle<char> value(g_settings_get_string(&settings, key));
     return value.get();
-}
-
-Texts texts(GSettings& settings, const char* key) {
-    const GLibHandle<char*> values(g_settings_get_strv(&settings, key));
-    Texts result;
-    for (char** value = values.get(); *value; ++value) result.emplace_back(*value);
-    return result;
-}
-
-void setTexts(GSettings& settings, const char* key, const Texts& values) {
-    std::vector<const char*> pointers;
-    for (const auto& value : values) pointers.push_back(value.c_str());
-    pointers.push_back(nullptr);
-    g_settings_set_strv(&settings, key, pointers.data());
 }
 
 // An argument of a command line.
@@ -75,12 +43,12 @@ std::string quoted(const std::string& path) {
 
 // The first setting of that schema with the key's combination, in words; empty if there is none.
 std::string useOf(const SwallowedKey& key, const char* schemaName) {
-    const auto described = schema(schemaName);
-    const auto values = settings(schemaName);
+    const auto described = gnomeSchema(schemaName);
+    const auto values = gnomeSettings(schemaName);
     if (!described || !values) return {};
     const GLibHandle<char*> names(g_settings_schema_list_keys(described.get()));
     for (char** name = names.get(); *name; ++name) {
-        const std::unique_ptr<GSettingsSchemaKey, SchemaRelease> entry(
+        const std::unique_ptr<GSettingsSchemaKey, GnomeSchemaRelease> entry(
             g_settings_schema_get_key(described.get(), *name));
         if (!g_variant_type_equal(g_settings_schema_key_get_value_type(entry.get()),
                                   G_VARIANT_TYPE_STRING_ARRAY))
@@ -99,14 +67,27 @@ std::string useOf(const SwallowedKey& key, const char* schemaName) {
 }  // namespace
 
 bool CustomShortcutSettings::areThere() {
-    return schema(mediaKeys) && schema(customShortcut);
+    return gnomeSchema(mediaKeys) && gnomeSchema(customShortcut);
+}
+
+bool CustomShortcutSettings::areInUse() {
+    if (!areThere()) return false;
+    const auto bus = connectToBus(G_BUS_TYPE_SESSION, nullptr);
+    if (!bus) return false;
+    const GLibHandle<GVariant> answer(g_dbus_connection_call_sync(
+        bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "NameHasOwner", g_variant_new("(s)", "org.gnome.SettingsDaemon.MediaKeys"),
+        G_VARIANT_TYPE("(b)"), G_DBUS_CALL_FLAGS_NONE, patience, nullptr, nullptr));
+    gboolean isOwned = FALSE;
+    if (answer) g_variant_get(answer.get(), "(b)", &isOwned);
+    return isOwned != FALSE;
 }
 
 CustomShortcutSettings::CustomShortcutSettings() {
-    if (areThere()) list_ = settings(mediaKeys);
-    keyboard_ = settings(keyboardSchema);
+    if (areThere()) list_ = gnomeSettings(mediaKeys);
+    keyboard_ = gnomeKeyboardSettings();
     for (const auto entry : {Entry::dictate, Entry::cancel})
-        if (list_) entries_[entry] = settings(customShortcut, pathOf(entry));
+        if (list_) entries_[entry] = gnomeSettings(customShortcut, pathOf(entry));
 }
 
 CustomShortcutSettings::~CustomShortcutSettings() {
@@ -167,7 +148,7 @@ std::string CustomShortcutSettings::takenBy(const SwallowedKey& key) const {
     if (!list_) return {};
     for (const auto& path : texts(*list_, listKey)) {
         if (path == pathOf(Entry::dictate) || path == pathOf(Entry::cancel)) continue;
-        const auto other = settings(customShortcut, path.c_str());
+        const auto other = gnomeSettings(customShortcut, path.c_str());
         if (isGnomeAccelerator(text(*other, "binding"), key)) return text(*other, "name");
     }
     for (const char* name : keyBindings)
@@ -175,13 +156,8 @@ std::string CustomShortcutSettings::takenBy(const SwallowedKey& key) const {
     return {};
 }
 
-CustomShortcutSettings::Repeat CustomShortcutSettings::repeat() const {
-    if (!keyboard_) return {};
-    const auto milliseconds = [this](const char* key) {
-        return std::chrono::milliseconds(g_settings_get_uint(keyboard_.get(), key));
-    };
-    return {g_settings_get_boolean(keyboard_.get(), "repeat") != FALSE,
-            KeyRepeats::Timing::of(milliseconds("delay"), milliseconds("repeat-interval"))};
+GnomeKeyRepeat CustomShortcutSettings::repeat() const {
+    return gnomeKeyRepeat(keyboard_.get());
 }
 
 void CustomShortcutSettings::onChange(std::function<void()> changed) {

@@ -7,7 +7,7 @@
 
 #include "Quorvi/platform/KeyEventTap.h"
 #include "Quorvi/platform/linux/gio/GLibHandles.h"
-#include "Quorvi/platform/linux/shortcuts/KeyRepeats.h"
+#include "Quorvi/platform/linux/gnome/GnomeKeyRepeat.h"
 
 typedef struct _GSettings GSettings;
 
@@ -20,14 +20,12 @@ namespace quorvi {
 class CustomShortcutSettings {
 public:
     enum class Entry { dictate, cancel };
-    // What the desktop does with a key that stays down.
-    struct Repeat {
-        bool isOn = true;
-        KeyRepeats::Timing timing = KeyRepeats::Timing::unknown();
-    };
 
     // Whether GNOME's settings are there. Any thread.
     static bool areThere();
+    // And whether a program of this session acts by them. Waits for the bus, some milliseconds; any
+    // thread.
+    static bool areInUse();
 
     CustomShortcutSettings();
     ~CustomShortcutSettings();
@@ -44,7 +42,7 @@ public:
     void bind(Entry entry, const std::optional<SwallowedKey>& key);
     // What GNOME uses the key for, in its own words; empty if for nothing.
     std::string takenBy(const SwallowedKey& key) const;
-    Repeat repeat() const;
+    GnomeKeyRepeat repeat() const;
 
     // `changed` is called when the list of custom shortcuts or the auto-repeat has changed.
     void onChange(std::function<void()> changed);

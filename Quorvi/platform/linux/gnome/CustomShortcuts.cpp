@@ -25,9 +25,10 @@ std::optional<SwallowedKey> dictationKey(const std::vector<SwallowedKey>& keys) 
 }  // namespace
 
 struct CustomShortcuts::Answer {
+    bool isListed = false;
     bool isBound = false;
     std::string takenBy;
-    CustomShortcutSettings::Repeat repeat;
+    GnomeKeyRepeat repeat;
 };
 
 // The thread that reads and writes the settings and hears the helper.
@@ -39,6 +40,16 @@ public:
     void bind(std::vector<SwallowedKey> keys) {
         thread_.invoke([this, keys = std::move(keys)] {
             keys_ = keys;
+            apply();
+        });
+    }
+
+    void setListed(bool listed, const std::string& helper, const std::string& program) {
+        thread_.invoke([this, listed, helper, program] {
+            if (listed)
+                settings_->install(helper, program);
+            else
+                settings_->remove();
             apply();
         });
     }
@@ -62,8 +73,9 @@ private:
 
     void apply() {
         auto key = dictationKey(keys_);
-        Answer answer{.isBound = settings_->isInstalled(), .repeat = settings_->repeat()};
-        if (key && answer.isBound) {
+        Answer answer{.isListed = settings_->isInstalled(), .repeat = settings_->repeat()};
+        answer.isBound = answer.isListed;
+        if (key && answer.isListed) {
             answer.takenBy = takenBy(*key);
             answer.isBound = answer.takenBy.empty() && !changesFlags(key->keyCode);
             if (!answer.isBound) key.reset();
@@ -90,8 +102,10 @@ private:
     GLibThread thread_{"shortcuts", [this] { begin(); }, [this] { end(); }};
 };
 
-CustomShortcuts::CustomShortcuts(Scheduler& scheduler)
+CustomShortcuts::CustomShortcuts(Scheduler& scheduler, std::string helper, std::string program)
     : scheduler_(scheduler),
+      helper_(std::move(helper)),
+      program_(std::move(program)),
       presses_(scheduler, KeyRepeats::Timing::unknown(), [this](KeyRepeats::Change change) {
           if (!key_) return;
           changed_(*key_, change == KeyRepeats::Change::pressed    ? Change::pressed
@@ -102,7 +116,7 @@ CustomShortcuts::CustomShortcuts(Scheduler& scheduler)
 CustomShortcuts::~CustomShortcuts() = default;
 
 ShortcutSource::Support CustomShortcuts::support() const {
-    return {.release = repeats_, .loneModifiers = false, .escape = true, .asksUser = true};
+    return {.release = repeats_, .loneModifiers = false, .escape = true, .needsListing = true};
 }
 
 void CustomShortcuts::start(std::function<void(const SwallowedKey&, Change)> changed,
@@ -130,6 +144,10 @@ void CustomShortcuts::bind(std::vector<SwallowedKey> keys) {
     watcher_->bind(keys_);
 }
 
+void CustomShortcuts::setListed(bool listed) {
+    if (watcher_) watcher_->setListed(listed, helper_, program_);
+}
+
 void CustomShortcuts::heard(const std::string& word) {
     if (word == dictateWord && key_) presses_.note();
     if (word != cancelWord || std::ranges::find(keys_, escape) == keys_.end()) return;
@@ -142,6 +160,7 @@ void CustomShortcuts::answered(const Answer& answer) {
     const bool isChanged =
         answer.isBound != isBound_ || answer.takenBy != takenBy_ || answer.repeat.isOn != repeats_;
     isBound_ = answer.isBound;
+    isListed_ = answer.isListed;
     takenBy_ = answer.takenBy;
     repeats_ = answer.repeat.isOn;
     if (isChanged) boundChanged_();

@@ -30,6 +30,7 @@ void KeyRepeats::note() {
         case State::up:
             return press();
         case State::down:
+            if (timing_.hasRelease) return wait(State::repeating, timing_.gap);
             if (toldAt_ - pressedAt_ >= timing_.earliest)
                 return wait(State::uncertain, timing_.gap);
             changed_(Change::tapped);
@@ -68,7 +69,7 @@ void KeyRepeats::expire() {
     switch (state_) {
         case State::down:
             state_ = State::up;
-            return changed_(Change::tapped);
+            return changed_(timing_.hasRelease ? Change::released : Change::tapped);
         case State::uncertain:
             // One repeat alone: the key was pressed a second time, then.
             pressedAt_ = toldAt_;

@@ -14,7 +14,8 @@ public:
     enum class Change {
         pressed,
         released,  // the auto-repeat has stopped
-        tapped,    // none has begun; the key may be up or, where keys don't repeat, still down
+        tapped,  // none has begun, where the desktop tells no release; the key may be up or, where
+                 // keys don't repeat, still down
     };
 
     // When the first repeat can come after a press, and how long after one the next.
@@ -22,6 +23,9 @@ public:
         Duration earliest;
         Duration latest;
         Duration gap;
+        // The desktop tells the release as well, but not always: repeats that stop, or do not
+        // begin, are one, too, and nothing is a second press.
+        bool hasRelease = false;
 
         // As the desktop repeats keys; the command may be late.
         static Timing of(Duration delay, Duration interval);

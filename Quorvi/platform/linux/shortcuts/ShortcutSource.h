@@ -21,7 +21,10 @@ public:
         bool release = false;        // tells when the key goes up; if not, each press is a tap
         bool loneModifiers = false;  // a modifier alone can be the shortcut
         bool escape = false;         // Escape can be bound for the time of a recording
-        bool asksUser = false;       // the user is asked before the shortcut is installed
+        bool asksUser = false;       // the desktop asks the user before it gives the shortcut
+        // Nothing is bound until the shortcut is listed in the desktop's settings, which Quorvi
+        // changes at the user's wish.
+        bool needsListing = false;
 
         bool operator==(const Support&) const = default;
     };
@@ -43,8 +46,13 @@ public:
     // What the desktop uses a refused key for, in its own words; empty if that is unknown.
     virtual std::string takenBy() const { return {}; }
 
+    // With `needsListing`: whether it is listed, and the user's wish, which is carried out later.
+    virtual bool isListed() const { return false; }
+    virtual void setListed(bool) {}
+
     // From now on `changed` is called with each press and release of a bound key, without the
-    // auto-repeat, and `boundChanged` when isBound() has changed; both on the main thread.
+    // auto-repeat, and `boundChanged` when isBound(), takenBy() or isListed() has
+    // changed; both on the main thread.
     virtual void start(std::function<void(const SwallowedKey&, Change)> changed,
                        std::function<void()> boundChanged) = 0;
 };

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
+#include "Quorvi/platform/linux/portal/PortalBackends.h"
 #include "Quorvi/platform/linux/wayland/WaylandConnection.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlSession.h"
 #include "Quorvi/platform/linux/wayland/input/InputMethod.h"
@@ -22,7 +24,9 @@ DesktopCapabilities probeWayland() {
             .hasVirtualKeyboard = VirtualKeyboard::isOffered(connection),
             .hasInputMethod = InputMethod::isOffered(connection),
             .hasSway = SwaySocket().isAlive(),
-            .hasLayerShell = LayerSurface::isOffered(connection)};
+            .hasLayerShell = LayerSurface::isOffered(connection),
+            .hasShortcutsPortal = desktopHasPortal("org.freedesktop.impl.portal.GlobalShortcuts"),
+            .hasCustomShortcuts = CustomShortcutSettings::areInUse()};
 }
 
 bool waylandInputMethodIsTaken() {
