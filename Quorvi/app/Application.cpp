@@ -115,7 +115,8 @@ private:
         window_ = std::make_unique<AppWindow>(AppWindow::Parts{
             *model_, corrections_, history_, *sync_, *sync_, model_->speechService().keys(),
             updates_.updater(), preferences_, scheduler_, desktop_.calendar(), quit,
-            [this](PrivacyPane pane) { return desktop_.hasSettingsFor(pane); }, isKeyGiven_});
+            [this](PrivacyPane pane) { return desktop_.hasSettingsFor(pane); }, capabilities_,
+            isKeyGiven_});
         bus_ = std::make_unique<BusService>(*model_, BusService::Actions{open, quit});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
     }

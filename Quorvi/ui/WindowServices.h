@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "Quorvi/platform/DesktopCapabilities.h"
 #include "Quorvi/platform/SystemPermissions.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 
@@ -31,7 +32,8 @@ struct WindowServices {
     std::function<void()> quit;
     // Whether the desktop has settings for the subject; null if it has all.
     std::function<bool(PrivacyPane)> hasSettingsFor = nullptr;
-    bool isKeyGiven = false;  // for this run only, by QUORVI_API_KEY
+    DesktopCapabilities desktop = {};  // what it offers on Wayland
+    bool isKeyGiven = false;           // for this run only, by QUORVI_API_KEY
 };
 
 }  // namespace quorvi

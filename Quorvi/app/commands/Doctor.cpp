@@ -14,6 +14,7 @@
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
+#include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
@@ -21,6 +22,7 @@
 #include "Quorvi/platform/linux/x11/keyboard/X11InputSupport.h"
 #include "Quorvi/shell/BusCommand.h"
 #include "Quorvi/shell/HelperPrograms.h"
+#include "Quorvi/system/DesktopParts.h"
 #include "Quorvi/system/KeychainStore.h"
 #include "Quorvi/transcription/SpeechServiceChoice.h"
 #include "Quorvi/ui/translations/ShownMessage.h"
@@ -82,24 +84,17 @@ private:
     // One line for each thing that dictating into the windows of Wayland programs needs.
     void checkWayland() {
         if (!wayland_.isWayland) return;
-        const auto part = [](const char* subject, bool isOffered, const char* interface) {
-            line(isOffered ? "✓" : "–", subject,
-                 std::string(interface) + (isOffered ? ": offered." : ": not offered."));
-        };
-        part("Wayland clipboard", wayland_.hasClipboard, "zwlr_data_control_manager_v1");
-        part("Wayland keys", wayland_.hasVirtualKeyboard, "zwp_virtual_keyboard_manager_v1");
+        for (const auto& part : describe(wayland_)) {
+            auto finding = shownInEnglish(part.finding);
+            if (part.consequence) finding += " " + shownInEnglish(*part.consequence);
+            line(part.isOffered ? "✓" : "–", ("Wayland: " + shownInEnglish(part.subject)).c_str(),
+                 finding);
+        }
         if (wayland_.hasInputMethod && waylandInputMethodIsTaken())
-            note("Wayland text",
+            note("Wayland",
                  "another input method (fcitx5, IBus) is running: text is pasted through the "
                  "clipboard. Quit it to have text put into fields and terminals directly.");
-        else
-            part("Wayland text", wayland_.hasInputMethod, "zwp_input_method_manager_v2");
-        part("Wayland indicator", wayland_.hasLayerShell, "zwlr_layer_shell_v1");
-        part("Wayland shortcut", wayland_.hasSway, "sway's command socket");
-        if (!wayland_.isNative())
-            note("Wayland",
-                 "this desktop lacks some of that: Quorvi works only in windows of programs under "
-                 "XWayland. It works in all windows on sway, and on desktops with X11.");
+        if (!wayland_.isNative()) note("Wayland", shownInEnglish(say::desktopIsNotNative()));
     }
 
     void checkKeyboard() {
@@ -107,7 +102,9 @@ private:
         canInstallTap_ = wayland_.isNative() || hasX11;
         if (hasX11) setRightAltIsAltGr(x11RightAltIsAltGr());
         const auto shortcut = shown(settings_.get(setting::hotkey));
-        if (wayland_.isNative()) return checkSwayShortcut(shortcut.toStdString());
+        if (wayland_.isNative() && wayland_.hasSway)
+            return checkSwayShortcut(shortcut.toStdString());
+        if (wayland_.isNative()) return checkDesktopShortcut(shortcut.toStdString());
         if (hasX11)
             return good(
                 "Global shortcut",
@@ -128,6 +125,23 @@ private:
             return good("Global shortcut", shortcut + ", sway: available.");
         bad("Global shortcut", shortcut + ": sway's configuration uses it.",
             "Choose another in Quorvi's Settings, or remove the line from the configuration.");
+    }
+
+    void checkDesktopShortcut(const std::string& shortcut) {
+        const auto key = settings_.get(setting::hotkey);
+        if (key.isModifier())
+            return bad("Global shortcut", shortcut + ": this desktop reports no lone modifiers.",
+                       "Choose a combination or a function key in Quorvi's Settings.");
+        if (wayland_.hasKdeShortcuts || wayland_.hasShortcutsPortal)
+            return good("Global shortcut", shortcut + ": available.");
+        const CustomShortcutSettings gnome;
+        if (const auto use = gnome.takenBy({key.keyCode, key.modifiers}); !use.empty())
+            return bad("Global shortcut", shortcut + ": GNOME uses it for: " + use + ".",
+                       "Choose another in Quorvi's Settings.");
+        if (!gnome.isInstalled())
+            return bad("Global shortcut", shortcut + ": not in GNOME's settings.",
+                       "Run: quorvi shortcut install. Or switch it on in Quorvi's Settings.");
+        good("Global shortcut", shortcut + ", GNOME's custom shortcuts: available.");
     }
 
     void checkAccessibility() {

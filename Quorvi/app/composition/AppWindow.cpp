@@ -31,7 +31,7 @@ struct AppWindow::Contents {
             parts.model, parts.corrections,
             HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
             parts.sync, parts.cloud, parts.keys, loginItem, parts.updater, parts.preferences,
-            parts.scheduler, parts.quit, parts.hasSettingsFor, parts.isKeyGiven});
+            parts.scheduler, parts.quit, parts.hasSettingsFor, parts.desktop, parts.isKeyGiven});
     }
 
     XdgLoginItem service{XdgLoginItem::Places::current()};

@@ -28,6 +28,7 @@ public:
         SystemCalendar& calendar;
         std::function<void()> quit;
         std::function<bool(PrivacyPane)> hasSettingsFor;
+        DesktopCapabilities desktop;
         bool isKeyGiven;
     };
 

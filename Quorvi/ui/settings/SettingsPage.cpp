@@ -15,6 +15,7 @@
 #include "Quorvi/ui/indicator/RecordingAppearanceSettings.h"
 #include "Quorvi/ui/settings/AccountSyncSettings.h"
 #include "Quorvi/ui/settings/ApiKeySettings.h"
+#include "Quorvi/ui/settings/DesktopSettings.h"
 #include "Quorvi/ui/settings/DictationSettings.h"
 #include "Quorvi/ui/settings/GeneralSettings.h"
 #include "Quorvi/ui/settings/MicrophoneSettings.h"
@@ -47,6 +48,7 @@ SettingsPage::SettingsPage(const WindowServices& services)
     addSection(new UpdateSettings(services.updater));
     addSection(new HistorySettings(services.history));
     addSection(new PrivacySettings(model, services.hasSettingsFor));
+    addSection(new DesktopSettings(services.desktop));
     marks_ = new SearchMarks(widget());
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { sectionsChanged(); });
 }

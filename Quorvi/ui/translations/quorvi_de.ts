@@ -422,6 +422,13 @@
     </message>
 </context>
 <context>
+    <name>DesktopSettings</name>
+    <message>
+        <source>This desktop</source>
+        <translation>Diese Arbeitsumgebung</translation>
+    </message>
+</context>
+<context>
     <name>DictationPage</name>
     <message>
         <source>Speak in your language.</source>
@@ -1858,6 +1865,62 @@
     <message>
         <source>The desktop has not given the shortcut to Quorvi. Choose another one, or allow it in the desktop&apos;s settings.</source>
         <translation>Die Arbeitsumgebung hat Quorvi den Kurzbefehl nicht gegeben. Wähle einen anderen, oder erlaube ihn in ihren Einstellungen.</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Kurzbefehl</translation>
+    </message>
+    <message>
+        <source>Text into fields</source>
+        <translation>Text in Felder</translation>
+    </message>
+    <message>
+        <source>Pasting</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Clipboard</source>
+        <translation>Zwischenablage</translation>
+    </message>
+    <message>
+        <source>Windows</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Indicator</source>
+        <translation>Anzeige</translation>
+    </message>
+    <message>
+        <source>By {interface}.</source>
+        <translation>Über {interface}.</translation>
+    </message>
+    <message>
+        <source>Not offered by this desktop: {interfaces}.</source>
+        <translation>Von dieser Arbeitsumgebung nicht angeboten: {interfaces}.</translation>
+    </message>
+    <message>
+        <source>Bind a key of the desktop to “quorvi toggle”.</source>
+        <translation>Belege eine Taste der Arbeitsumgebung mit „quorvi toggle“.</translation>
+    </message>
+    <message>
+        <source>Quorvi pastes instead.</source>
+        <translation>Quorvi fügt stattdessen ein.</translation>
+    </message>
+    <message>
+        <source>Where a field takes no text directly, Quorvi leaves it on the clipboard; paste it yourself.</source>
+        <translation>Wo ein Feld keinen Text direkt annimmt, lässt Quorvi ihn in der Zwischenablage; füge ihn selbst ein.</translation>
+    </message>
+    <message>
+        <source>Quorvi uses that of X11 programs.</source>
+        <translation>Quorvi benutzt die der X11-Programme.</translation>
+    </message>
+    <message>
+        <source>It is shown by X11, if the desktop runs X11 programs.</source>
+        <translation>Sie wird über X11 gezeigt, wenn die Arbeitsumgebung X11-Programme ausführt.</translation>
+    </message>
+    <message>
+        <source>This desktop lacks some of what Quorvi needs: it works only in windows of X11 programs. It works in all windows on sway, KDE Plasma and GNOME, and on desktops with X11.</source>
+        <translation>Dieser Arbeitsumgebung fehlt etwas, was Quorvi braucht: Es arbeitet nur in Fenstern von X11-Programmen. In allen Fenstern arbeitet es mit sway, KDE Plasma und GNOME sowie mit X11.</translation>
     </message>
 </context>
 <context>

@@ -422,6 +422,13 @@
     </message>
 </context>
 <context>
+    <name>DesktopSettings</name>
+    <message>
+        <source>This desktop</source>
+        <translation>Αυτή η επιφάνεια εργασίας</translation>
+    </message>
+</context>
+<context>
     <name>DictationPage</name>
     <message>
         <source>Speak in your language.</source>
@@ -1858,6 +1865,62 @@
     <message>
         <source>The desktop has not given the shortcut to Quorvi. Choose another one, or allow it in the desktop&apos;s settings.</source>
         <translation>Η επιφάνεια εργασίας δεν έδωσε τη συντόμευση στο Quorvi. Διάλεξε άλλη ή επίτρεψέ τη στις ρυθμίσεις της.</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Συντόμευση</translation>
+    </message>
+    <message>
+        <source>Text into fields</source>
+        <translation>Κείμενο σε πεδία</translation>
+    </message>
+    <message>
+        <source>Pasting</source>
+        <translation>Επικόλληση</translation>
+    </message>
+    <message>
+        <source>Clipboard</source>
+        <translation>Πρόχειρο</translation>
+    </message>
+    <message>
+        <source>Windows</source>
+        <translation>Παράθυρα</translation>
+    </message>
+    <message>
+        <source>Indicator</source>
+        <translation>Ένδειξη</translation>
+    </message>
+    <message>
+        <source>By {interface}.</source>
+        <translation>Μέσω {interface}.</translation>
+    </message>
+    <message>
+        <source>Not offered by this desktop: {interfaces}.</source>
+        <translation>Δεν προσφέρεται από αυτή την επιφάνεια εργασίας: {interfaces}.</translation>
+    </message>
+    <message>
+        <source>Bind a key of the desktop to “quorvi toggle”.</source>
+        <translation>Αντιστοίχισε ένα πλήκτρο της επιφάνειας εργασίας στο «quorvi toggle».</translation>
+    </message>
+    <message>
+        <source>Quorvi pastes instead.</source>
+        <translation>Το Quorvi επικολλά αντ’ αυτού.</translation>
+    </message>
+    <message>
+        <source>Where a field takes no text directly, Quorvi leaves it on the clipboard; paste it yourself.</source>
+        <translation>Όπου ένα πεδίο δεν δέχεται κείμενο απευθείας, το Quorvi το αφήνει στο πρόχειρο· επικόλλησέ το μόνος σου.</translation>
+    </message>
+    <message>
+        <source>Quorvi uses that of X11 programs.</source>
+        <translation>Το Quorvi χρησιμοποιεί αυτό των προγραμμάτων X11.</translation>
+    </message>
+    <message>
+        <source>It is shown by X11, if the desktop runs X11 programs.</source>
+        <translation>Εμφανίζεται μέσω X11, αν η επιφάνεια εργασίας εκτελεί προγράμματα X11.</translation>
+    </message>
+    <message>
+        <source>This desktop lacks some of what Quorvi needs: it works only in windows of X11 programs. It works in all windows on sway, KDE Plasma and GNOME, and on desktops with X11.</source>
+        <translation>Από αυτή την επιφάνεια εργασίας λείπει κάτι που χρειάζεται το Quorvi: λειτουργεί μόνο σε παράθυρα προγραμμάτων X11. Σε όλα τα παράθυρα λειτουργεί με sway, KDE Plasma και GNOME, καθώς και με X11.</translation>
     </message>
 </context>
 <context>

@@ -422,6 +422,13 @@
     </message>
 </context>
 <context>
+    <name>DesktopSettings</name>
+    <message>
+        <source>This desktop</source>
+        <translation>This desktop</translation>
+    </message>
+</context>
+<context>
     <name>DictationPage</name>
     <message>
         <source>Speak in your language.</source>
@@ -1858,6 +1865,62 @@
     <message>
         <source>The desktop has not given the shortcut to Quorvi. Choose another one, or allow it in the desktop&apos;s settings.</source>
         <translation>The desktop has not given the shortcut to Quorvi. Choose another one, or allow it in the desktop&apos;s settings.</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Shortcut</translation>
+    </message>
+    <message>
+        <source>Text into fields</source>
+        <translation>Text into fields</translation>
+    </message>
+    <message>
+        <source>Pasting</source>
+        <translation>Pasting</translation>
+    </message>
+    <message>
+        <source>Clipboard</source>
+        <translation>Clipboard</translation>
+    </message>
+    <message>
+        <source>Windows</source>
+        <translation>Windows</translation>
+    </message>
+    <message>
+        <source>Indicator</source>
+        <translation>Indicator</translation>
+    </message>
+    <message>
+        <source>By {interface}.</source>
+        <translation>By {interface}.</translation>
+    </message>
+    <message>
+        <source>Not offered by this desktop: {interfaces}.</source>
+        <translation>Not offered by this desktop: {interfaces}.</translation>
+    </message>
+    <message>
+        <source>Bind a key of the desktop to “quorvi toggle”.</source>
+        <translation>Bind a key of the desktop to “quorvi toggle”.</translation>
+    </message>
+    <message>
+        <source>Quorvi pastes instead.</source>
+        <translation>Quorvi pastes instead.</translation>
+    </message>
+    <message>
+        <source>Where a field takes no text directly, Quorvi leaves it on the clipboard; paste it yourself.</source>
+        <translation>Where a field takes no text directly, Quorvi leaves it on the clipboard; paste it yourself.</translation>
+    </message>
+    <message>
+        <source>Quorvi uses that of X11 programs.</source>
+        <translation>Quorvi uses that of X11 programs.</translation>
+    </message>
+    <message>
+        <source>It is shown by X11, if the desktop runs X11 programs.</source>
+        <translation>It is shown by X11, if the desktop runs X11 programs.</translation>
+    </message>
+    <message>
+        <source>This desktop lacks some of what Quorvi needs: it works only in windows of X11 programs. It works in all windows on sway, KDE Plasma and GNOME, and on desktops with X11.</source>
+        <translation>This desktop lacks some of what Quorvi needs: it works only in windows of X11 programs. It works in all windows on sway, KDE Plasma and GNOME, and on desktops with X11.</translation>
     </message>
 </context>
 <context>

@@ -56,6 +56,7 @@ WindowServices WindowWorld::services() {
             scheduler,
             [this] { ++quits; },
             [this](PrivacyPane pane) { return pane != missingSettings; },
+            capabilities,
             isKeyGiven};
 }
 

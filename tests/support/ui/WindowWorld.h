@@ -73,6 +73,7 @@ struct WindowWorld : VirtualTime, FakeDesktop {
     AXElement field = accessibility.makeText(editor, "Dear ");
     int quits = 0;
     std::optional<PrivacyPane> missingSettings;  // that the desktop does not have
+    DesktopCapabilities capabilities;
     bool isKeyGiven = false;
     std::unique_ptr<MainWindow> window;
 };

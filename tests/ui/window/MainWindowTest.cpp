@@ -75,6 +75,7 @@ TEST_F(MainWindowTest, TheShortcutMenuOffersPresetsAndACapture) {
 
 TEST(DesktopsShortcut, IsChosenFromWhatTheDesktopCanDo) {
     WindowWorld world(true);
+    world.capabilities = {.isWayland = true, .hasCustomShortcuts = true, .hasIbus = true};
     world.saveKey();
     world.desktopShortcut.become(
         {.hasRelease = false, .hasLoneModifiers = false, .needsListing = true});
@@ -90,6 +91,7 @@ TEST(DesktopsShortcut, IsChosenFromWhatTheDesktopCanDo) {
     world.model.setSelectedPage(WindowPage::settings);
     world.settle();
     const Seen settings(world.show());
+    EXPECT_TRUE(settings.has("Not offered by this desktop: zwlr_layer_shell_v1."));
     EXPECT_TRUE(settings.has("does not report when a key goes up"));
     world.model.beginShortcutCapture();
     world.localKeys.changeFlags(keyCode::rightControl,

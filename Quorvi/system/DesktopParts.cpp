@@ -1,0 +1,55 @@
+#include "Quorvi/system/DesktopParts.h"
+
+#include <string>
+#include <utility>
+
+namespace quorvi {
+namespace {
+
+struct Way {
+    bool isOffered;
+    const char* name;
+};
+
+// By the first way that is offered, in the order in which the adapters are chosen.
+DesktopPart part(Message subject, std::initializer_list<Way> ways,
+                 std::optional<Message> consequence = std::nullopt) {
+    std::string missing;
+    for (const auto& way : ways) {
+        if (way.isOffered)
+            return {std::move(subject), say::desktopOffers(way.name), true, std::nullopt};
+        missing += (missing.empty() ? "" : ", ") + std::string(way.name);
+    }
+    return {std::move(subject), say::desktopLacks(missing), false, std::move(consequence)};
+}
+
+}  // namespace
+
+std::vector<DesktopPart> describe(const DesktopCapabilities& desktop) {
+    if (!desktop.isWayland) return {};
+    const auto& d = desktop;
+    return {
+        part(say::partShortcut(),
+             {{d.hasSway, "sway"},
+              {d.hasKdeShortcuts, "KGlobalAccel"},
+              {d.hasShortcutsPortal, "org.freedesktop.portal.GlobalShortcuts"},
+              {d.hasCustomShortcuts, "org.gnome.settings-daemon"}},
+             say::noShortcutOffered()),
+        part(say::partText(), {{d.hasInputMethod, "zwp_input_method_v2"}, {d.hasIbus, "IBus"}},
+             say::noTextOffered()),
+        part(say::partPasting(),
+             {{d.hasVirtualKeyboard, "zwp_virtual_keyboard_v1"},
+              {d.hasFakeInput, "org_kde_kwin_fake_input"},
+              {d.hasRemoteDesktop, "org.freedesktop.portal.RemoteDesktop"}},
+             say::noPastingOffered()),
+        part(say::partClipboard(), {{d.hasClipboard, "zwlr_data_control_v1"}},
+             say::noClipboardOffered()),
+        part(say::partWindows(), {{d.hasSway, "sway"},
+                                  {d.hasPlasmaWindows, "org_kde_plasma_window_management"},
+                                  {true, "AT-SPI"}}),
+        part(say::partIndicator(), {{d.hasLayerShell, "zwlr_layer_shell_v1"}},
+             say::noIndicatorOffered()),
+    };
+}
+
+}  // namespace quorvi
