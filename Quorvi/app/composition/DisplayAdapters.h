@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Quorvi/platform/DesktopCapabilities.h"
+#include "Quorvi/platform/DesktopShortcut.h"
 #include "Quorvi/platform/KeyEventPoster.h"
 #include "Quorvi/platform/KeyEventTap.h"
 #include "Quorvi/platform/TextCommitter.h"
@@ -27,6 +28,7 @@ public:
                                                  std::function<void()> tapChanged);
 
     virtual KeyEventTap& tap() = 0;
+    virtual DesktopShortcut* shortcut() { return nullptr; }  // null: the tap sees all keys
     virtual KeyEventPoster& poster() = 0;
     virtual TextCommitter* committer() { return nullptr; }  // null where nothing takes text so
     virtual Workspace& workspace() = 0;

@@ -233,7 +233,8 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
             .corrections = corrections,
             .offlineProgram = &a.recogniser,
             .network = &a.network,
-            .committer = a.display->committer()};
+            .committer = a.display->committer(),
+            .desktopShortcut = a.display->shortcut()};
 }
 
 }  // namespace quorvi

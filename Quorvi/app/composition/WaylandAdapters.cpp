@@ -43,11 +43,14 @@ void WaylandAdapters::makeWorkspace() {
 }
 
 void WaylandAdapters::makeTap(std::function<void()> changed, const std::string& keeper) {
-    if (capabilities_.hasSway)
+    if (capabilities_.hasSway) {
         tap_ = std::make_unique<SwayKeyEventTap>(scheduler_, *input_, std::move(changed));
-    else
-        tap_ = std::make_unique<ShortcutKeyEventTap>(scheduler_, makeShortcuts(keeper),
+        return;
+    }
+    auto tap = std::make_unique<ShortcutKeyEventTap>(scheduler_, makeShortcuts(keeper),
                                                      std::move(changed));
+    shortcut_ = tap.get();
+    tap_ = std::move(tap);
 }
 
 // The helpers are in one folder.

@@ -21,6 +21,7 @@ public:
     ~WaylandAdapters() override;
 
     KeyEventTap& tap() override { return *tap_; }
+    DesktopShortcut* shortcut() override { return shortcut_; }
     KeyEventPoster& poster() override { return *poster_; }
     TextCommitter* committer() override { return committer_.get(); }
     Workspace& workspace() override { return *workspace_; }
@@ -42,6 +43,7 @@ private:
     std::unique_ptr<Workspace> workspace_;
     std::function<std::string()> frontmostClass_;  // see PasteChords; the workspace's
     std::unique_ptr<KeyEventTap> tap_;
+    DesktopShortcut* shortcut_ = nullptr;  // the tap, where the desktop keeps the keys
     std::unique_ptr<KeyEventPoster> poster_;
     std::function<void(PasteChords)> setPasteChords_;  // the poster's
     std::unique_ptr<TextCommitter> committer_;

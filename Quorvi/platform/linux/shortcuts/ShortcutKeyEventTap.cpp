@@ -61,9 +61,23 @@ void ShortcutKeyEventTap::changed(const SwallowedKey& key, ShortcutSource::Chang
         tellKey(key, ShortcutSource::Change::tapped);
 }
 
+DesktopShortcut::State ShortcutKeyEventTap::state() const {
+    const auto support = source_->support();
+    return {.hasRelease = support.release,
+            .hasLoneModifiers = support.loneModifiers,
+            .isInForce = source_->isBound(),
+            .takenBy = source_->takenBy(),
+            .needsListing = support.needsListing,
+            .isListed = source_->isListed()};
+}
+
 void ShortcutKeyEventTap::boundChanged() {
-    if (!handler_) return;
-    if (source_->isBound()) return onValid_();
+    if (handler_) boundChanged(source_->isBound());
+    changes_.notify();
+}
+
+void ShortcutKeyEventTap::boundChanged(bool isBound) {
+    if (isBound) return onValid_();
     if (!std::exchange(held_, {}).empty()) tell({.type = TapEventType::tapDisabledByUserInput});
 }
 

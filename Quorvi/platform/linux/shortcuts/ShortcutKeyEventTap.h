@@ -6,6 +6,7 @@
 #include <set>
 #include <vector>
 
+#include "Quorvi/platform/DesktopShortcut.h"
 #include "Quorvi/platform/KeyEventTap.h"
 #include "Quorvi/platform/linux/shortcuts/ShortcutSource.h"
 #include "QuorviCore/async/Scheduler.h"
@@ -16,14 +17,18 @@ namespace quorvi {
 // installed hook is valid once the desktop has confirmed the keys, which nothing waits for. Main
 // thread; the scheduler outlives it. When the keys are lost while one is held, the handler gets
 // tapDisabledByUserInput.
-class ShortcutKeyEventTap final : public KeyEventTap {
+class ShortcutKeyEventTap final : public KeyEventTap, public DesktopShortcut {
 public:
     // `onValid` is called on the main thread.
     ShortcutKeyEventTap(
         Scheduler& scheduler, std::unique_ptr<ShortcutSource> source,
         std::function<void()> onValid = [] {});
 
-    ShortcutSource& source() { return *source_; }
+    State state() const override;
+    void setListed(bool listed) override { source_->setListed(listed); }
+    [[nodiscard]] Subscription onChange(std::function<void()> observer) override {
+        return changes_.subscribe(std::move(observer));
+    }
 
     bool install(std::function<TapVerdict(const TapEvent&)> handler) override;
     void remove() override;
@@ -41,6 +46,7 @@ private:
     void declare();
     void changed(const SwallowedKey& key, ShortcutSource::Change change);
     void boundChanged();
+    void boundChanged(bool isBound);
     void tell(const TapEvent& event);
     void tellKey(const SwallowedKey& key, ShortcutSource::Change change);
 
@@ -52,6 +58,7 @@ private:
     std::set<KeyCode> held_;
     bool isEnabled_ = false;
     Timer unbinding_;
+    Observable changes_;                            // of the state
     const std::unique_ptr<ShortcutSource> source_;  // calls back until it is destroyed
 };
 
