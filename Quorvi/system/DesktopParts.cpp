@@ -33,7 +33,7 @@ std::vector<DesktopPart> describe(const DesktopCapabilities& desktop) {
              {{d.hasSway, "sway"},
               {d.hasKdeShortcuts, "KGlobalAccel"},
               {d.hasShortcutsPortal, "org.freedesktop.portal.GlobalShortcuts"},
-              {d.hasCustomShortcuts, "org.gnome.settings-daemon"}},
+              {d.hasCustomShortcuts, "GNOME's settings"}},
              say::noShortcutOffered()),
         part(say::partText(), {{d.hasInputMethod, "zwp_input_method_v2"}, {d.hasIbus, "IBus"}},
              say::noTextOffered()),

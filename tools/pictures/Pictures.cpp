@@ -171,6 +171,19 @@ void settingsPages(Album& album) {
         world.sync.set({true, say::syncSignIn()});
         album.takeWhole(world.show(), "settings-server");
     }
+    {
+        WindowWorld world(true);
+        world.saveKey();
+        world.capabilities = {.isWayland = true, .hasCustomShortcuts = true, .hasIbus = true};
+        world.keyboard.isRefused = true;
+        world.keyboard.invalidate();
+        world.desktopShortcut.become(
+            {.hasRelease = false, .hasLoneModifiers = false, .needsListing = true});
+        album.takeWhole(world.show(), "dictation-wayland");
+        world.model.setShortcut(Hotkey::f9);
+        world.model.setSelectedPage(WindowPage::settings);
+        album.takeWhole(world.show(), "settings-wayland");
+    }
     WindowWorld world;
     world.preferences.setBytes("savedTextCorrections", bytesOf("not a list"));
     CorrectionStore locked(world.preferences, world.scheduler);
