@@ -157,8 +157,8 @@ void CustomShortcuts::heard(const std::string& word) {
 
 void CustomShortcuts::answered(const Answer& answer) {
     presses_.setTiming(answer.repeat.timing);
-    const bool isChanged =
-        answer.isBound != isBound_ || answer.takenBy != takenBy_ || answer.repeat.isOn != repeats_;
+    const bool isChanged = answer.isBound != isBound_ || answer.isListed != isListed_ ||
+                           answer.takenBy != takenBy_ || answer.repeat.isOn != repeats_;
     isBound_ = answer.isBound;
     isListed_ = answer.isListed;
     takenBy_ = answer.takenBy;
