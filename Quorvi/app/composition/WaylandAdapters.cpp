@@ -6,6 +6,8 @@
 
 #include "Quorvi/platform/linux/atspi/AtspiWorkspace.h"
 #include "Quorvi/platform/linux/gnome/CustomShortcuts.h"
+#include "Quorvi/platform/linux/ibus/IbusCommitter.h"
+#include "Quorvi/platform/linux/keyboard/NoKeyEventPoster.h"
 #include "Quorvi/platform/linux/portal/PortalShortcuts.h"
 #include "Quorvi/platform/linux/shortcuts/ShortcutKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
@@ -13,6 +15,7 @@
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboardPoster.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayWorkspace.h"
+#include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 
 namespace quorvi {
 
@@ -64,6 +67,11 @@ std::unique_ptr<ShortcutSource> WaylandAdapters::makeShortcuts(const std::string
 }
 
 void WaylandAdapters::makePoster() {
+    if (!capabilities_.hasVirtualKeyboard) {
+        poster_ = std::make_unique<NoKeyEventPoster>();
+        setPasteChords_ = [](const PasteChords&) {};
+        return;
+    }
     auto poster = std::make_unique<VirtualKeyboardPoster>(*input_, frontmostClass_);
     setPasteChords_ = [&keyboard = *poster](PasteChords chords) {
         keyboard.setPasteChords(std::move(chords));
@@ -74,10 +82,17 @@ void WaylandAdapters::makePoster() {
 void WaylandAdapters::makeCommitter() {
     if (capabilities_.hasInputMethod)
         committer_ = std::make_unique<InputMethodCommitter>(scheduler_, *input_);
+    else if (capabilities_.hasIbus)
+        committer_ = std::make_unique<IbusCommitter>(scheduler_);
 }
 
 void WaylandAdapters::makePasteboard(std::string keeper) {
-    pasteboard_ = std::make_unique<DataControlPasteboard>(scheduler_, std::move(keeper));
+    // GNOME has no other way to its clipboard than that of its X11 programs.
+    if (capabilities_.hasClipboard)
+        pasteboard_ = std::make_unique<DataControlPasteboard>(scheduler_, std::move(keeper));
+    else
+        pasteboard_ = std::make_unique<X11Pasteboard>(
+            scheduler_, X11Pasteboard::Options{.keeper = std::move(keeper)});
 }
 
 }  // namespace quorvi

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "QuorviCore/async/Future.h"
+#include "QuorviCore/text/Pieces.h"
 
 namespace quorvi {
 namespace {
@@ -13,15 +14,6 @@ namespace {
 constexpr int mostRefusals = 100;
 // A message of the protocol has room for 4,096 bytes.
 constexpr std::size_t longestPiece = 3000;
-
-// The first piece of a text, up to the border of a character.
-std::string_view firstPiece(std::string_view text) {
-    if (text.size() <= longestPiece) return text;
-    auto size = longestPiece;
-    while (size > longestPiece - 4 && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80)
-        --size;
-    return text.substr(0, size);
-}
 
 }  // namespace
 
@@ -49,7 +41,7 @@ public:
         int refusals = 0;
         while (!text.empty()) {
             if (!session || !hasFocus(session->method) || refusals > mostRefusals) return reached;
-            const auto piece = firstPiece(text);
+            const auto piece = text::piece(text, longestPiece);
             const auto isTaken = session->method.commit(piece);
             if (!isTaken) return Delivery::uncertain;
             if (!*isTaken) {

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
+#include "Quorvi/platform/linux/ibus/IbusProbe.h"
 #include "Quorvi/platform/linux/portal/PortalBackends.h"
 #include "Quorvi/platform/linux/wayland/WaylandConnection.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlSession.h"
@@ -26,7 +27,8 @@ DesktopCapabilities probeWayland() {
             .hasSway = SwaySocket().isAlive(),
             .hasLayerShell = LayerSurface::isOffered(connection),
             .hasShortcutsPortal = desktopHasPortal("org.freedesktop.impl.portal.GlobalShortcuts"),
-            .hasCustomShortcuts = CustomShortcutSettings::areInUse()};
+            .hasCustomShortcuts = CustomShortcutSettings::areInUse(),
+            .hasIbus = ibusReachesFields()};
 }
 
 bool waylandInputMethodIsTaken() {
