@@ -19,6 +19,7 @@
 #include "Quorvi/platform/linux/posix/PosixFileStore.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/propertylist/PropertyListPreferences.h"
+#include "Quorvi/platform/linux/shortcuts/KeyRepeats.h"
 #include "Quorvi/shell/BusService.h"
 #include "Quorvi/shell/DesktopColorScheme.h"
 #include "Quorvi/shell/HelperPrograms.h"
@@ -117,8 +118,17 @@ private:
             updates_.updater(), preferences_, scheduler_, desktop_.calendar(), quit,
             [this](PrivacyPane pane) { return desktop_.hasSettingsFor(pane); }, capabilities_,
             isKeyGiven_});
-        bus_ = std::make_unique<BusService>(*model_, BusService::Actions{open, quit});
+        bus_ = std::make_unique<BusService>(*model_,
+                                            BusService::Actions{open, quit, [this] { toggle(); }});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });
+    }
+
+    // A desktop runs the command of a key that is held again and again. On X11 the key is seen.
+    void toggle() {
+        if (capabilities_.isWayland)
+            toggles_.note();
+        else
+            model_->toggle();
     }
 
     // A plain window of a Wayland desktop would take the focus from the field: then rather none.
@@ -242,6 +252,10 @@ private:
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<AppWindow> window_;
     std::unique_ptr<BusService> bus_;
+    KeyRepeats toggles_{scheduler_, KeyRepeats::Timing::unknown(),
+                        [this](KeyRepeats::Change change) {
+                            if (change == KeyRepeats::Change::pressed) model_->toggle();
+                        }};
     Timer trayTimer_;
     std::unique_ptr<QuitSignals> quitSignals_;
     bool isKeyGiven_;

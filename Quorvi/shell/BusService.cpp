@@ -69,7 +69,7 @@ bool BusService::carryOut(const QString& method) {
     } else if (method == latin("Finish")) {
         model_.finish();
     } else if (method == latin("Toggle")) {
-        model_.toggle();
+        actions_.toggle();
     } else if (method == latin("Cancel")) {
         if (model_.canCancel()) model_.cancel();
     } else if (method == latin("Retry")) {

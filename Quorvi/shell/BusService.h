@@ -14,6 +14,7 @@ public:
     struct Actions {
         std::function<void()> show;  // the window
         std::function<void()> quit;
+        std::function<void()> toggle;  // the dictation
     };
     BusService(AppModel& model, Actions actions);
     ~BusService() override;
