@@ -18,7 +18,8 @@ std::vector<const AnySetting*> chosenSettings() {
 
 AppModel::AppModel(Environment environment)
     : environment_(std::move(environment)),
-      hotkey_(environment_.scheduler, environment_.tap, environment_.accessibility),
+      hotkey_(environment_.scheduler, environment_.tap, environment_.accessibility,
+              environment_.typing),
       insertion_({environment_.scheduler, environment_.accessibilityQueries,
                   environment_.accessibility, environment_.workspace, environment_.pasteboard,
                   environment_.poster, environment_.tap, environment_.committer}),

@@ -138,6 +138,7 @@ void DictationSession::recordingBegan(InsertionTarget target) {
     isStarting_ = false;
     environment_.service.startProgram();
     target_ = std::move(target);
+    watchTyping(*target_);
     if (!endsAtBeginning_) isHeardEarly_ = hearsEarly();
     audibleTicks_ = isHeardEarly_ ? leastAudibleTicks : 0;
     hasOpenedConnection_ = endsAtBeginning_;  // the request follows at once
@@ -166,6 +167,7 @@ Task<void> DictationSession::completeTarget(Id id, std::stop_token stop) {
             auto asking = environment_.insertion.completed(*target_, stop);
             auto target = co_await asking;
             if (!targetLacksItsCaret(id, stop)) co_return;
+            watchTyping(target);
             if (!std::exchange(target_, std::move(target))->element && target_->element)
                 environment_.status.say(say::dictatingInto(target_->app()));
         }
@@ -173,6 +175,12 @@ Task<void> DictationSession::completeTarget(Id id, std::stop_token stop) {
         problem = messageOf(error);
     }
     if (problem && targetLacksItsCaret(id, stop)) fail(*std::move(problem));
+}
+
+// A terminal, which has no caret here, changes its text by itself.
+void DictationSession::watchTyping(const InsertionTarget& target) {
+    typing_ = target.element && target.selection ? environment_.hotkey.countTyping(*target.element)
+                                                 : Subscription();
 }
 
 bool DictationSession::targetLacksItsCaret(Id id, const std::stop_token& stop) const {
@@ -333,6 +341,11 @@ Task<void> DictationSession::insert(Dictation dictation, Recognition recognition
         dictation.target, std::move(recognition.appliedRules),
         [this, id = dictation.id, stop] { return isCurrent(id, stop); });
     request.clipboard = std::move(clipboard);
+    request.onVerifiedPaste =
+        [this, watch = std::move(request.onVerifiedPaste)](const CorrectionContext& context) {
+            typing_ = {};
+            watch(context);
+        };
     std::optional<TextInsertion::Outcome> outcome;
     try {
         auto inserting = environment_.insertion.insert(recognition.text, dictation.target,
@@ -341,6 +354,7 @@ Task<void> DictationSession::insert(Dictation dictation, Recognition recognition
     } catch (const std::exception&) {
     }
     if (!isCurrent(dictation.id, stop)) co_return;
+    typing_ = {};
     if (outcome) {
         pasteSent(dictation, *outcome);
         co_return;
@@ -447,6 +461,7 @@ void DictationSession::sendAgain(InsertionTarget target) {
     status.enter(DictationStage::transcribing, say::convertingSpeech());
     status.showOverlay();
     environment_.service.startProgram();
+    watchTyping(target);
     auto again = dictation(std::move(target), failed_.circumstances().duration,
                            failed_.circumstances().date);
     again.isRetry = true;
@@ -501,6 +516,7 @@ void DictationSession::cancel() {
     environment_.insertion.restoreClipboard();
     environment_.learning.abandonWatch();
     target_.reset();
+    typing_ = {};
     resetMeter();
     environment_.hotkey.setCancelEnabled(false);
     environment_.status.keepOverlay();
@@ -509,6 +525,7 @@ void DictationSession::cancel() {
 }
 
 void DictationSession::giveUp() {
+    typing_ = {};
     meterTimer_.cancel();
     limitTimer_.cancel();
     recorder_.discard();

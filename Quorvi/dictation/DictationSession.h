@@ -135,6 +135,8 @@ private:
     // Asks an application that was busy at the press for its field and caret while the user
     // speaks.
     Task<void> completeTarget(Id id, std::stop_token stop);
+    // Counts typing into the target's field as input, up to the insertion.
+    void watchTyping(const InsertionTarget& target);
     bool targetLacksItsCaret(Id id, const std::stop_token& stop) const;
     Message firstSentence();
     bool hearsEarly();
@@ -178,6 +180,7 @@ private:
     bool hasOpenedConnection_ = false;
     bool isClosed_ = false;
     std::optional<InsertionTarget> target_;
+    Subscription typing_;
     double elapsed_ = 0;
     double level_ = 0;
     double meterFrom_ = 0;  // seconds of recording before which the start cue may be heard

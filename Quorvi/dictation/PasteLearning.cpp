@@ -5,11 +5,18 @@
 #include "Quorvi/insertion/FieldInspector.h"
 
 namespace quorvi {
+namespace {
+
+// Some applications report a change a moment after they show it. Nobody corrects a word so soon.
+constexpr Duration lateReports = std::chrono::milliseconds(200);
+
+}  // namespace
 
 PasteLearning::PasteLearning(Scheduler& scheduler, Executor& queries, Accessibility& accessibility,
                              const Workspace& workspace, CorrectionStore& store,
-                             const GlobalHotkey& hotkey)
-    : store_(store),
+                             GlobalHotkey& hotkey)
+    : scheduler_(scheduler),
+      store_(store),
       hotkey_(hotkey),
       observer_(
           scheduler, queries,
@@ -31,14 +38,27 @@ TextInsertion::Request PasteLearning::request(const InsertionTarget& target,
     request.onVerifiedPaste = [this, target, rules = std::move(appliedRules),
                                isCurrent = std::move(isCurrent)](const CorrectionContext& context) {
         if (!isCurrent()) return;
-        observer_.start(context, target, store_, rules, true,
-                        [this] { return hotkey_.inputGeneration(); });
+        observer_.start(context, target, store_, rules, true, inputAfterPaste(target));
     };
     request.onLearningEvent = [this, app = target.appName](const std::string& code,
                                                            const TextInsertion::Counts& counts) {
         store_.recordLearningEvent(code, app, counts);
     };
     return request;
+}
+
+// The input as long as somebody holds the returned function, with what is typed into the field. The
+// paste itself is over, and does not count.
+std::function<std::uint64_t()> PasteLearning::inputAfterPaste(const InsertionTarget& target) {
+    struct Watch {
+        Timer begin;
+        Subscription typing;
+    };
+    const auto watch = std::make_shared<Watch>();
+    watch->begin = scheduler_.after(lateReports, [this, target, &typing = watch->typing] {
+        if (target.element) typing = hotkey_.countTyping(*target.element);
+    });
+    return [this, watch] { return hotkey_.inputGeneration(); };
 }
 
 }  // namespace quorvi

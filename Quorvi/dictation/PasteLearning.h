@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace quorvi {
 class PasteLearning {
 public:
     PasteLearning(Scheduler& scheduler, Executor& queries, Accessibility& accessibility,
-                  const Workspace& workspace, CorrectionStore& store, const GlobalHotkey& hotkey);
+                  const Workspace& workspace, CorrectionStore& store, GlobalHotkey& hotkey);
 
     // Returns the request of an insertion into that target. A paste is watched only while
     // `isCurrent` returns true.
@@ -33,8 +34,11 @@ public:
     bool isIdle() const { return observer_.isIdle(); }
 
 private:
+    std::function<std::uint64_t()> inputAfterPaste(const InsertionTarget& target);
+
+    Scheduler& scheduler_;
     CorrectionStore& store_;
-    const GlobalHotkey& hotkey_;
+    GlobalHotkey& hotkey_;
     CorrectionObserver observer_;
 };
 

@@ -16,10 +16,12 @@ constexpr Duration deliveryTime = 50ms;
 }  // namespace
 
 GlobalHotkey::GlobalHotkey(Scheduler& scheduler, KeyEventTap& tap,
-                           const Accessibility& accessibility, Duration modifierHoldDelay)
+                           const Accessibility& accessibility, InputActivity* typing,
+                           Duration modifierHoldDelay)
     : scheduler_(scheduler),
       tap_(tap),
       accessibility_(accessibility),
+      typing_(typing),
       modifierHoldDelay_(modifierHoldDelay) {}
 
 GlobalHotkey::~GlobalHotkey() {
@@ -279,6 +281,16 @@ void GlobalHotkey::holdTimerFired() {
     }
     if (modifierGesture_.holdElapsed() == ModifierHotkeyGesture::Action::start && onTransition)
         onTransition(true);
+}
+
+Subscription GlobalHotkey::countTyping(const AXElement& field) {
+    if (!typing_) return {};
+    const auto watch = std::make_shared<Subscription>();
+    const auto count = [this, weak = std::weak_ptr(watch)] {
+        if (!weak.expired()) ++inputGeneration_;
+    };
+    *watch = typing_->onTyping(field, [&scheduler = scheduler_, count] { scheduler.post(count); });
+    return Subscription(watch);
 }
 
 bool GlobalHotkey::noteCommand() {

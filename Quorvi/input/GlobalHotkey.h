@@ -6,6 +6,7 @@
 #include <set>
 
 #include "Quorvi/platform/Accessibility.h"
+#include "Quorvi/platform/InputActivity.h"
 #include "Quorvi/platform/KeyEventTap.h"
 #include "QuorviCore/async/Scheduler.h"
 #include "QuorviCore/shortcut/Gestures.h"
@@ -22,7 +23,9 @@ namespace quorvi {
 // that was queued before a reset runs after it. The destructor removes the hook.
 class GlobalHotkey {
 public:
+    // `typing`, optional, stands in for keys that the tap does not see.
     GlobalHotkey(Scheduler& scheduler, KeyEventTap& tap, const Accessibility& accessibility,
+                 InputActivity* typing = nullptr,
                  Duration modifierHoldDelay = std::chrono::milliseconds(300));
     ~GlobalHotkey();
     GlobalHotkey(const GlobalHotkey&) = delete;
@@ -50,8 +53,13 @@ public:
     bool cancelEnabled() const { return cancelEnabled_; }
     void setCancelEnabled(bool enabled);
 
-    // Increases with every mouse-button press and every key press other than the shortcut's.
+    // Increases with every mouse-button press and every key press other than the shortcut's, as far
+    // as the tap sees them, and with what is typed into a field for which this was asked.
     std::uint64_t inputGeneration() const { return inputGeneration_; }
+
+    // Takes what is typed into the field for input, too, until the returned object is destroyed.
+    // This program's own insertions count as well, so not during one.
+    [[nodiscard]] Subscription countTyping(const AXElement& field);
 
     // Call when the user gives a command by other means than the shortcut. The keys held now may
     // belong to it, so their auto-repeat is no input. Returns whether one of them has been held
@@ -87,6 +95,7 @@ private:
     Scheduler& scheduler_;
     KeyEventTap& tap_;
     const Accessibility& accessibility_;
+    InputActivity* const typing_;
     const Duration modifierHoldDelay_;
 
     Hotkey shortcut_ = Hotkey::rightOption;

@@ -35,6 +35,9 @@ public:
     virtual ThreadedPasteboard& pasteboard() = 0;
     virtual void setPasteChords(PasteChords chords) = 0;
 
+    // Whether the tap sees what the user types into any window.
+    virtual bool seesAllKeys() const { return true; }
+
     // Whether the tap can be installed. May wait for the display; any thread.
     virtual bool inputHookIsPossible() const = 0;
 };

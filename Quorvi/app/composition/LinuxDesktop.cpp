@@ -234,7 +234,8 @@ AppModel::Environment LinuxDesktop::environment(LocalKeyMonitor& localKeys,
             .offlineProgram = &a.recogniser,
             .network = &a.network,
             .committer = a.display->committer(),
-            .desktopShortcut = a.display->shortcut()};
+            .desktopShortcut = a.display->shortcut(),
+            .typing = a.display->seesAllKeys() ? nullptr : &a.accessibility};
 }
 
 }  // namespace quorvi

@@ -27,6 +27,7 @@ public:
     Workspace& workspace() override { return *workspace_; }
     ThreadedPasteboard& pasteboard() override { return *pasteboard_; }
     void setPasteChords(PasteChords chords) override { setPasteChords_(std::move(chords)); }
+    bool seesAllKeys() const override { return false; }
     bool inputHookIsPossible() const override;
 
 private:

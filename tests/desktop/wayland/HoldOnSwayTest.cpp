@@ -66,6 +66,22 @@ TEST_F(HoldOnSway, AReloadWhileHoldingLeavesTheShortcut) {
     expectDictation();
 }
 
+// It moves no caret, and no program is told of it.
+TEST_F(HoldOnSway, AKeyDuringTheTranscriptionThatChangesTheFieldKeepsTheWordsOut) {
+    user.type("ab");
+    user.tap(key::home);
+    start();
+    speech.willSay("Something was said.", 200, 2);
+    pressAndListen();
+    hold();
+    user.release(key::f8);
+    program.until("Transcribing");
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));  // until the keyboard is free
+    user.tap(key::remove);
+    program.until("Ready to paste");
+    EXPECT_EQ(fieldText(), "b");
+}
+
 // The seat has room for one input method. One that comes later costs one more press.
 TEST_F(HoldOnSway, AnInputMethodOfTheUsersBeforeOrAfterQuorviLeavesTheShortcut) {
     const auto keyboards = [] { return shell("swaymsg -t get_inputs | grep -c virtual_keyboard"); };

@@ -11,6 +11,7 @@
 #include "Quorvi/platform/linux/atspi/AtspiFocusTracker.h"
 #include "Quorvi/platform/linux/atspi/AtspiPeers.h"
 #include "Quorvi/platform/linux/atspi/AtspiText.h"
+#include "Quorvi/platform/linux/atspi/AtspiTypingWatch.h"
 
 namespace quorvi {
 namespace {
@@ -206,6 +207,13 @@ std::optional<pid_t> AtspiAccessibility::processIdentifier(const AXElement& elem
         return impl_->peers.process(object->object.bus,
                                     std::chrono::steady_clock::now() + processTimeout);
     return std::nullopt;
+}
+
+Subscription AtspiAccessibility::onTyping(const AXElement& field, std::function<void()> typed) {
+    const auto* object = dynamic_cast<const ObjectReference*>(&field.reference());
+    if (!object) return {};
+    return Subscription(
+        std::make_shared<AtspiTypingWatch>(impl_->bus, object->object, std::move(typed)));
 }
 
 }  // namespace quorvi

@@ -4,13 +4,14 @@
 #include <memory>
 
 #include "Quorvi/platform/Accessibility.h"
+#include "Quorvi/platform/InputActivity.h"
 
 namespace quorvi {
 
 // The desktop's accessibility interface: AT-SPI, spoken directly on D-Bus so that each query keeps
 // its time-out. A thread of its own follows the accessibility bus and the applications' focus
 // events from construction to destruction.
-class AtspiAccessibility : public Accessibility {
+class AtspiAccessibility : public Accessibility, public InputActivity {
 public:
     // `canInstallTap` says whether a global input hook is possible; called on any thread, it must
     // not block. `onTrustChanged`, optional, is called on a thread of the adapter when isTrusted()
@@ -34,6 +35,10 @@ public:
                       Duration timeout) override;
 
     std::optional<pid_t> processIdentifier(const AXElement& element) override;
+
+    // The adapter outlives the subscription.
+    [[nodiscard]] Subscription onTyping(const AXElement& field,
+                                        std::function<void()> typed) override;
 
 private:
     struct Impl;

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <mutex>
 #include <string_view>
+#include <utility>
 
 #include "Quorvi/platform/linux/atspi/AtspiVariant.h"
 #include "Quorvi/platform/linux/gio/BusConnection.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr const char* busLauncher = "org.a11y.Bus";
 constexpr const char* busLauncherPath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
+constexpr const char* textEvents[] = {"object:text-changed", "object:text-caret-moved"};
 constexpr int launcherTimeoutMs = 10'000;  // activation starts two processes
 
 bool isCancelled(const GError* error) {
@@ -175,10 +177,31 @@ struct AtspiBus::Impl {
     void registerEvents(GDBusConnection* made) {
         for (const char* event :
              {"object:state-changed:focused", "window:activate", "window:deactivate"})
-            g_dbus_connection_call(
-                made, registryName, "/org/a11y/atspi/registry", registryName, "RegisterEvent",
-                g_variant_new("(s@ass)", event, g_variant_new("as", nullptr), ""), nullptr,
-                G_DBUS_CALL_FLAGS_NONE, launcherTimeoutMs, cancellable.get(), nullptr, nullptr);
+            registerEvent(made, event, "");
+    }
+
+    // Of one application, or of all if its name is empty.
+    void registerEvent(GDBusConnection* made, const char* event, const char* application) {
+        callRegistry(made, "RegisterEvent",
+                     g_variant_new("(s@ass)", event, g_variant_new("as", nullptr), application));
+    }
+
+    void callRegistry(GDBusConnection* made, const char* method, GVariant* parameters) {
+        g_dbus_connection_call(made, registryName, "/org/a11y/atspi/registry", registryName, method,
+                               parameters, nullptr, G_DBUS_CALL_FLAGS_NONE, launcherTimeoutMs,
+                               cancellable.get(), nullptr, nullptr);
+    }
+
+    void addTextListener(const char* application) {
+        ++textListeners;
+        if (!bus) return;
+        for (const char* event : textEvents) registerEvent(bus.get(), event, application);
+    }
+
+    void removeTextListener() {
+        if (--textListeners > 0 || !bus) return;
+        for (const char* event : textEvents)
+            callRegistry(bus.get(), "DeregisterEvent", g_variant_new("(s)", event));
     }
 
     void dropBus() {
@@ -230,6 +253,7 @@ struct AtspiBus::Impl {
     GLibHandle<GDBusConnection> session;
     guint watch = 0;
     guint statusSubscription = 0;
+    int textListeners = 0;
     int enableTries = 0;  // left, while asked to switch accessibility on
     gulong closedHandler = 0;
     guint subscriptions[3] = {};
@@ -251,6 +275,18 @@ bool AtspiBus::isUsable() const {
 std::shared_ptr<GDBusConnection> AtspiBus::connection() const {
     std::lock_guard lock(impl_->mutex);
     return impl_->bus;
+}
+
+void AtspiBus::run(std::function<void()> work) {
+    impl_->thread.invoke(std::move(work));
+}
+
+void AtspiBus::addTextListener(const std::string& application) {
+    impl_->addTextListener(application.c_str());
+}
+
+void AtspiBus::removeTextListener() {
+    impl_->removeTextListener();
 }
 
 void AtspiBus::enable() {

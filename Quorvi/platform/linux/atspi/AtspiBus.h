@@ -41,6 +41,14 @@ public:
     // The current connection, which may close at any time; null while there is none.
     std::shared_ptr<_GDBusConnection> connection() const;
 
+    // Runs `work` on the bus's thread; not at all once the destructor has been called.
+    void run(std::function<void()> work);
+
+    // Ask the application, or nobody any more, to report changes of texts and carets. Applications
+    // report them while there is a listener. The bus's thread; in pairs.
+    void addTextListener(const std::string& application);
+    void removeTextListener();
+
 private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
