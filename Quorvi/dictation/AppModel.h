@@ -52,7 +52,7 @@ public:
         Network* network = nullptr;          // null: only the user tries again what has failed
         TextCommitter* committer = nullptr;  // null: text is only pasted
         DesktopShortcut* desktopShortcut = nullptr;  // null: the tap sees all keys
-        InputActivity* typing = nullptr;     // null: the tap sees all keys
+        InputActivity* typing = nullptr;             // null: the tap sees all keys
     };
 
     explicit AppModel(Environment environment);
