@@ -46,6 +46,7 @@ protected:
             desktop_->environment(localKeys, preferences, keyStore, history, corrections);
         environment.accountSync = [this]() -> SyncControl& { return sync; };
         environment.service = serviceAddress(speaker().service);
+        workspace = &environment.workspace;
         model = std::make_unique<AppModel>(std::move(environment));
         ASSERT_TRUE(until([this] { return model->ready(); })) << "Quorvi did not become ready";
     }
@@ -106,6 +107,7 @@ protected:
     CorrectionStore corrections{preferences, scheduler};
     SyncDisabled sync;
     std::unique_ptr<AppModel> model;
+    const Workspace* workspace = nullptr;  // the started Quorvi's
 };
 
 }  // namespace quorvi::test

@@ -4,16 +4,17 @@
 namespace quorvi::test {
 namespace {
 
-// With the default shortcut, whose lone release moves the focus of many programs to their menu bar.
+// With the default shortcut, whose lone release moves the focus of many programs to their menu bar;
+// with F8 on KDE, which reports no lone modifiers.
 class Editors : public Desk {
 protected:
-    Editors() { useShortcut(Hotkey::rightOption); }
+    Editors() { useShortcut(isOnKde() ? Hotkey::f8 : Hotkey::rightOption); }
     void dictateInto(const std::optional<AXElement>& field, const std::string& before = {},
                      const std::string& after = {}) {
         ASSERT_TRUE(field);
         copy("what the user had copied");
         startQuorvi();
-        dictate(key::rightAlt);
+        dictate(shortcut);
         expectSentence(*field, before, after);
         EXPECT_EQ(clipboard(), "what the user had copied");
         ASSERT_EQ(history.records().size(), 1u);
@@ -23,6 +24,8 @@ protected:
             verified |= event.code == "paste.verified" || event.code == "paste.verifiedWholeField";
         EXPECT_TRUE(verified) << corrections.learningEvents().back().code;
     }
+
+    const std::uint8_t shortcut = isOnKde() ? key::f8 : key::rightAlt;
 };
 
 TEST_F(Editors, AGtkEditorWithTextAroundTheCaret) {
@@ -42,6 +45,19 @@ TEST_F(Editors, AGtk4Editor) {
 
 TEST_F(Editors, AQt5Editor) {
     dictateInto(open(featherpad(folder.write("note.txt", ""))));
+}
+
+TEST_F(Editors, EscapeEndsADictationThatIsHeldAndDoesNotReachTheEditor) {
+    const auto field = openMousepad("untouched");
+    ASSERT_TRUE(field);
+    startQuorvi();
+    record(shortcut);
+    user.tap(key::escape);
+    EXPECT_TRUE(untilDone());
+    user.release(shortcut);
+    wait(std::chrono::milliseconds(300));
+    EXPECT_EQ(model->stage(), DictationStage::idle) << model->message();
+    EXPECT_EQ(reader.value(*field), "untouched");
 }
 
 TEST_F(Editors, AQt6EditorOverItsSelection) {
@@ -81,13 +97,15 @@ TEST_F(Editors, ATerminal) {
         } else {
             ASSERT_TRUE(open(terminal));
         }
-        dictate(key::rightAlt);
-        EXPECT_EQ(model->stage(), DictationStage::success) << model->message();
+        dictate(shortcut);
+        // KDE tells nobody that the clipboard was read, and a terminal shows nothing.
+        EXPECT_EQ(model->stage(), isOnKde() ? DictationStage::clipboard : DictationStage::success)
+            << model->message();
         EXPECT_EQ(model->message().is(Sentence::textSent), isOnSway()) << model->message();
         user.tap(key::enter);
         EXPECT_TRUE(until([&] { return contentOf(output) == writtenSentence; }))
             << contentOf(output);
-        EXPECT_EQ(clipboard(), "what the user had copied");
+        EXPECT_EQ(clipboard(), isOnKde() ? writtenSentence : "what the user had copied");
     }
 }
 
@@ -96,7 +114,7 @@ TEST_F(Editors, AButtonDoesNotTakeTheTextWhichStaysOnTheClipboard) {
     user.tap(key::tab, 5);
     copy("what the user had copied");
     startQuorvi();
-    dictate(key::rightAlt);
+    dictate(shortcut);
     EXPECT_EQ(model->stage(), DictationStage::clipboard);
     EXPECT_EQ(model->message().id(), Sentence::textNotTaken);
     EXPECT_EQ(clipboard(), writtenSentence);
@@ -122,13 +140,13 @@ TEST_F(Editors, PasswordsAreRefused) {
         ASSERT_TRUE(eventually([&] {
             auto field = reader.focused(editor.pid());
             if (!field) field = reader.focusedAnywhere();
-            return field && reader.isSecure(*field);
+            return field && reader.isSecure(*field) && workspace->frontmostApplication();
         })) << program[0];
         model->resetDictation();
-        user.press(key::rightAlt);
+        user.press(shortcut);
         ASSERT_TRUE(untilStage(DictationStage::failure)) << model->message();
         EXPECT_EQ(model->message(), say::selectRegularField()) << program[0];
-        user.release(key::rightAlt);
+        user.release(shortcut);
     }
 }
 

@@ -15,6 +15,7 @@
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 #include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
+#include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
@@ -132,6 +133,10 @@ private:
         if (key.isModifier())
             return bad("Global shortcut", shortcut + ": this desktop reports no lone modifiers.",
                        "Choose a combination or a function key in Quorvi's Settings.");
+        if (const auto use = wayland_.hasKdeShortcuts ? kdeUseOf({key.keyCode, key.modifiers}) : "";
+            !use.empty())
+            return bad("Global shortcut", shortcut + ": KDE uses it for: " + use + ".",
+                       "Choose another in Quorvi's Settings, or free it in KDE's.");
         if (wayland_.hasKdeShortcuts || wayland_.hasShortcutsPortal)
             return good("Global shortcut", shortcut + ": available.");
         const CustomShortcutSettings gnome;

@@ -7,6 +7,7 @@
 #include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
 #include "Quorvi/platform/linux/gnome/GrantedShortcuts.h"
+#include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/xkb/KeyMap.h"
 #include "Quorvi/shell/BusCommand.h"
 #include "Quorvi/shell/HelperPrograms.h"
@@ -45,6 +46,7 @@ int install(CustomShortcutSettings& settings) {
 bool removeDesktopShortcuts() {
     CustomShortcutSettings().remove();
     forgetGrantedShortcuts();
+    removeKdeShortcuts();
     return true;
 }
 

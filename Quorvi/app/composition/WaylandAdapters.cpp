@@ -7,12 +7,15 @@
 #include "Quorvi/platform/linux/atspi/AtspiWorkspace.h"
 #include "Quorvi/platform/linux/gnome/CustomShortcuts.h"
 #include "Quorvi/platform/linux/ibus/IbusCommitter.h"
+#include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/keyboard/NoKeyEventPoster.h"
 #include "Quorvi/platform/linux/portal/PortalShortcuts.h"
 #include "Quorvi/platform/linux/shortcuts/ShortcutKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
 #include "Quorvi/platform/linux/wayland/commit/InputMethodCommitter.h"
+#include "Quorvi/platform/linux/wayland/input/FakeInputPoster.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboardPoster.h"
+#include "Quorvi/platform/linux/wayland/kwin/PlasmaWorkspace.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayWorkspace.h"
 #include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
@@ -22,7 +25,9 @@ namespace quorvi {
 WaylandAdapters::WaylandAdapters(const DesktopCapabilities& capabilities, Scheduler& scheduler,
                                  std::string clipboardKeeper, std::function<void()> tapChanged)
     : capabilities_(capabilities), scheduler_(scheduler) {
-    if (capabilities_.hasVirtualKeyboard || capabilities_.hasInputMethod) input_.emplace();
+    if (capabilities_.hasVirtualKeyboard || capabilities_.hasInputMethod ||
+        capabilities_.hasFakeInput)
+        input_.emplace();
     makeWorkspace();
     makeTap(std::move(tapChanged), clipboardKeeper);
     makePoster();
@@ -42,6 +47,7 @@ void WaylandAdapters::makeWorkspace() {
         workspace_ = std::move(workspace);
     };
     if (capabilities_.hasSway) return use(std::make_unique<SwayWorkspace>(scheduler_));
+    if (capabilities_.hasPlasmaWindows) return use(std::make_unique<PlasmaWorkspace>(scheduler_));
     use(std::make_unique<AtspiWorkspace>(scheduler_));
 }
 
@@ -58,6 +64,7 @@ void WaylandAdapters::makeTap(std::function<void()> changed, const std::string& 
 
 // The helpers are in one folder.
 std::unique_ptr<ShortcutSource> WaylandAdapters::makeShortcuts(const std::string& keeper) {
+    if (capabilities_.hasKdeShortcuts) return std::make_unique<KGlobalAccelShortcuts>(scheduler_);
     if (capabilities_.hasShortcutsPortal)
         return std::make_unique<PortalShortcuts>(scheduler_, capabilities_.hasCustomShortcuts);
     std::error_code unknown;
@@ -67,12 +74,16 @@ std::unique_ptr<ShortcutSource> WaylandAdapters::makeShortcuts(const std::string
 }
 
 void WaylandAdapters::makePoster() {
-    if (!capabilities_.hasVirtualKeyboard) {
+    std::unique_ptr<ChordPoster> poster;
+    if (capabilities_.hasVirtualKeyboard) {
+        poster = std::make_unique<VirtualKeyboardPoster>(*input_, frontmostClass_);
+    } else if (capabilities_.hasFakeInput) {
+        poster = std::make_unique<FakeInputPoster>(*input_, frontmostClass_);
+    } else {
         poster_ = std::make_unique<NoKeyEventPoster>();
         setPasteChords_ = [](const PasteChords&) {};
         return;
     }
-    auto poster = std::make_unique<VirtualKeyboardPoster>(*input_, frontmostClass_);
     setPasteChords_ = [&keyboard = *poster](PasteChords chords) {
         keyboard.setPasteChords(std::move(chords));
     };

@@ -5,6 +5,8 @@
 #include <cstdlib>
 
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
+#include "Quorvi/platform/linux/wayland/kwin/FakeInput.h"
+#include "Quorvi/platform/linux/wayland/kwin/PlasmaWindows.h"
 #include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayTree.h"
 #include "tests/support/Waiting.h"
@@ -32,13 +34,21 @@ void activate(const X11Connection& connection, xcb_window_t window) {
     connection.synchronise();
 }
 
-struct TestUser::Sway {
+struct TestUser::Wayland {
+    virtual ~Wayland() = default;
+    virtual void key(std::uint8_t keycode, bool isDown, const std::bitset<256>& held) = 0;
+    virtual bool hasFocus(pid_t pid) = 0;
+
+    WaylandConnection connection;
+};
+
+struct TestUser::Sway final : Wayland {
     Sway() {
         keyboard.useUsLayout();
         connection.synchronise();
     }
 
-    void key(std::uint8_t keycode, bool isDown, const std::bitset<256>& held) {
+    void key(std::uint8_t keycode, bool isDown, const std::bitset<256>& held) override {
         const auto any = [&](std::initializer_list<std::uint8_t> keys,
                              VirtualKeyboard::Modifier m) {
             for (const auto one : keys)
@@ -52,19 +62,37 @@ struct TestUser::Sway {
                            any({key::leftSuper}, VirtualKeyboard::super));
         connection.synchronise();
     }
-    bool hasFocus(pid_t pid) {
+    bool hasFocus(pid_t pid) override {
         const auto tree = socket.ask(SwaySocket::Message::tree);
         const auto window = tree ? focusedSwayWindow(*tree) : std::nullopt;
         return window && window->pid == pid;
     }
 
-    WaylandConnection connection;
     VirtualKeyboard keyboard{connection};
     SwaySocket socket;
 };
 
+struct TestUser::Kwin final : Wayland {
+    void key(std::uint8_t keycode, bool isDown, const std::bitset<256>&) override {
+        input.key(keycode - 8U, isDown);
+        connection.synchronise();
+    }
+    bool hasFocus(pid_t pid) override {
+        connection.synchronise();
+        const auto window = windows.active();
+        return window && window->pid == pid;
+    }
+
+    FakeInput input{connection};
+    PlasmaWindows windows{connection};
+};
+
 TestUser::TestUser(const std::string& display) : connection_(display) {
-    if (display.empty() && std::getenv("SWAYSOCK")) sway_ = std::make_unique<Sway>();
+    if (!display.empty()) return;
+    if (std::getenv("SWAYSOCK"))
+        wayland_ = std::make_unique<Sway>();
+    else if (FakeInput::isOffered(WaylandConnection()))
+        wayland_ = std::make_unique<Kwin>();
 }
 
 TestUser::~TestUser() {
@@ -114,7 +142,7 @@ bool TestUser::canGrabKeyboard() const {
 }
 
 bool TestUser::bringToFront(pid_t pid) const {
-    if (sway_) return eventually([&] { return sway_->hasFocus(pid); });
+    if (wayland_) return eventually([&] { return wayland_->hasFocus(pid); });
     return eventually([&] {
         if (isOf(activeWindow(), pid)) return true;
         for (const auto window : windows())
@@ -140,7 +168,7 @@ std::vector<xcb_window_t> TestUser::windows() const {
 }
 
 void TestUser::fake(std::uint8_t type, std::uint8_t detail) {
-    if (sway_) return sway_->key(detail, type == XCB_KEY_PRESS, held_);
+    if (wayland_) return wayland_->key(detail, type == XCB_KEY_PRESS, held_);
     xcb_test_fake_input(connection_.get(), type, detail, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
     connection_.synchronise();
 }

@@ -34,7 +34,8 @@ void activate(const X11Connection& connection, xcb_window_t window);
 
 // Somebody at the desktop: presses physical keys and buttons through the test extension, sees which
 // window is active and switches windows, on a connection of its own. Everything has reached the
-// server when a call returns. On sway the keys are those of a virtual keyboard; the rest is X11's.
+// server when a call returns. On Wayland the keys are those of the compositor's virtual keyboard or
+// fake input; the rest is X11's.
 class TestUser {
 public:
     using Keys = std::initializer_list<std::uint8_t>;
@@ -89,11 +90,13 @@ private:
     bool isOf(xcb_window_t window, pid_t pid) const;
     void fake(std::uint8_t type, std::uint8_t detail);
 
+    struct Wayland;
     struct Sway;
+    struct Kwin;
 
     X11Connection connection_;
     std::bitset<256> held_;
-    std::unique_ptr<Sway> sway_;
+    std::unique_ptr<Wayland> wayland_;
 };
 
 }  // namespace quorvi::test

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "Quorvi/platform/linux/posix/Descriptor.h"
+#include "Quorvi/platform/linux/wayland/input/SeatKeymap.h"
 #include "protocols/virtual-keyboard.h"
 
 namespace quorvi {
@@ -26,14 +27,6 @@ std::uint32_t now() {
     return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(
                                           std::chrono::steady_clock::now().time_since_epoch())
                                           .count());
-}
-
-std::string contentOf(int file, std::uint32_t size) {
-    void* memory = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
-    if (memory == MAP_FAILED) return {};
-    std::string content(static_cast<const char*>(memory), size);
-    munmap(memory, size);
-    return content;
 }
 
 }  // namespace
@@ -62,7 +55,7 @@ void VirtualKeyboard::useUsLayout() {
 }
 
 void VirtualKeyboard::useLayout(std::uint32_t format, int file, std::uint32_t size) {
-    auto layout = contentOf(file, size);
+    auto layout = keymapText(file, size);
     if (!keyboard_ || layout == layout_) return;
     layout_ = std::move(layout);
     zwp_virtual_keyboard_v1_keymap(keyboard_, format, file, size);

@@ -16,7 +16,8 @@ WaylandInput::~WaylandInput() = default;
 
 void WaylandInput::connect() {
     session_ = std::make_unique<Session>();
-    isAlive_ = VirtualKeyboard::isOffered(session_->connection);
+    const auto& connection = session_->connection;
+    isAlive_ = VirtualKeyboard::isOffered(connection) || FakeInput::isOffered(connection);
     if (!isAlive_) return session_.reset();
     source_.emplace(session_->connection.fileDescriptor(), [this] { return processEvents(); });
     flush();

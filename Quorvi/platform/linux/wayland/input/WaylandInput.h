@@ -10,6 +10,7 @@
 #include "Quorvi/platform/linux/wayland/WaylandConnection.h"
 #include "Quorvi/platform/linux/wayland/input/InputMethod.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
+#include "Quorvi/platform/linux/wayland/kwin/FakeInput.h"
 
 namespace quorvi {
 
@@ -23,7 +24,9 @@ public:
     struct Session {
         WaylandConnection connection;
         InputMethod method{connection};
-        std::unique_ptr<VirtualKeyboard> pasting;  // made at the first paste
+        // Made at the first paste, if the compositor has the one or the other.
+        std::unique_ptr<VirtualKeyboard> pasting;
+        std::unique_ptr<FakeInput> fake;
     };
 
     // Connects on its thread.

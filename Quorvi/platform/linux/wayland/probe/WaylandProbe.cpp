@@ -4,11 +4,14 @@
 
 #include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
 #include "Quorvi/platform/linux/ibus/IbusProbe.h"
+#include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/portal/PortalBackends.h"
 #include "Quorvi/platform/linux/wayland/WaylandConnection.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlSession.h"
 #include "Quorvi/platform/linux/wayland/input/InputMethod.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
+#include "Quorvi/platform/linux/wayland/kwin/FakeInput.h"
+#include "Quorvi/platform/linux/wayland/kwin/PlasmaWindows.h"
 #include "Quorvi/platform/linux/wayland/layershell/LayerSurface.h"
 #include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
 
@@ -26,6 +29,9 @@ DesktopCapabilities probeWayland() {
             .hasInputMethod = InputMethod::isOffered(connection),
             .hasSway = SwaySocket().isAlive(),
             .hasLayerShell = LayerSurface::isOffered(connection),
+            .hasKdeShortcuts = hasKdeShortcuts(),
+            .hasFakeInput = FakeInput::isOffered(connection),
+            .hasPlasmaWindows = PlasmaWindows::isOffered(connection),
             .hasShortcutsPortal = desktopHasPortal("org.freedesktop.impl.portal.GlobalShortcuts"),
             .hasCustomShortcuts = CustomShortcutSettings::areInUse(),
             .hasIbus = ibusReachesFields()};

@@ -36,7 +36,7 @@ const Node* focusedNode(const Node& node) {
 
 }  // namespace
 
-std::optional<SwayWindow> focusedSwayWindow(std::string_view tree) {
+std::optional<FocusedWindow> focusedSwayWindow(std::string_view tree) {
     rapidjson::Document document;
     if (!json::parse(document, tree)) return std::nullopt;
     const auto* node = focusedNode(document);
@@ -45,8 +45,9 @@ std::optional<SwayWindow> focusedSwayWindow(std::string_view tree) {
     if (pid == node->MemberEnd() || !pid->value.IsInt() || pid->value.GetInt() <= 0)
         return std::nullopt;
     const auto id = node->FindMember("id");
-    return SwayWindow{pid->value.GetInt(), className(*node),
-                      id != node->MemberEnd() && id->value.IsUint64() ? id->value.GetUint64() : 0};
+    return FocusedWindow{
+        pid->value.GetInt(), className(*node),
+        id != node->MemberEnd() && id->value.IsUint64() ? id->value.GetUint64() : 0};
 }
 
 }  // namespace quorvi

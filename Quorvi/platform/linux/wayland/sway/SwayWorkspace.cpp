@@ -2,16 +2,13 @@
 
 #include <unistd.h>
 
-#include <map>
-#include <mutex>
 #include <utility>
 
 #include "Quorvi/platform/linux/gio/DescriptorSource.h"
 #include "Quorvi/platform/linux/gio/GLibThread.h"
-#include "Quorvi/platform/linux/posix/ProcessName.h"
+#include "Quorvi/platform/linux/wayland/FrontmostWindow.h"
 #include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayTree.h"
-#include "Quorvi/platform/linux/xdg/ApplicationName.h"
 
 namespace quorvi {
 namespace {
@@ -28,10 +25,7 @@ public:
         thread_.emplace("quorvi-session", [this] { begin(); }, [this] { end(); });
     }
 
-    std::pair<std::optional<RunningApplication>, std::string> frontmost() const {
-        std::lock_guard lock(mutex_);
-        return {frontmost_, class_};
-    }
+    const FrontmostWindow& frontmost() const { return frontmost_; }
 
 private:
     void begin() {
@@ -57,7 +51,7 @@ private:
         input_.reset();
         events_.reset();
         questions_.reset();
-        remember(std::nullopt, {});
+        frontmost_.show(std::nullopt);
     }
 
     void retryLater() {
@@ -73,32 +67,9 @@ private:
         return false;
     }
 
-    // Publishes the application at once; looking up its name may take longer.
     void update() {
         const auto tree = questions_->ask(SwaySocket::Message::tree);
-        const auto window = tree ? focusedSwayWindow(*tree) : std::nullopt;
-        if (window == window_ && tree) return;
-        window_ = window;
-        if (!window) return remember(std::nullopt, {});
-        const auto known = names_.find(window->name);
-        if (known != names_.end())
-            return remember(RunningApplication{window->pid, known->second, window->id},
-                            window->name);
-        remember(RunningApplication{window->pid,
-                                    window->name.empty() ? processName(window->pid) : window->name,
-                                    window->id},
-                 window->name);
-        if (window->name.empty()) return;
-        auto name = installedApplicationName(window->name, window->name);
-        if (name.empty()) name = window->name;
-        names_.emplace(window->name, name);
-        remember(RunningApplication{window->pid, std::move(name), window->id}, window->name);
-    }
-
-    void remember(std::optional<RunningApplication> application, std::string className) {
-        std::lock_guard lock(mutex_);
-        frontmost_ = std::move(application);
-        class_ = std::move(className);
+        frontmost_.show(tree ? focusedSwayWindow(*tree) : std::nullopt);
     }
 
     Scheduler& scheduler_;
@@ -107,11 +78,7 @@ private:
     std::optional<SwaySocket> questions_, events_;
     std::optional<SessionWatch> session_;
     std::optional<DescriptorSource> input_;
-    std::optional<SwayWindow> window_;
-    std::map<std::string, std::string> names_;  // that have been looked up
-    mutable std::mutex mutex_;                  // guards what follows only
-    std::optional<RunningApplication> frontmost_;
-    std::string class_;
+    FrontmostWindow frontmost_;
     std::optional<GLibThread> thread_;
 };
 
@@ -122,11 +89,11 @@ SwayWorkspace::SwayWorkspace(Scheduler& scheduler)
 SwayWorkspace::~SwayWorkspace() = default;
 
 std::optional<RunningApplication> SwayWorkspace::frontmostApplication() const {
-    return watcher_->frontmost().first;
+    return watcher_->frontmost().application();
 }
 
 std::string SwayWorkspace::frontmostClass() const {
-    return watcher_->frontmost().second;
+    return watcher_->frontmost().name();
 }
 
 pid_t SwayWorkspace::ownPid() const {

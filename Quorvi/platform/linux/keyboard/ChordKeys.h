@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "Quorvi/platform/linux/keyboard/PasteChords.h"
+
+namespace quorvi {
+
+// The keys of a combination on a US keyboard, as Linux counts them. A plain value.
+struct ChordKeys {
+    std::vector<std::uint32_t> modifiers;  // left Control, Shift and Alt, in the order of pressing
+    std::uint32_t key = 0;                 // 0: no combination
+
+    static ChordKeys of(PasteChord chord);
+};
+
+}  // namespace quorvi
