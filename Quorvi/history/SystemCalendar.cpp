@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <tuple>
 #include <utility>
 
 namespace quorvi {
@@ -21,18 +22,19 @@ SystemCalendar::SystemCalendar(ClockChanges& changes, Executor& executor, Schedu
       scheduler_(scheduler),
       lookUp_(std::move(lookUp)),
       calendar_(lookUp_()),
-      changes_(changes.onChange([this] { lookUpAgain(); })) {
-    waitForMidnight();
-}
+      changes_(changes.onChange([this] { lookUpAgain(); })) {}
 
 void SystemCalendar::lookUpAgain() {
+    if (!calendar_.isInUse()) return;
     auto take = lifetime_.guard([this](const Calendar& found) {
         // An equal calendar is dropped: the present one has calculated many days already.
         if (!(found == calendar_)) calendar_ = found;
         announceDay();
     });
     executor_.run([&scheduler = scheduler_, lookUp = lookUp_, take = std::move(take)] {
-        scheduler.post([take, found = lookUp()] { take(found); });
+        auto found = lookUp();
+        std::ignore = found.zone();  // reads the files
+        scheduler.post([take, found = std::move(found)] { take(found); });
     });
 }
 

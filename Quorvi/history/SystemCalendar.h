@@ -12,8 +12,9 @@
 namespace quorvi {
 
 // The user's calendar, whose time zone may change while the program runs (travel), and the present
-// day in it. Looking up the time zone reads files, so a change is looked up on the executor. Main
-// thread; what it is given outlives it.
+// day in it. Nothing of it is loaded, and no midnight waited for, before somebody needs it. Looking
+// up the time zone reads files, so a change is looked up on the executor. Main thread; what it is
+// given outlives it.
 class SystemCalendar {
 public:
     SystemCalendar(ClockChanges& changes, Executor& executor, Scheduler& scheduler,
@@ -24,6 +25,7 @@ public:
     // Observers are called when a day begins, and when the zone or the clock has changed: what they
     // show or have calculated for the present day may be out of date.
     [[nodiscard]] Subscription onNewDay(std::function<void()> observer) {
+        waitForMidnight();
         return newDays_.subscribe(std::move(observer));
     }
 

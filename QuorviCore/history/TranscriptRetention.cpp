@@ -34,7 +34,7 @@ std::optional<TranscriptRetention> transcriptRetentionFromRawValue(std::int64_t 
 
 DictationRecords applyingRetention(const DictationRecords& records, TranscriptRetention retention,
                                    Date now, const Calendar& calendar) {
-    if (retention == TranscriptRetention::forever) return records;
+    if (retention == TranscriptRetention::forever || records.empty()) return records;
     const auto cutoff = calendar.addingDays(now, -static_cast<int>(rawValue(retention)));
     return cutoff ? records.withoutTextBefore(*cutoff) : records;
 }

@@ -73,18 +73,32 @@ Date midnight(icu::Calendar& calendar, Date date, int daysLater) {
 
 // Calculates under a lock that is held for microseconds.
 struct Calendar::State {
-    State(const std::string& z, const std::string& l)
-        : zone(z), locale(l), calendar(makeCalendar(z, l)) {}
-
+    // The calendar must be used under this lock.
+    std::unique_lock<std::mutex> lock() {
+        std::unique_lock held(mutex);
+        if (!calendar) lookUp();
+        return held;
+    }
+    void lookUp();
     Day find(Date date);
     Day calculate(Date date);
 
-    const std::string zone;
-    const std::string locale;
     std::mutex mutex;  // guards what follows
-    std::unique_ptr<icu::Calendar> calendar;
-    std::map<double, Day> days;  // by their end
+    std::string zone, locale;
+    std::unique_ptr<icu::Calendar> calendar;  // nullptr until the system's is first used
+    std::map<double, Day> days;               // by their end
 };
+
+void Calendar::State::lookUp() {
+    std::unique_ptr<icu::TimeZone> host(icu::TimeZone::detectHostTimeZone());
+    icu::UnicodeString name;
+    host->getID(name);
+    zone.clear();
+    name.toUTF8String(zone);
+    if (*host == icu::TimeZone::getUnknown()) zone = "UTC";
+    locale = systemLocale();
+    calendar = makeCalendar(zone, locale);
+}
 
 Calendar::Day Calendar::State::find(Date date) {
     const auto known = days.upper_bound(date.secondsSinceReferenceDate);
@@ -105,27 +119,33 @@ Calendar::Day Calendar::State::calculate(Date date) {
 }
 
 Calendar::Calendar(const std::string& zone, const std::string& locale)
-    : state_(std::make_shared<State>(zone, locale)) {}
+    : state_(std::make_shared<State>()) {
+    state_->zone = zone;
+    state_->locale = locale;
+    state_->calendar = makeCalendar(zone, locale);
+}
 
 Calendar Calendar::system() {
-    std::unique_ptr<icu::TimeZone> host(icu::TimeZone::detectHostTimeZone());
-    icu::UnicodeString name;
-    host->getID(name);
-    std::string zone;
-    name.toUTF8String(zone);
-    return {*host == icu::TimeZone::getUnknown() ? "UTC" : zone, systemLocale()};
+    return Calendar(std::make_shared<State>());
+}
+
+bool Calendar::isInUse() const {
+    const std::lock_guard lock(state_->mutex);
+    return state_->calendar != nullptr;
 }
 
 const std::string& Calendar::zone() const {
+    const auto lock = state_->lock();
     return state_->zone;
 }
 
 const std::string& Calendar::locale() const {
+    const auto lock = state_->lock();
     return state_->locale;
 }
 
 Calendar::Day Calendar::day(Date date) const {
-    std::lock_guard lock(state_->mutex);
+    const auto lock = state_->lock();
     return state_->find(within(date));
 }
 
@@ -134,7 +154,7 @@ Calendar::Day Calendar::dayBefore(const Day& day) const {
 }
 
 std::optional<Date> Calendar::addingDays(Date date, int days) const {
-    std::lock_guard lock(state_->mutex);
+    const auto lock = state_->lock();
     auto& calendar = *state_->calendar;
     setTime(calendar, date);
     UErrorCode status = U_ZERO_ERROR;
@@ -145,7 +165,7 @@ std::optional<Date> Calendar::addingDays(Date date, int days) const {
 }
 
 std::optional<Date> Calendar::startOfMonth(Date date) const {
-    std::lock_guard lock(state_->mutex);
+    const auto lock = state_->lock();
     auto& calendar = *state_->calendar;
     setTime(calendar, date);
     calendar.set(UCAL_DATE, 1);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "QuorviCore/async/Date.h"
 
@@ -25,8 +26,10 @@ public:
     // calendar system. Throws std::invalid_argument for an unknown zone.
     Calendar(const std::string& zone, const std::string& locale);
 
-    // Returns the user's calendar as the system has it now.
+    // Returns the user's calendar as the system has it when it is first used; then its files are
+    // read.
     static Calendar system();
+    bool isInUse() const;
 
     const std::string& zone() const;
     const std::string& locale() const;
@@ -48,6 +51,8 @@ public:
 
 private:
     struct State;
+    explicit Calendar(std::shared_ptr<State> state) : state_(std::move(state)) {}
+
     std::shared_ptr<State> state_;
 };
 
