@@ -52,6 +52,14 @@ TEST(ColdMemory, KeepsStringsOutOfTheProcessAndFreesTheirPlaceOnTheDisk) {
     EXPECT_EQ(ColdStrings().keep("without a file"), "without a file");
     static auto& pages = *new ColdFile(folder.path());
     ColdMemory::use(pages);
+    {
+        ColdStrings cold;
+        std::vector<SharedString> few;
+        for (int n = 0; n < 100; ++n) few.push_back(cold.keep(std::string(20'000, 'z')));
+        ColdMemory::giveBack();
+        EXPECT_EQ(bytesOnDisk(folder.path()), 0);
+        EXPECT_EQ(few.front(), few.back());
+    }
 
     // While one thread writes, others read what it has written.
     std::vector<SharedString> kept[2];

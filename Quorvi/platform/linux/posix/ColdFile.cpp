@@ -6,7 +6,9 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -15,6 +17,9 @@ namespace quorvi {
 namespace {
 
 constexpr auto segmentSize = ColdMemory::segmentSize;
+
+// So many segments stay in the process's memory if there are no more: 4 MB.
+constexpr std::ptrdiff_t few = 16;
 
 off_t placeOf(std::size_t segment) {
     return static_cast<off_t>(segment * segmentSize);
@@ -78,11 +83,19 @@ bool ColdFile::moveOut(std::size_t segment) {
     return true;
 }
 
+bool ColdFile::isWorthAFile() const {
+    const auto count = [this](State state) {
+        return std::ranges::count_if(states_, [state](const auto& one) { return one == state; });
+    };
+    return count(State::inFile) > 0 || count(State::complete) > few;
+}
+
 void ColdFile::giveBack() {
     const std::lock_guard lock(givingBack_);
+    const bool isToMoveOut = isWorthAFile();
     for (std::size_t segment = 0; segment < states_.size(); ++segment) {
         const auto state = states_[segment].load();
-        if (state == State::complete) {
+        if (state == State::complete && isToMoveOut) {
             if (file_ < 0) file_ = unnamedFile(folder_);
             if (!moveOut(segment)) break;
         } else if (state == State::inFile) {

@@ -12,7 +12,8 @@ namespace quorvi {
 
 // The pages of the cold memory in a file without a name, which is gone with the process. It is in a
 // folder of the user's data, since the usual places for temporary files are memory themselves.
-// Where there is no such file, or the disk is full, segments stay in the process's memory.
+// Where there is no such file, the disk is full, or there are only a few, segments stay in the
+// process's memory.
 class ColdFile final : public ColdMemory::Pages {
 public:
     explicit ColdFile(std::filesystem::path folder);
@@ -28,6 +29,7 @@ public:
 private:
     enum class State : std::uint8_t { filling, complete, inFile, gone };
 
+    bool isWorthAFile() const;
     bool moveOut(std::size_t segment);
     void punch(std::size_t segment);
     char* addressOf(std::size_t segment) const {
