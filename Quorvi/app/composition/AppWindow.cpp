@@ -4,8 +4,10 @@
 #include <chrono>
 #include <utility>
 
+#include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
+#include "Quorvi/shell/DesktopNotice.h"
 #include "Quorvi/system/LaunchAtLoginController.h"
 #include "Quorvi/ui/window/MainWindow.h"
 #include "QuorviCore/base/ColdMemory.h"
@@ -75,6 +77,16 @@ void AppWindow::open() {
 void AppWindow::openIfThereIsNoTray() {
     if (QSystemTrayIcon::isSystemTrayAvailable()) return;
     isTrayMissing_ = true;
+    const bool exists = contents_ && contents_->window;
+    if (exists) contents_->window->setTrayMissing(true);
+    // A Wayland window takes the focus, wherever the user writes by now.
+    if (parts_.desktop.isWayland && parts_.model.ready()) {
+        if (!exists || !contents_->window->isVisible())
+            showNotice(
+                tr("Quorvi is running"),
+                tr("This desktop shows no tray icons. Start Quorvi again to open its window."));
+        return;
+    }
     auto& shown = window();
     shown.setTrayMissing(true);
     if (shown.isVisible()) return;

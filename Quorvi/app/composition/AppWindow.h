@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <functional>
 #include <memory>
 
@@ -13,6 +14,8 @@ class MainWindow;
 // The main window on a real desktop. It exists while it is open and for a few seconds afterwards:
 // the program is mostly in the tray, where it should be small. Main thread; `Parts` outlive it.
 class AppWindow {
+    Q_DECLARE_TR_FUNCTIONS(AppWindow)
+
 public:
     // What the window shows. The login item is this class's own.
     struct Parts {
@@ -39,7 +42,8 @@ public:
 
     void open();
 
-    // On a desktop without a tray: opens the window below the others, with a note about that.
+    // On a desktop without a tray: opens the window below the others, with a note about that; on
+    // Wayland only if the user has something to do in it, and else says that Quorvi is running.
     void openIfThereIsNoTray();
 
 private:

@@ -124,6 +124,17 @@
     </message>
 </context>
 <context>
+    <name>AppWindow</name>
+    <message>
+        <source>Quorvi is running</source>
+        <translation>Quorvi läuft</translation>
+    </message>
+    <message>
+        <source>This desktop shows no tray icons. Start Quorvi again to open its window.</source>
+        <translation>Diese Arbeitsumgebung zeigt keine Symbole in einer Leiste. Starte Quorvi erneut, um sein Fenster zu öffnen.</translation>
+    </message>
+</context>
+<context>
     <name>CloudComputersList</name>
     <message>
         <source>Rename</source>

@@ -124,6 +124,17 @@
     </message>
 </context>
 <context>
+    <name>AppWindow</name>
+    <message>
+        <source>Quorvi is running</source>
+        <translation>Το Quorvi εκτελείται</translation>
+    </message>
+    <message>
+        <source>This desktop shows no tray icons. Start Quorvi again to open its window.</source>
+        <translation>Αυτή η επιφάνεια εργασίας δεν δείχνει εικονίδια. Ξεκίνα ξανά το Quorvi για να ανοίξει το παράθυρό του.</translation>
+    </message>
+</context>
+<context>
     <name>CloudComputersList</name>
     <message>
         <source>Rename</source>

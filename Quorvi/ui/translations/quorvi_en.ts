@@ -124,6 +124,17 @@
     </message>
 </context>
 <context>
+    <name>AppWindow</name>
+    <message>
+        <source>Quorvi is running</source>
+        <translation>Quorvi is running</translation>
+    </message>
+    <message>
+        <source>This desktop shows no tray icons. Start Quorvi again to open its window.</source>
+        <translation>This desktop shows no tray icons. Start Quorvi again to open its window.</translation>
+    </message>
+</context>
+<context>
     <name>CloudComputersList</name>
     <message>
         <source>Rename</source>
