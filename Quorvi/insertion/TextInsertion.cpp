@@ -1,6 +1,7 @@
 #include "Quorvi/insertion/TextInsertion.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "Quorvi/insertion/PasteKeyboard.h"
@@ -21,6 +22,7 @@ constexpr Duration verificationWindow = 900ms;
 // a field there is another way, and less reason to wait.
 constexpr Duration fieldWait = 60ms;
 constexpr Duration longFieldWait = 300ms;
+constexpr Duration fieldPasteLimit = 500ms;
 // How long a program that looks at a new clipboard before it can paste it may take for that.
 constexpr Duration readerWait = 60ms;
 
@@ -77,6 +79,11 @@ struct TextInsertion::Paste {
 
     void report(const std::string& code, const Counts& counts = {}) const {
         if (request.onLearningEvent) request.onLearningEvent(code, counts);
+    }
+    // Whether the field can be asked to paste: in place of no selection, and where it can be seen
+    // what has become of it.
+    bool fieldCanPaste() const {
+        return expected && target.element && target.selection && target.selection->length == 0;
     }
     bool isCommitted() const { return delivery != CommitField::Delivery::nothing; }
     // Whether the commit has arrived, as far as anybody can tell.
@@ -291,9 +298,11 @@ Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
 Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
     auto taking = clipboard_.snapshot(std::move(paste.request.clipboard), stop);
     auto backup = co_await taking;
-    const auto events = PasteKeyboard::pasteEvents(environment_.poster);
-    auto asking = environment_.poster.looksBeforePasting(paste.target.pid, stop);
-    const bool looksFirst = co_await asking;
+    const bool hasKeys = environment_.poster.isAvailable() || !paste.fieldCanPaste();
+    std::array<TapEvent, 4> events{};
+    if (hasKeys) events = PasteKeyboard::pasteEvents(environment_.poster);
+    auto looking = environment_.poster.looksBeforePasting(paste.target.pid, stop);
+    const bool looksFirst = co_await looking;
     auto lastCheck = validate(paste, stop);
     co_await lastCheck;
     refuseLateChanges(paste);
@@ -305,8 +314,24 @@ Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
         co_await attention;
     }
     refuseLateChanges(paste);
+    if (!hasKeys) {
+        auto asking = askFieldToPaste(paste, std::move(stop));
+        co_await asking;
+        co_return;
+    }
     if (!environment_.poster.isAvailable()) throw QuorviError::message(say::couldNotPaste());
     environment_.poster.post(events, paste.target.pid);
+}
+
+// Where no keys can be posted. The field is read later, since its answer is not to be relied on.
+Task<void> TextInsertion::askFieldToPaste(const Paste& paste, std::stop_token stop) {
+    auto query = inBackground(
+        environment_.queries, environment_.scheduler,
+        [&accessibility = environment_.accessibility, field = *paste.target.element] {
+            accessibility.setAttribute(field, "AXPaste", true, fieldPasteLimit);
+        },
+        std::move(stop));
+    co_await query;
 }
 
 Task<void> TextInsertion::waitForReader(const Paste& paste, std::stop_token stop) {

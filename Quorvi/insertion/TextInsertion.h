@@ -21,10 +21,11 @@
 namespace quorvi {
 
 // Inserts a transcript into the user's text field: commits it where the field takes that, else
-// pastes it. A paste saves the clipboard's content, puts the transcript there, sends the paste
-// keystroke, watches the field for a moment to verify that the text has arrived, and restores the
-// clipboard. What may have arrived is never sent again. Main thread; accessibility queries run on
-// the background executor, one at a time. Owned by the controller; its environment outlives it.
+// pastes it, where no keys can be posted by asking the field. A paste saves the clipboard's
+// content, puts the transcript there, sends the paste keystroke, watches the field for a moment to
+// verify that the text has arrived, and restores the clipboard. What may have arrived is never sent
+// again. Main thread; accessibility queries run on the background executor, one at a time. Owned by
+// the controller; its environment outlives it.
 class TextInsertion {
 public:
     using Counts = std::map<std::string, std::int64_t>;
@@ -99,6 +100,7 @@ private:
     Task<Outcome> pasteText(Paste& paste, std::stop_token stop);
     Task<void> sendPaste(Paste& paste, std::stop_token stop);
     Task<void> leaveOnClipboard(Paste& paste, std::stop_token stop);
+    Task<void> askFieldToPaste(const Paste& paste, std::stop_token stop);
     Task<void> waitForReader(const Paste& paste, std::stop_token stop);
     Task<void> watchArrival(Paste& paste, std::stop_token stop);
     void reportArrival(Paste& paste, CorrectionContext context);

@@ -51,6 +51,8 @@ using AXValue = std::variant<bool, std::string, Utf16Range, AXElement, std::vect
 //   "AXFocusedUIElement"   element, of an application or the whole system
 //   "AXFocusedWindow"      element, of an application
 //   "AXManualAccessibility" (set only) true asks an application to offer its interface in full
+//   "AXPaste"              (set only) true asks a text element to paste the clipboard at its caret;
+//                          some say that they did and paste nothing
 class Accessibility {
 public:
     virtual ~Accessibility() = default;

@@ -56,6 +56,7 @@ bool FakeAccessibility::setAttribute(const AXElement& element, std::string_view 
                                      Duration timeout) {
     const bool answered = answers(element, name, timeout);
     if (answered) set(element, name, value);
+    if (answered && onSet) onSet(element, name);
     return answered;
 }
 

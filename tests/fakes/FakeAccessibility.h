@@ -48,6 +48,7 @@ public:
     int trustRequests = 0;
     std::vector<std::string> queries;  // the attributes that were asked for, in order
     std::function<void()> onQuery;     // called before the element answers
+    std::function<void(const AXElement&, std::string_view name)> onSet;  // after it has done so
 
 private:
     struct Node;

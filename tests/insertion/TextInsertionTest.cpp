@@ -240,9 +240,30 @@ TEST_F(TextInsertionTest, ClipboardTroubleIsReportedAndLosesNothing) {
     insert();
     EXPECT_EQ(outcome(), say::clipboardUnavailable().english());
     pasteboard.refusesWrites = poster.available = false;
+    accessibility.unset(field, "AXValue");
     insert();
     EXPECT_EQ(outcome(), say::couldNotPaste().english());
     EXPECT_EQ(pasteboard.text(), "mine");
+}
+
+TEST_F(TextInsertionTest, WithoutKeysAFieldIsAskedToPasteAndBelievedOnlyWhenItIsSeen) {
+    poster.available = false;
+    accessibility.onSet = [this](const AXElement& element, std::string_view name) {
+        if (receives && element == field && name == "AXPaste")
+            accessibility.type(field, pasteboard.text());
+    };
+    insert();
+    EXPECT_EQ(accessibility.text(field), "Hello big world");
+    EXPECT_TRUE(task->value() && task->value()->verified && task->value()->isTaken);
+    EXPECT_EQ(pasteboard.text(), "mine");
+    receives = false;
+    insert();
+    EXPECT_FALSE(task->value()->isTaken);
+    EXPECT_EQ(pasteboard.text(), "big ");
+    accessibility.set(field, "AXSelectedTextRange", Utf16Range{0, 5});
+    insert();
+    EXPECT_EQ(outcome(), say::couldNotPaste().english()) << "a selection would stay";
+    EXPECT_TRUE(poster.posts.empty());
 }
 
 using Delivery = CommitField::Delivery;

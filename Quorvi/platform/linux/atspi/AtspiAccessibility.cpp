@@ -90,6 +90,7 @@ struct AtspiAccessibility::Impl : BusObserver {
                                     TimePoint deadline);
     std::optional<AXValue> children(const ObjectRef& object, TimePoint deadline);
     std::optional<std::string> role(const ObjectRef& object, TimePoint deadline);
+    bool paste(const ObjectRef& object, TimePoint deadline);
 
     std::function<bool()> canInstallTap;
     std::function<void()> onTrustChanged;
@@ -146,6 +147,13 @@ std::optional<AXValue> AtspiAccessibility::Impl::children(const ObjectRef& objec
     return valueOf(std::move(elements));
 }
 
+bool AtspiAccessibility::Impl::paste(const ObjectRef& object, TimePoint deadline) {
+    const auto caret =
+        readInteger(peers.call(propertyCall(object, textInterface, "CaretOffset"), deadline));
+    return caret && peers.call({object, editableTextInterface, "PasteText", arguments(*caret)},
+                               deadline) != nullptr;
+}
+
 AtspiAccessibility::AtspiAccessibility(std::function<bool()> canInstallTap,
                                        std::function<void()> onTrustChanged)
     : impl_(std::make_unique<Impl>(std::move(canInstallTap), std::move(onTrustChanged))) {}
@@ -188,9 +196,11 @@ std::optional<AXValue> AtspiAccessibility::attribute(const AXElement& element,
 
 bool AtspiAccessibility::setAttribute(const AXElement& element, std::string_view name, bool value,
                                       Duration timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    if (const auto* object = dynamic_cast<const ObjectReference*>(&element.reference()))
+        return name == "AXPaste" && value && impl_->paste(object->object, deadline);
     const auto* application = dynamic_cast<const ApplicationReference*>(&element.reference());
     if (!application || name != "AXManualAccessibility" || !value) return false;
-    const auto deadline = std::chrono::steady_clock::now() + timeout;
     std::vector<Call> questions;
     for (const auto& bus : impl_->finder.namesOf(application->pid, deadline))
         questions.push_back({{bus, rootPath}, accessibleInterface, "GetAttributes", arguments()});

@@ -29,8 +29,8 @@ public:
     std::optional<AXValue> attribute(const AXElement& element, std::string_view name,
                                      Duration timeout) override;
 
-    // Only "AXManualAccessibility" of an application, which asks for its root's attributes: nobody
-    // but a screen reader does, and Chromium then shows its pages.
+    // Only "AXPaste", and "AXManualAccessibility" of an application, which asks for its root's
+    // attributes: nobody but a screen reader does, and Chromium then shows its pages.
     bool setAttribute(const AXElement& element, std::string_view name, bool value,
                       Duration timeout) override;
 

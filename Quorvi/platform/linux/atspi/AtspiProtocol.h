@@ -9,6 +9,7 @@ namespace quorvi::atspi {
 inline constexpr const char* accessibleInterface = "org.a11y.atspi.Accessible";
 inline constexpr const char* applicationInterface = "org.a11y.atspi.Application";
 inline constexpr const char* hypertextInterface = "org.a11y.atspi.Hypertext";
+inline constexpr const char* editableTextInterface = "org.a11y.atspi.EditableText";
 inline constexpr const char* textInterface = "org.a11y.atspi.Text";
 inline constexpr const char* objectEventInterface = "org.a11y.atspi.Event.Object";
 inline constexpr const char* windowEventInterface = "org.a11y.atspi.Event.Window";
