@@ -36,7 +36,10 @@ void forgetGrantedShortcuts(const std::string& kept) {
     if (kept.empty()) {
         g_settings_reset(own.get(), "shortcuts");
         auto names = texts(*applications, "applications");
-        if (std::erase(names, "app.quorvi.Quorvi") > 0)
+        std::erase(names, "app.quorvi.Quorvi");
+        if (names.empty())
+            g_settings_reset(applications.get(), "applications");
+        else
             setTexts(*applications, "applications", names);
     } else {
         const GLibHandle<GVariant> shortcuts(g_settings_get_value(own.get(), "shortcuts"));
