@@ -47,6 +47,11 @@ TEST_F(Editors, AQt5Editor) {
     dictateInto(open(featherpad(folder.write("note.txt", ""))));
 }
 
+TEST_F(Editors, KdesEditor) {
+    if (!isOnKde()) GTEST_SKIP();
+    dictateInto(open({"kwrite", folder.write("note.txt", "")}));
+}
+
 TEST_F(Editors, EscapeEndsADictationThatIsHeldAndDoesNotReachTheEditor) {
     const auto field = openMousepad("untouched");
     ASSERT_TRUE(field);
