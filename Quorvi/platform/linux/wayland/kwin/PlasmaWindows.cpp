@@ -18,16 +18,19 @@ struct PlasmaWindows::Listeners {
     static Window& of(void* data, Handle* handle) { return self(data).windows_[handle]; }
 
     static void desktopShown(void*, org_kde_plasma_window_management*, std::uint32_t) {}
-    static void added(void* data, org_kde_plasma_window_management* manager, std::uint32_t id) {
-        auto* handle = org_kde_plasma_window_management_get_window(manager, id);
+    static void follow(void* data, Handle* handle, std::uint32_t id) {
         of(data, handle).whole.id = id;
         org_kde_plasma_window_add_listener(handle, &window, data);
     }
     static void order(void*, org_kde_plasma_window_management*, wl_array*) {}
     static void orderByName(void*, org_kde_plasma_window_management*, const char*) {}
+    // By its number KWin 6.3 says that it is gone.
     static void addedWithName(void* data, org_kde_plasma_window_management* manager,
-                              std::uint32_t id, const char*) {
-        added(data, manager, id);
+                              std::uint32_t id, const char* name) {
+        follow(data, org_kde_plasma_window_management_get_window_by_uuid(manager, name), id);
+    }
+    static void added(void* data, org_kde_plasma_window_management* manager, std::uint32_t id) {
+        follow(data, org_kde_plasma_window_management_get_window(manager, id), id);
     }
     static constexpr org_kde_plasma_window_management_listener manager{desktopShown, added, order,
                                                                        orderByName, addedWithName};
