@@ -14,11 +14,12 @@ namespace quorvi {
 namespace {
 
 // The last two are older names.
-const std::array<std::pair<const char*, const Hotkey*>, 8> shortcuts{{
+const std::array<std::pair<const char*, const Hotkey*>, 9> shortcuts{{
     {"right-alt", &Hotkey::rightOption},
     {"left-control", &Hotkey::leftControl},
     {"right-control", &Hotkey::rightControl},
     {"f8", &Hotkey::f8},
+    {"f9", &Hotkey::f9},
     {"f13", &Hotkey::f13},
     {"super-shift-space", &Hotkey::commandShiftSpace},
     {"right-option", &Hotkey::rightOption},

@@ -10,7 +10,7 @@ _quorvi() {
     fi
     case $previous in
         --shortcut)
-            mapfile -t COMPREPLY < <(compgen -W "right-alt left-control right-control f8 f13 super-shift-space" -- "$current")
+            mapfile -t COMPREPLY < <(compgen -W "right-alt left-control right-control f8 f9 f13 super-shift-space" -- "$current")
             return
             ;;
         --mode)

@@ -1,7 +1,7 @@
 # fish completion for quorvi; written by scripts/options
 
 complete -c quorvi -f
-complete -c quorvi -l shortcut -x -a 'right-alt left-control right-control f8 f13 super-shift-space' -d 'Set the global shortcut'
+complete -c quorvi -l shortcut -x -a 'right-alt left-control right-control f8 f9 f13 super-shift-space' -d 'Set the global shortcut'
 complete -c quorvi -l mode -x -a 'hold toggle' -d 'Hold to talk, or press to toggle'
 complete -c quorvi -l print-stages -d 'Print a line for each change of stage'
 complete -c quorvi -s h -l help -d 'Print a short description'
@@ -20,7 +20,7 @@ complete -c quorvi -n __fish_is_first_arg -a status -d 'Print the stage and whet
 complete -c quorvi -n __fish_is_first_arg -a show -d 'Bring the window up'
 complete -c quorvi -n __fish_is_first_arg -a quit -d 'End Quorvi'
 complete -c quorvi -n __fish_is_first_arg -a doctor -d 'Check everything that a dictation needs'
-complete -c quorvi -n __fish_is_first_arg -a shortcut -d 'Let GNOME's settings run Quorvi at your shortcut'
+complete -c quorvi -n __fish_is_first_arg -a shortcut -d 'Let GNOME run Quorvi at your shortcut'
 complete -c quorvi -n __fish_is_first_arg -a export -d 'Write dictations, rules and settings to a file'
 complete -c quorvi -n __fish_is_first_arg -a import -d 'Merge such a file in'
 complete -c quorvi -n __fish_is_first_arg -a computers -d 'List the computers that share the folder'

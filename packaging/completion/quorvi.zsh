@@ -2,7 +2,7 @@
 # Written by scripts/options.
 
 _arguments \
-    '--shortcut=[set the global shortcut]:name:(right-alt left-control right-control f8 f13 super-shift-space)' \
+    '--shortcut=[set the global shortcut]:name:(right-alt left-control right-control f8 f9 f13 super-shift-space)' \
     '--mode=[hold to talk, or press to toggle]:mode:(hold toggle)' \
     '--print-stages[print a line for each change of stage]' \
     '(- *)'{-h,--help}'[print a short description]' \
@@ -22,7 +22,7 @@ _arguments \
         show\:"bring the window up"
         quit\:"end Quorvi"
         doctor\:"check everything that a dictation needs"
-        shortcut\:"let GNOME's settings run Quorvi at your shortcut"
+        shortcut\:"let GNOME run Quorvi at your shortcut"
         export\:"write dictations, rules and settings to a file"
         import\:"merge such a file in"
         computers\:"list the computers that share the folder"

@@ -59,7 +59,10 @@ private:
 };
 
 IbusCommitter::IbusCommitter(Scheduler& scheduler)
-    : scheduler_(scheduler), thread_("ibus", IbusEngine::recover, [] {}) {}
+    : scheduler_(scheduler), thread_("ibus", [] {}, [] {}) {
+    // A job, since it waits in the thread's loop: what ends the thread would be lost before that.
+    run(IbusEngine::recover);
+}
 
 // An engine runs the thread's loop while it waits; the next job is not to begin inside of it.
 void IbusCommitter::run(std::function<void()> job) {
