@@ -1,7 +1,5 @@
 #include "Quorvi/platform/linux/atspi/AtspiWorkspace.h"
 
-#include <unistd.h>
-
 #include <atomic>
 #include <map>
 #include <mutex>
@@ -226,8 +224,7 @@ private:
 };
 
 AtspiWorkspace::AtspiWorkspace(Scheduler& scheduler)
-    : signals_(std::make_shared<SessionSignals>()),
-      watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
+    : watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
 
 AtspiWorkspace::~AtspiWorkspace() = default;
 
@@ -237,22 +234,6 @@ std::optional<RunningApplication> AtspiWorkspace::frontmostApplication() const {
 
 std::string AtspiWorkspace::frontmostClass() const {
     return watcher_->frontmostClass();
-}
-
-pid_t AtspiWorkspace::ownPid() const {
-    return getpid();
-}
-
-Subscription AtspiWorkspace::onWillSleep(std::function<void()> observer) {
-    return signals_->willSleep.subscribe(std::move(observer));
-}
-
-Subscription AtspiWorkspace::onDidWake(std::function<void()> observer) {
-    return signals_->didWake.subscribe(std::move(observer));
-}
-
-Subscription AtspiWorkspace::onScreenLock(std::function<void()> observer) {
-    return signals_->screenLock.subscribe(std::move(observer));
 }
 
 }  // namespace quorvi

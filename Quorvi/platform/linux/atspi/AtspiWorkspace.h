@@ -3,8 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "Quorvi/platform/Workspace.h"
-#include "Quorvi/platform/linux/gio/SessionWatch.h"
+#include "Quorvi/platform/linux/gio/SessionWorkspace.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
@@ -14,16 +13,12 @@ namespace quorvi {
 // active window; a program that is not on the accessibility bus counts as none. Threads of its own
 // follow the windows; queries return the last known state. Created and destroyed on the main
 // thread; the scheduler outlives it.
-class AtspiWorkspace final : public Workspace {
+class AtspiWorkspace final : public SessionWorkspace {
 public:
     explicit AtspiWorkspace(Scheduler& scheduler);
     ~AtspiWorkspace() override;
 
     std::optional<RunningApplication> frontmostApplication() const override;
-    pid_t ownPid() const override;
-    [[nodiscard]] Subscription onWillSleep(std::function<void()> observer) override;
-    [[nodiscard]] Subscription onDidWake(std::function<void()> observer) override;
-    [[nodiscard]] Subscription onScreenLock(std::function<void()> observer) override;
 
     // The name that the frontmost program gives itself on the bus, such as "gnome-text-editor";
     // empty if none is known. Any thread.
@@ -32,7 +27,6 @@ public:
 private:
     class Watcher;
 
-    std::shared_ptr<SessionSignals> signals_;
     std::unique_ptr<Watcher> watcher_;
 };
 

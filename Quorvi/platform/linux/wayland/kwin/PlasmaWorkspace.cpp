@@ -1,7 +1,5 @@
 #include "Quorvi/platform/linux/wayland/kwin/PlasmaWorkspace.h"
 
-#include <unistd.h>
-
 #include <utility>
 
 #include "Quorvi/platform/linux/gio/DescriptorSource.h"
@@ -88,8 +86,7 @@ private:
 };
 
 PlasmaWorkspace::PlasmaWorkspace(Scheduler& scheduler)
-    : signals_(std::make_shared<SessionSignals>()),
-      watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
+    : watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
 
 PlasmaWorkspace::~PlasmaWorkspace() = default;
 
@@ -99,22 +96,6 @@ std::optional<RunningApplication> PlasmaWorkspace::frontmostApplication() const 
 
 std::string PlasmaWorkspace::frontmostClass() const {
     return watcher_->frontmost().name();
-}
-
-pid_t PlasmaWorkspace::ownPid() const {
-    return getpid();
-}
-
-Subscription PlasmaWorkspace::onWillSleep(std::function<void()> observer) {
-    return signals_->willSleep.subscribe(std::move(observer));
-}
-
-Subscription PlasmaWorkspace::onDidWake(std::function<void()> observer) {
-    return signals_->didWake.subscribe(std::move(observer));
-}
-
-Subscription PlasmaWorkspace::onScreenLock(std::function<void()> observer) {
-    return signals_->screenLock.subscribe(std::move(observer));
 }
 
 }  // namespace quorvi

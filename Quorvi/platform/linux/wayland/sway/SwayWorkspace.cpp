@@ -1,7 +1,5 @@
 #include "Quorvi/platform/linux/wayland/sway/SwayWorkspace.h"
 
-#include <unistd.h>
-
 #include <utility>
 
 #include "Quorvi/platform/linux/gio/DescriptorSource.h"
@@ -83,8 +81,7 @@ private:
 };
 
 SwayWorkspace::SwayWorkspace(Scheduler& scheduler)
-    : signals_(std::make_shared<SessionSignals>()),
-      watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
+    : watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
 
 SwayWorkspace::~SwayWorkspace() = default;
 
@@ -94,22 +91,6 @@ std::optional<RunningApplication> SwayWorkspace::frontmostApplication() const {
 
 std::string SwayWorkspace::frontmostClass() const {
     return watcher_->frontmost().name();
-}
-
-pid_t SwayWorkspace::ownPid() const {
-    return getpid();
-}
-
-Subscription SwayWorkspace::onWillSleep(std::function<void()> observer) {
-    return signals_->willSleep.subscribe(std::move(observer));
-}
-
-Subscription SwayWorkspace::onDidWake(std::function<void()> observer) {
-    return signals_->didWake.subscribe(std::move(observer));
-}
-
-Subscription SwayWorkspace::onScreenLock(std::function<void()> observer) {
-    return signals_->screenLock.subscribe(std::move(observer));
 }
 
 }  // namespace quorvi

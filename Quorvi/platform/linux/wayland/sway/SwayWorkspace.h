@@ -3,8 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "Quorvi/platform/Workspace.h"
-#include "Quorvi/platform/linux/gio/SessionWatch.h"
+#include "Quorvi/platform/linux/gio/SessionWorkspace.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
@@ -13,16 +12,12 @@ namespace quorvi {
 // programs that the accessibility bus does not, and those of X11. A thread of its own follows the
 // focused window; queries return the last known state. Created and destroyed on the main thread;
 // the scheduler outlives it. Tries a lost connection again every second.
-class SwayWorkspace final : public Workspace {
+class SwayWorkspace final : public SessionWorkspace {
 public:
     explicit SwayWorkspace(Scheduler& scheduler);
     ~SwayWorkspace() override;
 
     std::optional<RunningApplication> frontmostApplication() const override;
-    pid_t ownPid() const override;
-    [[nodiscard]] Subscription onWillSleep(std::function<void()> observer) override;
-    [[nodiscard]] Subscription onDidWake(std::function<void()> observer) override;
-    [[nodiscard]] Subscription onScreenLock(std::function<void()> observer) override;
 
     // The name that the focused window's program gives itself, such as "org.gnome.TextEditor", or
     // an X11 class; empty if none has the focus. Any thread.
@@ -31,7 +26,6 @@ public:
 private:
     class Watcher;
 
-    std::shared_ptr<SessionSignals> signals_;
     std::unique_ptr<Watcher> watcher_;
 };
 

@@ -1,7 +1,5 @@
 #include "Quorvi/platform/linux/x11/desktop/X11Workspace.h"
 
-#include <unistd.h>
-
 #include <mutex>
 #include <utility>
 
@@ -120,29 +118,12 @@ private:
 };
 
 X11Workspace::X11Workspace(Scheduler& scheduler)
-    : signals_(std::make_shared<SessionSignals>()),
-      watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
+    : watcher_(std::make_unique<Watcher>(scheduler, signals_)) {}
 
 X11Workspace::~X11Workspace() = default;
 
 std::optional<RunningApplication> X11Workspace::frontmostApplication() const {
     return watcher_->frontmost();
-}
-
-pid_t X11Workspace::ownPid() const {
-    return getpid();
-}
-
-Subscription X11Workspace::onWillSleep(std::function<void()> observer) {
-    return signals_->willSleep.subscribe(std::move(observer));
-}
-
-Subscription X11Workspace::onDidWake(std::function<void()> observer) {
-    return signals_->didWake.subscribe(std::move(observer));
-}
-
-Subscription X11Workspace::onScreenLock(std::function<void()> observer) {
-    return signals_->screenLock.subscribe(std::move(observer));
 }
 
 }  // namespace quorvi

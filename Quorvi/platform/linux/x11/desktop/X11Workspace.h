@@ -2,8 +2,7 @@
 
 #include <memory>
 
-#include "Quorvi/platform/Workspace.h"
-#include "Quorvi/platform/linux/gio/SessionWatch.h"
+#include "Quorvi/platform/linux/gio/SessionWorkspace.h"
 #include "QuorviCore/async/Scheduler.h"
 
 namespace quorvi {
@@ -12,21 +11,16 @@ namespace quorvi {
 // tracks the frontmost application by the window manager's properties and listens for sleep, wake
 // and locking; queries return the last known state. Created and destroyed on the main thread; the
 // scheduler must outlive it. Tries a lost X connection again every second.
-class X11Workspace final : public Workspace {
+class X11Workspace final : public SessionWorkspace {
 public:
     explicit X11Workspace(Scheduler& scheduler);
     ~X11Workspace() override;
 
     std::optional<RunningApplication> frontmostApplication() const override;
-    pid_t ownPid() const override;
-    [[nodiscard]] Subscription onWillSleep(std::function<void()> observer) override;
-    [[nodiscard]] Subscription onDidWake(std::function<void()> observer) override;
-    [[nodiscard]] Subscription onScreenLock(std::function<void()> observer) override;
 
 private:
     class Watcher;
 
-    std::shared_ptr<SessionSignals> signals_;
     std::unique_ptr<Watcher> watcher_;
 };
 
