@@ -18,6 +18,7 @@ Message ShortcutChoice::unsuitable() const {
 
 std::optional<Message> ShortcutChoice::problem(const Hotkey& shortcut) const {
     const auto state = desktop();
+    if (!state.isOffered) return std::nullopt;
     if (!suits(shortcut)) return say::noLoneModifiers();
     if (!state.takenBy.empty()) return say::shortcutTaken(state.takenBy);
     if (state.needsListing && !state.isListed) return say::shortcutNotListed();

@@ -29,7 +29,8 @@ struct DesktopCapabilities {
                hasRemoteDesktop;
     }
     // Whether Quorvi can work in the windows of Wayland programs, and not in those of X11 alone.
-    bool isNative() const { return isWayland && hasShortcut() && hasInsertion(); }
+    // Without a shortcut it is told by commands that the user binds.
+    bool isNative() const { return isWayland && hasInsertion(); }
 
     bool operator==(const DesktopCapabilities&) const = default;
 };

@@ -12,6 +12,7 @@ namespace quorvi {
 class DesktopShortcut {
 public:
     struct State {
+        bool isOffered = true;         // the desktop has shortcuts for programs
         bool hasRelease = true;        // the desktop tells when the key goes up
         bool hasLoneModifiers = true;  // a modifier alone can be the shortcut
         bool isInForce = true;         // the desktop holds the key for Quorvi

@@ -105,6 +105,8 @@ private:
         const auto shortcut = shown(settings_.get(setting::hotkey));
         if (wayland_.isNative() && wayland_.hasSway)
             return checkSwayShortcut(shortcut.toStdString());
+        if (wayland_.isNative() && !wayland_.hasShortcut())
+            return note("Global shortcut", shownInEnglish(say::desktopHasNoShortcuts()));
         if (wayland_.isNative()) return checkDesktopShortcut(shortcut.toStdString());
         if (hasX11)
             return good(

@@ -10,6 +10,7 @@
 #include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/keyboard/NoKeyEventPoster.h"
 #include "Quorvi/platform/linux/portal/PortalShortcuts.h"
+#include "Quorvi/platform/linux/shortcuts/NoShortcuts.h"
 #include "Quorvi/platform/linux/shortcuts/ShortcutKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
 #include "Quorvi/platform/linux/wayland/commit/InputMethodCommitter.h"
@@ -67,6 +68,7 @@ std::unique_ptr<ShortcutSource> WaylandAdapters::makeShortcuts(const std::string
     if (capabilities_.hasKdeShortcuts) return std::make_unique<KGlobalAccelShortcuts>(scheduler_);
     if (capabilities_.hasShortcutsPortal)
         return std::make_unique<PortalShortcuts>(scheduler_, capabilities_.hasCustomShortcuts);
+    if (!capabilities_.hasCustomShortcuts) return std::make_unique<NoShortcuts>();
     std::error_code unknown;
     return std::make_unique<CustomShortcuts>(
         scheduler_, std::filesystem::path(keeper).replace_filename("quorvi-shortcut"),

@@ -20,7 +20,11 @@ constexpr int previewWidth = 150;  // equal, so that the pickers align
 
 DictationSettings::DictationSettings(AppModel& model)
     : Card(tr("Dictation"), "keyboard"), model_(model) {
-    addShortcut();
+    if (model_.shortcutChoice().desktop().isOffered)
+        addShortcut();
+    else
+        content().addWidget(secondaryText(shown(say::desktopHasNoShortcuts())));
+    addReset();
     addSounds();
     refresh();
     changes_ = model_.onChange([this] { refresh(); });
@@ -66,7 +70,9 @@ void DictationSettings::addShortcut() {
     content().addLayout(labelledRow(tr("Shortcut mode"), {mode_}));
     noReleases_ = captionText(shown(say::noReleases()));
     content().addWidget(noReleases_);
+}
 
+void DictationSettings::addReset() {
     auto* reset = button(tr("Reset dictation"));
     auto* resetRow = row({captionText(tr("If your shortcut stops responding, reset dictation to "
                                          "reconnect keyboard access.")),
@@ -118,6 +124,13 @@ Picker* DictationSettings::soundPicker(const QString& label, RecordingCue cue,
 
 void DictationSettings::refresh() {
     setEnabled(!isActive(model_.stage()));
+    if (shortcut_) refreshShortcut();
+    sounds_->show(model_.settings().get(setting::soundCuesEnabled));
+    startSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::start)));
+    stopSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::stop)));
+}
+
+void DictationSettings::refreshShortcut() {
     const bool choosing = model_.isChoosingShortcut();
     const QString label = shown(model_.shortcut());
     shortcut_->setText(choosing ? tr("Press a key…") : label);
@@ -134,9 +147,6 @@ void DictationSettings::refresh() {
     if (listed_) listed_->show(desktop.isListed);
     noReleases_->setVisible(!desktop.hasRelease);
     mode_->show(static_cast<int>(model_.mode()));
-    sounds_->show(model_.settings().get(setting::soundCuesEnabled));
-    startSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::start)));
-    stopSound_->show(static_cast<int>(model_.soundStyle(RecordingCue::stop)));
 }
 
 }  // namespace quorvi

@@ -25,12 +25,14 @@ public:
 private:
     void addShortcut();
     void addListing();
+    void addReset();
     void addSounds();
     Picker* soundPicker(const QString& label, RecordingCue cue, const QString& preview);
     void refresh();
+    void refreshShortcut();
 
     AppModel& model_;
-    QPushButton* shortcut_;
+    QPushButton* shortcut_ = nullptr;  // with what follows, where the desktop offers shortcuts
     QPushButton* cancel_;
     QLabel* capture_;
     QLabel* problem_;           // why the shortcut does nothing

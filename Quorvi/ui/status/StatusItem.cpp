@@ -93,7 +93,8 @@ void StatusItem::rebuildMenu() {
     menu_.clear();
     menu_.setTitle(QStringLiteral("Quorvi: ") + shown(title(stage)));
     addLine(QStringLiteral("Quorvi · ") + shown(title(stage)));
-    addLine(shown(model_.shortcut()) + QStringLiteral(" · ") + shown(title(model_.mode())));
+    if (model_.shortcutChoice().desktop().isOffered)
+        addLine(shown(model_.shortcut()) + QStringLiteral(" · ") + shown(title(model_.mode())));
     menu_.addSeparator();
     if (stage == DictationStage::recording) add(tr("Stop & insert"), [this] { model_.finish(); });
     if (isActive(stage)) add(tr("Cancel dictation"), [this] { model_.cancel(); });

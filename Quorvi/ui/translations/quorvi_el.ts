@@ -1933,6 +1933,10 @@
         <source>This desktop lacks some of what Quorvi needs: it works only in windows of X11 programs. It works in all windows on sway, KDE Plasma and GNOME, and on desktops with X11.</source>
         <translation>Από αυτή την επιφάνεια εργασίας λείπει κάτι που χρειάζεται το Quorvi: λειτουργεί μόνο σε παράθυρα προγραμμάτων X11. Σε όλα τα παράθυρα λειτουργεί με sway, KDE Plasma και GNOME, καθώς και με X11.</translation>
     </message>
+    <message>
+        <source>This desktop has no shortcuts for programs. In its settings or configuration, bind a key to the command “quorvi toggle”, and another to “quorvi cancel”.</source>
+        <translation>Αυτό το περιβάλλον δεν έχει συντομεύσεις για προγράμματα. Στις ρυθμίσεις ή στη διαμόρφωσή του όρισε ένα πλήκτρο για την εντολή «quorvi toggle» και ένα για την «quorvi cancel».</translation>
+    </message>
 </context>
 <context>
     <name>PrivacySettings</name>

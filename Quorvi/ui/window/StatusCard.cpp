@@ -116,10 +116,15 @@ void StatusCard::refreshRecording() {
 
 void StatusCard::refreshShortcut() {
     const bool choosing = model_.isChoosingShortcut();
-    shortcut_->setText(
-        choosing ? tr("Press the new shortcut. Esc keeps %1.").arg(shown(model_.shortcut()))
-                 : tr("Shortcut: %1").arg(shown(model_.shortcut())));
-    change_->setVisible(!choosing);
+    const bool isOffered = model_.shortcutChoice().desktop().isOffered;
+    if (!isOffered)
+        shortcut_->setText(shown(say::desktopHasNoShortcuts()));
+    else if (choosing)
+        shortcut_->setText(
+            tr("Press the new shortcut. Esc keeps %1.").arg(shown(model_.shortcut())));
+    else
+        shortcut_->setText(tr("Shortcut: %1").arg(shown(model_.shortcut())));
+    change_->setVisible(isOffered && !choosing);
     change_->setEnabled(!isActive(model_.stage()));
     keep_->setVisible(choosing);
 }

@@ -108,6 +108,16 @@ TEST(DesktopsShortcut, IsChosenFromWhatTheDesktopCanDo) {
     EXPECT_TRUE(settings.has("uses this shortcut for “Lock the screen”"));
 }
 
+TEST(DesktopsShortcut, IsACommandWhereTheDesktopHasNone) {
+    WindowWorld world(true);
+    world.desktopShortcut.become({.isOffered = false});
+    world.model.setSelectedPage(WindowPage::settings);
+    const Seen settings(world.show());
+    EXPECT_TRUE(settings.has("bind a key to the command “quorvi toggle”"));
+    EXPECT_FALSE(settings.has("Shortcut mode"));
+    EXPECT_FALSE(settings.has("This desktop reports no lone modifiers"));
+}
+
 TEST_F(MainWindowTest, SettingsFollowTheModelAndChangeIt) {
     const auto settings = open(WindowPage::settings);
     settings.choose("Model", 2);

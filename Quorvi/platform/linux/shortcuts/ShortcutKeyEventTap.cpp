@@ -63,7 +63,8 @@ void ShortcutKeyEventTap::changed(const SwallowedKey& key, ShortcutSource::Chang
 
 DesktopShortcut::State ShortcutKeyEventTap::state() const {
     const auto support = source_->support();
-    return {.hasRelease = support.release,
+    return {.isOffered = support.isOffered,
+            .hasRelease = support.release,
             .hasLoneModifiers = support.loneModifiers,
             .isInForce = source_->isBound(),
             .takenBy = source_->takenBy(),

@@ -18,6 +18,7 @@ public:
 
     // What this desktop can do; the user is offered only that.
     struct Support {
+        bool isOffered = true;       // there are shortcuts for programs at all
         bool release = false;        // tells when the key goes up; if not, each press is a tap
         bool loneModifiers = false;  // a modifier alone can be the shortcut
         bool escape = false;         // Escape can be bound for the time of a recording
