@@ -65,6 +65,7 @@ void AppWindow::forgetSoon() {
 }
 
 void AppWindow::forget() {
+    if (contents_->window->isWorking()) return forgetSoon();
     contents_->window.reset();
     // Behind the window's last jobs.
     contents_->figures.run(ColdMemory::giveBack);

@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "Quorvi/ui/widgets/Card.h"
+#include "Quorvi/ui/widgets/Working.h"
 #include "QuorviCore/async/Observable.h"
 #include "QuorviCore/async/TaskScope.h"
 
@@ -17,12 +18,13 @@ class Switch;
 
 // The settings section for the API key, which can be entered but is never shown. Disabled during a
 // dictation. Main thread.
-class ApiKeySettings : public Card {
+class ApiKeySettings : public Card, public Working {
     Q_DECLARE_TR_FUNCTIONS(ApiKeySettings)
 
 public:
     // `isGiven`: the keys are those of this run only, and begin with one from the environment.
     ApiKeySettings(AppModel& model, KeyStore& keys, Scheduler& scheduler, bool isGiven);
+    bool isWorking() const override { return !tasks_.isEmpty(); }
 
 private:
     void build();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Quorvi/platform/CloudAccess.h"
+#include "Quorvi/ui/widgets/Working.h"
 #include "QuorviCore/async/TaskScope.h"
 
 class QVBoxLayout;
@@ -15,7 +16,7 @@ namespace quorvi {
 
 // The computers that share a folder: gives this one a name, and removes one that is gone. Hidden
 // without a shared folder. Main thread.
-class CloudComputersList : public QWidget {
+class CloudComputersList : public QWidget, public Working {
     Q_DECLARE_TR_FUNCTIONS(CloudComputersList)
 
 public:
@@ -23,6 +24,7 @@ public:
 
     // Reads the list anew.
     void refresh();
+    bool isWorking() const override { return !tasks_.isEmpty(); }
 
 private:
     Task<void> read(std::stop_token stop);

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "Quorvi/ui/settings/CloudAddress.h"
+#include "Quorvi/ui/widgets/Working.h"
 #include "QuorviCore/async/TaskScope.h"
 
 namespace quorvi {
@@ -18,7 +19,7 @@ class Preferences;
 
 // Chooses where the user's computers share their data. Nothing changes before a button says so.
 // Main thread.
-class CloudPlaceSettings : public QWidget {
+class CloudPlaceSettings : public QWidget, public Working {
     Q_DECLARE_TR_FUNCTIONS(CloudPlaceSettings)
 
 public:
@@ -28,6 +29,7 @@ public:
     std::function<void()> onChosen;
     // Shows the present place, unless the user is choosing another one.
     void refresh();
+    bool isWorking() const override { return !tasks_.isEmpty(); }
 
 private:
     QWidget* folderFields();

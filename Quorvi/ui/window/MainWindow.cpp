@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
+#include <algorithm>
 
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/platform/Preferences.h"
@@ -14,6 +15,7 @@
 #include "Quorvi/ui/design/Colors.h"
 #include "Quorvi/ui/design/Controls.h"
 #include "Quorvi/ui/settings/SettingsPage.h"
+#include "Quorvi/ui/widgets/Working.h"
 #include "Quorvi/ui/window/Pages.h"
 #include "Quorvi/ui/window/Sidebar.h"
 #include "Quorvi/ui/window/TrayNotice.h"
@@ -125,6 +127,13 @@ void MainWindow::showParts() {
     const auto* settings = dynamic_cast<SettingsPage*>(stack_->currentWidget());
     sidebar_->showParts(settings ? settings->sections() : QStringList(),
                         settings ? settings->currentSection() : -1);
+}
+
+bool MainWindow::isWorking() const {
+    return std::ranges::any_of(findChildren<QWidget*>(), [](const QWidget* child) {
+        const auto* working = dynamic_cast<const Working*>(child);
+        return working && working->isWorking();
+    });
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -27,6 +27,9 @@ public:
     // Shows or hides the note for desktops without a tray, which offers to quit.
     void setTrayMissing(bool missing);
 
+    // Whether something that the user asked for would be cut off by the window's end.
+    bool isWorking() const;
+
     std::function<void()> onClosed;  // after it was hidden
 
 protected:

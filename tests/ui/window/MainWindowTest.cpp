@@ -229,8 +229,11 @@ TEST_F(MainWindowTest, ARefusedKeyCanBeMendedAndAKeyIsNeverShown) {
     EXPECT_TRUE(page().has("Enter a valid API key without spaces."));
     EXPECT_EQ(field.text(), "two words");
     field.setText("sk-good");
+    const auto& window = world.show();
     Q_EMIT field.returnPressed();
+    EXPECT_TRUE(window.isWorking()) << "a window closed now would lose the key";
     world.scheduler.settle();
+    EXPECT_FALSE(window.isWorking());
     EXPECT_TRUE(world.model.hasKey());
     EXPECT_EQ(field.text(), QString());
 }
