@@ -62,6 +62,20 @@ TEST_F(Editors, EscapeEndsADictationThatIsHeldAndDoesNotReachTheEditor) {
     EXPECT_EQ(reader.value(*field), "untouched");
 }
 
+TEST_F(Editors, AModifierThatTheUserHoldsIsNoPartOfThePaste) {
+    const auto field = open({builtProgram("qt_fields"), "--empty"});
+    ASSERT_TRUE(field);
+    startQuorvi();
+    record(shortcut);
+    release(shortcut);
+    user.press(key::leftShift);
+    ASSERT_TRUE(untilStage(DictationStage::inserting)) << model->message();
+    wait(std::chrono::milliseconds(300));
+    user.release(key::leftShift);
+    EXPECT_TRUE(untilDone());
+    expectSentence(*field);
+}
+
 TEST_F(Editors, AQt6EditorOverItsSelection) {
     const auto field = open({builtProgram("qt_fields")});
     user.chord({key::leftControl}, key::a);

@@ -5,6 +5,8 @@
 #include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
 #include "tests/support/Process.h"
+#include "tests/support/Waiting.h"
+#include "tests/support/desktop/QuorviProgram.h"
 #include "tests/support/desktop/TestUser.h"
 
 namespace quorvi::test {
@@ -14,12 +16,13 @@ using namespace std::chrono_literals;
 using enum ShortcutSource::Change;
 
 constexpr SwallowedKey f8{100, 0}, escape{keyCode::escape, 0};
+constexpr auto unused = "(@as [],)\n";
 
 // On the real service.
 class KdeShortcut : public testing::Test {
 protected:
     void start() {
-        shortcuts.emplace(scheduler);
+        shortcuts.emplace(scheduler, "", "");
         shortcuts->start(
             [this](const SwallowedKey& key, auto change) {
                 told += (key == escape ? "escape" : "key") +
@@ -33,6 +36,7 @@ protected:
         scheduler.runFor(300ms);
         return std::exchange(told, {});
     }
+    static std::string useOfF8() { return call("action 16777271"); }
     bool waitFor(const std::function<bool()>& condition) {
         return scheduler.runUntil(condition, 20s);
     }
@@ -71,8 +75,8 @@ TEST_F(KdeShortcut, IsHeldOnceAndCancelledBeforeItsRelease) {
         EXPECT_EQ(heard(), "");
     }
     shortcuts.reset();
-    EXPECT_EQ(call("action 16777271"), "(@as [],)\n");
-    EXPECT_TRUE(waitFor([] { return call("getComponent app.quorvi.Quorvi").empty(); }));
+    EXPECT_EQ(useOfF8(), unused);
+    EXPECT_TRUE(eventually([] { return call("getComponent app.quorvi.Quorvi").empty(); }));
 }
 
 TEST_F(KdeShortcut, LeavesTheKeysOfOthersUntilTheyAreFree) {
@@ -88,6 +92,14 @@ TEST_F(KdeShortcut, LeavesTheKeysOfOthersUntilTheyAreFree) {
     // The user gives the action other keys in the desktop's settings.
     call(R"(setForeignShortcut "['app.quorvi.Quorvi','dictate','','']" '[16777270]')");
     EXPECT_TRUE(waitFor([&] { return !shortcuts->isBound(); }));
+}
+
+TEST_F(KdeShortcut, IsFreeAgainWhenTheProgramIsKilled) {
+    QuorviProgram program;
+    program.start({"QUORVI_API_KEY=key"}, {"--shortcut", "f8"});
+    ASSERT_TRUE(eventually([] { return useOfF8() != unused; }));
+    program.crash();
+    EXPECT_TRUE(eventually([] { return useOfF8() == unused; }));
 }
 
 }  // namespace

@@ -55,6 +55,7 @@ std::optional<int> runShortcutCommand(const std::vector<std::string_view>& argum
     const auto action = arguments.size() == 2 ? arguments[1] : std::string_view();
     if (action != "install" && action != "remove" && action != "release")
         return complain("shortcut takes install or remove (see quorvi --help)") + 1;
+    if (action == "release" && !isRunning()) removeKdeShortcuts();
     if (!CustomShortcutSettings::areThere())
         return complain("This desktop has no custom shortcuts that Quorvi knows.");
     int count = 0;

@@ -57,22 +57,24 @@ void WaylandAdapters::makeTap(std::function<void()> changed, const std::string& 
         tap_ = std::make_unique<SwayKeyEventTap>(scheduler_, *input_, std::move(changed));
         return;
     }
-    auto tap = std::make_unique<ShortcutKeyEventTap>(scheduler_, makeShortcuts(keeper),
-                                                     std::move(changed));
+    auto tap = std::make_unique<ShortcutKeyEventTap>(
+        scheduler_, makeShortcuts(keeper), std::move(changed),
+        [this](KeyCode modifier) { return input_ && input_->isHeld(modifier); });
     shortcut_ = tap.get();
     tap_ = std::move(tap);
 }
 
 // The helpers are in one folder.
 std::unique_ptr<ShortcutSource> WaylandAdapters::makeShortcuts(const std::string& keeper) {
-    if (capabilities_.hasKdeShortcuts) return std::make_unique<KGlobalAccelShortcuts>(scheduler_);
+    const auto helper = std::filesystem::path(keeper).replace_filename("quorvi-shortcut");
+    std::error_code unknown;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", unknown);
+    if (capabilities_.hasKdeShortcuts)
+        return std::make_unique<KGlobalAccelShortcuts>(scheduler_, helper, program);
     if (capabilities_.hasShortcutsPortal)
         return std::make_unique<PortalShortcuts>(scheduler_, capabilities_.hasCustomShortcuts);
     if (!capabilities_.hasCustomShortcuts) return std::make_unique<NoShortcuts>();
-    std::error_code unknown;
-    return std::make_unique<CustomShortcuts>(
-        scheduler_, std::filesystem::path(keeper).replace_filename("quorvi-shortcut"),
-        std::filesystem::read_symlink("/proc/self/exe", unknown));
+    return std::make_unique<CustomShortcuts>(scheduler_, helper, program);
 }
 
 void WaylandAdapters::makePoster() {

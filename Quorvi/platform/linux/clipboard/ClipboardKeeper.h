@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -9,7 +7,7 @@
 
 #include "Quorvi/platform/Pasteboard.h"
 #include "Quorvi/platform/linux/clipboard/ClipboardHandover.h"
-#include "Quorvi/platform/linux/posix/Descriptor.h"
+#include "Quorvi/platform/linux/posix/HelperProcess.h"
 
 namespace quorvi {
 
@@ -45,8 +43,7 @@ private:
     bool sendContent();
 
     const std::string program_, argument_;
-    std::unique_ptr<Descriptor> socket_;
-    pid_t process_ = -1;
+    std::unique_ptr<HelperProcess> process_;
     std::vector<PasteboardItem> content_;
 };
 

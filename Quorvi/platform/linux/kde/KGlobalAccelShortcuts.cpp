@@ -1,5 +1,7 @@
 #include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 
+#include <sys/socket.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstring>
@@ -8,6 +10,8 @@
 #include "Quorvi/platform/linux/gio/GLibThread.h"
 #include "Quorvi/platform/linux/kde/KGlobalAccel.h"
 #include "Quorvi/platform/linux/kde/KdeKeys.h"
+#include "Quorvi/platform/linux/posix/HelperProcess.h"
+#include "Quorvi/platform/linux/shortcuts/CommandAddress.h"
 #include "Quorvi/platform/linux/shortcuts/KeyNames.h"
 #include "Quorvi/platform/linux/wayland/input/SeatKeymap.h"
 
@@ -39,7 +43,8 @@ public:
     using Tell = std::function<void(const SwallowedKey&, Change)>;
     using Report = std::function<void(const State&)>;
 
-    Session(Tell tell, Report report) : tell_(std::move(tell)), report_(std::move(report)) {
+    Session(std::vector<std::string> guard, Tell tell, Report report)
+        : guardCommand_(std::move(guard)), tell_(std::move(tell)), report_(std::move(report)) {
         thread_.emplace("quorvi-kde", [this] { begin(); }, [this] { end(); });
     }
 
@@ -76,14 +81,20 @@ private:
             service_->remove(KGlobalAccel::dictate);
             service_->remove(KGlobalAccel::cancel);
         }
+        // Nothing is left to give back.
+        if (guard_) send(guard_->socket().get(), "", 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+        guard_.reset();
         service_.reset();
     }
 
     static Session& self(gpointer data) { return *static_cast<Session*>(data); }
 
     static void appeared(GDBusConnection*, const gchar*, const gchar*, gpointer data) {
-        self(data).state_.isServed = true;
-        self(data).apply();
+        auto& session = self(data);
+        session.state_.isServed = true;
+        if (!session.guard_) session.guard_ = HelperProcess::start(session.guardCommand_);
+        session.service_->remove(KGlobalAccel::cancel);  // a killed run may have left it
+        session.apply();
     }
     static void vanished(GDBusConnection*, const gchar*, gpointer data) {
         auto& session = self(data);
@@ -192,9 +203,11 @@ private:
         if (std::exchange(isDown_[isEscape], false)) tell_(key, Change::released);
     }
 
+    const std::vector<std::string> guardCommand_;
     const Tell tell_;
     const Report report_;
     std::optional<KGlobalAccel> service_;
+    std::unique_ptr<HelperProcess> guard_;
     guint pressing_ = 0, changing_ = 0, watching_ = 0;
     std::vector<SwallowedKey> wanted_;
     State state_;
@@ -205,7 +218,10 @@ private:
     std::optional<GLibThread> thread_;
 };
 
-KGlobalAccelShortcuts::KGlobalAccelShortcuts(Scheduler& scheduler) : scheduler_(scheduler) {}
+KGlobalAccelShortcuts::KGlobalAccelShortcuts(Scheduler& scheduler, std::string helper,
+                                             std::string program)
+    : scheduler_(scheduler),
+      guard_{std::move(helper), guardWord, std::move(program), "shortcut", "release"} {}
 
 KGlobalAccelShortcuts::~KGlobalAccelShortcuts() = default;
 
@@ -219,6 +235,7 @@ void KGlobalAccelShortcuts::start(std::function<void(const SwallowedKey&, Change
         if (std::exchange(state_, state) != state) boundChanged_();
     });
     session_ = std::make_unique<Session>(
+        guard_,
         [tell, &scheduler = scheduler_](const SwallowedKey& key, Change change) {
             scheduler.post([tell, key, change] { tell(key, change); });
         },

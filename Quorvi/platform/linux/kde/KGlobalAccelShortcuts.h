@@ -17,7 +17,8 @@ namespace quorvi {
 // waits at the end until the compositor has removed the shortcuts; the scheduler outlives it.
 class KGlobalAccelShortcuts final : public ShortcutSource {
 public:
-    explicit KGlobalAccelShortcuts(Scheduler& scheduler);
+    // `helper` is the path of quorvi-shortcut, `program` Quorvi's own.
+    KGlobalAccelShortcuts(Scheduler& scheduler, std::string helper, std::string program);
     ~KGlobalAccelShortcuts() override;
 
     Support support() const override { return {.release = true, .escape = true}; }
@@ -39,6 +40,7 @@ private:
     class Session;
 
     Scheduler& scheduler_;
+    const std::vector<std::string> guard_;
     State state_;
     std::vector<SwallowedKey> wanted_;  // without Escape
     std::function<void(const SwallowedKey&, Change)> changed_;

@@ -27,5 +27,6 @@ inline bool fill(sockaddr_un& address, const std::string& path) {
 // The helper's words.
 inline constexpr const char* dictateWord = "dictate";
 inline constexpr const char* cancelWord = "cancel";
+inline constexpr const char* guardWord = "guard";
 
 }  // namespace quorvi

@@ -15,8 +15,12 @@ constexpr auto unbindDelay = std::chrono::milliseconds(200);
 
 ShortcutKeyEventTap::ShortcutKeyEventTap(Scheduler& scheduler,
                                          std::unique_ptr<ShortcutSource> source,
-                                         std::function<void()> onValid)
-    : scheduler_(scheduler), onValid_(std::move(onValid)), source_(std::move(source)) {
+                                         std::function<void()> onValid,
+                                         std::function<bool(KeyCode)> modifierIsDown)
+    : scheduler_(scheduler),
+      onValid_(std::move(onValid)),
+      modifierIsDown_(std::move(modifierIsDown)),
+      source_(std::move(source)) {
     source_->start([this](const auto& key, auto change) { changed(key, change); },
                    [this] { boundChanged(); });
 }

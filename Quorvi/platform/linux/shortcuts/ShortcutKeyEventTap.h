@@ -19,10 +19,11 @@ namespace quorvi {
 // tapDisabledByUserInput.
 class ShortcutKeyEventTap final : public KeyEventTap, public DesktopShortcut {
 public:
-    // `onValid` is called on the main thread.
+    // `onValid` is called on the main thread. `modifierIsDown` is what else knows of a modifier.
     ShortcutKeyEventTap(
         Scheduler& scheduler, std::unique_ptr<ShortcutSource> source,
-        std::function<void()> onValid = [] {});
+        std::function<void()> onValid = [] {},
+        std::function<bool(KeyCode)> modifierIsDown = [](KeyCode) { return false; });
 
     State state() const override;
     void setListed(bool listed) override { source_->setListed(listed); }
@@ -37,7 +38,9 @@ public:
     void setEnabled(bool enabled) override { isEnabled_ = handler_ && enabled; }
     void setSwallowed(std::vector<SwallowedKey> keys) override;
     void setQuietModifier(std::optional<KeyCode> modifier) override;
-    bool keyIsDown(KeyCode keyCode) const override { return held_.contains(keyCode); }
+    bool keyIsDown(KeyCode keyCode) const override {
+        return held_.contains(keyCode) || modifierIsDown_(keyCode);
+    }
     bool buttonIsDown(std::int64_t) const override { return false; }
 
 private:
@@ -52,6 +55,7 @@ private:
 
     Scheduler& scheduler_;
     const std::function<void()> onValid_;
+    const std::function<bool(KeyCode)> modifierIsDown_;
     std::shared_ptr<Handler> handler_;  // while the hook is installed
     std::vector<SwallowedKey> swallowed_;
     std::optional<KeyCode> quietModifier_;

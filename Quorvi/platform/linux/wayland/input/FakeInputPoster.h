@@ -8,8 +8,8 @@
 namespace quorvi {
 
 // Posts KWin's fake input. What the user holds would change the combination, so all modifiers are
-// let go of first; they count again when they are pressed again. Main thread; the input outlives
-// it.
+// let go of first; they count again when they are pressed again. KWin 6 ignores that for what this
+// program has not pressed, but tells what is held. Main thread; the input outlives it.
 class FakeInputPoster final : public ChordPoster {
 public:
     FakeInputPoster(WaylandInput& input, std::function<std::string()> activeClass)

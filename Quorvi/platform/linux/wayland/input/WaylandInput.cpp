@@ -17,6 +17,12 @@ WaylandInput::~WaylandInput() = default;
 void WaylandInput::connect() {
     session_ = std::make_unique<Session>();
     const auto& connection = session_->connection;
+    session_->keyStates.emplace(session_->connection, [this](KeyCode modifier, bool isDown) {
+        if (isDown)
+            held_ |= bitOf(modifier);
+        else
+            held_ &= ~bitOf(modifier);
+    });
     isAlive_ = VirtualKeyboard::isOffered(connection) || FakeInput::isOffered(connection);
     if (!isAlive_) return session_.reset();
     source_.emplace(session_->connection.fileDescriptor(), [this] { return processEvents(); });
@@ -43,6 +49,7 @@ bool WaylandInput::processEvents() {
     if (isAlive) flush();
     if (isAlive && session_->connection.isAlive()) return true;
     isAlive_ = false;
+    held_ = 0;
     session_->method.lose();
     session_.reset();
     return false;

@@ -11,6 +11,7 @@
 #include "Quorvi/platform/linux/wayland/input/InputMethod.h"
 #include "Quorvi/platform/linux/wayland/input/VirtualKeyboard.h"
 #include "Quorvi/platform/linux/wayland/kwin/FakeInput.h"
+#include "Quorvi/platform/linux/wayland/kwin/KeyStates.h"
 
 namespace quorvi {
 
@@ -27,6 +28,7 @@ public:
         // Made at the first paste, if the compositor has the one or the other.
         std::unique_ptr<VirtualKeyboard> pasting;
         std::unique_ptr<FakeInput> fake;
+        std::optional<KeyStates> keyStates;
     };
 
     // Connects on its thread.
@@ -38,6 +40,9 @@ public:
     // Whether the compositor takes keys from this program, as far as is known. Any thread.
     bool isAlive() const { return isAlive_; }
 
+    // Whether KWin says that the user holds this modifier. Any thread.
+    bool isHeld(KeyCode modifier) const { return (held_ & bitOf(modifier)) != 0; }
+
     // Runs `work` on the thread; with null once the connection is lost.
     void run(std::function<void(Session*)> work, Duration delay = Duration::zero());
 
@@ -45,11 +50,17 @@ public:
     Session* session() { return session_.get(); }
 
 private:
+    // The codes of modifiers are small.
+    static std::uint64_t bitOf(KeyCode modifier) {
+        return modifier < 64 ? std::uint64_t{1} << modifier : 0;
+    }
+
     void connect();
     bool processEvents();
     void flush();
 
     std::atomic<bool> isAlive_{true};
+    std::atomic<std::uint64_t> held_{0};
     std::unique_ptr<Session> session_;  // the thread's own, null without a compositor
     std::optional<DescriptorSource> source_;
     std::optional<GLibThread> thread_;
