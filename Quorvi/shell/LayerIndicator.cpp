@@ -93,10 +93,13 @@ void LayerIndicator::followPointer(LayerSurface::PointerEvent event, QPointF at)
     hover(button, at);
     if (event == pressed) pressed_ = button;
     if (event == pressed && pressed_) sendMouse(overlay_, *pressed_, QEvent::MouseButtonPress, at);
+    if (event != released) return;
+    // KWin 5 has given the surface the focus, which goes back when that surface is gone.
+    surface_.hide();
+    draw();
     // What the click does may end the indicator.
-    if (event == released)
-        if (auto* held = std::exchange(pressed_, nullptr).data())
-            sendMouse(overlay_, *held, QEvent::MouseButtonRelease, at);
+    if (auto* held = std::exchange(pressed_, nullptr).data())
+        sendMouse(overlay_, *held, QEvent::MouseButtonRelease, at);
 }
 
 void LayerIndicator::hover(QWidget* button, QPointF at) {
