@@ -10,6 +10,8 @@
 #include "Quorvi/platform/linux/wayland/sway/SwaySocket.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayTree.h"
 #include "tests/support/Waiting.h"
+#include "tests/support/desktop/GnomeKeyboard.h"
+#include "tests/support/desktop/UserClipboard.h"
 
 namespace quorvi::test {
 
@@ -87,10 +89,26 @@ struct TestUser::Kwin final : Wayland {
     PlasmaWindows windows{connection};
 };
 
+struct TestUser::Gnome final : Wayland {
+    // The first key that is pressed makes the keyboard the seat's.
+    Gnome() {
+        for (const bool isDown : {true, false}) keyboard.send(key::leftShift, isDown);
+    }
+    void key(std::uint8_t keycode, bool isDown, const std::bitset<256>&) override {
+        keyboard.send(keycode, isDown);
+    }
+    // The shell tells nobody which window it has given the focus.
+    bool hasFocus(pid_t) override { return true; }
+
+    GnomeKeyboard keyboard;
+};
+
 TestUser::TestUser(const std::string& display) : connection_(display) {
     if (!display.empty()) return;
     if (std::getenv("SWAYSOCK"))
         wayland_ = std::make_unique<Sway>();
+    else if (isOnGnome())
+        wayland_ = std::make_unique<Gnome>();
     else if (FakeInput::isOffered(WaylandConnection()))
         wayland_ = std::make_unique<Kwin>();
 }

@@ -20,7 +20,8 @@ inline constexpr std::uint8_t escape = 9, a = 38, k = 45, s = 39, d = 40, l = 46
                               tab = 23;
 inline constexpr std::uint8_t leftControl = 37, rightControl = 105, leftShift = 50;
 inline constexpr std::uint8_t leftAlt = 64, rightAlt = 108, leftSuper = 133;
-inline constexpr std::uint8_t capsLock = 66, numLock = 77, space = 65, enter = 36, f6 = 72, f8 = 74;
+inline constexpr std::uint8_t capsLock = 66, numLock = 77, space = 65, enter = 36, f6 = 72, f8 = 74,
+                              f9 = 75;
 inline constexpr std::uint8_t home = 110, end = 115, up = 111, down = 116, left = 113, right = 114;
 inline constexpr std::uint8_t keypad1 = 87, insert = 118, remove = 119, backspace = 22;
 }  // namespace key
@@ -34,8 +35,8 @@ void activate(const X11Connection& connection, xcb_window_t window);
 
 // Somebody at the desktop: presses physical keys and buttons through the test extension, sees which
 // window is active and switches windows, on a connection of its own. Everything has reached the
-// server when a call returns. On Wayland the keys are those of the compositor's virtual keyboard or
-// fake input; the rest is X11's.
+// server when a call returns. On Wayland the keys are those of the compositor's virtual keyboard,
+// fake input or remote desktop; the rest is X11's.
 class TestUser {
 public:
     using Keys = std::initializer_list<std::uint8_t>;
@@ -93,6 +94,7 @@ private:
     struct Wayland;
     struct Sway;
     struct Kwin;
+    struct Gnome;
 
     X11Connection connection_;
     std::bitset<256> held_;

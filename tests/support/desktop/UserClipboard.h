@@ -12,9 +12,15 @@ namespace quorvi::test {
 inline bool isOnSway() {
     return std::getenv("SWAYSOCK") != nullptr;
 }
-inline bool isOnKde() {
+inline bool isOn(std::string_view name) {
     const char* desktop = std::getenv("XDG_CURRENT_DESKTOP");
-    return desktop && std::string_view(desktop) == "KDE";
+    return desktop && desktop == name;
+}
+inline bool isOnKde() {
+    return isOn("KDE");
+}
+inline bool isOnGnome() {
+    return isOn("GNOME");
 }
 
 // The user's clipboard, as other programs copy and paste.
