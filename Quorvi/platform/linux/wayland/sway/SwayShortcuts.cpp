@@ -22,6 +22,10 @@ constexpr auto longestHold = 200s;
 // How long a stopped process keeps it, and how often a running one says that it runs.
 constexpr auto longestStop = 2s;
 constexpr auto signOfLife = 500ms;
+// A hold that ends sooner was a tap, whose release may come before this program has the keyboard.
+constexpr auto longestTap = 400ms;
+// How many presses of one key without a release sway tells apart.
+constexpr int mostPresses = 32;
 constexpr std::uint32_t evdevOffset = 8;
 
 // What sway calls the combination; by the key's position, whatever the layout.
@@ -37,6 +41,24 @@ std::string combination(const SwallowedKey& key) {
 // The command of a binding: does nothing, but sway announces it.
 constexpr std::string_view pressCommand = "nop quorvi press ";
 constexpr std::string_view releaseCommand = "nop quorvi release ";
+constexpr std::string_view repeatCommand = "nop quorvi repeat";
+
+// sway counts a key that is pressed again without a release, as remote keyboards do, as a further
+// one that is held. Bound before the key alone, these combinations are the repeats.
+std::string repeatBindings(const std::string& name, const std::string& key, bool isSet) {
+    std::string commands, all = name;
+    for (int presses = 2; presses <= mostPresses; ++presses) {
+        all += '+' + key;
+        commands +=
+            isSet ? "bindcode --no-repeat --no-warn " + all + ' ' + std::string(repeatCommand) + ';'
+                  : "unbindcode " + all + ';';
+    }
+    return commands;
+}
+
+bool contains(const std::vector<SwallowedKey>& keys, const SwallowedKey& key) {
+    return std::ranges::find(keys, key) != keys.end();
+}
 
 // What follows `command` in a binding event, as a key code.
 std::optional<KeyCode> keyOf(const std::string& command, std::string_view prefix) {
@@ -73,16 +95,14 @@ bool SwayShortcuts::begin() {
 // was asked of the compositor before is done when this returns.
 void SwayShortcuts::lookForInputMethod() {
     auto* session = input_.session();
-    if (!session->connection.synchronise(patience) || bindsReleases_ ||
-        !session->method.isUnavailable())
-        return;
-    bindsReleases_ = true;
-    setBindings(bound_, true);
+    if (!session->connection.synchronise(patience) || !session->method.isUnavailable()) return;
+    hasRival_ = true;
+    bindReleases(true);
 }
 
 void SwayShortcuts::end() {
-    if (hasKeyboard_) giveKeyboardBack();
     bind({});
+    if (hasKeyboard_) giveKeyboardBack();
     source_.reset();
     events_.reset();
     commands_.reset();
@@ -94,17 +114,17 @@ void SwayShortcuts::bind(std::vector<SwallowedKey> keys) {
 }
 
 void SwayShortcuts::applyWanted() {
-    if (held_ && bindsReleases_ && !bound_.empty()) return;  // until it is released
     auto keys = wanted_;
     const auto without = [](const std::vector<SwallowedKey>& all,
                             const std::vector<SwallowedKey>& others) {
         std::vector<SwallowedKey> rest;
-        std::ranges::copy_if(all, std::back_inserter(rest), [&](const SwallowedKey& key) {
-            return std::ranges::find(others, key) == others.end();
-        });
+        std::ranges::copy_if(all, std::back_inserter(rest),
+                             [&](const SwallowedKey& key) { return !contains(others, key); });
         return rest;
     };
     std::erase_if(keys, [this](const SwallowedKey& key) { return belongsToUser(key); });
+    // Its binding stays until it is released.
+    if (held_ && contains(bound_, *held_) && !contains(keys, *held_)) keys.push_back(*held_);
     setBindings(without(bound_, keys), false);
     setBindings(without(keys, bound_), true);
     bound_ = std::move(keys);
@@ -125,17 +145,35 @@ void SwayShortcuts::setBindings(const std::vector<SwallowedKey>& keys, bool isSe
     std::string commands;
     for (const auto& key : keys) {
         const auto name = combination(key);
-        const auto code = std::to_string(key.keyCode);
-        const bool hasRelease = bindsReleases_ && key.keyCode != keyCode::escape;
+        if (key.keyCode != keyCode::escape)
+            commands += repeatBindings(name, std::to_string(positionOfKeyCode(key.keyCode)), isSet);
         commands += isSet ? "bindcode --no-repeat --no-warn " + name + ' ' +
-                                std::string(pressCommand) + code + ';'
+                                std::string(pressCommand) + std::to_string(key.keyCode) + ';'
                           : "unbindcode " + name + ';';
-        if (hasRelease)
-            commands += isSet ? "bindcode --release --no-warn " + name + ' ' +
-                                    std::string(releaseCommand) + code + ';'
-                              : "unbindcode --release " + name + ';';
     }
+    run(commands);
+    if (bindsReleases_) setReleases(keys, isSet);
+}
+
+void SwayShortcuts::setReleases(const std::vector<SwallowedKey>& keys, bool isSet) {
+    std::string commands;
+    for (const auto& key : keys)
+        if (key.keyCode != keyCode::escape)
+            commands += isSet ? "bindcode --release --no-warn " + combination(key) + ' ' +
+                                    std::string(releaseCommand) + std::to_string(key.keyCode) + ';'
+                              : "unbindcode --release " + combination(key) + ';';
+    run(commands);
+}
+
+void SwayShortcuts::run(const std::string& commands) {
     if (!commands.empty() && commands_) commands_->ask(SwaySocket::Message::command, commands);
+}
+
+// Not to be ended while a key of theirs may be held.
+void SwayShortcuts::bindReleases(bool isBound) {
+    if (isBound == bindsReleases_ || (hasRival_ && !isBound)) return;
+    bindsReleases_ = isBound;
+    setReleases(bound_, isBound);
 }
 
 bool SwayShortcuts::processEvents() {
@@ -172,16 +210,21 @@ bool SwayShortcuts::wants(KeyCode keyCode) const {
 }
 
 void SwayShortcuts::pressed(KeyCode keyCode) {
+    // What the keyboard has seen before, which comes on another connection.
+    if (hasKeyboard_ && input_.session()) input_.session()->connection.synchronise(patience);
     const auto found = std::ranges::find(bound_, keyCode, &SwallowedKey::keyCode);
     if (found == bound_.end()) return;
-    if (keyCode == keyCode::escape) {
+    if (keyCode == keyCode::escape || std::exchange(released_, std::nullopt) == keyCode) {
         report(keyCode, true);
         report(keyCode, false);
         return;
     }
-    if (held_ && seesRelease()) return;  // a remote keyboard repeats its presses
-    if (held_) return released();        // sway has forgotten the release
+    if (held_) {  // It went up before this program had the keyboard.
+        released();
+        bindReleases(true);
+    }
     held_ = *found;
+    heldSince_ = Clock::now();
     isTold_ = false;
     takeKeyboard();
     tellPress();
@@ -192,15 +235,11 @@ void SwayShortcuts::tellPress() {
     if (held_ && !std::exchange(isTold_, true)) report(held_->keyCode, true);
 }
 
-bool SwayShortcuts::seesRelease() const {
-    const auto* session = input_.session();
-    return hasKeyboard_ && session && !session->method.isUnavailable();
-}
-
 void SwayShortcuts::released() {
     const auto keyCode = std::exchange(held_, std::nullopt)->keyCode;
     report(keyCode, false);
-    if (bindsReleases_) applyWanted();
+    expectsTap_ = Clock::now() - heldSince_ < longestTap;
+    if (expectsTap_) bindReleases(true);
     leaveKeyboard();
 }
 
@@ -257,6 +296,8 @@ void SwayShortcuts::giveBackWhenQuiet() {
         if (session && (Clock::now() - self->lastKey_ < quietTime || !session->method.isQuiet()))
             return self->giveBackWhenQuiet();
         self->giveKeyboardBack();
+        self->applyWanted();
+        self->bindReleases(self->expectsTap_);
     };
     input_.run(look, quietTime);
 }
@@ -264,6 +305,7 @@ void SwayShortcuts::giveBackWhenQuiet() {
 void SwayShortcuts::giveKeyboardBack() {
     hasKeyboard_ = isLeaving_ = false;
     held_.reset();
+    released_.reset();
     if (auto* session = input_.session()) {
         session->method.ungrab();
         session->method.leave();
@@ -283,6 +325,11 @@ bool SwayShortcuts::handleKey(std::uint32_t key, bool isDown) {
     const auto keyCode = keyCodeOfPosition(static_cast<XKeycode>(position));
     if (held_ && keyCode == held_->keyCode) {
         if (!isDown) released();
+        return true;
+    }
+    // sway's word of the press is under way, on its other connection.
+    if (!isDown && keyCode != keyCode::escape && wants(keyCode) && !keyIsDown(keyCode)) {
+        released_ = keyCode;
         return true;
     }
     const bool isKept =
