@@ -8,6 +8,13 @@
 #include <chrono>
 
 namespace quorvi {
+namespace {
+
+// KWin 5 reads the whole program at each connection, to see whether it may have what its desktop
+// entry asks for, and does nothing else meanwhile. Several connections wait for each other.
+constexpr Duration greetingLimit = std::chrono::seconds(20);
+
+}  // namespace
 
 struct WaylandConnection::Listeners {
     static void global(void* data, wl_registry*, std::uint32_t name, const char* interface,
@@ -28,7 +35,7 @@ WaylandConnection::WaylandConnection() : display_(wl_display_connect(nullptr)) {
     if (!display_) return;
     registry_ = wl_display_get_registry(display_);
     wl_registry_add_listener(registry_, &Listeners::registry, this);
-    if (!synchronise()) lose();
+    if (!synchronise(greetingLimit)) lose();
 }
 
 WaylandConnection::~WaylandConnection() {

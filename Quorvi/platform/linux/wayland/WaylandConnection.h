@@ -21,7 +21,8 @@ namespace quorvi {
 class WaylandConnection {
 public:
     // Connects to $WAYLAND_DISPLAY and learns what the compositor offers. isAlive() tells whether
-    // it succeeded.
+    // it succeeded. Waits longer than anything else, as a compositor may be busy when a session
+    // begins.
     WaylandConnection();
     ~WaylandConnection();
     WaylandConnection(const WaylandConnection&) = delete;
