@@ -2,6 +2,7 @@
 
 #include <linux/input-event-codes.h>
 
+#include <chrono>
 #include <memory>
 #include <ranges>
 
@@ -12,6 +13,10 @@ namespace quorvi {
 namespace {
 
 constexpr std::uint32_t evdevOffset = 8;
+
+// While KWin still keeps the connection waiting. Later the user has been told that the text is on
+// the clipboard, and may have pasted it.
+constexpr auto patience = std::chrono::milliseconds(500);
 
 constexpr std::uint32_t allModifiers[] = {KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL,
                                           KEY_RIGHTCTRL, KEY_LEFTALT,    KEY_RIGHTALT,
@@ -31,8 +36,9 @@ ChordKeys inLayout(ChordKeys keys, WaylandConnection& connection) {
 }  // namespace
 
 void FakeInputPoster::press(const ChordKeys& keys) {
-    input_.run([keys](WaylandInput::Session* session) {
-        if (!session) return;
+    const auto latest = std::chrono::steady_clock::now() + patience;
+    input_.run([keys, latest](WaylandInput::Session* session) {
+        if (!session || std::chrono::steady_clock::now() > latest) return;
         auto& input = session->fake;
         if (!input) input = std::make_unique<FakeInput>(session->connection);
         const auto placed = inLayout(keys, session->connection);
