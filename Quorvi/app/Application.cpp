@@ -117,7 +117,7 @@ private:
             *model_, corrections_, history_, *sync_, *sync_, model_->speechService().keys(),
             updates_.updater(), preferences_, scheduler_, desktop_.calendar(), quit,
             [this](PrivacyPane pane) { return desktop_.hasSettingsFor(pane); }, capabilities_,
-            isKeyGiven_});
+            isKeyGiven_, desktop_.keyConsent()});
         bus_ = std::make_unique<BusService>(*model_,
                                             BusService::Actions{open, quit, [this] { toggle(); }});
         trayTimer_ = scheduler_.after(trayPatience, [this] { window_->openIfThereIsNoTray(); });

@@ -296,8 +296,11 @@ Task<void> TextInsertion::readBefore(Paste& paste, std::stop_token stop) {
 }
 
 Task<void> TextInsertion::sendPaste(Paste& paste, std::stop_token stop) {
+    auto preparing = environment_.poster.prepare(stop);
+    preparing.start();
     auto taking = clipboard_.snapshot(std::move(paste.request.clipboard), stop);
     auto backup = co_await taking;
+    co_await preparing;
     const bool hasKeys = environment_.poster.isAvailable() || !paste.fieldCanPaste();
     std::array<TapEvent, 4> events{};
     if (hasKeys) events = PasteKeyboard::pasteEvents(environment_.poster);

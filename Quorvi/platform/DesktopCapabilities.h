@@ -17,7 +17,8 @@ struct DesktopCapabilities {
     bool hasShortcutsPortal = false;  // a portal for shortcuts whose backend is this desktop's
     bool hasCustomShortcuts = false;  // GNOME's shortcuts that run a command
     bool hasIbus = false;             // IBus gives text to fields
-    bool hasRemoteDesktop = false;    // a portal for keys, after the user's consent
+    bool hasRemoteDesktop = false;    // a portal for keys, which asks the user once
+    bool hasMutterRemoteDesktop = false;  // GNOME's own way to press keys, which asks nothing
 
     // Whether the shortcut works in all windows.
     bool hasShortcut() const {
@@ -26,7 +27,7 @@ struct DesktopCapabilities {
     // Whether text can be put into the windows of Wayland programs.
     bool hasInsertion() const {
         return (hasClipboard && (hasVirtualKeyboard || hasFakeInput)) || hasIbus ||
-               hasRemoteDesktop;
+               hasRemoteDesktop || hasMutterRemoteDesktop;
     }
     // Whether Quorvi can work in the windows of Wayland programs, and not in those of X11 alone.
     // Without a shortcut it is told by commands that the user binds.

@@ -17,6 +17,10 @@ public:
     // Returns whether events can be posted now.
     virtual bool isAvailable() const = 0;
 
+    // Gets ready to post within the next seconds, where that takes a while. isAvailable() then says
+    // whether it has succeeded.
+    virtual Task<void> prepare(std::stop_token) { co_return; }
+
     // Returns whether the active application, `pid`, first looks at a new clipboard, and pastes
     // nothing or the former content until then. False if that is unknown.
     virtual Task<bool> looksBeforePasting(pid_t pid, std::stop_token stop) = 0;

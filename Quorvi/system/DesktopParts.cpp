@@ -23,9 +23,24 @@ DesktopPart part(Message subject, std::initializer_list<Way> ways,
     return {std::move(subject), say::desktopLacks(missing), false, std::move(consequence)};
 }
 
+DesktopPart pasting(const DesktopCapabilities& d, bool keysAreAllowed) {
+    const bool needsNoLeave = d.hasVirtualKeyboard || d.hasFakeInput;
+    auto result = part(say::partPasting(),
+                       {{d.hasVirtualKeyboard, "zwp_virtual_keyboard_v1"},
+                        {d.hasFakeInput, "org_kde_kwin_fake_input"},
+                        {d.hasRemoteDesktop, "org.freedesktop.portal.RemoteDesktop"},
+                        {d.hasMutterRemoteDesktop, "org.gnome.Mutter.RemoteDesktop"}},
+                       say::noPastingOffered());
+    if (result.isOffered && !needsNoLeave && !keysAreAllowed) {
+        result.isOffered = false;
+        result.consequence = say::keysNotAllowed();
+    }
+    return result;
+}
+
 }  // namespace
 
-std::vector<DesktopPart> describe(const DesktopCapabilities& desktop) {
+std::vector<DesktopPart> describe(const DesktopCapabilities& desktop, bool keysAreAllowed) {
     if (!desktop.isWayland) return {};
     const auto& d = desktop;
     return {
@@ -37,11 +52,7 @@ std::vector<DesktopPart> describe(const DesktopCapabilities& desktop) {
              say::noShortcutOffered()),
         part(say::partText(), {{d.hasInputMethod, "zwp_input_method_v2"}, {d.hasIbus, "IBus"}},
              say::noTextOffered()),
-        part(say::partPasting(),
-             {{d.hasVirtualKeyboard, "zwp_virtual_keyboard_v1"},
-              {d.hasFakeInput, "org_kde_kwin_fake_input"},
-              {d.hasRemoteDesktop, "org.freedesktop.portal.RemoteDesktop"}},
-             say::noPastingOffered()),
+        pasting(d, keysAreAllowed),
         part(say::partClipboard(), {{d.hasClipboard, "zwlr_data_control_v1"}},
              say::noClipboardOffered()),
         part(say::partWindows(), {{d.hasSway, "sway"},

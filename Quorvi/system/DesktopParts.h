@@ -18,6 +18,7 @@ struct DesktopPart {
 
 // What the desktop offers for the windows of Wayland programs, in the order of a dictation; empty
 // where it is not one of Wayland.
-std::vector<DesktopPart> describe(const DesktopCapabilities& desktop);
+// where it is not one of Wayland. `keysAreAllowed`: the user's leave, where one is needed.
+std::vector<DesktopPart> describe(const DesktopCapabilities& desktop, bool keysAreAllowed);
 
 }  // namespace quorvi

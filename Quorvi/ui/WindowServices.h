@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "Quorvi/platform/DesktopCapabilities.h"
+#include "Quorvi/platform/KeyConsent.h"
 #include "Quorvi/platform/SystemPermissions.h"
 #include "Quorvi/ui/history/HistoryEnvironment.h"
 
@@ -34,6 +35,7 @@ struct WindowServices {
     std::function<bool(PrivacyPane)> hasSettingsFor = nullptr;
     DesktopCapabilities desktop = {};  // what it offers on Wayland
     bool isKeyGiven = false;           // for this run only, by QUORVI_API_KEY
+    KeyConsent* keyConsent = nullptr;  // null where Quorvi needs no leave to press keys
 };
 
 }  // namespace quorvi

@@ -22,6 +22,10 @@ public:
         : scheduler_(scheduler), tap_(tap) {}
 
     bool isAvailable() const override { return available; }
+    Task<void> prepare(std::stop_token) override {
+        if (losesDesktop) available = false;
+        co_return;
+    }
     Task<bool> looksBeforePasting(pid_t, std::stop_token) override { co_return looksFirst; }
     void post(std::span<const TapEvent> events, pid_t pid) override {
         posts.push_back({{events.begin(), events.end()}, pid});
@@ -33,6 +37,7 @@ public:
     }
 
     bool available = true;
+    bool losesDesktop = false;  // when it is to prepare
     bool looksFirst = false;
     std::vector<Post> posts;
     std::function<void(const Post&)> onPost;

@@ -247,7 +247,7 @@ TEST_F(TextInsertionTest, ClipboardTroubleIsReportedAndLosesNothing) {
 }
 
 TEST_F(TextInsertionTest, WithoutKeysAFieldIsAskedToPasteAndBelievedOnlyWhenItIsSeen) {
-    poster.available = false;
+    poster.losesDesktop = true;
     accessibility.onSet = [this](const AXElement& element, std::string_view name) {
         if (receives && element == field && name == "AXPaste")
             accessibility.type(field, pasteboard.text());

@@ -12,11 +12,13 @@
 
 #include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/app/composition/CloudDatabases.h"
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/platform/linux/atspi/AtspiAccessibility.h"
 #include "Quorvi/platform/linux/curl/CurlTransport.h"
 #include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
 #include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/pulse/PulseConnection.h"
+#include "Quorvi/platform/linux/remote/KeptKeyConsent.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
 #include "Quorvi/platform/linux/wayland/sway/SwayConfig.h"
@@ -85,7 +87,8 @@ private:
     // One line for each thing that dictating into the windows of Wayland programs needs.
     void checkWayland() {
         if (!wayland_.isWayland) return;
-        for (const auto& part : describe(wayland_)) {
+        const KeptKeyConsent keys(keyConsentFile(), wayland_.hasRemoteDesktop);
+        for (const auto& part : describe(wayland_, keys.token().has_value())) {
             auto finding = shownInEnglish(part.finding);
             if (part.consequence) finding += " " + shownInEnglish(*part.consequence);
             line(part.isOffered ? "✓" : "–", ("Wayland: " + shownInEnglish(part.subject)).c_str(),

@@ -16,6 +16,7 @@
 #include "Quorvi/app/composition/CloudDatabases.h"
 #include "Quorvi/app/composition/CloudPassword.h"
 #include "Quorvi/app/composition/StoredFiles.h"
+#include "Quorvi/platform/linux/remote/KeptKeyConsent.h"
 #include "Quorvi/platform/linux/secrets/SecretServiceKeychain.h"
 #include "Quorvi/platform/linux/xdg/XdgLoginItem.h"
 #include "Quorvi/shell/SingleInstance.h"
@@ -120,6 +121,7 @@ int erase(bool isSure) {
     const auto cloud = StoredPreferences().cloudAddress();
     explain(folders, cloud);
     if (!isSure && !isConfirmed()) return 1;
+    KeptKeyConsent(keyConsentFile(), true).forget();
     // Goes on after a failure. The keyring first, since the settings say what is in it.
     const std::array done{runKeyCommand(KeyCommand::remove) == 0,
                           removeSecrets(otherKeyQuery({}), "The keys of other speech services"),

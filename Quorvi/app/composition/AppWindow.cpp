@@ -33,7 +33,8 @@ struct AppWindow::Contents {
             parts.model, parts.corrections,
             HistoryEnvironment{parts.history, figures, parts.scheduler, parts.calendar, {}},
             parts.sync, parts.cloud, parts.keys, loginItem, parts.updater, parts.preferences,
-            parts.scheduler, parts.quit, parts.hasSettingsFor, parts.desktop, parts.isKeyGiven});
+            parts.scheduler, parts.quit, parts.hasSettingsFor, parts.desktop, parts.isKeyGiven,
+            parts.keyConsent});
     }
 
     XdgLoginItem service{XdgLoginItem::Places::current()};

@@ -33,6 +33,7 @@ public:
         std::function<bool(PrivacyPane)> hasSettingsFor;
         DesktopCapabilities desktop;
         bool isKeyGiven;
+        KeyConsent* keyConsent;
     };
 
     explicit AppWindow(Parts parts);

@@ -6,6 +6,7 @@
 
 #include "Quorvi/platform/DesktopCapabilities.h"
 #include "Quorvi/platform/DesktopShortcut.h"
+#include "Quorvi/platform/KeyConsent.h"
 #include "Quorvi/platform/KeyEventPoster.h"
 #include "Quorvi/platform/KeyEventTap.h"
 #include "Quorvi/platform/TextCommitter.h"
@@ -30,6 +31,7 @@ public:
     virtual KeyEventTap& tap() = 0;
     virtual DesktopShortcut* shortcut() { return nullptr; }  // null: the tap sees all keys
     virtual KeyEventPoster& poster() = 0;
+    virtual KeyConsent* keyConsent() { return nullptr; }    // null: the poster needs none
     virtual TextCommitter* committer() { return nullptr; }  // null where nothing takes text so
     virtual Workspace& workspace() = 0;
     virtual ThreadedPasteboard& pasteboard() = 0;

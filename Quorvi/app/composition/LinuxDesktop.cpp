@@ -154,6 +154,10 @@ std::unique_ptr<SerialExecutor::Hold> LinuxDesktop::holdHistory() {
     return std::make_unique<SerialExecutor::Hold>(adapters_->history);
 }
 
+KeyConsent* LinuxDesktop::keyConsent() {
+    return adapters_->display->keyConsent();
+}
+
 bool LinuxDesktop::hasSettingsFor(PrivacyPane pane) const {
     return pane == PrivacyPane::microphone ? adapters_->hasMicrophoneSettings
                                            : adapters_->hasAccessibilitySettings;

@@ -6,6 +6,7 @@
 
 #include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/history/SystemCalendar.h"
+#include "Quorvi/platform/KeyConsent.h"
 #include "Quorvi/platform/Surroundings.h"
 #include "Quorvi/platform/linux/posix/SerialExecutor.h"
 #include "Quorvi/platform/linux/wayland/probe/WaylandProbe.h"
@@ -57,6 +58,9 @@ public:
     // Hands the clipboard over to the keeper, so that it survives this program. Resumes when that
     // is done or has failed.
     Task<void> leaveClipboard();
+
+    // The user's leave to press keys; null where none is needed. This object outlives it.
+    KeyConsent* keyConsent();
 
     // Whether this desktop has settings for the subject that can be opened, as known at the start.
     bool hasSettingsFor(PrivacyPane pane) const;

@@ -25,6 +25,12 @@ inline std::filesystem::path interruptionNoteFile() {
     return UserFolders::find().data / "dictation-under-way";
 }
 
+// Exists if the user lets Quorvi press keys on a desktop where that takes a leave. Of this machine
+// only.
+inline std::filesystem::path keyConsentFile() {
+    return UserFolders::find().data / "key-consent";
+}
+
 inline std::filesystem::path syncArchiveFile() {
     return UserFolders::find().data / "account-sync.json";
 }

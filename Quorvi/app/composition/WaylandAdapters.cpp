@@ -4,12 +4,14 @@
 #include <system_error>
 #include <utility>
 
+#include "Quorvi/app/composition/StoredFiles.h"
 #include "Quorvi/platform/linux/atspi/AtspiWorkspace.h"
 #include "Quorvi/platform/linux/gnome/CustomShortcuts.h"
 #include "Quorvi/platform/linux/ibus/IbusCommitter.h"
 #include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/keyboard/NoKeyEventPoster.h"
 #include "Quorvi/platform/linux/portal/PortalShortcuts.h"
+#include "Quorvi/platform/linux/remote/RemoteDesktopPoster.h"
 #include "Quorvi/platform/linux/shortcuts/NoShortcuts.h"
 #include "Quorvi/platform/linux/shortcuts/ShortcutKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
@@ -83,6 +85,13 @@ void WaylandAdapters::makePoster() {
         poster = std::make_unique<VirtualKeyboardPoster>(*input_, frontmostClass_);
     } else if (capabilities_.hasFakeInput) {
         poster = std::make_unique<FakeInputPoster>(*input_, frontmostClass_);
+    } else if (capabilities_.hasRemoteDesktop || capabilities_.hasMutterRemoteDesktop) {
+        using Way = RemoteDesktopPoster::Way;
+        auto remote = std::make_unique<RemoteDesktopPoster>(
+            scheduler_, capabilities_.hasRemoteDesktop ? Way::portal : Way::mutter,
+            keyConsentFile(), frontmostClass_);
+        keyConsent_ = remote.get();
+        poster = std::move(remote);
     } else {
         poster_ = std::make_unique<NoKeyEventPoster>();
         setPasteChords_ = [](const PasteChords&) {};

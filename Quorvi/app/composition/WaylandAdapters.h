@@ -23,6 +23,7 @@ public:
     KeyEventTap& tap() override { return *tap_; }
     DesktopShortcut* shortcut() override { return shortcut_; }
     KeyEventPoster& poster() override { return *poster_; }
+    KeyConsent* keyConsent() override { return keyConsent_; }
     TextCommitter* committer() override { return committer_.get(); }
     Workspace& workspace() override { return *workspace_; }
     ThreadedPasteboard& pasteboard() override { return *pasteboard_; }
@@ -46,6 +47,7 @@ private:
     std::unique_ptr<KeyEventTap> tap_;
     DesktopShortcut* shortcut_ = nullptr;  // the tap, where the desktop keeps the keys
     std::unique_ptr<KeyEventPoster> poster_;
+    KeyConsent* keyConsent_ = nullptr;                 // the poster, where it needs one
     std::function<void(PasteChords)> setPasteChords_;  // the poster's
     std::unique_ptr<TextCommitter> committer_;
     std::unique_ptr<ThreadedPasteboard> pasteboard_;

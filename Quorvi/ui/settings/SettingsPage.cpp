@@ -48,7 +48,7 @@ SettingsPage::SettingsPage(const WindowServices& services)
     addSection(new UpdateSettings(services.updater));
     addSection(new HistorySettings(services.history));
     addSection(new PrivacySettings(model, services.hasSettingsFor));
-    addSection(new DesktopSettings(services.desktop));
+    addSection(new DesktopSettings(services.desktop, model, services.keyConsent));
     marks_ = new SearchMarks(widget());
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { sectionsChanged(); });
 }

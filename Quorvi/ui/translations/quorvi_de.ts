@@ -438,6 +438,22 @@
         <source>This desktop</source>
         <translation>Diese Arbeitsumgebung</translation>
     </message>
+    <message>
+        <source>Press keys to paste</source>
+        <translation>Zum Einfügen Tasten drücken</translation>
+    </message>
+    <message>
+        <source>For fields that take text in no other way; without it, the text is left on the clipboard. The desktop may ask you once: allow remote interaction there, and let it remember that. While Quorvi pastes, the desktop shows that it is shared.</source>
+        <translation>Für Felder, die Text nicht anders annehmen; ohne das bleibt der Text in der Zwischenablage. Die Arbeitsumgebung fragt dich vielleicht einmal: Erlaube dort die Interaktion aus der Ferne, und lass sie sich das merken. Während Quorvi einfügt, zeigt die Arbeitsumgebung an, dass sie geteilt wird.</translation>
+    </message>
+    <message>
+        <source>The desktop is asking you.</source>
+        <translation>Die Arbeitsumgebung fragt dich gerade.</translation>
+    </message>
+    <message>
+        <source>The desktop does not allow it, or does not remember that you do.</source>
+        <translation>Die Arbeitsumgebung erlaubt es nicht, oder sie merkt sich nicht, dass du es erlaubst.</translation>
+    </message>
 </context>
 <context>
     <name>DictationPage</name>
@@ -1936,6 +1952,10 @@
     <message>
         <source>This desktop has no shortcuts for programs. In its settings or configuration, bind a key to the command “quorvi toggle”, and another to “quorvi cancel”.</source>
         <translation>Dieser Desktop hat keine Kurzbefehle für Programme. Belege in seinen Einstellungen oder seiner Konfiguration eine Taste mit dem Befehl „quorvi toggle“ und eine mit „quorvi cancel“.</translation>
+    </message>
+    <message>
+        <source>Quorvi presses no keys here until you allow it: “Press keys to paste” in Settings, under “This desktop”.</source>
+        <translation>Quorvi drückt hier keine Tasten, bis du es erlaubst: „Zum Einfügen Tasten drücken“ in den Einstellungen, unter „Diese Arbeitsumgebung“.</translation>
     </message>
 </context>
 <context>

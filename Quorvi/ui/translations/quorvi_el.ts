@@ -438,6 +438,22 @@
         <source>This desktop</source>
         <translation>Αυτή η επιφάνεια εργασίας</translation>
     </message>
+    <message>
+        <source>Press keys to paste</source>
+        <translation>Πάτημα πλήκτρων για επικόλληση</translation>
+    </message>
+    <message>
+        <source>For fields that take text in no other way; without it, the text is left on the clipboard. The desktop may ask you once: allow remote interaction there, and let it remember that. While Quorvi pastes, the desktop shows that it is shared.</source>
+        <translation>Για πεδία που δεν δέχονται κείμενο με άλλον τρόπο· χωρίς αυτό, το κείμενο μένει στο πρόχειρο. Η επιφάνεια εργασίας ίσως σε ρωτήσει μία φορά: επίτρεψε εκεί την απομακρυσμένη αλληλεπίδραση και άφησέ την να το θυμάται. Όσο το Quorvi επικολλά, η επιφάνεια εργασίας δείχνει ότι είναι κοινόχρηστη.</translation>
+    </message>
+    <message>
+        <source>The desktop is asking you.</source>
+        <translation>Η επιφάνεια εργασίας σε ρωτά τώρα.</translation>
+    </message>
+    <message>
+        <source>The desktop does not allow it, or does not remember that you do.</source>
+        <translation>Η επιφάνεια εργασίας δεν το επιτρέπει ή δεν θυμάται ότι το επιτρέπεις.</translation>
+    </message>
 </context>
 <context>
     <name>DictationPage</name>
@@ -1936,6 +1952,10 @@
     <message>
         <source>This desktop has no shortcuts for programs. In its settings or configuration, bind a key to the command “quorvi toggle”, and another to “quorvi cancel”.</source>
         <translation>Αυτό το περιβάλλον δεν έχει συντομεύσεις για προγράμματα. Στις ρυθμίσεις ή στη διαμόρφωσή του όρισε ένα πλήκτρο για την εντολή «quorvi toggle» και ένα για την «quorvi cancel».</translation>
+    </message>
+    <message>
+        <source>Quorvi presses no keys here until you allow it: “Press keys to paste” in Settings, under “This desktop”.</source>
+        <translation>Εδώ το Quorvi δεν πατά πλήκτρα μέχρι να το επιτρέψεις: «Πάτημα πλήκτρων για επικόλληση» στις Ρυθμίσεις, στην ενότητα «Αυτή η επιφάνεια εργασίας».</translation>
     </message>
 </context>
 <context>

@@ -438,6 +438,22 @@
         <source>This desktop</source>
         <translation>This desktop</translation>
     </message>
+    <message>
+        <source>Press keys to paste</source>
+        <translation>Press keys to paste</translation>
+    </message>
+    <message>
+        <source>For fields that take text in no other way; without it, the text is left on the clipboard. The desktop may ask you once: allow remote interaction there, and let it remember that. While Quorvi pastes, the desktop shows that it is shared.</source>
+        <translation>For fields that take text in no other way; without it, the text is left on the clipboard. The desktop may ask you once: allow remote interaction there, and let it remember that. While Quorvi pastes, the desktop shows that it is shared.</translation>
+    </message>
+    <message>
+        <source>The desktop is asking you.</source>
+        <translation>The desktop is asking you.</translation>
+    </message>
+    <message>
+        <source>The desktop does not allow it, or does not remember that you do.</source>
+        <translation>The desktop does not allow it, or does not remember that you do.</translation>
+    </message>
 </context>
 <context>
     <name>DictationPage</name>
@@ -1936,6 +1952,10 @@
     <message>
         <source>This desktop has no shortcuts for programs. In its settings or configuration, bind a key to the command “quorvi toggle”, and another to “quorvi cancel”.</source>
         <translation>This desktop has no shortcuts for programs. In its settings or configuration, bind a key to the command “quorvi toggle”, and another to “quorvi cancel”.</translation>
+    </message>
+    <message>
+        <source>Quorvi presses no keys here until you allow it: “Press keys to paste” in Settings, under “This desktop”.</source>
+        <translation>Quorvi presses no keys here until you allow it: “Press keys to paste” in Settings, under “This desktop”.</translation>
     </message>
 </context>
 <context>

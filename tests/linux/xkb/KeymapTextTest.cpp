@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Quorvi/platform/linux/kde/KdeKeys.h"
+#include "Quorvi/platform/linux/keyboard/ChordKeys.h"
 #include "tests/support/Process.h"
 
 namespace quorvi::test {
@@ -26,6 +27,13 @@ TEST(KeymapText, TellsWhatTheKeysOfALayoutType) {
     EXPECT_EQ(both.positionOf("v"), std::nullopt);
     EXPECT_TRUE(both.types(vOnUs, "v"));
     EXPECT_TRUE(KeymapText("xkb_symbols key <AD01> { [").isEmpty());
+
+    const auto paste = ChordKeys::of(PasteChord::controlShiftV);
+    EXPECT_EQ(paste.placedIn(both).key, paste.key);
+    const auto dvorak = paste.placedIn(layout("us,us -variant dvorak,"));
+    EXPECT_EQ(dvorak.key, 52u) << "though the desktop adds a US layout";
+    EXPECT_EQ(dvorak.modifiers, paste.modifiers);
+    EXPECT_EQ(paste.placedIn(layout("ru")).key, ChordKeys::of(PasteChord::shiftInsert).key);
 }
 
 }  // namespace

@@ -57,7 +57,8 @@ WindowServices WindowWorld::services() {
             [this] { ++quits; },
             [this](PrivacyPane pane) { return pane != missingSettings; },
             capabilities,
-            isKeyGiven};
+            isKeyGiven,
+            capabilities.hasRemoteDesktop ? &keyConsent : nullptr};
 }
 
 void WindowWorld::saveKey() {

@@ -12,6 +12,7 @@
 #include "tests/fakes/FakeCloudAccess.h"
 #include "tests/fakes/FakeDesktop.h"
 #include "tests/fakes/FakeDownloader.h"
+#include "tests/fakes/FakeKeyConsent.h"
 #include "tests/fakes/FakeLoginItem.h"
 #include "tests/fakes/FakeServiceProgram.h"
 #include "tests/fakes/FakeSyncControl.h"
@@ -74,6 +75,7 @@ struct WindowWorld : VirtualTime, FakeDesktop {
     int quits = 0;
     std::optional<PrivacyPane> missingSettings;  // that the desktop does not have
     DesktopCapabilities capabilities;
+    FakeKeyConsent keyConsent;
     bool isKeyGiven = false;
     std::unique_ptr<MainWindow> window;
 };

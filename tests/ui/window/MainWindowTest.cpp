@@ -1,5 +1,6 @@
 #include "Quorvi/ui/window/MainWindow.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
@@ -75,7 +76,8 @@ TEST_F(MainWindowTest, TheShortcutMenuOffersPresetsAndACapture) {
 
 TEST(DesktopsShortcut, IsChosenFromWhatTheDesktopCanDo) {
     WindowWorld world(true);
-    world.capabilities = {.isWayland = true, .hasCustomShortcuts = true, .hasIbus = true};
+    world.capabilities = {
+        .isWayland = true, .hasCustomShortcuts = true, .hasIbus = true, .hasRemoteDesktop = true};
     world.saveKey();
     world.desktopShortcut.become(
         {.hasRelease = false, .hasLoneModifiers = false, .needsListing = true});
@@ -106,6 +108,11 @@ TEST(DesktopsShortcut, IsChosenFromWhatTheDesktopCanDo) {
     EXPECT_FALSE(world.model.shortcutProblem());
     world.desktopShortcut.become({.takenBy = "Lock the screen"});
     EXPECT_TRUE(settings.has("uses this shortcut for “Lock the screen”"));
+    settings.press("Press keys to paste");
+    EXPECT_TRUE(Seen(world.show()).has("The desktop is asking you."));
+    world.keyConsent.become(KeyConsent::State::refused);
+    EXPECT_TRUE(Seen(world.show()).has("The desktop does not allow it"));
+    EXPECT_FALSE(settings.control<QCheckBox>("Press keys to paste").isChecked());
 }
 
 TEST(DesktopsShortcut, IsACommandWhereTheDesktopHasNone) {

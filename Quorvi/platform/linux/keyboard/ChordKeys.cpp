@@ -3,6 +3,11 @@
 #include <linux/input-event-codes.h>
 
 namespace quorvi {
+namespace {
+
+constexpr std::uint32_t evdevOffset = 8;
+
+}  // namespace
 
 ChordKeys ChordKeys::of(PasteChord chord) {
     using enum PasteChord;
@@ -21,6 +26,12 @@ ChordKeys ChordKeys::of(PasteChord chord) {
             break;
     }
     return {};
+}
+
+ChordKeys ChordKeys::placedIn(const KeymapText& layout) const {
+    if (key != KEY_V || layout.isEmpty()) return *this;
+    if (const auto position = layout.positionOf("v")) return {modifiers, *position - evdevOffset};
+    return layout.types(KEY_V + evdevOffset, "v") ? *this : of(PasteChord::shiftInsert);
 }
 
 }  // namespace quorvi

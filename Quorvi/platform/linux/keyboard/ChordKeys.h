@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Quorvi/platform/linux/keyboard/PasteChords.h"
+#include "Quorvi/platform/linux/xkb/KeymapText.h"
 
 namespace quorvi {
 
@@ -13,6 +14,10 @@ struct ChordKeys {
     std::uint32_t key = 0;                 // 0: no combination
 
     static ChordKeys of(PasteChord chord);
+
+    // On the key that types V in the layout's first group. Programs also find a V of other groups,
+    // which desktops add to a layout without one; where there is none, Shift-Insert.
+    ChordKeys placedIn(const KeymapText& layout) const;
 };
 
 }  // namespace quorvi

@@ -6,6 +6,7 @@
 #include "Quorvi/platform/linux/ibus/IbusProbe.h"
 #include "Quorvi/platform/linux/kde/KGlobalAccelShortcuts.h"
 #include "Quorvi/platform/linux/portal/PortalBackends.h"
+#include "Quorvi/platform/linux/remote/RemoteDesktopProbe.h"
 #include "Quorvi/platform/linux/wayland/WaylandConnection.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlSession.h"
 #include "Quorvi/platform/linux/wayland/input/InputMethod.h"
@@ -23,6 +24,7 @@ DesktopCapabilities probeWayland() {
     if (!display || !*display) return {};
     const WaylandConnection connection;
     if (!connection.isAlive()) return {};
+    const bool hasKeys = VirtualKeyboard::isOffered(connection) || FakeInput::isOffered(connection);
     return {.isWayland = true,
             .hasClipboard = DataControlSession::isOffered(connection),
             .hasVirtualKeyboard = VirtualKeyboard::isOffered(connection),
@@ -34,7 +36,9 @@ DesktopCapabilities probeWayland() {
             .hasPlasmaWindows = PlasmaWindows::isOffered(connection),
             .hasShortcutsPortal = desktopHasPortal("org.freedesktop.impl.portal.GlobalShortcuts"),
             .hasCustomShortcuts = CustomShortcutSettings::areInUse(),
-            .hasIbus = ibusReachesFields()};
+            .hasIbus = ibusReachesFields(),
+            .hasRemoteDesktop = !hasKeys && hasRememberingRemoteDesktop(),
+            .hasMutterRemoteDesktop = !hasKeys && hasMutterRemoteDesktop()};
 }
 
 bool waylandInputMethodIsTaken() {

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Quorvi/platform/linux/portal/PortalConnection.h"
+#include "Quorvi/platform/linux/remote/RemoteKeyboard.h"
+
+namespace quorvi {
+
+// The desktop's portal for remote desktops. Without a token, or with one that it does not remember,
+// it asks the user.
+class PortalKeyboard final : public RemoteKeyboard {
+public:
+    PortalKeyboard(std::string token, Sinks sinks)
+        : token_(std::move(token)),
+          sinks_(std::move(sinks)),
+          portal_([this](PortalConnection&) { create(); }, [this] { sinks_.lost(); }) {}
+
+    void send(std::uint32_t key, bool isDown, std::function<void(bool)> sent) override;
+
+private:
+    void create();
+    void select();
+    void start();
+
+    const std::string token_;
+    const Sinks sinks_;
+    std::string session_;
+    PortalConnection portal_;
+};
+
+}  // namespace quorvi
