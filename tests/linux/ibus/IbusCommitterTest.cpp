@@ -44,17 +44,19 @@ struct StandInDaemon {
     std::string engine = usersEngine;
     std::string context = "/org/freedesktop/IBus/InputContext_2";
     std::uint32_t purpose = 0;
-    Engines engines;  // in the order of setting
+    bool tellsCaret = true;  // as a field does that has taken a text
+    Engines engines;         // in the order of setting
     std::string committed;
     std::size_t longestPiece = 0;
 
-private:
     void ask(const char* method, GVariant* arguments) {
         constexpr auto name = "org.freedesktop.DBus";
         g_variant_unref(g_dbus_connection_call_sync(bus.get(), name, "/", name, method, arguments,
                                                     nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
                                                     nullptr));
     }
+
+private:
     void tell(const std::string& object, const char* interface, const char* method,
               const char* arguments) {
         g_dbus_connection_call(bus.get(), owner.c_str(), (path + object).c_str(), interface, method,
@@ -69,8 +71,9 @@ private:
         if (method == "RegisterComponent") return "()";
         if (method == "Get") {
             const GLibHandle<GVariant> name(g_variant_get_child_value(body, 1));
-            if (std::string_view(g_variant_get_string(name.get(), nullptr)) != "GlobalEngine")
-                return "(<objectpath '" + context + "'>,)";
+            const std::string_view property = g_variant_get_string(name.get(), nullptr);
+            if (property == "ShellVersion") return "(<'48.7'>,)";
+            if (property != "GlobalEngine") return "(<objectpath '" + context + "'>,)";
             return engine.empty() ? "" : "(<<('IBusEngineDesc', @a{sv} {}, '" + engine + "')>>,)";
         }
         engine = g_dbus_message_get_arg0(message);
@@ -97,6 +100,8 @@ private:
         longestPiece = std::max(longestPiece, std::string_view(piece).size());
         committed += piece;
         g_variant_unref(text);
+        if (tellsCaret)
+            tell("/Engine/1", "org.freedesktop.IBus.Engine", "SetCursorLocation", "(9, 9, 0, 9)");
     }
 
     static GDBusMessage* received(GDBusConnection* bus, GDBusMessage* message, gboolean incoming,
@@ -155,6 +160,13 @@ TEST_F(IbusCommitterTest, ATextArrivesInPiecesAndTheUsersEngineIsBackAfterTheOth
     EXPECT_TRUE(eventually([&] {
         return daemon.current(), daemon.engines == Engines{"quorvi", usersEngine, usersEngine};
     }));
+}
+
+TEST_F(IbusCommitterTest, ATextIsNotCalledSentBeforeTheShellHasGivenItToTheField) {
+    daemon.tellsCaret = false;
+    EXPECT_EQ(resultOf(focusedField()->commit("lost?")), CommitField::Delivery::uncertain);
+    daemon.ask("RequestName", g_variant_new("(su)", "org.gnome.Shell", 0U));
+    EXPECT_EQ(resultOf(focusedField()->commit("here")), CommitField::Delivery::sent);
 }
 
 TEST_F(IbusCommitterTest, AFieldSaysWhatItIsAndAComposingEngineIsLeftAlone) {

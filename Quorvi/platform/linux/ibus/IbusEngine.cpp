@@ -28,9 +28,14 @@ constexpr auto engineName = "quorvi";
 // What IBus is given and hands on to a Wayland field must fit into one message of that protocol.
 constexpr std::size_t longestPiece = 3000;
 
-// In milliseconds, for each answer of the daemon's and for the field's program to take a piece.
+// In milliseconds: for each answer of the daemon's; for a field to move its caret; for the shell to
+// answer.
 constexpr int answerLimit = 500;
-constexpr int pieceLimit = 100;
+constexpr int caretLimit = 150;
+constexpr int shellLimit = 2000;
+
+// How often the shell has to answer until it has given a text to the field's program.
+constexpr int shellRounds = 3;
 
 // Engines with this prefix are keyboard layouts. Every other composes.
 constexpr std::string_view layoutPrefix = "xkb:";
@@ -127,11 +132,19 @@ public:
 
     // Null on failure.
     Variant call(const char* method, GVariant* arguments, const char* interface = service) {
+        return call(bus_.get(), {service, busPath, interface, method}, arguments, answerLimit);
+    }
+
+    struct Method {
+        const char *service, *path, *interface, *name;
+    };
+    static Variant call(GDBusConnection* bus, const Method& method, GVariant* arguments,
+                        int milliseconds) {
         Answer answer;
-        g_dbus_connection_call(bus_.get(), service, busPath, interface, method, arguments, nullptr,
-                               G_DBUS_CALL_FLAGS_NO_AUTO_START, answerLimit, nullptr, Answer::come,
-                               &answer);
-        return Variant(g_dbus_connection_call_finish(bus_.get(), answer.wait(), nullptr));
+        g_dbus_connection_call(bus, method.service, method.path, method.interface, method.name,
+                               arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, milliseconds,
+                               nullptr, Answer::come, &answer);
+        return Variant(g_dbus_connection_call_finish(bus, answer.wait(), nullptr));
     }
 
     bool setEngine(const std::string& name) {
@@ -239,24 +252,43 @@ public:
 
     Delivery commit(std::string_view text) {
         if (focus_ != Focus::here) return Delivery::nothing;
+        bool isTaken = true;
         while (!text.empty()) {
             const auto piece = text::piece(text, longestPiece);
+            const auto moves = caretMoves_;
             g_dbus_connection_emit_signal(engine_.bus(), nullptr, enginePath, engineInterface,
                                           "CommitText", committed(std::string(piece)), nullptr);
             text.remove_prefix(piece.size());
-            // The compositor keeps only the last of the pieces that come before it has time for
-            // them. That the caret has moved says that it had.
-            if (!text.empty())
-                Client::waitWhile([this, moves = caretMoves_] { return caretMoves_ == moves; },
-                                  pieceLimit);
+            isTaken = isGivenToField(moves) && isTaken;
         }
         // The daemon tells of a lost focus before it answers this, if that came first.
-        return engine_.fieldHasFocus() && focus_ == Focus::here ? Delivery::sent
-                                                                : Delivery::uncertain;
+        return isTaken && engine_.fieldHasFocus() && focus_ == Focus::here ? Delivery::sent
+                                                                           : Delivery::uncertain;
     }
 
 private:
     enum class Focus { notYet, here, gone };
+
+    // Whether the field's program has been given a piece, before which the caret had moved that
+    // often. Until then the shell would put another text in its place, whoever sends that. A caret
+    // that moves says so; but the GTK of Debian 13 tells where it was before.
+    bool isGivenToField(int moves) {
+        Client::waitWhile([this, moves] { return focus_ == Focus::here && caretMoves_ == moves; },
+                          caretLimit);
+        return caretMoves_ != moves || (engine_.fieldHasFocus() && shellHasWorked());
+    }
+
+    // The daemon has handed the piece to the shell, which does what it has to do in turn.
+    static bool shellHasWorked() {
+        constexpr auto shell = "org.gnome.Shell";
+        const auto bus = connectToBus(G_BUS_TYPE_SESSION, nullptr);
+        for (int round = 0; bus && round < shellRounds; ++round)
+            if (!Client::call(bus.get(),
+                              {shell, "/org/gnome/Shell", "org.freedesktop.DBus.Properties", "Get"},
+                              g_variant_new("(ss)", shell, "ShellVersion"), shellLimit))
+                return false;
+        return bus != nullptr;
+    }
 
     // The daemon sets no engine at all when one that was registered goes away, whichever is the
     // session's. So the user's is set twice: in time for the next key, and for good.
@@ -295,7 +327,7 @@ private:
     }
 
     static void called(GDBusConnection*, const gchar*, const gchar*, const gchar*,
-                       const gchar* method, GVariant*, GDBusMethodInvocation* invocation,
+                       const gchar* method, GVariant* arguments, GDBusMethodInvocation* invocation,
                        gpointer self) {
         GVariant* answer = nullptr;
         const std::string_view name = method;
@@ -303,9 +335,17 @@ private:
         if (name == "CreateEngine") answer = g_variant_new("(o)", enginePath);
         if (name == "ProcessKeyEvent") answer = g_variant_new("(b)", FALSE);
         if (name.starts_with("FocusIn") && focus == Focus::notYet) focus = Focus::here;
-        if (name == "SetCursorLocation") ++static_cast<Link*>(self)->caretMoves_;
+        if (name == "SetCursorLocation" && isSomewhere(arguments))
+            ++static_cast<Link*>(self)->caretMoves_;
         if (name.starts_with("FocusOut")) focus = Focus::gone;
         g_dbus_method_invocation_return_value(invocation, answer);
+    }
+
+    // GNOME Shell forgets the caret of a field that it leaves.
+    static bool isSomewhere(GVariant* rectangle) {
+        std::int32_t x = 0, y = 0, width = 0, height = 0;
+        g_variant_get(rectangle, "(iiii)", &x, &y, &width, &height);
+        return x || y || width || height;
     }
 
     static GVariant* read(GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar*,
