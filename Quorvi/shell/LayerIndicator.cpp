@@ -33,7 +33,8 @@ LayerIndicator::LayerIndicator(AppModel& model, AppUpdater& updater, Scheduler& 
                [this](int scale) {
                    scale_ = scale;
                    draw();
-               }}) {
+               },
+           .onClosed = [this] { draw(); }}) {
     overlay_.setAttribute(Qt::WA_DontShowOnScreen);
     overlay_.setAttribute(Qt::WA_ShowWithoutActivating);
     overlay_.setAttribute(Qt::WA_TranslucentBackground);

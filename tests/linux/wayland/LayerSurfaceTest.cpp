@@ -1,44 +1,11 @@
 #include "Quorvi/platform/linux/wayland/layershell/LayerSurface.h"
 
-#include <linux/input-event-codes.h>
-#include <wayland-client.h>
-
 #include "Quorvi/platform/linux/posix/LoopScheduler.h"
-#include "Quorvi/platform/linux/wayland/WaylandConnection.h"
-#include "protocols/virtual-pointer.h"
 #include "tests/support/desktop/EditorUser.h"
+#include "tests/support/desktop/Mouse.h"
 
 namespace quorvi::test {
 namespace {
-
-// A mouse, on a connection of its own.
-class Mouse {
-public:
-    Mouse() {
-        auto* manager = connection_.bind<zwlr_virtual_pointer_manager_v1>(
-            zwlr_virtual_pointer_manager_v1_interface, 1);
-        pointer_ = zwlr_virtual_pointer_manager_v1_create_virtual_pointer(manager, nullptr);
-        zwlr_virtual_pointer_manager_v1_destroy(manager);
-        connection_.synchronise();
-    }
-    ~Mouse() { zwlr_virtual_pointer_v1_destroy(pointer_); }
-    Mouse(const Mouse&) = delete;
-    Mouse& operator=(const Mouse&) = delete;
-
-    void click(std::uint32_t x, std::uint32_t y) {
-        for (const auto nudge : {1U, 0U})
-            zwlr_virtual_pointer_v1_motion_absolute(pointer_, 0, x + nudge, y, 1280, 800);
-        for (const auto state : {1U, 0U}) {
-            zwlr_virtual_pointer_v1_button(pointer_, 0, BTN_LEFT, state);
-            zwlr_virtual_pointer_v1_frame(pointer_);
-        }
-        connection_.synchronise();
-    }
-
-private:
-    WaylandConnection connection_;
-    zwlr_virtual_pointer_v1* pointer_;
-};
 
 class LayerSurfaceTest : public testing::Test, protected EditorUser {
 protected:
@@ -63,7 +30,8 @@ protected:
                                   if (event == Event::pressed || event == Event::released)
                                       clicks.push_back(event);
                               },
-                          .onScale = [](int) { ADD_FAILURE(); }}};
+                          .onScale = [](int) { ADD_FAILURE(); },
+                          .onClosed = [] { ADD_FAILURE(); }}};
 };
 
 TEST_F(LayerSurfaceTest, IsSeenAboveTheEditorWhichKeepsTheKeyboardAndTheOtherClicks) {

@@ -22,7 +22,7 @@ class LayerSurface::Session {
 public:
     using OnPointer = std::function<void(PointerEvent, double, double)>;
 
-    Session(int margin, OnPointer onPointer);
+    Session(int margin, OnPointer onPointer, std::function<void()> onClosed);
     ~Session() { hide(); }
 
     bool isUsable() const { return connection.isAlive() && compositor_ && memory_ && shell_; }
@@ -71,6 +71,7 @@ private:
 
     const int margin_;
     const OnPointer onPointer_;
+    const std::function<void()> onClosed_;
     WaylandObject<wl_compositor, wl_compositor_destroy> compositor_;
     WaylandObject<wl_shm, wl_shm_destroy> memory_;
     WaylandObject<zwlr_layer_shell_v1, zwlr_layer_shell_v1_destroy> shell_;
@@ -93,8 +94,11 @@ struct LayerSurface::Session::Listeners {
         self(data).isConfigured_ = true;
         self(data).paint();
     }
-    // Its screen is gone. The next picture goes to another.
-    static void closed(void* data, zwlr_layer_surface_v1*) { self(data).hide(); }
+    // Its screen is gone; if it never had one, there is none.
+    static void closed(void* data, zwlr_layer_surface_v1*) {
+        self(data).hide();
+        if (self(data).isConfigured_) self(data).onClosed_();
+    }
     static constexpr zwlr_layer_surface_v1_listener layer{configure, closed};
 
     static void shown(void* data, wl_callback*, std::uint32_t) {
@@ -152,8 +156,8 @@ struct LayerSurface::Session::Listeners {
     }
 };
 
-LayerSurface::Session::Session(int margin, OnPointer onPointer)
-    : margin_(margin), onPointer_(std::move(onPointer)) {
+LayerSurface::Session::Session(int margin, OnPointer onPointer, std::function<void()> onClosed)
+    : margin_(margin), onPointer_(std::move(onPointer)), onClosed_(std::move(onClosed)) {
     if (!isOffered(connection)) return;
     compositor_.reset(connection.bind<wl_compositor>(wl_compositor_interface, 4));
     memory_.reset(connection.bind<wl_shm>(wl_shm_interface, 1));
@@ -246,9 +250,12 @@ private:
     }
 
     bool connect() {
-        session_.emplace(margin_, [this](PointerEvent event, double x, double y) {
-            post([event, x, y](Events& events) { events.onPointer(event, x, y); });
-        });
+        session_.emplace(
+            margin_,
+            [this](PointerEvent event, double x, double y) {
+                post([event, x, y](Events& events) { events.onPointer(event, x, y); });
+            },
+            [this] { post([](Events& events) { events.onClosed(); }); });
         if (!session_->isUsable()) {
             session_.reset();
             return false;

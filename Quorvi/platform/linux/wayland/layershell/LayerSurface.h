@@ -31,6 +31,8 @@ public:
         std::function<void(PointerEvent event, double x, double y)> onPointer;  // in points
         // A picture of that scale would be as sharp as the screen.
         std::function<void(int scale)> onScale;
+        // Its screen is gone; the next picture is shown on another.
+        std::function<void()> onClosed;
     };
 
     static bool isOffered(const WaylandConnection& connection);
