@@ -94,9 +94,10 @@ TEST_F(RemoteDesktopPosterTest, OutlivesAPortalThatDiesWhileAKeyIsDown) {
     ASSERT_TRUE(prepare());
     portal->dies = true;
     poster->post(PasteKeyboard::pasteEvents(*poster), 1);
-    EXPECT_TRUE(until(scheduler, [&] { return !portal->dies; }));
+    EXPECT_TRUE(until(scheduler, [&] { return !portal->dies && portal->sessions == 0; }))
+        << "the session, and with it the key, has ended";
     EXPECT_EQ(paste(), "unavailable");
-    EXPECT_EQ(portal->keys(), "29+ ") << "the session, and with it the key, has ended";
+    EXPECT_EQ(portal->keys(), "29+ ");
     EXPECT_EQ(poster->state(), State::on);
     portal.emplace();
     portal->remember(contentOf(file));

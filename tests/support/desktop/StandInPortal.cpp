@@ -1,10 +1,13 @@
 #include "tests/support/desktop/StandInPortal.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <string_view>
 #include <utility>
 
 #include "Quorvi/platform/linux/gio/BusConnection.h"
+#include "tests/support/TestFolder.h"
 
 namespace quorvi::test {
 namespace {
@@ -29,14 +32,35 @@ constexpr auto interfaces = R"(<node>
  <method name='NotifyKeyboardKeycode'><arg type='o' direction='in'/><arg type='a{sv}' direction='in'/>
   <arg type='i' direction='in'/><arg type='u' direction='in'/></method>
 </interface>
+<interface name='org.freedesktop.impl.portal.Session'><method name='Close'/></interface>
 <interface name='org.freedesktop.impl.portal.PermissionStore'>
  <method name='List'><arg type='s' direction='in'/><arg type='as' direction='out'/></method>
  <method name='Delete'><arg type='s' direction='in'/><arg type='s' direction='in'/></method>
 </interface></node>)";
 
+constexpr auto session = "/org/freedesktop/portal/desktop/session/one";
+
+void own(GDBusConnection* bus, const char* name) {
+    const GLibHandle<GVariant> owned(g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
+        g_variant_new("(su)", name, 0), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+}
+
+// Of a desktop whose backend has that name.
+void describeDesktop() {
+    static const TestFolder data;
+    std::filesystem::create_directories(data.path() / "xdg-desktop-portal/portals");
+    data.write("xdg-desktop-portal/portals/standin.portal",
+               "[portal]\nDBusName=app.quorvi.StandIn\nUseIn=StandIn\n"
+               "Interfaces=org.freedesktop.impl.portal.RemoteDesktop\n");
+    setenv("XDG_DATA_DIRS", data.path().c_str(), 1);
+    setenv("XDG_CURRENT_DESKTOP", "StandIn", 1);
+}
+
 }  // namespace
 
 StandInPortal::StandInPortal() {
+    describeDesktop();
     ready_.acquire();
 }
 
@@ -72,16 +96,19 @@ void StandInPortal::begin() {
     bus_ = connectToBus(G_BUS_TYPE_SESSION, nullptr);
     static const auto* node = g_dbus_node_info_new_for_xml(interfaces, nullptr);
     static constexpr GDBusInterfaceVTable table{called, nullptr, nullptr, {}};
-    for (auto** interface = node->interfaces; *interface; ++interface)
-        g_dbus_connection_register_object(
-            bus_.get(), std::string_view((*interface)->name).ends_with("Store") ? store : portal,
-            *interface, &table, this, nullptr, nullptr);
-    for (const char* name :
-         {"org.freedesktop.portal.Desktop", "org.freedesktop.impl.portal.PermissionStore"}) {
-        const GLibHandle<GVariant> owned(g_dbus_connection_call_sync(
-            bus_.get(), "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
-            g_variant_new("(su)", name, 0), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    backend_ = connectToBus(G_BUS_TYPE_SESSION, nullptr);
+    for (auto** interface = node->interfaces; *interface; ++interface) {
+        const std::string_view name((*interface)->name);
+        const bool isBackends = name.ends_with(".Session");
+        g_dbus_connection_register_object(isBackends ? backend_.get() : bus_.get(),
+                                          isBackends                ? session
+                                          : name.ends_with("Store") ? store
+                                                                    : portal,
+                                          *interface, &table, this, nullptr, nullptr);
     }
+    own(backend_.get(), "app.quorvi.StandIn");
+    own(bus_.get(), "org.freedesktop.portal.Desktop");
+    own(bus_.get(), "org.freedesktop.impl.portal.PermissionStore");
     // A session ends with its owner's connection.
     g_dbus_connection_signal_subscribe(
         bus_.get(), nullptr, "org.freedesktop.DBus", "NameOwnerChanged", nullptr, nullptr,
@@ -108,6 +135,10 @@ void StandInPortal::called(GDBusConnection*, const char* sender, const char*, co
         self.client_ = sender;
         return g_dbus_method_invocation_return_value(invocation, nullptr);
     }
+    if (named == "Close") {
+        self.sessions = 0;
+        return g_dbus_method_invocation_return_value(invocation, nullptr);
+    }
     if (named == "NotifyKeyboardKeycode") return self.answerKey(arguments, invocation);
     const GLibHandle<GVariant> options(
         g_variant_get_child_value(arguments, g_variant_n_children(arguments) - 1));
@@ -131,7 +162,7 @@ GVariant* StandInPortal::results(const std::string& method, const char* sender, 
         g_variant_builder_add(&values, "{sv}", name, value);
     };
     if (method == "CreateSession") {
-        session_ = std::string(portal) + "/session/one";
+        session_ = session;
         add("session_handle", g_variant_new_string(session_.c_str()));
     } else if (method == "BindShortcuts") {
         ++binds;

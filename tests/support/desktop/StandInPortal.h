@@ -15,7 +15,8 @@ namespace quorvi::test {
 
 // The desktop's portals for shortcuts and for remote desktops, on the session's bus, with the store
 // of what they remember. They answer as GNOME 48's were seen to: a shortcut that is bound with the
-// number 2; a remote desktop whose token is not in the store asks the user.
+// number 2; a remote desktop whose token is not in the store asks the user, and what serves it does
+// not notice that the portal dies.
 class StandInPortal {
 public:
     std::atomic<bool> grants{true};  // the user's answer
@@ -47,14 +48,18 @@ private:
                       std::uint32_t& response);
     void emit(const char* path, const char* interface, const char* signal, GVariant* arguments);
 
-    GLibHandle<GDBusConnection> bus_;
+    GLibHandle<GDBusConnection> bus_, backend_;
     std::string client_, session_, name_, offered_;
     std::mutex mutex_;  // guards what follows
     std::string keys_;
     std::set<std::string> remembered_;
     int tokens_ = 0;
     std::binary_semaphore ready_{0};
-    GLibThread thread_{"portal's", [this] { begin(); }, [this] { bus_.reset(); }};
+    GLibThread thread_{"portal's", [this] { begin(); },
+                       [this] {
+                           bus_.reset();
+                           backend_.reset();
+                       }};
 };
 
 }  // namespace quorvi::test

@@ -23,29 +23,33 @@ bool names(const GLibHandle<char*>& values, const char* wanted) {
     return false;
 }
 
-bool backendHas(const fs::path& path, const char* interface, const GLibHandle<char*>& desktops) {
+// The name of the backend that the file describes, if it has the portal on one of the desktops.
+std::string backendIn(const fs::path& path, const char* interface,
+                      const GLibHandle<char*>& desktops) {
     const GLibHandle<GKeyFile> file(g_key_file_new());
     if (!g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr) ||
         !names(list(file.get(), "Interfaces"), interface))
-        return false;
+        return {};
+    const GLibHandle<char> name(g_key_file_get_string(file.get(), "portal", "DBusName", nullptr));
     const auto usedIn = list(file.get(), "UseIn");
     for (char** desktop = desktops.get(); *desktop; ++desktop)
-        if (names(usedIn, *desktop)) return true;
-    return false;
+        if (name && names(usedIn, *desktop)) return name.get();
+    return {};
 }
 
 }  // namespace
 
-bool desktopHasPortal(const char* interface) {
+std::string portalBackend(const char* interface) {
     const char* variable = std::getenv("XDG_CURRENT_DESKTOP");
     const GLibHandle<char*> desktops(g_strsplit(variable ? variable : "", ":", -1));
     for (const char* const* data = g_get_system_data_dirs(); *data; ++data) {
         std::error_code absent;
         for (const auto& entry :
              fs::directory_iterator(fs::path(*data) / "xdg-desktop-portal/portals", absent))
-            if (backendHas(entry.path(), interface, desktops)) return true;
+            if (auto name = backendIn(entry.path(), interface, desktops); !name.empty())
+                return name;
     }
-    return false;
+    return {};
 }
 
 }  // namespace quorvi

@@ -75,6 +75,12 @@ void PortalConnection::call(const char* interface, const char* method, GVariant*
     bus_.call({service, object, interface, method}, arguments, std::move(answered));
 }
 
+void PortalConnection::closeAtBackend(const std::string& backend, const std::string& session,
+                                      BusClient::Receiver answered) {
+    bus_.call({backend, session, "org.freedesktop.impl.portal.Session", "Close"}, nullptr,
+              std::move(answered));
+}
+
 void PortalConnection::onSignal(const char* interface, const char* name,
                                 BusClient::Receiver received, const std::string& object) {
     bus_.onSignal({service, interface, name, object, {}}, std::move(received));

@@ -37,6 +37,10 @@ public:
     void onSignal(const char* interface, const char* name, BusClient::Receiver received,
                   const std::string& object = path);
 
+    // Ends a session at what serves the portal, which may have outlived it. `answered` as above.
+    void closeAtBackend(const std::string& backend, const std::string& session,
+                        BusClient::Receiver answered);
+
     // A word that no other request or session of this connection has.
     std::string newToken();
 

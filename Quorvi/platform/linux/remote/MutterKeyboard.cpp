@@ -33,10 +33,11 @@ void MutterKeyboard::start() {
     });
 }
 
-void MutterKeyboard::send(std::uint32_t key, bool isDown, std::function<void(bool)> sent) {
-    bus_.call({service, session_, sessions, "NotifyKeyboardKeycode"},
-              g_variant_new("(ub)", key, static_cast<gboolean>(isDown)),
-              [sent = std::move(sent)](GVariant* answer) { sent(answer != nullptr); });
+void MutterKeyboard::send(std::uint32_t key, bool isDown, std::function<void()> sent) {
+    bus_.call(
+        {service, session_, sessions, "NotifyKeyboardKeycode"},
+        g_variant_new("(ub)", key, static_cast<gboolean>(isDown)),
+        [this, sent = std::move(sent)](GVariant* answer) { answer ? sent() : sinks_.lost(); });
 }
 
 }  // namespace quorvi

@@ -12,7 +12,7 @@ public:
         : sinks_(std::move(sinks)),
           bus_(BusClient::Bus::session, [this](BusClient&) { create(); }) {}
 
-    void send(std::uint32_t key, bool isDown, std::function<void(bool)> sent) override;
+    void send(std::uint32_t key, bool isDown, std::function<void()> sent) override;
 
 private:
     void create();

@@ -2,6 +2,10 @@
 
 #include <gio/gio.h>
 
+#include <utility>
+
+#include "Quorvi/platform/linux/portal/PortalBackends.h"
+
 namespace quorvi {
 namespace {
 
@@ -10,6 +14,14 @@ constexpr std::uint32_t keyboard = 1;      // of the devices
 constexpr std::uint32_t untilRevoked = 2;  // how long the portal remembers
 
 }  // namespace
+
+// The portal may have died. What serves it does not notice, and the keys would stay down.
+void PortalKeyboard::fail() {
+    if (std::exchange(hasFailed_, true)) return;
+    const auto backend = portalBackend("org.freedesktop.impl.portal.RemoteDesktop");
+    if (session_.empty() || backend.empty()) return sinks_.lost();
+    portal_.closeAtBackend(backend, session_, [this](GVariant*) { sinks_.lost(); });
+}
 
 void PortalKeyboard::create() {
     portal_.request(remote, "CreateSession", {},
@@ -22,7 +34,7 @@ void PortalKeyboard::create() {
                         session_ = session;
                         portal_.onSignal(
                             "org.freedesktop.portal.Session", "Closed",
-                            [this](GVariant*) { sinks_.lost(); }, session_);
+                            [this](GVariant*) { fail(); }, session_);
                         select();
                     });
 }
@@ -34,7 +46,7 @@ void PortalKeyboard::select() {
         options.emplace_back("restore_token", g_variant_new_string(token_.c_str()));
     portal_.request(
         remote, "SelectDevices", {g_variant_new_object_path(session_.c_str())}, options,
-        [this](std::uint32_t response, GVariant*) { response == 0 ? start() : sinks_.lost(); });
+        [this](std::uint32_t response, GVariant*) { response == 0 ? start() : fail(); });
 }
 
 void PortalKeyboard::start() {
@@ -54,11 +66,11 @@ void PortalKeyboard::start() {
                     });
 }
 
-void PortalKeyboard::send(std::uint32_t key, bool isDown, std::function<void(bool)> sent) {
+void PortalKeyboard::send(std::uint32_t key, bool isDown, std::function<void()> sent) {
     portal_.call(remote, "NotifyKeyboardKeycode",
                  g_variant_new("(oa{sv}iu)", session_.c_str(), nullptr, static_cast<int>(key),
                                isDown ? 1U : 0U),
-                 [sent = std::move(sent)](GVariant* answer) { sent(answer != nullptr); });
+                 [this, sent = std::move(sent)](GVariant* answer) { answer ? sent() : fail(); });
 }
 
 }  // namespace quorvi

@@ -12,18 +12,20 @@ public:
     PortalKeyboard(std::string token, Sinks sinks)
         : token_(std::move(token)),
           sinks_(std::move(sinks)),
-          portal_([this](PortalConnection&) { create(); }, [this] { sinks_.lost(); }) {}
+          portal_([this](PortalConnection&) { create(); }, [this] { fail(); }) {}
 
-    void send(std::uint32_t key, bool isDown, std::function<void(bool)> sent) override;
+    void send(std::uint32_t key, bool isDown, std::function<void()> sent) override;
 
 private:
     void create();
     void select();
     void start();
+    void fail();
 
     const std::string token_;
     const Sinks sinks_;
     std::string session_;
+    bool hasFailed_ = false;
     PortalConnection portal_;
 };
 

@@ -145,8 +145,7 @@ private:
     void send(std::vector<Step> steps, std::size_t at) {
         if (at == steps.size()) return close();
         const auto [key, isDown] = steps[at];
-        keyboard_->send(key, isDown, [this, steps = std::move(steps), at](bool isTaken) {
-            if (!isTaken) return lost();
+        keyboard_->send(key, isDown, [this, steps = std::move(steps), at] {
             after(gap, [this, steps, at] { send(steps, at + 1); });
         });
     }

@@ -20,8 +20,9 @@ public:
 
     virtual ~RemoteKeyboard() = default;
 
-    // A key as Linux counts them. `sent` is told whether the desktop has taken it.
-    virtual void send(std::uint32_t key, bool isDown, std::function<void(bool)> sent) = 0;
+    // A key as Linux counts them. `sent` is called when the desktop has taken it; if it does not,
+    // the session is lost.
+    virtual void send(std::uint32_t key, bool isDown, std::function<void()> sent) = 0;
 };
 
 }  // namespace quorvi
