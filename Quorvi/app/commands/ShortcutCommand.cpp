@@ -1,8 +1,10 @@
 #include "Quorvi/app/commands/ShortcutCommand.h"
 
 #include <QCoreApplication>
+#include <chrono>
 #include <cstdio>
 #include <string>
+#include <thread>
 
 #include "Quorvi/app/commands/StoredPreferences.h"
 #include "Quorvi/platform/linux/gnome/CustomShortcutSettings.h"
@@ -20,6 +22,14 @@ namespace {
 int complain(const std::string& problem) {
     std::fprintf(stderr, "quorvi: %s\n", problem.c_str());
     return 1;
+}
+
+// Whether no Quorvi is running. The bus may notice a moment later than others that one was killed.
+bool hasEnded() {
+    constexpr int checks = 50;
+    for (int i = 0; i < checks && isRunning(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    return !isRunning();
 }
 
 // Quorvi, which binds the key while it runs, notices by itself.
@@ -55,7 +65,7 @@ std::optional<int> runShortcutCommand(const std::vector<std::string_view>& argum
     const auto action = arguments.size() == 2 ? arguments[1] : std::string_view();
     if (action != "install" && action != "remove" && action != "release")
         return complain("shortcut takes install or remove (see quorvi --help)") + 1;
-    if (action == "release" && !isRunning()) removeKdeShortcuts();
+    if (action == "release" && hasEnded()) removeKdeShortcuts();
     if (!CustomShortcutSettings::areThere())
         return complain("This desktop has no custom shortcuts that Quorvi knows.");
     int count = 0;
