@@ -15,6 +15,7 @@ public:
         bool isOffered = true;         // the desktop has shortcuts for programs
         bool hasRelease = true;        // the desktop tells when the key goes up
         bool hasLoneModifiers = true;  // a modifier alone can be the shortcut
+        bool hasEscape = true;         // Escape cancels
         bool isInForce = true;         // the desktop holds the key for Quorvi
         // What else the desktop uses the key for, in its own words; empty if unknown.
         std::string takenBy;

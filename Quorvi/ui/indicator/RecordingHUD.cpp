@@ -178,6 +178,7 @@ void RecordingHUD::showElapsed() {
 }
 
 void RecordingHUD::showButtons() {
+    hint_->setVisible(values_.hasEscape);
     copy_->setVisible(static_cast<bool>(values_.onCopy));
     retry_->setVisible(static_cast<bool>(values_.onRetry));
     const bool offersUpdate = values_.onUpdate && values_.updateVersion;

@@ -25,6 +25,7 @@ public:
         double elapsed = 0;  // seconds
         double level = 0;    // 0 to 1
         RecordingTheme theme = RecordingTheme::glass;
+        bool hasEscape = true;          // Escape cancels
         std::function<void()> onCopy;   // empty: no copy button
         std::function<void()> onRetry;  // empty: no button for another try
         std::optional<QString> updateVersion;

@@ -15,7 +15,8 @@ RecordingHUD::Values RecordingOverlay::current() {
                   .message = shown(model_.message()),
                   .elapsed = model_.elapsed(),
                   .level = model_.level(),
-                  .theme = model_.recordingTheme()};
+                  .theme = model_.recordingTheme(),
+                  .hasEscape = model_.shortcutChoice().desktop().hasEscape};
     if (model_.canCopyFromOverlay() && !model_.lastTranscript().empty())
         values.onCopy = [this] { model_.copyTranscript(); };
     if (model_.canRetryFromOverlay()) values.onRetry = [this] { model_.retry(); };

@@ -32,12 +32,19 @@ DictationSettings::DictationSettings(AppModel& model)
 
 void DictationSettings::addShortcut() {
     const auto& choice = model_.shortcutChoice();
-    content().addWidget(secondaryText(
-        choice.desktop().hasLoneModifiers
-            ? tr("Press and release Left or Right Control, Right Option, or a function key. You "
-                 "can also use a key with ⌘ / ⌃ / ⌥. Esc cancels.")
-            : tr("Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone "
-                 "modifiers. Esc cancels.")));
+    const auto desktop = choice.desktop();
+    auto explanation =
+        tr("Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone modifiers. "
+           "“quorvi cancel” cancels.");
+    if (desktop.hasLoneModifiers)
+        explanation =
+            tr("Press and release Left or Right Control, Right Option, or a function key. You can "
+               "also use a key with ⌘ / ⌃ / ⌥. Esc cancels.");
+    else if (desktop.hasEscape)
+        explanation =
+            tr("Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone "
+               "modifiers. Esc cancels.");
+    content().addWidget(secondaryText(explanation));
     shortcut_ = button({});
     auto* menu = new QMenu(shortcut_);
     for (const auto& proposal : choice.proposals())
@@ -57,7 +64,7 @@ void DictationSettings::addShortcut() {
     content().addWidget(capture_);
     problem_ = bodyText();
     content().addWidget(problem_);
-    if (choice.desktop().needsListing) addListing();
+    if (desktop.needsListing) addListing();
     content().addWidget(captionText(
         tr("Choose a shortcut that no other dictation app, and no other application, uses "
            "already. Function keys may require Fn.")));

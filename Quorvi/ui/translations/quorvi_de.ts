@@ -465,6 +465,10 @@
         <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
         <translation>Quorvi bleibt als Symbol in deiner Leiste. Esc bricht ein Diktat ab.</translation>
     </message>
+    <message>
+        <source>Quorvi stays in your menu bar. “quorvi cancel” cancels a dictation.</source>
+        <translation>Quorvi bleibt als Symbol in deiner Leiste. „quorvi cancel“ bricht ein Diktat ab.</translation>
+    </message>
 </context>
 <context>
     <name>DictationSettings</name>
@@ -559,6 +563,10 @@
     <message>
         <source>The desktop runs a small program of Quorvi when you press the shortcut. You find it among the custom shortcuts in the desktop&apos;s settings while Quorvi runs. Switched off, nothing of it stays there.</source>
         <translation>Die Arbeitsumgebung startet ein kleines Programm von Quorvi, wenn du den Kurzbefehl drückst. Du findest ihn unter den eigenen Tastenkürzeln in ihren Einstellungen, solange Quorvi läuft. Ausgeschaltet bleibt dort nichts davon.</translation>
+    </message>
+    <message>
+        <source>Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone modifiers. “quorvi cancel” cancels.</source>
+        <translation>Nimm eine Funktionstaste oder eine Taste mit Strg, Alt oder Super. Diese Arbeitsumgebung meldet keine einzelnen Umschalttasten. „quorvi cancel“ bricht ab.</translation>
     </message>
 </context>
 <context>
@@ -1951,7 +1959,7 @@
     </message>
     <message>
         <source>This desktop has no shortcuts for programs. In its settings or configuration, bind a key to the command “quorvi toggle”, and another to “quorvi cancel”.</source>
-        <translation>Dieser Desktop hat keine Kurzbefehle für Programme. Belege in seinen Einstellungen oder seiner Konfiguration eine Taste mit dem Befehl „quorvi toggle“ und eine mit „quorvi cancel“.</translation>
+        <translation>Diese Arbeitsumgebung hat keine Kurzbefehle für Programme. Belege in ihren Einstellungen oder ihrer Konfiguration eine Taste mit dem Befehl „quorvi toggle“ und eine mit „quorvi cancel“.</translation>
     </message>
     <message>
         <source>Quorvi presses no keys here until you allow it: “Press keys to paste” in Settings, under “This desktop”.</source>

@@ -465,6 +465,10 @@
         <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
         <translation>Το Quorvi μένει στην περιοχή ειδοποιήσεων. Πάτησε Esc για να ακυρώσεις μια υπαγόρευση.</translation>
     </message>
+    <message>
+        <source>Quorvi stays in your menu bar. “quorvi cancel” cancels a dictation.</source>
+        <translation>Το Quorvi μένει στην περιοχή ειδοποιήσεων. Η εντολή «quorvi cancel» ακυρώνει μια υπαγόρευση.</translation>
+    </message>
 </context>
 <context>
     <name>DictationSettings</name>
@@ -559,6 +563,10 @@
     <message>
         <source>The desktop runs a small program of Quorvi when you press the shortcut. You find it among the custom shortcuts in the desktop&apos;s settings while Quorvi runs. Switched off, nothing of it stays there.</source>
         <translation>Η επιφάνεια εργασίας εκτελεί ένα μικρό πρόγραμμα του Quorvi όταν πατάς τη συντόμευση. Τη βρίσκεις στις προσαρμοσμένες συντομεύσεις των ρυθμίσεών της όσο εκτελείται το Quorvi. Αν το απενεργοποιήσεις, δεν μένει τίποτα εκεί.</translation>
+    </message>
+    <message>
+        <source>Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone modifiers. “quorvi cancel” cancels.</source>
+        <translation>Χρησιμοποίησε ένα πλήκτρο λειτουργίας ή ένα πλήκτρο με Ctrl, Alt ή Super. Αυτή η επιφάνεια εργασίας δεν αναφέρει μεμονωμένα πλήκτρα τροποποίησης. Η εντολή «quorvi cancel» ακυρώνει.</translation>
     </message>
 </context>
 <context>
@@ -1951,7 +1959,7 @@
     </message>
     <message>
         <source>This desktop has no shortcuts for programs. In its settings or configuration, bind a key to the command “quorvi toggle”, and another to “quorvi cancel”.</source>
-        <translation>Αυτό το περιβάλλον δεν έχει συντομεύσεις για προγράμματα. Στις ρυθμίσεις ή στη διαμόρφωσή του όρισε ένα πλήκτρο για την εντολή «quorvi toggle» και ένα για την «quorvi cancel».</translation>
+        <translation>Αυτή η επιφάνεια εργασίας δεν έχει συντομεύσεις για προγράμματα. Στις ρυθμίσεις ή στη διαμόρφωσή της όρισε ένα πλήκτρο για την εντολή «quorvi toggle» και ένα για την «quorvi cancel».</translation>
     </message>
     <message>
         <source>Quorvi presses no keys here until you allow it: “Press keys to paste” in Settings, under “This desktop”.</source>

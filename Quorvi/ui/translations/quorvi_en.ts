@@ -465,6 +465,10 @@
         <source>Quorvi stays in your menu bar. Press Esc to cancel a dictation.</source>
         <translation>Quorvi stays in your tray. Press Esc to cancel a dictation.</translation>
     </message>
+    <message>
+        <source>Quorvi stays in your menu bar. “quorvi cancel” cancels a dictation.</source>
+        <translation>Quorvi stays in your tray. “quorvi cancel” cancels a dictation.</translation>
+    </message>
 </context>
 <context>
     <name>DictationSettings</name>
@@ -559,6 +563,10 @@
     <message>
         <source>The desktop runs a small program of Quorvi when you press the shortcut. You find it among the custom shortcuts in the desktop&apos;s settings while Quorvi runs. Switched off, nothing of it stays there.</source>
         <translation>The desktop runs a small program of Quorvi when you press the shortcut. You find it among the custom shortcuts in the desktop&apos;s settings while Quorvi runs. Switched off, nothing of it stays there.</translation>
+    </message>
+    <message>
+        <source>Use a function key, or a key with ⌘ / ⌃ / ⌥. This desktop reports no lone modifiers. “quorvi cancel” cancels.</source>
+        <translation>Use a function key, or a key with Ctrl, Alt or Super. This desktop reports no lone modifiers. “quorvi cancel” cancels.</translation>
     </message>
 </context>
 <context>

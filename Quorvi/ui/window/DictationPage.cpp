@@ -1,5 +1,6 @@
 #include "Quorvi/ui/window/DictationPage.h"
 
+#include "Quorvi/dictation/AppModel.h"
 #include "Quorvi/ui/window/SetupCard.h"
 #include "Quorvi/ui/window/StatusCard.h"
 #include "Quorvi/ui/window/TranscriptCard.h"
@@ -9,7 +10,9 @@ namespace quorvi {
 
 DictationPage::DictationPage(const WindowServices& services)
     : Page({}, tr("Speak in your language."),
-           tr("Quorvi stays in your menu bar. Press Esc to cancel a dictation.")) {
+           services.model.shortcutChoice().desktop().hasEscape
+               ? tr("Quorvi stays in your menu bar. Press Esc to cancel a dictation.")
+               : tr("Quorvi stays in your menu bar. “quorvi cancel” cancels a dictation.")) {
     add(new SetupCard(services.model, services.scheduler));
     add(new StatusCard(services.model));
     add(new TranscriptCard(services.model, services.corrections));

@@ -12,6 +12,8 @@ TEST(RecordingHUD, ShowsWhatBelongsToEachStage) {
     const std::pair<RecordingHUD::Values, const char*> rows[] = {
         {{.stage = DictationStage::recording, .message = words, .elapsed = 65},
          "Listening… | 1:05 | Words | Esc to cancel"},
+        {{.stage = DictationStage::recording, .message = words, .hasEscape = false},
+         "Listening… | 0:00 | Words"},
         {{.stage = DictationStage::learned, .message = words}, "Correction saved | Words"},
         {{.stage = DictationStage::clipboard, .onCopy = [] {}},
          "Ready to paste | [Copy transcript]"},

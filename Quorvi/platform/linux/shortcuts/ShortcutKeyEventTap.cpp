@@ -70,6 +70,7 @@ DesktopShortcut::State ShortcutKeyEventTap::state() const {
     return {.isOffered = support.isOffered,
             .hasRelease = support.release,
             .hasLoneModifiers = support.loneModifiers,
+            .hasEscape = support.escape,
             .isInForce = source_->isBound(),
             .takenBy = source_->takenBy(),
             .needsListing = support.needsListing,
