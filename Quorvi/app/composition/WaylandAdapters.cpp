@@ -1,5 +1,6 @@
 #include "Quorvi/app/composition/WaylandAdapters.h"
 
+#include <chrono>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -12,6 +13,7 @@
 #include "Quorvi/platform/linux/keyboard/NoKeyEventPoster.h"
 #include "Quorvi/platform/linux/portal/PortalShortcuts.h"
 #include "Quorvi/platform/linux/remote/RemoteDesktopPoster.h"
+#include "Quorvi/platform/linux/remote/RemoteDesktopProbe.h"
 #include "Quorvi/platform/linux/shortcuts/NoShortcuts.h"
 #include "Quorvi/platform/linux/shortcuts/ShortcutKeyEventTap.h"
 #include "Quorvi/platform/linux/wayland/clipboard/DataControlPasteboard.h"
@@ -24,6 +26,11 @@
 #include "Quorvi/platform/linux/x11/clipboard/X11Pasteboard.h"
 
 namespace quorvi {
+namespace {
+
+constexpr Duration portalStart = std::chrono::seconds(3);
+
+}  // namespace
 
 WaylandAdapters::WaylandAdapters(const DesktopCapabilities& capabilities, Scheduler& scheduler,
                                  std::string clipboardKeeper, std::function<void()> tapChanged)
@@ -88,7 +95,12 @@ void WaylandAdapters::makePoster() {
     } else if (capabilities_.hasRemoteDesktop || capabilities_.hasMutterRemoteDesktop) {
         using Way = RemoteDesktopPoster::Way;
         auto remote = std::make_unique<RemoteDesktopPoster>(
-            scheduler_, capabilities_.hasRemoteDesktop ? Way::portal : Way::mutter,
+            scheduler_,
+            [isKnown = capabilities_.hasRemoteDesktop] {
+                // A portal that is still being started has not answered the probe.
+                return isKnown || hasRememberingRemoteDesktop(portalStart) ? Way::portal
+                                                                           : Way::mutter;
+            },
             keyConsentFile(), frontmostClass_);
         keyConsent_ = remote.get();
         poster = std::move(remote);

@@ -23,7 +23,7 @@ protected:
 
     void restart(Way way = Way::portal) {
         poster.reset();
-        poster.emplace(scheduler, way, file, [this] { return program; });
+        poster.emplace(scheduler, [way] { return way; }, file, [this] { return program; });
     }
     bool becomes(State state) {
         return until(scheduler, [&] { return poster->state() == state; });

@@ -40,10 +40,17 @@ constexpr auto interfaces = R"(<node>
 
 constexpr auto session = "/org/freedesktop/portal/desktop/session/one";
 
+// Waits until the one of an earlier test has left.
 void own(GDBusConnection* bus, const char* name) {
-    const GLibHandle<GVariant> owned(g_dbus_connection_call_sync(
-        bus, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
-        g_variant_new("(su)", name, 0), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    constexpr guint32 notQueued = 4, owner = 1;
+    guint32 become = 0;
+    while (become != owner) {
+        const GLibHandle<GVariant> answer(
+            g_dbus_connection_call_sync(bus, "org.freedesktop.DBus", "/", "org.freedesktop.DBus",
+                                        "RequestName", g_variant_new("(su)", name, notQueued),
+                                        nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+        g_variant_get(answer.get(), "(u)", &become);
+    }
 }
 
 // Of a desktop whose backend has that name.

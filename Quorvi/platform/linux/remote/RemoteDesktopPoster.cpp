@@ -48,20 +48,21 @@ std::vector<Step> stepsOf(const ChordKeys& keys) {
 class RemoteDesktopPoster::Worker {
 public:
     // `told` is called on this thread.
-    Worker(Way way, std::filesystem::path file, std::function<void(State)> told)
-        : way_(way), consent_(std::move(file), way == Way::portal), told_(std::move(told)) {}
+    Worker(std::function<Way()> findWay, std::filesystem::path file,
+           std::function<void(State)> told)
+        : findWay_(std::move(findWay)), file_(std::move(file)), told_(std::move(told)) {}
 
     void setWanted(bool wanted) {
         thread_.invoke([this, wanted] {
             close();
             if (!wanted) {
-                consent_.forget();
+                consent_->forget();
                 return told_(State::off);
             }
-            if (way_ == Way::mutter) return told_(consent_.keep({}) ? State::on : State::refused);
+            if (way_ == Way::mutter) return told_(consent_->keep({}) ? State::on : State::refused);
             told_(State::asking);
             connect({}, [this](bool isOpen) {
-                told_(isOpen && consent_.token() ? State::on : State::refused);
+                told_(isOpen && consent_->token() ? State::on : State::refused);
                 closeAfter(Duration::zero());
             });
         });
@@ -71,7 +72,7 @@ public:
     void open(std::function<void(bool)> opened) {
         thread_.invoke([this, opened = std::move(opened)] {
             close();
-            const auto token = consent_.token();
+            const auto token = consent_->token();
             if (!isStillGiven(token)) return opened(false);
             connect(*token, opened);
             after(openingLimit, [this] { giveUpOpening(); });
@@ -90,14 +91,18 @@ public:
     }
 
 private:
-    void begin() { told_(consent_.token() ? State::on : State::off); }
+    void begin() {
+        way_ = findWay_();
+        consent_.emplace(file_, way_ == Way::portal);
+        told_(consent_->token() ? State::on : State::off);
+    }
 
     // The user may have taken it back in the desktop's settings.
     bool isStillGiven(const std::optional<std::string>& token) {
         if (token && way_ == Way::mutter) return true;
         const auto isRemembered = token ? KeptKeyConsent::isRemembered(*token) : false;
         if (isRemembered == false) {
-            consent_.forget();
+            consent_->forget();
             told_(State::refused);
         }
         return isRemembered.value_or(false);
@@ -128,7 +133,7 @@ private:
 
     void opened(const std::string& token) {
         isOpen_ = true;
-        if (way_ == Way::portal && token != consent_.token()) consent_.keep(token);
+        if (way_ == Way::portal && token != consent_->token()) consent_->keep(token);
         answer(true);
     }
 
@@ -169,9 +174,11 @@ private:
             delay);
     }
 
-    const Way way_;
-    const KeptKeyConsent consent_;
+    const std::function<Way()> findWay_;
+    const std::filesystem::path file_;
     const std::function<void(State)> told_;
+    Way way_ = Way::portal;
+    std::optional<KeptKeyConsent> consent_;
     std::unique_ptr<RemoteKeyboard> keyboard_;
     std::function<void(bool)> answered_;
     KeymapText layout_;
@@ -180,7 +187,7 @@ private:
     GLibThread thread_{"remote-keys", [this] { begin(); }, [this] { keyboard_.reset(); }};
 };
 
-RemoteDesktopPoster::RemoteDesktopPoster(Scheduler& scheduler, Way way,
+RemoteDesktopPoster::RemoteDesktopPoster(Scheduler& scheduler, std::function<Way()> findWay,
                                          std::filesystem::path consent,
                                          std::function<std::string()> activeClass)
     : ChordPoster(std::move(activeClass)), scheduler_(scheduler) {
@@ -188,9 +195,9 @@ RemoteDesktopPoster::RemoteDesktopPoster(Scheduler& scheduler, Way way,
         state_ = state;
         changes_.notify();
     });
-    worker_ = std::make_unique<Worker>(way, std::move(consent), [&scheduler, enter](State state) {
-        scheduler.post([enter, state] { enter(state); });
-    });
+    worker_ = std::make_unique<Worker>(
+        std::move(findWay), std::move(consent),
+        [&scheduler, enter](State state) { scheduler.post([enter, state] { enter(state); }); });
 }
 
 RemoteDesktopPoster::~RemoteDesktopPoster() = default;

@@ -21,9 +21,10 @@ public:
         mutter,  // asks nothing
     };
 
-    // `consent` is the file that keeps the user's leave.
-    RemoteDesktopPoster(Scheduler& scheduler, Way way, std::filesystem::path consent,
-                        std::function<std::string()> activeClass);
+    // `findWay` is called once, on a thread where it may wait. `consent` is the file that keeps the
+    // user's leave.
+    RemoteDesktopPoster(Scheduler& scheduler, std::function<Way()> findWay,
+                        std::filesystem::path consent, std::function<std::string()> activeClass);
     ~RemoteDesktopPoster() override;
 
     bool isAvailable() const override { return state_ == State::on && !hasFailed_; }

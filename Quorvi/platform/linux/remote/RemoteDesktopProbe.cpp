@@ -8,28 +8,31 @@
 namespace quorvi {
 namespace {
 
-constexpr int patience = 500;  // milliseconds
+constexpr auto busPatience = std::chrono::milliseconds(500);
 // The first with tokens; before, each session is a question.
 constexpr std::uint32_t firstWithTokens = 2;
 
 GLibHandle<GVariant> ask(const char* service, const char* path, const char* interface,
-                         const char* method, GVariant* arguments, const char* answer) {
+                         const char* method, GVariant* arguments, const char* answer,
+                         Duration patience) {
     const GLibHandle<GVariant> owned(g_variant_ref_sink(arguments));
     const auto bus = connectToBus(G_BUS_TYPE_SESSION, nullptr);
     if (!bus) return nullptr;
     return GLibHandle<GVariant>(g_dbus_connection_call_sync(
         bus.get(), service, path, interface, method, owned.get(), G_VARIANT_TYPE(answer),
-        G_DBUS_CALL_FLAGS_NONE, patience, nullptr, nullptr));
+        G_DBUS_CALL_FLAGS_NONE,
+        static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(patience).count()), nullptr,
+        nullptr));
 }
 
 }  // namespace
 
-bool hasRememberingRemoteDesktop() {
+bool hasRememberingRemoteDesktop(Duration patience) {
     if (!desktopHasPortal("org.freedesktop.impl.portal.RemoteDesktop")) return false;
-    const auto answer =
-        ask("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
-            "org.freedesktop.DBus.Properties", "Get",
-            g_variant_new("(ss)", "org.freedesktop.portal.RemoteDesktop", "version"), "(v)");
+    const auto answer = ask(
+        "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+        "org.freedesktop.DBus.Properties", "Get",
+        g_variant_new("(ss)", "org.freedesktop.portal.RemoteDesktop", "version"), "(v)", patience);
     if (!answer) return false;
     const GLibHandle<GVariant> boxed(g_variant_get_child_value(answer.get(), 0));
     const GLibHandle<GVariant> version(g_variant_get_variant(boxed.get()));
@@ -40,7 +43,7 @@ bool hasRememberingRemoteDesktop() {
 bool hasMutterRemoteDesktop() {
     const auto answer =
         ask("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
-            g_variant_new("(s)", "org.gnome.Mutter.RemoteDesktop"), "(b)");
+            g_variant_new("(s)", "org.gnome.Mutter.RemoteDesktop"), "(b)", busPatience);
     gboolean isOwned = FALSE;
     if (answer) g_variant_get(answer.get(), "(b)", &isOwned);
     return isOwned != FALSE;
