@@ -60,7 +60,7 @@ protected:
     // Answers the desktop's question as the user does.
     static void grant() {
         EXPECT_TRUE(eventually([] {
-            const auto dialog = shell("pgrep -f global-shortcuts-provider");
+            const auto dialog = shell("pgrep -u $(id -u) -f [g]lobal-shortcuts-provider");
             return !dialog.empty() && R(std::stoi(dialog)).press(R::pushButton, "Add");
         }));
     }
