@@ -56,12 +56,8 @@ TEST_F(HoldOnSway, AKilledProgramLeavesTheKeyboardAtOnceAndTheNextOneDictates) {
     expectDictation("typed");
 }
 
-// The second one, see SwayShortcuts.
 TEST_F(HoldOnSway, AReloadWhileHoldingLeavesTheShortcut) {
     start();
-    pressAndListen();
-    expectDictation();
-    user.chord({key::leftControl}, key::a);
     pressAndListen();
     shell("swaymsg reload");
     expectDictation();

@@ -22,8 +22,6 @@ constexpr auto longestHold = 200s;
 // How long a stopped process keeps it, and how often a running one says that it runs.
 constexpr auto longestStop = 2s;
 constexpr auto signOfLife = 500ms;
-// A hold that ends sooner was a tap, whose release may come before this program has the keyboard.
-constexpr auto longestTap = 400ms;
 // How many presses of one key without a release sway tells apart.
 constexpr int mostPresses = 32;
 constexpr std::uint32_t evdevOffset = 8;
@@ -96,8 +94,7 @@ bool SwayShortcuts::begin() {
 void SwayShortcuts::lookForInputMethod() {
     auto* session = input_.session();
     if (!session->connection.synchronise(patience) || !session->method.isUnavailable()) return;
-    hasRival_ = true;
-    bindReleases(true);
+    if (!std::exchange(hasRival_, true)) setReleases(bound_, true);
 }
 
 void SwayShortcuts::end() {
@@ -152,7 +149,7 @@ void SwayShortcuts::setBindings(const std::vector<SwallowedKey>& keys, bool isSe
                           : "unbindcode " + name + ';';
     }
     run(commands);
-    if (bindsReleases_) setReleases(keys, isSet);
+    if (hasRival_) setReleases(keys, isSet);
 }
 
 void SwayShortcuts::setReleases(const std::vector<SwallowedKey>& keys, bool isSet) {
@@ -167,13 +164,6 @@ void SwayShortcuts::setReleases(const std::vector<SwallowedKey>& keys, bool isSe
 
 void SwayShortcuts::run(const std::string& commands) {
     if (!commands.empty() && commands_) commands_->ask(SwaySocket::Message::command, commands);
-}
-
-// Not to be ended while a key of theirs may be held.
-void SwayShortcuts::bindReleases(bool isBound) {
-    if (isBound == bindsReleases_ || (hasRival_ && !isBound)) return;
-    bindsReleases_ = isBound;
-    setReleases(bound_, isBound);
 }
 
 bool SwayShortcuts::processEvents() {
@@ -219,12 +209,8 @@ void SwayShortcuts::pressed(KeyCode keyCode) {
         report(keyCode, false);
         return;
     }
-    if (held_) {  // It went up before this program had the keyboard.
-        released();
-        bindReleases(true);
-    }
+    if (held_) released();  // before this program had the keyboard
     held_ = *found;
-    heldSince_ = Clock::now();
     isTold_ = false;
     takeKeyboard();
     tellPress();
@@ -238,8 +224,6 @@ void SwayShortcuts::tellPress() {
 void SwayShortcuts::released() {
     const auto keyCode = std::exchange(held_, std::nullopt)->keyCode;
     report(keyCode, false);
-    expectsTap_ = Clock::now() - heldSince_ < longestTap;
-    if (expectsTap_) bindReleases(true);
     leaveKeyboard();
 }
 
@@ -282,7 +266,7 @@ void SwayShortcuts::limitStop() {
 void SwayShortcuts::leaveKeyboard() {
     if (!hasKeyboard_) return;
     isLeaving_ = true;
-    lastKey_ = Clock::now();
+    lastKey_ = std::chrono::steady_clock::now();
     giveBackWhenQuiet();
 }
 
@@ -293,11 +277,11 @@ void SwayShortcuts::giveBackWhenQuiet() {
         // Keys that have arrived and were not looked at yet count, too.
         if (session) session->connection.synchronise(patience);
         if (!self->isLeaving_) return;
-        if (session && (Clock::now() - self->lastKey_ < quietTime || !session->method.isQuiet()))
+        if (session && (std::chrono::steady_clock::now() - self->lastKey_ < quietTime ||
+                        !session->method.isQuiet()))
             return self->giveBackWhenQuiet();
         self->giveKeyboardBack();
         self->applyWanted();
-        self->bindReleases(self->expectsTap_);
     };
     input_.run(look, quietTime);
 }
@@ -318,7 +302,7 @@ void SwayShortcuts::giveKeyboardBack() {
 
 // Returns whether the key is kept from the focused window.
 bool SwayShortcuts::handleKey(std::uint32_t key, bool isDown) {
-    lastKey_ = Clock::now();
+    lastKey_ = std::chrono::steady_clock::now();
     tellPress();
     const auto position = key + evdevOffset;
     if (position > 255) return false;

@@ -22,10 +22,9 @@ namespace quorvi {
 // in nobody's configuration, say that one goes down. From then until it has gone up, this program
 // has the keyboard: it sees the release, Escape and every other key, and lets the others pass.
 // Where another input method has the seat, the release comes from a second binding, which sway
-// forgets when a further key goes down meanwhile: then it is told at the next press. So does the
-// release of a tap, which may be over before this program has the keyboard: a hold is taken to be
-// like the last one, and the first to be a tap. Not always, since sway (1.7, 1.10) crashes if such
-// a binding goes while its key is held, as at a reload.
+// forgets when a further key goes down meanwhile: then it is told at the next press. So is that of
+// a tap that is over before this program has the keyboard. A second binding would tell it at once,
+// but sway (1.7, 1.10) crashes if such a binding goes while its key is held, as at a reload.
 // A stopped process would keep the keyboard, so the kernel continues this one then.
 class SwayShortcuts : public std::enable_shared_from_this<SwayShortcuts> {
 public:
@@ -43,15 +42,12 @@ public:
     bool keyIsDown(KeyCode keyCode) const;
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     bool processEvents();
     void handle(SwaySocket::Message message, const std::string& payload);
     void applyWanted();
     bool belongsToUser(const SwallowedKey& key);
     void setBindings(const std::vector<SwallowedKey>& keys, bool isSet);
     void setReleases(const std::vector<SwallowedKey>& keys, bool isSet);
-    void bindReleases(bool isBound);
     void run(const std::string& commands);
     void pressed(KeyCode keyCode);
     void released();
@@ -76,16 +72,13 @@ private:
     std::map<std::string, bool> users_;  // which combinations the user has bound
 
     std::optional<SwallowedKey> held_;
-    Clock::time_point heldSince_;
     bool isTold_ = false;              // the press of the held key
     std::optional<KeyCode> released_;  // before its press was told
     bool hasKeyboard_ = false;
     bool hasRival_ = false;  // another input method has been seen
-    bool expectsTap_ = true;
-    bool bindsReleases_ = true;
     bool isLeaving_ = false;
     std::uint64_t hold_ = 0;  // counts the times that the keyboard was taken
-    Clock::time_point lastKey_;
+    std::chrono::steady_clock::time_point lastKey_;
     StopLimit stopLimit_;
     mutable std::mutex mutex_;  // guards down_ only
     std::set<KeyCode> down_;    // as far as is known
