@@ -40,7 +40,7 @@ public:
     bool press(Role role, const std::string& name) {
         return eventually([&] {
             const auto found = find(role, name);
-            return found && has(*found, enabledState) &&
+            return found && (has(*found, enabledState) || has(*found, sensitiveState)) &&
                    call(*found, actionInterface, "DoAction", atspi::arguments(0));
         });
     }
@@ -93,6 +93,7 @@ private:
     using Object = atspi::ObjectRef;
     static constexpr auto actionInterface = "org.a11y.atspi.Action";
     static constexpr int enabledState = 8, focusableState = 11, showingState = 25;
+    static constexpr int sensitiveState = 24;  // GTK 4's word for enabled
 
     void focusChanged(const Object&, bool) override {}
     void windowActiveChanged(const Object&, bool) override {}
