@@ -25,7 +25,7 @@ protected:
         return shell(folderOf("XDG_CONFIG_HOME") + ' ' + command);
     }
 
-    OnGnome() {
+    void setUpInTheWindow() {
         // The portal knows programs by their desktop entries.
         const auto entries = std::filesystem::path(std::getenv("XDG_DATA_HOME")) / "applications";
         std::filesystem::create_directories(entries);
@@ -90,6 +90,7 @@ protected:
 };
 
 TEST_F(OnGnome, TheShortcutIsHeldIntoTwoEditorsAndAPasswordIsRefused) {
+    setUpInTheWindow();
     dictateInto(mousepad(folder.write("note.txt", "")));
     dictateInto(gnomeTextEditor(folder.write("other.txt", "")));
     editor = Process({"yad", "--entry", "--hide-text"});
@@ -102,6 +103,7 @@ TEST_F(OnGnome, TheShortcutIsHeldIntoTwoEditorsAndAPasswordIsRefused) {
 
 TEST_F(OnGnome, ATapBeginsADictationThatTheNextEndsAndEscapeCancels) {
     if (hasPortal) GTEST_SKIP() << "tells every release, and not Escape";
+    setUpInTheWindow();
     ASSERT_TRUE(openMousepad());
     beginDictation();
     std::this_thread::sleep_for(1s);  // until it repeats
