@@ -27,7 +27,9 @@ struct WaylandConnection::Listeners {
     }
     static constexpr wl_registry_listener registry{global, globalRemoved};
 
-    static void done(void* data, wl_callback*, std::uint32_t) { *static_cast<bool*>(data) = true; }
+    static void done(void* data, wl_callback*, std::uint32_t) {
+        (*static_cast<std::function<void()>*>(data))();
+    }
     static constexpr wl_callback_listener callback{done};
 };
 
@@ -106,11 +108,15 @@ bool WaylandConnection::wait(Duration time, int other) {
     return isAlive();
 }
 
-bool WaylandConnection::synchronise(Duration limit) {
+bool WaylandConnection::synchronise(Duration limit, std::function<void()> answered) {
     if (!isAlive()) return false;
     bool isDone = false;
+    std::function<void()> finish = [&] {
+        isDone = true;
+        answered();
+    };
     const WaylandObject<wl_callback, wl_callback_destroy> callback(wl_display_sync(display_));
-    wl_callback_add_listener(callback.get(), &Listeners::callback, &isDone);
+    wl_callback_add_listener(callback.get(), &Listeners::callback, &finish);
     const auto end = std::chrono::steady_clock::now() + limit;
     while (!isDone) {
         const auto left = end - std::chrono::steady_clock::now();

@@ -53,8 +53,10 @@ public:
     // Calls the listeners for what an earlier call has read; true if there was something.
     bool dispatchQueued();
     // Returns true when the compositor has carried out all earlier requests and the listeners of
-    // their events have been called.
-    bool synchronise(Duration limit = std::chrono::seconds(2));
+    // their events have been called. `answered` is called in between: after the listeners of what
+    // the compositor sent before its answer, and before those of what it sent later.
+    bool synchronise(
+        Duration limit = std::chrono::seconds(2), std::function<void()> answered = [] {});
     // Waits for events until `time`, and calls the listeners. `other` is a further descriptor that
     // ends the wait when it can be read, -1: none. Returns isAlive().
     bool wait(Duration time, int other = -1);

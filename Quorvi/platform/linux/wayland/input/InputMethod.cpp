@@ -113,8 +113,9 @@ std::optional<bool> InputMethod::commit(std::string_view piece) {
     const auto serial = serial_;
     zwp_input_method_v2_commit_string(method_, std::string(piece).c_str());
     zwp_input_method_v2_commit(method_, serial);
-    if (!connection_.synchronise(patience)) return std::nullopt;
-    if (serial == serial_) return true;
+    auto told = serial;  // with the answer; the field changes again once it has the text
+    if (!connection_.synchronise(patience, [&] { told = serial_; })) return std::nullopt;
+    if (serial == told) return true;
     if (std::getenv("SWAYSOCK") == nullptr) return std::nullopt;
     // sway's first release that offers this also heeds the serial.
     return connection_.versionOf("wp_cursor_shape_manager_v1") == 0;
