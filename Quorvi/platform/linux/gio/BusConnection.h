@@ -21,4 +21,18 @@ inline GLibHandle<GDBusConnection> connectToBus(GBusType bus, GCancellable* canc
         address.get(), ownBusConnection, nullptr, cancellable, nullptr));
 }
 
+// Calls a method on the session's bus over a connection of its own, with floating arguments, and
+// waits for the answer. Null on failure; `error`, if there was an answer, says which. Any thread.
+inline GLibHandle<GVariant> callOnSessionBus(const char* service, const char* path,
+                                             const char* interface, const char* method,
+                                             GVariant* arguments, int milliseconds,
+                                             GError** error = nullptr) {
+    const GLibHandle<GVariant> owned(g_variant_ref_sink(arguments));
+    const auto bus = connectToBus(G_BUS_TYPE_SESSION, nullptr);
+    if (!bus) return nullptr;
+    return GLibHandle<GVariant>(
+        g_dbus_connection_call_sync(bus.get(), service, path, interface, method, owned.get(),
+                                    nullptr, G_DBUS_CALL_FLAGS_NONE, milliseconds, nullptr, error));
+}
+
 }  // namespace quorvi

@@ -18,14 +18,10 @@ constexpr auto table = "remote-desktop";
 constexpr int patience = 1000;  // milliseconds
 
 GLibHandle<GVariant> askPermissions(const char* method, GVariant* arguments, GError** error) {
-    const GLibHandle<GVariant> owned(g_variant_ref_sink(arguments));
-    const auto bus = connectToBus(G_BUS_TYPE_SESSION, nullptr);
-    if (!bus) return nullptr;
-    return GLibHandle<GVariant>(g_dbus_connection_call_sync(
-        bus.get(), "org.freedesktop.impl.portal.PermissionStore",
-        "/org/freedesktop/impl/portal/PermissionStore",
-        "org.freedesktop.impl.portal.PermissionStore", method, owned.get(), nullptr,
-        G_DBUS_CALL_FLAGS_NONE, patience, nullptr, error));
+    return callOnSessionBus("org.freedesktop.impl.portal.PermissionStore",
+                            "/org/freedesktop/impl/portal/PermissionStore",
+                            "org.freedesktop.impl.portal.PermissionStore", method, arguments,
+                            patience, error);
 }
 
 }  // namespace
